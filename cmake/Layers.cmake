@@ -1,0 +1,16 @@
+# tessarine_layer(<name> FROM <folder under src> [ON <layers directly below>] [USES <libraries of others>])
+#
+# One static library per layer. Its include root shows only its own folder, and it links only the layers below it, so
+# an include of a layer above does not compile.
+function(tessarine_layer name)
+    cmake_parse_arguments(LAYER "" "FROM" "ON;USES" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${LAYER_FROM}/*.cpp)
+    add_library(${name} STATIC ${sources})
+
+    set(view ${PROJECT_BINARY_DIR}/layers/${name})  # holds one link: this layer's folder
+    cmake_path(GET LAYER_FROM PARENT_PATH parent)
+    file(MAKE_DIRECTORY ${view}/${parent})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${LAYER_FROM} ${view}/${LAYER_FROM} SYMBOLIC)
+    target_include_directories(${name} PUBLIC ${view})
+    target_link_libraries(${name} PUBLIC ${LAYER_ON} PRIVATE tessarine_warnings ${LAYER_USES})
+endfunction()

@@ -1,0 +1,263 @@
+#pragma once
+
+#include <cstdint>
+#include <ctime>
+#include <memory>
+#include <variant>
+
+#include "platform/String.h"
+
+/// The automation surface: every object and member of PowerPoint's object model that the system uses, as PowerPoint 2007's type library names them.
+///
+/// - Collections are walked forward with an enumerator, never by index; document properties by index from 1 to Count.
+/// - Each member either succeeds or raises a Failure with a number and a text. Numbers that callers tell apart:
+///   429 (no PowerPoint), 462 and -2147023170 (it has gone), 1004 and -2147467259 (taken for a wrong password, by Open
+///   only), -2147188160 (the object shows no such header or footer).
+/// - References are shared. An object stays usable as long as somebody holds it; after Close of its presentation its members
+///   may raise.
+namespace tessarine::powerpoint
+{
+
+enum MsoShapeType : std::int32_t {
+    msoAutoShape = 1,
+    msoCallout = 2,
+    msoChart = 3,
+    msoFreeform = 5,
+    msoGroup = 6,
+    msoEmbeddedOLEObject = 7,
+    msoLine = 9,
+    msoLinkedOLEObject = 10,
+    msoLinkedPicture = 11,
+    msoOLEControlObject = 12,
+    msoPicture = 13,
+    msoPlaceholder = 14,
+    msoTextEffect = 15,
+    msoMedia = 16,
+    msoTextBox = 17,
+    msoTable = 19,
+    msoInk = 22,
+    msoSmartArt = 24,
+    msoContentApp = 27,
+    msoGraphic = 28,
+    mso3DModel = 30,
+};
+
+/// A tri-state is handed over as a number, because callers accept more than one value for true.
+using TriState = std::int32_t;
+inline constexpr TriState msoFalse = 0;
+inline constexpr TriState msoCTrue = 1;
+inline constexpr TriState msoTrue = -1;
+
+inline constexpr std::int32_t msoAutomationSecurityForceDisable = 3;
+
+/// A walk over a collection: the next element, null behind the last.
+template <class Element>
+class Enumerator
+{
+public:
+    virtual ~Enumerator() = default;
+    virtual std::shared_ptr<Element> Next() = 0;
+};
+
+template <class Element>
+class Collection
+{
+public:
+    virtual ~Collection() = default;
+    virtual std::unique_ptr<Enumerator<Element>> NewEnum() = 0;
+};
+
+class TextRange
+{
+public:
+    virtual ~TextRange() = default;
+
+    /// The first occurrence at or behind the character following position `After` (UTF-16 units, 1-based; 0 = from the
+    /// first), or null. `MatchCase` and `WholeWords` are 1 or 0.
+    virtual std::shared_ptr<TextRange> Find(const String& FindWhat, std::int32_t After, TriState MatchCase,
+                                            TriState WholeWords) = 0;
+
+    /// Replaces the occurrence that Find would give and returns the range of the new text, or null when there is none.
+    virtual std::shared_ptr<TextRange> Replace(const String& FindWhat, const String& ReplaceWhat, std::int32_t After,
+                                               TriState MatchCase, TriState WholeWords) = 0;
+
+    /// Position of the range's first character in the shape's text, UTF-16 units, 1-based.
+    virtual std::int32_t Start() = 0;
+};
+
+class TextFrame
+{
+public:
+    virtual ~TextFrame() = default;
+    virtual std::shared_ptr<powerpoint::TextRange> TextRange() = 0;
+};
+
+class LinkFormat
+{
+public:
+    virtual ~LinkFormat() = default;
+    virtual String SourceFullName() = 0;
+    virtual void PutSourceFullName(const String& value) = 0;
+};
+
+class Shape
+{
+public:
+    virtual ~Shape() = default;
+    virtual std::int32_t Type() = 0;        ///< MsoShapeType
+    virtual TriState HasTextFrame() = 0;    ///< 1 and -1 both mean yes.
+    virtual std::shared_ptr<powerpoint::TextFrame> TextFrame() = 0;
+    virtual std::shared_ptr<powerpoint::LinkFormat> LinkFormat() = 0;
+};
+
+using Shapes = Collection<Shape>;
+
+class Hyperlink
+{
+public:
+    virtual ~Hyperlink() = default;
+    virtual String Address() = 0;
+    virtual void PutAddress(const String& value) = 0;
+};
+
+using Hyperlinks = Collection<Hyperlink>;
+
+class HeaderFooter
+{
+public:
+    virtual ~HeaderFooter() = default;
+
+    /// Both raise -2147188160 when the object shows no such header or footer.
+    virtual String Text() = 0;
+    virtual void PutText(const String& value) = 0;
+};
+
+class HeadersFooters
+{
+public:
+    virtual ~HeadersFooters() = default;
+    virtual std::shared_ptr<HeaderFooter> Header() = 0;
+    virtual std::shared_ptr<HeaderFooter> Footer() = 0;
+};
+
+class Master
+{
+public:
+    virtual ~Master() = default;
+    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
+    virtual std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() = 0;
+};
+
+class Design
+{
+public:
+    virtual ~Design() = default;
+    virtual String Name() = 0;
+    virtual std::shared_ptr<Master> SlideMaster() = 0;
+    virtual TriState HasTitleMaster() = 0;
+    virtual std::shared_ptr<Master> TitleMaster() = 0;
+};
+
+using Designs = Collection<Design>;
+
+/// A notes page, as the object model hands it out.
+class SlideRange
+{
+public:
+    virtual ~SlideRange() = default;
+    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
+};
+
+class Slide
+{
+public:
+    virtual ~Slide() = default;
+    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
+    virtual std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() = 0;
+    virtual std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() = 0;
+    virtual std::shared_ptr<SlideRange> NotesPage() = 0;
+    virtual std::shared_ptr<powerpoint::Design> Design() = 0;
+};
+
+using Slides = Collection<Slide>;
+
+/// A date-time of a document property, in local time.
+struct Date {
+    std::tm local{};
+};
+
+/// A value of any type: nothing, boolean, whole number, number, date or text.
+using Value = std::variant<std::monostate, bool, std::int64_t, double, Date, String>;
+
+/// The value as text: "True"/"False", a number under the system's locale, a date as the system displays it, "" for nothing.
+String TextOf(const Value& value);
+
+/// One document property. Reached by the names "Name" and "Value" where the platform binds late.
+class DocumentProperty
+{
+public:
+    virtual ~DocumentProperty() = default;
+    virtual String Name() = 0;
+    virtual powerpoint::Value Value() = 0;  ///< Raises for a built-in property that has no value.
+    virtual void PutValue(const powerpoint::Value& value) = 0;
+};
+
+/// A document property collection. Reached by the names "Count" and "Item".
+class DocumentProperties
+{
+public:
+    virtual ~DocumentProperties() = default;
+    virtual std::int32_t Count() = 0;
+    virtual std::shared_ptr<DocumentProperty> Item(std::int32_t index) = 0;  ///< `index` from 1.
+};
+
+class Presentation
+{
+public:
+    virtual ~Presentation() = default;
+    virtual std::shared_ptr<powerpoint::Slides> Slides() = 0;
+    virtual std::shared_ptr<powerpoint::Designs> Designs() = 0;
+    virtual std::shared_ptr<Master> NotesMaster() = 0;
+    virtual std::shared_ptr<Master> HandoutMaster() = 0;
+    virtual std::shared_ptr<DocumentProperties> BuiltInDocumentProperties() = 0;
+    virtual std::shared_ptr<DocumentProperties> CustomDocumentProperties() = 0;
+    virtual void UpdateLinks() = 0;
+    virtual void Save() = 0;
+    virtual void Close() = 0;
+};
+
+class Presentations
+{
+public:
+    virtual ~Presentations() = default;
+
+    /// Opens a presentation. Failures: 462 or -2147023170 when the server has gone; 1004 or -2147467259 when the file needs a
+    /// password; any other number for any other reason.
+    virtual std::shared_ptr<Presentation> Open(const String& FileName, TriState ReadOnly, TriState Untitled,
+                                               TriState WithWindow) = 0;
+};
+
+class Application
+{
+public:
+    virtual ~Application() = default;
+    virtual std::shared_ptr<powerpoint::Presentations> Presentations() = 0;
+    virtual void PutDisplayAlerts(std::int32_t value) = 0;
+    virtual void PutAutomationSecurity(std::int32_t value) = 0;
+    virtual void Quit() = 0;
+};
+
+/// Where applications come from. The composition root hands one to the run.
+class Provider
+{
+public:
+    virtual ~Provider() = default;
+
+    /// Starts a new, invisible instance of "PowerPoint.Application". Raises 429 when there is none to start.
+    virtual std::shared_ptr<Application> CreateApplication() = 0;
+
+    /// A running instance, also one that the user started; null when none runs.
+    virtual std::shared_ptr<Application> AttachToRunning() = 0;
+};
+
+}  // namespace tessarine::powerpoint

@@ -1,0 +1,115 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "model/CustomProperties.h"
+#include "model/Event.h"
+#include "model/FindAndReplaceItems.h"
+#include "model/OptionSetting.h"
+#include "model/PowerPoint.h"
+#include "model/ProjectOptions.h"
+
+namespace tessarine
+{
+
+class CounterStatuses;
+
+/// One job: the find/replace list, the options that hold for the whole run, a few named strings, and the operations that
+/// run it. Made through std::make_shared, because a run points the items of a list handed to it at this project.
+///
+/// The operations of a run live in src/run: FileSet.cpp, RunLoop.cpp, Restart.cpp, Backups.cpp.
+class Project : public std::enable_shared_from_this<Project>
+{
+public:
+    /// `provider` is where a run gets its PowerPoint from; without one a run fails with 429.
+    explicit Project(std::shared_ptr<powerpoint::Provider> provider = {});
+
+    /// Stops a run before its next file. Cleared at the normal end of a run.
+    bool IsProcessCancel = false;
+    std::shared_ptr<CustomProperties> CustomProperies;
+    std::shared_ptr<FindAndReplaceItems> FindAndReplaceList;
+    std::shared_ptr<ProjectOptions> options;
+    /// Carried by the project file only; items do not inherit from it.
+    std::shared_ptr<OptionSetting> FindAndReplaceItemsOptionSetting;
+
+    /// Copy of RequiredFindAndReplaceCount, taken when a run starts.
+    bool IsReqCount = false;
+
+    // --- The file set -------------------------------------------------------------------------------------------
+
+    /// Full paths; the same path can stand twice. Outlives the run.
+    std::vector<String> FilesToProcess;
+    std::vector<String> AllowedExtensionPatterns;
+
+    /// Builds FilesToProcess from the options and returns its count, -1 when the folder of a folder job does not exist.
+    std::int32_t GetFileToProcessFileCount();
+
+    // --- The run ------------------------------------------------------------------------------------------------
+
+    /// Takes FilesToProcess through PowerPoint, finding only unless called by Replacement. A null list stands for the
+    /// project's own. `vOptionSettings` is handed on and not used. May raise: see the error modes in RunLoop.cpp.
+    void Search(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList = {},
+                const std::shared_ptr<OptionSetting>& vOptionSettings = {});
+
+    /// Search with IsFindOnly off. A failure of the run is logged; IsFindOnly then stays off.
+    void Replacement(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList = {},
+                     const std::shared_ptr<OptionSetting>& vOptionSettings = {});
+
+    void Send() {}  ///< Does nothing; nothing calls it.
+
+    Event<const String&> BeforFileProcess;  ///< Before anything is done to a file.
+    /// Once per file, whatever became of it. Null when the first file could not be opened for an unknown reason; for a
+    /// later file that reason gives the result of the file before.
+    Event<const std::shared_ptr<CounterStatuses>&> AfterFileProcess;
+    Event<> BeforSearch;                 ///< Never raised.
+    Event<> AfterSearch;                 ///< Never raised.
+    Event<> ManualInterventionRequired;  ///< Never raised: the procedure that raises it has no caller.
+    Event<> ProcessCancel;               ///< Once, when the run sees IsProcessCancel.
+
+    /// Told of every failure that the run passes over for a file (the open, the processing, a failed first step), with the
+    /// file's path. What the run does is the same with and without it; it is the one place where the reason is known
+    /// for files whose result is null or the previous file's.
+    std::function<void(const String& path, const Failure& failure)> FailurePassedOver;
+
+    // --- Backups ------------------------------------------------------------------------------------------------
+
+    /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read.
+    void RemoveBackupFiles(const String& vPath);
+    void RestoreBackupFiles(const String& vPath);
+
+    /// Attaches to any PowerPoint still running and shuts it. Never raises.
+    void UnloadPowerPoint();
+
+private:
+    friend class RunLoop;
+
+    void RetriveFolder(const String& path);
+    void RetriveFile();
+    bool CheckFileExt(const String& path) const;
+    void RaiseManualInterventionRequired();
+
+    std::shared_ptr<powerpoint::Provider> provider_;
+    std::shared_ptr<powerpoint::Application> application_;  // null between runs
+};
+
+/// Owns a project and opens the circle project, list, item, project at its end, so that the project goes away.
+class ProjectOwner
+{
+public:
+    explicit ProjectOwner(std::shared_ptr<powerpoint::Provider> provider = {});
+    ~ProjectOwner();
+    ProjectOwner(const ProjectOwner&) = delete;
+    ProjectOwner& operator=(const ProjectOwner&) = delete;
+
+    const std::shared_ptr<Project>& get() const { return project_; }
+    Project* operator->() const { return project_.get(); }
+    Project& operator*() const { return *project_; }
+
+private:
+    std::shared_ptr<Project> project_;
+};
+
+}  // namespace tessarine

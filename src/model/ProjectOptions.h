@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "model/OptionSetting.h"
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// The settings of a whole run. Every field starts at its zero value; Project's construction sets IsFindOnly.
+class ProjectOptions
+{
+public:
+    bool CPUUsage = false;                     ///< The engine's loops sleep 1 millisecond at each yield.
+    bool RequiredFindAndReplaceCount = false;  ///< Count every occurrence; when false a find stops at the first one.
+    bool IsFindOnly = false;                   ///< True for a search, false while a replacement runs.
+    std::int32_t PowerpointVersion = 0;        ///< Carried from file to file, not interpreted.
+
+    /// File patterns of a folder scan, separated by semicolons in spite of the name.
+    String ComaSepAllowedExtensions;
+    String FileToProcessFolderPath;
+    std::int32_t RestartApplicationAfterSeconds = 0;  ///< Stored and shown; no run reads it.
+    std::int32_t FileToProcessSourceType = 0;         ///< 0 a folder scan, any other value a text file that lists files.
+    String ExeLocationIncaseOfFailure;                ///< Carried from file to file; no code uses it.
+    std::int32_t RestartApplicationAfterFiles = 0;    ///< Documents after which PowerPoint is restarted; 0 = never.
+    String RevisionDocumentPropertyIncrimentedBy;     ///< Step of the revision number, as text.
+    String RevisionDocumentPropertyName;
+    String PasswordToOpen;  ///< Handed to the engine, which does not use it. Nothing writes it.
+    bool ProcessReadonlyFiles = false;
+    bool ProcessLongestFindwhatFirst = false;  ///< Stored and shown; items keep their list order in both states.
+    bool AllowAlerts = false;
+    bool KeepOriginalFileDate = false;
+    bool BackupMode = false;
+    String FileToProcessFilepath;
+    bool Include_Subfolders = false;
+
+    /// An option block of its own, made on first use. Nothing else touches it.
+    const std::shared_ptr<tessarine::OptionSetting>& OptionSetting();
+    void PutOptionSetting(const std::shared_ptr<tessarine::OptionSetting>& value);
+
+private:
+    std::shared_ptr<tessarine::OptionSetting> optionSetting_;
+};
+
+}  // namespace tessarine

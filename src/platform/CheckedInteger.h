@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+
+#include "platform/Failure.h"
+
+namespace tessarine
+{
+
+/// `value` as the narrower `Integer`, or failure 6 ("Overflow") when it does not fit.
+template <class Integer>
+Integer Checked(std::int64_t value)
+{
+    if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max())
+        throw Failure(FailureNumber::Overflow, u"Overflow");
+    return static_cast<Integer>(value);
+}
+
+/// The sum in the type of `left`, or failure 6 ("Overflow").
+template <class Integer>
+Integer CheckedSum(Integer left, std::int64_t right)
+{
+    return Checked<Integer>(static_cast<std::int64_t>(left) + right);
+}
+
+}  // namespace tessarine

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// The numbers that the system tells apart or raises itself. Numbers are the contract between the layers: the run
+/// sorts open failures by them, the locations test for one of them.
+namespace FailureNumber
+{
+inline constexpr std::int32_t InvalidProcedureCall = 5;
+inline constexpr std::int32_t Overflow = 6;
+inline constexpr std::int32_t SubscriptOutOfRange = 9;
+inline constexpr std::int32_t DivisionByZero = 11;
+inline constexpr std::int32_t TypeMismatch = 13;
+inline constexpr std::int32_t FileNotFound = 53;
+inline constexpr std::int32_t FileAlreadyOpen = 55;
+inline constexpr std::int32_t DeviceIO = 57;
+inline constexpr std::int32_t DiskFull = 61;
+inline constexpr std::int32_t PermissionDenied = 70;
+inline constexpr std::int32_t PathNotFound = 76;
+inline constexpr std::int32_t ObjectNotSet = 91;
+inline constexpr std::int32_t CannotCreateObject = 429;
+inline constexpr std::int32_t KeyAlreadyUsed = 457;
+inline constexpr std::int32_t ServerGone = 462;
+inline constexpr std::int32_t ApplicationDefined = 1004;
+inline constexpr std::int32_t RemoteCallFailed = -2147023170;    ///< 0x800706BE, the server died during the call.
+inline constexpr std::int32_t Unspecified = -2147467259;         ///< 0x80004005, read by the run as a wrong password.
+inline constexpr std::int32_t InvalidRequest = -2147188160;      ///< 0x80048240, among others "shows no footer".
+inline constexpr std::int32_t SystemFileNotFound = -2147024894;  ///< 0x80070002
+inline constexpr std::int32_t SystemPathNotFound = -2147024893;  ///< 0x80070003
+inline constexpr std::int32_t AccessDenied = -2147024891;        ///< 0x80070005
+inline constexpr std::int32_t BadFormat = -2147024885;           ///< 0x8007000B, not a presentation.
+inline constexpr std::int32_t SharingViolation = -2147024864;    ///< 0x80070020
+inline constexpr std::int32_t BadArgument = -2147024809;         ///< 0x80070057
+inline constexpr std::int32_t SystemDiskFull = -2147024784;      ///< 0x80070070
+inline constexpr std::int32_t WriteFault = -2147024867;          ///< 0x8007001D
+inline constexpr std::int32_t OutOfMemory = -2147024882;         ///< 0x8007000E
+inline constexpr std::int32_t FileCorrupt = -2147023504;         ///< 0x80070570, damaged package or part.
+}  // namespace FailureNumber
+
+/// The one exception of the system. `number` is for programs, `description` for people, `source` names the procedure
+/// that raised it last.
+struct Failure : std::exception {
+    Failure(std::int32_t number, String description, String source = {});
+
+    const char* what() const noexcept override { return what_.c_str(); }  ///< "Error number (description)", UTF-8.
+
+    std::int32_t number;
+    String description;
+    String source;
+
+private:
+    std::string what_;
+};
+
+/// The failure of a use of a null reference: number 91, "Object variable or With block variable not set".
+Failure ObjectNotSet();
+
+/// The reference itself, or failure 91 when it is null.
+template <class Reference>
+const Reference& Set(const Reference& reference)
+{
+    if (!reference)
+        throw ObjectNotSet();
+    return reference;
+}
+
+/// The Failure for whatever is being handled: a Failure as it is, another exception translated (running out of memory
+/// to number 7, anything else to 51 with its own text). Call inside a catch block only.
+Failure CurrentFailure();
+
+}  // namespace tessarine

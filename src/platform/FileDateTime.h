@@ -1,0 +1,25 @@
+#pragma once
+
+#include <ctime>
+
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// A file's times. On Linux to the nanosecond, last access and last write; the creation time can't be set there and is
+/// not kept.
+struct FileTimes {
+    std::timespec lastAccess{};
+    std::timespec lastWrite{};
+    bool valid = false;  ///< False when the times could not be read; setting such times does nothing.
+};
+
+/// Reads a file's times. Never raises: on any error the result is not valid.
+FileTimes GetFileDateTime(StringView path);
+
+/// Writes a file's times back. An error writes one line to the error log (procedure SetFileDateTime, "Module
+/// modFileDateTime at time"); a file that can't be opened keeps its times quietly. The result is not used.
+bool SetFileDateTime(StringView path, const FileTimes& times);
+
+}  // namespace tessarine

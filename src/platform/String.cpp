@@ -1,0 +1,116 @@
+#include "platform/String.h"
+
+#include <cstdint>
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr char32_t replacementCharacter = 0xFFFD;
+
+bool IsHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool IsLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+struct Sequence {
+    std::size_t length;  // bytes, 0 when the bytes are not valid UTF-8
+    char32_t codePoint;
+};
+
+Sequence DecodeSequence(std::string_view text)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
+    const auto follows = [&](std::size_t i) { return i < text.size() && (byte(i) & 0xC0) == 0x80; };
+    const auto bits = [&](std::size_t i) { return static_cast<char32_t>(byte(i) & 0x3F); };
+
+    const std::uint8_t lead = byte(0);
+    if (lead < 0x80)
+        return {1, lead};
+    if (lead >= 0xC2 && lead <= 0xDF && follows(1))
+        return {2, (lead & 0x1Fu) << 6 | bits(1)};
+    if ((lead & 0xF0) == 0xE0 && follows(1) && follows(2)) {
+        const char32_t codePoint = (lead & 0x0Fu) << 12 | bits(1) << 6 | bits(2);
+        if (codePoint >= 0x800 && !(codePoint >= 0xD800 && codePoint <= 0xDFFF))
+            return {3, codePoint};
+    }
+    if (lead >= 0xF0 && lead <= 0xF4 && follows(1) && follows(2) && follows(3)) {
+        const char32_t codePoint = (lead & 0x07u) << 18 | bits(1) << 12 | bits(2) << 6 | bits(3);
+        if (codePoint >= 0x10000 && codePoint <= 0x10FFFF)
+            return {4, codePoint};
+    }
+    return {0, 0};
+}
+
+}  // namespace
+
+String FromUtf8(std::string_view text)
+{
+    String result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const Sequence sequence = DecodeSequence(text);
+        if (sequence.length == 0) {
+            result += static_cast<char16_t>(0xDC00 + static_cast<std::uint8_t>(text.front()));
+            text.remove_prefix(1);
+            continue;
+        }
+        if (sequence.codePoint < 0x10000) {
+            result += static_cast<char16_t>(sequence.codePoint);
+        } else {
+            result += static_cast<char16_t>(0xD7C0 + (sequence.codePoint >> 10));
+            result += static_cast<char16_t>(0xDC00 + (sequence.codePoint & 0x3FF));
+        }
+        text.remove_prefix(sequence.length);
+    }
+    return result;
+}
+
+void AppendUtf8(std::string& text, char32_t codePoint)
+{
+    if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF))
+        codePoint = replacementCharacter;
+    const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
+    if (codePoint < 0x80) {
+        put(codePoint);
+    } else if (codePoint < 0x800) {
+        put(0xC0 | codePoint >> 6);
+        put(0x80 | (codePoint & 0x3F));
+    } else if (codePoint < 0x10000) {
+        put(0xE0 | codePoint >> 12);
+        put(0x80 | (codePoint >> 6 & 0x3F));
+        put(0x80 | (codePoint & 0x3F));
+    } else {
+        put(0xF0 | codePoint >> 18);
+        put(0x80 | (codePoint >> 12 & 0x3F));
+        put(0x80 | (codePoint >> 6 & 0x3F));
+        put(0x80 | (codePoint & 0x3F));
+    }
+}
+
+std::string ToUtf8(StringView text)
+{
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char32_t unit = text[i];
+        if (IsHighSurrogate(unit) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
+            AppendUtf8(result, 0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00u));
+            ++i;
+        } else if (unit >= 0xDC80 && unit <= 0xDCFF) {
+            result += static_cast<char>(unit - 0xDC00);
+        } else {
+            AppendUtf8(result, unit);
+        }
+    }
+    return result;
+}
+
+}  // namespace tessarine
