@@ -1,0 +1,13 @@
+#include "engine/CounterStatus.h"
+
+namespace tessarine
+{
+
+void CounterStatus::PutCount(Location location, std::int32_t value)
+{
+    counts_[static_cast<std::size_t>(location)] = value;
+    if (value > 0)
+        FileStausAfterProcess = FileStatus::Counted;
+}
+
+}  // namespace tessarine
