@@ -16,7 +16,7 @@ std::shared_ptr<CounterStatus> CounterStatuses::Add(
     std::int32_t CustomProperties_Replaced, std::int32_t Notes_Replaced, std::int32_t Links_Replaced,
     std::int32_t SlideMasterPerSlide_Replaced, std::int32_t SlideMasterPerPresentation_Replaced,
     std::int32_t TitleMaster_Replaced, std::int32_t HandoutMaster_Replaced, std::int32_t NotesMaster_Replaced,
-    std::int32_t FileStausAfterProcess, const String& FindWhat, const String& ReplaceWith, const String& sKey)
+    std::int32_t vFileStausAfterProcess, const String& FindWhat, const String& ReplaceWith, const String& sKey)
 {
     return LogAndReturn({u"Add", place}, [&] {
         auto status = std::make_shared<CounterStatus>();
@@ -34,7 +34,7 @@ std::shared_ptr<CounterStatus> CounterStatuses::Add(
         status->PutTitleMaster_Replaced(TitleMaster_Replaced);
         status->PutHandoutMaster_Replaced(HandoutMaster_Replaced);
         status->PutNotesMaster_Replaced(NotesMaster_Replaced);
-        status->FileStausAfterProcess = FileStausAfterProcess;
+        status->FileStausAfterProcess = vFileStausAfterProcess;  // after the counts: it overrides what they raised
         status->FindWhat = FindWhat;
         status->ReplaceWith = ReplaceWith;
         items_.Add(status, sKey);
