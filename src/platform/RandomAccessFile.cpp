@@ -1,0 +1,106 @@
+#include "platform/RandomAccessFile.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/Failure.h"
+#include "platform/SystemFailure.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+class MemoryBytes final : public RandomAccessBytes
+{
+public:
+    explicit MemoryBytes(std::span<const std::byte> bytes) : bytes_(bytes) {}
+
+    std::uint64_t Size() const override { return bytes_.size(); }
+
+    void Read(std::uint64_t offset, std::span<std::byte> buffer) const override
+    {
+        if (offset > bytes_.size() || buffer.size() > bytes_.size() - offset)
+            throw Failure(FailureNumber::FileCorrupt, u"The bytes end too early");
+        if (!buffer.empty())
+            std::memcpy(buffer.data(), bytes_.data() + offset, buffer.size());
+    }
+
+private:
+    std::span<const std::byte> bytes_;
+};
+
+/// True when another process holds a write lock of either kind. Locks are advisory here: programs that care set one.
+bool IsLockedByAnother(int descriptor)
+{
+    struct flock lock = {};
+    lock.l_type = F_RDLCK;
+    lock.l_whence = SEEK_SET;
+    if (fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type == F_WRLCK)
+        return true;
+    if (flock(descriptor, LOCK_SH | LOCK_NB) != 0)
+        return errno == EWOULDBLOCK;
+    flock(descriptor, LOCK_UN);
+    return false;
+}
+
+}  // namespace
+
+std::unique_ptr<RandomAccessBytes> BytesInMemory(std::span<const std::byte> bytes)
+{
+    return std::make_unique<MemoryBytes>(bytes);
+}
+
+RandomAccessFile::RandomAccessFile(StringView path) : path_(ToUtf8(path))
+{
+    // O_NONBLOCK keeps a named pipe from holding up a run; O_NOATIME is refused for files of other owners.
+    constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
+    descriptor_ = open(path_.c_str(), flags | O_NOATIME);
+    if (descriptor_ < 0 && errno == EPERM)
+        descriptor_ = open(path_.c_str(), flags);
+    if (descriptor_ < 0)
+        throw SystemFailure(errno, "open", path_);
+
+    struct stat status = {};
+    const char* problem = nullptr;
+    int error = 0;
+    if (fstat(descriptor_, &status) != 0)
+        problem = "read the size of", error = errno;
+    else if (!S_ISREG(status.st_mode))
+        problem = "read (it is not a file)", error = EACCES;
+    else if (IsLockedByAnother(descriptor_))
+        problem = "open (another program has locked it)", error = ETXTBSY;
+    if (problem != nullptr) {
+        close(descriptor_);
+        throw SystemFailure(error, problem, path_);
+    }
+    size_ = static_cast<std::uint64_t>(status.st_size);
+    identity_ = {status.st_dev, status.st_ino};
+}
+
+RandomAccessFile::~RandomAccessFile()
+{
+    close(descriptor_);
+}
+
+void RandomAccessFile::Read(std::uint64_t offset, std::span<std::byte> buffer) const
+{
+    while (!buffer.empty()) {
+        const ssize_t count = pread(descriptor_, buffer.data(), buffer.size(), static_cast<off_t>(offset));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            throw SystemFailure(errno, "read", path_);
+        if (count == 0)
+            throw Failure(FailureNumber::FileCorrupt, u"The file ends too early: " + FromUtf8(path_));
+        buffer = buffer.subspan(static_cast<std::size_t>(count));
+        offset += static_cast<std::uint64_t>(count);
+    }
+}
+
+}  // namespace tessarine
