@@ -6,11 +6,11 @@
 namespace tessarine
 {
 
-Failure::Failure(std::int32_t number, String description, String source)
-    : number(number),
-      description(std::move(description)),
-      source(std::move(source)),
-      what_("Error " + std::to_string(number) + " (" + ToUtf8(this->description) + ")")
+Failure::Failure(std::int32_t theNumber, String theDescription, String theSource)
+    : number(theNumber),
+      description(std::move(theDescription)),
+      source(std::move(theSource)),
+      what_("Error " + std::to_string(number) + " (" + ToUtf8(description) + ")")
 {
 }
 

@@ -17,6 +17,9 @@ bool FileExists(StringView path);
 /// True when the path names a folder.
 bool FolderExists(StringView path);
 
+/// Makes a folder with all of its missing parents. False when it can't be made; never raises.
+bool EnsureFolderExists(StringView path);
+
 /// Full paths of the files directly in a folder, in a stable order. Raises 76 when the folder can't be read.
 std::vector<String> FilesOfFolder(StringView folder);
 
@@ -26,7 +29,8 @@ std::vector<String> SubfoldersOfFolder(StringView folder);
 /// Whole content of a file. Raises 53, 70 or 57.
 std::string ReadWholeFile(StringView path);
 
-/// Copies a file's content over `target`, all or nothing: on failure an older target stays as it was.
+/// Copies a file's content and mode over `target`, all or nothing: on failure an older target stays as it was. An older
+/// target is replaced even when it is read-only; a link stays and the file behind it is replaced.
 void CopyFile(StringView source, StringView target);
 
 void DeleteFile(StringView path);

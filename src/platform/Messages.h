@@ -4,7 +4,7 @@
 
 #include "platform/String.h"
 
-/// The two ports by which logic below the windows reaches the user. The composition root sets them: the desktop to the
+/// The ports by which logic below the windows reaches the user. The composition root sets them: the desktop to the
 /// window system, the batch program to the terminal, tests to a recorder.
 namespace tessarine
 {
@@ -13,18 +13,26 @@ enum class MessageIcon { None, Critical, Question, Exclamation, Information };
 enum class MessageButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class MessageAnswer { Ok, Cancel, Yes, No };
 
+/// The shape of the pointer over the whole screen, under the window system's own numbers.
+enum class MousePointer { Default = 0, Hourglass = 11 };
+
 using MessageBoxPort = std::function<MessageAnswer(const String& text, MessageIcon icon, MessageButtons buttons)>;
 using PendingEventsPort = std::function<void()>;
+using MousePointerPort = std::function<void(MousePointer pointer)>;
 
-/// Replaces a port and returns the one before. An empty port answers Ok, or delivers nothing.
+/// Replaces a port and returns the one before. An empty port answers Ok, delivers nothing, or shows no
+/// pointer.
 MessageBoxPort SetMessageBox(MessageBoxPort port);
 PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port);
+MousePointerPort SetMousePointerReceiver(MousePointerPort port);
 
 /// Shows a message and waits for the answer.
 MessageAnswer ShowMessage(const String& text, MessageIcon icon, MessageButtons buttons = MessageButtons::Ok);
 
 /// Lets the windows handle what has come in. Cheap when nothing has.
 void DeliverPendingEvents();
+
+void SetMousePointer(MousePointer pointer);
 
 /// Sleeps 1 millisecond, then delivers pending events.
 void YieldWithSleep();

@@ -1,0 +1,116 @@
+#include "platform/CaseFolding.h"
+
+#include <unicode/uchar.h>
+
+#include <array>
+#include <memory>
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr std::size_t pageSize = 256;
+
+bool IsSurrogate(char32_t codePoint)
+{
+    return codePoint >= 0xD800 && codePoint <= 0xDFFF;
+}
+
+char32_t SimpleFold(char32_t codePoint)
+{
+    return static_cast<char32_t>(u_foldCase(static_cast<UChar32>(codePoint), U_FOLD_CASE_DEFAULT));
+}
+
+char32_t SimpleUpper(char32_t codePoint)
+{
+    return static_cast<char32_t>(u_toupper(static_cast<UChar32>(codePoint)));
+}
+
+/// A mapping of single UTF-16 units, filled a page at a time when a page is first asked for: folding is on the way of
+/// every searched character, and a text touches few pages.
+template <char32_t (*Map)(char32_t)>
+class UnitTable
+{
+public:
+    char16_t operator()(char16_t unit)
+    {
+        std::unique_ptr<Page>& page = pages_[unit / pageSize];
+        if (!page)
+            page = Filled(static_cast<char16_t>(unit & ~(pageSize - 1)));
+        return (*page)[unit % pageSize];
+    }
+
+private:
+    using Page = std::array<char16_t, pageSize>;
+
+    static std::unique_ptr<Page> Filled(char16_t first)
+    {
+        auto page = std::make_unique<Page>();
+        for (std::size_t i = 0; i < pageSize; ++i) {
+            const char32_t unit = static_cast<char32_t>(first + i);
+            const char32_t mapped = IsSurrogate(unit) ? unit : Map(unit);
+            (*page)[i] = static_cast<char16_t>(mapped < 0x10000 ? mapped : unit);
+        }
+        return page;
+    }
+
+    std::array<std::unique_ptr<Page>, 0x10000 / pageSize> pages_;
+};
+
+UnitTable<SimpleFold> foldTable;
+UnitTable<SimpleUpper> upperTable;
+
+bool IsPairAt(StringView text, std::size_t i)
+{
+    return (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
+}
+
+template <char32_t (*Map)(char32_t)>
+String Mapped(StringView text, UnitTable<Map>& table)
+{
+    String result(text);
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        if (!IsPairAt(text, i)) {
+            result[i] = table(text[i]);
+            continue;
+        }
+        const char32_t pair = 0x10000 + ((text[i] - 0xD800u) << 10) + (text[i + 1] - 0xDC00u);
+        if (const char32_t mapped = Map(pair); mapped >= 0x10000) {
+            result[i] = static_cast<char16_t>(0xD7C0 + (mapped >> 10));
+            result[i + 1] = static_cast<char16_t>(0xDC00 + (mapped & 0x3FF));
+        }
+        ++i;
+    }
+    return result;
+}
+
+}  // namespace
+
+String FoldCase(StringView text)
+{
+    return Mapped(text, foldTable);
+}
+
+char16_t FoldCase(char16_t unit)
+{
+    if (unit < 0x80)
+        return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+    return foldTable(unit);
+}
+
+String ToUpper(StringView text)
+{
+    return Mapped(text, upperTable);
+}
+
+bool IsWordCharacter(char32_t codePoint)
+{
+    if (codePoint < 0x80)
+        return (codePoint >= U'0' && codePoint <= U'9') || (codePoint >= U'A' && codePoint <= U'Z') ||
+               (codePoint >= U'a' && codePoint <= U'z') || codePoint == U'_';
+    return (U_GET_GC_MASK(static_cast<UChar32>(codePoint)) & (U_GC_L_MASK | U_GC_ND_MASK | U_GC_M_MASK)) != 0;
+}
+
+}  // namespace tessarine

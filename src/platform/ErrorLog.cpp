@@ -1,0 +1,61 @@
+#include "platform/ErrorLog.h"
+
+#include <ctime>
+
+#include "platform/AppendToFile.h"
+#include "platform/Files.h"
+#include "platform/Locale.h"
+#include "platform/Messages.h"
+#include "platform/PathSeparator.h"
+#include "platform/ProgramInfo.h"
+#include "platform/SpecialFolders.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+String ApplicationDataFolder;
+
+namespace
+{
+
+String DataFolderPath()
+{
+    const String applicationData = GetSpecialFolderPath(ApplicationDataFolderNumber);
+    if (applicationData.empty())
+        throw Failure(FailureNumber::PathNotFound, u"Path not found: the system names no folder for application data");
+    return applicationData + PathSeparator + String(CompanyName) + PathSeparator + String(ApplicationTitle);
+}
+
+String Now()
+{
+    const std::time_t seconds = std::time(nullptr);
+    std::tm local = {};
+    localtime_r(&seconds, &local);
+    return DisplayDateTime(local);
+}
+
+}  // namespace
+
+bool GetFileStorageFolder()
+{
+    if (Skip([] { ApplicationDataFolder = DataFolderPath(); }) != 0) {
+        ShowMessage(u"Unable to get file storage folder path", MessageIcon::Critical);
+        return false;
+    }
+    // A folder that can't be made ends the start without a message, unlike a path that can't be built. This is
+    // intended.
+    return EnsureFolderExists(ApplicationDataFolder);
+}
+
+void WriteErrorLog(const String& message) noexcept
+{
+    Skip([&] {
+        // Before the folder is settled there is no place for a log; the root of the file system is not one.
+        if (!ApplicationDataFolder.empty())
+            AppendToFile(ApplicationDataFolder + PathSeparator + u"Errors.Log",
+                         ToUtf8(message + u"- " + Now() + u"\r\n"));
+    });
+}
+
+}  // namespace tessarine

@@ -1,0 +1,57 @@
+#include "platform/Messages.h"
+
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace tessarine
+{
+
+namespace
+{
+
+MessageBoxPort messageBox;
+PendingEventsPort pendingEvents;
+MousePointerPort mousePointer;
+
+}  // namespace
+
+MessageBoxPort SetMessageBox(MessageBoxPort port)
+{
+    return std::exchange(messageBox, std::move(port));
+}
+
+PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port)
+{
+    return std::exchange(pendingEvents, std::move(port));
+}
+
+MousePointerPort SetMousePointerReceiver(MousePointerPort port)
+{
+    return std::exchange(mousePointer, std::move(port));
+}
+
+MessageAnswer ShowMessage(const String& text, MessageIcon icon, MessageButtons buttons)
+{
+    return messageBox ? messageBox(text, icon, buttons) : MessageAnswer::Ok;
+}
+
+void DeliverPendingEvents()
+{
+    if (pendingEvents)
+        pendingEvents();
+}
+
+void SetMousePointer(MousePointer pointer)
+{
+    if (mousePointer)
+        mousePointer(pointer);
+}
+
+void YieldWithSleep()
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    DeliverPendingEvents();
+}
+
+}  // namespace tessarine

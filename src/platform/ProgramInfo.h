@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// What the program calls itself: the two levels of the per-user data folder, and the end of window titles.
+inline constexpr StringView CompanyName = u"Tessarine";
+inline constexpr StringView ApplicationTitle = u"Tessarine";
+
+}  // namespace tessarine

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// Number of the per-user folder for the data of applications.
+inline constexpr std::int32_t ApplicationDataFolderNumber = 26;
+
+/// Path of a special folder of the system, without a trailing separator; empty when the system has none of that number.
+/// On Linux only ApplicationDataFolderNumber exists: $XDG_DATA_HOME when it is an absolute path, else ".local/share" in
+/// the home folder.
+String GetSpecialFolderPath(std::int32_t folder);
+
+}  // namespace tessarine

@@ -1,0 +1,49 @@
+#include "platform/SpecialFolders.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace tessarine
+{
+
+namespace
+{
+
+std::string Environment(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+std::string HomeFolder()
+{
+    if (std::string home = Environment("HOME"); !home.empty())
+        return home;
+    const passwd* user = getpwuid(getuid());
+    return user && user->pw_dir ? user->pw_dir : "";
+}
+
+std::string WithoutTrailingSeparator(std::string path)
+{
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+}  // namespace
+
+String GetSpecialFolderPath(std::int32_t folder)
+{
+    if (folder != ApplicationDataFolderNumber)
+        return {};
+    // The XDG Base Directory Specification has relative paths ignored.
+    if (const std::string dataHome = Environment("XDG_DATA_HOME"); dataHome.starts_with('/'))
+        return FromUtf8(WithoutTrailingSeparator(dataHome));
+    const std::string home = HomeFolder();
+    return home.empty() ? String() : FromUtf8(WithoutTrailingSeparator(home) + "/.local/share");
+}
+
+}  // namespace tessarine

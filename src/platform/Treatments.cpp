@@ -1,0 +1,32 @@
+#include "platform/Treatments.h"
+
+#include <string>
+
+#include "platform/ErrorLog.h"
+
+namespace tessarine
+{
+
+String FailureText(const Failure& failure, StringView procedureName, StringView place)
+{
+    String text = u"Error ";
+    text += FromUtf8(std::to_string(failure.number));
+    text += u" (";
+    text += failure.description;
+    text += u") in procedure ";
+    text += procedureName;
+    text += u" at Line No. 0 of ";
+    text += place;
+    return text;
+}
+
+void LogFailure(const Procedure& procedure, const Failure& failure) noexcept
+{
+    try {
+        WriteErrorLog(FailureText(failure, procedure.name, procedure.place));
+    } catch (...) {
+        // Out of memory while building the text: the line is lost, as any line that can't be written.
+    }
+}
+
+}  // namespace tessarine
