@@ -1,0 +1,47 @@
+#include "model/CustomProperties.h"
+
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Class Module CustomProperties";
+
+}  // namespace
+
+std::shared_ptr<CustomProperty> CustomProperties::Add(const String& ProperyName, const String& PropertyValue,
+                                                      const String& sKey)
+{
+    return LogAndReturn({u"Add", place}, [&] {
+        auto property = std::make_shared<CustomProperty>();
+        property->ProperyName = ProperyName;
+        property->PropertyValue = PropertyValue;
+        items_.Add(property, sKey);
+        return property;
+    });
+}
+
+std::shared_ptr<CustomProperty> CustomProperties::Item(const IndexKey& vntIndexKey) const
+{
+    return LogAndReturn({u"Item", place}, [&] { return items_.Item(vntIndexKey); });
+}
+
+std::int32_t CustomProperties::Count() const
+{
+    return LogAndReturn({u"Count", place}, [&] { return items_.Count(); });
+}
+
+void CustomProperties::Remove(const IndexKey& vntIndexKey)
+{
+    LogAndReturn({u"Remove", place}, [&] { items_.Remove(vntIndexKey); });
+}
+
+std::vector<std::shared_ptr<CustomProperty>> CustomProperties::NewEnum() const
+{
+    return LogAndReturn({u"NewEnum", place}, [&] { return items_.NewEnum(); });
+}
+
+}  // namespace tessarine

@@ -1,0 +1,50 @@
+#include "model/FindAndReplaceItems.h"
+
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Class Module FindAndReplaceItems";
+
+}  // namespace
+
+std::shared_ptr<FindAndReplaceItem> FindAndReplaceItems::Add(
+    const String& FindWhat, const String& ReplaceWith, const std::shared_ptr<tessarine::OptionSetting>& OptionSetting,
+    const std::shared_ptr<tessarine::Project>& Project, const String& sKey)
+{
+    return LogAndReturn({u"Add", place}, [&] {
+        auto item = std::make_shared<FindAndReplaceItem>();
+        item->FindWhat = FindWhat;
+        item->ReplaceWith = ReplaceWith;
+        item->OptionSetting = OptionSetting;
+        item->Project = Project;
+        items_.Add(item, sKey);
+        return item;
+    });
+}
+
+std::shared_ptr<FindAndReplaceItem> FindAndReplaceItems::Item(const IndexKey& vntIndexKey) const
+{
+    return LogAndReturn({u"Item", place}, [&] { return items_.Item(vntIndexKey); });
+}
+
+std::int32_t FindAndReplaceItems::Count() const
+{
+    return LogAndReturn({u"Count", place}, [&] { return items_.Count(); });
+}
+
+void FindAndReplaceItems::Remove(const IndexKey& vntIndexKey)
+{
+    LogAndReturn({u"Remove", place}, [&] { items_.Remove(vntIndexKey); });
+}
+
+std::vector<std::shared_ptr<FindAndReplaceItem>> FindAndReplaceItems::NewEnum() const
+{
+    return LogAndReturn({u"NewEnum", place}, [&] { return items_.NewEnum(); });
+}
+
+}  // namespace tessarine
