@@ -1,0 +1,130 @@
+#include "engine/SearchFunctions.h"
+
+#include <unordered_set>
+
+#include "engine/SearchPlace.h"
+#include "engine/ShapeRule.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+using Types = ShapeRule::Types;
+using TextFrame = ShapeRule::TextFrame;
+using Between = ShapeRule::Between;
+
+constexpr Types allTypes = Types::AutoShapeTextBoxAndPlaceholder;
+constexpr ShapeRule notesMasterRule{allTypes, TextFrame::OneOrMinusOne, Between::DeliverEvents};
+constexpr ShapeRule handoutMasterRule{allTypes, TextFrame::AnythingButZero, Between::DeliverEvents};
+constexpr ShapeRule titleMasterRule{allTypes, TextFrame::AnythingButZero, Between::Yield};
+constexpr ShapeRule perSlideRule{allTypes, TextFrame::AnythingButZero, Between::Yield};
+constexpr ShapeRule perPresentationRule{allTypes, TextFrame::OneOrMinusOne, Between::Yield};
+
+/// The names of the designs that a walk over the slides has met.
+class DesignNames
+{
+public:
+    /// False when the name has been met. At the start the list holds one empty entry, so that a first design without a
+    /// name counts as met; the first name takes that entry's place. This is intended.
+    bool Add(const String& name)
+    {
+        if (names_.contains(name))
+            return false;
+        if (nextIndex_ == 0)
+            names_.clear();
+        names_.insert(name);
+        nextIndex_ = CheckedSum(nextIndex_, 1);
+        return true;
+    }
+
+private:
+    std::unordered_set<String> names_{String()};
+    std::int16_t nextIndex_ = 0;
+};
+
+}  // namespace
+
+std::int32_t SearchFunctions::SlidesMasterPerSlide()
+{
+    return RaiseOn(u"SlidesMasterPerSlide", u"SlidesMasterPerSlide ", SearchPlace, [&] {
+        mCounter = 0;
+        std::int32_t total = 0;
+        DesignNames designNames;
+        const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
+        while ((CurrentSlide = walk->Next())) {
+            if (designNames.Add(Set(CurrentSlide->Design())->Name()))
+                SearchShapes(Set(Set(CurrentSlide->Design())->SlideMaster())->Shapes(), perSlideRule, total);
+        }
+        return total;
+    });
+}
+
+std::int32_t SearchFunctions::SlidesMasterPerPresentation()
+{
+    return RaiseOn(u"SlidesMasterPerPresentation", u"SlidesMasterPerPresentation ", SearchPlace, [&] {
+        mCounter = 0;
+        std::int32_t total = 0;
+        const auto walk = Set(Set(xPresentation)->Designs())->NewEnum();
+        while (const auto design = walk->Next())
+            SearchShapes(Set(design->SlideMaster())->Shapes(), perPresentationRule, total);
+        return total;
+    });
+}
+
+std::int32_t SearchFunctions::TitleMaster()
+{
+    return RaiseOn(u"TitleMaster", u"TitleMaster ", SearchPlace, [&] {
+        std::int32_t total = 0;
+        const auto walk = Set(Set(xPresentation)->Designs())->NewEnum();
+        while (const auto design = walk->Next()) {
+            if (design->HasTitleMaster() != powerpoint::msoFalse)
+                SearchShapes(Set(design->TitleMaster())->Shapes(), titleMasterRule, total);
+        }
+        return total;
+    });
+}
+
+std::int32_t SearchFunctions::NotesMaster()
+{
+    return RaiseOn(u"NotesMaster", u"NotesMaster ", SearchPlace, [&] {
+        std::int32_t total = 0;
+        SearchShapes(Set(Set(xPresentation)->NotesMaster())->Shapes(), notesMasterRule, total);
+        SearchHeaderAndFooterOfNotesMaster(total);
+        return total;
+    });
+}
+
+std::int32_t SearchFunctions::HandoutMaster()
+{
+    return RaiseOn(u"HandoutMaster", u"HandoutMaster", SearchPlace, [&] {
+        std::int32_t total = 0;
+        SearchShapes(Set(Set(xPresentation)->HandoutMaster())->Shapes(), handoutMasterRule, total);
+        // Header and footer are those of the notes master, so they are left to NotesMaster when that is searched too;
+        // the handout master's own are never read. This is intended.
+        if (!Set(Set(mItem)->OptionSetting)->InNotesMaster)
+            SearchHeaderAndFooterOfNotesMaster(total);
+        return total;
+    });
+}
+
+void SearchFunctions::SearchHeaderAndFooterOfNotesMaster(std::int32_t& total)
+{
+    const auto headersFooters = Set(Set(Set(xPresentation)->NotesMaster())->HeadersFooters());
+    std::int32_t count = 0;
+    const auto search = [&](powerpoint::HeaderFooter& headerFooter) {
+        const String text = FindandReplace(count, mItem, headerFooter.Text(), true);
+        // Written back whether anything was found or not. This is intended.
+        if (!mIsFindOnly)
+            headerFooter.PutText(text);
+        if (count != -1)
+            total = CheckedSum(total, count);
+    };
+    search(*Set(headersFooters->Header()));
+    search(*Set(headersFooters->Footer()));
+}
+
+}  // namespace tessarine

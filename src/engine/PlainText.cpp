@@ -1,0 +1,156 @@
+#include "engine/SearchFunctions.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "engine/SearchPlace.h"
+#include "platform/CaseFolding.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr std::int32_t compareExact = 0;
+constexpr std::int32_t compareText = 1;
+
+/// Where a text occurs in another one under a compare mode. Folds both once, so that each search is a plain one;
+/// positions in the folded text are positions in the text. Borrows what it is given.
+class Occurrences
+{
+public:
+    Occurrences(StringView source, StringView find, std::int32_t compare)
+    {
+        if (compare != compareExact) {
+            foldedSource_ = FoldCase(source);
+            foldedFind_ = FoldCase(find);
+            source = foldedSource_;
+            find = foldedFind_;
+        }
+        source_ = source;
+        find_ = find;
+    }
+    Occurrences(const Occurrences&) = delete;
+    Occurrences& operator=(const Occurrences&) = delete;
+
+    /// Index of the first occurrence at or behind `from`, npos for none.
+    std::size_t Next(std::size_t from) const { return source_.find(find_, from); }
+
+private:
+    String foldedSource_;
+    String foldedFind_;
+    StringView source_;
+    StringView find_;
+};
+
+/// Exactly A to Z in either case: digits, "_", blanks and every letter beyond them are boundaries of a whole word.
+/// This is intended.
+bool IsWordLetter(char16_t unit)
+{
+    return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+}
+
+String ReplaceAll(const String& source, const String& find, const String& replacement, const Occurrences& occurrences)
+{
+    String result;
+    std::size_t read = 0;
+    for (std::size_t hit = occurrences.Next(0); hit != String::npos; hit = occurrences.Next(read)) {
+        result.append(source, read, hit - read);
+        result += replacement;
+        read = hit + find.size();
+    }
+    result.append(source, read);
+    return result;
+}
+
+}  // namespace
+
+String SearchFunctions::FindandReplace(std::int32_t& vFindCount, const std::shared_ptr<FindAndReplaceItem>& vItem,
+                                       const String& vText, bool vIsReplace)
+{
+    return LogAndReturn({u"FindandReplace", SearchPlace}, [&] {
+        const FindAndReplaceItem& item = *Set(vItem);
+        const std::int32_t compare = Set(item.OptionSetting)->MatchCase ? compareExact : compareText;
+        vFindCount = -1;
+        const String& replacement = vIsReplace ? item.ReplaceWith : item.FindWhat;
+        // The case rule comes from the pair, the word rule from the flag that ProcessFile set. This is intended.
+        return WholeWordsFlag == 0 ? ReplaceWord1(vText, item.FindWhat, replacement, 1, -1, compare, vFindCount)
+                                   : ReplaceWord(vText, item.FindWhat, replacement, 1, -1, compare, vFindCount);
+    });
+}
+
+String SearchFunctions::ReplaceWord(const String& Source, const String& Find, const String& ReplaceStr,
+                                    std::int32_t Start, const std::int32_t& Count, const std::int32_t& Compare,
+                                    std::int32_t& FindAndReplaceCount)
+{
+    // Outside the body, because a failure gives back the text as far as it had got: what is done, then the rest as it
+    // stood in `Source`.
+    String done;
+    StringView rest;
+    LogAndReturn({u"ReplaceWord", SearchPlace}, [&] {
+        if (Find.empty())
+            throw Failure(FailureNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
+        rest = Source;
+        const Occurrences occurrences(Source, Find, Compare);
+        const std::size_t length = Find.size();
+        std::size_t from = static_cast<std::size_t>(std::max(Start, 1)) - 1;
+        std::int32_t replacements = 0;
+        while (true) {
+            const std::size_t hit = occurrences.Next(from);
+            if (hit == String::npos)
+                return;
+            const std::size_t behind = hit + length;
+            const std::size_t unread = Source.size() - rest.size();
+            done.append(Source, unread, hit - unread);
+            rest = StringView(Source).substr(hit);
+            // The character before is the one of the text so far, so it may be the end of the last replacement.
+            const bool touchesBefore = !done.empty() && IsWordLetter(done.back());
+            const bool touchesBehind = behind < Source.size() && IsWordLetter(Source[behind]);
+            if (!touchesBefore && !touchesBehind) {
+                done += ReplaceStr;
+                rest.remove_prefix(length);
+                replacements = CheckedSum(replacements, 1);
+                FindAndReplaceCount = replacements;
+            }
+            from = behind;
+            Yield();
+            if (replacements == Count)
+                return;
+        }
+    });
+    done += rest;
+    return done;
+}
+
+String SearchFunctions::ReplaceWord1(const String& Source, const String& Find, const String& ReplaceStr,
+                                     std::int32_t /*Start*/, const std::int32_t& /*Count*/, const std::int32_t& Compare,
+                                     std::int32_t& FindAndReplaceCount)
+{
+    return LogAndReturn({u"ReplaceWord1", SearchPlace}, [&]() -> String {
+        if (Find.empty())
+            return {};
+        const Occurrences occurrences(Source, Find, Compare);
+        std::int32_t count = 0;
+        std::size_t hit = occurrences.Next(0);
+        while (hit != String::npos) {
+            count = CheckedSum(count, 1);
+            const std::size_t next = hit + Find.size();
+            if (next >= Source.size())
+                break;
+            Yield();
+            hit = occurrences.Next(next);
+            // Off, one occurrence is counted, although all are replaced below. This is intended.
+            if (!IsRequiredCount)
+                break;
+        }
+        if (count == 0)
+            return Source;
+        FindAndReplaceCount = count;
+        return ReplaceAll(Source, Find, ReplaceStr, occurrences);
+    });
+}
+
+}  // namespace tessarine

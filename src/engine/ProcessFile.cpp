@@ -1,0 +1,104 @@
+#include "engine/SearchFunctions.h"
+
+#include <array>
+
+#include "engine/SearchPlace.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Messages.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+struct Step {
+    Location location;
+    std::int32_t (SearchFunctions::*search)();
+};
+
+/// The order in which a pair is taken through the locations. It is not that of the location list: the notes master
+/// comes before the handout master, and the links come last.
+constexpr std::array<Step, SearchLocations.size()> steps{{
+    {Location::Slides, &SearchFunctions::Slides},
+    {Location::HyperlinkAddresses, &SearchFunctions::Hyperlinks},
+    {Location::ShapesAndTextboxes, &SearchFunctions::ShapeAndTextboxes},
+    {Location::Header, &SearchFunctions::Header},
+    {Location::Footer, &SearchFunctions::Footer},
+    {Location::BuiltinProperies, &SearchFunctions::BuiltinProperties},
+    {Location::CustomProperties, &SearchFunctions::CustomProperties},
+    {Location::Notes, &SearchFunctions::Notes},
+    {Location::SlideMasterPerSlide, &SearchFunctions::SlidesMasterPerSlide},
+    {Location::SlideMasterPerPresentation, &SearchFunctions::SlidesMasterPerPresentation},
+    {Location::TitleMaster, &SearchFunctions::TitleMaster},
+    {Location::NotesMaster, &SearchFunctions::NotesMaster},
+    {Location::HandoutMaster, &SearchFunctions::HandoutMaster},
+    {Location::Links, &SearchFunctions::olelinks},
+}};
+
+bool IsOn(const OptionSetting& options, Location location)
+{
+    return options.*SearchLocations[static_cast<std::size_t>(location)].isOn;
+}
+
+std::shared_ptr<CounterStatuses> UnsearchedResults(const FindAndReplaceItems& items,
+                                                   std::shared_ptr<FindAndReplaceItem>& current)
+{
+    auto results = std::make_shared<CounterStatuses>();
+    for (const auto& item : items.NewEnum()) {
+        current = Set(item);
+        results->Add(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, FileStatus::NothingCounted,
+                     current->FindWhat, current->ReplaceWith, {});
+    }
+    results->FileStausAfterProcess = FileStatus::NothingCounted;
+    return results;
+}
+
+}  // namespace
+
+std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& /*path*/, const String& /*vPassword*/,
+                                                              const std::shared_ptr<OptionSetting>& /*vOptionSetting*/)
+{
+    return RaiseOn(u"ProcessFile", u"ProcessFile", SearchPlace, [&] {
+        const auto results = UnsearchedResults(*Set(mItems), mItem);
+        std::int32_t itemIndex = 1;
+        std::int32_t runningCount = 0;
+        for (const auto& item : mItems->NewEnum()) {
+            mItem = item;
+            const auto status = Set(results->Item(itemIndex));
+            ProcessItem(*status, runningCount);
+            if (status->FileStausAfterProcess == FileStatus::Counted)
+                results->FileStausAfterProcess = FileStatus::Counted;
+            itemIndex = CheckedSum(itemIndex, 1);
+            DeliverPendingEvents();
+        }
+        // A replace run saves every file, changed or not. This is intended.
+        if (!mIsFindOnly)
+            Set(xPresentation)->Save();
+        Set(xPresentation)->Close();
+        return results;
+    });
+}
+
+void SearchFunctions::ProcessItem(CounterStatus& status, std::int32_t& runningCount)
+{
+    const auto options = Set(mItem)->OptionSetting;
+    if (!options)
+        throw Failure(FailureNumber::TypeMismatch, u"Type mismatch: the find/replace item has no search options");
+    MatchCaseFlag = options->MatchCase ? 1 : 0;
+    WholeWordsFlag = options->MatchWholeWord ? 1 : 0;
+    for (const Step& step : steps) {
+        if (!IsOn(*options, step.location))
+            continue;
+        if (status.Count(step.location) == -1)
+            status.PutCount(step.location, 0);
+        if (!mItem->FindWhat.empty())
+            runningCount = (this->*step.search)();
+        // Without a find text the running count is still that of the pair before, and is reported here once more. This
+        // is intended.
+        status.PutCount(step.location, CheckedSum(status.Count(step.location), runningCount));
+    }
+}
+
+}  // namespace tessarine

@@ -1,0 +1,24 @@
+#include "engine/SearchFunctions.h"
+
+#include "engine/ShapeRule.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Messages.h"
+
+namespace tessarine
+{
+
+void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule,
+                                   std::int32_t& total)
+{
+    const auto walk = Set(shapes)->NewEnum();
+    while ((CurrentShape = walk->Next())) {
+        if (rule.AcceptsType(CurrentShape->Type()) && rule.AcceptsTextFrame(CurrentShape->HasTextFrame()))
+            total = CheckedSum(total, SearchFunction(Set(CurrentShape->TextFrame())->TextRange()));
+        if (rule.between == ShapeRule::Between::Yield)
+            Yield();
+        else
+            DeliverPendingEvents();
+    }
+}
+
+}  // namespace tessarine

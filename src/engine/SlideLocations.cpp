@@ -1,0 +1,86 @@
+#include "engine/SearchFunctions.h"
+
+#include "engine/SearchPlace.h"
+#include "engine/ShapeRule.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Messages.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr ShapeRule slidesRule{ShapeRule::Types::Placeholder, ShapeRule::TextFrame::OneOrMinusOne,
+                               ShapeRule::Between::Yield};
+constexpr ShapeRule shapesAndTextboxesRule{ShapeRule::Types::AutoShapeAndTextBox, ShapeRule::TextFrame::OneOrMinusOne,
+                                           ShapeRule::Between::Yield};
+constexpr ShapeRule notesRule{ShapeRule::Types::AutoShapeTextBoxAndPlaceholder, ShapeRule::TextFrame::OneOrMinusOne,
+                              ShapeRule::Between::Yield};
+
+}  // namespace
+
+std::int32_t SearchFunctions::SearchShapesOfSlides(const ShapeRule& rule)
+{
+    std::int32_t total = 0;
+    const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
+    while ((CurrentSlide = walk->Next()))
+        SearchShapes(CurrentSlide->Shapes(), rule, total);
+    return total;
+}
+
+std::int32_t SearchFunctions::Slides()
+{
+    return RaiseOn(u"Slides", u"Slides", SearchPlace, [&] {
+        mCounter = 0;
+        return SearchShapesOfSlides(slidesRule);
+    });
+}
+
+std::int32_t SearchFunctions::ShapeAndTextboxes()
+{
+    return RaiseOn(u"ShapeAndTextboxes", u"ShapeAndTextboxes ", SearchPlace,
+                   [&] { return SearchShapesOfSlides(shapesAndTextboxesRule); });
+}
+
+std::int32_t SearchFunctions::Notes()
+{
+    return RaiseOn(u"Notes", u"Notes ", SearchPlace, [&] {
+        std::int32_t total = 0;
+        const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
+        while ((CurrentSlide = walk->Next()))
+            SearchShapes(Set(CurrentSlide->NotesPage())->Shapes(), notesRule, total);
+        return total;
+    });
+}
+
+std::int32_t SearchFunctions::Hyperlinks()
+{
+    return RaiseOn(u"Hyperlinks", u"Hyperlinks", SearchPlace, [&] {
+        mCounter = 0;
+        std::int32_t total = 0;
+        const auto slides = Set(Set(xPresentation)->Slides())->NewEnum();
+        while ((CurrentSlide = slides->Next())) {
+            const auto hyperlinks = Set(CurrentSlide->Hyperlinks())->NewEnum();
+            while (const auto hyperlink = hyperlinks->Next()) {
+                const String address = FindandReplace(mCounter, mItem, hyperlink->Address(), true);
+                // Written back whether anything was found or not. This is intended.
+                if (!mIsFindOnly)
+                    hyperlink->PutAddress(address);
+                if (mCounter != -1)
+                    total = CheckedSum(total, mCounter);
+                Yield();
+            }
+        }
+        return total;
+    });
+}
+
+// Slide headers are not searched. This is intended.
+std::int32_t SearchFunctions::Header()
+{
+    return 0;
+}
+
+}  // namespace tessarine

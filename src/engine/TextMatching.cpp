@@ -1,0 +1,28 @@
+#include "engine/SearchFunctions.h"
+
+#include "engine/SearchPlace.h"
+#include "engine/TextRangeWalk.h"
+#include "platform/Messages.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+std::int32_t SearchFunctions::SearchFunction(const std::shared_ptr<powerpoint::TextRange>& textRange)
+{
+    // A failure gives 0, also when occurrences had been counted before. This is intended.
+    return LogAndReturn({u"SearchFunction", SearchPlace}, [&] {
+        return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *Set(textRange))
+                           : ReplaceInTextRange<std::int32_t>(*this, *Set(textRange));
+    });
+}
+
+void SearchFunctions::Yield()
+{
+    if (mCPUUsage)
+        YieldWithSleep();
+    else
+        DeliverPendingEvents();
+}
+
+}  // namespace tessarine
