@@ -88,6 +88,7 @@ private:
 
     void RetriveFolder(const String& path);
     void RetriveFile();
+    void AddFilesOfSource();
     bool CheckFileExt(const String& path) const;
     void RaiseManualInterventionRequired();
 

@@ -56,7 +56,7 @@ struct FileAttributes {
 /// Raises 53 when the file is missing.
 FileAttributes GetAttributes(StringView path);
 
-/// Puts back what GetAttributes read.
+/// Puts back what GetAttributes read; a file that still has it is left alone. Raises 53 or 70.
 void SetAttributes(StringView path, const FileAttributes& attributes);
 
 /// Attributes to 0: the file becomes writable for its owner.

@@ -151,7 +151,11 @@ FileAttributes GetAttributes(StringView path)
 void SetAttributes(StringView path, const FileAttributes& attributes)
 {
     const std::string nativePath = NativePath(path);
-    if (chmod(nativePath.c_str(), static_cast<mode_t>(attributes.mode)) != 0)
+    const auto mode = static_cast<mode_t>(attributes.mode);
+    // Only a file's owner may set its mode, but whoever may read it can have a run over it that changes nothing.
+    if ((ExistingStatus(nativePath).st_mode & 07777) == mode)
+        return;
+    if (chmod(nativePath.c_str(), mode) != 0)
         throw FileFailure(errno, "set the attributes of", nativePath);
 }
 

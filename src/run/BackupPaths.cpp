@@ -1,0 +1,25 @@
+#include "run/BackupPaths.h"
+
+namespace tessarine
+{
+
+String BackupTargetOf(const String& path)
+{
+    constexpr std::size_t extensionLength = 4;
+    constexpr StringView backupExtension = u".bak";
+    const String extension = path.size() > extensionLength ? path.substr(path.size() - extensionLength) : path;
+    String target = path;
+    if (extension.empty())
+        return target;
+    for (std::size_t at = target.find(extension); at != String::npos;
+         at = target.find(extension, at + backupExtension.size()))
+        target.replace(at, extension.size(), backupExtension);
+    return target;
+}
+
+String BackupPathOf(const String& path)
+{
+    return path.substr(0, path.rfind(u'.') + 1) + u"bak";
+}
+
+}  // namespace tessarine

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// The path that a run copies a file to before it touches it: every occurrence of the path's last four characters
+/// replaced by ".bak", case counts. "a.ppt" gives "a.bak", "a.pptx" gives "a..bak", and where a folder's name holds the
+/// four characters too the result lies in another folder, which mostly does not exist.
+String BackupTargetOf(const String& path);
+
+/// The path where restoring and removing look for a backup: up to and including the last ".", then "bak". That it
+/// differs from BackupTargetOf for extensions of four letters is intended.
+String BackupPathOf(const String& path);
+
+}  // namespace tessarine

@@ -1,0 +1,47 @@
+#include "model/Project.h"
+#include "platform/Files.h"
+#include "platform/Treatments.h"
+#include "run/BackupPaths.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Class Module Project";
+
+}  // namespace
+
+void Project::RemoveBackupFiles(const String&)
+{
+    LogAndReturn({u"RemoveBackupFiles", place}, [&] {
+        FilesToProcess.clear();
+        AddFilesOfSource();
+        for (const String& path : FilesToProcess)
+            if (const String backup = BackupPathOf(path); FileExists(backup))
+                DeleteFile(backup);
+    });
+}
+
+void Project::RestoreBackupFiles(const String&)
+{
+    LogAndReturn({u"RestoreBackupFiles", place}, [&] {
+        // The list is not cleared first, so that after a run a path stands in it twice and is restored twice. This is
+        // intended.
+        AddFilesOfSource();
+        for (const String& path : FilesToProcess)
+            if (const String backup = BackupPathOf(path); FileExists(backup))
+                CopyFile(backup, path);
+    });
+}
+
+void Project::AddFilesOfSource()
+{
+    if (Set(options)->FileToProcessSourceType == 0)
+        RetriveFolder(options->FileToProcessFolderPath);
+    else
+        RetriveFile();
+}
+
+}  // namespace tessarine

@@ -1,0 +1,106 @@
+#include <algorithm>
+#include <string_view>
+
+#include "model/Project.h"
+#include "platform/CaseFolding.h"
+#include "platform/Files.h"
+#include "platform/Messages.h"
+#include "platform/Treatments.h"
+#include "run/WildcardPattern.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Class Module Project";
+
+/// The pieces between separators. An empty text has none.
+template <class Text>
+std::vector<Text> Split(Text text, Text separator)
+{
+    std::vector<Text> pieces;
+    if (text.empty())
+        return pieces;
+    for (std::size_t end = text.find(separator); end != Text::npos; end = text.find(separator)) {
+        pieces.push_back(text.substr(0, end));
+        text.remove_prefix(end + separator.size());
+    }
+    pieces.push_back(text);
+    return pieces;
+}
+
+std::string_view WithoutByteOrderMark(std::string_view bytes)
+{
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    return bytes.starts_with(mark) ? bytes.substr(mark.size()) : bytes;
+}
+
+}  // namespace
+
+std::int32_t Project::GetFileToProcessFileCount()
+{
+    return LogAndReturn({u"GetFileToProcessFileCount", place}, [&] {
+        FilesToProcess.clear();
+        const ProjectOptions& jobOptions = *Set(options);
+        AllowedExtensionPatterns.clear();
+        for (const StringView pattern : Split<StringView>(jobOptions.ComaSepAllowedExtensions, u";"))
+            AllowedExtensionPatterns.emplace_back(pattern);
+
+        if (jobOptions.FileToProcessSourceType == 0) {
+            if (!FolderExists(jobOptions.FileToProcessFolderPath))
+                return std::int32_t{-1};
+            RetriveFolder(jobOptions.FileToProcessFolderPath);
+        } else if (!FileExists(jobOptions.FileToProcessFilepath)) {
+            ShowMessage(u"File is not Available.", MessageIcon::Exclamation);
+        } else {
+            RetriveFile();
+        }
+        return Checked<std::int32_t>(static_cast<std::int64_t>(FilesToProcess.size()));
+    });
+}
+
+void Project::RetriveFolder(const String& path)
+{
+    LogAndReturn({u"RetriveFolder", place}, [&] {
+        for (const String& file : FilesOfFolder(path))
+            if (CheckFileExt(file))
+                FilesToProcess.push_back(file);
+        if (!Set(options)->Include_Subfolders)
+            return;
+        for (const String& folder : SubfoldersOfFolder(path))
+            RetriveFolder(folder);
+    });
+}
+
+void Project::RetriveFile()
+{
+    LogAndReturn({u"RetriveFile", place}, [&] {
+        const std::string bytes = ReadWholeFile(Set(options)->FileToProcessFilepath);
+        // A line feed alone does not end a line: it may be part of a file's name.
+        for (const std::string_view line : Split<std::string_view>(WithoutByteOrderMark(bytes), "\r\n")) {
+            String path = FromUtf8(line);
+            if (CheckFileExt(path))
+                FilesToProcess.push_back(std::move(path));
+        }
+    });
+}
+
+bool Project::CheckFileExt(const String& path) const
+{
+    return LogAndReturn({u"CheckFileExt", place}, [&] {
+        if (path.empty() || !FileExists(path))
+            return false;
+        const std::size_t dot = path.rfind(u'.');
+        if (dot == String::npos)
+            throw Failure(FailureNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
+        // The star belongs to the text under test, so only a pattern whose end can take it matches: "*.Ppt*" does,
+        // "*.ppt" never. This is intended.
+        const String subject = ToUpper(path.substr(dot)) + u"*";
+        return std::any_of(AllowedExtensionPatterns.begin(), AllowedExtensionPatterns.end(),
+                           [&](const String& pattern) { return WildcardPattern(ToUpper(pattern)).Matches(subject); });
+    });
+}
+
+}  // namespace tessarine

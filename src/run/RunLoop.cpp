@@ -1,0 +1,274 @@
+#include "run/RunLoop.h"
+
+#include <optional>
+
+#include "platform/ErrorLog.h"
+#include "platform/Messages.h"
+#include "run/BackupPaths.h"
+#include "run/BinaryDigits.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Class Module Project";
+
+/// Runs one statement and hands back what it failed with.
+template <class Body>
+std::optional<Failure> FailureOf(Body&& body)
+{
+    try {
+        body();
+        return std::nullopt;
+    } catch (...) {
+        return CurrentFailure();
+    }
+}
+
+}  // namespace
+
+void Project::Search(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList,
+                     const std::shared_ptr<OptionSetting>& vOptionSettings)
+{
+    RunLoop(*this, vFindAndReplaceList, vOptionSettings).Run();
+}
+
+void Project::Replacement(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList,
+                          const std::shared_ptr<OptionSetting>& vOptionSettings)
+{
+    LogAndReturn({u"Replacement", place}, [&] {
+        Set(options)->IsFindOnly = false;
+        Search(vFindAndReplaceList, vOptionSettings);
+        // A failure of the run skips this, so that a following Search saves its changes. This is intended.
+        Set(options)->IsFindOnly = true;
+    });
+}
+
+RunLoop::RunLoop(Project& project, const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList,
+                 const std::shared_ptr<OptionSetting>& vOptionSettings)
+    : project_(project), list_(vFindAndReplaceList), optionSettings_(vOptionSettings)
+{
+}
+
+void RunLoop::Run()
+{
+    Step step = Step::SetUp;
+    while (step != Step::Done) {
+        try {
+            step = Perform(step);
+        } catch (...) {
+            if (mode_ != Mode::General)
+                throw;
+            step = HandleGenerally(CurrentFailure());
+        }
+    }
+}
+
+RunLoop::Step RunLoop::Perform(Step step)
+{
+    switch (step) {
+        case Step::SetUp:
+            return SetUp();
+        case Step::Begin:
+            return Begin();
+        case Step::Open:
+            return Open();
+        case Step::Process:
+            return Process();
+        case Step::Restore:
+            return Restore();
+        case Step::Report:
+            return Report();
+        case Step::NextFile:
+            return NextFile();
+        case Step::End:
+            return End();
+        case Step::Done:
+            break;
+    }
+    return Step::Done;
+}
+
+RunLoop::Step RunLoop::SetUp()
+{
+    SetMousePointer(MousePointer::Hourglass);
+
+    project_.IsReqCount = Options().RequiredFindAndReplaceCount;
+    engine_.IsRequiredCount = Options().RequiredFindAndReplaceCount;
+    engine_.mCPUUsage = Options().CPUUsage;
+    engine_.mIsFindOnly = Options().IsFindOnly;
+
+    if (list_) {
+        for (const auto& item : list_->NewEnum())
+            item->Project = project_.shared_from_this();
+        engine_.mItems = list_;
+    } else {
+        engine_.mItems = project_.FindAndReplaceList;
+    }
+    // ProcessLongestFindwhatFirst is a stored and shown setting only: items reach the engine in list order, always.
+
+    CreateApplication();
+    SetDisplayAlerts();
+    // Set here only: what a restart opens runs under the application's default. This is intended.
+    Application().PutAutomationSecurity(powerpoint::msoAutomationSecurityForceDisable);
+
+    bound_ = Checked<std::int16_t>(static_cast<std::int64_t>(project_.FilesToProcess.size()));
+    return Step::NextFile;
+}
+
+RunLoop::Step RunLoop::Begin()
+{
+    Statement([&] {
+        const auto position = static_cast<std::size_t>(index_) - 1;
+        if (position >= project_.FilesToProcess.size())
+            throw Failure(FailureNumber::SubscriptOutOfRange, u"Subscript out of range");
+        path_ = project_.FilesToProcess[position];
+    });
+    Statement([&] { project_.BeforFileProcess.Raise(path_); });
+
+    if (project_.IsProcessCancel) {
+        Statement([&] { project_.ProcessCancel.Raise(); });
+        return Step::End;
+    }
+
+    if (Options().BackupMode)
+        Statement([&] { CopyFile(path_, BackupTargetOf(path_)); });
+
+    Statement([&] { savedAttributes_ = GetAttributes(path_); });
+    Statement([&] { attributeBits_ = DecimalToBinary(savedAttributes_.bits); });
+    if (attributeBits_.ends_with(u'1')) {
+        if (!Options().ProcessReadonlyFiles) {
+            ReportUnprocessed(u"Read Only File.");
+            return Step::Report;
+        }
+        Statement([&] { ClearAttributes(path_); });
+    }
+
+    // Behind the attributes, because the times of a read-only file can't be written back.
+    if (Options().KeepOriginalFileDate)
+        savedTimes_ = GetFileDateTime(path_);
+    return Step::Open;
+}
+
+RunLoop::Step RunLoop::Open()
+{
+    mode_ = Mode::Captured;
+    const std::optional<Failure> failure = FailureOf([&] {
+        engine_.xPresentation = Set(Application().Presentations())
+                                    ->Open(path_, powerpoint::msoFalse, powerpoint::msoFalse, powerpoint::msoFalse);
+    });
+    return failure ? SortOpenFailure(*failure) : Step::Process;
+}
+
+RunLoop::Step RunLoop::Process()
+{
+    Statement([&] {
+        engine_.UpdateISO9001Version(Options().RevisionDocumentPropertyName,
+                                     Options().RevisionDocumentPropertyIncrimentedBy);
+    });
+    const std::optional<Failure> failure =
+        FailureOf([&] { result_ = engine_.ProcessFile(path_, Options().PasswordToOpen, optionSettings_); });
+    if (failure)
+        TellPassedOver(*failure);
+    return Step::Restore;
+}
+
+RunLoop::Step RunLoop::Restore()
+{
+    mode_ = Mode::None;
+    // The date first: a restored read-only attribute would forbid it.
+    if (Options().KeepOriginalFileDate)
+        SetFileDateTime(path_, savedTimes_);
+    SetAttributes(path_, savedAttributes_);
+    Set(result_)->FileName = path_;
+    return Step::Report;
+}
+
+RunLoop::Step RunLoop::Report()
+{
+    Statement([&] { project_.AfterFileProcess.Raise(result_); });
+    Statement([&] { engine_.mCPUUsage ? YieldWithSleep() : DeliverPendingEvents(); });
+    ++processedFileCount_;
+
+    const std::int32_t restartAfter = Options().RestartApplicationAfterFiles;
+    const bool isLast = static_cast<std::size_t>(index_) == project_.FilesToProcess.size();
+    if (restartAfter != 0 && processedFileCount_ % restartAfter == 0 && !isLast)
+        RestartAsPlanned();
+    return Step::NextFile;
+}
+
+RunLoop::Step RunLoop::NextFile()
+{
+    // No further than one behind the end: the general handler may come back here from behind the loop.
+    if (index_ <= bound_)
+        ++index_;
+    return index_ <= bound_ ? Step::Begin : Step::End;
+}
+
+RunLoop::Step RunLoop::End()
+{
+    Statement([&] { Application().Quit(); });
+    project_.application_.reset();
+    project_.UnloadPowerPoint();
+    project_.IsProcessCancel = false;
+    Statement([] { SetMousePointer(MousePointer::Default); });
+    return Step::Done;
+}
+
+RunLoop::Step RunLoop::HandleGenerally(const Failure& failure)
+{
+    mode_ = Mode::None;  // The handler serves once: a further failure leaves Search.
+    LogFailure({u"Search", place}, failure);
+    return SortOpenFailure(failure);
+}
+
+RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
+{
+    switch (failure.number) {
+        case FailureNumber::ServerGone:
+        case FailureNumber::RemoteCallFailed:
+            RestartAfterLoss();
+            return Step::Open;
+        case FailureNumber::ApplicationDefined:
+        case FailureNumber::Unspecified:
+            // The two leading blanks are intended.
+            ReportUnprocessed(u"  Wrong Password has been supplied.");
+            TellPassedOver(failure);
+            return Step::Report;
+        default:
+            // The result stays as it is: null, or the previous file's once more. This is intended.
+            WriteErrorLog(failure.description);
+            TellPassedOver(failure);
+            return Step::Report;
+    }
+}
+
+ProjectOptions& RunLoop::Options() const
+{
+    return *Set(project_.options);
+}
+
+powerpoint::Application& RunLoop::Application() const
+{
+    return *Set(project_.application_);
+}
+
+void RunLoop::ReportUnprocessed(const String& error)
+{
+    result_ = std::make_shared<CounterStatuses>();
+    result_->FileName = path_;
+    result_->FileStausAfterProcess = FileStatus::NotProcessed;
+    result_->mError = error;
+}
+
+void RunLoop::TellPassedOver(const Failure& failure) const
+{
+    Skip([&] {
+        if (project_.FailurePassedOver)
+            project_.FailurePassedOver(path_, failure);
+    });
+}
+
+}  // namespace tessarine
