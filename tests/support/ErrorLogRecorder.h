@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/TemporaryFolder.h"
+
+namespace tessarine
+{
+
+/// While it lives the error log lies in a folder of its own, for a test to read.
+class ErrorLogRecorder
+{
+public:
+    ErrorLogRecorder();
+    ~ErrorLogRecorder();
+    ErrorLogRecorder(const ErrorLogRecorder&) = delete;
+    ErrorLogRecorder& operator=(const ErrorLogRecorder&) = delete;
+
+    /// The log as it stands, byte for byte; empty when nothing was logged.
+    std::string Bytes() const;
+
+    /// The messages of the lines so far, without the "- ", the date and the time behind them.
+    std::vector<std::string> Lines() const;
+
+private:
+    TemporaryFolder folder_;
+    String previousFolder_;
+};
+
+}  // namespace tessarine

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// A new, empty folder that goes away with all it holds, whatever the modes of files and folders in it.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    /// Full path, without a trailing separator.
+    const String& Path() const { return path_; }
+
+    /// Full path of an entry, made or not.
+    String PathOf(StringView name) const;
+
+    /// Writes a file, with the folders on the way, and gives its full path.
+    String Write(StringView name, const std::string& content = "content") const;
+
+    /// Makes a folder with all on the way and gives its full path.
+    String MakeFolder(StringView name) const;
+
+private:
+    String path_;
+};
+
+/// Content of a file, "<missing>" when there is none.
+std::string ContentOf(StringView path);
+
+/// The mode bits of a file, and a way to set them.
+mode_t ModeOf(StringView path);
+void SetMode(StringView path, mode_t mode);
+
+}  // namespace tessarine
