@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/OptionSetting.h"
+#include "platform/String.h"
+
+namespace tessarine::batch
+{
+
+enum class Command { Find, Replace, Restore, Clean };
+enum class OutputFormat { Text, Json };
+
+struct TextPair {
+    String find;
+    String with;  ///< Empty in a find.
+};
+
+/// What a command line asks for, checked as far as it can be without looking at a file.
+struct BatchCall {
+    Command command = Command::Find;
+
+    std::vector<TextPair> pairs;
+    OptionSetting setting;  ///< Where every pair is looked for, and how its text is compared.
+
+    bool count = true;
+    bool backup = false;
+    bool keepDate = false;
+    bool readOnly = false;
+    String revision;  ///< Name of the custom property; empty = no revision number.
+    double revisionBy = 1;
+    std::int32_t restartAfter = 0;  ///< 0 = never
+
+    std::vector<String> paths;        ///< Files and folders, as given.
+    std::optional<String> filesFrom;  ///< A list of further paths; "-" is standard input.
+    std::vector<String> patterns;     ///< File name patterns of folder scans.
+    bool recurse = false;
+
+    OutputFormat format = OutputFormat::Text;
+    bool verbose = false;  ///< Text reports name unchanged files too.
+};
+
+}  // namespace tessarine::batch

@@ -1,0 +1,197 @@
+#include "batch/CommandLine.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+
+#include <fmt/format.h>
+
+#include "batch/EndlessReplacement.h"
+#include "batch/Help.h"
+#include "batch/Locations.h"
+#include "batch/OptionTable.h"
+#include "model/SearchLocations.h"
+#include "platform/Failure.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+constexpr int callNotValid = 2;
+constexpr std::array<Command, 4> allCommands{Command::Find, Command::Replace, Command::Restore, Command::Clean};
+
+[[noreturn]] void Refuse(const std::string& text)
+{
+    throw Failure(FailureNumber::InvalidProcedureCall, FromUtf8(text));
+}
+
+std::optional<Command> CommandNamed(std::string_view name)
+{
+    const auto found = std::ranges::find(allCommands, name, NameOf);
+    return found == allCommands.end() ? std::optional<Command>() : *found;
+}
+
+const OptionRow& RowOf(std::string_view name, Command command)
+{
+    const auto table = OptionTable();
+    const auto row = std::ranges::find(table, name, &OptionRow::name);
+    if (row == table.end())
+        Refuse(fmt::format("there is no option {0} (see tessarine-batch {1} --help)", name, NameOf(command)));
+    if (!(row->commands & Only(command)))
+        Refuse(fmt::format("{} is not an option of {}", name, NameOf(command)));
+    return *row;
+}
+
+/// Reads the arguments behind the command. Every argument is taken literally: the one behind an option that takes one
+/// is its value whatever it looks like, and "--option=" gives the empty text.
+class ArgumentReader
+{
+public:
+    ArgumentReader(Command command, const std::vector<std::string>& arguments)
+        : command_(command), arguments_(arguments)
+    {
+        values_.call.command = command;
+    }
+
+    /// False when help is asked for.
+    bool Read()
+    {
+        for (; next_ < arguments_.size(); ++next_) {
+            const std::string& argument = arguments_[next_];
+            if (optionsEnded_ || argument == "-" || !argument.starts_with('-'))
+                TakePath(argument);
+            else if (argument == "--")
+                optionsEnded_ = true;
+            else if (argument == "--help" || argument == "-h")
+                return false;
+            else
+                TakeOption(argument);
+        }
+        return true;
+    }
+
+    OptionValues& values() { return values_; }
+
+private:
+    void TakePath(const std::string& argument)
+    {
+        if (argument.empty())
+            Refuse("a path is empty");
+        values_.call.paths.push_back(FromUtf8(argument));
+    }
+
+    void TakeOption(const std::string& argument)
+    {
+        const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
+        const std::string name = argument.substr(0, equals);
+        const OptionRow& row = RowOf(name, command_);
+        if (!given_.insert(row.name).second && !row.repeatable && !row.argument.empty())
+            Refuse(name + " is given twice");
+        row.apply(values_, row.argument.empty() ? NoValue(name, equals) : Value(row, argument, equals));
+    }
+
+    static std::string NoValue(const std::string& name, std::size_t equals)
+    {
+        if (equals != std::string::npos)
+            Refuse(name + " takes no value");
+        return {};
+    }
+
+    std::string Value(const OptionRow& row, const std::string& argument, std::size_t equals)
+    {
+        if (equals != std::string::npos)
+            return argument.substr(equals + 1);
+        if (next_ + 1 == arguments_.size())
+            Refuse(fmt::format("{} needs a value: {} {}", row.name, row.name, row.argument));
+        return arguments_[++next_];
+    }
+
+    Command command_;
+    const std::vector<std::string>& arguments_;
+    std::size_t next_ = 1;  // behind the command
+    bool optionsEnded_ = false;
+    std::set<std::string_view> given_;
+    OptionValues values_;
+};
+
+void CheckPair(const TextPair& pair, const OptionSetting& setting)
+{
+    if (NeverEnds(pair.find, pair.with, setting))
+        Refuse(fmt::format(
+            "replacing \"{}\" by \"{}\" never ends: the new text holds the old one behind its start, so every "
+            "replacement makes a further one",
+            ToUtf8(pair.find), ToUtf8(pair.with)));
+}
+
+/// The pairs of a find or replace, and where to look; checks what holds between options.
+void CheckRun(OptionValues& values)
+{
+    BatchCall& call = values.call;
+    if (values.finds.empty())
+        Refuse("--find is missing: what should be looked for?");
+    if (call.command == Command::Replace && values.finds.size() != values.withs.size())
+        Refuse(fmt::format("every --find needs its --with: there are {} --find and {} --with", values.finds.size(),
+                           values.withs.size()));
+    if (values.countGiven && values.noCountGiven)
+        Refuse("--count and --no-count contradict each other");
+    if (values.revisionByGiven && call.revision.empty())
+        Refuse("--revision-by needs --revision");
+    call.count = !values.noCountGiven;
+
+    const bool anywhere = std::ranges::any_of(SearchLocations, [&](const auto& row) { return call.setting.*row.isOn; });
+    if (!anywhere)
+        SwitchOn(call.setting, "slides,shapes,notes");
+
+    for (std::size_t at = 0; at < values.finds.size(); ++at) {
+        call.pairs.push_back({values.finds[at], call.command == Command::Replace ? values.withs[at] : String()});
+        CheckPair(call.pairs.back(), call.setting);
+    }
+}
+
+BatchCall CheckedCall(OptionValues& values)
+{
+    BatchCall& call = values.call;
+    if (Only(call.command) & Runs)
+        CheckRun(values);
+    if (call.paths.empty() && !call.filesFrom)
+        Refuse("no file or folder is named");
+    if (call.patterns.empty())
+        call.patterns.push_back(u"*.ppt*");
+    return call;
+}
+
+/// A text on one line, whatever the arguments hold that it quotes.
+std::string OnOneLine(std::string text)
+{
+    std::ranges::replace_if(
+        text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return text;
+}
+
+}  // namespace
+
+std::variant<BatchCall, EarlyEnd> ReadCommandLine(const std::vector<std::string>& arguments)
+{
+    try {
+        const std::string first = arguments.empty() ? std::string() : arguments.front();
+        if (first == "--help" || first == "-h")
+            return EarlyEnd{0, GeneralHelp(), {}};
+        if (first == "--version")
+            return EarlyEnd{0, VersionText(), {}};
+        const auto command = CommandNamed(first);
+        if (!command)
+            Refuse(first.empty() ? "a command is missing: find, replace, restore or clean (see tessarine-batch --help)"
+                                 : fmt::format("there is no command \"{}\" (see tessarine-batch --help)", first));
+
+        ArgumentReader reader(*command, arguments);
+        if (!reader.Read())
+            return EarlyEnd{0, HelpFor(*command), {}};
+        return CheckedCall(reader.values());
+    } catch (const Failure& failure) {
+        return EarlyEnd{callNotValid, {}, OnOneLine("tessarine-batch: " + ToUtf8(failure.description)) + "\n"};
+    }
+}
+
+}  // namespace tessarine::batch

@@ -1,0 +1,132 @@
+#include "batch/Help.h"
+
+#include <array>
+
+#include <fmt/format.h>
+
+#include "batch/OptionTable.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+struct CommandHelp {
+    std::string_view name;
+    std::string_view arguments;
+    std::string_view purpose;  ///< One line, for the list of commands.
+    std::string_view text;     ///< What one should know before using it.
+    std::string_view examples;
+};
+
+constexpr std::string_view limits =
+    "Text in groups, tables, charts and SmartArt is not searched. Texts changed in a slide's\n"
+    "footer are not counted, so a file changed only there is reported as unchanged.\n";
+
+/// In the order of Command.
+constexpr std::array<CommandHelp, 4> commands{{
+    {"find", "--find TEXT ... PATH ...", "Look for texts; no file is changed.",
+     "Looks for texts in presentations and reports where they occur. No file is changed.\n",
+     "  tessarine-batch find --find Fabrikam decks\n"
+     "      every presentation of the folder \"decks\"\n"
+     "  tessarine-batch find --find \"Fabrikam\" --find \"Contoso\" --match-case --recurse decks\n"
+     "      two texts at once, subfolders too\n"
+     "  tessarine-batch find --find intranet.example --in hyperlinks,links --format json decks\n"
+     "      link addresses only, as JSON for another program\n"},
+    {"replace", "--find TEXT --with TEXT ... PATH ...", "Replace texts and save the files.",
+     "Replaces texts in presentations. Each file is saved all or nothing: an interrupted run\n"
+     "leaves the old file or the new one.\n",
+     "  tessarine-batch replace --find Fabrikam --with Contoso --backup decks\n"
+     "      with a copy of each file beside it\n"
+     "  tessarine-batch replace --find 2023 --with 2024 --find Q1 --with Q2 --whole-word q1.pptx\n"
+     "      two pairs, one after the other, in one file\n"
+     "  tessarine-batch replace --find old.example --with new.example --in hyperlinks decks\n"
+     "      the addresses of links\n"
+     "  tessarine-batch replace --find draft --with final --keep-date --files-from list.txt\n"
+     "      the files that a list names; they keep their dates\n"},
+    {"restore", "PATH ...", "Copy backups back over their files.",
+     "Copies the backups that \"replace --backup\" made back over their files. The backups stay.\n",
+     "  tessarine-batch restore decks\n"
+     "  tessarine-batch restore --recurse --format json decks\n"},
+    {"clean", "PATH ...", "Delete the backups of files.",
+     "Deletes the backups that \"replace --backup\" made of the files. The files stay.\n",
+     "  tessarine-batch clean --recurse decks\n"},
+}};
+
+const CommandHelp& TextsOf(Command command)
+{
+    return commands[static_cast<std::size_t>(command)];
+}
+
+constexpr std::string_view exitStatus = "Exit status: 0 done, 1 done but a file failed, 2 the call is not valid.\n";
+
+/// "  --option ARGUMENT  text", the text's lines under each other.
+std::string OptionLines(const OptionRow& row)
+{
+    constexpr std::size_t width = 23;
+    std::string left = fmt::format("  {}", row.name);
+    if (!row.argument.empty())
+        left += fmt::format(" {}", row.argument);
+
+    std::string lines;
+    std::string_view rest = row.help;
+    for (;;) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        lines += fmt::format("{:<{}} {}\n", left, width, line);
+        left.clear();
+        if (line.size() == rest.size())
+            return lines;
+        rest.remove_prefix(line.size() + 1);
+    }
+}
+
+}  // namespace
+
+std::string_view NameOf(Command command)
+{
+    return TextsOf(command).name;
+}
+
+std::string HelpFor(Command command)
+{
+    const CommandHelp& texts = TextsOf(command);
+    std::string help = fmt::format("Usage: tessarine-batch {} {}\n\n{}", texts.name, texts.arguments, texts.text);
+    if (Only(command) & Runs)
+        help += limits;
+
+    std::string_view group;
+    for (const OptionRow& row : OptionTable()) {
+        if (!(row.commands & Only(command)))
+            continue;
+        if (row.group != group)
+            help += fmt::format("\n{}:\n", row.group);
+        group = row.group;
+        help += OptionLines(row);
+    }
+    return help + fmt::format("\nExamples:\n{}\n{}", texts.examples, exitStatus);
+}
+
+std::string GeneralHelp()
+{
+    std::string help =
+        "Find and replace text in many presentations (.pptx .pptm .potx .potm .ppsx .ppsm), without a window.\n\n"
+        "Usage: tessarine-batch COMMAND [options] PATH ...\n\n"
+        "Commands:\n";
+    for (const CommandHelp& command : commands)
+        help += fmt::format("  {:<9} {}\n", command.name, command.purpose);
+    help +=
+        "\nPATH is a file or a folder. \"tessarine-batch COMMAND --help\" lists the options of a command.\n\n"
+        "Examples:\n"
+        "  tessarine-batch find --find Fabrikam decks\n"
+        "  tessarine-batch replace --find Fabrikam --with Contoso --backup decks\n"
+        "  tessarine-batch restore decks\n\n";
+    return help + std::string(limits) + "\n" + std::string(exitStatus);
+}
+
+std::string VersionText()
+{
+    return fmt::format("tessarine-batch {}\n", TESSARINE_VERSION);
+}
+
+}  // namespace tessarine::batch

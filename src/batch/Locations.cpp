@@ -1,0 +1,54 @@
+#include "batch/Locations.h"
+
+#include <algorithm>
+
+#include "model/SearchLocations.h"
+#include "platform/Failure.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+void SwitchOnOne(OptionSetting& setting, std::string_view name)
+{
+    if (name == "all") {
+        for (const SearchLocation& location : SearchLocations)
+            setting.*location.isOn = true;
+        return;
+    }
+    const auto found =
+        std::ranges::find_if(SearchLocations, [&](const auto& location) { return location.name == name; });
+    if (found == SearchLocations.end())
+        throw Failure(FailureNumber::InvalidProcedureCall,
+                      FromUtf8("--in: there is no location \"" + std::string(name) + "\"; the names are " +
+                               LocationNames() + ", or all"));
+    setting.*found->isOn = true;
+}
+
+}  // namespace
+
+void SwitchOn(OptionSetting& setting, std::string_view names)
+{
+    for (;;) {
+        const std::size_t comma = names.find(',');
+        SwitchOnOne(setting, names.substr(0, comma));
+        if (comma == std::string_view::npos)
+            return;
+        names.remove_prefix(comma + 1);
+    }
+}
+
+std::string LocationNames()
+{
+    std::string names;
+    for (const SearchLocation& location : SearchLocations) {
+        if (!names.empty())
+            names += ", ";
+        names += location.name;
+    }
+    return names;
+}
+
+}  // namespace tessarine::batch

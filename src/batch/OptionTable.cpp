@@ -1,0 +1,178 @@
+#include "batch/OptionTable.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+
+#include "batch/FilePattern.h"
+#include "batch/Locations.h"
+#include "platform/Failure.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+[[noreturn]] void Refuse(const std::string& text)
+{
+    throw Failure(FailureNumber::InvalidProcedureCall, FromUtf8(text));
+}
+
+bool IsSurrogate(char16_t unit, char16_t first)
+{
+    return (unit & 0xFC00) == first;
+}
+
+/// Text to search for or to insert must be text that a presentation can hold: valid UTF-8 without U+FFFE and U+FFFF.
+String CheckedText(std::string_view option, const std::string& argument)
+{
+    const String text = FromUtf8(argument);
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool pair = IsSurrogate(text[at], 0xD800) && at + 1 < text.size() && IsSurrogate(text[at + 1], 0xDC00);
+        const bool lone = !pair && (text[at] & 0xF800) == 0xD800;
+        if (lone || text[at] >= 0xFFFE)
+            Refuse(std::string(option) + ": the text is not valid UTF-8");
+        at += pair ? 1 : 0;
+    }
+    return text;
+}
+
+void TakeFind(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("--find: the text to look for is empty");
+    values.finds.push_back(CheckedText("--find", argument));
+}
+
+String CheckedPattern(std::string_view pattern)
+{
+    try {
+        (void)FilePattern(FromUtf8(pattern));
+    } catch (const Failure&) {
+        Refuse("--pattern: \"" + std::string(pattern) +
+               "\" is not a pattern: a \"[\" has no end, or a range runs backwards");
+    }
+    return FromUtf8(pattern);
+}
+
+void TakePatterns(OptionValues& values, const std::string& argument)
+{
+    std::string_view rest = argument;
+    while (!rest.empty()) {
+        const std::string_view pattern = rest.substr(0, rest.find(';'));
+        if (!pattern.empty())
+            values.call.patterns.push_back(CheckedPattern(pattern));
+        rest.remove_prefix(std::min(rest.size(), pattern.size() + 1));
+    }
+    if (values.call.patterns.empty())
+        Refuse("--pattern: the pattern is empty");
+}
+
+void TakeFilesFrom(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("--files-from: the name of the list is empty");
+    values.call.filesFrom = FromUtf8(argument);
+}
+
+void TakeRevision(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("--revision: the name of the property is empty");
+    values.call.revision = CheckedText("--revision", argument);
+}
+
+/// The number is written with a point in every locale, so that a script means the same everywhere.
+void TakeRevisionBy(OptionValues& values, const std::string& argument)
+{
+    const char* const end = argument.data() + argument.size();
+    const auto [stop, error] = std::from_chars(argument.data(), end, values.call.revisionBy);
+    if (error != std::errc() || stop != end || !std::isfinite(values.call.revisionBy))
+        Refuse("--revision-by: \"" + argument + "\" is not a number");
+    values.revisionByGiven = true;
+}
+
+void TakeRestartAfter(OptionValues& values, const std::string& argument)
+{
+    const char* const end = argument.data() + argument.size();
+    const auto [stop, error] = std::from_chars(argument.data(), end, values.call.restartAfter);
+    if (error != std::errc() || stop != end || values.call.restartAfter < 1)
+        Refuse("--restart-after: \"" + argument + "\" is not a whole number from 1 up");
+}
+
+void TakeFormat(OptionValues& values, const std::string& argument)
+{
+    if (argument != "text" && argument != "json")
+        Refuse("--format: \"" + argument + "\" is neither text nor json");
+    values.call.format = argument == "json" ? OutputFormat::Json : OutputFormat::Text;
+}
+
+constexpr std::array<OptionRow, 19> rows{{
+    {"--find", "TEXT", true, Runs, "What to look for",
+     "Text to look for, taken literally. Repeat it for several texts.", TakeFind},
+    {"--with", "TEXT", true, Only(Command::Replace), "What to look for",
+     "Text to put in its place; the n-th --with belongs to the n-th --find. May be empty.",
+     [](OptionValues& values, const std::string& argument) {
+         values.withs.push_back(CheckedText("--with", argument));
+     }},
+    {"--match-case", "", false, Runs, "What to look for", "Tell capital from small letters.",
+     [](OptionValues& values, const std::string&) { values.call.setting.MatchCase = true; }},
+    {"--whole-word", "", false, Runs, "What to look for", "Leave a text alone that is part of a longer word.",
+     [](OptionValues& values, const std::string&) { values.call.setting.MatchWholeWord = true; }},
+
+    {"--in", "NAME,...", true, Runs, "Where in a presentation",
+     "Places to look in (default: slides,shapes,notes), or all of them with \"all\":\n"
+     "  slides                   titles and other placeholders\n"
+     "  shapes                   text boxes and other shapes with text\n"
+     "  notes                    notes pages\n"
+     "  hyperlinks               addresses of links\n"
+     "  links                    sources of linked objects\n"
+     "  header, footer           slide headers and footers\n"
+     "  builtin-properties, custom-properties\n"
+     "  master-per-slide         masters of the slides\n"
+     "  master-per-presentation  all masters of the file\n"
+     "  title-master, handout-master, notes-master",
+     [](OptionValues& values, const std::string& argument) { SwitchOn(values.call.setting, argument); }},
+
+    {"--backup", "", false, Runs, "How to treat the files",
+     "Copy each file beside itself first (\"restore\" brings it back).",
+     [](OptionValues& values, const std::string&) { values.call.backup = true; }},
+    {"--keep-date", "", false, Runs, "How to treat the files", "Give each file its old dates back.",
+     [](OptionValues& values, const std::string&) { values.call.keepDate = true; }},
+    {"--read-only", "", false, Runs, "How to treat the files",
+     "Process read-only files too; without it they are reported as failed.",
+     [](OptionValues& values, const std::string&) { values.call.readOnly = true; }},
+    {"--revision", "NAME", false, Runs, "How to treat the files",
+     "Raise the number in this custom property of every saved file.", TakeRevision},
+    {"--revision-by", "NUMBER", false, Runs, "How to treat the files", "Raise it by this number (default: 1).",
+     TakeRevisionBy},
+    {"--restart-after", "N", false, Runs, "How to treat the files",
+     "Start the presentation program anew after every N files.", TakeRestartAfter},
+    {"--count", "", false, Runs, "How to treat the files", "Count every occurrence (the default).",
+     [](OptionValues& values, const std::string&) { values.countGiven = true; }},
+    {"--no-count", "", false, Runs, "How to treat the files", "Let a find stop at the first occurrence in each text.",
+     [](OptionValues& values, const std::string&) { values.noCountGiven = true; }},
+
+    {"--recurse", "", false, EveryCommand, "Which files", "Go into subfolders of a folder.",
+     [](OptionValues& values, const std::string&) { values.call.recurse = true; }},
+    {"--pattern", "PATTERN", true, EveryCommand, "Which files",
+     "Names to take from a folder (default: '*.ppt*'); repeat it, or put ';' between several.", TakePatterns},
+    {"--files-from", "FILE", false, EveryCommand, "Which files",
+     "Take further paths from FILE, one a line; - reads standard input.", TakeFilesFrom},
+
+    {"--format", "text|json", false, EveryCommand, "Report",
+     "A report for people (the default), or one JSON object a line.", TakeFormat},
+    {"--verbose", "", false, EveryCommand, "Report", "Name the files without an occurrence too (text format).",
+     [](OptionValues& values, const std::string&) { values.call.verbose = true; }},
+    {"--help", "", false, EveryCommand, "Report", "Show this help.", nullptr},
+}};
+
+}  // namespace
+
+std::span<const OptionRow> OptionTable()
+{
+    return rows;
+}
+
+}  // namespace tessarine::batch

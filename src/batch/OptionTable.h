@@ -1,0 +1,46 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "batch/BatchCall.h"
+
+namespace tessarine::batch
+{
+
+/// The commands that an option belongs to, as bits.
+using CommandSet = unsigned;
+constexpr CommandSet Only(Command command)
+{
+    return 1u << static_cast<unsigned>(command);
+}
+inline constexpr CommandSet Runs = Only(Command::Find) | Only(Command::Replace);
+inline constexpr CommandSet EveryCommand = Runs | Only(Command::Restore) | Only(Command::Clean);
+
+/// What the options say before they are checked together.
+struct OptionValues {
+    BatchCall call;
+    std::vector<String> finds;
+    std::vector<String> withs;
+    bool countGiven = false;
+    bool noCountGiven = false;
+    bool revisionByGiven = false;
+};
+
+/// One option: everything that parsing and help know about it stands here.
+struct OptionRow {
+    std::string_view name;      ///< With its two dashes.
+    std::string_view argument;  ///< Name of its argument in the help; empty for a switch.
+    bool repeatable;
+    CommandSet commands;
+    std::string_view group;  ///< Heading in the help.
+    std::string_view help;   ///< Lines of at most 84 characters.
+    /// Takes the argument as it was typed, raises failure 5 with a text when it is not valid.
+    void (*apply)(OptionValues& values, const std::string& argument);
+};
+
+/// All options in the order of the help.
+std::span<const OptionRow> OptionTable();
+
+}  // namespace tessarine::batch
