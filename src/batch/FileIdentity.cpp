@@ -1,0 +1,27 @@
+#include "batch/FileIdentity.h"
+
+#include <filesystem>
+
+namespace tessarine::batch
+{
+
+std::string FileIdentity::Of(StringView path)
+{
+    const std::filesystem::path named(ToUtf8(path));
+    std::error_code error;
+    if (std::filesystem::is_symlink(named, error)) {
+        const auto target = std::filesystem::canonical(named, error);
+        if (!error)
+            return target.string();
+    }
+
+    const auto folder = named.has_parent_path() ? named.parent_path() : std::filesystem::path(".");
+    const auto [entry, isNew] = folders_.try_emplace(folder.string());
+    if (isNew) {
+        const auto resolved = std::filesystem::canonical(folder, error);
+        entry->second = (error ? folder : resolved).string();
+    }
+    return entry->second + "/" + named.filename().string();
+}
+
+}  // namespace tessarine::batch

@@ -1,0 +1,122 @@
+#include "batch/JobFiles.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <unordered_set>
+
+#include "batch/FailureReason.h"
+#include "batch/FileIdentity.h"
+#include "batch/FilePattern.h"
+#include "batch/PathList.h"
+#include "platform/Files.h"
+#include "run/BackupPaths.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+StringView NameOf(StringView path)
+{
+    return path.substr(path.find_last_of(std::filesystem::path::preferred_separator) + 1);
+}
+
+class Collector
+{
+public:
+    explicit Collector(const BatchCall& call)
+        : recurse_(call.recurse),
+          keepsMissing_(call.command == Command::Restore || call.command == Command::Clean),
+          patterns_(call.patterns.begin(), call.patterns.end())
+    {
+    }
+
+    void AddPath(const String& path)
+    {
+        const bool hasNul = path.find(u'\0') != String::npos;
+        std::error_code error;
+        const auto status = hasNul ? std::filesystem::file_status(std::filesystem::file_type::not_found)
+                                   : std::filesystem::status(ToUtf8(path), error);
+        switch (status.type()) {
+            case std::filesystem::file_type::regular:
+                return Add(path, {});
+            case std::filesystem::file_type::directory:
+                return AddFolder(path);
+            case std::filesystem::file_type::not_found:
+                return Add(path, keepsMissing_ && !hasNul ? String() : u"File not found.");
+            case std::filesystem::file_type::none:
+            case std::filesystem::file_type::unknown:
+                return Add(path, FromUtf8(error.message()) + u".");
+            default:
+                return Add(path, u"Not a regular file.");
+        }
+    }
+
+    std::vector<JobFile> TakeFiles() { return std::move(files_); }
+
+private:
+    void Add(const String& path, const String& refusal)
+    {
+        if (seen_.insert(identity_.Of(path)).second)
+            files_.push_back({path, refusal});
+    }
+
+    void AddFolder(const String& folder)
+    {
+        try {
+            for (const String& file : FilesOfFolder(folder)) {
+                if (IsWanted(NameOf(file)))
+                    Add(file, {});
+            }
+            if (!recurse_)
+                return;
+            for (const String& subfolder : SubfoldersOfFolder(folder))
+                AddFolder(subfolder);
+        } catch (const Failure& failure) {
+            Add(folder, ReasonOf(failure));
+        }
+    }
+
+    bool IsWanted(StringView name) const
+    {
+        if (name.starts_with(u"~$") || name.starts_with(u"._"))
+            return false;
+        return std::ranges::any_of(patterns_, [&](const FilePattern& pattern) { return pattern.Matches(name); });
+    }
+
+    bool recurse_;
+    bool keepsMissing_;
+    std::vector<FilePattern> patterns_;
+    FileIdentity identity_;
+    std::unordered_set<std::string> seen_;
+    std::vector<JobFile> files_;
+};
+
+}  // namespace
+
+std::vector<JobFile> CollectFiles(const BatchCall& call)
+{
+    Collector collector(call);
+    const std::vector<String> listed = call.filesFrom ? ReadPathList(*call.filesFrom) : std::vector<String>();
+    for (const String& path : call.paths)
+        collector.AddPath(path);
+    for (const String& path : listed)
+        collector.AddPath(path);
+    return collector.TakeFiles();
+}
+
+void RefuseSharedBackups(std::vector<JobFile>& files)
+{
+    FileIdentity identity;
+    std::unordered_set<std::string> taken;
+    for (const JobFile& file : files)
+        taken.insert(identity.Of(file.path));
+    for (JobFile& file : files) {
+        const String backup = BackupTargetOf(file.path);
+        if (file.refusal.empty() && !taken.insert(identity.Of(backup)).second)
+            file.refusal = u"Its backup would overwrite another file of this job, or that file's backup: " + backup;
+    }
+}
+
+}  // namespace tessarine::batch

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "batch/FileReport.h"
+#include "batch/JobFiles.h"
+#include "platform/Failure.h"
+
+namespace tessarine
+{
+class CounterStatuses;
+class Project;
+}  // namespace tessarine
+
+namespace tessarine::batch
+{
+
+/// Takes files through a project's run and gives exactly one report for each, in order, whatever the run does with
+/// them.
+///
+/// The run itself promises less: a file that fails may come back as no result at all or as the result of the file
+/// before, and a failure at the wrong moment ends the run with files still to come. Here such a file is reported as
+/// failed with the reason that the run passed over, or that ended it, and the files behind it go into a new run.
+///
+/// After a file that could not be opened or processed a new run is begun as well, because the old one would pass over
+/// failures of the next file's first steps too: a file could be changed without the backup that was asked for.
+class ReportedRun
+{
+public:
+    enum class Mode { Find, Replace };
+    using Sink = std::function<void(const FileReport&)>;
+
+    /// More files than this are taken in several runs. One run holds 32,767 at most; smaller turns keep the cost of
+    /// beginning anew after a failed file small.
+    static constexpr std::size_t FilesPerTurn = 512;
+
+    /// The project keeps receivers that point here: it must not run any more once this object is gone.
+    ReportedRun(Project& project, Mode mode, Sink sink);
+    ReportedRun(const ReportedRun&) = delete;
+    ReportedRun& operator=(const ReportedRun&) = delete;
+
+    std::function<void(const String& path)>
+        Started;                            ///< Told of each file that is about to be processed. May be empty.
+    std::function<bool()> CancelRequested;  ///< Asked before each file; true stops before it. May be empty.
+
+    /// Returns the number of files that a cancel left without a report, 0 as a rule. To be called once.
+    std::size_t Run(const std::vector<JobFile>& files);
+
+private:
+    void TakeTurn();
+    void SearchThrough(const std::vector<std::size_t>& turn);
+    void OnBefore(const String& path);
+    void OnAfter(const std::shared_ptr<CounterStatuses>& result);
+    void OnCancel();
+    void OnPassedOver(const Failure& failure);
+    void ReportCurrent(const FileReport& report);
+    void ReportRefused();
+    void FailAllLeft(const String& reason);
+    String ReasonForCurrent() const;
+
+    Project& project_;
+    Mode mode_;
+    Sink sink_;
+
+    const std::vector<JobFile>* files_ = nullptr;
+    std::size_t reported_ = 0;  // files that have their report; the first one without it has this index
+    bool cancelled_ = false;
+    const std::vector<std::size_t>* turn_ = nullptr;
+    std::size_t position_ = 0;               // in the turn: the file that BeforFileProcess names next
+    std::optional<std::size_t> current_;     // the file between BeforFileProcess and its report
+    bool beginsAnew_ = false;                // the cancel in progress is our own
+    std::optional<Failure> passedOver_;      // what the run passed over since BeforFileProcess, or before any file
+    std::optional<Failure> ended_;           // what ended the run early
+    std::shared_ptr<CounterStatuses> last_;  // the result handed over last; held, so that it is known again
+};
+
+}  // namespace tessarine::batch
