@@ -1,0 +1,41 @@
+#include "batch/Cancellation.h"
+
+#include <csignal>
+
+#include <unistd.h>
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+constexpr int endedBySignal = 130;
+volatile std::sig_atomic_t requested = 0;
+
+extern "C" void OnCancelSignal(int)
+{
+    if (requested)
+        _exit(endedBySignal);
+    requested = 1;
+}
+
+}  // namespace
+
+void WatchForCancel()
+{
+    struct sigaction action {
+    };
+    action.sa_handler = OnCancelSignal;
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool IsCancelRequested()
+{
+    return requested != 0;
+}
+
+}  // namespace tessarine::batch

@@ -1,0 +1,92 @@
+#include "batch/Output.h"
+
+#include <cstdlib>
+
+#include "batch/Terminal.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+constexpr std::string_view eraseLine = "\r\x1b[K";
+
+bool IsContinuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+std::size_t CodePoints(std::string_view text)
+{
+    std::size_t count = 0;
+    for (const char byte : text)
+        count += IsContinuation(byte) ? 0 : 1;
+    return count;
+}
+
+void Put(std::FILE* file, std::string_view text)
+{
+    std::fwrite(text.data(), 1, text.size(), file);
+}
+
+}  // namespace
+
+Output::Output(std::FILE* report, std::FILE* progress)
+    : report_(report), progress_(progress), colors_(UsesColors(report)), showsProgress_(CanRewriteLine(progress))
+{
+}
+
+void Output::Write(std::string_view piece)
+{
+    EndProgress();
+    const bool written = std::fwrite(piece.data(), 1, piece.size(), report_) == piece.size();
+    const bool flushed = std::fflush(report_) == 0;
+    failed_ = failed_ || !written || !flushed;
+}
+
+void Output::Note(std::string_view line)
+{
+    EndProgress();
+    Put(progress_, std::string(line) + "\n");
+    std::fflush(progress_);
+}
+
+void Output::Progress(std::string_view line)
+{
+    if (!showsProgress_)
+        return;
+    Put(progress_, std::string(eraseLine) + FittedTo(line, TerminalColumns(progress_) - 1));
+    std::fflush(progress_);
+    progressShown_ = true;
+}
+
+void Output::EndProgress()
+{
+    if (!progressShown_)
+        return;
+    Put(progress_, eraseLine);
+    std::fflush(progress_);
+    progressShown_ = false;
+}
+
+std::string FittedTo(std::string_view text, std::size_t columns)
+{
+    constexpr std::string_view mark = "...";
+    std::size_t surplus = CodePoints(text);
+    if (surplus <= columns)
+        return std::string(text);
+    if (columns <= mark.size())
+        return std::string(mark.substr(0, columns));
+
+    surplus -= columns - mark.size();
+    std::size_t at = 0;
+    while (at < text.size() && (surplus > 0 || IsContinuation(text[at]))) {
+        if (!IsContinuation(text[at]))
+            --surplus;
+        ++at;
+    }
+    return std::string(mark) + std::string(text.substr(at));
+}
+
+}  // namespace tessarine::batch

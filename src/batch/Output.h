@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "platform/String.h"
+
+namespace tessarine::batch
+{
+
+/// Standard output and standard error together: whole pieces of the report, flushed one by one, and a progress line
+/// that never mixes with them.
+class Output
+{
+public:
+    Output(std::FILE* report, std::FILE* progress);
+
+    /// Writes a piece of the report and flushes it.
+    void Write(std::string_view piece);
+
+    /// Writes a line for the user to standard error.
+    void Note(std::string_view line);
+
+    /// Shows what is being done, in place of the progress shown before. Only on a terminal; cut to its width.
+    void Progress(std::string_view line);
+    void EndProgress();
+
+    bool colors() const
+    {
+        return colors_;
+    }  ///< Standard output is a terminal, and the user has not switched colors off.
+    bool failed() const { return failed_; }  ///< A piece of the report could not be written.
+
+private:
+    std::FILE* report_;
+    std::FILE* progress_;
+    bool colors_ = false;
+    bool showsProgress_ = false;
+    bool progressShown_ = false;
+    bool failed_ = false;
+};
+
+/// The part of a UTF-8 text that fits into `columns` character cells, counting a code point as one; its start is cut
+/// away and
+/// "..." stands there when it is longer.
+std::string FittedTo(std::string_view text, std::size_t columns);
+
+}  // namespace tessarine::batch

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+
+/// What the terminal behind a stream can do. Nothing of it holds for pipes and files.
+namespace tessarine::batch
+{
+
+/// A terminal, unless the environment says NO_COLOR (with any value but the empty one) or TERM=dumb.
+bool UsesColors(std::FILE* stream);
+
+/// A terminal on which a line can be rewritten in place.
+bool CanRewriteLine(std::FILE* stream);
+
+/// Width of the terminal in character cells; 80 when it does not tell.
+std::size_t TerminalColumns(std::FILE* stream);
+
+}  // namespace tessarine::batch

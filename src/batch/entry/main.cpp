@@ -1,0 +1,49 @@
+#include <cstdio>
+#include <variant>
+
+#include "batch/BatchProgram.h"
+#include "batch/Cancellation.h"
+#include "batch/CommandLine.h"
+#include "batch/Output.h"
+#include "office/builtin/Provider.h"
+#include "platform/ErrorLog.h"
+#include "platform/Locale.h"
+#include "platform/Messages.h"
+
+namespace
+{
+
+using namespace tessarine;
+
+void ShowMessagesOn(batch::Output& output)
+{
+    SetMessageBox([&output](const String& text, MessageIcon, MessageButtons) {
+        output.Note("tessarine-batch: " + ToUtf8(text));
+        return MessageAnswer::Ok;
+    });
+}
+
+int End(const batch::EarlyEnd& end)
+{
+    std::fwrite(end.output.data(), 1, end.output.size(), stdout);
+    std::fwrite(end.error.data(), 1, end.error.size(), stderr);
+    return std::fflush(stdout) == 0 ? end.exitStatus : batch::ExitStatus::FileFailed;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    const auto read = batch::ReadCommandLine({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
+    if (const auto* end = std::get_if<batch::EarlyEnd>(&read))
+        return End(*end);
+
+    UseSystemLocale();
+    batch::Output output(stdout, stderr);
+    ShowMessagesOn(output);
+    GetFileStorageFolder();  // without the folder there is no error log; the report tells what matters all the same
+    batch::WatchForCancel();
+    const int status = batch::Perform(std::get<batch::BatchCall>(read), builtin::CreateProvider(), output);
+    SetMessageBox({});
+    return status;
+}
