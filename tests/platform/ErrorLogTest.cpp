@@ -1,0 +1,141 @@
+#include "platform/ErrorLog.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "platform/Treatments.h"
+#include "support/ErrorLogRecorder.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessarine
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+namespace
+{
+
+/// Points the log at a folder of the test's own until the end of its scope.
+class LogIn
+{
+public:
+    explicit LogIn(const String& folder) : before_(ApplicationDataFolder) { ApplicationDataFolder = folder; }
+    ~LogIn() { ApplicationDataFolder = before_; }
+    LogIn(const LogIn&) = delete;
+    LogIn& operator=(const LogIn&) = delete;
+
+private:
+    String before_;
+};
+
+}  // namespace
+
+TEST(ErrorLog, PutsTheTimeBehindTheMessageAndEndsTheLineWithCrLf)
+{
+    const ErrorLogRecorder log;
+
+    WriteErrorLog(u"It went wrong");
+
+    EXPECT_THAT(log.Bytes(), MatchesRegex("It went wrong- [0-9]+/[0-9]+/[0-9]+( [0-9]+:[0-9]+:[0-9]+)?\r\n"));
+}
+
+TEST(ErrorLog, KeepsEveryLineOfTheSameSecond)
+{
+    const ErrorLogRecorder log;
+
+    WriteErrorLog(u"same");
+    WriteErrorLog(u"same");
+
+    EXPECT_THAT(log.Lines(), ElementsAre("same", "same"));
+}
+
+TEST(ErrorLog, AppendsToWhatIsThere)
+{
+    const TemporaryFolder folder;
+    const String log = folder.Write(u"Errors.Log", "an older line\r\n");
+    const LogIn place(folder.Path());
+
+    WriteErrorLog(u"new");
+
+    EXPECT_THAT(ContentOf(log), MatchesRegex("an older line\r\nnew- [0-9/: ]+\r\n"));
+}
+
+TEST(ErrorLog, IsWrittenAsUtf8)
+{
+    const ErrorLogRecorder log;
+
+    WriteErrorLog(u"schön 😀 שלום");
+
+    EXPECT_THAT(log.Lines(), ElementsAre("schön 😀 שלום"));
+}
+
+TEST(ErrorLog, GivesBackTheBytesOfAForeignFileName)
+{
+    const ErrorLogRecorder log;
+
+    WriteErrorLog(FromUtf8("caf\xE9"));
+
+    EXPECT_THAT(log.Lines(), ElementsAre("caf\xE9"));
+}
+
+TEST(ErrorLog, LosesALineThatHasNoFolder)
+{
+    const TemporaryFolder folder;
+    const LogIn place(folder.PathOf(u"missing"));
+
+    WriteErrorLog(u"lost");
+
+    EXPECT_FALSE(std::filesystem::exists(ToUtf8(folder.PathOf(u"missing"))));
+}
+
+TEST(ErrorLog, LosesALineWhenAFolderStandsInItsPlace)
+{
+    const TemporaryFolder folder;
+    folder.MakeFolder(u"Errors.Log");
+    const LogIn place(folder.Path());
+
+    WriteErrorLog(u"lost");
+
+    EXPECT_TRUE(std::filesystem::is_empty(ToUtf8(folder.PathOf(u"Errors.Log"))));
+}
+
+TEST(ErrorLog, LosesALineOnAFullDiskAndGoesOn)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("/dev/full", ToUtf8(folder.PathOf(u"Errors.Log")));
+    const LogIn place(folder.Path());
+
+    WriteErrorLog(u"lost");
+
+    const int after = LogAndReturn({u"P", u"Module M"}, []() -> int { throw Failure(5, u"bad"); });
+    EXPECT_EQ(after, 0);
+}
+
+TEST(ErrorLog, WritesNothingBeforeItsFolderIsSettled)
+{
+    const LogIn place(u"");
+
+    WriteErrorLog(u"lost");
+
+    EXPECT_FALSE(std::filesystem::exists("/Errors.Log"));
+}
+
+TEST(ErrorLog, DoesNotKeepTheFileOpen)
+{
+    const ErrorLogRecorder log;
+    const auto openFiles = [] {
+        const std::filesystem::directory_iterator entries("/proc/self/fd");
+        return std::distance(begin(entries), end(entries));
+    };
+    const auto before = openFiles();
+
+    WriteErrorLog(u"line");
+
+    EXPECT_EQ(openFiles(), before);
+}
+
+}  // namespace tessarine

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdlib>
+#include <optional>
+#include <string>
+
+namespace tessarine
+{
+
+/// Sets or removes an environment variable until the end of its scope.
+class ScopedEnvironment
+{
+public:
+    ScopedEnvironment(const char* name, const std::optional<std::string>& value) : name_(name)
+    {
+        if (const char* before = std::getenv(name))
+            before_ = before;
+        Put(value);
+    }
+    ~ScopedEnvironment() { Put(before_); }
+    ScopedEnvironment(const ScopedEnvironment&) = delete;
+    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+
+private:
+    void Put(const std::optional<std::string>& value) const
+    {
+        value ? setenv(name_.c_str(), value->c_str(), 1) : unsetenv(name_.c_str());
+    }
+
+    std::string name_;
+    std::optional<std::string> before_;
+};
+
+}  // namespace tessarine
