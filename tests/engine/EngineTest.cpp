@@ -1,0 +1,90 @@
+#include "EngineTest.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tessarine
+{
+
+Deliveries::Deliveries()
+{
+    before_ = SetDeliverPendingEvents([this] {
+        moments_.push_back(Clock::now());
+        if (failure_)
+            throw *failure_;
+    });
+}
+
+Deliveries::~Deliveries()
+{
+    SetDeliverPendingEvents(before_);
+}
+
+bool Deliveries::EachAfterASleep() const
+{
+    Clock::time_point before = start_;
+    return std::all_of(moments_.begin(), moments_.end(), [&before](Clock::time_point moment) {
+        const auto gap = moment - std::exchange(before, moment);
+        return gap >= std::chrono::milliseconds(1);
+    });
+}
+
+void Deliveries::Fail(std::int32_t number)
+{
+    failure_ = Failure(number, u"delivery");
+}
+
+EngineTest::EngineTest()
+{
+    Open({});
+    Look({});
+}
+
+void EngineTest::Open(FakeContent content)
+{
+    deck_ = FakeDeck(std::move(content));
+    engine.xPresentation = deck_.Open(script);
+}
+
+void EngineTest::Look(const Search& search)
+{
+    engine.mItem = std::make_shared<FindAndReplaceItem>();
+    engine.mItem->FindWhat = search.find;
+    engine.mItem->ReplaceWith = search.with;
+    engine.mItem->OptionSetting->MatchCase = search.matchCase;
+    engine.mItem->OptionSetting->MatchWholeWord = search.wholeWord;
+    engine.mItem->Project = project.get();
+    engine.MatchCaseFlag = search.matchCase ? 1 : 0;
+    engine.WholeWordsFlag = search.wholeWord ? 1 : 0;
+    engine.mIsFindOnly = search.findOnly;
+    project->options->IsFindOnly = search.findOnly;
+    engine.IsRequiredCount = search.countAll;
+}
+
+std::shared_ptr<FindAndReplaceItem> EngineTest::AddItem(const String& find, const String& with,
+                                                        const std::vector<Location>& locations)
+{
+    if (!engine.mItems)
+        engine.mItems = std::make_shared<FindAndReplaceItems>();
+    auto options = std::make_shared<OptionSetting>();
+    for (const Location location : locations)
+        (*options).*SearchLocations[static_cast<std::size_t>(location)].isOn = true;
+    return engine.mItems->Add(find, with, options, project.get());
+}
+
+std::shared_ptr<CounterStatuses> EngineTest::ProcessFile()
+{
+    return engine.ProcessFile(u"a.pptx", u"", nullptr);
+}
+
+Failure EngineTest::FailureOf(const std::function<void()>& body)
+{
+    try {
+        body();
+    } catch (const Failure& failure) {
+        return failure;
+    }
+    return {0, u"no failure"};
+}
+
+}  // namespace tessarine
