@@ -157,7 +157,7 @@ constexpr std::array<OptionRow, 19> rows{{
     {"--recurse", "", false, EveryCommand, "Which files", "Go into subfolders of a folder.",
      [](OptionValues& values, const std::string&) { values.call.recurse = true; }},
     {"--pattern", "PATTERN", true, EveryCommand, "Which files",
-     "Names to take from a folder (default: '*.ppt*'); repeat it, or put ';' between several.", TakePatterns},
+     "Names to take from a folder (default: '*.ppt*'); repeat it for several, or put ';'\nbetween them.", TakePatterns},
     {"--files-from", "FILE", false, EveryCommand, "Which files",
      "Take further paths from FILE, one a line; - reads standard input.", TakeFilesFrom},
 

@@ -35,7 +35,7 @@ struct OptionRow {
     bool repeatable;
     CommandSet commands;
     std::string_view group;  ///< Heading in the help.
-    std::string_view help;   ///< Lines of at most 84 characters.
+    std::string_view help;   ///< Lines of at most 86 characters.
     /// Takes the argument as it was typed, raises failure 5 with a text when it is not valid.
     void (*apply)(OptionValues& values, const std::string& argument);
 };

@@ -32,10 +32,26 @@ private:
 ReportedRun::ReportedRun(Project& project, Mode mode, Sink sink)
     : project_(project), mode_(mode), sink_(std::move(sink))
 {
-    project_.BeforFileProcess += [this](const String& path) { OnBefore(path); };
-    project_.AfterFileProcess += [this](const std::shared_ptr<CounterStatuses>& result) { OnAfter(result); };
-    project_.ProcessCancel += [this] { OnCancel(); };
+    // An event has no way to take a receiver back.
+    const std::weak_ptr<void> alive = alive_;
+    project_.BeforFileProcess += [this, alive](const String& path) {
+        if (!alive.expired())
+            OnBefore(path);
+    };
+    project_.AfterFileProcess += [this, alive](const std::shared_ptr<CounterStatuses>& result) {
+        if (!alive.expired())
+            OnAfter(result);
+    };
+    project_.ProcessCancel += [this, alive] {
+        if (!alive.expired())
+            OnCancel();
+    };
     project_.FailurePassedOver = [this](const String&, const Failure& failure) { OnPassedOver(failure); };
+}
+
+ReportedRun::~ReportedRun()
+{
+    project_.FailurePassedOver = {};
 }
 
 std::size_t ReportedRun::Run(const std::vector<JobFile>& files)
@@ -94,10 +110,16 @@ void ReportedRun::OnBefore(const String& path)
         return;  // our own cancel: the file belongs to the next turn
     if (current_)
         ReportCurrent(FailedFile((*files_)[*current_].path, ReasonForCurrent()));
-    if (position_ == turn_->size())
-        return;
 
-    current_ = (*turn_)[position_++];
+    const auto named = std::find_if(turn_->begin() + position_, turn_->end(),
+                                    [&](std::size_t at) { return (*files_)[at].path == path; });
+    if (named == turn_->end())
+        return;
+    for (; turn_->begin() + position_ != named; ++position_)  // the run went past them without a word
+        ReportCurrent(FailedFile((*files_)[(*turn_)[static_cast<std::size_t>(position_)]].path, ReasonForCurrent()));
+
+    current_ = *named;
+    ++position_;
     passedOver_.reset();
     if (CancelRequested && CancelRequested())
         project_.IsProcessCancel = true;

@@ -38,8 +38,9 @@ public:
     /// beginning anew after a failed file small.
     static constexpr std::size_t FilesPerTurn = 512;
 
-    /// The project keeps receivers that point here: it must not run any more once this object is gone.
+    /// The project is borrowed and must outlive this object.
     ReportedRun(Project& project, Mode mode, Sink sink);
+    ~ReportedRun();
     ReportedRun(const ReportedRun&) = delete;
     ReportedRun& operator=(const ReportedRun&) = delete;
 
@@ -63,6 +64,7 @@ private:
     String ReasonForCurrent() const;
 
     Project& project_;
+    const std::shared_ptr<void> alive_ = std::make_shared<char>();  // ends with this object
     Mode mode_;
     Sink sink_;
 
@@ -70,7 +72,7 @@ private:
     std::size_t reported_ = 0;  // files that have their report; the first one without it has this index
     bool cancelled_ = false;
     const std::vector<std::size_t>* turn_ = nullptr;
-    std::size_t position_ = 0;               // in the turn: the file that BeforFileProcess names next
+    std::ptrdiff_t position_ = 0;            // in the turn: the file that BeforFileProcess should name next
     std::optional<std::size_t> current_;     // the file between BeforFileProcess and its report
     bool beginsAnew_ = false;                // the cancel in progress is our own
     std::optional<Failure> passedOver_;      // what the run passed over since BeforFileProcess, or before any file

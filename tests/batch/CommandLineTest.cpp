@@ -1,0 +1,273 @@
+#include "batch/CommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "batch/Locations.h"
+#include "batch/OptionTable.h"
+#include "model/SearchLocations.h"
+
+namespace tessarine::batch
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+BatchCall CallOf(const std::vector<std::string>& arguments)
+{
+    const auto read = ReadCommandLine(arguments);
+    if (const auto* end = std::get_if<EarlyEnd>(&read)) {
+        ADD_FAILURE() << end->error << end->output;
+        return {};
+    }
+    return std::get<BatchCall>(read);
+}
+
+EarlyEnd EndOf(const std::vector<std::string>& arguments)
+{
+    const auto read = ReadCommandLine(arguments);
+    if (const auto* end = std::get_if<EarlyEnd>(&read))
+        return *end;
+    ADD_FAILURE() << "taken as valid";
+    return {};
+}
+
+std::vector<std::string> LocationsOf(const OptionSetting& setting)
+{
+    std::vector<std::string> names;
+    for (const SearchLocation& location : SearchLocations) {
+        if (setting.*location.isOn)
+            names.emplace_back(location.name);
+    }
+    return names;
+}
+
+TEST(CommandLine, FindTakesTextsAndPaths)
+{
+    const BatchCall call = CallOf({"find", "--find", "Fabrikam", "decks", "--find=Contoso", "a.pptx"});
+
+    EXPECT_EQ(call.command, Command::Find);
+    ASSERT_EQ(call.pairs.size(), 2u);
+    EXPECT_EQ(call.pairs[0].find, u"Fabrikam");
+    EXPECT_EQ(call.pairs[1].find, u"Contoso");
+    EXPECT_THAT(call.paths, ElementsAre(u"decks", u"a.pptx"));
+}
+
+TEST(CommandLine, TheNthWithBelongsToTheNthFind)
+{
+    const BatchCall call = CallOf({"replace", "--find", "a", "--find", "b", "--with", "1", "--with", "2", "x"});
+
+    ASSERT_EQ(call.pairs.size(), 2u);
+    EXPECT_EQ(call.pairs[0].with, u"1");
+    EXPECT_EQ(call.pairs[1].with, u"2");
+}
+
+TEST(CommandLine, DefaultsAreThoseOfTheHelp)
+{
+    const BatchCall call = CallOf({"find", "--find", "a", "x"});
+
+    EXPECT_THAT(LocationsOf(call.setting), ElementsAre("slides", "shapes", "notes"));
+    EXPECT_TRUE(call.count);
+    EXPECT_THAT(call.patterns, ElementsAre(u"*.ppt*"));
+    EXPECT_EQ(call.revisionBy, 1);
+    EXPECT_EQ(call.restartAfter, 0);
+    EXPECT_EQ(call.format, OutputFormat::Text);
+    EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
+    EXPECT_FALSE(call.setting.MatchCase || call.setting.MatchWholeWord);
+}
+
+TEST(CommandLine, TakesEveryOption)
+{
+    const BatchCall call =
+        CallOf({"replace",      "--find",          "a",          "--with",        "b",
+                "--match-case", "--whole-word",    "--no-count", "--backup",      "--keep-date",
+                "--read-only",  "--recurse",       "--pattern",  "*.pptx;*.potx", "--pattern=Q?.ppsx",
+                "--files-from", "list.txt",        "--revision", "Rev",           "--revision-by",
+                "0.5",          "--restart-after", "20",         "--format",      "json",
+                "--verbose"});
+
+    EXPECT_TRUE(call.setting.MatchCase && call.setting.MatchWholeWord);
+    EXPECT_FALSE(call.count);
+    EXPECT_TRUE(call.backup && call.keepDate && call.readOnly && call.recurse && call.verbose);
+    EXPECT_THAT(call.patterns, ElementsAre(u"*.pptx", u"*.potx", u"Q?.ppsx"));
+    EXPECT_EQ(call.filesFrom, u"list.txt");
+    EXPECT_EQ(call.revision, u"Rev");
+    EXPECT_EQ(call.revisionBy, 0.5);
+    EXPECT_EQ(call.restartAfter, 20);
+    EXPECT_EQ(call.format, OutputFormat::Json);
+    EXPECT_THAT(call.paths, IsEmpty());
+}
+
+TEST(CommandLine, InTakesNamesByCommaAndRepeated)
+{
+    EXPECT_THAT(LocationsOf(CallOf({"find", "--find", "a", "--in", "notes,links", "--in", "footer", "x"}).setting),
+                ElementsAre("footer", "notes", "links"));
+}
+
+TEST(CommandLine, InTakesEveryNameThatReportsUse)
+{
+    for (const SearchLocation& location : SearchLocations)
+        EXPECT_THAT(LocationsOf(CallOf({"find", "--find", "a", "--in", location.name, "x"}).setting),
+                    ElementsAre(location.name));
+    EXPECT_EQ(LocationsOf(CallOf({"find", "--find", "a", "--in", "all", "x"}).setting).size(), SearchLocations.size());
+}
+
+TEST(CommandLine, TakesArgumentsLiterally)
+{
+    EXPECT_EQ(CallOf({"find", "--find", "--with", "x"}).pairs[0].find, u"--with");
+    EXPECT_EQ(CallOf({"find", "--find", "-x", "x"}).pairs[0].find, u"-x");
+    EXPECT_EQ(CallOf({"find", "--find={}", "x"}).pairs[0].find, u"{}");
+    EXPECT_EQ(CallOf({"find", "--find", "[a,b]", "x"}).pairs[0].find, u"[a,b]");
+    EXPECT_EQ(CallOf({"find", "--find=a=b", "x"}).pairs[0].find, u"a=b");
+    EXPECT_EQ(CallOf({"find", "--find", " a ", "x"}).pairs[0].find, u" a ");
+    EXPECT_THAT(CallOf({"find", "--find", "a", "[a,b]", "clean", "-"}).paths, ElementsAre(u"[a,b]", u"clean", u"-"));
+    EXPECT_THAT(CallOf({"find", "--find", "a", "--", "--help", "-x"}).paths, ElementsAre(u"--help", u"-x"));
+}
+
+TEST(CommandLine, AnEmptyWithIsAnEmptyReplacement)
+{
+    const BatchCall attached = CallOf({"replace", "--find", "a", "--with=", "x", "y"});
+    const BatchCall apart = CallOf({"replace", "--find", "a", "--with", "", "x"});
+
+    EXPECT_EQ(attached.pairs[0].with, u"");
+    EXPECT_THAT(attached.paths, ElementsAre(u"x", u"y"));
+    EXPECT_EQ(apart.pairs[0].with, u"");
+}
+
+TEST(CommandLine, TextIsUtf8AndPathsAreAnyBytes)
+{
+    const BatchCall call = CallOf({"find", "--find", "Zürich 😀", "caf\xE9.pptx"});
+
+    EXPECT_EQ(call.pairs[0].find, u"Zürich 😀");
+    EXPECT_EQ(ToUtf8(call.paths[0]), "caf\xE9.pptx");
+}
+
+TEST(CommandLine, RestoreAndCleanTakePathsAlone)
+{
+    EXPECT_EQ(CallOf({"restore", "--recurse", "x"}).command, Command::Restore);
+    EXPECT_EQ(CallOf({"clean", "--pattern", "*.ppt", "--files-from", "-", "--format", "json"}).command, Command::Clean);
+}
+
+struct InvalidCall {
+    const char* name;
+    std::vector<std::string> arguments;
+    const char* reason;
+};
+
+class InvalidCalls : public testing::TestWithParam<InvalidCall>
+{
+};
+
+TEST_P(InvalidCalls, EndWithStatusTwoAndOneLineThatSaysWhy)
+{
+    const EarlyEnd end = EndOf(GetParam().arguments);
+
+    EXPECT_EQ(end.exitStatus, 2);
+    EXPECT_THAT(end.output, IsEmpty());
+    EXPECT_THAT(end.error, StartsWith("tessarine-batch: "));
+    EXPECT_THAT(end.error, HasSubstr(GetParam().reason));
+    EXPECT_EQ(std::count(end.error.begin(), end.error.end(), '\n'), 1);
+    EXPECT_THAT(end.error, EndsWith("\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CommandLine, InvalidCalls,
+    testing::Values(
+        InvalidCall{"NoCommand", {}, "a command is missing"},
+        InvalidCall{"UnknownCommand", {"search", "x"}, "there is no command \"search\""},
+        InvalidCall{"NoFind", {"find", "x"}, "--find is missing"},
+        InvalidCall{"EmptyFind", {"find", "--find", "", "x"}, "the text to look for is empty"},
+        InvalidCall{"EmptyFindByEquals", {"find", "--find=", "x"}, "the text to look for is empty"},
+        InvalidCall{"FindWithoutValue", {"find", "x", "--find"}, "--find needs a value: --find TEXT"},
+        InvalidCall{
+            "MoreFinds", {"replace", "--find", "a", "--find", "b", "--with", "c", "x"}, "2 --find and 1 --with"},
+        InvalidCall{"NoWith", {"replace", "--find", "a", "x"}, "every --find needs its --with"},
+        InvalidCall{"WithInFind", {"find", "--find", "a", "--with", "b", "x"}, "--with is not an option of find"},
+        InvalidCall{"BackupInClean", {"clean", "--backup", "x"}, "--backup is not an option of clean"},
+        InvalidCall{"UnknownOption", {"find", "--fnd", "a", "x"}, "there is no option --fnd"},
+        InvalidCall{"ShortOption", {"find", "-f", "a", "x"}, "there is no option -f"},
+        InvalidCall{"UnknownLocation", {"find", "--find", "a", "--in", "slides,tables", "x"}, "no location \"tables\""},
+        InvalidCall{"EmptyLocation", {"find", "--find", "a", "--in", "slides,", "x"}, "no location \"\""},
+        InvalidCall{"CountBothWays", {"find", "--find", "a", "--count", "--no-count", "x"}, "contradict each other"},
+        InvalidCall{"TwoFormats", {"find", "--find", "a", "--format", "json", "--format", "text", "x"}, "given twice"},
+        InvalidCall{"UnknownFormat", {"find", "--find", "a", "--format", "xml", "x"}, "neither text nor json"},
+        InvalidCall{"SwitchWithValue", {"find", "--find", "a", "--backup=no", "x"}, "--backup takes no value"},
+        InvalidCall{"RevisionByAlone", {"find", "--find", "a", "--revision-by", "1", "x"}, "needs --revision"},
+        InvalidCall{"RevisionByText",
+                    {"find", "--find", "a", "--revision", "R", "--revision-by", "1x", "x"},
+                    "\"1x\" is not a number"},
+        InvalidCall{"RevisionByInfinity",
+                    {"find", "--find", "a", "--revision", "R", "--revision-by", "inf", "x"},
+                    "\"inf\" is not a number"},
+        InvalidCall{"RestartAfterNone", {"find", "--find", "a", "--restart-after", "0", "x"}, "from 1 up"},
+        InvalidCall{"RestartAfterTooMany", {"find", "--find", "a", "--restart-after", "2147483648", "x"}, "from 1 up"},
+        InvalidCall{"EmptyPattern", {"find", "--find", "a", "--pattern", ";", "x"}, "the pattern is empty"},
+        InvalidCall{"BrokenPattern", {"find", "--find", "a", "--pattern", "[a.ppt", "x"}, "is not a pattern"},
+        InvalidCall{"NoPath", {"find", "--find", "a"}, "no file or folder is named"},
+        InvalidCall{"NoPathForRestore", {"restore"}, "no file or folder is named"},
+        InvalidCall{"EmptyPath", {"find", "--find", "a", ""}, "a path is empty"},
+        InvalidCall{"NotUtf8", {"find", "--find", "caf\xE9", "x"}, "not valid UTF-8"},
+        InvalidCall{"Endless", {"replace", "--find", "cat", "--with", "a cat", "x"}, "never ends"},
+        InvalidCall{"EndlessOnTwoLines",
+                    {"replace", "--find", "c\nt", "--with", "a c\nt", "--find", "a", "--with", "b\na", "x"},
+                    "never ends"},
+        InvalidCall{"EndlessByCase", {"replace", "--find", "cat", "--with", "a Cat", "x"}, "never ends"}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(CommandLine, APairThatEndsByItsOptionsIsTaken)
+{
+    EXPECT_EQ(CallOf({"replace", "--find", "cat", "--with", "a Cat", "--match-case", "x"}).pairs.size(), 1u);
+    EXPECT_EQ(CallOf({"replace", "--find", "cat", "--with", "concat", "--whole-word", "x"}).pairs.size(), 1u);
+    EXPECT_EQ(CallOf({"replace", "--find", "a.b", "--with", "w.a.b", "--in", "hyperlinks", "x"}).pairs.size(), 1u);
+}
+
+TEST(CommandLine, HelpAndVersionEndWithStatusZero)
+{
+    EXPECT_EQ(EndOf({"--help"}).exitStatus, 0);
+    EXPECT_THAT(EndOf({"--help"}).output, HasSubstr("restore"));
+    EXPECT_THAT(EndOf({"--version"}).output, StartsWith("tessarine-batch "));
+    EXPECT_EQ(EndOf({"find", "--help"}).exitStatus, 0);
+    EXPECT_THAT(EndOf({"find", "--help"}).error, IsEmpty());
+}
+
+TEST(CommandLine, HelpOfACommandNamesItsOptionsAndNoOther)
+{
+    const std::vector<std::pair<std::string, Command>> commands{{"find", Command::Find},
+                                                                {"replace", Command::Replace},
+                                                                {"restore", Command::Restore},
+                                                                {"clean", Command::Clean}};
+    for (const auto& [name, command] : commands) {
+        const std::string help = EndOf({name, "--help"}).output;
+        for (const OptionRow& row : OptionTable()) {
+            const bool shown = help.find("\n  " + std::string(row.name)) != std::string::npos;
+            EXPECT_EQ(shown, (row.commands & Only(command)) != 0) << name << " " << row.name;
+        }
+        EXPECT_THAT(help, HasSubstr("Examples:"));
+    }
+}
+
+TEST(CommandLine, HelpNamesEveryLocationAndWhatIsNotSearched)
+{
+    const std::string help = EndOf({"find", "-h"}).output;
+
+    for (const SearchLocation& location : SearchLocations)
+        EXPECT_THAT(help, HasSubstr(location.name));
+    EXPECT_THAT(help, HasSubstr("groups, tables, charts"));
+}
+
+TEST(CommandLine, HelpFitsOnATerminal)
+{
+    for (const char* command : {"find", "replace", "restore", "clean"}) {
+        std::istringstream help(EndOf({command, "--help"}).output);
+        for (std::string line; std::getline(help, line);)
+            EXPECT_LE(line.size(), 110u) << line;
+    }
+}
+
+}  // namespace
+}  // namespace tessarine::batch

@@ -1,0 +1,196 @@
+#include "batch/JobFiles.h"
+
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/Failure.h"
+#include "support/OrdinaryUser.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessarine::batch
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class JobFilesTest : public testing::Test
+{
+protected:
+    BatchCall CallFor(const std::vector<String>& names)
+    {
+        BatchCall call;
+        call.patterns = {u"*.ppt*"};
+        for (const String& name : names)
+            call.paths.push_back(name.empty() ? folder.Path() : folder.PathOf(name));
+        return call;
+    }
+
+    /// Paths below the folder, refused ones with ": " and the reason.
+    std::vector<std::string> Names(const std::vector<JobFile>& files)
+    {
+        std::vector<std::string> names;
+        for (const JobFile& file : files) {
+            const std::string name = ToUtf8(file.path.substr(std::min(file.path.size(), folder.Path().size() + 1)));
+            names.push_back(file.refusal.empty() ? name : name + ": " + ToUtf8(file.refusal));
+        }
+        return names;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(JobFilesTest, AFolderGivesItsFilesThatMatchInOrder)
+{
+    folder.Write(u"b.pptx");
+    folder.Write(u"a.ppt");
+    folder.Write(u"c.txt");
+    folder.Write(u"sub/d.pptx");
+
+    EXPECT_THAT(Names(CollectFiles(CallFor({u""}))), ElementsAre("a.ppt", "b.pptx"));
+}
+
+TEST_F(JobFilesTest, RecurseGivesTheFilesOfAFolderBeforeThoseOfItsSubfolders)
+{
+    folder.Write(u"a/z.pptx");
+    folder.Write(u"a/b/y.pptx");
+    folder.Write(u"x.pptx");
+    BatchCall call = CallFor({u""});
+    call.recurse = true;
+
+    EXPECT_THAT(Names(CollectFiles(call)), ElementsAre("x.pptx", "a/z.pptx", "a/b/y.pptx"));
+}
+
+TEST_F(JobFilesTest, AFolderLeavesOwnerFilesAndResourceForksOut)
+{
+    folder.Write(u"~$a.pptx");
+    folder.Write(u"._a.pptx");
+    folder.Write(u".a.pptx");
+
+    EXPECT_THAT(Names(CollectFiles(CallFor({u""}))), ElementsAre(".a.pptx"));
+}
+
+TEST_F(JobFilesTest, AFileThatIsNamedIsTakenWhateverItsName)
+{
+    folder.Write(u"~$notes.bin");
+
+    EXPECT_THAT(Names(CollectFiles(CallFor({u"~$notes.bin"}))), ElementsAre("~$notes.bin"));
+}
+
+TEST_F(JobFilesTest, APathThatNamesNothingIsRefusedInItsPlace)
+{
+    folder.Write(u"a.pptx");
+
+    EXPECT_THAT(Names(CollectFiles(CallFor({u"gone.pptx", u"a.pptx"}))),
+                ElementsAre("gone.pptx: File not found.", "a.pptx"));
+}
+
+TEST_F(JobFilesTest, ALostFileIsKeptWhereBackupsAreWanted)
+{
+    BatchCall call = CallFor({u"gone.pptx"});
+    call.command = Command::Restore;
+
+    EXPECT_THAT(Names(CollectFiles(call)), ElementsAre("gone.pptx"));
+}
+
+TEST_F(JobFilesTest, APipeIsRefusedAndNotOpened)
+{
+    ASSERT_EQ(mkfifo(ToUtf8(folder.PathOf(u"pipe.pptx")).c_str(), 0600), 0);
+
+    EXPECT_THAT(Names(CollectFiles(CallFor({u"pipe.pptx"}))), ElementsAre("pipe.pptx: Not a regular file."));
+    EXPECT_THAT(CollectFiles(CallFor({u""})), IsEmpty());
+}
+
+TEST_F(JobFilesTest, AFileIsTakenOnceByWhicheverWayItIsNamed)
+{
+    folder.Write(u"a.pptx");
+    folder.Write(u"b.pptx");
+    folder.MakeFolder(u"sub");
+    std::filesystem::create_symlink("a.pptx", ToUtf8(folder.PathOf(u"link.pptx")));
+
+    const auto files = CollectFiles(CallFor({u"b.pptx", u"", u"sub/../a.pptx", u"b.pptx", u"link.pptx"}));
+
+    EXPECT_THAT(Names(files), ElementsAre("b.pptx", "a.pptx"));
+}
+
+TEST_F(JobFilesTest, HardLinksAreTwoFiles)
+{
+    folder.Write(u"a.pptx");
+    std::filesystem::create_hard_link(ToUtf8(folder.PathOf(u"a.pptx")), ToUtf8(folder.PathOf(u"b.pptx")));
+
+    EXPECT_THAT(Names(CollectFiles(CallFor({u""}))), ElementsAre("a.pptx", "b.pptx"));
+}
+
+TEST_F(JobFilesTest, AFolderThatCannotBeReadIsRefusedItself)
+{
+    folder.Write(u"a.pptx");
+    folder.Write(u"shut/b.pptx");
+    SetMode(folder.Path(), 0755);
+    SetMode(folder.PathOf(u"shut"), 0);
+    BatchCall call = CallFor({u""});
+    call.recurse = true;
+    std::vector<JobFile> files;
+
+    {
+        const OrdinaryUser user;
+        files = CollectFiles(call);
+    }
+
+    ASSERT_EQ(files.size(), 2u);
+    EXPECT_EQ(files[1].path, folder.PathOf(u"shut"));
+    EXPECT_EQ(files[1].refusal.substr(0, 14), u"Path not found");
+}
+
+TEST_F(JobFilesTest, TheListComesBehindThePathsOfTheCall)
+{
+    folder.Write(u"a.pptx");
+    folder.Write(u"b.pptx");
+    folder.Write(u"list.txt", ToUtf8(folder.PathOf(u"a.pptx")) + "\n" + ToUtf8(folder.PathOf(u"gone.pptx")) + "\r\n");
+    BatchCall call = CallFor({u"b.pptx"});
+    call.filesFrom = folder.PathOf(u"list.txt");
+
+    EXPECT_THAT(Names(CollectFiles(call)), ElementsAre("b.pptx", "a.pptx", "gone.pptx: File not found."));
+}
+
+TEST_F(JobFilesTest, AMissingListIsAFailureOfTheCall)
+{
+    BatchCall call = CallFor({});
+    call.filesFrom = folder.PathOf(u"list.txt");
+
+    EXPECT_THROW(CollectFiles(call), Failure);
+}
+
+TEST_F(JobFilesTest, AFileWhoseBackupWouldOverwriteAnotherOneIsRefused)
+{
+    folder.Write(u"a.ppt");
+    folder.Write(u"a.pptm");
+    folder.Write(u"a.pptx");
+    auto files = CollectFiles(CallFor({u""}));
+
+    RefuseSharedBackups(files);
+
+    EXPECT_TRUE(files[0].refusal.empty());  // a.ppt has a.bak
+    EXPECT_TRUE(files[1].refusal.empty());  // a.pptm has a..bak
+    EXPECT_EQ(files[2].refusal, u"Its backup would overwrite another file of this job, or that file's backup: " +
+                                    folder.PathOf(u"a..bak"));
+}
+
+TEST_F(JobFilesTest, AFileWhoseBackupIsAFileOfTheJobIsRefused)
+{
+    folder.Write(u"a.ppt");
+    folder.Write(u"a.bak");
+    auto files = CollectFiles(CallFor({u"a.ppt", u"a.bak"}));
+
+    RefuseSharedBackups(files);
+
+    EXPECT_FALSE(files[0].refusal.empty());
+    EXPECT_FALSE(files[1].refusal.empty());
+}
+
+}  // namespace
+}  // namespace tessarine::batch
