@@ -7,6 +7,7 @@ namespace tessarine
 
 ErrorLogRecorder::ErrorLogRecorder() : previousFolder_(ApplicationDataFolder)
 {
+    SetMode(folder_.Path(), 0777);  // Tests that put down the superuser's rights log, too.
     ApplicationDataFolder = folder_.Path();
 }
 

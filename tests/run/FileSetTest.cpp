@@ -1,0 +1,348 @@
+#include <gmock/gmock.h>
+
+#include "model/Project.h"
+#include "RunTest.h"
+#include "support/OrdinaryUser.h"
+
+namespace tessarine
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FileSet : public RunTest
+{
+protected:
+    FileSet()
+    {
+        project_->options->ComaSepAllowedExtensions = u"*.Ppt*";
+        project_->options->FileToProcessFolderPath = folder_.Path();
+    }
+
+    std::int32_t CountOfList(const std::string& content)
+    {
+        project_->options->FileToProcessSourceType = 1;
+        project_->options->FileToProcessFilepath = folder_.Write(u"list.txt", content);
+        return project_->GetFileToProcessFileCount();
+    }
+
+    std::int32_t CountOfFolder(const String& patterns = u"*.Ppt*")
+    {
+        project_->options->ComaSepAllowedExtensions = patterns;
+        return project_->GetFileToProcessFileCount();
+    }
+
+    std::string Full(StringView name) const { return ToUtf8(folder_.PathOf(name)); }
+
+    std::vector<std::string> Files() const
+    {
+        std::vector<std::string> files;
+        for (const String& path : project_->FilesToProcess)
+            files.push_back(Short(ToUtf8(path)));
+        return files;
+    }
+};
+
+TEST_F(FileSet, OfAFolderIsItsMatchingFiles)
+{
+    for (const char16_t* name : {u"b.ppt", u"a.pptx", u"c.potx", u"d.txt"})
+        folder_.Write(name);
+
+    EXPECT_EQ(CountOfFolder(), 2);
+    EXPECT_THAT(Files(), ElementsAre("a.pptx", "b.ppt"));
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(FileSet, DoesNotLookIntoSubfoldersUnasked)
+{
+    folder_.Write(u"a.ppt");
+    folder_.Write(u"sub/b.ppt");
+
+    EXPECT_EQ(CountOfFolder(), 1);
+}
+
+TEST_F(FileSet, TakesAFoldersFilesBeforeThoseOfItsSubfoldersDepthFirst)
+{
+    for (const char16_t* name : {u"z.ppt", u"a/y.ppt", u"a/deep/x.ppt", u"b/w.ppt"})
+        folder_.Write(name);
+    project_->options->Include_Subfolders = true;
+
+    EXPECT_EQ(CountOfFolder(), 4);
+    EXPECT_THAT(Files(), ElementsAre("z.ppt", "a/y.ppt", "a/deep/x.ppt", "b/w.ppt"));
+}
+
+TEST_F(FileSet, IgnoresTheCaseOfExtensions)
+{
+    folder_.Write(u"A.PPT");
+    folder_.Write(u"b.ppt");
+
+    EXPECT_EQ(CountOfFolder(), 2);
+    EXPECT_EQ(CountOfFolder(u"*.pPt*"), 2);
+}
+
+TEST_F(FileSet, GoesByTheLastExtensionAlone)
+{
+    folder_.Write(u"a.ppt.bak");
+
+    EXPECT_EQ(CountOfFolder(), 0);
+}
+
+TEST_F(FileSet, LeavesOutBackupsOfAnEarlierRun)
+{
+    for (const char16_t* name : {u"a.bak", u"b..bak", u"a.ppt", u"b.pptx"})
+        folder_.Write(name);
+
+    EXPECT_EQ(CountOfFolder(), 2);
+    EXPECT_THAT(Files(), ElementsAre("a.ppt", "b.pptx"));
+}
+
+TEST_F(FileSet, TakesLockAndResourceForkFilesLikeAnyOther)
+{
+    folder_.Write(u"~$a.pptx");
+    folder_.Write(u"._a.pptx");
+
+    EXPECT_EQ(CountOfFolder(), 2);
+}
+
+TEST_F(FileSet, IsEmptyForAPatternWhoseEndCannotTakeTheStar)
+{
+    folder_.Write(u"a.ppt");
+
+    EXPECT_EQ(CountOfFolder(u".ppt"), 0);
+    EXPECT_EQ(CountOfFolder(u"*.ppt"), 0);
+    EXPECT_EQ(CountOfFolder(u"*.ppt?"), 1);
+    EXPECT_EQ(CountOfFolder(u"*.pp[a-t]*"), 1);
+    EXPECT_EQ(CountOfFolder(u"*.pp[!t]*"), 0);
+}
+
+TEST_F(FileSet, AppliesEveryPatternBetweenSemicolons)
+{
+    for (const char16_t* name : {u"a.ppt", u"b.pot", u"c.pps", u"d,e.txt"})
+        folder_.Write(name);
+
+    EXPECT_EQ(CountOfFolder(u"*.ppt*;*.pot*"), 2);
+    EXPECT_THAT(project_->AllowedExtensionPatterns, ElementsAre(u"*.ppt*", u"*.pot*"));
+    EXPECT_EQ(CountOfFolder(u"*.ppt*,*.pot*"), 0);
+    EXPECT_EQ(CountOfFolder(u";*.pps*;"), 1);
+    EXPECT_EQ(CountOfFolder(u"*.ppt* ; *.pot*"), 0);
+}
+
+TEST_F(FileSet, IsEmptyWithoutAPattern)
+{
+    folder_.Write(u"a.ppt");
+
+    EXPECT_EQ(CountOfFolder(u""), 0);
+    EXPECT_THAT(project_->AllowedExtensionPatterns, IsEmpty());
+}
+
+TEST_F(FileSet, LogsABrokenPatternForEachFileAndTakesNone)
+{
+    folder_.Write(u"a.ppt");
+    folder_.Write(u"b.ppt");
+
+    EXPECT_EQ(CountOfFolder(u"*.[p"), 0);
+
+    const std::string line =
+        "Error 93 (Invalid pattern string) in procedure CheckFileExt at Line No. 0 of Class Module Project";
+    EXPECT_THAT(log_.Lines(), ElementsAre(line, line));
+}
+
+TEST_F(FileSet, TakesAFileOfADottedFolderByItsOwnExtension)
+{
+    folder_.Write(u"v1.ppt.d/a.ppt");
+    folder_.Write(u"v1.ppt.d/b.txt");
+    project_->options->Include_Subfolders = true;
+
+    EXPECT_EQ(CountOfFolder(), 1);
+    EXPECT_THAT(Files(), ElementsAre("v1.ppt.d/a.ppt"));
+}
+
+TEST_F(FileSet, TakesTheTextOfAFileWithoutExtensionFromTheFoldersDotOn)
+{
+    folder_.Write(u"decks.ppt/noextension");
+    project_->options->Include_Subfolders = true;
+
+    EXPECT_EQ(CountOfFolder(), 1);
+    EXPECT_THAT(Files(), ElementsAre("decks.ppt/noextension"));
+}
+
+TEST_F(FileSet, LogsAPathWithoutAnyDot)
+{
+    ASSERT_EQ(folder_.Path().find(u'.'), String::npos);
+    folder_.Write(u"noextension");
+    folder_.Write(u"a.ppt");
+
+    EXPECT_EQ(CountOfFolder(), 1);
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 5 (Invalid procedure call or argument) in procedure CheckFileExt at "
+                                          "Line No. 0 of Class Module Project"));
+}
+
+TEST_F(FileSet, OfAMissingFolderIsMinusOneAndEmpty)
+{
+    project_->FilesToProcess = {u"left over"};
+    project_->options->FileToProcessFolderPath = folder_.PathOf(u"missing");
+
+    EXPECT_EQ(CountOfFolder(), -1);
+
+    EXPECT_THAT(Files(), IsEmpty());
+    EXPECT_THAT(messages_.Messages(), IsEmpty());
+}
+
+TEST_F(FileSet, GoesOnBehindAFolderThatCannotBeReadAndLogsIt)
+{
+    folder_.Write(u"closed/a.ppt");
+    folder_.Write(u"open/b.ppt");
+    SetMode(folder_.Path(), 0755);
+    SetMode(folder_.PathOf(u"closed"), 0000);
+    project_->options->Include_Subfolders = true;
+
+    std::int32_t count = 0;
+    {
+        const OrdinaryUser user;
+        count = CountOfFolder();
+    }
+
+    EXPECT_EQ(count, 1);
+    EXPECT_THAT(Files(), ElementsAre("open/b.ppt"));
+    EXPECT_THAT(Log(), ElementsAre("Error 76 (Path not found: could not read the folder closed) in procedure "
+                                   "RetriveFolder at Line No. 0 of Class Module Project"));
+}
+
+TEST_F(FileSet, IsBuiltAnewByEachCount)
+{
+    folder_.Write(u"a.ppt");
+    CountOfFolder();
+
+    EXPECT_EQ(CountOfFolder(), 1);
+    EXPECT_THAT(Files(), ElementsAre("a.ppt"));
+}
+
+TEST_F(FileSet, KeepsOddNamesAsTheyAre)
+{
+    const std::string foreign = "caf\xE9.ppt";
+    folder_.Write(FromUtf8(foreign));
+    folder_.Write(u"schön שלום 😀.ppt");
+
+    EXPECT_EQ(CountOfFolder(), 2);
+    EXPECT_THAT(Files(), ElementsAre(foreign, "schön שלום 😀.ppt"));
+}
+
+TEST_F(FileSet, OfAListIsItsExistingMatchingFilesInOrder)
+{
+    for (const char16_t* name : {u"b.ppt", u"a.ppt", u"c.txt"})
+        folder_.Write(name);
+
+    EXPECT_EQ(
+        CountOfList(Full(u"b.ppt") + "\r\n" + Full(u"missing.ppt") + "\r\n" + Full(u"c.txt") + "\r\n" + Full(u"a.ppt")),
+        2);
+    EXPECT_THAT(Files(), ElementsAre("b.ppt", "a.ppt"));
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(FileSet, OfAListTakesAnySourceTypeButZero)
+{
+    folder_.Write(u"a.ppt");
+    folder_.Write(u"b.ppt");
+    CountOfList(Full(u"a.ppt"));
+    project_->options->FileToProcessSourceType = -7;
+
+    EXPECT_EQ(project_->GetFileToProcessFileCount(), 1);
+}
+
+TEST_F(FileSet, OfAnEmptyListIsEmpty)
+{
+    EXPECT_EQ(CountOfList(""), 0);
+    EXPECT_THAT(messages_.Messages(), IsEmpty());
+}
+
+TEST_F(FileSet, DropsABlankLastLine)
+{
+    folder_.Write(u"a.ppt");
+
+    EXPECT_EQ(CountOfList(Full(u"a.ppt") + "\r\n"), 1);
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(FileSet, HoldsAFileTwiceThatTheListNamesTwice)
+{
+    folder_.Write(u"a.ppt");
+
+    EXPECT_EQ(CountOfList(Full(u"a.ppt") + "\r\n" + Full(u"a.ppt")), 2);
+    EXPECT_THAT(Files(), ElementsAre("a.ppt", "a.ppt"));
+}
+
+TEST_F(FileSet, DoesNotSplitAListAtALineFeedAlone)
+{
+    folder_.Write(u"a.ppt");
+    folder_.Write(u"b.ppt");
+    folder_.Write(u"c\nd.ppt");
+
+    EXPECT_EQ(CountOfList(Full(u"a.ppt") + "\n" + Full(u"b.ppt")), 0);
+    EXPECT_EQ(CountOfList(Full(u"c\nd.ppt") + "\r\n" + Full(u"a.ppt")), 2);
+}
+
+TEST_F(FileSet, DoesNotTrimTheLinesOfAList)
+{
+    folder_.Write(u"a.ppt");
+    folder_.Write(u" b.ppt ");
+
+    EXPECT_EQ(CountOfList(" " + Full(u"a.ppt") + "\r\n" + Full(u"a.ppt") + " \r\n" + Full(u" b.ppt ")), 1);
+    EXPECT_THAT(Files(), ElementsAre(" b.ppt "));
+}
+
+TEST_F(FileSet, SkipsAByteOrderMarkAtTheBeginOfAList)
+{
+    folder_.Write(u"a.ppt");
+
+    EXPECT_EQ(CountOfList("\xEF\xBB\xBF" + Full(u"a.ppt")), 1);
+    EXPECT_EQ(CountOfList("\xEF\xBB\xBF"), 0);
+}
+
+TEST_F(FileSet, FindsTheFilesOfAListUnderForeignBytes)
+{
+    folder_.Write(FromUtf8("caf\xE9.ppt"));
+
+    EXPECT_EQ(CountOfList(Full(FromUtf8("caf\xE9.ppt"))), 1);
+}
+
+TEST_F(FileSet, OfAMissingListSaysSo)
+{
+    project_->FilesToProcess = {u"left over"};
+    project_->options->FileToProcessSourceType = 1;
+    project_->options->FileToProcessFilepath = folder_.PathOf(u"missing.txt");
+
+    EXPECT_EQ(project_->GetFileToProcessFileCount(), 0);
+
+    EXPECT_THAT(messages_.Messages(), ElementsAre(MessageRecorder::Message{
+                                          u"File is not Available.", MessageIcon::Exclamation, MessageButtons::Ok}));
+}
+
+TEST_F(FileSet, LogsAListThatCannotBeRead)
+{
+    CountOfList("");
+    SetMode(folder_.Path(), 0755);
+    SetMode(folder_.PathOf(u"list.txt"), 0000);
+
+    std::int32_t count = -5;
+    {
+        const OrdinaryUser user;
+        count = project_->GetFileToProcessFileCount();
+    }
+
+    EXPECT_EQ(count, 0);
+    EXPECT_THAT(Log(), ElementsAre("Error 70 (Permission denied: could not open list.txt) in procedure RetriveFile at "
+                                   "Line No. 0 of Class Module Project"));
+}
+
+TEST_F(FileSet, WithoutOptionsIsEmptyAndLogged)
+{
+    project_->options.reset();
+
+    EXPECT_EQ(project_->GetFileToProcessFileCount(), 0);
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 91 (Object variable or With block variable not set) in procedure "
+                                          "GetFileToProcessFileCount at Line No. 0 of Class Module Project"));
+}
+
+}  // namespace tessarine
