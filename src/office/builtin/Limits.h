@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tessarine::builtin
+{
+
+/// What the engine is willing to hold for one presentation. Far beyond what real decks need; a hostile file meets a
+/// failure (-2147023504) here instead of the machine's memory.
+struct Limits {
+    std::uint64_t directoryBytes = 64u << 20;  ///< Central directory of the zip file.
+    std::uint64_t partBytes = 64u << 20;       ///< One XML part, inflated.
+    std::uint64_t documentBytes = 512u << 20;  ///< Node memory of one parsed part.
+    std::uint32_t nesting = 128;               ///< Depth of groups in groups, and of alternate content.
+    std::uint64_t packageXmlBytes = 1u << 30;  ///< All parts that one presentation has had inflated.
+
+    static Limits Default() { return {}; }
+
+    /// For fuzzing, where every case must be quick.
+    static Limits Small()
+    {
+        return {.directoryBytes = 1u << 20,
+                .partBytes = 1u << 20,
+                .documentBytes = 32u << 20,
+                .nesting = 32,
+                .packageXmlBytes = 8u << 20};
+    }
+};
+
+}  // namespace tessarine::builtin

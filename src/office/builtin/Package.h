@@ -1,0 +1,78 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "office/builtin/ContentTypes.h"
+#include "office/builtin/Limits.h"
+#include "office/builtin/Relationships.h"
+#include "office/builtin/ZipDirectory.h"
+#include "office/builtin/ZipWriter.h"
+#include "platform/RandomAccessFile.h"
+
+namespace tessarine::builtin
+{
+
+/// An Office Open XML package: parts in a zip file, their content types and relationships (ECMA-376 part 2).
+///
+/// Opening reads the zip directory and nothing else; a part is read when it is asked for. Edits are kept until Save.
+class Package
+{
+public:
+    using Entry = std::size_t;
+
+    /// Raises -2147023504 for a file that is no zip file or is damaged.
+    explicit Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default());
+
+    const Limits& limits() const { return limits_; }
+
+    /// The entry of a part, by its name or by the name with its percent escapes decoded. When two entries have one
+    /// name, the last one counts.
+    std::optional<Entry> Find(std::string_view partName) const;
+    const std::string& NameOf(Entry entry) const { return names_[entry]; }  ///< With slashes, without a leading one.
+
+    /// The part that a relationship of another part (of the package, without one) points to; nothing for no
+    /// relationship, an external or a dangling one.
+    std::optional<Entry> Follow(std::optional<Entry> source, const Relationship* relationship) const;
+
+    /// A part's bytes, with edits. Raises -2147023504 when it is damaged or larger than the limits allow, -2147467259
+    /// when the entry is encrypted, -2147024885 when it is packed in a way that packages don't use.
+    std::string Read(Entry entry) const;
+
+    /// As Read, decoded to UTF-8 (see XmlEncoding).
+    std::string ReadXml(Entry entry) const;
+
+    /// An XML part's new content as UTF-8, put back into the part's encoding.
+    void ReplaceXml(Entry entry, std::string_view utf8);
+    void Add(std::string partName, std::string bytes);
+    void Remove(Entry entry);
+
+    /// The relationships of a part; of the package with no entry. Parsed once.
+    Relationships& RelationshipsOf(std::optional<Entry> entry);
+    ContentTypes& Types();
+
+    /// True when a save would write something else than what is there.
+    bool IsChanged() const;
+
+    /// Replaces the file by one with the edits, all or nothing. Without edits only its modification time moves.
+    void Save(StringView path);
+
+private:
+    void PutEditedXml();
+
+    std::unique_ptr<RandomAccessBytes> bytes_;
+    Limits limits_;
+    ZipDirectory directory_;
+    std::vector<std::string> names_;
+    std::unordered_map<std::string, Entry> byName_;  // by comparable name
+    std::optional<ContentTypes> types_;
+    std::map<std::string, Relationships> relationships_;  // by relationship part name
+    ZipChanges changes_;
+    mutable std::uint64_t inflated_ = 0;
+};
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,91 @@
+#include "office/builtin/PartName.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+int HexValue(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return -1;
+}
+
+}  // namespace
+
+std::string ComparableName(std::string_view name)
+{
+    while (name.starts_with('/') || name.starts_with('\\'))
+        name.remove_prefix(1);
+    std::string comparable(name);
+    std::ranges::transform(comparable, comparable.begin(), [](char c) {
+        if (c == '\\')
+            return '/';
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    });
+    return comparable;
+}
+
+std::string_view FolderOf(std::string_view partName)
+{
+    const std::size_t slash = partName.rfind('/');
+    return slash == std::string_view::npos ? std::string_view() : partName.substr(0, slash + 1);
+}
+
+std::string RelationshipPartName(std::string_view partName)
+{
+    const std::string_view folder = FolderOf(partName);
+    return std::string(folder) + "_rels/" + std::string(partName.substr(folder.size())) + ".rels";
+}
+
+std::string ResolveTarget(std::string_view sourcePart, std::string_view target)
+{
+    const std::string whole =
+        target.starts_with('/') ? std::string(target) : std::string(FolderOf(sourcePart)).append(target);
+    std::vector<std::string_view> segments;
+    std::string_view rest = whole;
+    while (!rest.empty()) {
+        const std::size_t slash = std::min(rest.find_first_of("/\\"), rest.size());
+        const std::string_view segment = rest.substr(0, slash);
+        rest.remove_prefix(std::min(slash + 1, rest.size()));
+        if (segment == "..") {
+            if (!segments.empty())
+                segments.pop_back();
+        } else if (!segment.empty() && segment != ".") {
+            segments.push_back(segment);
+        }
+    }
+    std::string name;
+    for (const std::string_view segment : segments) {
+        if (!name.empty())
+            name += '/';
+        name += segment;
+    }
+    return name;
+}
+
+std::string DecodePercent(std::string_view text)
+{
+    std::string decoded;
+    decoded.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '%' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0) {
+            decoded += static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]));
+            i += 2;
+        } else {
+            decoded += text[i];
+        }
+    }
+    return decoded;
+}
+
+}  // namespace tessarine::builtin

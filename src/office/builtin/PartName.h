@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Names of parts and how relationships point to them (ECMA-376 part 2, 8.1 and 9.3).
+namespace tessarine::builtin
+{
+
+/// The form in which names are compared: no leading slash, slashes for backslashes, ASCII letters in lower case.
+std::string ComparableName(std::string_view name);
+
+/// The folder of a part name, with its slash; "" at the root.
+std::string_view FolderOf(std::string_view partName);
+
+/// "ppt/slides/_rels/slide1.xml.rels" for "ppt/slides/slide1.xml"; "_rels/.rels" for the package ("").
+std::string RelationshipPartName(std::string_view partName);
+
+/// The part name that an internal target stands for, seen from the part that holds it: absolute with a leading slash,
+/// otherwise relative to the part's folder; "." and ".." are resolved and never lead above the root. Percent escapes
+/// stay.
+std::string ResolveTarget(std::string_view sourcePart, std::string_view target);
+
+/// Percent escapes decoded; one that is none stays as it is.
+std::string DecodePercent(std::string_view text);
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "office/builtin/BuiltInProperties.h"
+#include "office/builtin/CustomPropertyPart.h"
+#include "office/builtin/Package.h"
+#include "office/builtin/ShapeTreePart.h"
+#include "office/builtin/TextMatch.h"
+
+namespace tessarine::builtin
+{
+
+class XmlDocument;
+
+/// An opened presentation: its package and the parts that make it up, found by relationships alone
+/// (ECMA-376 19.2.1.26 `p:presentation`).
+class PresentationFile
+{
+public:
+    /// Raises -2147024885 for a package that holds no presentation, -2147023504 for a damaged one (a slide that is
+    /// named but missing among them), -2147467259 for one that is protected against changes by a password.
+    explicit PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default());
+
+    std::size_t SlideCount() const { return slides_.size(); }
+    ShapeTreePart& Slide(std::size_t index) { return Part(slides_[index]); }
+    ShapeTreePart* NotesPage(std::size_t slide);   ///< Null when the slide has none.
+    std::size_t DesignOfSlide(std::size_t slide);  ///< The first design when the file does not say.
+
+    std::size_t DesignCount() const { return masters_.size(); }
+    ShapeTreePart& SlideMaster(std::size_t design) { return Part(masters_[design]); }
+    ShapeTreePart* TitleMaster(
+        std::size_t design);                ///< The master's first layout of type "title"; null when there is none.
+    String DesignName(std::size_t design);  ///< The theme's name; "" without one.
+
+    ShapeTreePart* NotesMaster();  ///< Null when the presentation has none.
+    ShapeTreePart* HandoutMaster();
+
+    BuiltInProperties& BuiltIn();
+    CustomPropertyPart& Custom();
+
+    /// The search text prepared; the last one is kept, as a run looks for one text all through a file.
+    const TextPattern& Pattern(const String& findWhat, bool matchCase, bool wholeWords);
+
+    /// Replaces the file by one with the edits, all or nothing; without edits only its modification time moves. An
+    /// edited package loses its digital signatures, which would not be valid any more; the error log says so.
+    void Save(StringView path);
+
+private:
+    void ReadMainPart(Package::Entry main);
+    std::vector<Package::Entry> ReadIdList(const XmlDocument& document, const char* list, const char* item,
+                                           Package::Entry main);
+    ShapeTreePart& Part(Package::Entry entry);
+    ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
+    void DropSignatures(StringView path);
+
+    Package package_;
+    std::vector<Package::Entry> slides_;
+    std::vector<Package::Entry> masters_;
+    std::optional<Package::Entry> notesMaster_;
+    std::optional<Package::Entry> handoutMaster_;
+    std::map<Package::Entry, std::unique_ptr<ShapeTreePart>> parts_;
+    std::optional<BuiltInProperties> builtIn_;
+    std::optional<CustomPropertyPart> custom_;
+    std::optional<TextPattern> pattern_;
+};
+
+}  // namespace tessarine::builtin

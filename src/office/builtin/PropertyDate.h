@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+
+#include "model/PowerPoint.h"
+#include "platform/String.h"
+
+namespace tessarine::builtin
+{
+
+/// A date-time of a property as files hold it (W3CDTF: "2024-05-06T07:08:09Z", with an offset, or the date alone), in
+/// local time. Nothing for text of another form.
+std::optional<powerpoint::Date> ReadPropertyDate(StringView text);
+
+}  // namespace tessarine::builtin

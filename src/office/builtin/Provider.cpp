@@ -1,0 +1,117 @@
+#include "office/builtin/Provider.h"
+
+#include <algorithm>
+#include <new>
+#include <vector>
+
+#include "office/builtin/Damage.h"
+#include "office/builtin/FileKind.h"
+#include "office/builtin/Objects.h"
+#include "office/builtin/PresentationFile.h"
+#include "platform/Failure.h"
+#include "platform/RandomAccessFile.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+void RefuseOtherKinds(FileKind kind)
+{
+    switch (kind) {
+        case FileKind::Package:
+            return;
+        case FileKind::EncryptedPackage:
+            throw Failure(FailureNumber::Unspecified,
+                          u"The presentation is encrypted and needs a password to be opened");
+        case FileKind::BinaryPresentation:
+            throw NotAPresentation("binary presentation, not supported by the built-in engine yet");
+        case FileKind::OldPresentation:
+            throw NotAPresentation("The file is a presentation of PowerPoint 95 or earlier");
+        case FileKind::OtherCompound:
+            throw NotAPresentation("The file is some other Office document, not a presentation");
+        case FileKind::FlatPackage:
+            throw NotAPresentation("The file is a flat XML presentation; save it as .pptx first");
+        case FileKind::DamagedCompound:
+            throw Damage({}, "its compound file can't be read");
+        case FileKind::Empty:
+            throw Damage({}, "it is empty");
+        case FileKind::Other:
+            throw NotAPresentation("The file is not a presentation");
+    }
+}
+
+class PresentationsObject final : public powerpoint::Presentations
+{
+public:
+    std::shared_ptr<powerpoint::Presentation> Open(const String& FileName, powerpoint::TriState, powerpoint::TriState,
+                                                   powerpoint::TriState) override
+    {
+        try {
+            return OpenFile(FileName);
+        } catch (const Failure& failure) {
+            // One of many files failed: the text says which.
+            throw Failure(failure.number, FileName + u": " + failure.description, u"Presentations.Open");
+        } catch (const std::bad_alloc&) {
+            throw Failure(FailureNumber::OutOfMemory, FileName + u": There is not enough memory to open the file");
+        }
+    }
+
+    void CloseAll() { open_.clear(); }
+
+private:
+    struct OpenPresentation {
+        RandomAccessFile::Identity file;
+        std::weak_ptr<PresentationFile> reference;
+    };
+
+    std::shared_ptr<powerpoint::Presentation> OpenFile(const String& path)
+    {
+        auto bytes = std::make_unique<RandomAccessFile>(path);
+        const RandomAccessFile::Identity id = bytes->Id();
+        std::erase_if(open_, [](const OpenPresentation& entry) { return entry.reference.expired(); });
+        if (std::ranges::find(open_, id, &OpenPresentation::file) != open_.end())
+            throw Failure(FailureNumber::SharingViolation, u"The presentation is open already");
+
+        RefuseOtherKinds(FileKindOf(*bytes));
+        auto file = std::make_shared<PresentationFile>(std::move(bytes));
+        open_.push_back({id, file});
+        return MakePresentation(std::move(file), path);
+    }
+
+    std::vector<OpenPresentation> open_;
+};
+
+class ApplicationObject final : public powerpoint::Application
+{
+public:
+    std::shared_ptr<powerpoint::Presentations> Presentations() override { return presentations_; }
+    void PutDisplayAlerts(std::int32_t) override {}       // there are none to show
+    void PutAutomationSecurity(std::int32_t) override {}  // macros are never run
+    void Quit() override { presentations_->CloseAll(); }
+
+private:
+    std::shared_ptr<PresentationsObject> presentations_ = std::make_shared<PresentationsObject>();
+};
+
+class ProviderObject final : public powerpoint::Provider
+{
+public:
+    std::shared_ptr<powerpoint::Application> CreateApplication() override
+    {
+        return std::make_shared<ApplicationObject>();
+    }
+
+    /// Applications live in their users' hands; none runs by itself.
+    std::shared_ptr<powerpoint::Application> AttachToRunning() override { return nullptr; }
+};
+
+}  // namespace
+
+std::shared_ptr<powerpoint::Provider> CreateProvider()
+{
+    return std::make_shared<ProviderObject>();
+}
+
+}  // namespace tessarine::builtin

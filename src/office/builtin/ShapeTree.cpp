@@ -1,0 +1,159 @@
+#include "office/builtin/ShapeTree.h"
+
+#include "office/builtin/Damage.h"
+#include "office/builtin/ShapeKind.h"
+#include "office/builtin/SlideLinks.h"
+#include "office/builtin/XmlDocument.h"
+#include "office/builtin/XmlText.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+using enum Ns;
+
+/// The text of a run or a field: that of its first `a:t`, as editing takes it (TextTree).
+void AppendRunText(const XmlDocument& document, Node run, String& text)
+{
+    const Node content = document.Child(run, Drawing, "t");
+    const Node first = content.first_child();
+    if (!first)
+        return;
+    if (first.type() == pugi::node_pcdata && !first.next_sibling()) {
+        // Nearly always: one piece of plain text.
+        const char* value = first.value();
+        bool plain = true;
+        const std::size_t start = text.size();
+        for (; *value != '\0'; ++value) {
+            if (static_cast<unsigned char>(*value) >= 0x80 || *value == '_') {
+                plain = false;
+                break;
+            }
+            text += static_cast<char16_t>(*value);
+        }
+        if (plain)
+            return;
+        text.resize(start);
+    }
+    text += DecodeRunText(XmlDocument::TextOf(content));
+}
+
+TextBody ReadTextBody(const XmlDocument& document, Node body)
+{
+    String text;
+    std::vector<ProtectedRange> protectedRanges;
+    bool first = true;
+    for (const Node paragraph : body.children()) {
+        if (!document.Is(paragraph, Drawing, "p"))
+            continue;
+        if (!first)
+            text += u'\r';
+        first = false;
+        for (const Node child : paragraph.children()) {
+            if (child.type() != pugi::node_element)
+                continue;
+            if (document.Is(child, Drawing, "r")) {
+                AppendRunText(document, child, text);
+            } else if (document.Is(child, Drawing, "br")) {
+                text += u'\v';
+            } else if (document.Is(child, Drawing, "fld")) {
+                const std::size_t begin = text.size();
+                AppendRunText(document, child, text);
+                const std::string_view type = Attribute(child, "type");
+                if ((type == "slidenum" || type.starts_with("datetime")) && text.size() > begin)
+                    protectedRanges.push_back({begin, text.size() - begin});
+            } else if (!document.Is(child, Drawing, "pPr") && !document.Is(child, Drawing, "endParaRPr")) {
+                protectedRanges.push_back({text.size(), 0});
+            }
+        }
+    }
+    return {document.OffsetOf(body), std::move(text), std::move(protectedRanges)};
+}
+
+class Reader
+{
+public:
+    Reader(const XmlDocument& document, std::string_view part, const Limits& limits)
+        : document_(document), part_(part), limits_(limits)
+    {
+    }
+
+    ShapeTree Read(bool withLinks)
+    {
+        const Node root = document_.Root();
+        const Node shapes = document_.Child(document_.Child(root, Presentation, "cSld"), Presentation, "spTree");
+        if (!shapes)
+            throw Damage(part_, "it has no shape tree");
+        tree_.layoutType = Attribute(root, "type");
+        for (const Node layout : document_.Child(root, Presentation, "sldLayoutIdLst").children())
+            if (const char* id = document_.Attribute(layout, DocumentRelationships, "id"))
+                tree_.layoutIds.emplace_back(id);
+        ReadShapes(shapes, 0);
+        if (withLinks)
+            tree_.links = ReadLinks(document_, shapes, part_, limits_);
+        return std::move(tree_);
+    }
+
+private:
+    void ReadShapes(Node parent, std::uint32_t depth)
+    {
+        if (depth > limits_.nesting)
+            throw Damage(part_, "alternate content is nested too deeply");
+        for (const Node element : parent.children()) {
+            if (element.type() != pugi::node_element)
+                continue;
+            ShapeRecord record;
+            if (ClassifyShape(document_, element, record)) {
+                record.body = ReadBody(element, record);
+                tree_.shapes.push_back(std::move(record));
+            } else if (document_.Is(element, Compatibility, "AlternateContent")) {
+                ReadAlternateContent(element, depth);
+            }
+        }
+    }
+
+    void ReadAlternateContent(Node element, std::uint32_t depth)
+    {
+        const Node chosen = ChosenBranch(document_, element);
+        const std::size_t before = tree_.shapes.size();
+        ReadShapes(chosen, depth + 1);
+
+        // Older readers show the fallback: the same text there is changed alike.
+        const Node fallback = document_.Child(element, Compatibility, "Fallback");
+        if (fallback == chosen || tree_.shapes.size() != before + 1 || tree_.shapes.back().body < 0)
+            return;
+        const Node twin = document_.Child(document_.Child(fallback, Presentation, "sp"), Presentation, "txBody");
+        if (!twin)
+            return;
+        TextBody body = ReadTextBody(document_, twin);
+        if (body.Text() != tree_.bodies[static_cast<std::size_t>(tree_.shapes.back().body)].Text())
+            return;
+        tree_.shapes.back().twin = static_cast<std::int32_t>(tree_.bodies.size());
+        tree_.bodies.push_back(std::move(body));
+    }
+
+    std::int32_t ReadBody(Node element, const ShapeRecord& record)
+    {
+        const Node body = record.hasTextFrame ? document_.Child(element, Presentation, "txBody") : Node();
+        if (!body)
+            return -1;
+        tree_.bodies.push_back(ReadTextBody(document_, body));
+        return static_cast<std::int32_t>(tree_.bodies.size()) - 1;
+    }
+
+    const XmlDocument& document_;
+    std::string_view part_;
+    const Limits& limits_;
+    ShapeTree tree_;
+};
+
+}  // namespace
+
+ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits, bool withLinks)
+{
+    return Reader(document, part, limits).Read(withLinks);
+}
+
+}  // namespace tessarine::builtin

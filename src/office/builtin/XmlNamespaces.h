@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string_view>
+
+namespace tessarine::builtin
+{
+
+/// The namespaces that the engine reads. Transitional and Strict names of one vocabulary are one value (ECMA-376 parts
+/// 1 and 4), so that nothing else needs to know which kind a file is.
+enum class Ns {
+    None,                   ///< Any other, or none.
+    Presentation,           ///< p
+    Drawing,                ///< a
+    DocumentRelationships,  ///< r, on attributes
+    Compatibility,          ///< mc
+    Understood,  ///< Extension vocabularies whose markup is taken in alternate content (p14, a14, cx1, v, ...).
+    ContentTypes,
+    PackageRelationships,
+    CoreProperties,
+    DublinCore,
+    DublinCoreTerms,
+    ExtendedProperties,
+    CustomProperties,
+    VariantTypes,
+    Count
+};
+
+Ns NamespaceOf(std::string_view uri);
+
+}  // namespace tessarine::builtin

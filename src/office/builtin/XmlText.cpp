@@ -1,0 +1,353 @@
+#include "office/builtin/XmlText.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "office/builtin/Damage.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+bool IsControl(char32_t c)
+{
+    return c < 0x20;
+}
+
+/// The code of "_xHHHH_" at the start of the text.
+template <class View>
+std::optional<char32_t> EscapeCode(View text)
+{
+    if (text.size() < 7 || text[0] != '_' || text[1] != 'x' || text[6] != '_')
+        return std::nullopt;
+    char32_t code = 0;
+    for (std::size_t i = 2; i < 6; ++i) {
+        const auto c = static_cast<char32_t>(text[i]);
+        if (c >= '0' && c <= '9')
+            code = code * 16 + (c - '0');
+        else if (c >= 'A' && c <= 'F')
+            code = code * 16 + (c - 'A' + 10);
+        else if (c >= 'a' && c <= 'f')
+            code = code * 16 + (c - 'a' + 10);
+        else
+            return std::nullopt;
+    }
+    return code;
+}
+
+void AppendEscapeCode(std::string& bytes, char16_t unit, const char* digits)
+{
+    bytes += "_x00";
+    bytes += digits[unit >> 4 & 0xF];
+    bytes += digits[unit & 0xF];
+    bytes += '_';
+}
+
+/// Calls `put` with each code point; lone surrogates come as they are.
+template <class Put>
+void ForEachCodePoint(StringView text, Put&& put)
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char32_t unit = text[i];
+        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
+            put(0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00u), i);
+            ++i;
+        } else {
+            put(unit, i);
+        }
+    }
+}
+
+void AppendEscaped(std::string& bytes, char32_t c)
+{
+    switch (c) {
+        case '&':
+            bytes += "&amp;";
+            break;
+        case '<':
+            bytes += "&lt;";
+            break;
+        case '>':
+            bytes += "&gt;";
+            break;
+        case 0xFFFE:
+        case 0xFFFF:
+            AppendUtf8(bytes, 0xFFFD);
+            break;
+        default:
+            AppendUtf8(bytes, c);  // which turns a lone surrogate into U+FFFD
+    }
+}
+
+/// XML 1.0 has no way to hold these, not even as references.
+bool IsForbidden(char32_t c)
+{
+    return IsControl(c) && c != '\t' && c != '\n' && c != '\r';
+}
+
+}  // namespace
+
+std::string EscapeText(StringView text)
+{
+    std::string bytes;
+    ForEachCodePoint(text, [&](char32_t c, std::size_t) {
+        if (IsForbidden(c))
+            AppendUtf8(bytes, 0xFFFD);
+        else if (c == '\r')
+            bytes += "&#13;";  // a raw one would be read as a line feed
+        else
+            AppendEscaped(bytes, c);
+    });
+    return bytes;
+}
+
+std::string EscapeAttribute(StringView text)
+{
+    std::string bytes;
+    ForEachCodePoint(text, [&](char32_t c, std::size_t) {
+        if (IsForbidden(c))
+            AppendUtf8(bytes, 0xFFFD);
+        else if (c == '"')
+            bytes += "&quot;";
+        else if (c == '\'')
+            bytes += "&apos;";
+        else if (IsControl(c))
+            bytes += "&#" + std::to_string(static_cast<unsigned>(c)) + ";";  // white space would be read as blanks
+        else
+            AppendEscaped(bytes, c);
+    });
+    return bytes;
+}
+
+std::string EscapeRunText(StringView text)
+{
+    std::string bytes;
+    ForEachCodePoint(text, [&](char32_t c, std::size_t at) {
+        if (IsControl(c) && c != '\t') {
+            AppendEscapeCode(bytes, static_cast<char16_t>(c), "0123456789ABCDEF");
+        } else if (const auto code = c == '_' ? EscapeCode(text.substr(at)) : std::nullopt; code && IsControl(*code)) {
+            bytes += "_x005F_";
+        } else {
+            AppendEscaped(bytes, c);
+        }
+    });
+    return bytes;
+}
+
+std::string EscapePropertyText(StringView text)
+{
+    std::string bytes;
+    ForEachCodePoint(text, [&](char32_t c, std::size_t) {
+        if (IsControl(c) && c != '\t')
+            AppendEscapeCode(bytes, static_cast<char16_t>(c), "0123456789abcdef");
+        else
+            AppendEscaped(bytes, c);
+    });
+    return bytes;
+}
+
+String DecodeRunText(std::string_view utf8)
+{
+    String text = FromUtf8(utf8);
+    std::size_t at = text.find(u"_x00");
+    while (at != String::npos) {
+        const auto code = EscapeCode(StringView(text).substr(at));
+        if (code && IsControl(*code))
+            text.replace(at, 7, 1, static_cast<char16_t>(*code));
+        at = text.find(u"_x00", at + 1);
+    }
+    return text;
+}
+
+namespace
+{
+
+/// Reads content front to back. One unit of the text comes from one character, one reference or one escape.
+class ContentReader
+{
+public:
+    explicit ContentReader(std::string_view content) : content_(content) {}
+
+    std::vector<ContentUnit> Read()
+    {
+        while (at_ < content_.size()) {
+            if (inCData_ && Starts("]]>"))
+                inCData_ = false, at_ += 3;
+            else if (!inCData_ && content_[at_] == '<')
+                SkipMarkup();
+            else
+                ReadCharacter();
+        }
+        JoinEscapes();
+        return std::move(units_);
+    }
+
+private:
+    bool Starts(std::string_view text) const { return content_.substr(at_).starts_with(text); }
+
+    void SkipTo(std::string_view end)
+    {
+        const std::size_t found = content_.find(end, at_);
+        if (found == std::string_view::npos)
+            throw Damage({}, "text holds unclosed markup");
+        at_ = found + end.size();
+    }
+
+    void SkipMarkup()
+    {
+        if (Starts("<![CDATA["))
+            inCData_ = true, at_ += 9;
+        else if (Starts("<!--"))
+            SkipTo("-->");
+        else if (Starts("<?"))
+            SkipTo("?>");
+        else
+            throw Damage({}, "text holds an element");
+    }
+
+    void ReadCharacter()
+    {
+        const std::size_t begin = at_;
+        if (!inCData_ && content_[at_] == '&') {
+            if (const auto reference = ReadReference()) {
+                Push(*reference, begin);
+                return;
+            }
+        }
+        if (content_[at_] == '\r') {  // XML 1.0 2.11: CR LF and CR are one LF
+            at_ += Starts("\r\n") ? 2 : 1;
+            Push('\n', begin);
+            return;
+        }
+        const std::size_t length = std::min(SequenceLength(content_[at_]), content_.size() - at_);
+        const String text = FromUtf8(content_.substr(at_, length));
+        const bool whole = text.size() == 1 || (text.size() == 2 && text[0] >= 0xD800 && text[0] <= 0xDBFF);
+        at_ += whole ? length : 1;  // bytes that are no UTF-8 come one by one
+        for (const char16_t unit : whole ? text : FromUtf8(content_.substr(begin, 1)))
+            units_.push_back({unit, begin, at_, inCData_});
+    }
+
+    static std::size_t SequenceLength(char lead)
+    {
+        const auto byte = static_cast<unsigned char>(lead);
+        return byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+    }
+
+    std::optional<char32_t> ReadReference()
+    {
+        const std::size_t semicolon = content_.find(';', at_);
+        if (semicolon == std::string_view::npos)
+            return std::nullopt;
+        const std::string_view name = content_.substr(at_ + 1, semicolon - at_ - 1);
+        std::optional<char32_t> c;
+        if (name == "amp")
+            c = '&';
+        else if (name == "lt")
+            c = '<';
+        else if (name == "gt")
+            c = '>';
+        else if (name == "quot")
+            c = '"';
+        else if (name == "apos")
+            c = '\'';
+        else if (name.starts_with('#'))
+            c = NumberOf(name.substr(1));
+        if (c)
+            at_ = semicolon + 1;
+        return c;
+    }
+
+    static std::optional<char32_t> NumberOf(std::string_view digits)
+    {
+        const bool hexadecimal = digits.starts_with('x');
+        if (hexadecimal)
+            digits.remove_prefix(1);
+        if (digits.empty() || digits.size() > 8)
+            return std::nullopt;
+        char32_t value = 0;
+        for (const char c : digits) {
+            const char32_t base = hexadecimal ? 16 : 10;
+            char32_t digit = 99;
+            if (c >= '0' && c <= '9')
+                digit = static_cast<char32_t>(c - '0');
+            else if (c >= 'a' && c <= 'f')
+                digit = static_cast<char32_t>(c - 'a' + 10);
+            else if (c >= 'A' && c <= 'F')
+                digit = static_cast<char32_t>(c - 'A' + 10);
+            if (digit >= base || value > 0x10FFFF)
+                return std::nullopt;
+            value = value * base + digit;
+        }
+        return value;
+    }
+
+    void Push(char32_t c, std::size_t begin)
+    {
+        std::string utf8;
+        AppendUtf8(utf8, c);
+        for (const char16_t unit : FromUtf8(utf8))
+            units_.push_back({unit, begin, at_, inCData_});
+    }
+
+    /// "_xHHHH_" of a control character is one unit that stands for all seven characters.
+    void JoinEscapes()
+    {
+        String text;
+        for (const ContentUnit& unit : units_)
+            text += unit.unit;
+        std::size_t shift = 0;
+        for (std::size_t at = text.find(u"_x00"); at != String::npos; at = text.find(u"_x00", at + 1)) {
+            const auto code = EscapeCode(StringView(text).substr(at));
+            if (!code || !IsControl(*code))
+                continue;
+            const std::size_t first = at - shift;
+            units_[first].unit = static_cast<char16_t>(*code);
+            units_[first].end = units_[first + 6].end;
+            units_.erase(units_.begin() + static_cast<std::ptrdiff_t>(first) + 1,
+                         units_.begin() + static_cast<std::ptrdiff_t>(first) + 7);
+            shift += 6;
+            at += 6;
+        }
+    }
+
+    std::string_view content_;
+    std::size_t at_ = 0;
+    bool inCData_ = false;
+    std::vector<ContentUnit> units_;
+};
+
+}  // namespace
+
+std::vector<ContentUnit> ContentUnits(std::string_view content)
+{
+    return ContentReader(content).Read();
+}
+
+std::string ReplaceContent(std::string_view content, StringView text, std::string (*escape)(StringView))
+{
+    const std::vector<ContentUnit> units = ContentUnits(content);
+    // Bytes in a CDATA section can't be mixed with escaped ones; such content is written anew.
+    if (std::ranges::any_of(units, &ContentUnit::inCData))
+        return escape(text);
+    const auto isLow = [](char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; };
+    const std::size_t shorter = std::min(units.size(), text.size());
+    std::size_t front = 0;
+    while (front < shorter && units[front].unit == text[front])
+        ++front;
+    while (front > 0 &&
+           ((front < units.size() && isLow(units[front].unit)) || (front < text.size() && isLow(text[front]))))
+        --front;  // never half a surrogate pair
+    std::size_t back = 0;
+    while (back < shorter - front && units[units.size() - 1 - back].unit == text[text.size() - 1 - back])
+        ++back;
+    while (back > 0 && isLow(text[text.size() - back]))
+        --back;
+    const std::size_t frontEnd = front == 0 ? 0 : units[front - 1].end;
+    const std::size_t backBegin = back == 0 ? content.size() : units[units.size() - back].begin;
+    return std::string(content.substr(0, frontEnd)) + escape(text.substr(front, text.size() - front - back)) +
+           std::string(content.substr(backBegin));
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/String.h"
+
+/// Text in XML: escaping, unescaping, and where each character of an element's text stands in its bytes.
+namespace tessarine::builtin
+{
+
+/// UTF-8 with `& < >` escaped (and the quote, for attributes). What XML can't hold (lone surrogates, U+FFFE, U+FFFF)
+/// becomes U+FFFD.
+std::string EscapeText(StringView text);
+std::string EscapeAttribute(StringView text);
+
+/// As EscapeText, but control characters other than tab are written "_xHHHH_", as PresentationML text holds them, and
+/// a literal text of that form has its first underscore written "_x005F_", so that it stays what it is.
+std::string EscapeRunText(StringView text);
+
+/// As EscapeText for property values: carriage return and line feed are written "_x000d_" and "_x000a_".
+std::string EscapePropertyText(StringView text);
+
+/// UTF-8 to UTF-16 with "_xHHHH_" decoded where HHHH is a control character.
+String DecodeRunText(std::string_view utf8);
+
+/// One UTF-16 unit of an element's content and the bytes that it stands for. Both halves of a surrogate pair have the
+/// same bytes.
+struct ContentUnit {
+    char16_t unit;
+    std::size_t begin;
+    std::size_t end;
+    bool inCData;
+};
+
+/// The text of an element's content as units with their bytes: character and entity references, CDATA sections, line
+/// ends (CR LF and CR read as LF) and "_xHHHH_" are understood; comments and processing instructions are skipped.
+/// Positions count from the start of `content`. Raises -2147023504 on markup that does not belong there.
+std::vector<ContentUnit> ContentUnits(std::string_view content);
+
+/// New content for an element that holds `content`: what the new text has in common with the old at both ends keeps its
+/// bytes, the rest is written by `escape`.
+std::string ReplaceContent(std::string_view content, StringView text, std::string (*escape)(StringView));
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Signatures, field offsets and little-endian access for the records of a zip file (PKWARE APPNOTE 4.3).
+namespace tessarine::builtin::zip
+{
+
+constexpr std::uint32_t localSignature = 0x04034b50;
+constexpr std::uint32_t centralSignature = 0x02014b50;
+constexpr std::uint32_t endSignature = 0x06054b50;
+constexpr std::uint32_t end64Signature = 0x06064b50;
+constexpr std::uint32_t end64LocatorSignature = 0x07064b50;
+
+constexpr std::size_t localSize = 30;
+constexpr std::size_t centralSize = 46;
+constexpr std::size_t endSize = 22;
+constexpr std::size_t end64Size = 56;
+constexpr std::size_t end64LocatorSize = 20;
+
+constexpr std::uint16_t flagDataDescriptor = 0x0008;
+constexpr std::uint16_t extraZip64 = 0x0001;
+constexpr std::uint32_t in64 = 0xFFFFFFFF;  ///< "The value stands in the zip64 field."
+constexpr std::uint16_t count64 = 0xFFFF;
+
+/// An unsigned little-endian integer at an offset; the caller has checked the length.
+template <class Integer>
+Integer Get(std::string_view bytes, std::size_t offset)
+{
+    std::uint64_t value = 0;
+    for (std::size_t i = sizeof(Integer); i-- > 0;)
+        value = value << 8 | static_cast<std::uint8_t>(bytes[offset + i]);
+    return static_cast<Integer>(value);
+}
+
+template <class Integer>
+void Put(std::string& bytes, std::size_t offset, Integer value)
+{
+    auto rest = static_cast<std::uint64_t>(value);
+    for (std::size_t i = 0; i < sizeof(Integer); ++i, rest >>= 8)
+        bytes[offset + i] = static_cast<char>(rest & 0xFF);
+}
+
+template <class Integer>
+void Append(std::string& bytes, Integer value)
+{
+    bytes.append(sizeof(Integer), '\0');
+    Put<Integer>(bytes, bytes.size() - sizeof(Integer), value);
+}
+
+/// Field offsets in a local header.
+namespace local
+{
+constexpr std::size_t flags = 6, crc = 14, packedSize = 18, size = 22, nameLength = 26, extraLength = 28;
+}
+
+/// Field offsets in a central record.
+namespace central
+{
+constexpr std::size_t flags = 8, method = 10, crc = 16, packedSize = 20, size = 24, nameLength = 28, extraLength = 30,
+                      commentLength = 32, disk = 34, localHeader = 42;
+}
+
+/// Field offsets in the end record and its zip64 form.
+namespace end
+{
+constexpr std::size_t disk = 4, count = 10, directorySize = 12, directoryStart = 16, commentLength = 20;
+}
+namespace end64
+{
+constexpr std::size_t count = 32, directorySize = 40, directoryStart = 48;
+}
+
+}  // namespace tessarine::builtin::zip
