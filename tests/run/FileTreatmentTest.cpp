@@ -1,0 +1,206 @@
+#include <gmock/gmock.h>
+
+#include "platform/FileDateTime.h"
+#include "platform/Files.h"
+#include "RunTest.h"
+
+namespace tessarine
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FileTreatment : public RunTest
+{
+protected:
+    /// PowerPoint changes the file on disk, as saving does.
+    void WriteOnSave(const String& path)
+    {
+        powerPoint_.script.On("Presentation.Save", [this, path] {
+            modeAtSave_ = ModeOf(path);
+            folder_.Write(path.substr(folder_.Path().size() + 1), "saved");
+        });
+    }
+
+    mode_t modeAtSave_ = 0;
+};
+
+using ReadOnlyFile = FileTreatment;
+using KeptDate = FileTreatment;
+using BackupOfARun = FileTreatment;
+
+TEST_F(ReadOnlyFile, IsReportedAndNeverOpenedUnlessAskedFor)
+{
+    SetMode(AddFile(u"a.ppt"), 0444);
+
+    project_->Replacement();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 0 Read Only File."));
+    EXPECT_EQ(CallsOf("Presentations.Open a.ppt"), 0u);
+    EXPECT_EQ(ModeOf(folder_.PathOf(u"a.ppt")), 0444u);
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(ReadOnlyFile, GetsItsBackupAllTheSame)
+{
+    SetMode(AddFile(u"a.ppt"), 0444);
+    project_->options->BackupMode = true;
+
+    project_->Search();
+
+    EXPECT_EQ(ContentOf(folder_.PathOf(u"a.bak")), "bytes of a.ppt");
+}
+
+TEST_F(ReadOnlyFile, IsWritableWhileItIsProcessedAndHasItsOldModeAfterwards)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0551);
+    WriteOnSave(path);
+    project_->options->ProcessReadonlyFiles = true;
+
+    project_->Replacement();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
+    EXPECT_EQ(modeAtSave_, 0751u);
+    EXPECT_EQ(ModeOf(path), 0551u);
+    EXPECT_EQ(ContentOf(path), "saved");
+}
+
+TEST_F(ReadOnlyFile, StaysWritableAfterAnOpenFailure)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0444);
+    powerPoint_.FailOpen(path, 1234, u"damaged");
+    project_->options->ProcessReadonlyFiles = true;
+
+    project_->Search();
+
+    EXPECT_EQ(ModeOf(path), 0644u);
+}
+
+TEST_F(ReadOnlyFile, DoesNotKeepTheNextOneFromBeingProcessed)
+{
+    SetMode(AddFile(u"a.ppt"), 0444);
+    AddFile(u"b.ppt");
+
+    project_->Search();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 0 Read Only File.", "before b.ppt", "after b.ppt 2"));
+}
+
+TEST_F(KeptDate, IsTheOneBeforeAReplaceRunToTheNanosecond)
+{
+    const String path = AddFile(u"a.ppt");
+    SetFileDateTime(path, {{1000000000, 111}, {1100000000, 123456789}, true});
+    WriteOnSave(path);
+    project_->options->KeepOriginalFileDate = true;
+
+    project_->Replacement();
+
+    const FileTimes now = GetFileDateTime(path);
+    EXPECT_EQ(ContentOf(path), "saved");
+    EXPECT_EQ(now.lastWrite.tv_sec, 1100000000);
+    EXPECT_EQ(now.lastWrite.tv_nsec, 123456789);
+    EXPECT_EQ(now.lastAccess.tv_sec, 1000000000);
+    EXPECT_EQ(now.lastAccess.tv_nsec, 111);
+}
+
+TEST_F(KeptDate, IsKeptForAReadOnlyFileToo)
+{
+    const String path = AddFile(u"a.ppt");
+    SetFileDateTime(path, {{1, 2}, {3, 4}, true});
+    SetMode(path, 0444);
+    WriteOnSave(path);
+    project_->options->KeepOriginalFileDate = true;
+    project_->options->ProcessReadonlyFiles = true;
+
+    project_->Replacement();
+
+    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_sec, 3);
+    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_nsec, 4);
+    EXPECT_EQ(ModeOf(path), 0444u);
+}
+
+TEST_F(KeptDate, IsNotKeptUnasked)
+{
+    const String path = AddFile(u"a.ppt");
+    SetFileDateTime(path, {{1, 2}, {3, 4}, true});
+    WriteOnSave(path);
+
+    project_->Replacement();
+
+    EXPECT_NE(GetFileDateTime(path).lastWrite.tv_sec, 3);
+}
+
+TEST_F(KeptDate, StaysWhenTheFileDoesNotOpen)
+{
+    const String path = AddFile(u"a.ppt");
+    SetFileDateTime(path, {{1, 2}, {3, 4}, true});
+    powerPoint_.FailOpen(path, 1234, u"damaged");
+    project_->options->KeepOriginalFileDate = true;
+
+    project_->Replacement();
+
+    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_sec, 3);
+    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_nsec, 4);
+}
+
+TEST_F(BackupOfARun, LiesBesideAFileAfterAFindRunToo)
+{
+    AddFile(u"a.ppt");
+    project_->options->BackupMode = true;
+
+    project_->Search();
+
+    EXPECT_EQ(ContentOf(folder_.PathOf(u"a.bak")), "bytes of a.ppt");
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
+}
+
+TEST_F(BackupOfARun, HasTwoDotsForAnExtensionOfFourLetters)
+{
+    AddFile(u"a.pptx");
+    project_->options->BackupMode = true;
+
+    project_->Search();
+
+    EXPECT_EQ(ContentOf(folder_.PathOf(u"a..bak")), "bytes of a.pptx");
+    EXPECT_FALSE(FileExists(folder_.PathOf(u"a.bak")));
+}
+
+TEST_F(BackupOfARun, HoldsTheFileAsItWasBeforeTheReplacement)
+{
+    const String path = AddFile(u"a.ppt");
+    WriteOnSave(path);
+    project_->options->BackupMode = true;
+
+    project_->Replacement();
+
+    EXPECT_EQ(ContentOf(path), "saved");
+    EXPECT_EQ(ContentOf(folder_.PathOf(u"a.bak")), "bytes of a.ppt");
+}
+
+TEST_F(BackupOfARun, IsOverwrittenByTheNextRun)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0444);
+    project_->options->ProcessReadonlyFiles = true;
+    project_->options->BackupMode = true;
+    project_->Search();
+    folder_.Write(u"new", "changed since");
+    CopyFile(folder_.PathOf(u"new"), path);
+
+    project_->Search();
+
+    EXPECT_EQ(ContentOf(folder_.PathOf(u"a.bak")), "changed since");
+}
+
+TEST_F(BackupOfARun, IsNotMadeUnasked)
+{
+    AddFile(u"a.ppt");
+
+    project_->Search();
+
+    EXPECT_FALSE(FileExists(folder_.PathOf(u"a.bak")));
+}
+
+}  // namespace tessarine

@@ -1,0 +1,416 @@
+#include <gmock/gmock.h>
+
+#include "platform/Files.h"
+#include "platform/Treatments.h"
+#include "RunTest.h"
+
+namespace tessarine
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace
+{
+
+const std::string missing = "Error 53 (File not found: could not find ";
+const std::string inSearch = ") in procedure Search at Line No. 0 of Class Module Project";
+const std::string notSet = "Object variable or With block variable not set";
+const std::string noServer = "ActiveX component can't create object";
+
+}  // namespace
+
+/// Set-up and the first file until its open: logged, sorted like an open failure, served once.
+using GeneralHandler = RunTest;
+/// From the open of a file on, until it is processed.
+using CapturedMode = RunTest;
+/// Behind a processed file.
+using NoHandler = RunTest;
+using OpenFailure = RunTest;
+using SetUpFailure = RunTest;
+using PassedOverFailures = RunTest;
+
+TEST_F(OpenFailure, OfAServerThatHasGoneOpensTheSameFileAgainAsOftenAsItTakes)
+{
+    const String path = AddFile(u"a.ppt");
+    powerPoint_.FailOpen(path, 462, u"The remote server machine does not exist or is unavailable");
+    powerPoint_.FailOpen(path, FailureNumber::RemoteCallFailed, u"The remote procedure call failed", 20);
+
+    project_->Search();
+
+    EXPECT_EQ(CallsOf("Presentations.Open a.ppt"), 22u);
+    EXPECT_EQ(CallsOf("CreateApplication"), 22u);
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+    EXPECT_THAT(passedOver_, IsEmpty());
+}
+
+TEST_F(OpenFailure, WithTheNumbersOfAPasswordIsReportedAsOne)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), 1004, u"refused");
+    powerPoint_.FailOpen(AddFile(u"b.ppt"), FailureNumber::Unspecified, u"refused");
+    AddFile(u"c.ppt");
+
+    project_->Search();
+
+    EXPECT_THAT(events_,
+                ElementsAre("before a.ppt", "after a.ppt 0   Wrong Password has been supplied.", "before b.ppt",
+                            "after b.ppt 0   Wrong Password has been supplied.", "before c.ppt", "after c.ppt 2"));
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt 1004", "b.ppt -2147467259"));
+}
+
+TEST_F(OpenFailure, OfAnyOtherNumberGivesNothingForTheFirstFile)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), FailureNumber::BadFormat, u"not a presentation");
+
+    project_->Search();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing"));
+    EXPECT_THAT(log_.Lines(), ElementsAre("not a presentation"));
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt -2147024885"));
+    EXPECT_EQ(powerPoint_.Running(), 0);
+}
+
+TEST_F(OpenFailure, OfAnyOtherNumberGivesThePreviousResultOnceMoreForALaterFile)
+{
+    AddFile(u"a.ppt");
+    powerPoint_.FailOpen(AddFile(u"b.ppt"), 1234, u"damaged");
+
+    project_->Search();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2", "before b.ppt", "after a.ppt 2"));
+    ASSERT_THAT(results_, SizeIs(2));
+    EXPECT_EQ(results_[0], results_[1]);
+    EXPECT_THAT(passedOver_, ElementsAre("b.ppt 1234"));
+}
+
+TEST_F(OpenFailure, BehindASkippedFileRepeatsThatOnesReport)
+{
+    SetMode(AddFile(u"a.ppt"), 0444);
+    powerPoint_.FailOpen(AddFile(u"b.ppt"), 1234, u"damaged");
+
+    project_->Search();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 0 Read Only File.", "before b.ppt",
+                                     "after a.ppt 0 Read Only File."));
+}
+
+TEST_F(SetUpFailure, OfAMissingPowerPointIsLoggedTwiceReportedOnceAndLeavesTheRunAtItsEnd)
+{
+    AddFile(u"a.ppt");
+    powerPoint_.script.Fail("CreateApplication", 429, FromUtf8(noServer));
+
+    EXPECT_EQ(SearchFails(), 91) << "there is nothing to quit";
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 429 (" + noServer + inSearch, noServer));
+    EXPECT_THAT(events_, ElementsAre("after nothing"));
+    EXPECT_THAT(passedOver_, ElementsAre(" 429"));
+    EXPECT_THAT(messages_.Pointers(), ElementsAre(MousePointer::Hourglass));
+}
+
+TEST_F(SetUpFailure, OfAProjectWithoutAProviderIsTheSame)
+{
+    const ProjectOwner project;
+
+    EXPECT_EQ(Skip([&] { project->Search(); }), 91);
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 429 (" + noServer + inSearch, noServer));
+}
+
+TEST_F(SetUpFailure, ThroughAReplacementIsLoggedByItAndLeavesTheFlagOff)
+{
+    const ProjectOwner project;
+
+    project->Replacement();
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 429 (" + noServer + inSearch, noServer,
+                                          "Error 91 (" + notSet +
+                                              ") in procedure Replacement at Line No. 0 of Class Module Project"));
+    EXPECT_FALSE(project->options->IsFindOnly);
+}
+
+TEST_F(SetUpFailure, OfAServerThatHasGoneRestartsItAndOpensAnEmptyPath)
+{
+    AddFile(u"a.ppt");
+    powerPoint_.script.FailOnce("Application.DisplayAlerts =", 462, u"gone");
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(Calls(), ElementsAre("CreateApplication", "Application.DisplayAlerts = 0", "AttachToRunning",
+                                     "Application.DisplayAlerts = 0", "Application.Quit", "CreateApplication",
+                                     "Application.DisplayAlerts = 0", "Presentations.Open", "Application.Quit",
+                                     "AttachToRunning"));
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 462 (gone" + inSearch, "File not found"));
+    EXPECT_THAT(events_, ElementsAre("after nothing"));
+    EXPECT_THAT(passedOver_, ElementsAre(" -2147024894"));
+    EXPECT_EQ(powerPoint_.Running(), 0);
+}
+
+TEST_F(SetUpFailure, WithANumberOfAPasswordIsReportedAsOneForNoFile)
+{
+    powerPoint_.script.FailOnce("Application.AutomationSecurity =", 1004, u"refused");
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("after  0   Wrong Password has been supplied."));
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 1004 (refused" + inSearch));
+}
+
+TEST_F(SetUpFailure, BehindTheLoopComesBackToReportNothingAndEndsAgain)
+{
+    powerPoint_.script.FailOnce("Application.Quit", 1234, u"busy");
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("after nothing"));
+    EXPECT_EQ(CallsOf("Application.Quit"), 2u);
+    EXPECT_EQ(messages_.Pointers().back(), MousePointer::Default);
+}
+
+TEST_F(GeneralHandler, SkipsAFirstFileThatHasVanishedAndGoesOn)
+{
+    AddMissingFile(u"a.ppt");
+    AddFile(u"b.ppt");
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(Log(), ElementsAre(missing + "a.ppt" + inSearch, "File not found: could not find a.ppt"));
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing", "before b.ppt", "after b.ppt 2"));
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt 53"));
+    EXPECT_EQ(powerPoint_.Running(), 0);
+}
+
+TEST_F(GeneralHandler, ServesOnce)
+{
+    AddMissingFile(u"a.ppt");
+    AddMissingFile(u"b.ppt");
+    AddFile(u"c.ppt");
+
+    EXPECT_EQ(SearchFails(), 53);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing", "before b.ppt"));
+    EXPECT_EQ(CallsOf("Application.Quit"), 0u);
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt 53"));
+}
+
+TEST_F(GeneralHandler, StillServesBehindSkippedReadOnlyFiles)
+{
+    SetMode(AddFile(u"a.ppt"), 0444);
+    AddMissingFile(u"b.ppt");
+    AddFile(u"c.ppt");
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 0 Read Only File.", "before b.ppt",
+                                     "after a.ppt 0 Read Only File.", "before c.ppt", "after c.ppt 2"));
+}
+
+TEST_F(GeneralHandler, PassesOverAFirstFileWhoseBackupCannotBeWritten)
+{
+    AddFile(u"a.ppt/a.ppt");
+    AddFile(u"b.ppt");
+    project_->options->BackupMode = true;
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt/a.ppt", "after nothing", "before b.ppt", "after b.ppt 2"));
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt/a.ppt 76"));
+    EXPECT_EQ(CallsOf("Presentations.Open a.ppt/a.ppt"), 0u);
+}
+
+TEST_F(GeneralHandler, OpensTheFirstFileBehindAnEventThatMetAServerThatHasGone)
+{
+    AddFile(u"a.ppt");
+    project_->BeforFileProcess += [](const String&) { throw Failure(462, u"gone"); };
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 462 (gone" + inSearch));
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
+    EXPECT_EQ(CallsOf("CreateApplication"), 2u);
+}
+
+TEST_F(CapturedMode, GoesOnWithThePreviousResultWhenProcessingFails)
+{
+    AddFile(u"a.ppt");
+    AddFile(u"b.ppt");
+    powerPoint_.script.FailOnce("Presentation.Close", 1234, u"busy", 2);
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2", "before b.ppt", "after b.ppt 2"));
+    ASSERT_THAT(results_, SizeIs(2));
+    EXPECT_EQ(results_[0], results_[1]) << "the same object under the name of the second file";
+    EXPECT_THAT(passedOver_, ElementsAre("b.ppt 1234"));
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(CapturedMode, LeavesTheRunBehindAFirstFileWhoseProcessingFails)
+{
+    AddFile(u"a.ppt");
+    AddFile(u"b.ppt");
+    powerPoint_.script.FailOnce("Presentation.Close", 1234, u"busy");
+
+    EXPECT_EQ(SearchFails(), 91) << "there is no result to name";
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt"));
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt 1234"));
+    EXPECT_EQ(powerPoint_.Running(), 1);
+}
+
+TEST_F(CapturedMode, BehindAnOpenFailurePassesOverABackupThatCannotBeWritten)
+{
+    powerPoint_.FailOpen(AddFile(u"x.ppt"), 1234, u"damaged");
+    AddFile(u"a.ppt/a.ppt");
+    project_->options->BackupMode = true;
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before x.ppt", "after nothing", "before a.ppt/a.ppt", "after a.ppt/a.ppt 2"));
+    EXPECT_THAT(log_.Lines(), ElementsAre("damaged"));
+    EXPECT_THAT(passedOver_, ElementsAre("x.ppt 1234"));
+}
+
+TEST_F(CapturedMode, BehindAnOpenFailurePassesOverAFileThatHasVanished)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
+    AddMissingFile(u"b.ppt");
+    AddFile(u"c.ppt");
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing", "before b.ppt", "after nothing", "before c.ppt",
+                                     "after c.ppt 2"));
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt 1234", "b.ppt -2147024894"));
+    EXPECT_THAT(log_.Lines(), ElementsAre("damaged", "File not found"));
+}
+
+TEST_F(CapturedMode, BehindAnOpenFailurePassesOverReceiversThatFail)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
+    AddFile(u"b.ppt");
+    project_->AfterFileProcess += [this](const auto&) {
+        if (results_.size() == 1)
+            throw Failure(5, u"report");
+    };
+    project_->BeforFileProcess += [](const String& path) {
+        if (path.ends_with(u"b.ppt"))
+            throw Failure(5, u"announcement");
+    };
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing", "before b.ppt", "after b.ppt 2"));
+}
+
+TEST_F(CapturedMode, BehindALastOpenFailurePassesOverAPowerPointThatWillNotQuit)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
+    powerPoint_.script.FailOnce("Application.Quit", 462, u"gone");
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_FALSE(project_->IsProcessCancel);
+    EXPECT_EQ(messages_.Pointers().back(), MousePointer::Default);
+}
+
+TEST_F(CapturedMode, OfOneFileEndsWithTheNextOneThatIsProcessed)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
+    AddFile(u"b.ppt");
+    AddMissingFile(u"c.ppt");
+
+    EXPECT_EQ(SearchFails(), 53);
+}
+
+TEST_F(NoHandler, LeavesTheRunAtAFileThatHasVanishedBehindAProcessedOne)
+{
+    AddFile(u"a.ppt");
+    AddMissingFile(u"b.ppt");
+    AddFile(u"c.ppt");
+
+    EXPECT_EQ(SearchFails(), 53);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2", "before b.ppt"));
+    EXPECT_EQ(CallsOf("Application.Quit"), 0u);
+    EXPECT_EQ(powerPoint_.Running(), 1);
+    EXPECT_THAT(messages_.Pointers(), ElementsAre(MousePointer::Hourglass));
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(NoHandler, LeavesAReplacementWithALogLineAndTheFlagOffSoThatASearchSaves)
+{
+    AddFile(u"a.ppt");
+    AddMissingFile(u"b.ppt");
+    AddPair(u"cat", u"dog");
+
+    project_->Replacement();
+
+    EXPECT_FALSE(project_->options->IsFindOnly);
+    EXPECT_THAT(Log(), ElementsAre(missing + "b.ppt) in procedure Replacement at Line No. 0 of Class Module Project"));
+
+    project_->FilesToProcess = {AddFile(u"c.ppt")};
+    project_->Search();
+
+    EXPECT_EQ(TextOfFile(u"c.ppt"), u"a dog");
+    EXPECT_EQ(CallsOf("Presentation.Save c.ppt"), 1u);
+}
+
+TEST_F(NoHandler, LeavesTheRunAtABackupThatCannotBeWritten)
+{
+    AddFile(u"b.ppt");
+    AddFile(u"a.ppt/a.ppt");
+    project_->options->BackupMode = true;
+
+    EXPECT_EQ(SearchFails(), 76);
+}
+
+TEST_F(NoHandler, LeavesTheRunAtAReceiverThatFails)
+{
+    AddFile(u"a.ppt");
+    project_->AfterFileProcess += [](const auto&) { throw Failure(5, u"report"); };
+
+    EXPECT_EQ(SearchFails(), 5);
+}
+
+TEST_F(NoHandler, LeavesTheRunWhenTheProcessedFileHasVanished)
+{
+    const String path = AddFile(u"a.ppt");
+    powerPoint_.script.On("Presentation.Close", [path] { DeleteFile(path); });
+
+    EXPECT_EQ(SearchFails(), 53);
+    EXPECT_THAT(events_, ElementsAre("before a.ppt"));
+}
+
+TEST_F(NoHandler, LeavesTheRunAtAPowerPointThatWillNotQuit)
+{
+    AddFile(u"a.ppt");
+    powerPoint_.script.FailOnce("Application.Quit", 462, u"gone");
+
+    EXPECT_EQ(SearchFails(), 462);
+}
+
+TEST_F(PassedOverFailures, ChangeNothingWhenTheReceiverItselfFails)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
+    AddFile(u"b.ppt");
+    project_->FailurePassedOver = [](const String&, const Failure&) { throw Failure(5, u"receiver"); };
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing", "before b.ppt", "after b.ppt 2"));
+}
+
+TEST_F(PassedOverFailures, MayGoUntold)
+{
+    powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
+    project_->FailurePassedOver = {};
+
+    EXPECT_EQ(SearchFails(), 0);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing"));
+}
+
+}  // namespace tessarine
