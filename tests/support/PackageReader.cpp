@@ -35,12 +35,12 @@ Archive OpenArchive(const std::string& bytes)
 std::string ReadEntry(zip_t* archive, std::uint64_t index, std::uint64_t size, zip_flags_t flags)
 {
     const ArchiveFile file(zip_fopen_index(archive, index, flags), zip_fclose);
-    // One byte more than there should be, so that the end is met and the CRC is checked.
-    std::string bytes(size + 1, '\0');
+    std::string bytes(size, '\0');
+    char beyond = 0;
     const std::int64_t read = file ? zip_fread(file.get(), bytes.data(), bytes.size()) : -1;
-    if (read < 0 || static_cast<std::uint64_t>(read) != size)
+    // The CRC is checked where the end is met.
+    if (read < 0 || static_cast<std::uint64_t>(read) != size || zip_fread(file.get(), &beyond, 1) != 0)
         throw std::runtime_error("can't read entry " + std::to_string(index));
-    bytes.resize(size);
     return bytes;
 }
 
