@@ -1,0 +1,40 @@
+#include "support/SampleDecks.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/PackageReader.h"
+
+namespace tessarine::test
+{
+namespace
+{
+
+TEST(SampleDecks, AreValidAndAllButOneMentionFabrikam)
+{
+    int mentions = 0;
+    for (const SampleDeck& sample : SampleDecks()) {
+        const PackageReader package = sample.deck;
+        EXPECT_THAT(ValidityFaults(package), testing::IsEmpty()) << sample.path;
+        for (const String& text : TextsOf(package, 1))
+            mentions += text.find(u"Fabrikam") != String::npos ? 1 : 0;
+    }
+
+    EXPECT_EQ(SampleDecks().size(), 7U);
+    EXPECT_EQ(mentions, 6);
+}
+
+TEST(SampleDecks, LieInFoldersWithBlanksAndUmlauts)
+{
+    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "sample decks";
+    std::filesystem::remove_all(folder);
+
+    WriteSampleDecks(folder);
+
+    EXPECT_TRUE(std::filesystem::exists(folder / "Kunden und Märkte" / "Angebot für Müller & Söhne.pptx"));
+    EXPECT_EQ(TextOf(PackageReader::FromFile(folder / "Fire drill.pptx"), 1, 1), u"Fire drill");
+    std::filesystem::remove_all(folder);
+}
+
+}  // namespace
+}  // namespace tessarine::test
