@@ -1,0 +1,298 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "batch/program/Program.h"
+#include "support/Deck.h"
+
+namespace tessarine::test
+{
+namespace
+{
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+/// "a.pptx" with hits in a title, a text box and the notes; "b.pptx" without any.
+class FindAndReplaceProgramTest : public testing::Test
+{
+protected:
+    FindAndReplaceProgramTest()
+    {
+        Write(u"decks/a.pptx",
+              Deck()
+                  .Slide(Title(u"Fabrikam in 2023"), TextBox(u"About Fabrikam"), NotesPage(u"Ask Fabrikam"))
+                  .Slide(Title(Paragraph(TextRun(u"Fab").Bold(), TextRun(u"rikam again")))));
+        Write(u"decks/b.pptx", Deck().Slide(Title(u"Nothing of the kind")));
+    }
+
+    void Write(StringView name, const Deck& deck) { program.folder.Write(name, deck.Bytes()); }
+
+    String PathOf(StringView name) const { return program.folder.PathOf(name); }
+
+    timespec ModifiedAt(StringView name) const
+    {
+        struct stat status {
+        };
+        EXPECT_EQ(stat(ToUtf8(PathOf(name)).c_str(), &status), 0);
+        return status.st_mtim;
+    }
+
+    /// Puts a file's modification time back by a day, so that a change shows.
+    timespec Age(StringView name) const
+    {
+        timespec times[2] = {ModifiedAt(name), ModifiedAt(name)};
+        times[0].tv_sec -= 86400;
+        times[1].tv_sec -= 86400;
+        EXPECT_EQ(utimensat(AT_FDCWD, ToUtf8(PathOf(name)).c_str(), times, 0), 0);
+        return times[1];
+    }
+
+    Program program;
+};
+
+TEST_F(FindAndReplaceProgramTest, FindReportsForPeople)
+{
+    const Outcome outcome = program.Run({"find", "--find", "Fabrikam", "--find", "2023", "decks"});
+
+    EXPECT_EQ(outcome.output,
+              "decks/a.pptx: 5 found\n"
+              "    \"Fabrikam\"  slides 2, shapes 1, notes 1\n"
+              "    \"2023\"      slides 1\n"
+              "\n"
+              "2 files: 1 with hits, 1 without, 0 failed; 5 occurrences found\n");
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(FindAndReplaceProgramTest, FindReportsForPrograms)
+{
+    const Outcome outcome =
+        program.Run({"find", "--find", "Fabrikam", "--in", "slides,notes", "--format", "json", "decks"});
+
+    EXPECT_EQ(
+        outcome.output,
+        R"({"file":"decks/a.pptx","status":1,"error":"","items":[{"find":"Fabrikam","replace":"","counts":{"slides":2,"notes":1}}]})"
+        "\n"
+        R"({"file":"decks/b.pptx","status":2,"error":"","items":[{"find":"Fabrikam","replace":"","counts":{"slides":0,"notes":0}}]})"
+        "\n"
+        R"({"summary":{"files":2,"changed":1,"unchanged":1,"failed":0,"occurrences":3}})"
+        "\n");
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(FindAndReplaceProgramTest, AFindLeavesFilesAndTheirDatesAlone)
+{
+    const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
+    const timespec modified = Age(u"decks/a.pptx");
+
+    program.Run({"find", "--find", "Fabrikam", "--in", "all", "decks"});
+
+    EXPECT_EQ(ContentOf(PathOf(u"decks/a.pptx")), before);
+    EXPECT_EQ(ModifiedAt(u"decks/a.pptx").tv_sec, modified.tv_sec);
+    EXPECT_EQ(ModifiedAt(u"decks/a.pptx").tv_nsec, modified.tv_nsec);
+}
+
+TEST_F(FindAndReplaceProgramTest, NoCountStopsAtTheFirstHitOfEachText)
+{
+    Write(u"decks/b.pptx", Deck().Slide(Title(u"cat cat cat"), TextBox(u"cat cat")));
+
+    const Outcome outcome = program.Run({"find", "--find", "cat", "--no-count", "decks/b.pptx"});
+
+    EXPECT_THAT(outcome.output, HasSubstr("\"cat\"  slides 1, shapes 1\n"));
+}
+
+TEST_F(FindAndReplaceProgramTest, ReplaceChangesTheFilesAndReportsWhatItDid)
+{
+    const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--verbose", "decks"});
+
+    EXPECT_EQ(outcome.output,
+              "decks/a.pptx: changed, 4 replaced\n"
+              "    \"Fabrikam\" -> \"Contoso\"  slides 2, shapes 1, notes 1\n"
+              "decks/b.pptx: unchanged\n"
+              "\n"
+              "2 files: 1 changed, 1 unchanged, 0 failed; 4 occurrences replaced\n");
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(program.Run({"find", "--find", "Fabrikam", "--find", "Contoso", "decks"}).output,
+                HasSubstr("a.pptx: 4 found\n    \"Contoso\"  slides 2, shapes 1, notes 1\n"));
+}
+
+TEST_F(FindAndReplaceProgramTest, PairsRunOneAfterTheOther)
+{
+    const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--find", "Contoso",
+                                         "--with", "Litware", "--in", "slides", "--format", "json", "decks/a.pptx"});
+
+    EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
+                              R"({"find":"Fabrikam","replace":"Contoso","counts":{"slides":2}},)"
+                              R"({"find":"Contoso","replace":"Litware","counts":{"slides":2}}]})"
+                              "\n"
+                              R"({"summary":{"files":1,"changed":1,"unchanged":0,"failed":0,"occurrences":4}})"
+                              "\n");
+}
+
+TEST_F(FindAndReplaceProgramTest, KeepDateGivesAChangedFileItsOldDate)
+{
+    const timespec modified = Age(u"decks/a.pptx");
+
+    const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--keep-date", "decks"});
+
+    EXPECT_THAT(outcome.output, HasSubstr("4 replaced"));
+    EXPECT_EQ(ModifiedAt(u"decks/a.pptx").tv_sec, modified.tv_sec);
+    EXPECT_EQ(ModifiedAt(u"decks/a.pptx").tv_nsec, modified.tv_nsec);
+}
+
+TEST_F(FindAndReplaceProgramTest, AReadOnlyFileFailsUnlessItIsToBeProcessed)
+{
+    SetMode(PathOf(u"decks/a.pptx"), 0444);
+
+    const Outcome refused = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "decks"});
+    const Outcome processed =
+        program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--read-only", "decks"});
+
+    EXPECT_EQ(refused.output,
+              "decks/a.pptx: failed: Read Only File.\n"
+              "\n"
+              "2 files: 0 changed, 1 unchanged, 1 failed; 0 occurrences replaced\n");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(processed.output, HasSubstr("4 replaced"));
+    EXPECT_EQ(processed.status, 0);
+    EXPECT_EQ(ModeOf(PathOf(u"decks/a.pptx")), 0444u);
+}
+
+TEST_F(FindAndReplaceProgramTest, RevisionRaisesTheNumberInTheProperty)
+{
+    program.environment["LC_ALL"] = "C.UTF-8";
+    Write(u"decks/b.pptx", Deck().Slide(Title(u"x")).Custom(u"Revision", "lpwstr", u"3"));
+
+    program.Run(
+        {"replace", "--find", "none", "--with", "x", "--revision", "revision", "--revision-by", "0.5", "decks/b.pptx"});
+
+    EXPECT_THAT(program.Run({"find", "--find", "3.5", "--in", "custom-properties", "decks/b.pptx"}).output,
+                HasSubstr("\"3.5\"  custom-properties 1\n"));
+}
+
+TEST_F(FindAndReplaceProgramTest, EveryFileHasItsLineWhateverBecomesOfIt)
+{
+    program.folder.Write(u"mixed/1.pptx", "not a presentation");
+    Write(u"mixed/2.pptx", Deck().Slide(Title(u"Fabrikam")));
+    program.folder.Write(u"mixed/3.pptx", "PK\x03\x04 neither");
+    Write(u"mixed/4.pptx", Deck().Slide(Title(u"Fabrikam")));
+    program.folder.Write(u"mixed/5.pptx", "");
+
+    const Outcome outcome =
+        program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--format", "json", "mixed", "gone.pptx"});
+
+    std::vector<std::string> files;
+    std::istringstream lines(outcome.output);
+    for (std::string line; std::getline(lines, line);)
+        files.push_back(line.substr(0, line.find(",\"error\"")));
+    EXPECT_THAT(
+        files, testing::ElementsAre(R"({"file":"mixed/1.pptx","status":0)", R"({"file":"mixed/2.pptx","status":1)",
+                                    R"({"file":"mixed/3.pptx","status":0)", R"({"file":"mixed/4.pptx","status":1)",
+                                    R"({"file":"mixed/5.pptx","status":0)", R"({"file":"gone.pptx","status":0)",
+                                    R"({"summary":{"files":6,"changed":2,"unchanged":0,"failed":4,"occurrences":2}})"));
+    EXPECT_THAT(outcome.output, HasSubstr(R"({"file":"gone.pptx","status":0,"error":"File not found.","items":[]})"));
+    EXPECT_THAT(outcome.output, Not(HasSubstr(R"("status":0,"error":"","items")")));
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(FindAndReplaceProgramTest, AnInvalidCallTouchesNoFile)
+{
+    const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
+
+    const Outcome outcome =
+        program.Run({"replace", "--find", "Fabrikam", "--with", "New Fabrikam", "--backup", "decks"});
+
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(
+        outcome.error,
+        "tessarine-batch: replacing \"Fabrikam\" by \"New Fabrikam\" never ends: the new text holds the old one behind "
+        "its start, so every replacement makes a further one\n");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(ContentOf(PathOf(u"decks/a.pptx")), before);
+    EXPECT_EQ(ContentOf(PathOf(u"decks/a..bak")), "<missing>");
+}
+
+TEST_F(FindAndReplaceProgramTest, TheSameTextsInLinkAddressesEnd)
+{
+    Write(u"decks/b.pptx", Deck().Slide(TextBox(Paragraph(TextRun(u"site").Click(LinkTo(u"http://example.org/"))))));
+
+    const Outcome outcome = program.Run(
+        {"replace", "--find", "example.org", "--with", "www.example.org", "--in", "hyperlinks", "decks/b.pptx"});
+
+    EXPECT_THAT(outcome.output, HasSubstr("hyperlinks 1\n"));
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(FindAndReplaceProgramTest, AListNamesFurtherFiles)
+{
+    program.folder.Write(u"list.txt", "decks/a.pptx\r\ngone.pptx\r\n");
+
+    const Outcome fromFile = program.Run({"find", "--find", "Fabrikam", "--files-from", "list.txt"});
+    const Outcome fromInput =
+        program.Run({"find", "--find", "Fabrikam", "--files-from", "-"}, "decks/a.pptx\ngone.pptx\n");
+
+    EXPECT_EQ(fromFile.output,
+              "decks/a.pptx: 4 found\n"
+              "    \"Fabrikam\"  slides 2, shapes 1, notes 1\n"
+              "gone.pptx: failed: File not found.\n"
+              "\n"
+              "2 files: 1 with hits, 0 without, 1 failed; 4 occurrences found\n");
+    EXPECT_EQ(fromFile.status, 1);
+    EXPECT_EQ(fromInput.output, fromFile.output);
+}
+
+TEST_F(FindAndReplaceProgramTest, AMissingListIsAnInvalidCall)
+{
+    const Outcome outcome = program.Run({"find", "--find", "x", "--files-from", "gone.txt", "decks"});
+
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_THAT(outcome.error, HasSubstr("gone.txt"));
+}
+
+TEST_F(FindAndReplaceProgramTest, NoFileIsNoFailure)
+{
+    program.folder.MakeFolder(u"empty");
+
+    const Outcome outcome = program.Run({"find", "--find", "x", "empty"});
+
+    EXPECT_EQ(outcome.output, "0 files: 0 with hits, 0 without, 0 failed; 0 occurrences found\n");
+    EXPECT_EQ(outcome.error, "tessarine-batch: no file matches\n");
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST_F(FindAndReplaceProgramTest, NamesAndTextsMayBeOfAnyScript)
+{
+    Write(u"Zürich 報告.pptx", Deck().Slide(Title(u"Привет 😀 Welt")));
+
+    const Outcome outcome = program.Run({"replace", "--find", "привет 😀", "--with", "שלום", "Zürich 報告.pptx"});
+
+    EXPECT_EQ(outcome.output,
+              "Zürich 報告.pptx: changed, 1 replaced\n"
+              "    \"привет 😀\" -> \"שלום\"  slides 1\n"
+              "\n"
+              "1 file: 1 changed, 0 unchanged, 0 failed; 1 occurrence replaced\n");
+}
+
+TEST_F(FindAndReplaceProgramTest, AFileNameThatIsNotUtf8IsFoundAndNamedByItsBytes)
+{
+    const std::string name = "caf\xE9.pptx";
+    program.folder.Write(FromUtf8(name), Deck().Slide(Title(u"Fabrikam")).Bytes());
+
+    const Outcome text = program.Run({"find", "--find", "Fabrikam", name});
+    const Outcome json = program.Run({"find", "--find", "Fabrikam", "--format", "json", name});
+
+    EXPECT_THAT(text.output, testing::StartsWith(name + ": 1 found\n"));
+    EXPECT_THAT(json.output, testing::StartsWith("{\"file\":\"caf\uFFFD.pptx\",\"status\":1"));
+}
+
+}  // namespace
+}  // namespace tessarine::test
