@@ -20,6 +20,8 @@ struct Unreference {
 template <class Object>
 using GsfPointer = std::unique_ptr<Object, Unreference>;
 
+void KeepQuiet(const char*, GLogLevelFlags, const char*, void*) {}
+
 /// The names in a compound file's root (MS-CFB 2.6). Empty when it can't be read.
 std::vector<std::string> RootNames(const RandomAccessBytes& bytes)
 {
@@ -27,6 +29,9 @@ std::vector<std::string> RootNames(const RandomAccessBytes& bytes)
     constexpr std::uint64_t largest = 1u << 30;
     if (bytes.Size() > largest)
         return {};
+    // What the library thinks of a damaged file is no message for the user's terminal; the result says it.
+    [[maybe_unused]] static const guint handler =
+        g_log_set_handler("libgsf:msole", G_LOG_LEVEL_MASK, KeepQuiet, nullptr);
     GsfPointer<GsfInput> input;
     std::string content;
     if (bytes.Descriptor() >= 0) {

@@ -237,7 +237,7 @@ public:
     std::shared_ptr<powerpoint::Master> SlideMaster() override
     {
         if (!slideMaster_)
-            slideMaster_ = std::make_shared<MasterObject>(file_, &file_->SlideMaster(index_), Placeholder::None);
+            slideMaster_ = std::make_shared<MasterObject>(file_, file_->SlideMaster(index_), Placeholder::None);
         return slideMaster_;
     }
 
@@ -264,23 +264,23 @@ private:
 class DesignsObject final : public ListObject<powerpoint::Design>
 {
 public:
-    explicit DesignsObject(FileReference file)
+    explicit DesignsObject(FileReference file) : file_(std::move(file))
     {
-        for (std::size_t i = 0; i < file->DesignCount(); ++i)
-            designs_.push_back(std::make_shared<DesignObject>(file, i));
+        for (std::size_t i = 0; i < file_->DesignCount(); ++i)
+            designs_.push_back(std::make_shared<DesignObject>(file_, i));
     }
 
+    /// The slides of a file without any master still have a design: one without a name and without shapes.
     std::shared_ptr<powerpoint::Design> At(std::size_t index) const
     {
-        return index < designs_.size()
-                   ? designs_[index]
-                   : throw InvalidRequest(u"Slide (unknown member) : The presentation has no design.");
+        return index < designs_.size() ? designs_[index] : std::make_shared<DesignObject>(file_, index);
     }
 
 protected:
     std::vector<std::shared_ptr<powerpoint::Design>> MakeElements() override { return designs_; }
 
 private:
+    FileReference file_;
     std::vector<std::shared_ptr<powerpoint::Design>> designs_;
 };
 

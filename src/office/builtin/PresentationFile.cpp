@@ -124,8 +124,15 @@ std::size_t PresentationFile::DesignOfSlide(std::size_t slide)
     return found == masters_.end() ? 0 : static_cast<std::size_t>(found - masters_.begin());
 }
 
+ShapeTreePart* PresentationFile::SlideMaster(std::size_t design)
+{
+    return design < masters_.size() ? &Part(masters_[design]) : nullptr;
+}
+
 ShapeTreePart* PresentationFile::TitleMaster(std::size_t design)
 {
+    if (design >= masters_.size())
+        return nullptr;
     const Package::Entry master = masters_[design];
     for (const std::string& id : Part(master).Read().layoutIds) {
         const auto layout = package_.Follow(master, package_.RelationshipsOf(master).Find(id));
@@ -137,6 +144,8 @@ ShapeTreePart* PresentationFile::TitleMaster(std::size_t design)
 
 String PresentationFile::DesignName(std::size_t design)
 {
+    if (design >= masters_.size())
+        return {};
     const Package::Entry master = masters_[design];
     const auto theme = package_.Follow(master, package_.RelationshipsOf(master).FirstOf("theme"));
     if (!theme)

@@ -31,7 +31,7 @@ public:
     std::size_t DesignOfSlide(std::size_t slide);  ///< The first design when the file does not say.
 
     std::size_t DesignCount() const { return masters_.size(); }
-    ShapeTreePart& SlideMaster(std::size_t design) { return Part(masters_[design]); }
+    ShapeTreePart* SlideMaster(std::size_t design);  ///< Null, like the others here, for a design that is not there.
     ShapeTreePart* TitleMaster(
         std::size_t design);                ///< The master's first layout of type "title"; null when there is none.
     String DesignName(std::size_t design);  ///< The theme's name; "" without one.
