@@ -1,0 +1,64 @@
+#include <fstream>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "batch/program/Program.h"
+#include "support/Deck.h"
+
+namespace tessarine::test
+{
+namespace
+{
+
+struct Example {
+    std::vector<std::string> arguments;
+    std::string output;
+};
+
+/// The blocks of the page that begin with "$ tessarine-batch": the call, and what it prints.
+std::vector<Example> ExamplesOf(const std::string& page)
+{
+    std::ifstream file(page);
+    std::vector<Example> examples;
+    bool inside = false;
+    for (std::string line; std::getline(file, line);) {
+        constexpr std::string_view prompt = "$ tessarine-batch ";
+        if (line.starts_with(prompt)) {
+            std::istringstream words(line.substr(prompt.size()));
+            examples.emplace_back();
+            for (std::string word; words >> word;)
+                examples.back().arguments.push_back(word);
+            inside = true;
+        } else if (line.starts_with("```")) {
+            inside = false;
+        } else if (inside) {
+            examples.back().output += line + "\n";
+        }
+    }
+    return examples;
+}
+
+TEST(DocumentedCommandsTest, PrintWhatThePageShows)
+{
+    Program program;
+    program.folder.Write(u"decks/a.pptx",
+                         Deck()
+                             .Slide(Title(u"Fabrikam in 2023"), TextBox(u"About Fabrikam"), NotesPage(u"Ask Fabrikam"))
+                             .Slide(Title(u"Fabrikam again"))
+                             .Bytes());
+    program.folder.Write(u"decks/b.pptx", Deck().Slide(Title(u"Nothing of the kind")).Bytes());
+
+    const auto examples = ExamplesOf(TESSARINE_BATCH_PAGE);
+
+    EXPECT_EQ(examples.size(), 3u);
+    for (const Example& example : examples) {
+        const Outcome outcome = program.Run(example.arguments);
+        EXPECT_EQ(outcome.output, example.output);
+        EXPECT_EQ(outcome.error, "");
+        EXPECT_EQ(outcome.status, 0);
+    }
+}
+
+}  // namespace
+}  // namespace tessarine::test
