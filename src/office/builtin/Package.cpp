@@ -23,25 +23,34 @@ std::string PartNameOf(std::string_view entryName)
     return name.substr(std::min(name.find_first_not_of('/'), name.size()));
 }
 
+void Decode(std::string& bytes, const std::string& name)
+{
+    const XmlEncoding encoding = EncodingOf(bytes, name);
+    if (encoding != XmlEncoding::Utf8)
+        bytes = DecodeXml(bytes, encoding, name);
+}
+
 }  // namespace
 
 Package::Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits)
     : bytes_(std::move(bytes)), limits_(limits), directory_(*bytes_, limits_)
 {
     const auto& entries = directory_.Entries();
-    names_.reserve(entries.size());
     byName_.reserve(entries.size());
-    for (const ZipEntry& entry : entries) {
-        byName_[ComparableName(entry.name)] = names_.size();
-        names_.push_back(PartNameOf(entry.name));
-    }
+    for (Entry entry = 0; entry < entries.size(); ++entry)
+        byName_[entries[entry].name] = entry;
+}
+
+std::string Package::NameOf(Entry entry) const
+{
+    return PartNameOf(directory_.Entries()[entry].name);
 }
 
 std::optional<Package::Entry> Package::Find(std::string_view partName) const
 {
-    auto found = byName_.find(ComparableName(partName));
+    auto found = byName_.find(partName);
     if (found == byName_.end() && partName.find('%') != std::string_view::npos)
-        found = byName_.find(ComparableName(DecodePercent(partName)));
+        found = byName_.find(DecodePercent(partName));
     if (found == byName_.end())
         return std::nullopt;
     return found->second;
@@ -56,43 +65,55 @@ std::optional<Package::Entry> Package::Follow(std::optional<Entry> source, const
 
 std::string Package::Read(Entry entry) const
 {
-    if (const auto replaced = changes_.replaced.find(entry); replaced != changes_.replaced.end())
-        return replaced->second;
+    std::string content;
+    ReadInto(content, entry);
+    return content;
+}
+
+void Package::ReadInto(std::string& content, Entry entry) const
+{
+    if (const auto replaced = changes_.replaced.find(entry); replaced != changes_.replaced.end()) {
+        content = replaced->second;
+        return;
+    }
 
     const ZipEntry& zip = directory_.Entries()[entry];
-    const std::string& name = NameOf(entry);
     if (zip.IsEncrypted())
-        throw Failure(FailureNumber::Unspecified, u"The entry " + FromUtf8(name) + u" is protected by a password");
+        throw Failure(FailureNumber::Unspecified, u"The entry " + FromUtf8(zip.name) + u" is protected by a password");
     if (zip.method != zipStored && zip.method != zipDeflated)
-        throw NotAPresentation("The entry " + name + " is packed by method " + std::to_string(zip.method) +
+        throw NotAPresentation("The entry " + NameOf(entry) + " is packed by method " + std::to_string(zip.method) +
                                ", which presentations don't use");
     if (zip.size > limits_.partBytes || zip.packedSize > limits_.partBytes)
-        throw Damage(name, "it would take " + std::to_string(zip.size) + " bytes, more than a part may");
+        throw Damage(zip.name, "it would take " + std::to_string(zip.size) + " bytes, more than a part may");
     inflated_ += zip.size;
     if (inflated_ > limits_.packageXmlBytes)
-        throw Damage(name, "the parts of this package would take more memory than they may");
+        throw Damage(zip.name, "the parts of this package would take more memory than they may");
 
-    const std::uint64_t data = ZipDirectory::DataOffset(*bytes_, zip);
-    std::string packed(zip.packedSize, '\0');
-    bytes_->Read(data, std::as_writable_bytes(std::span(packed)));
-    std::string content;
+    const std::string_view packed = ZipDirectory::ReadPacked(*bytes_, zip, packed_);
     if (zip.method == zipStored) {
-        content = std::move(packed);
+        content = packed;
     } else {
         content.resize(zip.size);
         if (!Inflate(packed, content.data(), content.size()))
-            throw Damage(name, "its packed data is not valid");
+            throw Damage(zip.name, "its packed data is not valid");
     }
     if (content.size() != zip.size || Crc32(content) != zip.crc)
-        throw Damage(name, "its checksum is wrong");
-    return content;
+        throw Damage(zip.name, "its checksum is wrong");
 }
 
 std::string Package::ReadXml(Entry entry) const
 {
-    std::string bytes = Read(entry);
-    const XmlEncoding encoding = EncodingOf(bytes, NameOf(entry));
-    return encoding == XmlEncoding::Utf8 ? bytes : DecodeXml(bytes, encoding, NameOf(entry));
+    std::string bytes;
+    ReadInto(bytes, entry);
+    Decode(bytes, NameOf(entry));
+    return bytes;
+}
+
+std::string& Package::ReadXmlOnce(Entry entry)
+{
+    ReadInto(once_, entry);
+    Decode(once_, NameOf(entry));
+    return once_;
 }
 
 void Package::ReplaceXml(Entry entry, std::string_view utf8)

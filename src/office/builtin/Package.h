@@ -9,6 +9,7 @@
 
 #include "office/builtin/ContentTypes.h"
 #include "office/builtin/Limits.h"
+#include "office/builtin/PartName.h"
 #include "office/builtin/Relationships.h"
 #include "office/builtin/ZipDirectory.h"
 #include "office/builtin/ZipWriter.h"
@@ -33,7 +34,7 @@ public:
     /// The entry of a part, by its name or by the name with its percent escapes decoded. When two entries have one
     /// name, the last one counts.
     std::optional<Entry> Find(std::string_view partName) const;
-    const std::string& NameOf(Entry entry) const { return names_[entry]; }  ///< With slashes, without a leading one.
+    std::string NameOf(Entry entry) const;  ///< With slashes, without a leading one.
 
     /// The part that a relationship of another part (of the package, without one) points to; nothing for no
     /// relationship, an external or a dangling one.
@@ -45,6 +46,9 @@ public:
 
     /// As Read, decoded to UTF-8 (see XmlEncoding).
     std::string ReadXml(Entry entry) const;
+
+    /// As ReadXml, into memory that the next such call uses again: for a part that is read once and not kept.
+    std::string& ReadXmlOnce(Entry entry);
 
     /// An XML part's new content as UTF-8, put back into the part's encoding.
     void ReplaceXml(Entry entry, std::string_view utf8);
@@ -63,16 +67,18 @@ public:
 
 private:
     void PutEditedXml();
+    void ReadInto(std::string& content, Entry entry) const;
 
     std::unique_ptr<RandomAccessBytes> bytes_;
     Limits limits_;
     ZipDirectory directory_;
-    std::vector<std::string> names_;
-    std::unordered_map<std::string, Entry> byName_;  // by comparable name
+    std::unordered_map<std::string_view, Entry, PartNameHash, PartNameEqual> byName_;
     std::optional<ContentTypes> types_;
     std::map<std::string, Relationships> relationships_;  // by relationship part name
     ZipChanges changes_;
     mutable std::uint64_t inflated_ = 0;
+    mutable std::string packed_;  // memory used again by every read
+    std::string once_;
 };
 
 }  // namespace tessarine::builtin

@@ -20,18 +20,37 @@ int HexValue(char c)
     return -1;
 }
 
+std::string_view WithoutLeadingSlashes(std::string_view name)
+{
+    return name.substr(std::min(name.find_first_not_of("/\\"), name.size()));
+}
+
+char Comparable(char c)
+{
+    if (c == '\\')
+        return '/';
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
 }  // namespace
+
+std::size_t PartNameHash::operator()(std::string_view name) const
+{
+    std::size_t hash = 14695981039346656037u;  // FNV-1a
+    for (const char c : WithoutLeadingSlashes(name))
+        hash = (hash ^ static_cast<unsigned char>(Comparable(c))) * 1099511628211u;
+    return hash;
+}
+
+bool PartNameEqual::operator()(std::string_view left, std::string_view right) const
+{
+    return std::ranges::equal(WithoutLeadingSlashes(left), WithoutLeadingSlashes(right), {}, Comparable, Comparable);
+}
 
 std::string ComparableName(std::string_view name)
 {
-    while (name.starts_with('/') || name.starts_with('\\'))
-        name.remove_prefix(1);
-    std::string comparable(name);
-    std::ranges::transform(comparable, comparable.begin(), [](char c) {
-        if (c == '\\')
-            return '/';
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-    });
+    std::string comparable(WithoutLeadingSlashes(name));
+    std::ranges::transform(comparable, comparable.begin(), Comparable);
     return comparable;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,14 @@ namespace tessarine::builtin
 
 /// The form in which names are compared: no leading slash, slashes for backslashes, ASCII letters in lower case.
 std::string ComparableName(std::string_view name);
+
+/// Hashing and comparing names as ComparableName would have them, without making it.
+struct PartNameHash {
+    std::size_t operator()(std::string_view name) const;
+};
+struct PartNameEqual {
+    bool operator()(std::string_view left, std::string_view right) const;
+};
 
 /// The folder of a part name, with its slash; "" at the root.
 std::string_view FolderOf(std::string_view partName);

@@ -24,18 +24,13 @@ void AppendRunText(const XmlDocument& document, Node run, String& text)
     if (first.type() == pugi::node_pcdata && !first.next_sibling()) {
         // Nearly always: one piece of plain text.
         const char* value = first.value();
-        bool plain = true;
-        const std::size_t start = text.size();
-        for (; *value != '\0'; ++value) {
-            if (static_cast<unsigned char>(*value) >= 0x80 || *value == '_') {
-                plain = false;
-                break;
-            }
-            text += static_cast<char16_t>(*value);
-        }
-        if (plain)
+        const char* end = value;
+        while (static_cast<signed char>(*end) > 0 && *end != '_')
+            ++end;
+        if (*end == '\0') {
+            text.append(value, end);
             return;
-        text.resize(start);
+        }
     }
     text += DecodeRunText(XmlDocument::TextOf(content));
 }

@@ -30,6 +30,16 @@ bool IsHyperlink(const LinkRecord& link)
            action.starts_with("ppaction://hlinksldjump");
 }
 
+/// Every link element has "hlink" in its name, so that a part without it need not be walked for links. Looked for by
+/// its rarest letter.
+bool HoldsLinks(std::string_view xml)
+{
+    for (std::size_t at = xml.find('k'); at != std::string_view::npos; at = xml.find('k', at + 1))
+        if (xml.substr(0, at).ends_with("hlin"))
+            return true;
+    return false;
+}
+
 std::size_t Occurrences(std::string_view text, std::string_view what)
 {
     std::size_t count = 0;
@@ -74,10 +84,11 @@ ShapeTree& ShapeTreePart::Tree()
 
 void ShapeTreePart::ReadTree()
 {
-    std::string bytes = text_.empty() ? package_.ReadXml(entry_) : text_;
-    const bool withLinks = bytes.find("hlink") != std::string::npos;
-    const XmlDocument document(bytes, package_.NameOf(entry_), package_.limits());
-    tree_ = ReadShapeTree(document, package_.NameOf(entry_), package_.limits(), withLinks);
+    std::string& bytes = package_.ReadXmlOnce(entry_);
+    const std::string name = package_.NameOf(entry_);
+    const bool withLinks = HoldsLinks(bytes);
+    const XmlDocument document(bytes, name, package_.limits());
+    tree_ = ReadShapeTree(document, name, package_.limits(), withLinks);
     for (const std::size_t removed : removedLinks_)
         tree_->links.insert(tree_->links.begin() + static_cast<std::ptrdiff_t>(std::min(removed, tree_->links.size())),
                             LinkRecord());

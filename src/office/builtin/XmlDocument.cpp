@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "office/builtin/Damage.h"
 
@@ -15,21 +16,70 @@ namespace
 constexpr unsigned int parseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol | pugi::parse_ws_pcdata |
                                     pugi::parse_doctype | pugi::parse_wconv_attribute;
 
-/// Node memory that the document being parsed on this thread may still take. A refused allocation ends the parse with a
-/// status, so that a hostile part costs no more than this.
-thread_local std::uint64_t nodeBytesLeft = 0;
+/// The parser's node memory. What the document being parsed on this thread may still take is bounded: a refused
+/// allocation ends the parse with a status, so that a hostile part costs no more than this. Its pages are all of one
+/// size and used again by the next part, since a run parses one after the other.
+class NodeMemory
+{
+public:
+    ~NodeMemory()
+    {
+        for (void* page : pages_)
+            std::free(page);
+    }
+
+    void Allow(std::uint64_t bytes) { left_ = bytes; }
+
+    void* Allocate(std::size_t size)
+    {
+        if (size > left_)
+            return nullptr;
+        left_ -= size;
+        auto* memory =
+            static_cast<std::size_t*>(size == pageSize_ && !pages_.empty() ? TakePage() : std::malloc(size + header));
+        if (memory == nullptr)
+            return nullptr;
+        *memory = size;
+        if (pageSize_ == 0)
+            pageSize_ = size;  // the first allocation of all is a page
+        return reinterpret_cast<char*>(memory) + header;
+    }
+
+    void Free(void* allocated)
+    {
+        void* memory = static_cast<char*>(allocated) - header;
+        if (*static_cast<std::size_t*>(memory) == pageSize_ && pages_.size() < keptPages)
+            pages_.push_back(memory);
+        else
+            std::free(memory);
+    }
+
+private:
+    static constexpr std::size_t header = alignof(std::max_align_t);
+    static constexpr std::size_t keptPages = 32;  // 1 MiB
+
+    void* TakePage()
+    {
+        void* page = pages_.back();
+        pages_.pop_back();
+        return page;
+    }
+
+    std::uint64_t left_ = 0;
+    std::size_t pageSize_ = 0;
+    std::vector<void*> pages_;
+};
+
+thread_local NodeMemory nodeMemory;
 
 void* AllocateNodes(std::size_t size)
 {
-    if (size > nodeBytesLeft)
-        return nullptr;
-    nodeBytesLeft -= size;
-    return std::malloc(size);
+    return nodeMemory.Allocate(size);
 }
 
 void FreeNodes(void* memory)
 {
-    std::free(memory);
+    nodeMemory.Free(memory);
 }
 
 std::string_view LocalNameOf(const char* name)
@@ -46,7 +96,7 @@ XmlDocument::XmlDocument(std::string& bytes, std::string_view part, const Limits
         pugi::set_memory_management_functions(AllocateNodes, FreeNodes);
         return true;
     }();
-    nodeBytesLeft = limits.documentBytes;
+    nodeMemory.Allow(limits.documentBytes);
 
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (std::string_view(bytes).starts_with(byteOrderMark))

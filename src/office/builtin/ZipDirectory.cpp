@@ -167,18 +167,50 @@ void ZipDirectory::ReadRecords(std::uint64_t count)
         throw Damage({}, "the zip directory lacks entries");
 }
 
+namespace
+{
+
+/// Size of a local header with its name and extra fields. Raises when the bytes are no local header.
+std::size_t LocalHeaderSize(std::string_view header, const ZipEntry& entry)
+{
+    if (Get<std::uint32_t>(header, 0) != localSignature)
+        throw Damage(entry.name, "its local header is missing", entry.localHeader);
+    return localSize + Get<std::uint16_t>(header, local::nameLength) + Get<std::uint16_t>(header, local::extraLength);
+}
+
+void CheckData(const RandomAccessBytes& bytes, const ZipEntry& entry, std::uint64_t data)
+{
+    if (data > bytes.Size() || entry.packedSize > bytes.Size() - data)
+        throw Damage(entry.name, "it is cut", data);
+}
+
+}  // namespace
+
 std::uint64_t ZipDirectory::DataOffset(const RandomAccessBytes& bytes, const ZipEntry& entry)
 {
     std::array<char, localSize> header;
     bytes.Read(entry.localHeader, std::as_writable_bytes(std::span(header)));
-    const std::string_view view(header.data(), header.size());
-    if (Get<std::uint32_t>(view, 0) != localSignature)
-        throw Damage(entry.name, "its local header is missing", entry.localHeader);
-    const std::uint64_t data = entry.localHeader + localSize + Get<std::uint16_t>(view, local::nameLength) +
-                               Get<std::uint16_t>(view, local::extraLength);
-    if (data > bytes.Size() || entry.packedSize > bytes.Size() - data)
-        throw Damage(entry.name, "it is cut", data);
+    const std::uint64_t data = entry.localHeader + LocalHeaderSize({header.data(), header.size()}, entry);
+    CheckData(bytes, entry, data);
     return data;
+}
+
+std::string_view ZipDirectory::ReadPacked(const RandomAccessBytes& bytes, const ZipEntry& entry, std::string& buffer)
+{
+    // Local headers seldom have more extra fields than this: one read fetches header and data.
+    constexpr std::uint64_t expectedExtra = 64;
+    const std::uint64_t wanted = localSize + entry.name.size() + expectedExtra + entry.packedSize;
+    buffer.resize(std::min(wanted, bytes.Size() - std::min(bytes.Size(), entry.localHeader)));
+    if (buffer.size() < localSize)
+        throw Damage(entry.name, "its local header is missing", entry.localHeader);
+    bytes.Read(entry.localHeader, std::as_writable_bytes(std::span(buffer)));
+    const std::size_t headerSize = LocalHeaderSize(buffer, entry);
+    CheckData(bytes, entry, entry.localHeader + headerSize);
+    if (buffer.size() < headerSize + entry.packedSize) {
+        buffer.resize(headerSize + entry.packedSize);
+        bytes.Read(entry.localHeader, std::as_writable_bytes(std::span(buffer)));
+    }
+    return std::string_view(buffer).substr(headerSize, entry.packedSize);
 }
 
 }  // namespace tessarine::builtin

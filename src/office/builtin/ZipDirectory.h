@@ -49,6 +49,9 @@ public:
     /// Offset of an entry's packed bytes. Reads its local header; raises -2147023504 when it is not one.
     static std::uint64_t DataOffset(const RandomAccessBytes& bytes, const ZipEntry& entry);
 
+    /// An entry's packed bytes, read together with its local header; they lie in `buffer`. Raises as DataOffset does.
+    static std::string_view ReadPacked(const RandomAccessBytes& bytes, const ZipEntry& entry, std::string& buffer);
+
 private:
     void ReadRecords(std::uint64_t count);
 
