@@ -61,10 +61,17 @@ TEST_F(PlannedRestart, GoesByTheFilesInTheListAlsoWhenTheLastOneStandsThereTwice
 
 TEST_F(PlannedRestart, CountsSkippedAndFailedFiles)
 {
-    SetMode(AddFile(u"1.ppt"), 0444);
-    powerPoint_.FailOpen(AddFile(u"2.ppt"), 1234, u"damaged");
+    SetMode(AddFile(u"skipped.ppt"), 0444);
+    powerPoint_.FailOpen(AddFile(u"damaged.ppt"), 1234, u"damaged");
 
     EXPECT_EQ(CreationsIn(1, 2), 2u);
+}
+
+TEST_F(PlannedRestart, CountsAFirstFileThatLeftNoResult)
+{
+    powerPoint_.FailOpen(AddFile(u"damaged.ppt"), 1234, u"damaged");
+
+    EXPECT_EQ(CreationsIn(1, 1), 2u);
 }
 
 TEST_F(PlannedRestart, QuitsUnloadsAndStartsAgainWithAlertsButWithoutSecurity)
