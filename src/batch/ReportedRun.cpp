@@ -134,14 +134,14 @@ void ReportedRun::OnAfter(const std::shared_ptr<CounterStatuses>& result)
 
     // No result, or again the object that the file before had: the run has none for this file.
     const bool lost = !result || result == last_;
+    if (result)
+        last_ = result;
     if (lost || passedOver_) {
         beginsAnew_ = true;
         project_.IsProcessCancel = true;
     }
     const String& path = (*files_)[*current_].path;
     ReportCurrent(lost ? FailedFile(path, ReasonForCurrent()) : ReportOf(path, *result));
-    if (result)
-        last_ = result;
 }
 
 void ReportedRun::OnCancel()
