@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string_view>
@@ -20,18 +21,6 @@ namespace
 constexpr std::array<StringView, 9> presentationExtensions{u"pptx", u"pptm", u"potx", u"potm", u"ppsx",
                                                            u"ppsm", u"ppt",  u"pot",  u"pps"};
 
-/// Another presentation beside the file whose backup has the name `backup` too.
-std::optional<String> OtherOwner(const String& path, const String& backup)
-{
-    const String stem = path.substr(0, path.rfind(u'.') + 1);
-    for (const StringView extension : presentationExtensions) {
-        const String other = stem + String(extension);
-        if (other != path && BackupTargetOf(other) == backup && FileExists(other))
-            return other;
-    }
-    return {};
-}
-
 std::string FirstBytes(const String& path)
 {
     std::string bytes(4, '\0');
@@ -42,28 +31,28 @@ std::string FirstBytes(const String& path)
 /// The file's backup: the one that a run makes, or else one under the name that the desktop's backup commands look for.
 /// The latter may as well be what is left of another presentation of the same name, so it must be of the file's own
 /// kind (package or binary) and belong to nobody else. Empty when there is none.
-String BackupOf(const String& path)
+String BackupOf(const String& path, const BackupOwners& owners)
 {
     const String made = BackupTargetOf(path);
     if (made != path && FileExists(made)) {
-        if (const auto other = OtherOwner(path, made))
+        if (const auto other = owners.OtherThan(path, made))
             throw Failure(FailureNumber::InvalidProcedureCall,
                           u"The backup " + made + u" may be that of " + *other + u"; copy or delete it by hand.");
         return made;
     }
     const String lookedFor = BackupPathOf(path);
-    const bool own = lookedFor != path && FileExists(path) && FileExists(lookedFor) && !OtherOwner(path, lookedFor) &&
-                     FirstBytes(path) == FirstBytes(lookedFor);
+    const bool own = lookedFor != path && FileExists(path) && FileExists(lookedFor) &&
+                     !owners.OtherThan(path, lookedFor) && FirstBytes(path) == FirstBytes(lookedFor);
     return own ? lookedFor : String();
 }
 
 /// Finds the backup, lets `treat` do what is to be done with it, and reports.
 template <class Treatment>
-BackupReport Treat(const String& path, Treatment&& treat)
+BackupReport Treat(const String& path, const BackupOwners& owners, Treatment&& treat)
 {
     BackupReport report{FileStatus::NothingCounted, path, {}, {}};
     try {
-        report.backup = BackupOf(path);
+        report.backup = BackupOf(path, owners);
         if (!report.backup.empty()) {
             treat(report.backup);
             report.status = FileStatus::Counted;
@@ -79,20 +68,42 @@ BackupReport Treat(const String& path, Treatment&& treat)
 
 }  // namespace
 
+BackupOwners::BackupOwners(const BatchCall& call, const std::vector<JobFile>& files)
+    : patterns_(call.patterns.begin(), call.patterns.end())
+{
+    for (const JobFile& file : files)
+        named_.insert(file.path);
+}
+
+std::optional<String> BackupOwners::OtherThan(const String& path, const String& backup) const
+{
+    const String stem = path.substr(0, path.rfind(u'.') + 1);
+    for (const StringView extension : presentationExtensions) {
+        const String other = stem + String(extension);
+        const StringView name = StringView(other).substr(other.rfind(std::filesystem::path::preferred_separator) + 1);
+        const bool counts = named_.contains(other) || std::ranges::any_of(patterns_, [&](const FilePattern& pattern) {
+                                return pattern.Matches(name);
+                            });
+        if (counts && other != path && BackupTargetOf(other) == backup && FileExists(other))
+            return other;
+    }
+    return {};
+}
+
 void BackupSummary::Add(const BackupReport& file)
 {
     ++files;
     ++(file.status == FileStatus::Counted ? done : file.status == FileStatus::NothingCounted ? unchanged : failed);
 }
 
-BackupReport RestoreFile(const String& path)
+BackupReport RestoreFile(const String& path, const BackupOwners& owners)
 {
-    return Treat(path, [&](const String& backup) { CopyFile(backup, path); });
+    return Treat(path, owners, [&](const String& backup) { CopyFile(backup, path); });
 }
 
-BackupReport RemoveBackup(const String& path)
+BackupReport RemoveBackup(const String& path, const BackupOwners& owners)
 {
-    return Treat(path, [](const String& backup) { DeleteFile(backup); });
+    return Treat(path, owners, [](const String& backup) { DeleteFile(backup); });
 }
 
 }  // namespace tessarine::batch

@@ -1,9 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 #include "batch/BatchCall.h"
+#include "batch/FilePattern.h"
+#include "batch/JobFiles.h"
 #include "platform/String.h"
 
 namespace tessarine::batch
@@ -27,10 +32,25 @@ struct BackupSummary {
     void Add(const BackupReport& file);
 };
 
+/// Knows which presentations of a call may own the same backup: "a.pptx" and "a.pptm" share "a..bak".
+class BackupOwners
+{
+public:
+    BackupOwners(const BatchCall& call, const std::vector<JobFile>& files);
+
+    /// Another presentation beside `path` whose backup is `backup` too. Only such as the call names, or takes from a
+    /// folder, count: a run with the same call is what made the backup.
+    std::optional<String> OtherThan(const String& path, const String& backup) const;
+
+private:
+    std::vector<FilePattern> patterns_;
+    std::unordered_set<String> named_;
+};
+
 /// Copies the file's backup back over it, all or nothing; the backup stays.
-BackupReport RestoreFile(const String& path);
+BackupReport RestoreFile(const String& path, const BackupOwners& owners);
 
 /// Deletes the file's backup.
-BackupReport RemoveBackup(const String& path);
+BackupReport RemoveBackup(const String& path, const BackupOwners& owners);
 
 }  // namespace tessarine::batch

@@ -102,6 +102,7 @@ int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::sha
 int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& files, Output& output)
 {
     Writer writer(call, output);
+    const BackupOwners owners(call, files);
     BackupSummary summary;
     std::size_t reached = 0;
     for (const JobFile& file : files) {
@@ -109,8 +110,8 @@ int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& file
             break;
         output.Progress(ProgressLine(++reached, files.size(), file.path));
         const auto report = !file.refusal.empty()              ? BackupReport{0, file.path, {}, file.refusal}
-                            : call.command == Command::Restore ? RestoreFile(file.path)
-                                                               : RemoveBackup(file.path);
+                            : call.command == Command::Restore ? RestoreFile(file.path, owners)
+                                                               : RemoveBackup(file.path, owners);
         summary.Add(report);
         writer.File(report);
     }

@@ -15,7 +15,18 @@ class BackupCommandsTest : public testing::Test
 protected:
     std::string Content(StringView name) { return ContentOf(folder.PathOf(name)); }
 
+    BackupOwners Owners() const
+    {
+        BatchCall call;
+        call.patterns = {u"*.ppt*"};
+        return {call, named};
+    }
+
+    BackupReport Restore(const String& path) const { return RestoreFile(path, Owners()); }
+    BackupReport Clean(const String& path) const { return RemoveBackup(path, Owners()); }
+
     TemporaryFolder folder;
+    std::vector<JobFile> named;
 };
 
 TEST_F(BackupCommandsTest, RestoreBringsBackWhatTheRunCopiedAndKeepsTheBackup)
@@ -23,7 +34,7 @@ TEST_F(BackupCommandsTest, RestoreBringsBackWhatTheRunCopiedAndKeepsTheBackup)
     const String file = folder.Write(u"a.pptx", "PK new");
     folder.Write(u"a..bak", "PK old");
 
-    const BackupReport report = RestoreFile(file);
+    const BackupReport report = Restore(file);
 
     EXPECT_EQ(report.status, FileStatus::Counted);
     EXPECT_EQ(report.backup, folder.PathOf(u"a..bak"));
@@ -36,7 +47,7 @@ TEST_F(BackupCommandsTest, RestoreBringsBackAnExtensionOfThreeLetters)
     const String file = folder.Write(u"a.ppt", "new");
     folder.Write(u"a.bak", "old");
 
-    EXPECT_EQ(RestoreFile(file).status, FileStatus::Counted);
+    EXPECT_EQ(Restore(file).status, FileStatus::Counted);
     EXPECT_EQ(Content(u"a.ppt"), "old");
 }
 
@@ -44,7 +55,7 @@ TEST_F(BackupCommandsTest, RestoreBringsBackALostFile)
 {
     folder.Write(u"a..bak", "old");
 
-    EXPECT_EQ(RestoreFile(folder.PathOf(u"a.pptx")).status, FileStatus::Counted);
+    EXPECT_EQ(Restore(folder.PathOf(u"a.pptx")).status, FileStatus::Counted);
     EXPECT_EQ(Content(u"a.pptx"), "old");
 }
 
@@ -52,7 +63,7 @@ TEST_F(BackupCommandsTest, AFileWithoutABackupIsLeftAlone)
 {
     const String file = folder.Write(u"a.pptx", "new");
 
-    const BackupReport report = RestoreFile(file);
+    const BackupReport report = Restore(file);
 
     EXPECT_EQ(report.status, FileStatus::NothingCounted);
     EXPECT_EQ(report.backup, u"");
@@ -61,7 +72,7 @@ TEST_F(BackupCommandsTest, AFileWithoutABackupIsLeftAlone)
 
 TEST_F(BackupCommandsTest, AMissingFileWithoutABackupFails)
 {
-    const BackupReport report = RestoreFile(folder.PathOf(u"a.pptx"));
+    const BackupReport report = Restore(folder.PathOf(u"a.pptx"));
 
     EXPECT_EQ(report.status, FileStatus::NotProcessed);
     EXPECT_EQ(report.error, u"File not found.");
@@ -72,7 +83,7 @@ TEST_F(BackupCommandsTest, ABackupUnderTheDesktopsNameIsTakenWhenThereIsNoOther)
     const String file = folder.Write(u"a.pptx", "PK\x03\x04 new");
     folder.Write(u"a.bak", "PK\x03\x04 old");
 
-    EXPECT_EQ(RestoreFile(file).backup, folder.PathOf(u"a.bak"));
+    EXPECT_EQ(Restore(file).backup, folder.PathOf(u"a.bak"));
     EXPECT_EQ(Content(u"a.pptx"), "PK\x03\x04 old");
 }
 
@@ -81,7 +92,7 @@ TEST_F(BackupCommandsTest, TheBackupOfABinaryPresentationIsNotPutOverAPackage)
     const String file = folder.Write(u"a.pptx", "PK\x03\x04 new");
     folder.Write(u"a.bak", "\xD0\xCF\x11\xE0 old");
 
-    EXPECT_EQ(RestoreFile(file).status, FileStatus::NothingCounted);
+    EXPECT_EQ(Restore(file).status, FileStatus::NothingCounted);
     EXPECT_EQ(Content(u"a.pptx"), "PK\x03\x04 new");
 }
 
@@ -91,7 +102,7 @@ TEST_F(BackupCommandsTest, TheBackupOfANeighbourIsNotPutOverAFile)
     folder.Write(u"a.ppt", "PK\x03\x04 in truth");
     folder.Write(u"a.bak", "PK\x03\x04 old");
 
-    EXPECT_EQ(RestoreFile(file).status, FileStatus::NothingCounted);
+    EXPECT_EQ(Restore(file).status, FileStatus::NothingCounted);
 }
 
 TEST_F(BackupCommandsTest, ABackupThatTwoFilesMayOwnIsTouchedByNeitherCommand)
@@ -100,8 +111,8 @@ TEST_F(BackupCommandsTest, ABackupThatTwoFilesMayOwnIsTouchedByNeitherCommand)
     folder.Write(u"a.pptm", "macros");
     folder.Write(u"a..bak", "old");
 
-    const BackupReport restored = RestoreFile(file);
-    const BackupReport removed = RemoveBackup(file);
+    const BackupReport restored = Restore(file);
+    const BackupReport removed = Clean(file);
 
     EXPECT_EQ(restored.status, FileStatus::NotProcessed);
     EXPECT_NE(restored.error.find(folder.PathOf(u"a.pptm")), String::npos);
@@ -110,12 +121,23 @@ TEST_F(BackupCommandsTest, ABackupThatTwoFilesMayOwnIsTouchedByNeitherCommand)
     EXPECT_EQ(Content(u"a..bak"), "old");
 }
 
+TEST_F(BackupCommandsTest, ANeighbourThatTheCallDoesNotTakeOwnsNoBackup)
+{
+    const String file = folder.Write(u"a.pptx", "new");
+    const String show = folder.Write(u"a.ppsx", "show");
+    folder.Write(u"a..bak", "old");
+
+    EXPECT_EQ(Restore(file).status, FileStatus::Counted);
+    named.push_back({show, {}});
+    EXPECT_EQ(Restore(file).status, FileStatus::NotProcessed);
+}
+
 TEST_F(BackupCommandsTest, CleanDeletesTheBackupAndKeepsTheFile)
 {
     const String file = folder.Write(u"a.pptx", "new");
     folder.Write(u"a..bak", "old");
 
-    const BackupReport report = RemoveBackup(file);
+    const BackupReport report = Clean(file);
 
     EXPECT_EQ(report.status, FileStatus::Counted);
     EXPECT_EQ(Content(u"a.pptx"), "new");
@@ -126,7 +148,7 @@ TEST_F(BackupCommandsTest, AFileIsNeverItsOwnBackup)
 {
     const String file = folder.Write(u"a.bak", "content");
 
-    EXPECT_EQ(RemoveBackup(file).status, FileStatus::NothingCounted);
+    EXPECT_EQ(Clean(file).status, FileStatus::NothingCounted);
     EXPECT_EQ(Content(u"a.bak"), "content");
 }
 
