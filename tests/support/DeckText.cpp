@@ -1,5 +1,6 @@
 #include "support/DeckText.h"
 
+#include <algorithm>
 #include <ostream>
 
 namespace tessarine::test

@@ -1,9 +1,7 @@
 #include "support/PackageCompare.h"
 
 #include <algorithm>
-#include <map>
 #include <ostream>
-#include <set>
 
 #include "support/MarkupTokens.h"
 #include "support/TextAlignment.h"

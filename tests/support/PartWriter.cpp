@@ -1,7 +1,6 @@
 #include "support/PartWriter.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace tessarine::test
