@@ -75,14 +75,14 @@ TEST_F(FindAndReplaceProgramTest, FindReportsForPrograms)
     const Outcome outcome =
         program.Run({"find", "--find", "Fabrikam", "--in", "slides,notes", "--format", "json", "decks"});
 
-    EXPECT_EQ(
-        outcome.output,
-        R"({"file":"decks/a.pptx","status":1,"error":"","items":[{"find":"Fabrikam","replace":"","counts":{"slides":2,"notes":1}}]})"
-        "\n"
-        R"({"file":"decks/b.pptx","status":2,"error":"","items":[{"find":"Fabrikam","replace":"","counts":{"slides":0,"notes":0}}]})"
-        "\n"
-        R"({"summary":{"files":2,"changed":1,"unchanged":1,"failed":0,"occurrences":3}})"
-        "\n");
+    EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
+                              R"({"find":"Fabrikam","replace":"","counts":{"slides":2,"notes":1}}]})"
+                              "\n"
+                              R"({"file":"decks/b.pptx","status":2,"error":"","items":[)"
+                              R"({"find":"Fabrikam","replace":"","counts":{"slides":0,"notes":0}}]})"
+                              "\n"
+                              R"({"summary":{"files":2,"changed":1,"unchanged":1,"failed":0,"occurrences":3}})"
+                              "\n");
     EXPECT_EQ(outcome.error, "");
     EXPECT_EQ(outcome.status, 0);
 }
