@@ -90,7 +90,16 @@ String Mapped(StringView text, UnitTable<Map>& table)
 
 String FoldCase(StringView text)
 {
-    return Mapped(text, foldTable);
+    char16_t all = 0;
+    for (const char16_t unit : text)
+        all |= unit;
+    if (all >= 0x80)
+        return Mapped(text, foldTable);
+    // Plain ASCII, as most text is: loops that the compiler turns into wide instructions.
+    String result(text);
+    for (char16_t& unit : result)
+        unit = static_cast<char16_t>(unit + (unit >= u'A' && unit <= u'Z' ? u'a' - u'A' : 0));
+    return result;
 }
 
 char16_t FoldCase(char16_t unit)

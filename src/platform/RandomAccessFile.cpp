@@ -83,6 +83,14 @@ RandomAccessFile::RandomAccessFile(StringView path) : path_(ToUtf8(path))
     identity_ = {status.st_dev, status.st_ino};
 }
 
+std::optional<RandomAccessFile::Identity> RandomAccessFile::IdOf(StringView path)
+{
+    struct stat status = {};
+    if (stat(ToUtf8(path).c_str(), &status) != 0)
+        return std::nullopt;
+    return Identity{status.st_dev, status.st_ino};
+}
+
 RandomAccessFile::~RandomAccessFile()
 {
     close(descriptor_);

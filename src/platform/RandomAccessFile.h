@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -49,6 +50,9 @@ public:
     void Read(std::uint64_t offset, std::span<std::byte> buffer) const override;
     int Descriptor() const override { return descriptor_; }
     Identity Id() const { return identity_; }
+
+    /// The file that a path names now; nothing when it names none.
+    static std::optional<Identity> IdOf(StringView path);
 
 private:
     std::string path_;

@@ -33,6 +33,12 @@ std::string FolderOf(const std::string& path)
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
+/// Whether this process may write the file, by the rights that it acts with.
+bool MayWrite(const std::string& path)
+{
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
 }  // namespace
 
 ReplacementFile::ReplacementFile(StringView path) : target_(ResolveLinks(ToUtf8(path)))
@@ -41,7 +47,7 @@ ReplacementFile::ReplacementFile(StringView path) : target_(ResolveLinks(ToUtf8(
     if (stat(target_.c_str(), &old) != 0)
         Fail(errno, "save");
     // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
-    if (access(target_.c_str(), W_OK) != 0)
+    if (!MayWrite(target_))
         Fail(errno, "save");
 
     temporary_ = FolderOf(target_) + "/.tessarine-XXXXXX";
@@ -149,10 +155,13 @@ void ReplacementFile::Commit()
 void TouchFile(StringView path)
 {
     const std::string name = ToUtf8(path);
-    if (access(name.c_str(), W_OK) != 0)
+    if (!MayWrite(name))
         throw SystemFailure(errno, "save", name);
     const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};
-    if (utimensat(AT_FDCWD, name.c_str(), times.data(), 0) != 0)
+    if (utimensat(AT_FDCWD, name.c_str(), times.data(), 0) == 0)
+        return;
+    // Others than the owner may set both times to now, and nothing else.
+    if (errno != EPERM || utimensat(AT_FDCWD, name.c_str(), nullptr, 0) != 0)
         throw SystemFailure(errno, "save", name);
 }
 

@@ -49,7 +49,8 @@ private:
     bool committed_ = false;
 };
 
-/// Moves a file's modification time to now without touching its bytes. Raises as SystemFailure tells.
+/// Moves a file's modification time to now without touching its bytes; in a file of another owner that this process may
+/// write, the access time goes with it. Raises as SystemFailure tells.
 void TouchFile(StringView path);
 
 }  // namespace tessarine

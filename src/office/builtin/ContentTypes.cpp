@@ -24,14 +24,14 @@ std::string PlainType(std::string_view type)
 
 ContentTypes::ContentTypes(std::string bytes, const Limits& limits) : bytes_(std::move(bytes))
 {
-    std::string parsed = bytes_;
-    const XmlDocument document(parsed, "[Content_Types].xml", limits);
-    for (const Node element : document.Root().children()) {
+    const XmlDocument document(bytes_, "[Content_Types].xml", limits);
+    for (const Node element : document.Root().ChildElements()) {
         if (document.Is(element, Ns::ContentTypes, "Override"))
-            overrides_[ComparableName(Attribute(element, "PartName"))] = {PlainType(Attribute(element, "ContentType")),
-                                                                          document.OffsetOf(element)};
+            overrides_[ComparableName(document.Attribute(element, "PartName"))] = {
+                PlainType(document.Attribute(element, "ContentType")), document.OffsetOf(element)};
         else if (document.Is(element, Ns::ContentTypes, "Default"))
-            defaults_[ComparableName(Attribute(element, "Extension"))] = PlainType(Attribute(element, "ContentType"));
+            defaults_[ComparableName(document.Attribute(element, "Extension"))] =
+                PlainType(document.Attribute(element, "ContentType"));
     }
 }
 

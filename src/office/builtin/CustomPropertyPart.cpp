@@ -120,20 +120,17 @@ CustomPropertyPart::CustomPropertyPart(Package& package) : package_(package)
     if (!entry_)
         return;
     bytes_ = package.ReadXml(*entry_);
-    std::string parsed = bytes_;
-    const XmlDocument document(parsed, package.NameOf(*entry_), package.limits());
-    for (const Node node : document.Root().children()) {
+    const XmlDocument document(bytes_, package.NameOf(*entry_), package.limits());
+    for (const Node node : document.Root().ChildElements()) {
         if (!document.Is(node, Ns::CustomProperties, "property"))
             continue;
         Property property;
-        property.name = FromUtf8(Attribute(node, "name"));
-        for (const Node variant : node.children()) {
-            if (variant.type() != pugi::node_element)
-                continue;
-            const std::string_view name = variant.name();
+        property.name = FromUtf8(document.Attribute(node, "name"));
+        for (const Node variant : node.ChildElements()) {
+            const std::string_view name = variant.Name();
             property.kind = name.substr(name.find(':') + 1);  // npos + 1 is 0: a name without a prefix
             property.offset = document.OffsetOf(variant);
-            property.value = ValueOf(property.kind, DecodeRunText(XmlDocument::TextOf(variant)));
+            property.value = ValueOf(property.kind, document.TextOf(variant));
             break;
         }
         properties_.push_back(std::move(property));
@@ -190,7 +187,11 @@ std::string CustomPropertyPart::ElementOf(const Property& property) const
         content = ReplaceContent(IsText(range.LocalName()) ? old : std::string_view(),
                                  powerpoint::TextOf(property.value), EscapePropertyText);
     }
-    return "<" + name + ">" + content + "</" + name + ">";
+    // The start tag may declare the prefix itself: everything behind its name stays.
+    const std::size_t behindName = range.begin + 1 + range.name.size();
+    std::string_view rest = std::string_view(bytes_).substr(behindName, range.contentBegin - behindName);
+    rest.remove_suffix(range.IsEmptyTag() ? 2 : 1);
+    return "<" + name + std::string(rest) + ">" + content + "</" + name + ">";
 }
 
 void CustomPropertyPart::Flush()

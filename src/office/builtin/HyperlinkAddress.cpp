@@ -126,15 +126,27 @@ Parts TakeApart(std::string_view target, bool withFragment)
     return parts;
 }
 
-/// Percent escapes for what may not stand in a target.
+bool IsLow(char16_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+/// True when a cut in front of a unit would divide a surrogate pair. Low ones alone stand for bytes that are no UTF-8.
+bool DividesPair(StringView text, std::size_t at)
+{
+    return at > 0 && at < text.size() && IsLow(text[at]) && text[at - 1] >= 0xD800 && text[at - 1] <= 0xDBFF;
+}
+
+/// Percent escapes for what may not stand in a target: blanks, controls, in paths what would read as an escape or a
+/// fragment, and bytes that are no UTF-8.
 std::string Encode(StringView text, Kind kind, bool forwardSlashes, bool withFragment)
 {
     const char* digits = "0123456789ABCDEF";
     std::string target;
-    for (const char byte : ToUtf8(text)) {
-        const bool isPath = kind != Kind::Web;
-        const bool escape = byte == ' ' || (byte >= 0 && byte < 0x20) || byte == 0x7F || (isPath && byte == '%') ||
-                            (isPath && withFragment && byte == '#');
+    const bool isPath = kind != Kind::Web;
+    const auto put = [&](char byte, bool stray) {
+        const bool escape = stray || byte == ' ' || (byte >= 0 && byte < 0x20) || byte == 0x7F ||
+                            (isPath && byte == '%') || (isPath && withFragment && byte == '#');
         if (escape) {
             target += '%';
             target += digits[static_cast<unsigned char>(byte) >> 4];
@@ -142,13 +154,14 @@ std::string Encode(StringView text, Kind kind, bool forwardSlashes, bool withFra
         } else {
             target += isPath && forwardSlashes && byte == '\\' ? '/' : byte;
         }
+    };
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = DividesPair(text, i + 1) ? 2 : 1;
+        for (const char byte : ToUtf8(text.substr(i, length)))
+            put(byte, length == 1 && IsLow(text[i]));
+        i += length;
     }
     return target;
-}
-
-bool IsLow(char16_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
 }  // namespace
@@ -164,15 +177,25 @@ bool IsFileAddress(StringView address)
     return !HasScheme(address);
 }
 
-std::string WriteTarget(std::string_view oldTarget, StringView address, bool withFragment)
+void CheckAddressLength(StringView address)
 {
     if (address.size() > longestAddress)
         throw Failure(FailureNumber::BadArgument, u"Hyperlink (unknown member) : The address is too long.");
+}
+
+std::string WriteTarget(std::string_view oldTarget, StringView address, bool withFragment)
+{
+    CheckAddressLength(address);
     const Parts old = TakeApart(oldTarget, withFragment);
+    if (address == old.address)
+        return std::string(oldTarget);
     const Kind kind = HasScheme(address) ? Kind::Web : IsRooted(address) ? Kind::File : Kind::Relative;
     const std::string fragment = old.hasFragment ? "#" + std::string(old.fragment) : std::string();
     const bool forwardSlashes = kind == Kind::Relative && old.body.find('\\') == std::string_view::npos;
-    if (kind != old.kind)
+    // A drive and a server begin in different ways; neither takes over the other's beginning.
+    const bool otherRoot =
+        kind == Kind::File && address.starts_with(u'\\') != StringView(old.address).starts_with(u'\\');
+    if (kind != old.kind || otherRoot)
         return (kind == Kind::File ? "file:///" : "") + Encode(address, kind, forwardSlashes, withFragment) + fragment;
 
     const StringView before = old.address;
@@ -180,13 +203,12 @@ std::string WriteTarget(std::string_view oldTarget, StringView address, bool wit
     std::size_t front = 0;
     while (front < shorter && before[front] == address[front])
         ++front;
-    while (front > 0 &&
-           ((front < before.size() && IsLow(before[front])) || (front < address.size() && IsLow(address[front]))))
-        --front;  // never half a surrogate pair
+    if (DividesPair(before, front) || DividesPair(address, front))
+        --front;
     std::size_t back = 0;
     while (back < shorter - front && before[before.size() - 1 - back] == address[address.size() - 1 - back])
         ++back;
-    while (back > 0 && IsLow(before[before.size() - back]))
+    if (DividesPair(before, before.size() - back) || DividesPair(address, address.size() - back))
         --back;
 
     const auto byteAt = [&](std::size_t unit) {

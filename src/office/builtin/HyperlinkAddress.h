@@ -21,9 +21,12 @@ TargetText ReadTarget(std::string_view target, bool withFragment);
 /// True for an address that names a file (drive, UNC or relative path), false for one with a scheme (web, mail).
 bool IsFileAddress(StringView address);
 
+/// Raises -2147024809 for an address of more than 2,083 units, which PowerPoint would want to repair.
+void CheckAddressLength(StringView address);
+
 /// The target for a new address. What the address has in common with the old one at both ends keeps the bytes that
 /// stand for it in the old target; the rest is written as PowerPoint writes it (file:/// before a drive or UNC path,
-/// blanks as %20). Raises -2147024809 for an address of more than 2,083 units, which PowerPoint would want to repair.
+/// blanks as %20). Raises as CheckAddressLength.
 std::string WriteTarget(std::string_view oldTarget, StringView address, bool withFragment);
 
 }  // namespace tessarine::builtin

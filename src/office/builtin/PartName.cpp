@@ -69,7 +69,7 @@ std::string RelationshipPartName(std::string_view partName)
 std::string ResolveTarget(std::string_view sourcePart, std::string_view target)
 {
     const std::string whole =
-        target.starts_with('/') ? std::string(target) : std::string(FolderOf(sourcePart)).append(target);
+        target.find_first_of("/\\") == 0 ? std::string(target) : std::string(FolderOf(sourcePart)).append(target);
     std::vector<std::string_view> segments;
     std::string_view rest = whole;
     while (!rest.empty()) {

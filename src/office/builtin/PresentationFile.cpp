@@ -79,11 +79,11 @@ std::vector<Package::Entry> PresentationFile::ReadIdList(const XmlDocument& docu
 {
     std::vector<Package::Entry> entries;
     const Relationships& relationships = package_.RelationshipsOf(main);
-    for (const Node node : document.Child(document.Root(), Presentation, list).children()) {
+    for (const Node node : document.Child(document.Root(), Presentation, list).ChildElements()) {
         if (!document.Is(node, Presentation, item))
             continue;
-        const char* id = document.Attribute(node, Ns::DocumentRelationships, "id");
-        const auto* relationship = relationships.Find(id == nullptr ? "" : id);
+        const auto* relationship =
+            relationships.Find(document.Attribute(node, Ns::DocumentRelationships, "id").value_or(""));
         const auto entry = package_.Follow(main, relationship);
         // Leaving it out silently would make the counts lie.
         if (!entry)
@@ -152,7 +152,7 @@ String PresentationFile::DesignName(std::size_t design)
         return {};
     std::string bytes = package_.ReadXml(*theme);
     const XmlDocument document(bytes, package_.NameOf(*theme), package_.limits());
-    return FromUtf8(Attribute(document.Root(), "name"));
+    return FromUtf8(document.Attribute(document.Root(), "name"));
 }
 
 ShapeTreePart* PresentationFile::NotesMaster()

@@ -36,9 +36,21 @@ constexpr PartKind extendedKind{
     "application/vnd.openxmlformats-officedocument.extended-properties+xml", "docProps/app.xml",
     "<Properties xmlns=\"http://schemas.openxmlformats.org/officeDocument/2006/extended-properties\"></Properties>"};
 
+constexpr PartKind strictExtendedKind{
+    extendedKind.relationship, "http://purl.oclc.org/ooxml/officeDocument/relationships/extendedProperties",
+    extendedKind.contentType, extendedKind.partName,
+    "<Properties xmlns=\"http://purl.oclc.org/ooxml/officeDocument/extendedProperties\"></Properties>"};
+
 const PartKind& KindOf(PropertyPart::Which which)
 {
     return which == PropertyPart::Which::Core ? coreKind : extendedKind;
+}
+
+/// The two families of names don't mix in one package.
+bool IsStrict(Package& package)
+{
+    const Relationship* main = package.RelationshipsOf(std::nullopt).FirstOf("officeDocument");
+    return main != nullptr && main->type.starts_with("http://purl.oclc.org/");
 }
 
 std::string_view DefaultPrefix(Ns ns)
@@ -61,25 +73,21 @@ PropertyPart::PropertyPart(Package& package, Which which) : package_(package), w
     if (!entry_)
         return;
     bytes_ = package.ReadXml(*entry_);
-    std::string parsed = bytes_;
-    const XmlDocument document(parsed, package.NameOf(*entry_), package.limits());
-    for (const pugi::xml_attribute attribute : document.Root().attributes()) {
-        const std::string_view name = attribute.name();
+    const XmlDocument document(bytes_, package.NameOf(*entry_), package.limits());
+    for (const auto& [name, value] : document.Attributes(document.Root())) {
         if (name == "xmlns")
-            prefixes_.emplace(NamespaceOf(attribute.value()), "");
+            prefixes_.emplace(NamespaceOf(value), "");
         else if (name.starts_with("xmlns:"))
-            prefixes_.emplace(NamespaceOf(attribute.value()), std::string(name.substr(6)) + ":");
+            prefixes_.emplace(NamespaceOf(value), std::string(name.substr(6)) + ":");
     }
-    for (const Node node : document.Root().children()) {
-        if (node.type() != pugi::node_element)
-            continue;
-        const std::string_view name = node.name();
+    for (const Node node : document.Root().ChildElements()) {
+        const std::string_view name = node.Name();
         const std::size_t colon = name.find(':');
         Element element{};
         element.ns =
             document.ResolvePrefix(node, colon == std::string_view::npos ? std::string_view() : name.substr(0, colon));
         element.localName = colon == std::string_view::npos ? name : name.substr(colon + 1);
-        element.text = DecodeRunText(XmlDocument::TextOf(node));
+        element.text = document.TextOf(node);
         element.offset = document.OffsetOf(node);
         elements_.push_back(std::move(element));
     }
@@ -170,7 +178,7 @@ std::string PropertyPart::NewElement(const Element& element) const
 /// A file without the part gets one, with its content type and the package's relationship to it.
 void PropertyPart::AddPart()
 {
-    const PartKind& kind = KindOf(which_);
+    const PartKind& kind = which_ == Which::Extended && IsStrict(package_) ? strictExtendedKind : KindOf(which_);
     std::string content;
     for (const Element& element : elements_)
         content += NewElement(element);
@@ -180,8 +188,17 @@ void PropertyPart::AddPart()
     for (int number = 1; package_.Find(name); ++number)  // an entry of that name that nothing points to
         name = std::string(kind.partName.substr(0, kind.partName.rfind('.'))) + std::to_string(number) + ".xml";
     if (!added_) {
-        package_.Types().AddOverride(name, kind.contentType);
-        package_.RelationshipsOf(std::nullopt).Add(kind.relationshipType, name);
+        if (package_.Types().TypeOf(name) != kind.contentType) {
+            package_.Types().RemoveOverride(name);
+            package_.Types().AddOverride(name, kind.contentType);
+        }
+        // A package may name one such part only, so that a relationship that leads nowhere is led to the new one.
+        Relationships& root = package_.RelationshipsOf(std::nullopt);
+        const Relationship* dangling = root.FirstOf(kind.relationship);
+        if (dangling != nullptr && !dangling->external)
+            root.PutTarget(dangling->id, name);
+        else
+            root.Add(kind.relationshipType, name);
         added_ = true;
     }
     package_.Add(name, bytes);

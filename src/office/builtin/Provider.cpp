@@ -63,7 +63,14 @@ public:
 private:
     struct OpenPresentation {
         RandomAccessFile::Identity file;
+        String path;
         std::weak_ptr<PresentationFile> reference;
+
+        /// A save puts another file in the place of the one that was opened.
+        bool Is(const RandomAccessFile::Identity& other) const
+        {
+            return file == other || RandomAccessFile::IdOf(path) == other;
+        }
     };
 
     std::shared_ptr<powerpoint::Presentation> OpenFile(const String& path)
@@ -71,12 +78,12 @@ private:
         auto bytes = std::make_unique<RandomAccessFile>(path);
         const RandomAccessFile::Identity id = bytes->Id();
         std::erase_if(open_, [](const OpenPresentation& entry) { return entry.reference.expired(); });
-        if (std::ranges::find(open_, id, &OpenPresentation::file) != open_.end())
+        if (std::ranges::any_of(open_, [&](const OpenPresentation& entry) { return entry.Is(id); }))
             throw Failure(FailureNumber::SharingViolation, u"The presentation is open already");
 
         RefuseOtherKinds(FileKindOf(*bytes));
         auto file = std::make_shared<PresentationFile>(std::move(bytes));
-        open_.push_back({id, file});
+        open_.push_back({id, path, file});
         return MakePresentation(std::move(file), path);
     }
 

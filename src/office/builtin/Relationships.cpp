@@ -47,16 +47,15 @@ bool Relationship::Is(std::string_view kind) const
 
 Relationships::Relationships(std::string bytes, std::string_view part, const Limits& limits) : bytes_(std::move(bytes))
 {
-    std::string parsed = bytes_;
-    const XmlDocument document(parsed, part, limits);
-    for (const Node element : document.Root().children()) {
+    const XmlDocument document(bytes_, part, limits);
+    for (const Node element : document.Root().ChildElements()) {
         if (!document.Is(element, Ns::PackageRelationships, "Relationship"))
             continue;
         Relationship relationship;
-        relationship.id = Attribute(element, "Id");
-        relationship.type = Attribute(element, "Type");
-        relationship.target = Attribute(element, "Target");
-        relationship.external = Attribute(element, "TargetMode") == "External";
+        relationship.id = document.Attribute(element, "Id");
+        relationship.type = document.Attribute(element, "Type");
+        relationship.target = document.Attribute(element, "Target");
+        relationship.external = document.Attribute(element, "TargetMode") == "External";
         relationship.offset = document.OffsetOf(element);
         byId_.emplace(relationship.id, relationships_.size());
         relationships_.push_back(std::move(relationship));
@@ -99,7 +98,11 @@ std::string Relationships::NewId() const
             number = number * 10 + static_cast<std::size_t>(digit - '0');
         largest = std::max(largest, number);
     }
-    return "rId" + std::to_string(largest + 1);
+    std::string id;
+    do
+        id = "rId" + std::to_string(++largest);
+    while (byId_.contains(id));  // one with more digits than were looked at
+    return id;
 }
 
 std::string Relationships::AddLike(std::string_view id, std::string target)

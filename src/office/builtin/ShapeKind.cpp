@@ -13,9 +13,9 @@ namespace
 using namespace powerpoint;
 using enum Ns;
 
-Placeholder PlaceholderOf(Node placeholder)
+Placeholder PlaceholderOf(const XmlDocument& document, Node placeholder)
 {
-    const std::string_view type = Attribute(placeholder, "type");
+    const std::string_view type = document.Attribute(placeholder, "type");
     if (type == "hdr")
         return Placeholder::Header;
     if (type == "ftr")
@@ -31,10 +31,9 @@ void CollectLinkElements(const XmlDocument& document, Node parent, ShapeRecord& 
     constexpr int deepest = 8;
     if (depth > deepest)
         return;
-    for (const Node child : parent.children()) {
+    for (const Node child : parent.ChildElements()) {
         if (document.Is(child, Presentation, "oleObj")) {
-            const char* id = document.Attribute(child, DocumentRelationships, "id");
-            if (id != nullptr && record.linkId == id)
+            if (document.Attribute(child, DocumentRelationships, "id") == record.linkId)
                 record.linkElements.push_back(document.OffsetOf(child));
         } else if (document.Is(child, Compatibility, "AlternateContent") ||
                    document.Is(child, Compatibility, "Choice") || document.Is(child, Compatibility, "Fallback")) {
@@ -46,7 +45,7 @@ void CollectLinkElements(const XmlDocument& document, Node parent, ShapeRecord& 
 std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRecord& record)
 {
     const Node data = document.Child(document.Child(frame, Drawing, "graphic"), Drawing, "graphicData");
-    const std::string_view uri = Attribute(data, "uri");
+    const std::string_view uri = document.Attribute(data, "uri");
     if (uri.ends_with("/table"))
         return msoTable;
     if (uri.ends_with("/chart") || uri.ends_with("/chartex"))
@@ -61,8 +60,7 @@ std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRe
             holder = ChosenBranch(document, alternate);
         const Node object = document.Child(holder, Presentation, "oleObj");
         if (document.Child(object, Presentation, "link")) {
-            const char* id = document.Attribute(object, DocumentRelationships, "id");
-            record.linkId = id == nullptr ? "" : id;
+            record.linkId = document.Attribute(object, DocumentRelationships, "id").value_or("");
             CollectLinkElements(document, data, record);
             return msoLinkedOLEObject;
         }
@@ -78,8 +76,8 @@ bool HasMedia(const XmlDocument& document, Node application)
     for (const char* name : {"videoFile", "audioFile", "wavAudioFile", "quickTimeFile", "audioCd"})
         if (document.Child(application, Drawing, name))
             return true;
-    for (const Node extension : document.Child(application, Presentation, "extLst").children())
-        for (const Node child : extension.children())
+    for (const Node extension : document.Child(application, Presentation, "extLst").ChildElements())
+        for (const Node child : extension.ChildElements())
             if (document.Is(child, Understood, "media"))
                 return true;
     return false;
@@ -90,10 +88,10 @@ std::int32_t TypeOfPicture(const XmlDocument& document, Node picture, Node appli
     if (HasMedia(document, application))
         return msoMedia;
     const Node blip = document.Child(document.Child(picture, Presentation, "blipFill"), Drawing, "blip");
-    if (document.Attribute(blip, DocumentRelationships, "link") != nullptr)
+    if (document.Attribute(blip, DocumentRelationships, "link"))
         return msoLinkedPicture;
-    for (const Node extension : document.Child(blip, Drawing, "extLst").children())
-        for (const Node child : extension.children())
+    for (const Node extension : document.Child(blip, Drawing, "extLst").ChildElements())
+        for (const Node child : extension.ChildElements())
             if (document.Is(child, Understood, "svgBlip"))
                 return msoGraphic;
     return msoPicture;
@@ -102,14 +100,14 @@ std::int32_t TypeOfPicture(const XmlDocument& document, Node picture, Node appli
 std::int32_t TypeOfShape(const XmlDocument& document, Node shape)
 {
     const Node nonVisual = document.Child(shape, Presentation, "nvSpPr");
-    if (BooleanAttribute(document.Child(nonVisual, Presentation, "cNvSpPr"), "txBox", false))
+    if (document.BooleanAttribute(document.Child(nonVisual, Presentation, "cNvSpPr"), "txBox", false))
         return msoTextBox;
     const Node properties = document.Child(shape, Presentation, "spPr");
-    for (const Node child : properties.children()) {
+    for (const Node child : properties.ChildElements()) {
         if (document.Is(child, Drawing, "custGeom"))
             return msoFreeform;
         if (document.Is(child, Drawing, "prstGeom")) {
-            const std::string_view preset = Attribute(child, "prst");
+            const std::string_view preset = document.Attribute(child, "prst");
             return preset == "line" || preset == "lineInv" ? msoLine : msoAutoShape;
         }
     }
@@ -128,7 +126,7 @@ bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& recor
         const NonVisual nonVisual = NonVisualOf(document, element);
         if (const Node placeholder = document.Child(nonVisual.application, Presentation, "ph")) {
             record.type = msoPlaceholder;
-            record.placeholder = PlaceholderOf(placeholder);
+            record.placeholder = PlaceholderOf(document, placeholder);
         } else if (isShape) {
             record.type = TypeOfShape(document, element);
         } else if (isPicture) {
@@ -141,7 +139,7 @@ bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& recor
         record.type = msoGroup;
     } else if (is("cxnSp")) {
         const Node geometry = document.Child(document.Child(element, Presentation, "spPr"), Drawing, "prstGeom");
-        const std::string_view preset = Attribute(geometry, "prst");
+        const std::string_view preset = document.Attribute(geometry, "prst");
         record.type = preset == "line" || preset == "straightConnector1" ? msoLine : msoAutoShape;
     } else if (is("contentPart") || document.Is(element, Understood, "contentPart")) {
         record.type = msoInk;
@@ -156,7 +154,7 @@ bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& recor
 Node ChosenBranch(const XmlDocument& document, Node alternateContent)
 {
     const auto understands = [&](Node choice) {
-        std::string_view required = Attribute(choice, "Requires");
+        std::string_view required = document.Attribute(choice, "Requires");
         bool any = false;
         while (!required.empty()) {
             const std::size_t blank = std::min(required.find(' '), required.size());
@@ -170,7 +168,7 @@ Node ChosenBranch(const XmlDocument& document, Node alternateContent)
         }
         return any;
     };
-    for (const Node branch : alternateContent.children())
+    for (const Node branch : alternateContent.ChildElements())
         if (document.Is(branch, Compatibility, "Choice") && understands(branch))
             return branch;
     return document.Child(alternateContent, Compatibility, "Fallback");
@@ -179,10 +177,8 @@ Node ChosenBranch(const XmlDocument& document, Node alternateContent)
 NonVisual NonVisualOf(const XmlDocument& document, Node shape)
 {
     NonVisual result;
-    for (Node child = shape.first_child(); child && !result.drawing; child = child.next_sibling()) {
-        if (child.type() != pugi::node_element)
-            continue;
-        for (const Node property : child.children()) {
+    for (const Node child : shape.ChildElements()) {
+        for (const Node property : child.ChildElements()) {
             if (document.Is(property, Presentation, "cNvPr"))
                 result.drawing = property;
             else if (document.Is(property, Presentation, "nvPr"))

@@ -14,49 +14,26 @@ namespace
 
 using enum Ns;
 
-/// The text of a run or a field: that of its first `a:t`, as editing takes it (TextTree).
-void AppendRunText(const XmlDocument& document, Node run, String& text)
-{
-    const Node content = document.Child(run, Drawing, "t");
-    const Node first = content.first_child();
-    if (!first)
-        return;
-    if (first.type() == pugi::node_pcdata && !first.next_sibling()) {
-        // Nearly always: one piece of plain text.
-        const char* value = first.value();
-        const char* end = value;
-        while (static_cast<signed char>(*end) > 0 && *end != '_')
-            ++end;
-        if (*end == '\0') {
-            text.append(value, end);
-            return;
-        }
-    }
-    text += DecodeRunText(XmlDocument::TextOf(content));
-}
-
 TextBody ReadTextBody(const XmlDocument& document, Node body)
 {
     String text;
     std::vector<ProtectedRange> protectedRanges;
     bool first = true;
-    for (const Node paragraph : body.children()) {
+    for (const Node paragraph : body.ChildElements()) {
         if (!document.Is(paragraph, Drawing, "p"))
             continue;
         if (!first)
             text += u'\r';
         first = false;
-        for (const Node child : paragraph.children()) {
-            if (child.type() != pugi::node_element)
-                continue;
+        for (const Node child : paragraph.ChildElements()) {
             if (document.Is(child, Drawing, "r")) {
-                AppendRunText(document, child, text);
+                document.AppendTextOf(document.Child(child, Drawing, "t"), text);
             } else if (document.Is(child, Drawing, "br")) {
                 text += u'\v';
             } else if (document.Is(child, Drawing, "fld")) {
                 const std::size_t begin = text.size();
-                AppendRunText(document, child, text);
-                const std::string_view type = Attribute(child, "type");
+                document.AppendTextOf(document.Child(child, Drawing, "t"), text);
+                const std::string_view type = document.Attribute(child, "type");
                 if ((type == "slidenum" || type.starts_with("datetime")) && text.size() > begin)
                     protectedRanges.push_back({begin, text.size() - begin});
             } else if (!document.Is(child, Drawing, "pPr") && !document.Is(child, Drawing, "endParaRPr")) {
@@ -81,10 +58,10 @@ public:
         const Node shapes = document_.Child(document_.Child(root, Presentation, "cSld"), Presentation, "spTree");
         if (!shapes)
             throw Damage(part_, "it has no shape tree");
-        tree_.layoutType = Attribute(root, "type");
-        for (const Node layout : document_.Child(root, Presentation, "sldLayoutIdLst").children())
-            if (const char* id = document_.Attribute(layout, DocumentRelationships, "id"))
-                tree_.layoutIds.emplace_back(id);
+        tree_.layoutType = document_.Attribute(root, "type");
+        for (const Node layout : document_.Child(root, Presentation, "sldLayoutIdLst").ChildElements())
+            if (const auto id = document_.Attribute(layout, DocumentRelationships, "id"))
+                tree_.layoutIds.emplace_back(*id);
         ReadShapes(shapes, 0);
         if (withLinks)
             tree_.links = ReadLinks(document_, shapes, part_, limits_);
@@ -96,9 +73,7 @@ private:
     {
         if (depth > limits_.nesting)
             throw Damage(part_, "alternate content is nested too deeply");
-        for (const Node element : parent.children()) {
-            if (element.type() != pugi::node_element)
-                continue;
+        for (const Node element : parent.ChildElements()) {
             ShapeRecord record;
             if (ClassifyShape(document_, element, record)) {
                 record.body = ReadBody(element, record);

@@ -185,9 +185,18 @@ std::vector<std::size_t> ShapeTreePart::HyperlinkIndices()
     return indices;
 }
 
+LinkRecord& ShapeTreePart::LinkAt(std::size_t index)
+{
+    // An edit of the text may have taken the link with it.
+    if (index >= Tree().links.size() || Tree().links[index].elements.empty())
+        throw Failure(FailureNumber::InvalidRequest, u"Hyperlink (unknown member) : The link does not exist any more.");
+    return Tree().links[index];
+}
+
 String ShapeTreePart::HyperlinkAddress(std::size_t index)
 {
-    const LinkRecord& link = Tree().links.at(index);
+    FlushTexts();
+    const LinkRecord& link = LinkAt(index);
     if (link.relationshipId.empty())
         return FromUtf8(link.invalidUrl);
     const Relationship* relationship = Links().Find(link.relationshipId);
@@ -201,9 +210,13 @@ void ShapeTreePart::PutHyperlinkAddress(std::size_t index, const String& address
     const String before = HyperlinkAddress(index);
     if (address == before)
         return;
-    FlushTexts();
-    LinkRecord& link = Tree().links.at(index);
+    LinkRecord& link = LinkAt(index);
     if (link.relationshipId.empty()) {
+        if (address.empty()) {
+            RemoveLink(index);
+            return;
+        }
+        CheckAddressLength(address);
         link.invalidUrl = ToUtf8(address);
         Change(index).invalidUrl = link.invalidUrl;
         return;
@@ -223,7 +236,7 @@ void ShapeTreePart::PutHyperlinkAddress(std::size_t index, const String& address
     }
     // A link to a file says so by its action; PowerPoint goes by it.
     const bool isFile = !address.empty() && IsFileAddress(address);
-    const bool wasFile = IsFileAddress(before);
+    const bool wasFile = !before.empty() && IsFileAddress(before);
     if ((isFile && !wasFile && link.action.empty()) || (!isFile && wasFile && !link.action.empty())) {
         link.action = isFile ? fileAction : "";
         Change(index).action = link.action;
@@ -238,10 +251,12 @@ ShapeTreePart::LinkChange& ShapeTreePart::Change(std::size_t link)
 void ShapeTreePart::RemoveLink(std::size_t index)
 {
     LinkRecord& link = Tree().links[index];
-    std::size_t& uses = UsesOf(link.relationshipId);
-    uses -= std::min(uses, link.elements.size());
-    if (uses == 0)
-        Links().Remove(link.relationshipId);
+    if (!link.relationshipId.empty()) {
+        std::size_t& uses = UsesOf(link.relationshipId);
+        uses -= std::min(uses, link.elements.size());
+        if (uses == 0)
+            Links().Remove(link.relationshipId);
+    }
     link.relationshipId.clear();
     link.invalidUrl.clear();
     link.action.clear();

@@ -65,6 +65,7 @@ private:
     void FlushTexts();
     void FlushLinks();
     void PutEdits(std::vector<ByteEdit> edits);
+    LinkRecord& LinkAt(std::size_t link);  ///< Raises -2147188160 when there is none.
     LinkChange& Change(std::size_t link);
     void RemoveLink(std::size_t link);
     std::size_t& UsesOf(const std::string& relationshipId);

@@ -30,9 +30,7 @@ private:
     {
         if (depth > limits_.nesting)
             throw Damage(part_, "groups are nested too deeply");
-        for (const Node element : parent.children()) {
-            if (element.type() != pugi::node_element)
-                continue;
+        for (const Node element : parent.ChildElements()) {
             ShapeRecord kind;
             if (document_.Is(element, Compatibility, "AlternateContent"))
                 ReadShapes(ChosenBranch(document_, element), depth + 1);
@@ -61,22 +59,22 @@ private:
     void ReadTable(Node frame)
     {
         const Node data = document_.Child(document_.Child(frame, Drawing, "graphic"), Drawing, "graphicData");
-        for (const Node row : document_.Child(data, Drawing, "tbl").children())
+        for (const Node row : document_.Child(data, Drawing, "tbl").ChildElements())
             if (document_.Is(row, Drawing, "tr"))
-                for (const Node cell : row.children())
+                for (const Node cell : row.ChildElements())
                     if (document_.Is(cell, Drawing, "tc"))
                         ReadText(document_.Child(cell, Drawing, "txBody"));
     }
 
     void ReadText(Node body)
     {
-        for (const Node paragraph : body.children()) {
+        for (const Node paragraph : body.ChildElements()) {
             if (!document_.Is(paragraph, Drawing, "p"))
                 continue;
             constexpr std::size_t none = static_cast<std::size_t>(-1);
             std::size_t click = none;  // the link that the run in front belongs to
             std::size_t hover = none;
-            for (const Node run : paragraph.children()) {
+            for (const Node run : paragraph.ChildElements()) {
                 const bool isBreak = document_.Is(run, Drawing, "br");
                 if (!isBreak && !document_.Is(run, Drawing, "r") && !document_.Is(run, Drawing, "fld"))
                     continue;
@@ -100,23 +98,23 @@ private:
 
     std::string IdOf(Node element) const
     {
-        const char* id = document_.Attribute(element, DocumentRelationships, "id");
-        return id == nullptr ? std::string() : id;
+        return std::string(document_.Attribute(element, DocumentRelationships, "id").value_or(""));
     }
 
     bool SameTarget(const LinkRecord& link, Node element) const
     {
-        return link.relationshipId == IdOf(element) && link.action == Attribute(element, "action") &&
-               link.tooltip == Attribute(element, "tooltip") && link.invalidUrl == Attribute(element, "invalidUrl");
+        return link.relationshipId == IdOf(element) && link.action == document_.Attribute(element, "action") &&
+               link.tooltip == document_.Attribute(element, "tooltip") &&
+               link.invalidUrl == document_.Attribute(element, "invalidUrl");
     }
 
     void Add(Node element)
     {
         LinkRecord link;
         link.relationshipId = IdOf(element);
-        link.action = Attribute(element, "action");
-        link.invalidUrl = Attribute(element, "invalidUrl");
-        link.tooltip = Attribute(element, "tooltip");
+        link.action = document_.Attribute(element, "action");
+        link.invalidUrl = document_.Attribute(element, "invalidUrl");
+        link.tooltip = document_.Attribute(element, "tooltip");
         link.elements.push_back(document_.OffsetOf(element));
         links_.push_back(std::move(link));
     }

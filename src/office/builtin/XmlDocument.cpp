@@ -1,11 +1,11 @@
 #include "office/builtin/XmlDocument.h"
 
-#include <cstdint>
-#include <cstdlib>
-#include <cstring>
-#include <vector>
+#include <algorithm>
+#include <limits>
+#include <utility>
 
 #include "office/builtin/Damage.h"
+#include "office/builtin/XmlText.h"
 
 namespace tessarine::builtin
 {
@@ -13,179 +13,362 @@ namespace tessarine::builtin
 namespace
 {
 
-constexpr unsigned int parseFlags = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol | pugi::parse_ws_pcdata |
-                                    pugi::parse_doctype | pugi::parse_wconv_attribute;
-
-/// The parser's node memory. What the document being parsed on this thread may still take is bounded: a refused
-/// allocation ends the parse with a status, so that a hostile part costs no more than this. Its pages are all of one
-/// size and used again by the next part, since a run parses one after the other.
-class NodeMemory
+bool IsSpace(char c)
 {
-public:
-    ~NodeMemory()
-    {
-        for (void* page : pages_)
-            std::free(page);
-    }
-
-    void Allow(std::uint64_t bytes) { left_ = bytes; }
-
-    void* Allocate(std::size_t size)
-    {
-        if (size > left_)
-            return nullptr;
-        left_ -= size;
-        auto* memory =
-            static_cast<std::size_t*>(size == pageSize_ && !pages_.empty() ? TakePage() : std::malloc(size + header));
-        if (memory == nullptr)
-            return nullptr;
-        *memory = size;
-        if (pageSize_ == 0)
-            pageSize_ = size;  // the first allocation of all is a page
-        return reinterpret_cast<char*>(memory) + header;
-    }
-
-    void Free(void* allocated)
-    {
-        void* memory = static_cast<char*>(allocated) - header;
-        if (*static_cast<std::size_t*>(memory) == pageSize_ && pages_.size() < keptPages)
-            pages_.push_back(memory);
-        else
-            std::free(memory);
-    }
-
-private:
-    static constexpr std::size_t header = alignof(std::max_align_t);
-    static constexpr std::size_t keptPages = 32;  // 1 MiB
-
-    void* TakePage()
-    {
-        void* page = pages_.back();
-        pages_.pop_back();
-        return page;
-    }
-
-    std::uint64_t left_ = 0;
-    std::size_t pageSize_ = 0;
-    std::vector<void*> pages_;
-};
-
-thread_local NodeMemory nodeMemory;
-
-void* AllocateNodes(std::size_t size)
-{
-    return nodeMemory.Allocate(size);
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-void FreeNodes(void* memory)
+bool IsNameStart(char c)
 {
-    nodeMemory.Free(memory);
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' ||
+           static_cast<unsigned char>(c) >= 0x80;
 }
 
-std::string_view LocalNameOf(const char* name)
-{
-    const char* colon = std::strchr(name, ':');
-    return colon == nullptr ? name : colon + 1;
-}
+/// Characters that end a run inside a tag: quotes, brackets.
+constexpr auto stopsInTag = [] {
+    std::array<bool, 256> stops{};
+    for (const char c : {'"', '\'', '<', '>'})
+        stops[static_cast<unsigned char>(c)] = true;
+    return stops;
+}();
+
+constexpr auto endsName = [] {
+    std::array<bool, 256> ends{};
+    for (const char c : {' ', '\t', '\r', '\n', '/', '>', '<', '=', '"', '\''})
+        ends[static_cast<unsigned char>(c)] = true;
+    return ends;
+}();
+
+constexpr std::uint32_t noParent = std::numeric_limits<std::uint32_t>::max();
 
 }  // namespace
 
-XmlDocument::XmlDocument(std::string& bytes, std::string_view part, const Limits& limits)
+/// The one pass over the bytes.
+class XmlDocument::Indexer
 {
-    [[maybe_unused]] static const bool installed = [] {
-        pugi::set_memory_management_functions(AllocateNodes, FreeNodes);
-        return true;
-    }();
-    nodeMemory.Allow(limits.documentBytes);
-
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (std::string_view(bytes).starts_with(byteOrderMark))
-        skipped_ = byteOrderMark.size();
-    const auto result = document_.load_buffer_inplace(bytes.data() + skipped_, bytes.size() - skipped_, parseFlags,
-                                                      pugi::encoding_utf8);
-    if (!result)
-        throw Damage(part, result.description(), skipped_ + static_cast<std::size_t>(result.offset));
-    for (const Node child : document_.children()) {
-        if (child.type() == pugi::node_doctype)
-            throw Damage(part, "it declares a document type, which is not allowed");
-        if (child.type() == pugi::node_element && !root_)
-            root_ = child;
+public:
+    Indexer(std::string_view bytes, std::string_view part, std::size_t mostElements, std::vector<Element>& elements)
+        : bytes_(bytes), part_(part), mostElements_(mostElements), elements_(elements)
+    {
     }
-    if (!root_)
-        throw Damage(part, "it has no content");
 
-    for (const pugi::xml_attribute attribute : root_.attributes()) {
-        const std::string_view name = attribute.name();
+    void Run()
+    {
+        constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+        std::size_t at = bytes_.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
+        while (true) {
+            const std::size_t tag = std::min(bytes_.find('<', at), bytes_.size());
+            if (parent_ == noParent && !std::ranges::all_of(bytes_.substr(at, tag - at), IsSpace))
+                Fail("there is text outside of the root element", at);
+            if (tag == bytes_.size())
+                break;
+            at = ReadTag(tag);
+        }
+        if (parent_ != noParent)
+            Fail("its markup ends too early", bytes_.size());
+        if (elements_.empty())
+            Fail("it has no content", bytes_.size());
+    }
+
+private:
+    [[noreturn]] void Fail(std::string_view what, std::size_t at) const { throw Damage(part_, what, at); }
+
+    std::size_t Behind(std::string_view end, std::size_t at) const
+    {
+        const std::size_t found = bytes_.find(end, at);
+        if (found == std::string_view::npos)
+            Fail("its markup does not end", at);
+        return found + end.size();
+    }
+
+    /// Reads the markup at a "<" and gives the offset behind it.
+    std::size_t ReadTag(std::size_t at)
+    {
+        const char next = at + 1 < bytes_.size() ? bytes_[at + 1] : '\0';
+        if (next == '/')
+            return CloseElement(at);
+        if (next == '?')
+            return Behind("?>", at + 2);
+        if (next == '!')
+            return ReadDeclaration(at);
+        if (!IsNameStart(next))
+            Fail("a tag has no name", at);
+        return OpenElement(at);
+    }
+
+    std::size_t ReadDeclaration(std::size_t at)
+    {
+        const std::string_view rest = bytes_.substr(at);
+        if (rest.starts_with("<!--"))
+            return Behind("-->", at + 4);
+        if (rest.starts_with("<![CDATA[") && parent_ != noParent)
+            return Behind("]]>", at + 9);
+        Fail(rest.starts_with("<!DOCTYPE") ? "it declares a document type, which is not allowed"
+                                           : "its markup is not valid",
+             at);
+    }
+
+    std::size_t NameEnd(std::size_t at) const
+    {
+        while (at < bytes_.size() && !endsName[static_cast<unsigned char>(bytes_[at])])
+            ++at;
+        return at;
+    }
+
+    /// The ">" of a start tag; quotes are skipped, as they may hold one.
+    std::size_t TagEnd(std::size_t at) const
+    {
+        const std::size_t start = at;
+        while (true) {
+            while (at < bytes_.size() && !stopsInTag[static_cast<unsigned char>(bytes_[at])])
+                ++at;
+            if (at == bytes_.size())
+                Fail("a tag does not end", start);
+            const char stop = bytes_[at];
+            if (stop == '>')
+                return at;
+            if (stop == '<')
+                Fail("a tag holds another", at);
+            if (!FollowsEqualsSign(at))
+                Fail("an attribute has no name", at);
+            ++at;
+            while (at < bytes_.size() && bytes_[at] != stop)
+                ++at;
+            if (at == bytes_.size())
+                Fail("an attribute does not end", start);
+            ++at;
+        }
+    }
+
+    bool FollowsEqualsSign(std::size_t at) const
+    {
+        do
+            --at;
+        while (IsSpace(bytes_[at]));
+        return bytes_[at] == '=';
+    }
+
+    std::size_t OpenElement(std::size_t at)
+    {
+        if (parent_ == noParent && !elements_.empty())
+            Fail("it has a second root element", at);
+        if (elements_.size() >= mostElements_)
+            Fail("it has too many elements", at);
+        const std::size_t nameEnd = NameEnd(at + 1);
+        const std::size_t tagEnd = TagEnd(nameEnd);
+        const bool isEmpty = bytes_[tagEnd - 1] == '/';
+        const auto index = static_cast<std::uint32_t>(elements_.size());
+        const auto behind = static_cast<std::uint32_t>(tagEnd + 1);
+        elements_.push_back({static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(nameEnd), behind, behind,
+                             behind, parent_, index + 1});
+        if (!isEmpty)
+            parent_ = index;
+        return behind;
+    }
+
+    std::size_t CloseElement(std::size_t at)
+    {
+        if (parent_ == noParent)
+            Fail("an end tag has no start tag", at);
+        Element& element = elements_[parent_];
+        const std::size_t nameLength = element.nameEnd - element.begin - 1;
+        if (bytes_.compare(at + 2, nameLength, bytes_, element.begin + 1, nameLength) != 0)
+            Fail("an end tag does not fit its start tag", at);
+        std::size_t end = at + 2 + nameLength;
+        while (end < bytes_.size() && IsSpace(bytes_[end]))
+            ++end;
+        if (end == bytes_.size() || bytes_[end] != '>')
+            Fail("an end tag does not fit its start tag", at);
+        element.contentEnd = static_cast<std::uint32_t>(at);
+        element.end = static_cast<std::uint32_t>(end + 1);
+        element.subtreeEnd = static_cast<std::uint32_t>(elements_.size());
+        parent_ = element.parent;
+        return end + 1;
+    }
+
+    std::string_view bytes_;
+    std::string_view part_;
+    std::size_t mostElements_;
+    std::vector<Element>& elements_;
+    std::uint32_t parent_ = noParent;
+};
+
+namespace
+{
+
+/// Memory of the last document on this thread, for the next one: a run reads one part after the other.
+template <class Element>
+std::vector<Element>& SpareIndex()
+{
+    static thread_local std::vector<Element> spare;
+    return spare;
+}
+
+constexpr std::size_t keptIndexBytes = 1u << 20;
+
+}  // namespace
+
+XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits) : bytes_(bytes)
+{
+    if (bytes.size() >= std::numeric_limits<std::uint32_t>::max())
+        throw Damage(part, "it is too large");
+    elements_ = std::exchange(SpareIndex<Element>(), {});
+    elements_.clear();
+    Indexer(bytes_, part, limits.documentBytes / sizeof(Element), elements_).Run();
+
+    VisitAttributes(0, [&](std::string_view name, std::string_view value) {
         if (name.starts_with("xmlns:"))
-            prefixes_[static_cast<std::size_t>(NamespaceOf(attribute.value()))] = std::string(name.substr(6)) + ":";
+            prefixes_[static_cast<std::size_t>(NamespaceOf(Decoded(value)))] = name.substr(6);
+        return false;
+    });
+}
+
+XmlDocument::~XmlDocument()
+{
+    if (elements_.capacity() * sizeof(Element) <= keptIndexBytes)
+        SpareIndex<Element>() = std::move(elements_);
+}
+
+/// Calls `visit` with name and raw value of each attribute until it gives true.
+template <class Visit>
+void XmlDocument::VisitAttributes(std::uint32_t index, Visit&& visit) const
+{
+    const Element& element = elements_[index];
+    std::size_t at = element.nameEnd;
+    const std::size_t end = element.contentBegin - 1;  // its ">"
+    while (at < end) {
+        while (at < end && (IsSpace(bytes_[at]) || bytes_[at] == '/'))
+            ++at;
+        const std::size_t nameBegin = at;
+        while (at < end && !endsName[static_cast<unsigned char>(bytes_[at])])
+            ++at;
+        const std::size_t nameEnd = at;
+        while (at < end && bytes_[at] != '"' && bytes_[at] != '\'')
+            ++at;
+        if (at >= end)
+            return;
+        const std::size_t valueEnd = bytes_.find(bytes_[at], at + 1);
+        if (visit(bytes_.substr(nameBegin, nameEnd - nameBegin), bytes_.substr(at + 1, valueEnd - at - 1)))
+            return;
+        at = valueEnd + 1;
     }
 }
 
-bool XmlDocument::Is(Node node, Ns ns, const char* localName) const
+bool XmlDocument::Is(Node node, Ns ns, std::string_view localName) const
 {
-    const char* name = node.name();
-    const std::string& prefix = prefixes_[static_cast<std::size_t>(ns)];
-    if (!prefix.empty() && std::strncmp(name, prefix.data(), prefix.size()) == 0)
-        return std::strcmp(name + prefix.size(), localName) == 0;
-    const std::string_view local = LocalNameOf(name);
-    if (local != localName)
+    if (!node)
         return false;
-    const auto prefixLength = static_cast<std::size_t>(local.data() - name);
-    return ResolvePrefix(node, std::string_view(name, prefixLength == 0 ? 0 : prefixLength - 1)) == ns;
+    const std::string_view name = NameOf(node.index_);
+    if (!name.ends_with(localName))
+        return false;
+    const std::string_view prefix = name.substr(0, name.size() - localName.size());  // with its colon
+    const std::string_view usual = prefixes_[static_cast<std::size_t>(ns)];
+    if (!usual.empty() && prefix.size() == usual.size() + 1 && prefix.ends_with(':') && prefix.starts_with(usual))
+        return true;
+    if (!prefix.empty() && prefix.find(':') != prefix.size() - 1)
+        return false;
+    return ResolvePrefix(node, prefix.substr(0, prefix.empty() ? 0 : prefix.size() - 1)) == ns;
 }
 
-Node XmlDocument::Child(Node parent, Ns ns, const char* localName) const
+Node XmlDocument::Child(Node parent, Ns ns, std::string_view localName) const
 {
-    for (Node child = parent.first_child(); child; child = child.next_sibling())
+    for (const Node child : parent.ChildElements())
         if (Is(child, ns, localName))
             return child;
     return {};
 }
 
-const char* XmlDocument::Attribute(Node node, Ns ns, const char* localName) const
+std::string_view XmlDocument::Attribute(Node node, std::string_view name) const
 {
-    for (const pugi::xml_attribute attribute : node.attributes()) {
-        const char* name = attribute.name();
-        const char* colon = std::strchr(name, ':');
-        if (colon == nullptr || std::strcmp(colon + 1, localName) != 0)
-            continue;
-        if (ResolvePrefix(node, std::string_view(name, static_cast<std::size_t>(colon - name))) == ns)
-            return attribute.value();
-    }
-    return nullptr;
+    std::string_view found;
+    if (node)
+        VisitAttributes(node.index_, [&](std::string_view attribute, std::string_view value) {
+            if (attribute != name)
+                return false;
+            found = Decoded(value);
+            return true;
+        });
+    return found;
+}
+
+std::optional<std::string_view> XmlDocument::Attribute(Node node, Ns ns, std::string_view localName) const
+{
+    std::optional<std::string_view> found;
+    if (node)
+        VisitAttributes(node.index_, [&](std::string_view attribute, std::string_view value) {
+            const std::size_t colon = attribute.find(':');
+            if (colon == std::string_view::npos || attribute.substr(colon + 1) != localName ||
+                ResolvePrefix(node, attribute.substr(0, colon)) != ns)
+                return false;
+            found = Decoded(value);
+            return true;
+        });
+    return found;
+}
+
+std::vector<std::pair<std::string_view, std::string_view>> XmlDocument::Attributes(Node node) const
+{
+    std::vector<std::pair<std::string_view, std::string_view>> attributes;
+    VisitAttributes(node.index_, [&](std::string_view name, std::string_view value) {
+        attributes.emplace_back(name, Decoded(value));
+        return false;
+    });
+    return attributes;
+}
+
+bool XmlDocument::BooleanAttribute(Node node, std::string_view name, bool absent) const
+{
+    const std::string_view value = Attribute(node, name);
+    return value.empty() ? absent : value == "1" || value == "true" || value == "on";
 }
 
 Ns XmlDocument::ResolvePrefix(Node node, std::string_view prefix) const
 {
-    for (; node.type() == pugi::node_element; node = node.parent()) {
-        for (const pugi::xml_attribute attribute : node.attributes()) {
-            std::string_view name = attribute.name();
+    if (!node)
+        return Ns::None;
+    for (std::uint32_t index = node.index_; index != noParent; index = elements_[index].parent) {
+        std::optional<Ns> found;
+        VisitAttributes(index, [&](std::string_view name, std::string_view value) {
             if (!name.starts_with("xmlns"))
-                continue;
+                return false;
             name.remove_prefix(5);
-            if (name.empty() ? prefix.empty() : name[0] == ':' && name.substr(1) == prefix)
-                return NamespaceOf(attribute.value());
-        }
+            if (name.empty() ? !prefix.empty() : name[0] != ':' || name.substr(1) != prefix)
+                return false;
+            found = NamespaceOf(Decoded(value));
+            return true;
+        });
+        if (found)
+            return *found;
     }
     return Ns::None;
 }
 
-std::string XmlDocument::TextOf(Node element)
+/// An attribute value as it reads: references decoded, white space as blanks (XML 1.0 3.3.3).
+std::string_view XmlDocument::Decoded(std::string_view value) const
 {
-    std::string text;
-    for (const Node child : element.children())
-        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata)
-            text += child.value();
-    return text;
+    if (value.find_first_of("&\t\r\n") == std::string_view::npos)
+        return value;
+    return decoded_.emplace_back(DecodeAttribute(value));
 }
 
-bool BooleanAttribute(Node node, const char* name, bool absent)
+void XmlDocument::AppendTextOf(Node node, String& text) const
 {
-    const pugi::xml_attribute attribute = node.attribute(name);
-    if (!attribute)
-        return absent;
-    const std::string_view value = attribute.value();
-    return value == "1" || value == "true" || value == "on";
+    if (!node)
+        return;
+    std::size_t at = elements_[node.index_].contentBegin;
+    for (const Node child : node.ChildElements()) {
+        const Element& element = elements_[child.index_];
+        AppendContent(bytes_.substr(at, element.begin - at), text);
+        at = element.end;
+    }
+    AppendContent(bytes_.substr(at, elements_[node.index_].contentEnd - at), text);
+}
+
+String XmlDocument::TextOf(Node node) const
+{
+    String text;
+    AppendTextOf(node, text);
+    return text;
 }
 
 }  // namespace tessarine::builtin

@@ -1,64 +1,168 @@
 #pragma once
 
 #include <array>
-#include <pugixml.hpp>
+#include <cstdint>
+#include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "office/builtin/Limits.h"
 #include "office/builtin/XmlNamespaces.h"
+#include "platform/String.h"
 
 namespace tessarine::builtin
 {
 
-using Node = pugi::xml_node;
+class XmlDocument;
 
-/// A parsed part with byte offsets: names are matched by namespace, whatever the prefixes, and every element tells
-/// where it stands in the bytes. Reading only; edits are made to the bytes.
+/// An element of a document, or none. Cheap to copy; lives no longer than its document.
+class Node
+{
+public:
+    class Children;
+
+    Node() = default;
+    explicit operator bool() const { return document_ != nullptr; }
+    bool operator==(const Node&) const = default;
+
+    std::string_view Name() const;  ///< Qualified, as written; "" for none.
+    Children ChildElements() const;
+
+private:
+    friend class XmlDocument;
+    Node(const XmlDocument* document, std::uint32_t index) : document_(document), index_(index) {}
+
+    const XmlDocument* document_ = nullptr;
+    std::uint32_t index_ = 0;
+};
+
+/// A part as an index of its elements: where each begins and ends, and which holds which. Names are matched by
+/// namespace, whatever the prefixes. Reading only; edits are made to the bytes.
+///
+/// Made for walking a few elements of many large parts: one pass finds the tags and proves that they are balanced;
+/// attributes and text stay bytes until they are asked for, and nothing is copied.
 class XmlDocument
 {
 public:
-    /// Parses UTF-8 bytes in place: afterwards `bytes` is the document's memory and no longer the text. It must outlive
-    /// the document. Raises -2147023504 for markup that is not well-formed, for a DTD (nothing is ever expanded) and
-    /// when the nodes would need more memory than the limits allow. `part` names the part in failures.
-    XmlDocument(std::string& bytes, std::string_view part, const Limits& limits);
+    /// `bytes` is UTF-8 and must outlive the document. Raises -2147023504 for markup that is not well-formed, for a DTD
+    /// (nothing is ever expanded) and when the index would need more memory than the limits allow. `part` names the
+    /// part in failures.
+    XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits);
+    ~XmlDocument();
+    XmlDocument(const XmlDocument&) = delete;
+    XmlDocument& operator=(const XmlDocument&) = delete;
 
-    Node Root() const { return root_; }
+    Node Root() const { return {this, 0}; }
 
     /// True when the node is an element of this name.
-    bool Is(Node node, Ns ns, const char* localName) const;
+    bool Is(Node node, Ns ns, std::string_view localName) const;
 
-    /// First child element of that name, or an empty node.
-    Node Child(Node parent, Ns ns, const char* localName) const;
+    /// First child element of that name, or none.
+    Node Child(Node parent, Ns ns, std::string_view localName) const;
 
-    /// An attribute in a namespace, such as r:id; null text when there is none.
-    const char* Attribute(Node node, Ns ns, const char* localName) const;
+    /// The value of an attribute that has no namespace; "" when absent. References are decoded.
+    std::string_view Attribute(Node node, std::string_view name) const;
+
+    /// The value of an attribute in a namespace, such as r:id.
+    std::optional<std::string_view> Attribute(Node node, Ns ns, std::string_view localName) const;
+
+    /// All attributes of an element, by qualified name.
+    std::vector<std::pair<std::string_view, std::string_view>> Attributes(Node node) const;
+
+    /// ECMA-376 22.9.2.7: "1", "true" and "on" are true; an absent attribute has its default.
+    bool BooleanAttribute(Node node, std::string_view name, bool absent) const;
 
     /// The namespace that a prefix stands for at a node.
     Ns ResolvePrefix(Node node, std::string_view prefix) const;
 
-    /// Offset of the element's "<" in the bytes that were parsed.
-    std::size_t OffsetOf(Node element) const { return skipped_ + static_cast<std::size_t>(element.offset_debug()) - 1; }
+    /// Offset of the element's "<" in the bytes.
+    std::size_t OffsetOf(Node node) const { return elements_[node.index_].begin; }
 
-    /// The text of an element: all its character data, CDATA included, comments left out.
-    static std::string TextOf(Node element);
+    /// The text of an element: its own character data, CDATA included, comments left out, "_xHHHH_" decoded where it is
+    /// a control character.
+    String TextOf(Node node) const;
+    void AppendTextOf(Node node, String& text) const;
 
 private:
-    pugi::xml_document document_;
-    std::size_t skipped_ = 0;  // bytes of a byte order mark in front
-    Node root_;
+    friend class Node;
+    friend class Node::Children;
+
+    struct Element {
+        std::uint32_t begin;  // its "<"
+        std::uint32_t nameEnd;
+        std::uint32_t contentBegin;  // behind the ">" of its start tag
+        std::uint32_t contentEnd;    // the "<" of its end tag
+        std::uint32_t end;           // behind its last ">"
+        std::uint32_t parent;
+        std::uint32_t subtreeEnd;  // index behind its last descendant
+    };
+
+    class Indexer;
+
+    std::string_view NameOf(std::uint32_t index) const
+    {
+        const Element& element = elements_[index];
+        return bytes_.substr(element.begin + 1, element.nameEnd - element.begin - 1);
+    }
+    std::string_view Decoded(std::string_view value) const;
+    template <class Visit>
+    void VisitAttributes(std::uint32_t index, Visit&& visit) const;
+
+    std::string_view bytes_;
+    std::vector<Element> elements_;
     /// The prefix (with its colon) that the root element binds to a namespace; empty when it binds none, or the default
     /// one, which inner elements often bind anew.
-    std::array<std::string, static_cast<std::size_t>(Ns::Count)> prefixes_;
+    std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;
+    mutable std::deque<std::string> decoded_;  // attribute values that are not in the bytes as they read
 };
 
-/// The value of an attribute that has no namespace, as text; "" when absent.
-inline std::string_view Attribute(Node node, const char* name)
+/// The child elements of a node, for a range loop.
+class Node::Children
 {
-    return node.attribute(name).value();
+public:
+    class Iterator
+    {
+    public:
+        Iterator(const XmlDocument* document, std::uint32_t index) : document_(document), index_(index) {}
+
+        Node operator*() const { return {document_, index_}; }
+        Iterator& operator++()
+        {
+            index_ = document_->elements_[index_].subtreeEnd;
+            return *this;
+        }
+        bool operator==(const Iterator& other) const { return index_ == other.index_; }
+
+    private:
+        const XmlDocument* document_;
+        std::uint32_t index_;
+    };
+
+    Children(const XmlDocument* document, std::uint32_t first, std::uint32_t end)
+        : begin_(document, first), end_(document, end)
+    {
+    }
+
+    Iterator begin() const { return begin_; }
+    Iterator end() const { return end_; }
+
+private:
+    Iterator begin_;
+    Iterator end_;
+};
+
+inline std::string_view Node::Name() const
+{
+    return document_ == nullptr ? std::string_view() : document_->NameOf(index_);
 }
 
-/// ECMA-376 22.9.2.7: "1", "true" and "on" are true; an absent attribute has its default.
-bool BooleanAttribute(Node node, const char* name, bool absent);
+inline Node::Children Node::ChildElements() const
+{
+    if (document_ == nullptr)
+        return {nullptr, 0, 0};
+    return {document_, index_ + 1, document_->elements_[index_].subtreeEnd};
+}
 
 }  // namespace tessarine::builtin

@@ -1,6 +1,7 @@
 #include "office/builtin/XmlText.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 #include "office/builtin/Damage.h"
@@ -148,21 +149,63 @@ std::string EscapePropertyText(StringView text)
     return bytes;
 }
 
-String DecodeRunText(std::string_view utf8)
-{
-    String text = FromUtf8(utf8);
-    std::size_t at = text.find(u"_x00");
-    while (at != String::npos) {
-        const auto code = EscapeCode(StringView(text).substr(at));
-        if (code && IsControl(*code))
-            text.replace(at, 7, 1, static_cast<char16_t>(*code));
-        at = text.find(u"_x00", at + 1);
-    }
-    return text;
-}
-
 namespace
 {
+
+/// A character or entity reference at the start of a text.
+struct Reference {
+    char32_t codePoint;
+    std::size_t length;  // bytes, from "&" to ";"
+};
+
+std::optional<char32_t> NumberOf(std::string_view digits)
+{
+    const bool hexadecimal = digits.starts_with('x');
+    if (hexadecimal)
+        digits.remove_prefix(1);
+    if (digits.empty() || digits.size() > 8)
+        return std::nullopt;
+    const char32_t base = hexadecimal ? 16 : 10;
+    char32_t value = 0;
+    for (const char c : digits) {
+        char32_t digit = base;
+        if (c >= '0' && c <= '9')
+            digit = static_cast<char32_t>(c - '0');
+        else if (c >= 'a' && c <= 'f')
+            digit = static_cast<char32_t>(c - 'a' + 10);
+        else if (c >= 'A' && c <= 'F')
+            digit = static_cast<char32_t>(c - 'A' + 10);
+        if (digit >= base || value > 0x10FFFF)
+            return std::nullopt;
+        value = value * base + digit;
+    }
+    return value;
+}
+
+std::optional<Reference> ReadReference(std::string_view text)
+{
+    constexpr std::size_t longest = 12;
+    const std::size_t semicolon = text.substr(0, longest).find(';');
+    if (semicolon == std::string_view::npos)
+        return std::nullopt;
+    const std::string_view name = text.substr(1, semicolon - 1);
+    std::optional<char32_t> c;
+    if (name == "amp")
+        c = '&';
+    else if (name == "lt")
+        c = '<';
+    else if (name == "gt")
+        c = '>';
+    else if (name == "quot")
+        c = '"';
+    else if (name == "apos")
+        c = '\'';
+    else if (name.starts_with('#'))
+        c = NumberOf(name.substr(1));
+    if (!c)
+        return std::nullopt;
+    return Reference{*c, semicolon + 1};
+}
 
 /// Reads content front to back. One unit of the text comes from one character, one reference or one escape.
 class ContentReader
@@ -211,8 +254,9 @@ private:
     {
         const std::size_t begin = at_;
         if (!inCData_ && content_[at_] == '&') {
-            if (const auto reference = ReadReference()) {
-                Push(*reference, begin);
+            if (const auto reference = ReadReference(content_.substr(at_))) {
+                at_ += reference->length;
+                Push(reference->codePoint, begin);
                 return;
             }
         }
@@ -233,54 +277,6 @@ private:
     {
         const auto byte = static_cast<unsigned char>(lead);
         return byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
-    }
-
-    std::optional<char32_t> ReadReference()
-    {
-        const std::size_t semicolon = content_.find(';', at_);
-        if (semicolon == std::string_view::npos)
-            return std::nullopt;
-        const std::string_view name = content_.substr(at_ + 1, semicolon - at_ - 1);
-        std::optional<char32_t> c;
-        if (name == "amp")
-            c = '&';
-        else if (name == "lt")
-            c = '<';
-        else if (name == "gt")
-            c = '>';
-        else if (name == "quot")
-            c = '"';
-        else if (name == "apos")
-            c = '\'';
-        else if (name.starts_with('#'))
-            c = NumberOf(name.substr(1));
-        if (c)
-            at_ = semicolon + 1;
-        return c;
-    }
-
-    static std::optional<char32_t> NumberOf(std::string_view digits)
-    {
-        const bool hexadecimal = digits.starts_with('x');
-        if (hexadecimal)
-            digits.remove_prefix(1);
-        if (digits.empty() || digits.size() > 8)
-            return std::nullopt;
-        char32_t value = 0;
-        for (const char c : digits) {
-            const char32_t base = hexadecimal ? 16 : 10;
-            char32_t digit = 99;
-            if (c >= '0' && c <= '9')
-                digit = static_cast<char32_t>(c - '0');
-            else if (c >= 'a' && c <= 'f')
-                digit = static_cast<char32_t>(c - 'a' + 10);
-            else if (c >= 'A' && c <= 'F')
-                digit = static_cast<char32_t>(c - 'A' + 10);
-            if (digit >= base || value > 0x10FFFF)
-                return std::nullopt;
-            value = value * base + digit;
-        }
-        return value;
     }
 
     void Push(char32_t c, std::size_t begin)
@@ -323,6 +319,49 @@ private:
 std::vector<ContentUnit> ContentUnits(std::string_view content)
 {
     return ContentReader(content).Read();
+}
+
+void AppendContent(std::string_view content, String& text)
+{
+    // Nearly all text is plain ASCII, or has nothing to decode but its UTF-8.
+    constexpr auto needsReading = [] {
+        std::array<bool, 256> table{};
+        for (const char c : {'&', '<', '\r', '_'})
+            table[static_cast<unsigned char>(c)] = true;
+        return table;
+    }();
+    bool isAscii = true;
+    for (const char c : content) {
+        if (needsReading[static_cast<unsigned char>(c)]) {
+            for (const ContentUnit& unit : ContentUnits(content))
+                text += unit.unit;
+            return;
+        }
+        isAscii = isAscii && static_cast<signed char>(c) >= 0;
+    }
+    if (isAscii)
+        text.append(content.begin(), content.end());
+    else
+        text += FromUtf8(content);
+}
+
+std::string DecodeAttribute(std::string_view value)
+{
+    std::string decoded;
+    decoded.reserve(value.size());
+    for (std::size_t i = 0; i < value.size();) {
+        if (value[i] == '\r' && i + 1 < value.size() && value[i + 1] == '\n')
+            ++i;
+        const bool isSpace = value[i] == '\r' || value[i] == '\n' || value[i] == '\t';
+        if (const auto reference = value[i] == '&' ? ReadReference(value.substr(i)) : std::nullopt) {
+            AppendUtf8(decoded, reference->codePoint);
+            i += reference->length;
+        } else {
+            decoded += isSpace ? ' ' : value[i];
+            ++i;
+        }
+    }
+    return decoded;
 }
 
 std::string ReplaceContent(std::string_view content, StringView text, std::string (*escape)(StringView))

@@ -22,8 +22,11 @@ std::string EscapeRunText(StringView text);
 /// As EscapeText for property values: carriage return and line feed are written "_x000d_" and "_x000a_".
 std::string EscapePropertyText(StringView text);
 
-/// UTF-8 to UTF-16 with "_xHHHH_" decoded where HHHH is a control character.
-String DecodeRunText(std::string_view utf8);
+/// Appends the text that an element's content stands for (see ContentUnits).
+void AppendContent(std::string_view content, String& text);
+
+/// An attribute value as it reads: references decoded, line ends and tabs as blanks.
+std::string DecodeAttribute(std::string_view value);
 
 /// One UTF-16 unit of an element's content and the bytes that it stands for. Both halves of a surrogate pair have the
 /// same bytes.

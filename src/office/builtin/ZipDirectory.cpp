@@ -28,6 +28,7 @@ struct End {
     std::uint64_t directoryStart = 0;  // as stored
     std::uint64_t directoryLimit = 0;  // offset behind the directory: where the first end record really lies
     std::string comment;
+    std::string trailer;
 };
 
 /// The last end record whose comment fits into the file. Searched backwards, as the comment may hold anything.
@@ -52,7 +53,8 @@ std::optional<End> FindEnd(const RandomAccessBytes& bytes)
                        .directorySize = Get<std::uint32_t>(tail, at + end::directorySize),
                        .directoryStart = Get<std::uint32_t>(tail, at + end::directoryStart),
                        .directoryLimit = tailStart + at,
-                       .comment = tail.substr(at + endSize, commentLength)};
+                       .comment = tail.substr(at + endSize, commentLength),
+                       .trailer = tail.substr(at + endSize + commentLength)};
         }
     }
     return std::nullopt;
@@ -109,6 +111,11 @@ void ReadExtra64(std::string_view extra, ZipEntry& entry)
 
 }  // namespace
 
+bool HasZipEnd(const RandomAccessBytes& bytes)
+{
+    return FindEnd(bytes).has_value();
+}
+
 ZipDirectory::ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits) : fileSize_(bytes.Size())
 {
     auto found = FindEnd(bytes);
@@ -126,6 +133,7 @@ ZipDirectory::ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits)
         throw Damage({}, "the zip directory is cut");
     shift_ = start_ - found->directoryStart;
     comment_ = std::move(found->comment);
+    trailer_ = std::move(found->trailer);
     records_ = ReadString(bytes, start_, found->directorySize);
     ReadRecords(found->count);
 }

@@ -30,6 +30,9 @@ struct ZipEntry {
 constexpr std::uint16_t zipStored = 0;
 constexpr std::uint16_t zipDeflated = 8;
 
+/// True when the bytes end as a zip file does, whatever they begin with.
+bool HasZipEnd(const RandomAccessBytes& bytes);
+
 /// The central directory of a zip file (PKWARE APPNOTE 4.3): where every entry lies, and the record of each as it
 /// stands in the file, because a save hands on what it does not change.
 ///
@@ -45,6 +48,7 @@ public:
     std::uint64_t Start() const { return start_; }         ///< Offset of the central directory in the file.
     std::uint64_t Shift() const { return shift_; }  ///< What stored offsets lack against the file's (bytes in front).
     std::string_view Comment() const { return comment_; }  ///< The archive comment.
+    std::string_view Trailer() const { return trailer_; }  ///< Bytes behind the archive, as padding to whole blocks.
 
     /// Offset of an entry's packed bytes. Reads its local header; raises -2147023504 when it is not one.
     static std::uint64_t DataOffset(const RandomAccessBytes& bytes, const ZipEntry& entry);
@@ -57,6 +61,7 @@ private:
 
     std::string records_;
     std::string comment_;
+    std::string trailer_;
     std::vector<ZipEntry> entries_;
     std::uint64_t start_ = 0;
     std::uint64_t shift_ = 0;

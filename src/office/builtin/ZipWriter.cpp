@@ -251,6 +251,7 @@ private:
         Append<std::uint32_t>(end, static_cast<std::uint32_t>(std::min<std::uint64_t>(start, in64)));
         Append<std::uint16_t>(end, static_cast<std::uint16_t>(directory_.Comment().size()));
         end += directory_.Comment();
+        end += directory_.Trailer();
         Put(end);
     }
 
