@@ -1,0 +1,249 @@
+#include "platform/ReplacementFile.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "FileSizeLimit.h"
+#include "platform/Failure.h"
+#include "support/OrdinaryUser.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessarine
+{
+namespace
+{
+
+std::span<const std::byte> Bytes(std::string_view text)
+{
+    return std::as_bytes(std::span(text));
+}
+
+void Replace(StringView path, std::string_view text)
+{
+    ReplacementFile file(path);
+    file.Write(Bytes(text));
+    file.Commit();
+}
+
+template <class Body>
+std::int32_t NumberOf(Body body)
+{
+    try {
+        body();
+    } catch (const Failure& failure) {
+        return failure.number;
+    }
+    return 0;
+}
+
+std::ptrdiff_t FilesIn(const TemporaryFolder& folder)
+{
+    return std::distance(std::filesystem::directory_iterator(ToUtf8(folder.Path())), {});
+}
+
+struct stat StatusOf(StringView path)
+{
+    struct stat status = {};
+    stat(ToUtf8(path).c_str(), &status);
+    return status;
+}
+
+TEST(ReplacementFile, TakesThePlaceOfTheOldFileOnlyWhenCommitted)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    ReplacementFile file(path);
+
+    file.Write(Bytes("ne"));
+    file.Write(Bytes("w"));
+    EXPECT_EQ(ContentOf(path), "old");
+    EXPECT_EQ(file.Position(), 3u);
+    file.Commit();
+
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_EQ(FilesIn(folder), 1);
+}
+
+TEST(ReplacementFile, LeavesNothingBehindWhenItIsNotCommitted)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+
+    {
+        ReplacementFile file(path);
+        file.Write(Bytes(std::string(200000, 'n')));
+    }
+
+    EXPECT_EQ(ContentOf(path), "old");
+    EXPECT_EQ(FilesIn(folder), 1);
+}
+
+TEST(ReplacementFile, CopiesRangesOfFilesAndMemoryBetweenWrites)
+{
+    const TemporaryFolder folder;
+    std::string large(300000, '\0');
+    for (std::size_t i = 0; i < large.size(); ++i)
+        large[i] = static_cast<char>(i * 31 % 251);
+    const RandomAccessFile source(folder.Write(u"source", large));
+    const auto memory = BytesInMemory(Bytes(large));
+    const String path = folder.Write(u"file", "old");
+    ReplacementFile file(path);
+
+    file.Write(Bytes("a"));
+    file.CopyFrom(source, 1000, 200000);
+    file.Write(Bytes("b"));
+    file.CopyFrom(source, 5, 7);
+    file.CopyFrom(*memory, 3, 100000);
+    file.CopyFrom(source, 300000, 0);
+    EXPECT_EQ(file.Position(), 300009u);
+    file.Commit();
+
+    EXPECT_TRUE(ContentOf(path) ==
+                "a" + large.substr(1000, 200000) + "b" + large.substr(5, 7) + large.substr(3, 100000));
+}
+
+TEST(ReplacementFile, FailsWhenTheSourceEndsEarly)
+{
+    const TemporaryFolder folder;
+    const RandomAccessFile source(folder.Write(u"source", "short"));
+    const String path = folder.Write(u"file", "old");
+
+    EXPECT_EQ(NumberOf([&] {
+                  ReplacementFile file(path);
+                  file.CopyFrom(source, 0, 100000);
+                  file.Commit();
+              }),
+              FailureNumber::FileCorrupt);
+
+    EXPECT_EQ(ContentOf(path), "old");
+    EXPECT_EQ(FilesIn(folder), 2);
+}
+
+TEST(ReplacementFile, KeepsModeAndOwner)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    if (geteuid() == 0) {
+        ASSERT_EQ(chown(ToUtf8(path).c_str(), 12345, 23456), 0);
+    }
+    SetMode(path, 04750);
+    const struct stat before = StatusOf(path);
+
+    Replace(path, "new");
+
+    EXPECT_EQ(StatusOf(path).st_mode, before.st_mode);
+    EXPECT_EQ(StatusOf(path).st_uid, before.st_uid);
+    EXPECT_EQ(StatusOf(path).st_gid, before.st_gid);
+}
+
+TEST(ReplacementFile, FollowsChainsOfLinks)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"deep/file", "old");
+    std::filesystem::create_symlink("deep/file", ToUtf8(folder.PathOf(u"one")));
+    std::filesystem::create_symlink("one", ToUtf8(folder.PathOf(u"two")));
+
+    Replace(folder.PathOf(u"two"), "new");
+
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(ToUtf8(folder.PathOf(u"one"))));
+    EXPECT_TRUE(std::filesystem::is_symlink(ToUtf8(folder.PathOf(u"two"))));
+}
+
+TEST(ReplacementFile, ReplacesAFileNamedWithoutItsFolder)
+{
+    const TemporaryFolder folder;
+    folder.Write(u"file", "old");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(ToUtf8(folder.Path()));
+
+    Replace(u"file", "new");
+
+    std::filesystem::current_path(before);
+    EXPECT_EQ(ContentOf(folder.PathOf(u"file")), "new");
+}
+
+TEST(ReplacementFile, NeedsAnOldFile)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("nowhere", ToUtf8(folder.PathOf(u"dangling")));
+
+    EXPECT_EQ(NumberOf([&] { ReplacementFile file(folder.PathOf(u"none")); }), FailureNumber::SystemFileNotFound);
+    EXPECT_EQ(NumberOf([&] { ReplacementFile file(folder.PathOf(u"none/file")); }), FailureNumber::SystemPathNotFound);
+    EXPECT_EQ(NumberOf([&] { ReplacementFile file(folder.PathOf(u"dangling")); }), FailureNumber::SystemFileNotFound);
+}
+
+TEST(ReplacementFile, ReportsAFullDiskAndKeepsTheOldFile)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    const FileSizeLimit full(100);
+
+    EXPECT_EQ(NumberOf([&] { Replace(path, std::string(101, 'n')); }), FailureNumber::SystemDiskFull);
+
+    EXPECT_EQ(ContentOf(path), "old");
+    EXPECT_EQ(FilesIn(folder), 1);
+}
+
+TEST(ReplacementFile, RespectsAReadOnlyFileAndFolder)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    SetMode(folder.Path(), 0777);
+    SetMode(path, 0444);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(NumberOf([&] { ReplacementFile file(path); }), FailureNumber::AccessDenied);
+        EXPECT_EQ(NumberOf([&] { TouchFile(path); }), FailureNumber::AccessDenied);
+    }
+    SetMode(folder.Path(), 0555);
+    SetMode(path, 0666);
+    const OrdinaryUser user;
+
+    EXPECT_EQ(NumberOf([&] { ReplacementFile file(path); }), FailureNumber::AccessDenied);
+    EXPECT_EQ(ContentOf(path), "old");
+}
+
+TEST(TouchFile, MovesTheModificationTimeAlone)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    const timespec times[2] = {{1000, 5}, {1000, 5}};
+    utimensat(AT_FDCWD, ToUtf8(path).c_str(), times, 0);
+
+    TouchFile(path);
+
+    EXPECT_GT(StatusOf(path).st_mtim.tv_sec, 1000);
+    EXPECT_EQ(StatusOf(path).st_atim.tv_sec, 1000);
+    EXPECT_EQ(StatusOf(path).st_atim.tv_nsec, 5);
+    EXPECT_EQ(ContentOf(path), "old");
+}
+
+TEST(TouchFile, WorksOnAFileOfAnotherOwnerThatMayBeWritten)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    SetMode(folder.Path(), 0755);
+    SetMode(path, 0666);
+    const timespec times[2] = {{1000, 0}, {1000, 0}};
+    utimensat(AT_FDCWD, ToUtf8(path).c_str(), times, 0);
+    const OrdinaryUser user;
+
+    TouchFile(path);
+
+    EXPECT_GT(StatusOf(path).st_mtim.tv_sec, 1000);
+}
+
+TEST(TouchFile, OfAnAbsentFileFails)
+{
+    const TemporaryFolder folder;
+
+    EXPECT_EQ(NumberOf([&] { TouchFile(folder.PathOf(u"none")); }), FailureNumber::SystemFileNotFound);
+}
+
+}  // namespace
+}  // namespace tessarine
