@@ -1,0 +1,312 @@
+#include <optional>
+#include <span>
+
+#include "DeckOnDisk.h"
+#include "office/builtin/Objects.h"
+#include "office/builtin/PresentationFile.h"
+#include "platform/ReplacementFile.h"
+#include "support/Fixtures.h"
+
+namespace tessarine::test
+{
+namespace
+{
+
+constexpr std::int32_t corrupt = FailureNumber::FileCorrupt;
+const std::string slide1 = "ppt/slides/slide1.xml";
+
+std::shared_ptr<powerpoint::Presentation> OpenBytes(const std::string& bytes,
+                                                    const builtin::Limits& limits = builtin::Limits::Default())
+{
+    auto memory = BytesInMemory(std::as_bytes(std::span(bytes)));
+    return builtin::MakePresentation(std::make_shared<builtin::PresentationFile>(std::move(memory), limits), u"");
+}
+
+Raised Walked(const std::string& bytes, const builtin::Limits& limits = builtin::Limits::Default())
+{
+    return RaisedBy([&] { WalkEverything(*OpenBytes(bytes, limits)); });
+}
+
+Deck SmallDeck()
+{
+    return Deck().Slide(Title(u"Fabrikam"));
+}
+
+// --- Forms of zip files that are read ------------------------------------------------------------------------------
+
+TEST(ZipContainer, OpensEveryReadableFixture)
+{
+    for (const auto& [name, deck] : fixtures::ReadableDecks()) {
+        if (name == "ModifyPassword")
+            continue;
+
+        EXPECT_THAT(Walked(deck.Bytes()), FailsWith(0, "")) << name;
+    }
+}
+
+TEST(ZipContainer, OpensAPackageBehindOtherBytesWhoseOffsetsDontCountThem)
+{
+    const DeckOnDisk deck("#!/bin/sh\nexit 0\n" + SmallDeck().Bytes());
+
+    deck.Change([](auto& presentation) { ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso"); });
+
+    EXPECT_TRUE(deck.Bytes().starts_with("#!/bin/sh\nexit 0\n"));
+    EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
+}
+
+TEST(ZipContainer, OpensAPackageBehindOtherBytesWhoseOffsetsCountThem)
+{
+    const DeckOnDisk deck(fixtures::PrefixedPackage());
+
+    deck.Change([](auto& presentation) { ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso"); });
+
+    EXPECT_TRUE(deck.Bytes().starts_with("MZ bytes in front of the package"));
+    EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
+}
+
+TEST(ZipContainer, KeepsACommentThatLooksLikeAnEndRecord)
+{
+    const std::string comment = "PK\x05\x06 is how an end record begins";
+    const DeckOnDisk deck(SmallDeck().Comment(comment));
+
+    deck.Change([](auto& presentation) { ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso"); });
+
+    EXPECT_TRUE(deck.Bytes().ends_with(comment));
+    const auto presentation = deck.Open();
+    EXPECT_TRUE(ShapeOf(*presentation, 1, 1)->TextFrame()->TextRange()->Find(u"Contoso", 0, 0, 0));
+}
+
+TEST(ZipContainer, KeepsBytesBehindTheEndRecord)
+{
+    const std::string trailer(100, '\0');
+    const DeckOnDisk deck(SmallDeck().Bytes() + trailer);
+
+    deck.Change([](auto& presentation) { ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso"); });
+
+    const std::string bytes = deck.Bytes();
+    ASSERT_TRUE(bytes.ends_with(trailer));
+    EXPECT_EQ(TextOf(PackageReader(bytes.substr(0, bytes.size() - trailer.size())), 1, 1), u"Contoso");
+}
+
+TEST(ZipContainer, OpensAPackageWithTheLongestComment)
+{
+    EXPECT_THAT(Walked(SmallDeck().Comment(std::string(0xFFFF, 'c')).Bytes()), FailsWith(0, ""));
+}
+
+TEST(ZipContainer, TakesTheLastOfTwoEntriesWithOneName)
+{
+    const DeckOnDisk deck(fixtures::DuplicateSlide());
+
+    deck.Change([](auto& presentation) { ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso"); });
+
+    EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
+    EXPECT_EQ(deck.Package().Entries().size(), PackageReader(fixtures::DuplicateSlide()).Entries().size());
+}
+
+// --- Lies and damage ----------------------------------------------------------------------------------------------
+
+struct Lie {
+    const char* name;
+    std::size_t field;  ///< Offset in the central record.
+    std::size_t size;
+    std::int64_t by;
+    const char* text;
+};
+
+void PrintTo(const Lie& lie, std::ostream* out)
+{
+    *out << lie.name;
+}
+
+class LyingDirectory : public testing::TestWithParam<Lie>
+{
+};
+
+TEST_P(LyingDirectory, IsAFailureThatNamesTheEntry)
+{
+    std::string bytes = SmallDeck().Bytes();
+    const std::size_t at = PlaceOf(bytes, slide1).record + GetParam().field;
+    const auto value = static_cast<std::int64_t>(IntegerAt(bytes, at, GetParam().size)) + GetParam().by;
+    PutInteger(bytes, at, GetParam().size, static_cast<std::uint64_t>(value));
+
+    EXPECT_THAT(Walked(bytes), FailsWith(corrupt, GetParam().text));
+    EXPECT_THAT(Walked(bytes), FailsWith(corrupt, slide1));
+}
+
+INSTANTIATE_TEST_SUITE_P(Fields, LyingDirectory,
+                         testing::Values(Lie{"Checksum", 16, 4, 1, "its checksum is wrong"},
+                                         Lie{"PackedTooShort", 20, 4, -20, "its packed data is not valid"},
+                                         Lie{"PackedBeyondTheFile", 20, 4, 1 << 24, "it lies outside of the file"},
+                                         Lie{"SizeTooSmall", 24, 4, -1, "its packed data is not valid"},
+                                         Lie{"SizeTooLarge", 24, 4, 1, "its packed data is not valid"},
+                                         Lie{"SizeBeyondTheLimit", 24, 4, 1 << 30, "more than a part may"},
+                                         Lie{"NoHeaderThere", 42, 4, 1, "its local header is missing"},
+                                         Lie{"OffsetBeyondTheFile", 42, 4, 1 << 24, "it lies outside of the file"}),
+                         [](const auto& tested) { return tested.param.name; });
+
+TEST(ZipContainer, RefusesAStoredEntryWhoseSizesDiffer)
+{
+    std::string bytes = SmallDeck().Store(slide1).Bytes();
+    const std::size_t at = PlaceOf(bytes, slide1).record + 24;
+    PutInteger(bytes, at, 4, IntegerAt(bytes, at, 4) - 1);
+
+    EXPECT_THAT(Walked(bytes), FailsWith(corrupt, slide1));
+}
+
+TEST(ZipContainer, RefusesToSaveWhatOverlaps)
+{
+    std::string bytes = SmallDeck().Bytes();
+    const EntryPlace slide = PlaceOf(bytes, slide1);
+    const EntryPlace theme = PlaceOf(bytes, "ppt/theme/theme1.xml");
+    PutInteger(bytes, theme.record + 42, 4, slide.localHeader);
+    const DeckOnDisk deck(bytes);
+    const auto presentation = deck.Open();
+    ReplaceInShape(*presentation, 1, 1, u"Fabrikam", u"Contoso");
+
+    EXPECT_THAT(RaisedBy([&] { presentation->Save(); }), FailsWith(corrupt, "it overlaps another entry"));
+
+    EXPECT_EQ(deck.Bytes(), bytes);
+}
+
+TEST(ZipContainer, EveryTruncationIsAFailure)
+{
+    const std::string bytes = SmallDeck().Bytes();
+
+    for (std::size_t length = 0; length < bytes.size(); ++length)
+        ASSERT_THAT(Walked(bytes.substr(0, length)), FailsWith(corrupt, "")) << "length " << length;
+}
+
+/// Offsets of all bytes that are not packed data: headers, names, directory, end record.
+std::vector<std::size_t> HeaderBytes(const std::string& bytes)
+{
+    std::vector<std::size_t> offsets;
+    std::size_t directory = bytes.size();
+    for (const EntryPlace& place : PlacesOf(bytes)) {
+        directory = std::min(directory, place.record);
+        const std::size_t size =
+            30 + IntegerAt(bytes, place.localHeader + 26, 2) + IntegerAt(bytes, place.localHeader + 28, 2);
+        for (std::size_t at = place.localHeader; at < place.localHeader + size; ++at)
+            offsets.push_back(at);
+    }
+    for (std::size_t at = directory; at < bytes.size(); ++at)
+        offsets.push_back(at);
+    return offsets;
+}
+
+/// Opens and walks the bytes and writes an edited copy, without replacing anything. Whatever is no Failure passes
+/// through.
+void OpenWalkAndWrite(const std::string& bytes, const TemporaryFolder& folder)
+{
+    RaisedBy([&] {
+        auto memory = BytesInMemory(std::as_bytes(std::span(bytes)));
+        const auto file = std::make_shared<builtin::PresentationFile>(std::move(memory), builtin::Limits::Small());
+        WalkEverything(*builtin::MakePresentation(file, u""));
+        const auto source = BytesInMemory(std::as_bytes(std::span(bytes)));
+        const builtin::ZipDirectory directory(*source, builtin::Limits::Small());
+        builtin::ZipChanges changes;
+        for (std::size_t i = 0; i < directory.Entries().size(); i += 2)
+            changes.replaced[i] = "changed";
+        ReplacementFile target(folder.PathOf(u"target"));
+        builtin::WriteZip(*source, directory, changes, target);
+    });
+}
+
+TEST(ZipContainer, EveryFlippedHeaderByteOpensOrIsAFailure)
+{
+    const TemporaryFolder folder;
+    folder.Write(u"target", "old");
+    for (const std::string& original :
+         {SmallDeck().Bytes(), SmallDeck().DataDescriptor().Zip64().Comment("comment").Bytes()})
+        for (const std::size_t at : HeaderBytes(original))
+            for (const char mask : {'\x01', '\x80', '\xFF'}) {
+                std::string bytes = original;
+                bytes[at] = static_cast<char>(bytes[at] ^ mask);
+
+                EXPECT_NO_THROW(OpenWalkAndWrite(bytes, folder)) << "byte " << at;
+            }
+    EXPECT_EQ(ContentOf(folder.PathOf(u"target")), "old");
+}
+
+// --- Limits --------------------------------------------------------------------------------------------------------
+
+TEST(Limits, APartMayBeAsLargeAsTheLimitAndNoLarger)
+{
+    const Deck deck = SmallDeck();
+    std::uint64_t largest = 0;
+    const PackageReader package(deck);
+    for (const PackageEntry& entry : package.Entries())
+        largest = std::max<std::uint64_t>(largest, entry.bytes.size());
+    builtin::Limits limits;
+
+    limits.partBytes = largest;
+    EXPECT_THAT(Walked(deck.Bytes(), limits), FailsWith(0, ""));
+    limits.partBytes = largest + 1;
+    EXPECT_THAT(Walked(deck.Bytes(), limits), FailsWith(0, ""));
+    limits.partBytes = largest - 1;
+    EXPECT_THAT(Walked(deck.Bytes(), limits), FailsWith(corrupt, "more than a part may"));
+}
+
+TEST(Limits, TheDirectoryMayBeAsLargeAsTheLimitAndNoLarger)
+{
+    const std::string bytes = SmallDeck().Bytes();
+    const std::size_t size = IntegerAt(bytes, bytes.size() - 22 + 12, 4);
+    builtin::Limits limits;
+
+    limits.directoryBytes = size;
+    EXPECT_THAT(Walked(bytes, limits), FailsWith(0, ""));
+    limits.directoryBytes = size + 1;
+    EXPECT_THAT(Walked(bytes, limits), FailsWith(0, ""));
+    limits.directoryBytes = size - 1;
+    EXPECT_THAT(Walked(bytes, limits), FailsWith(corrupt, "the zip directory is too large"));
+}
+
+TEST(Limits, AllPartsTogetherMayBeAsLargeAsTheLimitAndNoLarger)
+{
+    const std::string bytes = SmallDeck().Bytes();
+    const auto read = [&](std::uint64_t limit) {
+        builtin::Limits limits;
+        limits.packageXmlBytes = limit;
+        const builtin::Package package(BytesInMemory(std::as_bytes(std::span(bytes))), limits);
+        return RaisedBy([&] {
+            for (std::size_t i = 0; i < PlacesOf(bytes).size(); ++i)
+                package.Read(i);
+        });
+    };
+    std::uint64_t total = 0;
+    const PackageReader reader(bytes);
+    for (const PackageEntry& entry : reader.Entries())
+        total += entry.bytes.size();
+
+    EXPECT_THAT(read(total), FailsWith(0, ""));
+    EXPECT_THAT(read(total + 1), FailsWith(0, ""));
+    EXPECT_THAT(read(total - 1), FailsWith(corrupt, "more memory than they may"));
+}
+
+TEST(Limits, GroupsMayNestAsDeepAsTheLimitAndNoDeeper)
+{
+    const auto walk = [](std::uint32_t depth) {
+        Shape shape = TextBox(Paragraph(TextRun(u"x").Click(LinkTo(u"http://fabrikam.com"))));
+        for (std::uint32_t i = 0; i < depth; ++i)
+            shape = GroupOf({shape});
+        builtin::Limits limits;
+        limits.nesting = 16;
+        return Walked(Deck().Slide(shape).Bytes(), limits);
+    };
+
+    EXPECT_THAT(walk(15), FailsWith(0, ""));
+    EXPECT_THAT(walk(16), FailsWith(0, ""));
+    EXPECT_THAT(walk(17), FailsWith(corrupt, "groups are nested too deeply"));
+}
+
+TEST(Limits, ASmallFileThatUnpacksToFarMoreThanALimitIsRefusedBeforeItIsUnpacked)
+{
+    Deck deck = SmallDeck().Entry(slide1, std::string((std::size_t{64} << 20) + 1, ' '));
+
+    const std::string bytes = deck.Bytes();
+
+    ASSERT_LT(bytes.size(), std::size_t{1} << 20);
+    EXPECT_THAT(Walked(bytes), FailsWith(corrupt, "more than a part may"));
+}
+
+}  // namespace
+}  // namespace tessarine::test
