@@ -65,6 +65,10 @@ class Collection
 public:
     virtual ~Collection() = default;
     virtual std::unique_ptr<Enumerator<Element>> NewEnum() = 0;
+
+    /// A hint, no member of the object model: false only when none of the elements' text ranges can hold the text, whatever the case, so
+    /// that a walk in search of it may be left out. What stands behind the surface and can't tell says true.
+    virtual bool MayHoldText(const String& /*text*/) { return true; }
 };
 
 class TextRange

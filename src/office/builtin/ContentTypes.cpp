@@ -12,6 +12,8 @@ namespace tessarine::builtin
 namespace
 {
 
+constexpr std::string_view contentTypesName = "[Content_Types].xml";
+
 std::string PlainType(std::string_view type)
 {
     type = type.substr(0, type.find(';'));
@@ -22,27 +24,23 @@ std::string PlainType(std::string_view type)
 
 }  // namespace
 
-ContentTypes::ContentTypes(std::string bytes, const Limits& limits) : bytes_(std::move(bytes))
+std::string ContentTypes::TypeOf(std::string_view partName) const
 {
-    const XmlDocument document(bytes_, "[Content_Types].xml", limits);
+    const PartNameEqual equal;
+    const std::size_t dot = partName.rfind('.');
+    const std::string_view extension = dot == std::string_view::npos ? std::string_view() : partName.substr(dot + 1);
+    const XmlDocument document(bytes_, contentTypesName, limits_);
+    std::string_view byExtension;
     for (const Node element : document.Root().ChildElements()) {
-        if (document.Is(element, Ns::ContentTypes, "Override"))
-            overrides_[ComparableName(document.Attribute(element, "PartName"))] = {
-                PlainType(document.Attribute(element, "ContentType")), document.OffsetOf(element)};
-        else if (document.Is(element, Ns::ContentTypes, "Default"))
-            defaults_[ComparableName(document.Attribute(element, "Extension"))] =
-                PlainType(document.Attribute(element, "ContentType"));
+        const bool isOverride = element.Name().ends_with("Override");
+        if (isOverride && equal(document.Attribute(element, "PartName"), partName) &&
+            document.Is(element, Ns::ContentTypes, "Override"))
+            return PlainType(document.Attribute(element, "ContentType"));
+        if (!isOverride && equal(document.Attribute(element, "Extension"), extension) &&
+            document.Is(element, Ns::ContentTypes, "Default"))
+            byExtension = document.Attribute(element, "ContentType");
     }
-}
-
-std::string_view ContentTypes::TypeOf(std::string_view partName) const
-{
-    const std::string name = ComparableName(partName);
-    if (const auto found = overrides_.find(name); found != overrides_.end())
-        return found->second.type;
-    const std::size_t dot = name.rfind('.');
-    const auto found = dot == std::string::npos ? defaults_.end() : defaults_.find(name.substr(dot + 1));
-    return found == defaults_.end() ? std::string_view() : std::string_view(found->second);
+    return PlainType(byExtension);
 }
 
 void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
@@ -55,11 +53,12 @@ void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
 
 void ContentTypes::RemoveOverride(std::string_view partName)
 {
-    const auto found = overrides_.find(ComparableName(partName));
-    if (found == overrides_.end())
-        return;
-    edits_.push_back({found->second.offset, ScanElement(bytes_, found->second.offset).end, {}});
-    overrides_.erase(found);
+    const PartNameEqual equal;
+    const XmlDocument document(bytes_, contentTypesName, limits_);
+    for (const Node element : document.Root().ChildElements())
+        if (document.Is(element, Ns::ContentTypes, "Override") &&
+            equal(document.Attribute(element, "PartName"), partName))
+            edits_.push_back({document.OffsetOf(element), ScanElement(bytes_, document.OffsetOf(element)).end, {}});
 }
 
 }  // namespace tessarine::builtin

@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "office/builtin/Limits.h"
@@ -11,17 +10,17 @@
 namespace tessarine::builtin
 {
 
-/// "[Content_Types].xml" (ECMA-376 part 2, 10.1.2): what kind of content each part holds.
+/// "[Content_Types].xml" (ECMA-376 part 2, 10.1.2): what kind of content each part holds. Looked up in the bytes each
+/// time: a file is asked for one part's type, its main part's.
 class ContentTypes
 {
 public:
-    ContentTypes() = default;
-
-    /// Parses the part (UTF-8). Raises -2147023504.
-    ContentTypes(std::string bytes, const Limits& limits);
+    /// `bytes` is the part as UTF-8.
+    ContentTypes(std::string bytes, const Limits& limits) : bytes_(std::move(bytes)), limits_(limits) {}
 
     /// The type of a part, in lower case, without parameters: its override, else the default of its extension, else "".
-    std::string_view TypeOf(std::string_view partName) const;
+    /// Raises -2147023504 when the part is damaged.
+    std::string TypeOf(std::string_view partName) const;
 
     void AddOverride(std::string_view partName, std::string_view type);
     void RemoveOverride(std::string_view partName);
@@ -30,14 +29,8 @@ public:
     std::string Bytes() const { return ApplyEdits(bytes_, edits_); }
 
 private:
-    struct Entry {
-        std::string type;
-        std::size_t offset = 0;
-    };
-
     std::string bytes_;
-    std::unordered_map<std::string, Entry> overrides_;       // by comparable part name
-    std::unordered_map<std::string, std::string> defaults_;  // by extension in lower case
+    Limits limits_;
     std::vector<ByteEdit> edits_;
 };
 

@@ -61,6 +61,8 @@ class ShapesObject final : public ListObject<powerpoint::Shape>
 public:
     ShapesObject(FileReference file, ShapeTreePart* part) : file_(std::move(file)), part_(part) {}
 
+    bool MayHoldText(const String& text) override { return part_ != nullptr && part_->MayHold(file_->Sought(text)); }
+
 protected:
     std::vector<std::shared_ptr<powerpoint::Shape>> MakeElements() override
     {

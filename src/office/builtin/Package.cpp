@@ -109,10 +109,14 @@ std::string Package::ReadXml(Entry entry) const
     return bytes;
 }
 
-std::string& Package::ReadXmlOnce(Entry entry)
+const std::string& Package::ReadXmlOnce(Entry entry)
 {
-    ReadInto(once_, entry);
-    Decode(once_, NameOf(entry));
+    if (onceEntry_ != entry) {
+        onceEntry_.reset();
+        ReadInto(once_, entry);
+        Decode(once_, NameOf(entry));
+        onceEntry_ = entry;
+    }
     return once_;
 }
 
@@ -120,6 +124,7 @@ void Package::ReplaceXml(Entry entry, std::string_view utf8)
 {
     const XmlEncoding encoding = EncodingOf(Read(entry), NameOf(entry));
     changes_.replaced[entry] = EncodeXml(utf8, encoding);
+    onceEntry_.reset();
 }
 
 void Package::Add(std::string partName, std::string bytes)

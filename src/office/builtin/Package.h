@@ -47,8 +47,8 @@ public:
     /// As Read, decoded to UTF-8 (see XmlEncoding).
     std::string ReadXml(Entry entry) const;
 
-    /// As ReadXml, into memory that the next such call uses again: for a part that is read once and not kept.
-    std::string& ReadXmlOnce(Entry entry);
+    /// As ReadXml, into memory that the next such call for another part uses again: for a part that is not kept.
+    const std::string& ReadXmlOnce(Entry entry);
 
     /// An XML part's new content as UTF-8, put back into the part's encoding.
     void ReplaceXml(Entry entry, std::string_view utf8);
@@ -79,6 +79,7 @@ private:
     mutable std::uint64_t inflated_ = 0;
     mutable std::string packed_;  // memory used again by every read
     std::string once_;
+    std::optional<Entry> onceEntry_;  // what once_ holds
 };
 
 }  // namespace tessarine::builtin

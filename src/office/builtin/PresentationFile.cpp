@@ -46,8 +46,8 @@ PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, con
     const auto main = package_.Follow(std::nullopt, relationship);
     if (!main)
         throw Damage(relationship->target, "it is missing");
-    const std::string_view type = package_.Types().TypeOf(package_.NameOf(*main));
-    if (std::ranges::find(mainTypes, type) == mainTypes.end())
+    const std::string type = package_.Types().TypeOf(package_.NameOf(*main));
+    if (std::ranges::find(mainTypes, std::string_view(type)) == mainTypes.end())
         throw NotAPresentation(std::string(noPresentation) + " (its main part is of type \"" + std::string(type) +
                                "\")");
     ReadMainPart(*main);
@@ -184,6 +184,13 @@ const TextPattern& PresentationFile::Pattern(const String& findWhat, bool matchC
     if (!pattern_ || !pattern_->IsFor(findWhat, matchCase, wholeWords))
         pattern_.emplace(findWhat, matchCase, wholeWords);
     return *pattern_;
+}
+
+const SoughtText& PresentationFile::Sought(const String& text)
+{
+    if (!sought_ || sought_->text != text)
+        sought_.emplace(text);
+    return *sought_;
 }
 
 void PresentationFile::Save(StringView path)

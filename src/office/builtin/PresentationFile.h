@@ -45,6 +45,8 @@ public:
     /// The search text prepared; the last one is kept, as a run looks for one text all through a file.
     const TextPattern& Pattern(const String& findWhat, bool matchCase, bool wholeWords);
 
+    const SoughtText& Sought(const String& text);  ///< Likewise.
+
     /// Replaces the file by one with the edits, all or nothing; without edits only its modification time moves. An
     /// edited package loses its digital signatures, which would not be valid any more; the error log says so.
     void Save(StringView path);
@@ -66,6 +68,7 @@ private:
     std::optional<BuiltInProperties> builtIn_;
     std::optional<CustomPropertyPart> custom_;
     std::optional<TextPattern> pattern_;
+    std::optional<SoughtText> sought_;
 };
 
 }  // namespace tessarine::builtin

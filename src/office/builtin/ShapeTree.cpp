@@ -52,7 +52,7 @@ public:
     {
     }
 
-    ShapeTree Read(bool withLinks)
+    ShapeTree Read()
     {
         const Node root = document_.Root();
         const Node shapes = document_.Child(document_.Child(root, Presentation, "cSld"), Presentation, "spTree");
@@ -63,7 +63,7 @@ public:
             if (const auto id = document_.Attribute(layout, DocumentRelationships, "id"))
                 tree_.layoutIds.emplace_back(*id);
         ReadShapes(shapes, 0);
-        if (withLinks)
+        if (document_.HasNameBeginning("hlink"))
             tree_.links = ReadLinks(document_, shapes, part_, limits_);
         return std::move(tree_);
     }
@@ -121,9 +121,9 @@ private:
 
 }  // namespace
 
-ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits, bool withLinks)
+ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits)
 {
-    return Reader(document, part, limits).Read(withLinks);
+    return Reader(document, part, limits).Read();
 }
 
 }  // namespace tessarine::builtin

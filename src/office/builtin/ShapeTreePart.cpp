@@ -30,16 +30,6 @@ bool IsHyperlink(const LinkRecord& link)
            action.starts_with("ppaction://hlinksldjump");
 }
 
-/// Every link element has "hlink" in its name, so that a part without it need not be walked for links. Looked for by
-/// its rarest letter.
-bool HoldsLinks(std::string_view xml)
-{
-    for (std::size_t at = xml.find('k'); at != std::string_view::npos; at = xml.find('k', at + 1))
-        if (xml.substr(0, at).ends_with("hlin"))
-            return true;
-    return false;
-}
-
 std::size_t Occurrences(std::string_view text, std::string_view what)
 {
     std::size_t count = 0;
@@ -84,18 +74,29 @@ ShapeTree& ShapeTreePart::Tree()
 
 void ShapeTreePart::ReadTree()
 {
-    std::string& bytes = package_.ReadXmlOnce(entry_);
+    const std::string& bytes = package_.ReadXmlOnce(entry_);
     const std::string name = package_.NameOf(entry_);
-    const bool withLinks = HoldsLinks(bytes);
     const XmlDocument document(bytes, name, package_.limits());
-    tree_ = ReadShapeTree(document, name, package_.limits(), withLinks);
+    tree_ = ReadShapeTree(document, name, package_.limits());
     for (const std::size_t removed : removedLinks_)
         tree_->links.insert(tree_->links.begin() + static_cast<std::ptrdiff_t>(std::min(removed, tree_->links.size())),
                             LinkRecord());
 }
 
+bool ShapeTreePart::MayHold(const SoughtText& sought)
+{
+    if (isEdited_)
+        return true;
+    if (!isGathered_) {
+        isGathered_ = true;
+        partText_ = PartText::Gather(package_.ReadXmlOnce(entry_));
+    }
+    return !partText_ || partText_->MayHold(sought);
+}
+
 const std::string& ShapeTreePart::Text()
 {
+    isEdited_ = true;  // nothing but an edit asks for it
     if (text_.empty())
         text_ = package_.ReadXml(entry_);
     return text_;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "office/builtin/Package.h"
+#include "office/builtin/PartText.h"
 #include "office/builtin/ShapeTree.h"
 #include "office/builtin/XmlEdits.h"
 
@@ -25,6 +26,9 @@ public:
 
     const std::vector<ShapeRecord>& Shapes() { return Tree().shapes; }
     const ShapeTree& Read() { return Tree(); }
+
+    /// False only when no shape's text holds what is sought, whatever the case. Much cheaper than reading the shapes.
+    bool MayHold(const SoughtText& sought);
     TextBody& Body(std::int32_t index) { return Tree().bodies[static_cast<std::size_t>(index)]; }
 
     /// Replaces text of a shape, and of its twin in the other branch of alternate content. Returns the units put in.
@@ -74,6 +78,9 @@ private:
     Package& package_;
     Package::Entry entry_;
     std::optional<ShapeTree> tree_;
+    std::optional<PartText> partText_;  // as the part was opened
+    bool isGathered_ = false;           // partText_ was tried
+    bool isEdited_ = false;
     std::string text_;                               // UTF-8, kept from the first edit on
     std::map<std::size_t, LinkChange> linkChanges_;  // by index
     std::vector<std::size_t> removedLinks_;          // indices of links that are gone from the bytes, ascending

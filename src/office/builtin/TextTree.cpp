@@ -64,6 +64,23 @@ std::string WithoutLinks(std::string properties)
     return properties;
 }
 
+/// True when content is well-formed and reads as the text. Only the end mark of CDATA and the start of an escape can
+/// come about where neither was.
+bool Holds(std::string_view content, StringView text)
+{
+    if (content.find("]]>") == std::string_view::npos && text.find(u"_x00") == StringView::npos)
+        return true;
+    try {
+        const std::vector<ContentUnit> units = ContentUnits(content);
+        for (std::size_t i = 2; i < units.size(); ++i)
+            if (!units[i].inCData && content.substr(units[i - 2].begin, units[i].end - units[i - 2].begin) == "]]>")
+                return false;
+        return std::ranges::equal(units, text, {}, &ContentUnit::unit);
+    } catch (const Failure&) {
+        return false;  // CDATA that ends too early leaves its text as markup
+    }
+}
+
 }  // namespace
 
 TextTree::TextTree(std::string_view xml, std::size_t body)
@@ -337,19 +354,22 @@ void TextTree::Insert(Place at, StringView with)
         }
     }
 
-    const std::size_t first = with.find_first_of(u"\r\v");
-    ReplaceUnits(paragraphs_[at.paragraph].pieces[at.piece], at.offset, 0, with.substr(0, first));
+    const Place first = at;
+    const std::size_t firstBreak = with.find_first_of(u"\r\v");
+    ReplaceUnits(paragraphs_[at.paragraph].pieces[at.piece], at.offset, 0, with.substr(0, firstBreak));
     std::size_t next = at.piece + 1;  // where the following piece goes
     const auto put = [&](Piece piece) {
         auto& pieces = paragraphs_[at.paragraph].pieces;
         pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(next), std::move(piece));
         ++next;
     };
-    for (std::size_t i = first; i < with.size();) {
+    for (std::size_t i = firstBreak; i < with.size();) {
         if (with[i] == lineBreak) {
             put(MakeBreak(properties));
         } else {
             next = SplitParagraph(at.paragraph, next);
+            if (at.paragraph != first.paragraph)
+                KeepHeight(paragraphs_[at.paragraph], properties);
             ++at.paragraph;
         }
         const std::size_t end = std::min(with.find_first_of(u"\r\v", i + 1), with.size());
@@ -357,6 +377,8 @@ void TextTree::Insert(Place at, StringView with)
             put(MakeRun(properties, with.substr(i + 1, end - i - 1)));
         i = end;
     }
+    if (at.paragraph != first.paragraph)
+        KeepHeight(paragraphs_[at.paragraph], properties);
 }
 
 /// Moves the pieces from an index on into a new paragraph with the same properties; gives the index behind these.
@@ -364,8 +386,8 @@ std::size_t TextTree::SplitParagraph(std::size_t paragraph, std::size_t from)
 {
     auto& pieces = paragraphs_[paragraph].pieces;
     Paragraph second;
-    second.open = "<" + prefix_ + "p>";
-    second.close = "</" + prefix_ + "p>";
+    second.open = paragraphs_[paragraph].open;  // which may declare namespaces
+    second.close = paragraphs_[paragraph].close;
     for (const Piece& piece : pieces)
         if (piece.kind == Kind::Properties)
             second.pieces.push_back(piece);
@@ -380,21 +402,24 @@ std::size_t TextTree::SplitParagraph(std::size_t paragraph, std::size_t from)
 /// A run without text goes; as the paragraph's only one it leaves its properties as those of the paragraph's end.
 void TextTree::DropIfEmpty(const Place& anchor)
 {
-    auto& pieces = paragraphs_[anchor.paragraph].pieces;
-    const auto run = pieces.begin() + static_cast<std::ptrdiff_t>(anchor.piece);
+    Paragraph& paragraph = paragraphs_[anchor.paragraph];
+    const auto run = paragraph.pieces.begin() + static_cast<std::ptrdiff_t>(anchor.piece);
     if (run->length > 0)
         return;
-    const bool isOnly = std::ranges::none_of(pieces, [](const Piece& piece) { return piece.length > 0; });
-    const bool hasEnd =
-        std::ranges::any_of(pieces, [](const Piece& piece) { return piece.kind == Kind::EndProperties; });
     const std::string properties = PropertiesOf(*run);
-    if (!isOnly || hasEnd || properties.empty()) {
-        pieces.erase(run);
+    paragraph.pieces.erase(run);
+    KeepHeight(paragraph, properties);
+}
+
+/// A line without text has the height that the properties of its paragraph's end say.
+void TextTree::KeepHeight(Paragraph& paragraph, std::string_view properties)
+{
+    const auto saysHeight = [](const Piece& piece) { return IsText(piece) || piece.kind == Kind::EndProperties; };
+    if (properties.empty() || std::ranges::any_of(paragraph.pieces, saysHeight))
         return;
-    }
-    *run = {.kind = Kind::EndProperties, .bytes = Renamed(WithoutLinks(properties), "endParaRPr")};
-    // Behind white space and anything else that may follow: the end properties are a paragraph's last child.
-    std::rotate(run, run + 1, pieces.end());
+    // Behind white space and anything else: the end properties are a paragraph's last child.
+    paragraph.pieces.push_back(
+        {.kind = Kind::EndProperties, .bytes = Renamed(WithoutLinks(std::string(properties)), "endParaRPr")});
 }
 
 std::size_t TextTree::EndOfText(const Paragraph& paragraph)
@@ -456,7 +481,8 @@ void TextTree::TurnIntoRun(Piece& piece) const
 }
 
 /// Replaces units of a piece's content in its bytes. What stands between the replaced characters (CDATA marks,
-/// comments) stays.
+/// comments) stays, unless the characters that come together mean something else there: then the content is written
+/// anew.
 void TextTree::ReplaceUnits(Piece& piece, std::size_t offset, std::size_t length, StringView with)
 {
     if (length == 0 && with.empty())
@@ -483,6 +509,13 @@ void TextTree::ReplaceUnits(Piece& piece, std::size_t offset, std::size_t length
         copied = std::max(copied, units[i].end);
     }
     result.append(content, copied);
+
+    String wanted;
+    for (const ContentUnit& unit : units)
+        wanted += unit.unit;
+    wanted.replace(offset, length, with);
+    if (!Holds(result, wanted))
+        result = EscapeRunText(wanted);
 
     piece.bytes.replace(piece.contentBegin, content.size(), result);
     piece.contentEnd = piece.contentBegin + result.size();

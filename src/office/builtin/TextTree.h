@@ -90,6 +90,7 @@ private:
     std::size_t SplitParagraph(std::size_t paragraph, std::size_t from);
     void Insert(Place at, StringView with);
     void DropIfEmpty(const Place& anchor);
+    static void KeepHeight(Paragraph& paragraph, std::string_view properties);
     static std::size_t EndOfText(const Paragraph& paragraph);
     void Open(Paragraph& paragraph) const;
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "office/builtin/Damage.h"
+#include "office/builtin/MarkupMarks.h"
 #include "office/builtin/XmlText.h"
 
 namespace tessarine::builtin
@@ -24,14 +25,6 @@ bool IsNameStart(char c)
            static_cast<unsigned char>(c) >= 0x80;
 }
 
-/// Characters that end a run inside a tag: quotes, brackets.
-constexpr auto stopsInTag = [] {
-    std::array<bool, 256> stops{};
-    for (const char c : {'"', '\'', '<', '>'})
-        stops[static_cast<unsigned char>(c)] = true;
-    return stops;
-}();
-
 constexpr auto endsName = [] {
     std::array<bool, 256> ends{};
     for (const char c : {' ', '\t', '\r', '\n', '/', '>', '<', '=', '"', '\''})
@@ -48,7 +41,7 @@ class XmlDocument::Indexer
 {
 public:
     Indexer(std::string_view bytes, std::string_view part, std::size_t mostElements, std::vector<Element>& elements)
-        : bytes_(bytes), part_(part), mostElements_(mostElements), elements_(elements)
+        : bytes_(bytes), part_(part), mostElements_(mostElements), elements_(elements), marks_(bytes)
     {
     }
 
@@ -57,7 +50,7 @@ public:
         constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
         std::size_t at = bytes_.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
         while (true) {
-            const std::size_t tag = std::min(bytes_.find('<', at), bytes_.size());
+            const std::size_t tag = NextTag(at);
             if (parent_ == noParent && !std::ranges::all_of(bytes_.substr(at, tag - at), IsSpace))
                 Fail("there is text outside of the root element", at);
             if (tag == bytes_.size())
@@ -115,28 +108,34 @@ private:
         return at;
     }
 
+    /// The next "<" at or behind an offset, or the end; quotes and brackets in text are passed over.
+    std::size_t NextTag(std::size_t at)
+    {
+        std::size_t mark = marks_.NextFrom(at);
+        while (mark < bytes_.size() && bytes_[mark] != '<')
+            mark = marks_.Next();
+        return mark;
+    }
+
     /// The ">" of a start tag; quotes are skipped, as they may hold one.
-    std::size_t TagEnd(std::size_t at) const
+    std::size_t TagEnd(std::size_t at)
     {
         const std::size_t start = at;
-        while (true) {
-            while (at < bytes_.size() && !stopsInTag[static_cast<unsigned char>(bytes_[at])])
-                ++at;
-            if (at == bytes_.size())
+        for (std::size_t mark = marks_.NextFrom(at);; mark = marks_.Next()) {
+            if (mark == bytes_.size())
                 Fail("a tag does not end", start);
-            const char stop = bytes_[at];
+            const char stop = bytes_[mark];
             if (stop == '>')
-                return at;
+                return mark;
             if (stop == '<')
-                Fail("a tag holds another", at);
-            if (!FollowsEqualsSign(at))
-                Fail("an attribute has no name", at);
-            ++at;
-            while (at < bytes_.size() && bytes_[at] != stop)
-                ++at;
-            if (at == bytes_.size())
+                Fail("a tag holds another", mark);
+            if (!FollowsEqualsSign(mark))
+                Fail("an attribute has no name", mark);
+            std::size_t close = marks_.Next();
+            while (close < bytes_.size() && bytes_[close] != stop)
+                close = marks_.Next();
+            if (close == bytes_.size())
                 Fail("an attribute does not end", start);
-            ++at;
         }
     }
 
@@ -146,6 +145,16 @@ private:
             --at;
         while (IsSpace(bytes_[at]));
         return bytes_[at] == '=';
+    }
+
+    /// Names are short: a loop beats a call.
+    bool IsSame(std::size_t left, std::size_t right, std::size_t length) const
+    {
+        const char* bytes = bytes_.data();
+        for (std::size_t i = 0; i < length; ++i)
+            if (bytes[left + i] != bytes[right + i])
+                return false;
+        return true;
     }
 
     std::size_t OpenElement(std::size_t at)
@@ -172,7 +181,7 @@ private:
             Fail("an end tag has no start tag", at);
         Element& element = elements_[parent_];
         const std::size_t nameLength = element.nameEnd - element.begin - 1;
-        if (bytes_.compare(at + 2, nameLength, bytes_, element.begin + 1, nameLength) != 0)
+        if (bytes_.size() - at - 2 < nameLength || !IsSame(at + 2, element.begin + 1, nameLength))
             Fail("an end tag does not fit its start tag", at);
         std::size_t end = at + 2 + nameLength;
         while (end < bytes_.size() && IsSpace(bytes_[end]))
@@ -190,6 +199,7 @@ private:
     std::string_view part_;
     std::size_t mostElements_;
     std::vector<Element>& elements_;
+    MarkupMarks marks_;
     std::uint32_t parent_ = noParent;
 };
 
@@ -270,6 +280,17 @@ bool XmlDocument::Is(Node node, Ns ns, std::string_view localName) const
     return ResolvePrefix(node, prefix.substr(0, prefix.empty() ? 0 : prefix.size() - 1)) == ns;
 }
 
+bool XmlDocument::HasNameBeginning(std::string_view start) const
+{
+    for (std::uint32_t index = 0; index < elements_.size(); ++index) {
+        const Element& element = elements_[index];
+        const std::size_t length = element.nameEnd - element.begin - 1;
+        if (length >= start.size() && NameOf(index).substr(NameOf(index).find(':') + 1).starts_with(start))
+            return true;
+    }
+    return false;
+}
+
 Node XmlDocument::Child(Node parent, Ns ns, std::string_view localName) const
 {
     for (const Node child : parent.ChildElements())
@@ -346,7 +367,8 @@ Ns XmlDocument::ResolvePrefix(Node node, std::string_view prefix) const
 /// An attribute value as it reads: references decoded, white space as blanks (XML 1.0 3.3.3).
 std::string_view XmlDocument::Decoded(std::string_view value) const
 {
-    if (value.find_first_of("&\t\r\n") == std::string_view::npos)
+    const auto reads = [](char c) { return c != '&' && !(c >= '\t' && c <= '\r'); };
+    if (std::ranges::all_of(value, reads))
         return value;
     return decoded_.emplace_back(DecodeAttribute(value));
 }

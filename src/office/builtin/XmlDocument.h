@@ -77,6 +77,9 @@ public:
     /// The namespace that a prefix stands for at a node.
     Ns ResolvePrefix(Node node, std::string_view prefix) const;
 
+    /// True when some element's local name begins so, whatever its namespace.
+    bool HasNameBeginning(std::string_view start) const;
+
     /// Offset of the element's "<" in the bytes.
     std::size_t OffsetOf(Node node) const { return elements_[node.index_].begin; }
 

@@ -38,6 +38,13 @@ std::optional<char32_t> EscapeCode(View text)
     return code;
 }
 
+template <class View>
+bool IsControlEscape(View text)
+{
+    const auto code = EscapeCode(text);
+    return code && IsControl(*code);
+}
+
 void AppendEscapeCode(std::string& bytes, char16_t unit, const char* digits)
 {
     bytes += "_x00";
@@ -128,7 +135,7 @@ std::string EscapeRunText(StringView text)
     ForEachCodePoint(text, [&](char32_t c, std::size_t at) {
         if (IsControl(c) && c != '\t') {
             AppendEscapeCode(bytes, static_cast<char16_t>(c), "0123456789ABCDEF");
-        } else if (const auto code = c == '_' ? EscapeCode(text.substr(at)) : std::nullopt; code && IsControl(*code)) {
+        } else if (c == '_' && IsControlEscape(text.substr(at))) {
             bytes += "_x005F_";
         } else {
             AppendEscaped(bytes, c);
@@ -163,7 +170,7 @@ std::optional<char32_t> NumberOf(std::string_view digits)
     const bool hexadecimal = digits.starts_with('x');
     if (hexadecimal)
         digits.remove_prefix(1);
-    if (digits.empty() || digits.size() > 8)
+    if (digits.empty())
         return std::nullopt;
     const char32_t base = hexadecimal ? 16 : 10;
     char32_t value = 0;
@@ -287,7 +294,8 @@ private:
             units_.push_back({unit, begin, at_, inCData_});
     }
 
-    /// "_xHHHH_" of a control character is one unit that stands for all seven characters.
+    /// "_xHHHH_" of a control character is one unit that stands for all seven characters; so is "_x005F_" in front of
+    /// what would be one with an underscore.
     void JoinEscapes()
     {
         String text;
@@ -296,7 +304,7 @@ private:
         std::size_t shift = 0;
         for (std::size_t at = text.find(u"_x00"); at != String::npos; at = text.find(u"_x00", at + 1)) {
             const auto code = EscapeCode(StringView(text).substr(at));
-            if (!code || !IsControl(*code))
+            if (!code || !(IsControl(*code) || (*code == '_' && IsControlEscape(StringView(text).substr(at + 6)))))
                 continue;
             const std::size_t first = at - shift;
             units_[first].unit = static_cast<char16_t>(*code);
@@ -321,28 +329,50 @@ std::vector<ContentUnit> ContentUnits(std::string_view content)
     return ContentReader(content).Read();
 }
 
+namespace
+{
+
+/// What a character of content asks for. Bits, so that one pass over a text tells all that it needs.
+enum CharacterClass : std::uint8_t { Plain = 0, NonAscii = 1, ReferenceStart = 2, Rare = 4 };
+
+constexpr auto characterClasses = [] {
+    std::array<std::uint8_t, 256> classes{};
+    for (std::size_t c = 0x80; c < classes.size(); ++c)
+        classes[c] = NonAscii;
+    classes['&'] = ReferenceStart;
+    classes['<'] = Rare;   // CDATA, comments
+    classes['\r'] = Rare;  // line ends to be read as one
+    classes['_'] = Rare;   // may begin an escape
+    return classes;
+}();
+
+}  // namespace
+
 void AppendContent(std::string_view content, String& text)
 {
-    // Nearly all text is plain ASCII, or has nothing to decode but its UTF-8.
-    constexpr auto needsReading = [] {
-        std::array<bool, 256> table{};
-        for (const char c : {'&', '<', '\r', '_'})
-            table[static_cast<unsigned char>(c)] = true;
-        return table;
-    }();
-    bool isAscii = true;
-    for (const char c : content) {
-        if (needsReading[static_cast<unsigned char>(c)]) {
-            for (const ContentUnit& unit : ContentUnits(content))
-                text += unit.unit;
-            return;
-        }
-        isAscii = isAscii && static_cast<signed char>(c) >= 0;
-    }
-    if (isAscii)
+    std::uint8_t needs = Plain;
+    for (const char c : content)
+        needs |= characterClasses[static_cast<unsigned char>(c)];
+    if (needs == Plain) {
         text.append(content.begin(), content.end());
-    else
+    } else if ((needs & Rare) != 0) {
+        for (const ContentUnit& unit : ContentUnits(content))
+            text += unit.unit;
+    } else if ((needs & ReferenceStart) == 0) {
         text += FromUtf8(content);
+    } else {
+        std::string decoded;
+        decoded.reserve(content.size());
+        for (std::size_t at = 0; at < content.size();) {
+            const auto reference = content[at] == '&' ? ReadReference(content.substr(at)) : std::nullopt;
+            if (reference)
+                AppendUtf8(decoded, reference->codePoint);
+            else
+                decoded += content[at];
+            at += reference ? reference->length : 1;
+        }
+        text += FromUtf8(decoded);
+    }
 }
 
 std::string DecodeAttribute(std::string_view value)
@@ -385,8 +415,11 @@ std::string ReplaceContent(std::string_view content, StringView text, std::strin
         --back;
     const std::size_t frontEnd = front == 0 ? 0 : units[front - 1].end;
     const std::size_t backBegin = back == 0 ? content.size() : units[units.size() - back].begin;
-    return std::string(content.substr(0, frontEnd)) + escape(text.substr(front, text.size() - front - back)) +
-           std::string(content.substr(backBegin));
+    std::string result(content.substr(0, frontEnd));
+    result += escape(text.substr(front, text.size() - front - back));
+    result += content.substr(backBegin);
+    // XML 1.0 2.4: outside of CDATA this can't stand, and the pieces may have come together so.
+    return result.find("]]>") == std::string::npos ? result : escape(text);
 }
 
 }  // namespace tessarine::builtin

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace tessarine::builtin
+{
+
+/// The places of certain characters in a text, front to back. Found 64 characters at a time, since nearly all of a
+/// part's characters are none of them.
+template <char... wanted>
+class CharacterMarks
+{
+public:
+    explicit CharacterMarks(std::string_view text) : text_(text) { LoadBlock(); }
+
+    /// The next place, or the text's size when there is none left.
+    std::size_t Next()
+    {
+        while (marks_ == 0) {
+            if (text_.size() - block_ <= blockSize)
+                return text_.size();
+            block_ += blockSize;
+            LoadBlock();
+        }
+        const std::size_t place = block_ + static_cast<std::size_t>(std::countr_zero(marks_));
+        marks_ &= marks_ - 1;
+        return place;
+    }
+
+    /// The next place at or behind `from`, which may not lie in front of the last place given.
+    std::size_t NextFrom(std::size_t from)
+    {
+        if (from - block_ >= blockSize && from < text_.size()) {
+            block_ = from - from % blockSize;
+            LoadBlock();
+        }
+        std::size_t place = Next();
+        while (place < from)
+            place = Next();
+        return place;
+    }
+
+private:
+    static constexpr std::size_t blockSize = 64;
+
+    void LoadBlock()
+    {
+        const std::size_t length = text_.size() - block_;
+        marks_ = 0;
+#if defined(__SSE2__)
+        if (length >= blockSize) {
+            for (std::size_t part = 0; part < blockSize; part += 16) {
+                const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text_.data() + block_ + part));
+                __m128i found = _mm_setzero_si128();
+                ((found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(wanted)))), ...);
+                marks_ |= static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm_movemask_epi8(found))) << part;
+            }
+            return;
+        }
+#endif
+        for (std::size_t i = 0; i < length && i < blockSize; ++i) {
+            const char c = text_[block_ + i];
+            marks_ |= static_cast<std::uint64_t>(((c == wanted) || ...)) << i;
+        }
+    }
+
+    std::string_view text_;
+    std::size_t block_ = 0;    // offset of the block that marks_ tells of
+    std::uint64_t marks_ = 0;  // places in the block that are still to come
+};
+
+using MarkupMarks = CharacterMarks<'<', '>', '"', '\''>;  ///< All that delimits tags and attribute values.
+using BracketMarks = CharacterMarks<'<', '>'>;
+
+}  // namespace tessarine::builtin
