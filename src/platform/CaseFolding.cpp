@@ -72,7 +72,7 @@ String Mapped(StringView text, UnitTable<Map>& table)
 {
     String result(text);
     for (std::size_t i = 0; i < result.size(); ++i) {
-        if (!IsPairAt(text, i)) {
+        if ((text[i] & 0xFC00) != 0xD800 || !IsPairAt(text, i)) {
             result[i] = table(text[i]);
             continue;
         }

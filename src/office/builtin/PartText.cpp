@@ -18,12 +18,18 @@ bool EndsName(char c)
     return c == '>' || c == '/' || c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-/// True for the tag of an element with the local name "t". `tag` is what stands between the brackets.
+/// True for the tag of an element with the local name "t". `tag` is what stands between the brackets. Prefixes are
+/// short, so that this looks at two or three characters of nearly every tag.
 bool IsTextTag(std::string_view tag)
 {
-    const auto nameEnd = std::ranges::find_if(tag, EndsName);
-    const std::string_view name(tag.begin(), nameEnd);
-    return name == "t" || name.ends_with(":t");
+    std::size_t name = 0;
+    for (std::size_t i = 0; i < tag.size() && !EndsName(tag[i]); ++i) {
+        if (tag[i] == ':') {
+            name = i + 1;
+            break;
+        }
+    }
+    return name < tag.size() && tag[name] == 't' && (name + 1 == tag.size() || EndsName(tag[name + 1]));
 }
 
 /// A ">" inside an attribute would end the tag too early.
@@ -67,14 +73,12 @@ std::optional<PartText> PartText::Gather(std::string_view xml)
         } else if (first != '?' && xml[close - 1] != '/') {
             ++depth;
             const std::string_view tag = xml.substr(open + 1, close - open - 1);
-            if (tag.ends_with('t') || tag.find('=') != std::string_view::npos) {
-                if (IsTextTag(tag)) {
-                    const std::string_view content = xml.substr(close + 1, next - close - 1);
-                    if (!HasWholeAttributes(tag) || content.find("_x00") != std::string_view::npos ||
-                        content.find('\r') != std::string_view::npos || (next < xml.size() && xml[next] == '>'))
-                        return std::nullopt;
-                    AppendContent(content, text);
-                }
+            if (IsTextTag(tag)) {
+                const std::string_view content = xml.substr(close + 1, next - close - 1);
+                if (!HasWholeAttributes(tag) || content.find("_x00") != std::string_view::npos ||
+                    content.find('\r') != std::string_view::npos || (next < xml.size() && xml[next] == '>'))
+                    return std::nullopt;
+                AppendContent(content, text);
             }
         }
         open = next;
