@@ -1,0 +1,168 @@
+// Slides: shapes, texts, hyperlinks and linked objects, read, edited and read again.
+//
+// The input is a written-out package. The parts are the slide and its relationships; the entries "find" and "with" hold
+// the text to look for and what takes its place.
+#include <algorithm>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "office/builtin/ShapeTreePart.h"
+#include "office/builtin/TextTree.h"
+#include "platform/Failure.h"
+#include "Require.h"
+#include "WrittenPackage.h"
+
+namespace tessarine::fuzz
+{
+
+namespace
+{
+
+using builtin::Package;
+using builtin::ShapeTreePart;
+using builtin::SoughtText;
+using builtin::TextPattern;
+
+constexpr std::string_view slideName = "ppt/slides/slide1.xml";
+
+std::vector<String> TextsOf(const builtin::ShapeTree& tree)
+{
+    std::vector<String> texts;
+    for (const builtin::TextBody& body : tree.bodies)
+        texts.push_back(body.Text());
+    return texts;
+}
+
+String SwapCase(String text)
+{
+    for (char16_t& unit : text)
+        if ((unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z'))
+            unit ^= 0x20;
+    return text;
+}
+
+/// What is found in a body may not be denied by the quick look at the whole part.
+void CheckQuickLook(ShapeTreePart& part, builtin::TextBody& body)
+{
+    const String text = body.Text();
+    for (const std::size_t length : {1u, 3u, 8u}) {
+        for (const std::size_t begin : {std::size_t{0}, text.size() / 2, text.size() - std::min(text.size(), length)}) {
+            for (const String& sought : {text.substr(begin, length), SwapCase(text.substr(begin, length))}) {
+                const auto hit = body.Find(TextPattern(sought, false, false), 0);
+                Require(!hit || part.MayHold(SoughtText(sought)), "a text that is found is not denied before");
+                Require(!hit || *hit + sought.size() <= text.size(), "a hit lies in the text");
+            }
+        }
+    }
+}
+
+/// The markup taken apart for editing is the same text, and the same bytes put together.
+void CheckTextTree(const builtin::TextBody& body, std::string_view xml)
+{
+    const builtin::TextTree tree(xml, body.Offset());
+    Require(tree.Text() == body.Text(), "a text body reads the same when taken apart");
+    Require(tree.Begin() <= tree.End() && tree.Bytes() == xml.substr(tree.Begin(), tree.End() - tree.Begin()),
+            "a text body taken apart and put together is the same bytes");
+}
+
+void ReplaceIn(ShapeTreePart& part, std::size_t shape, const TextPattern& pattern, StringView with)
+{
+    builtin::TextBody& body = part.Body(part.Shapes()[shape].body);
+    const auto hit = body.Find(pattern, 0);
+    if (!hit)
+        return;
+    const std::size_t length = pattern.Units().size();
+    const String before = body.Text();
+    const std::size_t count = part.ReplaceText(shape, *hit, length, with);
+    const String after = part.Body(part.Shapes()[shape].body).Text();
+    Require(StringView(after).substr(0, *hit) == StringView(before).substr(0, *hit), "text in front of a hit stays");
+    Require(after.size() >= *hit + count &&
+                StringView(after).substr(*hit + count) == StringView(before).substr(*hit + length),
+            "text behind a hit stays");
+}
+
+void EditLinks(ShapeTreePart& part)
+{
+    const String newAddress = u"https://contoso.example/new?a=1&b=2";
+    std::vector<String> addresses;
+    const std::vector<std::size_t> links = part.HyperlinkIndices();
+    for (const std::size_t link : links)
+        addresses.push_back(part.HyperlinkAddress(link));
+    if (links.empty())
+        return;
+    part.PutHyperlinkAddress(links.front(), newAddress);
+    Require(part.HyperlinkAddress(links.front()) == newAddress, "a link has the address that it was given");
+    for (std::size_t i = 1; i < links.size(); ++i)
+        Require(part.HyperlinkAddress(links[i]) == addresses[i], "the other links keep their addresses");
+    part.PutHyperlinkAddress(links.back(), {});
+}
+
+void EditLinkedObjects(ShapeTreePart& part)
+{
+    const String newSource = u"C:\\Sales\\Contoso.xlsx!Sheet1!R1C1";
+    for (std::size_t shape = 0; shape < part.Shapes().size(); ++shape) {
+        if (part.Shapes()[shape].linkId.empty())
+            continue;
+        part.PutLinkSource(shape, newSource);
+        Require(part.LinkSource(part.Shapes()[shape]) == newSource, "a linked object has the source that it was given");
+    }
+}
+
+void WalkAndEdit(std::string_view input)
+{
+    const WrittenPackage written(input);
+    const String find = FromUtf8(written.Entry("find"));
+    const String with = FromUtf8(written.Entry("with"));
+    const std::string zip = written.ZipBytes();
+    Package package(BytesInMemory(std::as_bytes(std::span(zip))), builtin::Limits::Small());
+    const auto entry = package.Find(slideName);
+    if (!entry)
+        return;
+    ShapeTreePart part(package, *entry);
+    const std::string xml = package.ReadXml(*entry);
+    for (std::size_t i = 0; i < part.Read().bodies.size(); ++i) {
+        builtin::TextBody& body = part.Body(static_cast<std::int32_t>(i));
+        CheckQuickLook(part, body);
+        CheckTextTree(body, xml);
+    }
+    part.Flush();
+    Require(!package.IsChanged(), "looking changes nothing");
+
+    const TextPattern pattern(find, false, false);
+    for (std::size_t shape = 0; shape < part.Shapes().size(); ++shape)
+        if (part.Shapes()[shape].body >= 0)
+            ReplaceIn(part, shape, pattern, with.substr(0, 100));
+    const std::vector<String> texts = TextsOf(part.Read());
+    try {
+        part.Flush();
+        ShapeTreePart again(package, *entry);
+        Require(TextsOf(again.Read()) == texts, "edited texts read back");
+    } catch (const Failure& failure) {
+        Require(false, failure.what());  // what was read and edited must stay readable
+    }
+    EditLinkedObjects(part);
+    EditLinks(part);
+    try {
+        part.Flush();
+        ShapeTreePart again(package, *entry);
+        Require(TextsOf(again.Read()) == texts, "texts stay when links change");
+        package.RelationshipsOf(*entry);
+    } catch (const Failure& failure) {
+        Require(false, failure.what());
+    }
+}
+
+}  // namespace
+
+}  // namespace tessarine::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    try {
+        tessarine::fuzz::WalkAndEdit({reinterpret_cast<const char*>(data), size});
+    } catch (const tessarine::Failure&) {
+    }  // refusing is a good answer; all else is a find
+    return 0;
+}

@@ -1,0 +1,129 @@
+// make-fuzz-seeds FOLDER: writes the first inputs of every fuzz target, FOLDER/<target>/<seed>, from the decks that the
+// tests share.
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <string_view>
+
+#include "support/Fixtures.h"
+#include "support/PackageReader.h"
+#include "WrittenPackage.h"
+
+namespace tessarine::fuzz
+{
+
+namespace
+{
+
+using test::PackageReader;
+
+/// Larger ones slow the fuzzer down and show it nothing new.
+constexpr std::size_t longestSeed = 64u << 10;
+
+class SeedFolder
+{
+public:
+    explicit SeedFolder(std::filesystem::path root) : root_(std::move(root)) {}
+
+    void Write(const std::string& target, const std::string& name, std::string_view bytes) const
+    {
+        if (bytes.size() > longestSeed)
+            return;
+        std::filesystem::create_directories(root_ / target);
+        std::ofstream file(root_ / target / name, std::ios::binary);
+        file.exceptions(std::ios::failbit | std::ios::badbit);
+        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+
+private:
+    std::filesystem::path root_;
+};
+
+/// The seeds that one deck gives: its parts for the targets that read one kind of part.
+void WriteParts(const SeedFolder& seeds, const std::string& deck, const PackageReader& package)
+{
+    std::string whole, properties;
+    for (const test::PackageEntry& entry : package.Entries()) {
+        const std::string& name = entry.name;
+        const bool isXml = name.ends_with(".xml") || name.ends_with(".rels");
+        if (isXml)
+            AppendEntry(whole, name, entry.bytes);
+        if (name.ends_with(".rels") || name == "[Content_Types].xml" || name.starts_with("docProps/"))
+            AppendEntry(properties, name, entry.bytes);
+        if (name.ends_with(".rels") || name == "[Content_Types].xml")
+            seeds.Write("relationships", deck + '-' + std::filesystem::path(name).filename().string(), entry.bytes);
+        if (!name.starts_with("ppt/slides/slide") || !isXml)
+            continue;
+        const std::string seed = deck + '-' + std::filesystem::path(name).filename().string();
+        seeds.Write("xml", seed, entry.bytes);
+        std::string slide;
+        AppendEntry(slide, "find", "fabrikam");
+        AppendEntry(slide, "with", "Contoso\rLtd");
+        AppendEntry(slide, "ppt/slides/slide1.xml", entry.bytes);
+        const std::string links = "ppt/slides/_rels/" + std::filesystem::path(name).filename().string() + ".rels";
+        if (package.Has(links))
+            AppendEntry(slide, "ppt/slides/_rels/slide1.xml.rels", package.Entry(links).bytes);
+        seeds.Write("slide", seed, slide);
+    }
+    seeds.Write("presentation", deck, whole);
+    seeds.Write("properties", deck, properties);
+}
+
+void WriteDecks(const SeedFolder& seeds)
+{
+    for (const auto& [name, deck] : test::fixtures::ReadableDecks()) {
+        const std::string bytes = deck.Bytes();
+        seeds.Write("zip", name, bytes);
+        WriteParts(seeds, name, bytes);
+    }
+    for (const auto& [name, bytes] : test::fixtures::UnreadableFiles()) {
+        seeds.Write("zip", name, bytes);
+        seeds.Write("file_kind", name, bytes);
+    }
+    seeds.Write("zip", "Empty", {});
+}
+
+void WriteTexts(const SeedFolder& seeds)
+{
+    seeds.Write("text_content", "plain", "Contoso\nFabrikam GmbH");
+    seeds.Write("text_content", "references", "a < b\na &amp; b &#x41;&#8217; &lt;");
+    seeds.Write("text_content", "escapes", "_x000D_\nline_x000B_end_x005F_x000D_");
+    seeds.Write("text_content", "cdata", "]]>\n<![CDATA[a & b]]><!-- note -->c\r\nd");
+    seeds.Write("text_content", "beyond-ascii", "\xC3\xA9\n\xF0\x9F\x98\x80\xE2\x82\xAC\xFF");
+    seeds.Write("hyperlink_address", "web", "https://contoso.example/\nhttps://fabrikam.example/a%20b?c#d");
+    seeds.Write("hyperlink_address", "drive", "C:\\Contoso\\a.docx\nfile:///C:\\Fabrikam\\a%20b.docx#Place");
+    seeds.Write("hyperlink_address", "server", "\\\\server\\share\\a\nfile:///\\\\old\\share\\a.xlsx!Sheet1!R1C1");
+    seeds.Write("hyperlink_address", "relative", "..\\b.pptx\n../a%C3%A9.pptx");
+    seeds.Write("hyperlink_address", "mail", "mailto:b@contoso.example\nmailto:a@fabrikam.example?subject=x%23y");
+    seeds.Write("pattern", "name", "*.ppt?\nsales.pptx");
+    seeds.Write("pattern", "sets", "[A-Z]#[!a-c-]*[]][[]\nQ1zx");
+    seeds.Write("values", "number", "-1,234.5E+20");
+    seeds.Write("values", "date", "2024-05-06T07:08:09.10+01:00");
+    seeds.Write("values", "date-alone", "2024-05-06");
+    seeds.Write("arguments", "replace", "replace\n--find\nFabrikam\n--with\nContoso\n--recurse\n--backup\n.");
+    seeds.Write("arguments", "help", "--help");
+    seeds.Write("arguments", "list", "find\n--find=x\n--files-from\n-\n--json\n--\na.pptx\r\nb.pptx");
+}
+
+}  // namespace
+
+}  // namespace tessarine::fuzz
+
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::cerr << "usage: make-fuzz-seeds FOLDER\n";
+        return 2;
+    }
+    try {
+        const tessarine::fuzz::SeedFolder seeds(argv[1]);
+        tessarine::fuzz::WriteDecks(seeds);
+        tessarine::fuzz::WriteTexts(seeds);
+    } catch (const std::exception& error) {
+        std::cerr << "make-fuzz-seeds: " << error.what() << '\n';
+        return 1;
+    }
+    return 0;
+}
