@@ -1,6 +1,6 @@
 #include "office/builtin/ShapeKind.h"
 
-#include <cstring>
+#include <algorithm>
 
 #include "model/PowerPoint.h"
 
@@ -42,6 +42,26 @@ void CollectLinkElements(const XmlDocument& document, Node parent, ShapeRecord& 
     }
 }
 
+/// True when a list of controls (ECMA-376 19.3.2.2 `p:controls`) names an object's relationship.
+bool NamesControl(const XmlDocument& document, Node controls, std::string_view id)
+{
+    for (const Node child : controls.ChildElements()) {
+        if (document.Is(child, Presentation, "control") && document.Attribute(child, DocumentRelationships, "id") == id)
+            return true;
+        if (document.Is(child, Compatibility, "AlternateContent") &&
+            NamesControl(document, ChosenBranch(document, child), id))
+            return true;
+    }
+    return false;
+}
+
+bool IsControl(const XmlDocument& document, Node object)
+{
+    const Node slide = document.Child(document.Root(), Presentation, "cSld");
+    const auto id = document.Attribute(object, DocumentRelationships, "id");
+    return id && NamesControl(document, document.Child(slide, Presentation, "controls"), *id);
+}
+
 std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRecord& record)
 {
     const Node data = document.Child(document.Child(frame, Drawing, "graphic"), Drawing, "graphicData");
@@ -64,7 +84,7 @@ std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRe
             CollectLinkElements(document, data, record);
             return msoLinkedOLEObject;
         }
-        return msoEmbeddedOLEObject;
+        return IsControl(document, object) ? msoOLEControlObject : msoEmbeddedOLEObject;
     }
     if (uri.find("am3d") != std::string_view::npos || uri.find("model3d") != std::string_view::npos)
         return mso3DModel;

@@ -280,7 +280,7 @@ std::string TextTree::PropertiesNear(const Place& place, std::size_t length) con
     }
     const auto& pieces = paragraphs_[place.paragraph].pieces;
     for (std::size_t i = std::min(place.piece, pieces.size()); i-- > 0;)
-        if (IsText(pieces[i]))
+        if (pieces[i].kind == Kind::Run || IsText(pieces[i]))  // a run may be empty, as in a footer to be filled in
             return PropertiesOf(pieces[i]);
     for (const Piece& piece : pieces)
         if (piece.kind == Kind::EndProperties)

@@ -191,7 +191,7 @@ std::optional<char32_t> NumberOf(std::string_view digits)
 
 std::optional<Reference> ReadReference(std::string_view text)
 {
-    constexpr std::size_t longest = 12;
+    constexpr std::size_t longest = 32;  // with some leading zeros
     const std::size_t semicolon = text.substr(0, longest).find(';');
     if (semicolon == std::string_view::npos)
         return std::nullopt;
