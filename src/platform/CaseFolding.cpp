@@ -2,6 +2,7 @@
 
 #include <unicode/uchar.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -67,12 +68,14 @@ bool IsPairAt(StringView text, std::size_t i)
     return (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
 }
 
+/// Maps the units [begin, end) and gives the index behind the last one: one more when a surrogate pair lies across the
+/// end.
 template <char32_t (*Map)(char32_t)>
-String Mapped(StringView text, UnitTable<Map>& table)
+std::size_t MapRange(StringView text, String& result, std::size_t begin, std::size_t end, UnitTable<Map>& table)
 {
-    String result(text);
-    for (std::size_t i = 0; i < result.size(); ++i) {
-        if ((text[i] & 0xFC00) != 0xD800 || !IsPairAt(text, i)) {
+    std::size_t i = begin;
+    for (; i < end; ++i) {
+        if (!IsPairAt(text, i)) {
             result[i] = table(text[i]);
             continue;
         }
@@ -83,22 +86,42 @@ String Mapped(StringView text, UnitTable<Map>& table)
         }
         ++i;
     }
-    return result;
+    return i;
+}
+
+/// Folds units that are all ASCII, in a loop that the compiler turns into wide instructions.
+void FoldAscii(String& text, std::size_t begin, std::size_t end)
+{
+    for (std::size_t i = begin; i < end; ++i) {
+        const char16_t unit = text[i];
+        text[i] = static_cast<char16_t>(unit + (unit >= u'A' && unit <= u'Z' ? u'a' - u'A' : 0));
+    }
+}
+
+bool IsAscii(StringView text)
+{
+    char16_t all = 0;
+    for (const char16_t unit : text)
+        all |= unit;
+    return all < 0x80;
 }
 
 }  // namespace
 
 String FoldCase(StringView text)
 {
-    char16_t all = 0;
-    for (const char16_t unit : text)
-        all |= unit;
-    if (all >= 0x80)
-        return Mapped(text, foldTable);
-    // Plain ASCII, as most text is: loops that the compiler turns into wide instructions.
+    // Most text is ASCII with a few other characters in between.
+    constexpr std::size_t stretch = 64;
     String result(text);
-    for (char16_t& unit : result)
-        unit = static_cast<char16_t>(unit + (unit >= u'A' && unit <= u'Z' ? u'a' - u'A' : 0));
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(begin + stretch, text.size());
+        if (IsAscii(text.substr(begin, end - begin))) {
+            FoldAscii(result, begin, end);
+            begin = end;
+        } else {
+            begin = MapRange(text, result, begin, end, foldTable);
+        }
+    }
     return result;
 }
 
@@ -111,7 +134,9 @@ char16_t FoldCase(char16_t unit)
 
 String ToUpper(StringView text)
 {
-    return Mapped(text, upperTable);
+    String result(text);
+    MapRange(text, result, 0, text.size(), upperTable);
+    return result;
 }
 
 bool IsWordCharacter(char32_t codePoint)

@@ -70,6 +70,11 @@ std::string ResolveTarget(std::string_view sourcePart, std::string_view target)
 {
     const std::string whole =
         target.find_first_of("/\\") == 0 ? std::string(target) : std::string(FolderOf(sourcePart)).append(target);
+    // Nearly all targets of generated parts go down or are plain; only what has dots or doubled slashes needs work.
+    if (whole.find("./") == std::string::npos && whole.find("//") == std::string::npos &&
+        whole.find('\\') == std::string::npos && !whole.starts_with('/') && !whole.ends_with('.') &&
+        !whole.ends_with('/'))
+        return whole;
     std::vector<std::string_view> segments;
     std::string_view rest = whole;
     while (!rest.empty()) {

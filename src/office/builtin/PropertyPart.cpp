@@ -74,12 +74,12 @@ PropertyPart::PropertyPart(Package& package, Which which) : package_(package), w
         return;
     bytes_ = package.ReadXml(*entry_);
     const XmlDocument document(bytes_, package.NameOf(*entry_), package.limits());
-    for (const auto& [name, value] : document.Attributes(document.Root())) {
+    document.ForEachAttribute(document.Root(), [&](std::string_view name, std::string_view value) {
         if (name == "xmlns")
             prefixes_.emplace(NamespaceOf(value), "");
         else if (name.starts_with("xmlns:"))
             prefixes_.emplace(NamespaceOf(value), std::string(name.substr(6)) + ":");
-    }
+    });
     for (const Node node : document.Root().ChildElements()) {
         const std::string_view name = node.Name();
         const std::size_t colon = name.find(':');

@@ -52,10 +52,16 @@ Relationships::Relationships(std::string bytes, std::string_view part, const Lim
         if (!document.Is(element, Ns::PackageRelationships, "Relationship"))
             continue;
         Relationship relationship;
-        relationship.id = document.Attribute(element, "Id");
-        relationship.type = document.Attribute(element, "Type");
-        relationship.target = document.Attribute(element, "Target");
-        relationship.external = document.Attribute(element, "TargetMode") == "External";
+        document.ForEachAttribute(element, [&](std::string_view name, std::string_view value) {
+            if (name == "Id")
+                relationship.id = value;
+            else if (name == "Type")
+                relationship.type = value;
+            else if (name == "Target")
+                relationship.target = value;
+            else if (name == "TargetMode")
+                relationship.external = value == "External";
+        });
         relationship.offset = document.OffsetOf(element);
         byId_.emplace(relationship.id, relationships_.size());
         relationships_.push_back(std::move(relationship));

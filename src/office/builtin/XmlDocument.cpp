@@ -327,14 +327,13 @@ std::optional<std::string_view> XmlDocument::Attribute(Node node, Ns ns, std::st
     return found;
 }
 
-std::vector<std::pair<std::string_view, std::string_view>> XmlDocument::Attributes(Node node) const
+void XmlDocument::ForEachAttribute(Node node,
+                                   const std::function<void(std::string_view, std::string_view)>& visit) const
 {
-    std::vector<std::pair<std::string_view, std::string_view>> attributes;
     VisitAttributes(node.index_, [&](std::string_view name, std::string_view value) {
-        attributes.emplace_back(name, Decoded(value));
+        visit(name, Decoded(value));
         return false;
     });
-    return attributes;
 }
 
 bool XmlDocument::BooleanAttribute(Node node, std::string_view name, bool absent) const

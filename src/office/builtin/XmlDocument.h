@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -68,8 +69,8 @@ public:
     /// The value of an attribute in a namespace, such as r:id.
     std::optional<std::string_view> Attribute(Node node, Ns ns, std::string_view localName) const;
 
-    /// All attributes of an element, by qualified name.
-    std::vector<std::pair<std::string_view, std::string_view>> Attributes(Node node) const;
+    /// Calls `visit` with the qualified name and the value of each attribute of an element.
+    void ForEachAttribute(Node node, const std::function<void(std::string_view, std::string_view)>& visit) const;
 
     /// ECMA-376 22.9.2.7: "1", "true" and "on" are true; an absent attribute has its default.
     bool BooleanAttribute(Node node, std::string_view name, bool absent) const;
