@@ -34,7 +34,9 @@ void ReadAndReplace(std::string_view content, const String& newText)
     Require(Read(content) == text, "the text is that of the units");
 
     const auto escape = builtin::EscapeRunText;
-    Require(Read(builtin::ReplaceContent(content, text, escape)) == text, "a text put back is the same text");
+    const bool canStand = Read(escape(text)) == text;  // bytes that are no UTF-8 can't be written again
+    Require(!canStand || Read(builtin::ReplaceContent(content, text, escape)) == text,
+            "a text put back is the same text");
     const String wanted = Read(escape(newText));
     Require(Read(escape(wanted)) == wanted, "escaped text reads back");
     Require(Read(builtin::ReplaceContent(content, wanted, escape)) == wanted, "content that was replaced reads back");

@@ -418,8 +418,14 @@ std::string ReplaceContent(std::string_view content, StringView text, std::strin
     std::string result(content.substr(0, frontEnd));
     result += escape(text.substr(front, text.size() - front - back));
     result += content.substr(backBegin);
-    // XML 1.0 2.4: outside of CDATA this can't stand, and the pieces may have come together so.
-    return result.find("]]>") == std::string::npos ? result : escape(text);
+    // The pieces may have come together to what neither of them was: an escape, or "]]>", which can't stand outside of
+    // CDATA (XML 1.0 2.4).
+    String read;
+    if (result.find("_x00") != std::string::npos)
+        AppendContent(result, read);
+    else
+        read = text;
+    return read == text && result.find("]]>") == std::string::npos ? result : escape(text);
 }
 
 }  // namespace tessarine::builtin
