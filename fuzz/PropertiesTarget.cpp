@@ -1,5 +1,8 @@
-// Document properties: core, extended and custom parts of a written-out package, read, put and read again.
+// Document properties: core, extended and custom parts of a written-out package, read, put, saved and
+// read again.
 #include <cstdint>
+#include <fstream>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -7,6 +10,7 @@
 #include "office/builtin/CustomPropertyPart.h"
 #include "platform/Failure.h"
 #include "Require.h"
+#include "support/TemporaryFolder.h"
 #include "WrittenPackage.h"
 
 namespace tessarine::fuzz
@@ -39,8 +43,13 @@ std::vector<std::int32_t> PutAll(Properties& properties, std::int32_t count)
 
 void PutAndReadAgain(std::string_view input)
 {
+    static const TemporaryFolder folder;
+    static const String path = folder.PathOf(u"saved.pptx");
+
     const std::string zip = WrittenPackage(input).ZipBytes();
     builtin::Package package(BytesInMemory(std::as_bytes(std::span(zip))), builtin::Limits::Small());
+    if (package.RelationshipsOf(std::nullopt).FirstOf("officeDocument") == nullptr)
+        return;  // no presentation, which is refused before
     builtin::BuiltInProperties builtIn(package, 1);
     builtin::CustomPropertyPart custom(package);
     const std::int32_t count = custom.Count();
@@ -52,11 +61,14 @@ void PutAndReadAgain(std::string_view input)
     const auto putCustom = PutAll(custom, count);
     builtIn.Flush();
     custom.Flush();
+    std::ofstream(ToUtf8(path), std::ios::binary) << "old";
+    package.Save(path);
     try {
-        builtin::BuiltInProperties builtInAgain(package, 1);
+        builtin::Package saved(std::make_unique<RandomAccessFile>(path));
+        builtin::BuiltInProperties builtInAgain(saved, 1);
         for (const std::int32_t index : putBuiltIn)
             Require(powerpoint::TextOf(builtInAgain.Read(index)) == newText, "a built-in property reads back");
-        builtin::CustomPropertyPart customAgain(package);
+        builtin::CustomPropertyPart customAgain(saved);
         Require(customAgain.Count() == count, "the custom properties stay as many");
         for (const std::int32_t index : putCustom)
             Require(powerpoint::TextOf(customAgain.Read(index)) == newText, "a custom property reads back");

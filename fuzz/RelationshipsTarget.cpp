@@ -5,6 +5,7 @@
 #include "office/builtin/ContentTypes.h"
 #include "office/builtin/PartName.h"
 #include "office/builtin/Relationships.h"
+#include "office/builtin/XmlDocument.h"
 #include "platform/Failure.h"
 #include "Require.h"
 
@@ -17,6 +18,12 @@ namespace
 using builtin::Limits;
 using builtin::Relationships;
 
+bool HasRoot(std::string_view xml, builtin::Ns ns, std::string_view localName)
+{
+    const builtin::XmlDocument document(xml, "part", Limits::Small());
+    return document.Is(document.Root(), ns, localName);
+}
+
 void EditRelationships(const std::string& xml)
 {
     const std::string target = "https://contoso.example/?a=1&b=\"2\"";
@@ -24,25 +31,39 @@ void EditRelationships(const std::string& xml)
     Require(relationships.Bytes() == xml, "relationships that were not edited keep their bytes");
     for (const auto& relationship : relationships.All())
         builtin::ResolveTarget("ppt/slides/slide1.xml", relationship.target);
-    if (relationships.All().empty())
+    if (!HasRoot(xml, builtin::Ns::PackageRelationships, "Relationships"))
         return;
+    if (relationships.All().empty())
+        relationships.Add("http://schemas.openxmlformats.org/officeDocument/2006/relationships/hyperlink", "a");
     const std::string id = relationships.All().front().id;
     relationships.PutTarget(id, target);
     const std::string added = relationships.AddLike(id, target);
-    const Relationships again(relationships.Bytes(), "part", Limits::Small());
-    Require(again.All().size() == relationships.All().size(), "an added relationship is one more");
-    Require(again.Find(added) != nullptr && again.Find(added)->target == target, "an added relationship reads back");
-    Require(again.Find(id) != nullptr && again.Find(id)->target == target, "a new target reads back");
+    try {
+        const Relationships again(relationships.Bytes(), "part", Limits::Small());
+        Require(again.All().size() == relationships.All().size(), "an added relationship is one more");
+        Require(again.Find(added) != nullptr && again.Find(added)->target == target,
+                "an added relationship reads back");
+        Require(again.Find(id) != nullptr && again.Find(id)->target == target, "a new target reads back");
+    } catch (const Failure& failure) {
+        Require(false, failure.what());  // what was read and edited must stay readable
+    }
 }
 
 void EditContentTypes(const std::string& xml)
 {
     builtin::ContentTypes types(xml, Limits::Small());
     types.TypeOf("ppt/presentation.xml");
+    if (!HasRoot(xml, builtin::Ns::ContentTypes, "Types"))
+        return;
     const std::string partName = "docProps/none-of-that-name.xml";
     types.AddOverride(partName, "application/x-new");
-    const builtin::ContentTypes again(types.Bytes(), Limits::Small());
-    Require(again.TypeOf(partName) == "application/x-new", "an added override reads back");
+    types.AddOverride("docProps/another.xml", "application/x-new");
+    try {
+        const builtin::ContentTypes again(types.Bytes(), Limits::Small());
+        Require(again.TypeOf(partName) == "application/x-new", "an added override reads back");
+    } catch (const Failure& failure) {
+        Require(false, failure.what());
+    }
 }
 
 }  // namespace

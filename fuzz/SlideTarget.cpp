@@ -58,11 +58,11 @@ void CheckQuickLook(ShapeTreePart& part, builtin::TextBody& body)
     }
 }
 
-/// The markup taken apart for editing is the same text, and the same bytes put together.
+/// The markup taken apart for editing is the same bytes put together. (It goes by local names alone; where that makes
+/// another text of it, an edit is refused.)
 void CheckTextTree(const builtin::TextBody& body, std::string_view xml)
 {
     const builtin::TextTree tree(xml, body.Offset());
-    Require(tree.Text() == body.Text(), "a text body reads the same when taken apart");
     Require(tree.Begin() <= tree.End() && tree.Bytes() == xml.substr(tree.Begin(), tree.End() - tree.Begin()),
             "a text body taken apart and put together is the same bytes");
 }
@@ -121,6 +121,7 @@ void WalkAndEdit(std::string_view input)
     if (!entry)
         return;
     ShapeTreePart part(package, *entry);
+    part.Links();  // refused now when they are damaged
     const std::string xml = package.ReadXml(*entry);
     for (std::size_t i = 0; i < part.Read().bodies.size(); ++i) {
         builtin::TextBody& body = part.Body(static_cast<std::int32_t>(i));
@@ -148,7 +149,6 @@ void WalkAndEdit(std::string_view input)
         part.Flush();
         ShapeTreePart again(package, *entry);
         Require(TextsOf(again.Read()) == texts, "texts stay when links change");
-        package.RelationshipsOf(*entry);
     } catch (const Failure& failure) {
         Require(false, failure.what());
     }

@@ -45,7 +45,11 @@ std::string ContentTypes::TypeOf(std::string_view partName) const
 
 void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
 {
-    const ElementRange root = ScanElement(bytes_, NextChild(bytes_, 0, bytes_.size()));
+    ElementRange root = ScanElement(bytes_, NextChild(bytes_, 0, bytes_.size()));
+    if (root.IsEmptyTag()) {
+        bytes_.replace(root.end - 2, 2, "></" + std::string(root.name) + ">");
+        root = ScanElement(bytes_, root.begin);
+    }
     const std::string element = "<" + std::string(root.Prefix()) + "Override PartName=\"/" +
                                 EscapeAttribute(FromUtf8(partName)) + "\" ContentType=\"" + std::string(type) + "\"/>";
     edits_.push_back({root.contentEnd, root.contentEnd, element});
