@@ -77,6 +77,5 @@ private:
 };
 
 using MarkupMarks = CharacterMarks<'<', '>', '"', '\''>;  ///< All that delimits tags and attribute values.
-using BracketMarks = CharacterMarks<'<', '>'>;
 
 }  // namespace tessarine::builtin

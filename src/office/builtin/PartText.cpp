@@ -1,42 +1,21 @@
 #include "office/builtin/PartText.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 
-#include "office/builtin/MarkupMarks.h"
 #include "office/builtin/XmlText.h"
 #include "platform/CaseFolding.h"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace tessarine::builtin
 {
 
 namespace
 {
-
-bool EndsName(char c)
-{
-    return c == '>' || c == '/' || c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-/// True for the tag of an element with the local name "t". `tag` is what stands between the brackets. Prefixes are
-/// short, so that this looks at two or three characters of nearly every tag.
-bool IsTextTag(std::string_view tag)
-{
-    std::size_t name = 0;
-    for (std::size_t i = 0; i < tag.size() && !EndsName(tag[i]); ++i) {
-        if (tag[i] == ':') {
-            name = i + 1;
-            break;
-        }
-    }
-    return name < tag.size() && tag[name] == 't' && (name + 1 == tag.size() || EndsName(tag[name + 1]));
-}
-
-/// A ">" inside an attribute would end the tag too early.
-bool HasWholeAttributes(std::string_view tag)
-{
-    return std::ranges::count(tag, '"') % 2 == 0 && std::ranges::count(tag, '\'') % 2 == 0;
-}
 
 std::uint64_t lastSerial = 0;
 
@@ -49,43 +28,179 @@ std::size_t HashOfTriple(const char16_t* units)
     return (mixed ^ mixed >> 15) % tripleCount;
 }
 
+bool EndsName(char c)
+{
+    return c == '>' || c == '/' || c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+/// A ">" inside an attribute would end the tag too early.
+bool HasWholeAttributes(std::string_view tag)
+{
+    return std::ranges::count(tag, '"') % 2 == 0 && std::ranges::count(tag, '\'') % 2 == 0;
+}
+
+/// How many tags of each kind a part has. They tell whether it is balanced at a fraction of what matching names costs.
+struct TagCounts {
+    std::size_t all = 0;      // "<"
+    std::size_t ends = 0;     // "</"
+    std::size_t empties = 0;  // "/>"
+    std::size_t others = 0;   // "<!" and "<?"
+
+    bool AreBalanced() const { return all - others - ends == ends + empties; }
+};
+
+#if defined(__SSE2__)
+/// Counts matches in sixteen lanes of a byte each, which are full after mostRounds.
+class ByteCounter
+{
+public:
+    static constexpr int mostRounds = 255;
+
+    void Add(__m128i mask) { lanes_ = _mm_sub_epi8(lanes_, mask); }  // a match is -1
+
+    std::size_t Sum() const
+    {
+        const __m128i halves = _mm_sad_epu8(lanes_, _mm_setzero_si128());
+        return static_cast<std::size_t>(_mm_extract_epi16(halves, 0)) +
+               static_cast<std::size_t>(_mm_extract_epi16(halves, 4));
+    }
+
+private:
+    __m128i lanes_ = _mm_setzero_si128();
+};
+#endif
+
+/// Counts the tags and calls `candidate` with the place of every "<t" and ":t", where a text element's tag may stand.
+template <class Candidate>
+TagCounts ScanTags(std::string_view xml, Candidate&& candidate)
+{
+    TagCounts counts;
+    std::size_t at = 0;
+#if defined(__SSE2__)
+    // Two characters in a row are looked at, so that a block reads one beyond its end.
+    constexpr std::size_t block = 16;
+    const auto load = [&](std::size_t from) {
+        return _mm_loadu_si128(reinterpret_cast<const __m128i*>(xml.data() + from));
+    };
+    const auto is = [](__m128i bytes, char c) { return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c)); };
+    while (at + block < xml.size()) {
+        ByteCounter all;
+        ByteCounter ends;
+        ByteCounter empties;
+        ByteCounter others;
+        for (int round = 0; round < ByteCounter::mostRounds && at + block < xml.size(); ++round, at += block) {
+            const __m128i first = load(at);
+            const __m128i second = load(at + 1);
+            const __m128i open = is(first, '<');
+            const __m128i slash = is(second, '/');
+            all.Add(open);
+            ends.Add(_mm_and_si128(open, slash));
+            empties.Add(_mm_and_si128(is(first, '/'), is(second, '>')));
+            others.Add(_mm_and_si128(open, _mm_or_si128(is(second, '!'), is(second, '?'))));
+            const __m128i start = _mm_and_si128(_mm_or_si128(open, is(first, ':')), is(second, 't'));
+            for (auto found = static_cast<std::uint32_t>(_mm_movemask_epi8(start)); found != 0; found &= found - 1)
+                candidate(at + static_cast<std::size_t>(std::countr_zero(found)));
+        }
+        counts.all += all.Sum();
+        counts.ends += ends.Sum();
+        counts.empties += empties.Sum();
+        counts.others += others.Sum();
+    }
+#endif
+    for (; at + 1 < xml.size(); ++at) {
+        const char first = xml[at];
+        const char second = xml[at + 1];
+        counts.empties += first == '/' && second == '>';
+        if (first == '<') {
+            ++counts.all;
+            counts.ends += second == '/';
+            counts.others += second == '!' || second == '?';
+        }
+        if ((first == '<' || first == ':') && second == 't')
+            candidate(at);
+    }
+    return counts;
+}
+
+/// Where the content of a text element begins whose name's last part begins behind `at` ("<" or ":"): 0 when no such
+/// element's start tag stands there, npos when the tag needs a proper reading.
+std::size_t ContentBegin(std::string_view xml, std::size_t at)
+{
+    if (at + 2 >= xml.size() || !EndsName(xml[at + 2]))
+        return 0;
+    std::size_t open = at;
+    while (open > 0 && xml[open] != '<' && !EndsName(xml[open]) && xml[open] != '"' && xml[open] != '\'')
+        --open;
+    if (xml[open] != '<')
+        return 0;  // an end tag, an attribute, text
+    const std::size_t close = xml.find('>', at + 2);
+    if (close == std::string_view::npos || !HasWholeAttributes(xml.substr(open, close - open)))
+        return std::string_view::npos;
+    return xml[close - 1] == '/' ? 0 : close + 1;
+}
+
+/// Appends content folded. Plain ASCII goes many characters at a time.
+void AppendFolded(std::string_view content, String& text)
+{
+    const std::size_t start = text.size();
+    text.resize(start + content.size());
+    char16_t* target = text.data() + start;
+    std::size_t at = 0;
+    bool isPlain = true;
+#if defined(__SSE2__)
+    constexpr std::size_t block = 16;
+    for (; isPlain && at + block <= content.size(); at += block) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(content.data() + at));
+        const __m128i special =
+            _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('&')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')));
+        isPlain = _mm_movemask_epi8(_mm_or_si128(bytes, special)) == 0;
+        const __m128i isUpper =
+            _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8('A' - 1)), _mm_cmplt_epi8(bytes, _mm_set1_epi8('Z' + 1)));
+        const __m128i folded = _mm_or_si128(bytes, _mm_and_si128(isUpper, _mm_set1_epi8('a' - 'A')));
+        const __m128i zero = _mm_setzero_si128();
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + at), _mm_unpacklo_epi8(folded, zero));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + at + block / 2), _mm_unpackhi_epi8(folded, zero));
+    }
+#endif
+    for (; isPlain && at < content.size(); ++at) {
+        const char c = content[at];
+        isPlain = static_cast<signed char>(c) >= 0 && c != '&' && c != '<';
+        target[at] = static_cast<char16_t>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+    }
+    if (isPlain)
+        return;
+    text.resize(start);
+    String decoded;
+    AppendContent(content, decoded);
+    text += FoldCase(StringView(decoded));
+}
+
 }  // namespace
 
 std::optional<PartText> PartText::Gather(std::string_view xml)
 {
     String text;
-    BracketMarks marks(xml);
-    std::ptrdiff_t depth = 0;
-    for (std::size_t open = marks.Next(); open < xml.size();) {
-        if (xml[open] == '>') {  // an ordinary character of a text
-            open = marks.Next();
-            continue;
+    bool needsReading = false;
+    const TagCounts counts = ScanTags(xml, [&](std::size_t at) {
+        const std::size_t begin = needsReading ? 0 : ContentBegin(xml, at);
+        if (begin == 0)
+            return;
+        const std::size_t end = begin == std::string_view::npos ? begin : xml.find('<', begin);
+        if (end == std::string_view::npos) {
+            needsReading = true;
+            return;
         }
-        const std::size_t close = marks.Next();
-        if (close >= xml.size() || xml[close] != '>')
-            return std::nullopt;
-        const char first = xml[open + 1];
-        const std::size_t next = marks.Next();
-        if (first == '/') {
-            --depth;
-        } else if (first == '!' || (first == '?' && depth > 0)) {
-            return std::nullopt;
-        } else if (first != '?' && xml[close - 1] != '/') {
-            ++depth;
-            const std::string_view tag = xml.substr(open + 1, close - open - 1);
-            if (IsTextTag(tag)) {
-                const std::string_view content = xml.substr(close + 1, next - close - 1);
-                if (!HasWholeAttributes(tag) || content.find("_x00") != std::string_view::npos ||
-                    content.find('\r') != std::string_view::npos || (next < xml.size() && xml[next] == '>'))
-                    return std::nullopt;
-                AppendContent(content, text);
-            }
-        }
-        open = next;
-    }
-    if (depth != 0)
+        const std::string_view content = xml.substr(begin, end - begin);
+        // Escaped control characters and line ends to be read as one change what characters there are.
+        if (content.find('\r') != std::string_view::npos || content.find("_x00") != std::string_view::npos)
+            needsReading = true;
+        else
+            AppendFolded(content, text);
+    });
+    const bool hasDeclaration = xml.starts_with("<?xml");
+    if (needsReading || !counts.AreBalanced() || counts.others > (hasDeclaration ? 1u : 0u))
         return std::nullopt;
-    return PartText(FoldCase(StringView(text)));
+    return PartText(std::move(text));
 }
 
 SoughtText::SoughtText(const String& findWhat)
