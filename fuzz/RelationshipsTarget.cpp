@@ -38,8 +38,9 @@ void EditRelationships(const std::string& xml)
     const std::string id = relationships.All().front().id;
     relationships.PutTarget(id, target);
     const std::string added = relationships.AddLike(id, target);
+    const std::string edited = relationships.Bytes();  // refused when the first one has no target to change
     try {
-        const Relationships again(relationships.Bytes(), "part", Limits::Small());
+        const Relationships again(edited, "part", Limits::Small());
         Require(again.All().size() == relationships.All().size(), "an added relationship is one more");
         Require(again.Find(added) != nullptr && again.Find(added)->target == target,
                 "an added relationship reads back");

@@ -6,6 +6,7 @@
 #include "office/builtin/XmlDocument.h"
 #include "office/builtin/XmlEncoding.h"
 #include "office/builtin/XmlScanner.h"
+#include "office/builtin/XmlText.h"
 #include "platform/Failure.h"
 #include "Require.h"
 
@@ -26,13 +27,13 @@ struct Visit {
 void CheckAttributes(const builtin::XmlDocument& document, Node node, std::string_view xml)
 {
     const std::size_t at = document.OffsetOf(node);
-    document.ForEachAttribute(node, [&](std::string_view name, std::string_view) {
-        Require(!name.empty(), "an attribute has a name");
+    document.ForEachAttribute(node, [&](std::string_view name, std::string_view value) {
         const builtin::AttributeRange range = builtin::FindAttribute(xml, at, name);
         Require(range.found && range.valueBegin <= range.valueEnd && range.valueEnd < xml.size(),
                 "the scanner finds each attribute of the document");
-        if (name.find(':') == std::string_view::npos)
-            document.Attribute(node, name);
+        const std::string_view raw = xml.substr(range.valueBegin, range.valueEnd - range.valueBegin);
+        const bool isFirst = document.Attribute(node, name) == value;  // of several of one name, which XML forbids
+        Require(!isFirst || builtin::DecodeAttribute(raw) == value, "document and scanner read the same value");
     });
 }
 

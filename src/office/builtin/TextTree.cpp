@@ -64,11 +64,12 @@ std::string WithoutLinks(std::string properties)
     return properties;
 }
 
-/// True when content is well-formed and reads as the text. Only the end mark of CDATA and the start of an escape can
-/// come about where neither was.
+/// True when content is well-formed and reads as the text. Only the end mark of CDATA, an escape and, behind an "&"
+/// that began none, a reference can come about where none was.
 bool Holds(std::string_view content, StringView text)
 {
-    if (content.find("]]>") == std::string_view::npos && text.find(u"_x00") == StringView::npos)
+    if (content.find("]]>") == std::string_view::npos && content.find('&') == std::string_view::npos &&
+        text.find(u"_x00") == StringView::npos)
         return true;
     try {
         const std::vector<ContentUnit> units = ContentUnits(content);

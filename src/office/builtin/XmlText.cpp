@@ -418,13 +418,10 @@ std::string ReplaceContent(std::string_view content, StringView text, std::strin
     std::string result(content.substr(0, frontEnd));
     result += escape(text.substr(front, text.size() - front - back));
     result += content.substr(backBegin);
-    // The pieces may have come together to what neither of them was: an escape, or "]]>", which can't stand outside of
-    // CDATA (XML 1.0 2.4).
+    // The pieces may have come together to what neither of them was: an escape, a reference, or "]]>", which can't
+    // stand outside of CDATA (XML 1.0 2.4).
     String read;
-    if (result.find("_x00") != std::string::npos)
-        AppendContent(result, read);
-    else
-        read = text;
+    AppendContent(result, read);
     return read == text && result.find("]]>") == std::string::npos ? result : escape(text);
 }
 
