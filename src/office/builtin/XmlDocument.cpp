@@ -227,7 +227,9 @@ XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Li
     Indexer(bytes_, part, limits.documentBytes / sizeof(Element), elements_).Run();
 
     VisitAttributes(0, [&](std::string_view name, std::string_view value) {
-        if (name.starts_with("xmlns:"))
+        if (name == "xmlns")
+            default_ = NamespaceOf(Decoded(value));
+        else if (name.starts_with("xmlns:"))
             prefixes_[static_cast<std::size_t>(NamespaceOf(Decoded(value)))] = name.substr(6);
         return false;
     });
@@ -347,6 +349,8 @@ Ns XmlDocument::ResolvePrefix(Node node, std::string_view prefix) const
     if (!node)
         return Ns::None;
     for (std::uint32_t index = node.index_; index != noParent; index = elements_[index].parent) {
+        if (index == 0 && prefix.empty())
+            return default_;
         std::optional<Ns> found;
         VisitAttributes(index, [&](std::string_view name, std::string_view value) {
             if (!name.starts_with("xmlns"))

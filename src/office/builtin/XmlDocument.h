@@ -119,6 +119,7 @@ private:
     /// The prefix (with its colon) that the root element binds to a namespace; empty when it binds none, or the default
     /// one, which inner elements often bind anew.
     std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;
+    Ns default_ = Ns::None;                    // bound by the root element to names without a prefix
     mutable std::deque<std::string> decoded_;  // attribute values that are not in the bytes as they read
 };
 
