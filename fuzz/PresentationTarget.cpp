@@ -113,7 +113,7 @@ void EditAndSave(std::string_view input)
     };
     const auto presentation = builtin::MakePresentation(open(), path);
     EditEverything(*presentation);
-    std::ofstream(ToUtf8(path), std::ios::binary) << "old";
+    std::ofstream(ToUtf8(path), std::ios::binary) << zip;
     presentation->Save();
     try {
         const builtin::PresentationFile again(std::make_unique<RandomAccessFile>(path));

@@ -61,7 +61,7 @@ void PutAndReadAgain(std::string_view input)
     const auto putCustom = PutAll(custom, count);
     builtIn.Flush();
     custom.Flush();
-    std::ofstream(ToUtf8(path), std::ios::binary) << "old";
+    std::ofstream(ToUtf8(path), std::ios::binary) << zip;
     package.Save(path);
     try {
         builtin::Package saved(std::make_unique<RandomAccessFile>(path));

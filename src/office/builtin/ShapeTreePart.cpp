@@ -170,8 +170,8 @@ void ShapeTreePart::FlushLinks()
 
 void ShapeTreePart::PutEdits(std::vector<ByteEdit> edits)
 {
-    text_ = ApplyEdits(Text(), std::move(edits));
-    package_.ReplaceXml(entry_, text_);
+    package_.ReplaceXml(entry_, ApplyEdits(Text(), std::move(edits)));
+    text_.clear();  // the part's encoding may have its own way to write what was put in
     tree_.reset();
 }
 

@@ -81,7 +81,7 @@ private:
     std::optional<PartText> partText_;  // as the part was opened
     bool isGathered_ = false;           // partText_ was tried
     bool isEdited_ = false;
-    std::string text_;                               // UTF-8, kept from the first edit on
+    std::string text_;                               // UTF-8, kept while there are edits
     std::map<std::size_t, LinkChange> linkChanges_;  // by index
     std::vector<std::size_t> removedLinks_;          // indices of links that are gone from the bytes, ascending
     std::map<std::string, std::size_t> idUses_;      // by relationship id

@@ -1,6 +1,7 @@
 #include "office/builtin/XmlEncoding.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "office/builtin/Damage.h"
 #include "platform/String.h"
@@ -24,7 +25,24 @@ bool DeclaresOtherEncoding(std::string_view bytes)
     std::string name(declaration.substr(open + 1, declaration.find(declaration[open], open + 1) - open - 1));
     std::ranges::transform(name, name.begin(),
                            [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return name != "utf-8" && name != "utf8" && name != "us-ascii" && name != "ascii";
+    return name != "utf-8" && name != "utf8";
+}
+
+std::string WithReferences(std::string_view utf8)
+{
+    const String units = FromUtf8(utf8);
+    std::string bytes;
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        char32_t codePoint = units[i];
+        if (codePoint < 0x80) {
+            bytes += static_cast<char>(codePoint);
+            continue;
+        }
+        if (codePoint >= 0xD800 && codePoint <= 0xDBFF && i + 1 < units.size())
+            codePoint = 0x10000 + ((codePoint - 0xD800) << 10) + (units[++i] - 0xDC00u);
+        bytes += "&#" + std::to_string(static_cast<std::uint32_t>(codePoint)) + ";";
+    }
+    return bytes;
 }
 
 }  // namespace
@@ -36,15 +54,16 @@ XmlEncoding EncodingOf(std::string_view bytes, std::string_view part)
         return XmlEncoding::Utf16LittleEndian;
     if (starts("\xFE\xFF") || starts(std::string_view("\0<", 2)))
         return XmlEncoding::Utf16BigEndian;
-    if (DeclaresOtherEncoding(bytes) &&
-        std::ranges::any_of(bytes, [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
+    if (!DeclaresOtherEncoding(bytes))
+        return XmlEncoding::Utf8;
+    if (std::ranges::any_of(bytes, [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
         throw Damage(part, "its encoding is neither UTF-8 nor UTF-16");
-    return XmlEncoding::Utf8;
+    return XmlEncoding::Ascii;
 }
 
 std::string DecodeXml(std::string_view bytes, XmlEncoding encoding, std::string_view part)
 {
-    if (encoding == XmlEncoding::Utf8)
+    if (encoding == XmlEncoding::Utf8 || encoding == XmlEncoding::Ascii)
         return std::string(bytes);
     if (bytes.size() % 2 != 0)
         throw Damage(part, "its UTF-16 text is cut");
@@ -63,6 +82,8 @@ std::string EncodeXml(std::string_view utf8, XmlEncoding encoding)
 {
     if (encoding == XmlEncoding::Utf8)
         return std::string(utf8);
+    if (encoding == XmlEncoding::Ascii)
+        return WithReferences(utf8);
     const String units = FromUtf8(utf8);
     std::string bytes(units.size() * 2, '\0');
     const std::size_t high = encoding == XmlEncoding::Utf16BigEndian ? 0 : 1;
