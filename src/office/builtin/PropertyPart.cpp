@@ -60,8 +60,9 @@ std::string_view DefaultPrefix(Ns ns)
 
 std::string_view UriOf(Ns ns)
 {
-    return ns == Ns::DublinCore ? "http://purl.org/dc/elements/1.1/"
-                                : "http://schemas.openxmlformats.org/package/2006/metadata/core-properties";
+    return ns == Ns::DublinCore       ? "http://purl.org/dc/elements/1.1/"
+           : ns == Ns::CoreProperties ? "http://schemas.openxmlformats.org/package/2006/metadata/core-properties"
+                                      : "http://schemas.openxmlformats.org/officeDocument/2006/extended-properties";
 }
 
 }  // namespace
@@ -169,8 +170,9 @@ std::string PropertyPart::NewElement(const Element& element) const
     std::string binding;
     if (const auto bound = prefixes_.find(element.ns); bound != prefixes_.end())
         prefix = bound->second;
-    else if (entry_ && !prefix.empty())
-        binding = " xmlns:" + prefix.substr(0, prefix.size() - 1) + "=\"" + std::string(UriOf(element.ns)) + "\"";
+    else if (entry_)
+        binding = (prefix.empty() ? " xmlns" : " xmlns:" + prefix.substr(0, prefix.size() - 1)) + "=\"" +
+                  std::string(UriOf(element.ns)) + "\"";
     const std::string name = prefix + element.localName;
     return "<" + name + binding + ">" + EscapePropertyText(element.text) + "</" + name + ">";
 }
