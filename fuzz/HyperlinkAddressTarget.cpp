@@ -15,13 +15,14 @@ namespace
 {
 
 /// Addresses that a target can hold as they are: printable ASCII without a blank, "%" and "#", which have a meaning of
-/// their own in targets, and of the two slashes only the one that the kind of address uses.
+/// their own in targets, and of the two slashes only the one that the kind of address uses. A server has a name.
 bool IsSane(StringView address)
 {
     const bool isPath = builtin::IsFileAddress(address);
-    return !address.empty() && !address.starts_with(u"file:") && std::ranges::all_of(address, [&](char16_t unit) {
-        return unit > u' ' && unit < 0x7F && unit != u'%' && unit != u'#' && unit != (isPath ? u'/' : u'\\');
-    });
+    return !address.empty() && !address.starts_with(u"file:") && !address.starts_with(u"\\\\\\") &&
+           std::ranges::all_of(address, [&](char16_t unit) {
+               return unit > u' ' && unit < 0x7F && unit != u'%' && unit != u'#' && unit != (isPath ? u'/' : u'\\');
+           });
 }
 
 void WriteAndRead(std::string_view target, StringView address)
