@@ -190,7 +190,9 @@ std::string WriteTarget(std::string_view oldTarget, StringView address, bool wit
     if (address == old.address)
         return std::string(oldTarget);
     const Kind kind = HasScheme(address) ? Kind::Web : IsRooted(address) ? Kind::File : Kind::Relative;
-    const std::string fragment = old.hasFragment ? "#" + std::string(old.fragment) : std::string();
+    // Mail has no fragments: one that was handed on would read as part of the address.
+    const bool takesFragment = old.hasFragment && !StartsWithNoCase(ToUtf8(address), "mailto:");
+    const std::string fragment = takesFragment ? "#" + std::string(old.fragment) : std::string();
     const bool forwardSlashes = kind == Kind::Relative && old.body.find('\\') == std::string_view::npos;
     // A drive and a server begin in different ways; neither takes over the other's beginning.
     const bool otherRoot =
