@@ -122,21 +122,36 @@ TagCounts ScanTags(std::string_view xml, Candidate&& candidate)
     return counts;
 }
 
-/// Where the content of a text element begins whose name's last part begins behind `at` ("<" or ":"): 0 when no such
-/// element's start tag stands there, npos when the tag needs a proper reading.
-std::size_t ContentBegin(std::string_view xml, std::size_t at)
+/// The start tag of a text element.
+struct TextTag {
+    enum class Kind { None, Start, NeedsReading } kind = Kind::None;
+    std::string_view name;    // qualified
+    std::size_t content = 0;  // where its content begins
+};
+
+/// The tag whose name's last part begins behind `at` ("<" or ":").
+TextTag ReadTextTag(std::string_view xml, std::size_t at)
 {
     if (at + 2 >= xml.size() || !EndsName(xml[at + 2]))
-        return 0;
+        return {};
     std::size_t open = at;
     while (open > 0 && xml[open] != '<' && !EndsName(xml[open]) && xml[open] != '"' && xml[open] != '\'')
         --open;
     if (xml[open] != '<')
-        return 0;  // an end tag, an attribute, text
+        return {};  // an end tag, an attribute, text
     const std::size_t close = xml.find('>', at + 2);
     if (close == std::string_view::npos || !HasWholeAttributes(xml.substr(open, close - open)))
-        return std::string_view::npos;
-    return xml[close - 1] == '/' ? 0 : close + 1;
+        return {TextTag::Kind::NeedsReading, {}, 0};
+    if (xml[close - 1] == '/')
+        return {};
+    return {TextTag::Kind::Start, xml.substr(open + 1, at + 1 - open), close + 1};
+}
+
+/// True when the text element whose end tag begins at `at` is the last child of its run, as it must be.
+bool EndsItsRun(std::string_view xml, std::size_t at)
+{
+    const std::size_t next = xml.find('<', at + 1);
+    return next != std::string_view::npos && xml.substr(next).starts_with("</");
 }
 
 /// Appends content folded. Plain ASCII goes many characters at a time.
@@ -181,16 +196,20 @@ std::optional<PartText> PartText::Gather(std::string_view xml)
 {
     String text;
     bool needsReading = false;
+    std::string_view usualName;
     const TagCounts counts = ScanTags(xml, [&](std::size_t at) {
-        const std::size_t begin = needsReading ? 0 : ContentBegin(xml, at);
-        if (begin == 0)
+        const TextTag tag = needsReading ? TextTag{} : ReadTextTag(xml, at);
+        if (tag.kind == TextTag::Kind::None)
             return;
-        const std::size_t end = begin == std::string_view::npos ? begin : xml.find('<', begin);
-        if (end == std::string_view::npos) {
+        const std::size_t end = tag.kind == TextTag::Kind::Start ? xml.find('<', tag.content) : std::string_view::npos;
+        if (usualName.empty())
+            usualName = tag.name;
+        // Another vocabulary's text, or a second one in a run, would stand between what belongs together.
+        if (end == std::string_view::npos || tag.name != usualName || !EndsItsRun(xml, end)) {
             needsReading = true;
             return;
         }
-        const std::string_view content = xml.substr(begin, end - begin);
+        const std::string_view content = xml.substr(tag.content, end - tag.content);
         // Escaped control characters and line ends to be read as one change what characters there are.
         if (content.find('\r') != std::string_view::npos || content.find("_x00") != std::string_view::npos)
             needsReading = true;

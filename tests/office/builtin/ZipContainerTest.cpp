@@ -193,38 +193,41 @@ std::vector<std::size_t> HeaderBytes(const std::string& bytes)
     return offsets;
 }
 
-/// Opens and walks the bytes and writes an edited copy, without replacing anything. Whatever is no Failure passes
-/// through.
-void OpenWalkAndWrite(const std::string& bytes, const TemporaryFolder& folder)
+/// Opens and walks the bytes. Whatever is no Failure passes through.
+void OpenAndWalk(const std::string& bytes)
+{
+    Walked(bytes, builtin::Limits::Small());
+}
+
+/// Writes a copy with every second entry replaced, as far as the directory can be read. The old file stays.
+void WriteOver(const String& target, const std::string& bytes)
 {
     RaisedBy([&] {
-        auto memory = BytesInMemory(std::as_bytes(std::span(bytes)));
-        const auto file = std::make_shared<builtin::PresentationFile>(std::move(memory), builtin::Limits::Small());
-        WalkEverything(*builtin::MakePresentation(file, u""));
         const auto source = BytesInMemory(std::as_bytes(std::span(bytes)));
         const builtin::ZipDirectory directory(*source, builtin::Limits::Small());
         builtin::ZipChanges changes;
         for (std::size_t i = 0; i < directory.Entries().size(); i += 2)
             changes.replaced[i] = "changed";
-        ReplacementFile target(folder.PathOf(u"target"));
-        builtin::WriteZip(*source, directory, changes, target);
+        ReplacementFile file(target);
+        builtin::WriteZip(*source, directory, changes, file);
     });
 }
 
 TEST(ZipContainer, EveryFlippedHeaderByteOpensOrIsAFailure)
 {
     const TemporaryFolder folder;
-    folder.Write(u"target", "old");
+    const String target = folder.Write(u"target", "old");
     for (const std::string& original :
          {SmallDeck().Bytes(), SmallDeck().DataDescriptor().Zip64().Comment("comment").Bytes()})
-        for (const std::size_t at : HeaderBytes(original))
-            for (const char mask : {'\x01', '\x80', '\xFF'}) {
-                std::string bytes = original;
-                bytes[at] = static_cast<char>(bytes[at] ^ mask);
+        for (const std::size_t at : HeaderBytes(original)) {
+            std::string bytes = original;
+            bytes[at] = static_cast<char>(bytes[at] ^ '\x01');
+            EXPECT_NO_THROW(OpenAndWalk(bytes)) << "byte " << at;
 
-                EXPECT_NO_THROW(OpenWalkAndWrite(bytes, folder)) << "byte " << at;
-            }
-    EXPECT_EQ(ContentOf(folder.PathOf(u"target")), "old");
+            bytes[at] = static_cast<char>(~original[at]);
+            EXPECT_NO_THROW(WriteOver(target, bytes)) << "byte " << at;
+        }
+    EXPECT_EQ(ContentOf(target), "old");
 }
 
 // --- Limits --------------------------------------------------------------------------------------------------------
@@ -300,12 +303,11 @@ TEST(Limits, GroupsMayNestAsDeepAsTheLimitAndNoDeeper)
 
 TEST(Limits, ASmallFileThatUnpacksToFarMoreThanALimitIsRefusedBeforeItIsUnpacked)
 {
-    Deck deck = SmallDeck().Entry(slide1, std::string((std::size_t{64} << 20) + 1, ' '));
+    const builtin::Limits small = builtin::Limits::Small();
+    const std::string bytes = SmallDeck().Entry(slide1, std::string(small.partBytes + 1, ' ')).Bytes();
 
-    const std::string bytes = deck.Bytes();
-
-    ASSERT_LT(bytes.size(), std::size_t{1} << 20);
-    EXPECT_THAT(Walked(bytes), FailsWith(corrupt, "more than a part may"));
+    ASSERT_LT(bytes.size(), small.partBytes / 50);
+    EXPECT_THAT(Walked(bytes, small), FailsWith(corrupt, "more than a part may"));
 }
 
 }  // namespace
