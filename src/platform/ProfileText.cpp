@@ -1,0 +1,104 @@
+#include "platform/ProfileText.h"
+
+#include <optional>
+
+#include "platform/CaseFolding.h"
+#include "platform/Files.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view Trimmed(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// Takes the first line off `rest`. An empty line between CR and LF does no harm, as empty lines say nothing.
+std::string_view TakeLine(std::string_view& rest)
+{
+    const std::size_t end = rest.find_first_of("\r\n");
+    const std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    return Trimmed(line);
+}
+
+bool IsName(std::string_view text, const String& foldedName)
+{
+    return FoldCase(FromUtf8(Trimmed(text))) == foldedName;
+}
+
+/// What stands between the brackets of a section line; nothing for any other line.
+std::optional<std::string_view> SectionOf(std::string_view line)
+{
+    const std::size_t end = line.find(']');
+    if (!line.starts_with('[') || end == std::string_view::npos)
+        return std::nullopt;
+    return line.substr(1, end - 1);
+}
+
+/// The value as it stands behind the equals sign of its line, in the first section of that name.
+std::string_view RawValue(std::string_view rest, const String& section, const String& key)
+{
+    bool isInSection = false;
+    while (!rest.empty()) {
+        const std::string_view line = TakeLine(rest);
+        if (const auto name = SectionOf(line)) {
+            if (isInSection)
+                return {};
+            isInSection = IsName(*name, section);
+            continue;
+        }
+        if (!isInSection || line.starts_with(';') || line.starts_with('['))
+            continue;
+        const std::size_t equals = line.find('=');
+        if (equals != std::string_view::npos && IsName(line.substr(0, equals), key))
+            return line.substr(equals + 1);
+    }
+    return {};
+}
+
+std::string_view WithoutQuotes(std::string_view value)
+{
+    const bool isQuoted =
+        value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
+    return isQuoted ? value.substr(1, value.size() - 2) : value;
+}
+
+/// The first `count` characters of a text, a surrogate pair being one.
+String FirstCharacters(String text, std::size_t count)
+{
+    std::size_t end = 0;
+    for (; end < text.size() && count > 0; --count) {
+        const bool isPair =
+            (text[end] & 0xFC00) == 0xD800 && end + 1 < text.size() && (text[end + 1] & 0xFC00) == 0xDC00;
+        end += isPair ? 2 : 1;
+    }
+    text.resize(end);
+    return text;
+}
+
+}  // namespace
+
+String ProfileValue(std::string_view content, StringView section, StringView key, std::size_t longest)
+{
+    if (content.starts_with(byteOrderMark))
+        content.remove_prefix(byteOrderMark.size());
+    const std::string_view raw = RawValue(content, FoldCase(section), FoldCase(key));
+    return FirstCharacters(FromUtf8(WithoutQuotes(Trimmed(raw.substr(0, raw.find('\0'))))), longest);
+}
+
+String ReadProfileValue(StringView path, StringView section, StringView key, std::size_t longest)
+{
+    return FileExists(path) ? ProfileValue(ReadWholeFile(path), section, key, longest) : String();
+}
+
+}  // namespace tessarine
