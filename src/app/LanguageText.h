@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/String.h"
+
+/// The texts that a user reads. They stand in one file per language, "<language>.lng", in the sectioned form that
+/// platform/ProfileText.h describes: a section per window under its class name, and "Global Msg" for messages.
+namespace tessarine
+{
+
+/// Folder of the language files: "Languages" beside the executable. Without a trailing separator.
+String LanguageFolder();
+
+/// The text of a key in CurrentLanguageFile, at most 4,095 characters. The file is read at every call. Empty when there
+/// is no such file, section or key; nothing else takes its place. A file that can't be read is logged and gives the
+/// empty text.
+///
+/// A text that keeps leading spaces (it stands in quotes) loses as many characters at its end.
+String GetLngString(const String& section, const String& key);
+
+}  // namespace tessarine
