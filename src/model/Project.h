@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "model/CustomProperties.h"
@@ -11,6 +12,7 @@
 #include "model/OptionSetting.h"
 #include "model/PowerPoint.h"
 #include "model/ProjectOptions.h"
+#include "platform/Failure.h"
 
 namespace tessarine
 {
@@ -20,7 +22,8 @@ class CounterStatuses;
 /// One job: the find/replace list, the options that hold for the whole run, a few named strings, and the operations that
 /// run it. Made through std::make_shared, because a run points the items of a list handed to it at this project.
 ///
-/// The operations of a run live in src/run: FileSet.cpp, RunLoop.cpp, Restart.cpp, Backups.cpp.
+/// The operations of a run live in src/run: FileSet.cpp, RunLoop.cpp, Restart.cpp, Backups.cpp; those of its file in
+/// ProjectFile.cpp beside this.
 class Project : public std::enable_shared_from_this<Project>
 {
 public:
@@ -37,6 +40,31 @@ public:
 
     /// Copy of RequiredFindAndReplaceCount, taken when a run starts.
     bool IsReqCount = false;
+
+    // --- The project file (docs/formats/tsq.md) -----------------------------------------------------------------
+
+    /// Takes options, list and project-level options of a project file, and true, in place of its own; the file's custom
+    /// properties are appended to those that it has. The list file that they may name is not read.
+    ///
+    /// False otherwise: `vError` is 1 when the file is not there, 2 when its extension is not "tsq", and stays as it was
+    /// for any other failure, which is logged. The project is unchanged then, except that custom properties before a bad one stay.
+    /// Items beyond 32,767 are failure 6.
+    bool LoadProject(const String& vFilepath, std::int32_t& vError);
+
+    /// Writes the project to a file; a path with another extension gets ".tsq" behind it, in the caller's string too. An
+    /// empty path does nothing, a missing folder shows a message; every other failure is logged: a path without a
+    /// folder (5), more than 32,767 items or custom properties (6), a file that can't be written. The file is then the
+    /// old one. `vIsReplace` is ignored.
+    ///
+    /// The file never gets shorter: what an older file has behind the length of the new block stays there.
+    void SaveAsProject(String& vFilepath, bool vIsReplace);
+
+    /// SaveAsProject to the project's own path. Nothing assigns that path, so this does nothing. This is intended.
+    void SaveProject();
+
+    /// What the last LoadProject or SaveAsProject logged, nothing when it logged nothing: for callers that tell more
+    /// than a yes or no.
+    std::optional<Failure> FileFailure;
 
     // --- The file set -------------------------------------------------------------------------------------------
 
@@ -94,6 +122,7 @@ private:
 
     std::shared_ptr<powerpoint::Provider> provider_;
     std::shared_ptr<powerpoint::Application> application_;  // null between runs
+    String path_;                                           // always empty, see SaveProject
 };
 
 /// Owns a project and opens the circle project, list, item, project at its end, so that the project goes away.

@@ -25,6 +25,7 @@ inline constexpr std::int32_t DiskFull = 61;
 inline constexpr std::int32_t PermissionDenied = 70;
 inline constexpr std::int32_t PathNotFound = 76;
 inline constexpr std::int32_t ObjectNotSet = 91;
+inline constexpr std::int32_t InvalidFileFormat = 321;  ///< Not a property bag.
 inline constexpr std::int32_t CannotCreateObject = 429;
 inline constexpr std::int32_t KeyAlreadyUsed = 457;
 inline constexpr std::int32_t ServerGone = 462;

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/NativePath.h"
 #include "platform/SystemFailure.h"
 
 namespace tessarine
@@ -39,15 +40,24 @@ bool MayWrite(const std::string& path)
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
+/// The mask of this process can only be read by setting it.
+mode_t ModeOfNewFiles()
+{
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666 & ~mask;
+}
+
 }  // namespace
 
-ReplacementFile::ReplacementFile(StringView path) : target_(ResolveLinks(ToUtf8(path)))
+ReplacementFile::ReplacementFile(StringView path, Missing missing) : target_(ResolveLinks(NativePath(path)))
 {
     struct stat old = {};
-    if (stat(target_.c_str(), &old) != 0)
+    const bool isNew = stat(target_.c_str(), &old) != 0;
+    if (isNew && (errno != ENOENT || missing == Missing::Fails))
         Fail(errno, "save");
     // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
-    if (!MayWrite(target_))
+    if (!isNew && !MayWrite(target_))
         Fail(errno, "save");
 
     temporary_ = FolderOf(target_) + "/.tessarine-XXXXXX";
@@ -57,9 +67,9 @@ ReplacementFile::ReplacementFile(StringView path) : target_(ResolveLinks(ToUtf8(
         Fail(errno, "save (no new file can be made beside)");
     }
     // The owner first, since changing it clears bits of the mode. Only a privileged user may give files away: no failure.
-    if (old.st_uid != geteuid() || old.st_gid != getegid())
+    if (!isNew && (old.st_uid != geteuid() || old.st_gid != getegid()))
         static_cast<void>(!fchown(descriptor_, old.st_uid, old.st_gid));
-    if (fchmod(descriptor_, old.st_mode & 07777) != 0) {
+    if (fchmod(descriptor_, isNew ? ModeOfNewFiles() : old.st_mode & 07777) != 0) {
         const int error = errno;
         close(descriptor_);
         unlink(temporary_.c_str());

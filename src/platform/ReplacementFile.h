@@ -19,8 +19,11 @@ namespace tessarine
 class ReplacementFile
 {
 public:
-    /// Makes the new file. Raises as SystemFailure tells (folder not writable, disk full, ...).
-    explicit ReplacementFile(StringView path);
+    /// What becomes of a path without a file: a failure, or a file with the mode of any new one.
+    enum class Missing { Fails, IsMade };
+
+    /// Makes the new file. Raises as SystemFailure tells (folder not writable, disk full, ...), 53 for a path with a NUL.
+    explicit ReplacementFile(StringView path, Missing missing = Missing::Fails);
 
     /// Removes the new file unless it was committed.
     ~ReplacementFile();

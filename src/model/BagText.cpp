@@ -1,0 +1,99 @@
+#include "model/BagText.h"
+
+#include <cstdint>
+
+namespace tessarine
+{
+
+namespace
+{
+
+bool IsHighSurrogate(char16_t unit)
+{
+    return (unit & 0xFC00) == 0xD800;
+}
+
+bool IsLowSurrogate(char16_t unit)
+{
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+void AppendSurrogate(std::string& bytes, char16_t unit)
+{
+    bytes += '\xED';
+    bytes += static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+    bytes += static_cast<char>(0x80 | (unit & 0x3F));
+}
+
+struct Sequence {
+    std::size_t length = 0;  // bytes, 0 when they are not a sequence
+    char32_t codePoint = 0;
+};
+
+/// The first sequence of bytes that are not empty. A surrogate's number counts as a code point here.
+Sequence FirstSequence(std::string_view bytes)
+{
+    const auto lead = static_cast<std::uint8_t>(bytes.front());
+    if (lead < 0x80)
+        return {1, lead};
+    const std::size_t length = lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    if (length == 0 || length > bytes.size())
+        return {};
+    char32_t codePoint = lead & (0xFFu >> (length + 1));
+    for (const char byte : bytes.substr(1, length - 1)) {
+        if ((byte & 0xC0) != 0x80)
+            return {};
+        codePoint = codePoint << 6 | (byte & 0x3F);
+    }
+    constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (codePoint < smallest[length] || codePoint > 0x10FFFF)
+        return {};
+    return {length, codePoint};
+}
+
+}  // namespace
+
+std::string BagTextFrom(StringView text)
+{
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char16_t unit = text[at];
+        if (IsHighSurrogate(unit) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
+            AppendUtf8(bytes, 0x10000 + ((unit - 0xD800u) << 10) + (text[at + 1] - 0xDC00u));
+            ++at;
+        } else if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
+            AppendSurrogate(bytes, unit);
+        } else {
+            AppendUtf8(bytes, unit);
+        }
+    }
+    return bytes;
+}
+
+std::optional<String> TextFromBag(std::string_view bytes)
+{
+    String text;
+    text.reserve(bytes.size());
+    bool behindLoneHigh = false;
+    while (!bytes.empty()) {
+        const auto [length, codePoint] = FirstSequence(bytes);
+        if (length == 0)
+            return std::nullopt;
+        bytes.remove_prefix(length);
+        if (codePoint >= 0x10000) {
+            text += static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+            text += static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+            behindLoneHigh = false;
+            continue;
+        }
+        const auto unit = static_cast<char16_t>(codePoint);
+        if (behindLoneHigh && IsLowSurrogate(unit))
+            return std::nullopt;
+        behindLoneHigh = IsHighSurrogate(unit);
+        text += unit;
+    }
+    return text;
+}
+
+}  // namespace tessarine

@@ -1,0 +1,276 @@
+#include "model/Project.h"
+
+#include <algorithm>
+#include <span>
+#include <vector>
+
+#include "model/ProjectKeys.h"
+#include "model/PropertyBag.h"
+#include "platform/CaseFolding.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Files.h"
+#include "platform/Messages.h"
+#include "platform/PathSeparator.h"
+#include "platform/RandomAccessFile.h"
+#include "platform/ReplacementFile.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Class Module Project";
+
+// --- Paths
+// --------------------------------------------------------------------------------------------------------------
+
+/// What follows the last dot of the whole path is the extension, be the dot in a folder's name.
+bool HasProjectExtension(StringView path)
+{
+    const std::size_t dot = path.rfind(u'.');
+    return dot != StringView::npos && ToUpper(path.substr(dot + 1)) == u"TSQ";
+}
+
+/// All before the last separator, of a file in the root the root itself.
+String FolderOf(const String& path)
+{
+    const std::size_t separator = path.rfind(PathSeparator);
+    if (separator == String::npos)
+        throw Failure(FailureNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
+    return path.substr(0, separator == 0 ? 1 : separator);
+}
+
+// --- Reading
+// ----------------------------------------------------------------------------------------------------------
+
+/// Fills fields from a bag. A key that is not there gives the empty value. A value of another type is taken as the
+/// platform converts it, except that a text is neither a boolean nor a number (13).
+class FieldReader
+{
+public:
+    explicit FieldReader(const PropertyBag& bag) : bag_(bag) {}
+
+    void operator()(const String& key, bool& field) const { field = Number(key) != 0; }
+    void operator()(const String& key, std::int32_t& field) const { field = Number(key); }
+    void operator()(const String& key, String& field) const
+    {
+        const auto value = bag_.ReadProperty(key);
+        field = value ? std::visit(ToText(), *value) : String();
+    }
+
+    void operator()(const String& prefix, OptionSetting& setting) const
+    {
+        for (const OptionKey& key : OptionKeys)
+            (*this)(prefix + key.name, setting.*key.field);
+    }
+
+    /// A count, which no writer makes larger than 16 bits hold.
+    std::int16_t Count(StringView key) const { return Checked<std::int16_t>(Number(String(key))); }
+
+private:
+    struct ToText {
+        String operator()(bool value) const { return value ? u"True" : u"False"; }
+        String operator()(std::int32_t value) const { return FromUtf8(std::to_string(value)); }
+        String operator()(const String& value) const { return value; }
+    };
+
+    std::int32_t Number(const String& key) const
+    {
+        const auto value = bag_.ReadProperty(key);
+        if (!value)
+            return 0;
+        if (const bool* boolean = std::get_if<bool>(&*value))
+            return *boolean ? -1 : 0;
+        if (const std::int32_t* number = std::get_if<std::int32_t>(&*value))
+            return *number;
+        throw Failure(FailureNumber::TypeMismatch, u"Type mismatch: " + key + u" is a text");
+    }
+
+    const PropertyBag& bag_;
+};
+
+/// Reads no more than the block that the file begins with: what is left of a longer, older file is not part of it.
+void ReadStoredBlock(const String& path, PropertyBag& bag)
+{
+    const RandomAccessFile file(path);
+    std::vector<std::byte> bytes(std::min<std::uint64_t>(file.Size(), PropertyBag::HeaderLength));
+    file.Read(0, bytes);
+    if (bytes.size() == PropertyBag::HeaderLength) {
+        const auto length = PropertyBag::BlockLength(std::span(bytes).first<PropertyBag::HeaderLength>());
+        if (length > bytes.size() && length <= PropertyBag::LongestBlock) {
+            bytes.resize(std::min(file.Size(), *length));
+            file.Read(0, bytes);
+        }
+    }
+    try {
+        // A file that is not a bag is noticed here. It is closed all the same: an open file hinders nobody on this
+        // system.
+        bag.PutContents(bytes);
+    } catch (const Failure& failure) {
+        throw Failure(failure.number, failure.description + u": " + path);
+    }
+}
+
+void ReadItems(const FieldReader& read, FindAndReplaceItems& items, const std::shared_ptr<Project>& owner)
+{
+    const std::int16_t count = read.Count(ItemCountKey);
+    for (std::int32_t i = 0; i < count; ++i) {
+        const String key = ItemKey(i);
+        const auto setting = std::make_shared<OptionSetting>();
+        read(key, *setting);
+        String findWhat;
+        String replaceWith;
+        read(key + u"FindWhat", findWhat);
+        read(key + u"ReplaceWith", replaceWith);
+        items.Add(findWhat, replaceWith, setting, owner);
+    }
+}
+
+/// Name and value of a stored custom property. A value is cut at its first vertical bar, as the bar has no escape.
+void ReadCustomProperties(const FieldReader& read, CustomProperties& properties)
+{
+    const std::int16_t count = read.Count(CustomPropertyCountKey);
+    for (std::int32_t n = 1; n <= count; ++n) {
+        String joined;
+        read(PropertyKey(n), joined);
+        const std::size_t bar = joined.find(u'|');
+        if (bar == String::npos)
+            throw Failure(FailureNumber::SubscriptOutOfRange,
+                          u"Subscript out of range: " + PropertyKey(n) + u" has no vertical bar");
+        const std::size_t end = joined.find(u'|', bar + 1);
+        properties.Add(joined.substr(0, bar), joined.substr(bar + 1, end - bar - 1));
+    }
+}
+
+// --- Writing
+// ----------------------------------------------------------------------------------------------------------
+
+void WriteOptionSetting(PropertyBag& bag, const String& prefix, const OptionSetting& setting)
+{
+    for (const OptionKey& key : OptionKeys)
+        bag.WriteProperty(prefix + key.name, setting.*key.field);
+}
+
+void WriteProject(PropertyBag& bag, const Project& project)
+{
+    const std::int32_t itemCount = Set(project.FindAndReplaceList)->Count();
+    bag.WriteProperty(String(ItemCountKey), itemCount);
+    VisitOptions(*Set(project.options), [&](const String& key, const auto& field) { bag.WriteProperty(key, field); });
+    WriteOptionSetting(bag, {}, *Set(project.FindAndReplaceItemsOptionSetting));
+
+    Checked<std::int16_t>(itemCount);
+    std::int32_t i = 0;
+    for (const auto& item : project.FindAndReplaceList->NewEnum()) {
+        const String key = ItemKey(i++);
+        bag.WriteProperty(key + u"FindWhat", item->FindWhat);
+        bag.WriteProperty(key + u"ReplaceWith", item->ReplaceWith);
+        WriteOptionSetting(bag, key, *Set(item->OptionSetting));
+    }
+
+    const auto customPropertyCount = Checked<std::int16_t>(Set(project.CustomProperies)->Count());
+    std::int32_t n = 0;
+    for (const auto& property : project.CustomProperies->NewEnum())
+        bag.WriteProperty(PropertyKey(++n), property->ProperyName + u"|" + property->PropertyValue);
+    bag.WriteProperty(String(CustomPropertyCountKey), std::int32_t{customPropertyCount});
+}
+
+/// The file that a path names, null when it names nothing.
+std::unique_ptr<RandomAccessFile> OldFile(const String& path)
+{
+    try {
+        return std::make_unique<RandomAccessFile>(path);
+    } catch (const Failure& failure) {
+        if (failure.number != FailureNumber::SystemFileNotFound)
+            throw;
+        return nullptr;
+    }
+}
+
+/// Puts the block over the start of a file, all or nothing. A file is not emptied first, so an older one that is longer
+/// leaves its tail behind the block. This is intended.
+void StoreBlock(const String& path, std::string_view block)
+{
+    const auto old = OldFile(path);
+    ReplacementFile file(path, ReplacementFile::Missing::IsMade);
+    file.Write(std::as_bytes(std::span(block)));
+    if (old && old->Size() > block.size())
+        file.CopyFrom(*old, block.size(), old->Size() - block.size());
+    file.Commit();
+}
+
+/// Runs `body` and keeps what it fails with, besides handing it on.
+template <class Body>
+auto KeepFailure(std::optional<Failure>& kept, Body&& body)
+{
+    kept.reset();
+    try {
+        return body();
+    } catch (...) {
+        kept = CurrentFailure();
+        throw;
+    }
+}
+
+}  // namespace
+
+bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
+{
+    return LogAndReturn({u"LoadProject", place}, [&] {
+        return KeepFailure(FileFailure, [&] {
+            if (!FileExists(vFilepath)) {
+                vError = 1;
+                return false;
+            }
+            if (!HasProjectExtension(vFilepath)) {
+                vError = 2;
+                return false;
+            }
+            PropertyBag bag;
+            ReadStoredBlock(vFilepath, bag);
+
+            const FieldReader read(bag);
+            const auto loaded = std::make_shared<Project>();
+            VisitOptions(*loaded->options, read);
+            read({}, *loaded->FindAndReplaceItemsOptionSetting);
+            ReadItems(read, *loaded->FindAndReplaceList, shared_from_this());
+            // Appended to the project at once, before anything else of it changes: a failure here leaves those before
+            // it, and a project that has custom properties keeps them in front. Both are intended.
+            ReadCustomProperties(read, *Set(CustomProperies));
+
+            options = loaded->options;
+            FindAndReplaceList = loaded->FindAndReplaceList;
+            FindAndReplaceItemsOptionSetting = loaded->FindAndReplaceItemsOptionSetting;
+            return true;
+        });
+    });
+}
+
+void Project::SaveAsProject(String& vFilepath, bool)
+{
+    LogAndReturn({u"SaveAsProject", place}, [&] {
+        KeepFailure(FileFailure, [&] {
+            if (vFilepath.empty())
+                return;
+            const String folder = FolderOf(vFilepath);
+            if (!FolderExists(folder)) {
+                ShowMessage(folder + u" directory is not present.", MessageIcon::Information);
+                return;
+            }
+            if (!HasProjectExtension(vFilepath))
+                vFilepath += u".tsq";
+            PropertyBag bag;
+            WriteProject(bag, *this);
+            StoreBlock(vFilepath, bag.Contents());
+        });
+    });
+}
+
+void Project::SaveProject()
+{
+    if (!path_.empty())
+        SaveAsProject(path_, true);
+}
+
+}  // namespace tessarine

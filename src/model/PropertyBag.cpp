@@ -1,0 +1,223 @@
+#include "model/PropertyBag.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "model/BagText.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Crc32.h"
+#include "platform/Failure.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+// The eighth bit, both kinds of line end and the end sign of old systems show what a transfer as text has done.
+constexpr std::string_view magic = "\x89TSQ\r\n\x1A\n";
+constexpr std::uint32_t version = 1;
+constexpr std::size_t checksumLength = 4;
+
+enum class Type : std::uint8_t { Boolean = 1, Integer = 2, Text = 3 };
+
+template <class Integer>
+void Append(std::string& block, Integer value)
+{
+    for (std::size_t byte = 0; byte < sizeof value; ++byte)
+        block += static_cast<char>(value >> 8 * byte & 0xFF);
+}
+
+std::uint64_t IntegerIn(std::span<const std::byte> bytes)
+{
+    std::uint64_t value = 0;
+    for (std::size_t byte = bytes.size(); byte-- > 0;)
+        value = value << 8 | std::to_integer<std::uint64_t>(bytes[byte]);
+    return value;
+}
+
+std::span<const std::byte> BytesOf(std::string_view text)
+{
+    return std::as_bytes(std::span(text));
+}
+
+struct AppendValue {
+    std::string& block;
+
+    void operator()(bool value) const { block += value ? '\1' : '\0'; }
+    void operator()(std::int32_t value) const { Append(block, static_cast<std::uint32_t>(value)); }
+    void operator()(const String& value) const
+    {
+        const std::string bytes = BagTextFrom(value);
+        Append(block, static_cast<std::uint64_t>(bytes.size()));
+        block += bytes;
+    }
+};
+
+struct TypeOf {
+    Type operator()(bool) const { return Type::Boolean; }
+    Type operator()(std::int32_t) const { return Type::Integer; }
+    Type operator()(const String&) const { return Type::Text; }
+};
+
+[[noreturn]] void Refuse(const std::string& reason)
+{
+    throw Failure(FailureNumber::InvalidFileFormat, FromUtf8("Invalid file format: " + reason));
+}
+
+/// The records of a block, one part after the other. Every length is held against the bytes that are left.
+class Reader
+{
+public:
+    Reader(std::span<const std::byte> block, std::size_t begin) : block_(block), at_(begin) {}
+
+    bool IsAtEnd() const { return at_ == block_.size(); }
+
+    std::uint64_t Integer(std::size_t length) { return IntegerIn(Take(length)); }
+
+    String Text(std::size_t lengthLength)
+    {
+        const std::size_t begin = at_;
+        const auto bytes = Take(Integer(lengthLength));
+        auto text = TextFromBag({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        if (!text)
+            RefuseAt(begin, "a text is not valid UTF-8");
+        return *std::move(text);
+    }
+
+    PropertyBag::Value Value(std::uint64_t type)
+    {
+        const std::size_t begin = at_;
+        switch (Type{static_cast<std::uint8_t>(type)}) {
+            case Type::Boolean: {
+                const std::uint64_t value = Integer(1);
+                if (value > 1)
+                    RefuseAt(begin, "a boolean is neither 0 nor 1");
+                return value == 1;
+            }
+            case Type::Integer:
+                return static_cast<std::int32_t>(static_cast<std::uint32_t>(Integer(4)));
+            case Type::Text:
+                return Text(8);
+        }
+        RefuseAt(begin, "there is no type " + std::to_string(type));
+    }
+
+    [[noreturn]] static void RefuseAt(std::size_t offset, const std::string& reason)
+    {
+        Refuse("at byte " + std::to_string(offset) + " " + reason);
+    }
+
+private:
+    std::span<const std::byte> Take(std::uint64_t length)
+    {
+        if (length > block_.size() - at_)
+            RefuseAt(at_, "a record is longer than the block");
+        const auto bytes = block_.subspan(at_, static_cast<std::size_t>(length));
+        at_ += bytes.size();
+        return bytes;
+    }
+
+    std::span<const std::byte> block_;
+    std::size_t at_;
+};
+
+/// The block that `bytes` begin with, sound as far as header and checksum tell.
+std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
+{
+    if (!std::ranges::equal(bytes.first(std::min(bytes.size(), magic.size())), BytesOf(magic)))
+        Refuse("this is not a project file");
+    if (bytes.size() < PropertyBag::HeaderLength)
+        Refuse("the file ends inside its header");
+    const std::uint64_t found = IntegerIn(bytes.subspan(magic.size(), 4));
+    if (found != version)
+        Refuse("the project file has version " + std::to_string(found) + ", and this program reads version " +
+               std::to_string(version));
+    const std::uint64_t length = IntegerIn(bytes.subspan(12, 8));
+    if (length < PropertyBag::HeaderLength + checksumLength || length > PropertyBag::LongestBlock)
+        Refuse("the block gives its length as " + std::to_string(length));
+    if (length > bytes.size())
+        Refuse("the file ends at byte " + std::to_string(bytes.size()) + ", its block at byte " +
+               std::to_string(length));
+
+    const auto block = bytes.first(static_cast<std::size_t>(length) - checksumLength);
+    if (IntegerIn(bytes.subspan(block.size(), checksumLength)) != Crc32(block))
+        Refuse("the checksum does not match, so the file is damaged");
+    return block;
+}
+
+}  // namespace
+
+void PropertyBag::WriteProperty(const String& name, Value value)
+{
+    const auto found = index_.find(name);
+    if (found != index_.end()) {
+        found->second->value = std::move(value);
+        return;
+    }
+    if (records_.size() == MostValues)
+        throw Failure(FailureNumber::Overflow, u"Overflow");
+    Record& record = records_.emplace_back(Record{name, std::move(value)});
+    index_.emplace(record.name, &record);
+}
+
+std::optional<PropertyBag::Value> PropertyBag::ReadProperty(StringView name) const
+{
+    const auto found = index_.find(name);
+    return found == index_.end() ? std::nullopt : std::optional(found->second->value);
+}
+
+std::string PropertyBag::Contents() const
+{
+    std::string records;
+    for (const Record& record : records_) {
+        records += static_cast<char>(std::visit(TypeOf(), record.value));
+        const std::string name = BagTextFrom(record.name);
+        Append(records, Checked<std::uint32_t>(static_cast<std::int64_t>(name.size())));
+        records += name;
+        std::visit(AppendValue{records}, record.value);
+        if (records.size() > LongestBlock - HeaderLength - checksumLength)
+            throw Failure(FailureNumber::Overflow, u"Overflow");
+    }
+
+    std::string block(magic);
+    Append(block, version);
+    Append(block, static_cast<std::uint64_t>(HeaderLength + records.size() + checksumLength));
+    Append(block, static_cast<std::uint32_t>(records_.size()));
+    block += records;
+    Append(block, Crc32(BytesOf(block)));
+    return block;
+}
+
+void PropertyBag::PutContents(std::span<const std::byte> bytes)
+{
+    const auto block = SoundBlock(bytes);
+    const std::uint64_t count = IntegerIn(block.subspan(20, 4));
+    if (count > MostValues)
+        Refuse("the block holds " + std::to_string(count) + " values");
+
+    PropertyBag read;
+    Reader reader(block, HeaderLength);
+    for (std::uint64_t record = 0; record < count; ++record) {
+        const std::uint64_t type = reader.Integer(1);
+        const String name = reader.Text(4);
+        read.WriteProperty(name, reader.Value(type));
+        if (read.records_.size() != record + 1)
+            Refuse("the name " + ToUtf8(name) + " stands twice");
+    }
+    if (!reader.IsAtEnd())
+        Refuse("the block goes on behind its last record");
+    records_.swap(read.records_);
+    index_.swap(read.index_);
+}
+
+std::optional<std::uint64_t> PropertyBag::BlockLength(std::span<const std::byte, HeaderLength> header)
+{
+    if (!std::ranges::equal(header.first<magic.size()>(), BytesOf(magic)))
+        return std::nullopt;
+    return IntegerIn(header.subspan<12, 8>());
+}
+
+}  // namespace tessarine

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// Named, typed values in one flat set, which as a whole are a block of bytes: what a project file consists of.
+/// docs/formats/tsq.md describes the block byte by byte.
+class PropertyBag
+{
+public:
+    using Value = std::variant<bool, std::int32_t, String>;
+
+    /// More values than this no bag takes, and more bytes no block has: a hostile file can't ask for more memory.
+    static constexpr std::size_t MostValues = std::size_t{1} << 20;
+    static constexpr std::uint64_t LongestBlock = std::uint64_t{1} << 30;
+
+    PropertyBag() = default;
+    PropertyBag(const PropertyBag&) = delete;
+    PropertyBag& operator=(const PropertyBag&) = delete;
+
+    /// Stores a value behind those before it; a name that is there already keeps its place and gets the new value.
+    /// Names are told apart by every letter and its case. Raises 6 when the bag is full.
+    void WriteProperty(const String& name, Value value);
+
+    /// The value of a name, nothing when the bag has none.
+    std::optional<Value> ReadProperty(StringView name) const;
+
+    /// The whole bag as a block, values in the order of their writing. Raises 6 when it would be longer than
+    /// LongestBlock.
+    std::string Contents() const;
+
+    /// Replaces the whole bag by what a block holds; bytes behind the block are ignored. Raises 321 with a text that
+    /// tells the offset when the bytes do not begin with a sound block; the bag stays as it was.
+    void PutContents(std::span<const std::byte> bytes);
+
+    /// Bytes at the start of a block that BlockLength needs.
+    static constexpr std::size_t HeaderLength = 24;
+
+    /// How long the block is that begins with `header`, as it says itself; nothing when a block does not begin so.
+    static std::optional<std::uint64_t> BlockLength(std::span<const std::byte, HeaderLength> header);
+
+private:
+    struct Record {
+        String name;
+        Value value;
+    };
+
+    std::deque<Record> records_;  // a deque, as the index points at the names
+    std::map<StringView, Record*> index_;
+};
+
+}  // namespace tessarine
