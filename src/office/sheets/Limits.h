@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace tessarine::sheets
+{
+
+/// What the engine is willing to hold for one sheet. Far beyond what real lists need; a hostile file meets a failure
+/// (1004) here instead of the machine's memory.
+struct Limits {
+    std::uint64_t fileBytes = 256u << 20;
+    std::size_t cells = 65536u * 256u;   ///< As many as a sheet of a binary workbook has.
+    std::size_t textUnits = 256u << 20;  ///< All texts of a sheet together, UTF-16 units.
+    std::size_t formats = 65536;         ///< Number formats and cell formats of a workbook, each.
+
+    static Limits Default() { return {}; }
+
+    /// For fuzzing, where every case must be quick.
+    static Limits Small() { return {.fileBytes = 1u << 20, .cells = 1u << 16, .textUnits = 1u << 20, .formats = 1024}; }
+};
+
+}  // namespace tessarine::sheets
