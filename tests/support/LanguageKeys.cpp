@@ -1,0 +1,161 @@
+#include "support/LanguageKeys.h"
+
+#include <algorithm>
+
+namespace tessarine::test
+{
+
+namespace
+{
+
+using Names = std::vector<std::string>;
+
+/// The keys of one section, gathered by the class of control that they belong to.
+class Section
+{
+public:
+    explicit Section(std::string name) : name_(std::move(name)) {}
+
+    void Key(const std::string& key, LanguageEntry entry = LanguageEntry::Words, const std::string& placeholders = {})
+    {
+        keys_.push_back({name_, key, entry, placeholders});
+    }
+
+    /// Labels, buttons, option buttons and check boxes: a caption and a tip.
+    void Captioned(const Names& controls, LanguageEntry caption = LanguageEntry::Words)
+    {
+        for (const std::string& control : controls) {
+            Key(control + ".caption", caption);
+            Tip(control);
+        }
+    }
+
+    void Tip(const std::string& control) { Key(control + ".ToolTipText", LanguageEntry::WordsOrNone); }
+
+    const std::vector<LanguageKey>& Keys() const { return keys_; }
+
+private:
+    std::string name_;
+    std::vector<LanguageKey> keys_;
+};
+
+Section Messages()
+{
+    Section section("Global Msg");
+    for (const char* key : {"1001", "1002", "1003", "1008", "1016", "1028", "1029", "1037", "1039", "1043", "1044",
+                            "1045", "1046", "1047", "1048", "1049", "1050", "1051", "1052", "1054", "1055", "1056"})
+        section.Key(key);
+    section.Key("1053", LanguageEntry::Words, "s");
+    return section;
+}
+
+void AddMenu(Section& section)
+{
+    for (const char* item : {"mnuFile", "mnuOpen", "menuSave", "menuSaveAs", "mnuRecent", "mnuExit", "menuOption",
+                             "mnuChangeLanguage", "mnuStartSearching", "mnuStartReplacing", "mnuImportList",
+                             "mnuExportList", "mnuHelp", "mnuHelp1", "mnuHomePage", "mnuAbout"})
+        section.Key(std::string(item) + ".caption");
+    for (const char* item : {"mnuSep1", "mnuSep2", "mnuSep3", "mnuSep5"})
+        section.Key(std::string(item) + ".caption", LanguageEntry::Separator);
+}
+
+Section MainWindow()
+{
+    Section section("frmMain");
+    section.Captioned({"cmdStartReplacing(0)",
+                       "cmdStartReplacing(1)",
+                       "cmdAdd",
+                       "cmdDelete",
+                       "cmdSwap",
+                       "optLoad(0)",
+                       "optLoad(1)",
+                       "optFileProcess(0)",
+                       "optFileProcess(1)",
+                       "chkIncludesubfolders",
+                       "chkSelectAll",
+                       "chkMatchCase",
+                       "chkMatchWholeWord",
+                       "chkHAlfFulll",
+                       "chkPromptOnReplace",
+                       "chkCPUUsage",
+                       "chkRequireCount",
+                       "chkReadOnlyFile",
+                       "chkAllowAlert",
+                       "chkProccessLongestFileFirst",
+                       "chkBackupMode",
+                       "chkKeepOiginal",
+                       "lblStartfolder",
+                       "lblSpreadsheettypes",
+                       "lblSearchLocation",
+                       "lblISOVersion",
+                       "lblRevison",
+                       "lblRevisionBy",
+                       "lblPasswordOpen",
+                       "lblRestartFileCount",
+                       "lblRestartAfterSecond"});
+    section.Captioned({"cmdBrowse1", "cmdBrowse2", "cmdBrowse3", "fradivide"}, LanguageEntry::None);
+    for (const char* control :
+         {"cboSpreadsheetType", "cboversion", "txtGetFileName", "txtStartFolder", "txtLoadsearch", "txtRevisonProperty",
+          "txtPasswordOpen", "lstRestartAfterSecond", "lstRestartFileCount", "lstLookIn", "grdItems", "Toolbar1"})
+        section.Tip(control);
+    for (const char* frame : {"fraFileProcess", "fraReplacement", "frmOptions", "fremversioncontrol"})
+        section.Key(std::string(frame) + ".Caption", LanguageEntry::None);
+    section.Key("fraExcelControl.Caption");
+    for (const char* button : {"1", "2", "4"})
+        section.Key(std::string("Toolbar1.Buttons(") + button + ").ToolTipText");
+    section.Key("Toolbar1.Buttons(3).ToolTipText", LanguageEntry::None);  // a gap between buttons
+    for (const char* tab : {"0", "1", "2"})
+        section.Key(std::string("SSTab1.TabCaption(") + tab + ")");
+    for (const char* column : {"0", "1", "2", "3", "4", "5"})
+        section.Key(std::string("vsflex.TextMatrix(0,") + column + ")");
+    AddMenu(section);
+    for (const char* key : {"frmMain.caption", "106", "107", "109", "110", "111"})
+        section.Key(key);
+    return section;
+}
+
+Section ProcessingWindow()
+{
+    Section section("frmProcessingDocuments");
+    section.Captioned({"lblWarning", "lblelapsedSecs", "cmdOK", "cmdCopyLog", "cmdCommand(0)", "cmdCommand(1)"});
+    for (const char* label : {"lblDocChanged", "lblChangesMade"})
+        section.Tip(label);
+    // The captions of these two labels are the texts of a run, too.
+    section.Key("lblDocChanged.caption", LanguageEntry::Words, "dis");
+    section.Key("lblChangesMade.Caption", LanguageEntry::Words, "d");
+    for (const char* key : {"lblDocChanged.caption1", "lblDocChanged.caption2"})
+        section.Key(key, LanguageEntry::Words, "di");
+    for (const char* key : {"lblChangesMade.Caption1", "lblChangesMade.Caption4"})
+        section.Key(key, LanguageEntry::Words, "d");
+    for (const char* key :
+         {"lblChangesMade.Caption2", "lblChangesMade.Caption3", "lblChangesMade.Caption5", "cmdOK.CANCELcaption",
+          "cmdOK.OKcaption", "frmProcessingDocuments.caption", "frmMain.caption"})
+        section.Key(key);
+    section.Key("SSTab1.TabCaption(0)");
+    for (const char* tab : {"(1)", "(2)", "(3)"}) {
+        section.Key(std::string("SSTab1.TabCaption") + tab);
+        section.Key(std::string("SSTab1.TabCaption1") + tab);
+    }
+    return section;
+}
+
+Section LanguageDialog()
+{
+    Section section("frmChangeLanguage");
+    for (const char* key :
+         {"lblLanguage.caption", "cmdOK.caption", "cmdCancel.caption", "frmProcessingDocuments.caption"})
+        section.Key(key);
+    return section;
+}
+
+}  // namespace
+
+std::vector<LanguageKey> LanguageKeys()
+{
+    std::vector<LanguageKey> keys;
+    for (const Section& section : {Messages(), MainWindow(), ProcessingWindow(), LanguageDialog()})
+        std::ranges::copy(section.Keys(), std::back_inserter(keys));
+    return keys;
+}
+
+}  // namespace tessarine::test
