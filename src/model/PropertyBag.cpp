@@ -152,21 +152,26 @@ std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
 
 void PropertyBag::WriteProperty(const String& name, Value value)
 {
-    const auto found = index_.find(name);
-    if (found != index_.end()) {
-        found->second->value = std::move(value);
-        return;
-    }
-    if (records_.size() == MostValues)
-        throw Failure(FailureNumber::Overflow, u"Overflow");
     Record& record = records_.emplace_back(Record{name, std::move(value)});
-    index_.emplace(record.name, &record);
+    const auto found = index_.emplace_hint(next_, record.name, &record);
+    next_ = std::next(found);
+    if (found->second != &record) {
+        found->second->value = std::move(record.value);
+        records_.pop_back();
+    } else if (records_.size() > MostValues) {
+        index_.erase(found);
+        records_.pop_back();
+        throw Failure(FailureNumber::Overflow, u"Overflow");
+    }
 }
 
 std::optional<PropertyBag::Value> PropertyBag::ReadProperty(StringView name) const
 {
-    const auto found = index_.find(name);
-    return found == index_.end() ? std::nullopt : std::optional(found->second->value);
+    const auto found = next_ != index_.end() && next_->first == name ? next_ : index_.find(name);
+    if (found == index_.end())
+        return std::nullopt;
+    next_ = std::next(found);
+    return found->second->value;
 }
 
 std::string PropertyBag::Contents() const
@@ -211,6 +216,7 @@ void PropertyBag::PutContents(std::span<const std::byte> bytes)
         Refuse("the block goes on behind its last record");
     records_.swap(read.records_);
     index_.swap(read.index_);
+    next_ = index_.end();
 }
 
 std::optional<std::uint64_t> PropertyBag::BlockLength(std::span<const std::byte, HeaderLength> header)

@@ -56,8 +56,13 @@ private:
         Value value;
     };
 
+    using Index = std::map<StringView, Record*>;
+
     std::deque<Record> records_;  // a deque, as the index points at the names
-    std::map<StringView, Record*> index_;
+    Index index_;
+    // Names are mostly written and read in their order within one item, so the place behind the last one is tried
+    // first.
+    mutable Index::const_iterator next_ = index_.end();
 };
 
 }  // namespace tessarine
