@@ -1,9 +1,6 @@
 #include <gmock/gmock.h>
-#include <signal.h>
-#include <sys/ptrace.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
+#include "KilledProcess.h"
 #include "model/Project.h"
 #include "SavedDeck.h"
 
@@ -12,34 +9,12 @@ namespace tessarine::test
 namespace
 {
 
-enum class Outcome { Killed, Finished, NotTraceable };
-
-/// Saves in a process of its own that is killed where it enters or leaves a system call for the `stop`th time.
+/// Saves the edited deck in a process of its own that is killed at a stop.
 Outcome SaveKilledAt(std::size_t stop, const SavedDeck& deck)
 {
-    const pid_t child = fork();
-    if (child == 0) {
-        const auto presentation = deck.Edited();
-        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
-            _exit(1);
-        raise(SIGSTOP);
-        presentation->Save();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    if (!WIFSTOPPED(status))
-        return Outcome::NotTraceable;
-    ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD);
-    for (std::size_t met = 0; met < stop; ++met) {
-        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-        waitpid(child, &status, 0);
-        if (WIFEXITED(status))
-            return Outcome::Finished;
-    }
-    kill(child, SIGKILL);
-    waitpid(child, &status, 0);
-    return Outcome::Killed;
+    std::shared_ptr<powerpoint::Presentation> presentation;
+    return KillSaveAt(
+        stop, [&] { presentation = deck.Edited(); }, [&] { presentation->Save(); });
 }
 
 Deck SmallDeck()
