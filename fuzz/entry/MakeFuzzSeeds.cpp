@@ -7,8 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include "model/Project.h"
 #include "support/Fixtures.h"
 #include "support/PackageReader.h"
+#include "support/StoredBag.h"
+#include "support/TemporaryFolder.h"
 #include "WrittenPackage.h"
 
 namespace tessarine::fuzz
@@ -107,6 +110,30 @@ void WriteTexts(const SeedFolder& seeds)
     seeds.Write("arguments", "list", "find\n--find=x\n--files-from\n-\n--json\n--\na.pptx\r\nb.pptx");
 }
 
+void WriteProjects(const SeedFolder& seeds)
+{
+    const auto saved = [](const ProjectOwner& project) {
+        const TemporaryFolder folder;
+        String path = folder.PathOf(u"job.tsq");
+        project->SaveAsProject(path, true);
+        return ContentOf(path);
+    };
+    const ProjectOwner project;
+    seeds.Write("project_file", "empty", saved(project));
+    for (const char16_t* text : {u"Fabrikam", u"\xD83D lone", u""})
+        project->FindAndReplaceList->Add(text, u"Contoso", std::make_shared<OptionSetting>(), project.get());
+    project->CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
+    project->options->FileToProcessFolderPath = u"/décks";
+    seeds.Write("project_file", "pairs", saved(project));
+    seeds.Write("project_file", "tail", saved(project) + "what an older file has left");
+    seeds.Write("project_file", "few-values",
+                test::StoredBag({{"FindReplaceItemsCount", 2},
+                                 {"Item1InSlides", 1},
+                                 {"CustomPropertyCount", 1},
+                                 {"Propery1", std::string("a|b|c")}}));
+    seeds.Write("project_file", "not-a-bag", "a text file");
+}
+
 }  // namespace
 
 }  // namespace tessarine::fuzz
@@ -121,6 +148,7 @@ int main(int argc, char** argv)
         const tessarine::fuzz::SeedFolder seeds(argv[1]);
         tessarine::fuzz::WriteDecks(seeds);
         tessarine::fuzz::WriteTexts(seeds);
+        tessarine::fuzz::WriteProjects(seeds);
     } catch (const std::exception& error) {
         std::cerr << "make-fuzz-seeds: " << error.what() << '\n';
         return 1;
