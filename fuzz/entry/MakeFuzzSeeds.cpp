@@ -105,6 +105,10 @@ void WriteTexts(const SeedFolder& seeds)
     seeds.Write("values", "number", "-1,234.5E+20");
     seeds.Write("values", "date", "2024-05-06T07:08:09.10+01:00");
     seeds.Write("values", "date-alone", "2024-05-06");
+    seeds.Write("profile_text", "caption",
+                "frmMain\ncmdAdd.caption\n; a language\n[Global Msg]\n1001=Go on?\n[frmMain]\ncmdAdd.caption=&Add\n");
+    seeds.Write("profile_text", "quotes", "frmMain\n106\n[frmMain]\n106 = \"  Open \" \n107='\"'\n106=again\n");
+    seeds.Write("profile_text", "mark", "global msg\n1053\n\xEF\xBB\xBF[Global Msg] ; box\r\n1053=\xE8\xAA\x9E %s\r\n");
     seeds.Write("arguments", "replace", "replace\n--find\nFabrikam\n--with\nContoso\n--recurse\n--backup\n.");
     seeds.Write("arguments", "help", "--help");
     seeds.Write("arguments", "list", "find\n--find=x\n--files-from\n-\n--json\n--\na.pptx\r\nb.pptx");
