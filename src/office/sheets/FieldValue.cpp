@@ -1,0 +1,135 @@
+#include "office/sheets/FieldValue.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+namespace tessarine::sheets
+{
+
+namespace
+{
+
+constexpr std::size_t significantDigits = 15;
+
+bool EqualsWithoutCase(StringView text, StringView upper)
+{
+    const auto toUpper = [](char16_t unit) { return unit >= u'a' && unit <= u'z' ? char16_t(unit - 32) : unit; };
+    return std::ranges::equal(text, upper, {}, toUpper);
+}
+
+bool IsDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+std::size_t CountDigits(std::string_view text)
+{
+    return static_cast<std::size_t>(std::ranges::find_if_not(text, IsDigit) - text.begin());
+}
+
+/// Whether the text is sign, digits, point, digits, exponent, and no digit gets lost.
+bool IsPlainNumber(std::string_view text)
+{
+    const std::size_t whole = CountDigits(text);
+    std::string digits(text.substr(0, whole));
+    text.remove_prefix(whole);
+    if (text.starts_with('.')) {
+        const std::size_t fraction = CountDigits(text.substr(1));
+        digits += text.substr(1, fraction);
+        text.remove_prefix(1 + fraction);
+    }
+    if (digits.empty() || digits.size() - std::min(digits.find_first_not_of('0'), digits.size()) > significantDigits)
+        return false;
+    if (text.empty())
+        return true;
+    if (text.front() != 'e' && text.front() != 'E')
+        return false;
+    text.remove_prefix(1);
+    if (text.starts_with('+') || text.starts_with('-'))
+        text.remove_prefix(1);
+    return !text.empty() && CountDigits(text) == text.size();
+}
+
+std::optional<double> PlainNumber(StringView field)
+{
+    std::array<char, 64> buffer;
+    if (field.empty() || field.size() > buffer.size() || std::ranges::any_of(field, [](char16_t c) { return c > 'e'; }))
+        return std::nullopt;
+    std::ranges::transform(field, buffer.begin(), [](char16_t unit) { return static_cast<char>(unit); });
+    std::string_view text(buffer.data(), field.size());
+    const bool isNegative = text.front() == '-';
+    if (isNegative || text.front() == '+')
+        text.remove_prefix(1);
+    double number = 0;
+    if (!IsPlainNumber(text) || std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc())
+        return std::nullopt;
+    return isNegative ? -number : number;
+}
+
+/// The text of ="text", its quotes doubled inside; false for anything else.
+bool ReadTextFormula(StringView field, String& text)
+{
+    if (field.size() < 3 || !field.starts_with(u"=\"") || field.back() != u'"')
+        return false;
+    field = field.substr(2, field.size() - 3);
+    text.clear();
+    for (std::size_t i = 0; i < field.size(); ++i) {
+        text += field[i];
+        if (field[i] == u'"' && (++i == field.size() || field[i] != u'"'))
+            return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+Cell ValueOfField(StringView field, String& scratch)
+{
+    if (field.empty())
+        return {};
+    if (EqualsWithoutCase(field, u"TRUE"))
+        return true;
+    if (EqualsWithoutCase(field, u"FALSE"))
+        return false;
+    if (const auto number = PlainNumber(field))
+        return *number;
+    if (ReadTextFormula(field, scratch))
+        return StringView(scratch);
+    return field;
+}
+
+String FieldOfText(StringView text)
+{
+    String scratch;
+    const bool isText = std::holds_alternative<StringView>(ValueOfField(text, scratch));
+    if (text.empty() || (isText && text.front() != u'='))
+        return String(text);
+    String field = u"=\"";
+    for (const char16_t unit : text)
+        field.append(unit == u'"' ? 2 : 1, unit);
+    return field + u'"';
+}
+
+std::string FieldOfNumber(double number)
+{
+    std::array<char, 32> buffer;
+    return {buffer.data(), std::to_chars(buffer.begin(), buffer.end(), ShownNumber(number)).ptr};
+}
+
+double ShownNumber(double number)
+{
+    if (!std::isfinite(number) || (std::trunc(number) == number && std::fabs(number) < 1e15))
+        return number;
+    std::array<char, 32> buffer;
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::scientific,
+                                   static_cast<int>(significantDigits) - 1)
+                         .ptr;
+    double shown = number;
+    std::from_chars(buffer.data(), end, shown);
+    return shown;
+}
+
+}  // namespace tessarine::sheets

@@ -1,0 +1,49 @@
+#include "office/sheets/TextEncoding.h"
+
+#include "platform/CodePage.h"
+
+namespace tessarine::sheets
+{
+
+namespace
+{
+
+String FromUtf16(std::string_view bytes, std::size_t lowByte)
+{
+    String text;
+    text.reserve(bytes.size() / 2 + 1);
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned>(static_cast<unsigned char>(bytes[i])); };
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+        text += static_cast<char16_t>(byte(i + lowByte) | byte(i + 1 - lowByte) << 8);
+    if (bytes.size() % 2 != 0)
+        text += u'\xFFFD';
+    return text;
+}
+
+/// Whether FromUtf8 met a byte that is not UTF-8: it leaves a low surrogate without a high one in front.
+bool HasForeignBytes(StringView text)
+{
+    bool isBehindHigh = false;
+    for (const char16_t unit : text) {
+        if (unit >= 0xDC00 && unit <= 0xDFFF && !isBehindHigh)
+            return true;
+        isBehindHigh = unit >= 0xD800 && unit <= 0xDBFF;
+    }
+    return false;
+}
+
+}  // namespace
+
+String DecodeText(std::string_view bytes)
+{
+    if (bytes.starts_with("\xEF\xBB\xBF"))
+        return FromUtf8(bytes.substr(3));
+    if (bytes.starts_with("\xFF\xFE"))
+        return FromUtf16(bytes.substr(2), 0);
+    if (bytes.starts_with("\xFE\xFF"))
+        return FromUtf16(bytes.substr(2), 1);
+    String text = FromUtf8(bytes);
+    return HasForeignBytes(text) ? FromCodePage(bytes, SystemCodePage()) : text;
+}
+
+}  // namespace tessarine::sheets
