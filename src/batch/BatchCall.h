@@ -11,7 +11,7 @@
 namespace tessarine::batch
 {
 
-enum class Command { Find, Replace, Restore, Clean };
+enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake };
 enum class OutputFormat { Text, Json };
 
 struct TextPair {
@@ -23,8 +23,11 @@ struct TextPair {
 struct BatchCall {
     Command command = Command::Find;
 
+    String job;                  ///< The project file of Run, JobShow and JobMake, as given.
+    bool replacesOfJob = false;  ///< A Run replaces; else it only finds.
+
     std::vector<TextPair> pairs;
-    OptionSetting setting;  ///< Where every pair is looked for, and how its text is compared.
+    OptionSetting setting;  ///< Where every pair is looked for, and how its text is compared. A Run has it of its job.
 
     bool count = true;
     bool backup = false;

@@ -6,10 +6,13 @@
 #include "batch/Cancellation.h"
 #include "batch/FailureReason.h"
 #include "batch/JobFiles.h"
+#include "batch/JobListing.h"
 #include "batch/JobProject.h"
 #include "batch/JsonLines.h"
+#include "batch/Locations.h"
 #include "batch/Output.h"
 #include "batch/ReportedRun.h"
+#include "batch/SavedJob.h"
 #include "batch/TextLayout.h"
 #include "model/Project.h"
 
@@ -74,21 +77,20 @@ std::string ProgressLine(std::size_t position, std::size_t count, const String& 
     return fmt::format("[{}/{}] {}", position, count, ToUtf8(path));
 }
 
-int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::shared_ptr<powerpoint::Provider>& provider,
-               Output& output)
+int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<FindAndReplaceItems>& list,
+              std::vector<JobFile> files, Output& output)
 {
-    if (call.backup)
+    if (project.options->BackupMode)
         RefuseSharedBackups(files);
 
-    const ProjectOwner project(provider);
-    FillProject(*project, call);
     Writer writer(call, output);
     RunSummary summary;
-    ReportedRun run(*project, call.command == Command::Replace ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
+    ReportedRun run(project, call.command == Command::Replace ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
                     [&](const FileReport& file) {
                         summary.Add(file);
                         writer.File(file);
                     });
+    run.List = list;
     run.CancelRequested = IsCancelRequested;
     run.Started = [&](const String& path) {
         output.Progress(ProgressLine(static_cast<std::size_t>(summary.files) + 1, files.size(), path));
@@ -97,6 +99,45 @@ int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::sha
     const std::size_t notReached = run.Run(files);
     writer.End(summary);
     return StatusOf(summary.failed, notReached, output);
+}
+
+int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::shared_ptr<powerpoint::Provider>& provider,
+               Output& output)
+{
+    const ProjectOwner project(provider);
+    FillProject(*project, call);
+    return ReportRun(call, *project, {}, std::move(files), output);
+}
+
+int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
+{
+    const ProjectOwner project(provider);
+    LoadJob(*project, call.job);
+    SavedRun run = PrepareRun(*project, call);
+    for (const std::string& note : run.notes)
+        output.Note("tessarine-batch: " + note);
+
+    BatchCall asRun = call;
+    asRun.command = call.replacesOfJob ? Command::Replace : Command::Find;
+    SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
+    return ReportRun(asRun, *project, run.list, std::move(run.files), output);
+}
+
+int ShowJob(const BatchCall& call, Output& output)
+{
+    const ProjectOwner project;
+    LoadJob(*project, call.job);
+    output.Write(call.format == OutputFormat::Json ? JobAsJson(call.job, *project) : JobAsText(call.job, *project));
+    return output.failed() ? ExitStatus::FileFailed : ExitStatus::Done;
+}
+
+int MakeJob(const BatchCall& call, Output& output)
+{
+    const ProjectOwner project;
+    FillProject(*project, call);
+    FillSavedJob(*project, call);
+    output.Write("saved " + ToUtf8(SaveJob(*project, call.job)) + "\n");
+    return output.failed() ? ExitStatus::FileFailed : ExitStatus::Done;
 }
 
 int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& files, Output& output)
@@ -119,23 +160,36 @@ int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& file
     return StatusOf(summary.failed, files.size() - reached, output);
 }
 
+int PerformOnFiles(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
+{
+    std::vector<JobFile> files = CollectFiles(call);
+    if (files.empty())
+        output.Note("tessarine-batch: no file matches");
+    if (call.command == Command::Restore || call.command == Command::Clean)
+        return PerformBackupCommand(call, files, output);
+    return PerformRun(call, std::move(files), provider, output);
+}
+
 }  // namespace
 
 int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
 {
-    std::vector<JobFile> files;
     try {
-        files = CollectFiles(call);
+        switch (call.command) {
+            case Command::Run:
+                return RunSavedJob(call, provider, output);
+            case Command::JobShow:
+                return ShowJob(call, output);
+            case Command::JobMake:
+                return MakeJob(call, output);
+            default:
+                return PerformOnFiles(call, provider, output);
+        }
     } catch (const Failure& failure) {
-        output.Note("tessarine-batch: " + ToUtf8(ReasonOf(failure)));
+        // Files are reported one by one; what arrives here was raised before the first one.
+        output.Note("tessarine-batch: " + OnOneLine(ToUtf8(ReasonOf(failure))));
         return ExitStatus::NotValid;
     }
-    if (files.empty())
-        output.Note("tessarine-batch: no file matches");
-
-    if (call.command == Command::Restore || call.command == Command::Clean)
-        return PerformBackupCommand(call, files, output);
-    return PerformRun(call, std::move(files), provider, output);
 }
 
 }  // namespace tessarine::batch

@@ -10,7 +10,9 @@
 #include "batch/Help.h"
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
+#include "batch/TextLayout.h"
 #include "model/SearchLocations.h"
+#include "platform/CaseFolding.h"
 #include "platform/Failure.h"
 
 namespace tessarine::batch
@@ -20,17 +22,58 @@ namespace
 {
 
 constexpr int callNotValid = 2;
-constexpr std::array<Command, 4> allCommands{Command::Find, Command::Replace, Command::Restore, Command::Clean};
+constexpr std::array<Command, 7> allCommands{Command::Find, Command::Replace, Command::Restore, Command::Clean,
+                                             Command::Run,  Command::JobShow, Command::JobMake};
 
 [[noreturn]] void Refuse(const std::string& text)
 {
     throw Failure(FailureNumber::InvalidProcedureCall, FromUtf8(text));
 }
 
-std::optional<Command> CommandNamed(std::string_view name)
+std::size_t WordsOf(Command command)
 {
-    const auto found = std::ranges::find(allCommands, name, NameOf);
+    return static_cast<std::size_t>(std::ranges::count(NameOf(command), ' ')) + 1;
+}
+
+/// The first words of the arguments, with blanks between them.
+std::string FirstWords(const std::vector<std::string>& arguments, std::size_t count)
+{
+    std::string words;
+    for (std::size_t at = 0; at < std::min(count, arguments.size()); ++at)
+        words += (at > 0 ? " " : "") + arguments[at];
+    return words;
+}
+
+/// The command that the arguments begin with; its name may be several words.
+std::optional<Command> CommandOf(const std::vector<std::string>& arguments)
+{
+    const auto found = std::ranges::find_if(allCommands, [&](Command command) {
+        return arguments.size() >= WordsOf(command) && FirstWords(arguments, WordsOf(command)) == NameOf(command);
+    });
     return found == allCommands.end() ? std::optional<Command>() : *found;
+}
+
+/// The commands whose first word of several this is: "job show or job make".
+std::string CommandsBeginningWith(const std::string& word)
+{
+    std::string names;
+    for (const Command command : allCommands)
+        if (NameOf(command).starts_with(word + " "))
+            names += (names.empty() ? "" : " or ") + std::string(NameOf(command));
+    return names;
+}
+
+[[noreturn]] void RefuseCommand(const std::vector<std::string>& arguments)
+{
+    if (arguments.empty() || arguments.front().empty())
+        Refuse(
+            "a command is missing: find, replace, restore, clean, run, job show or job make (see tessarine-batch "
+            "--help)");
+    const std::string names = CommandsBeginningWith(arguments.front());
+    if (!names.empty())
+        Refuse(fmt::format("there is no command \"{}\": it is {} (see tessarine-batch --help)",
+                           FirstWords(arguments, 2), names));
+    Refuse(fmt::format("there is no command \"{}\" (see tessarine-batch --help)", arguments.front()));
 }
 
 const OptionRow& RowOf(std::string_view name, Command command)
@@ -50,7 +93,7 @@ class ArgumentReader
 {
 public:
     ArgumentReader(Command command, const std::vector<std::string>& arguments)
-        : command_(command), arguments_(arguments)
+        : command_(command), arguments_(arguments), next_(WordsOf(command))
     {
         values_.call.command = command;
     }
@@ -110,7 +153,7 @@ private:
 
     Command command_;
     const std::vector<std::string>& arguments_;
-    std::size_t next_ = 1;  // behind the command
+    std::size_t next_;  // behind the command
     bool optionsEnded_ = false;
     std::set<std::string_view> given_;
     OptionValues values_;
@@ -131,7 +174,8 @@ void CheckRun(OptionValues& values)
     BatchCall& call = values.call;
     if (values.finds.empty())
         Refuse("--find is missing: what should be looked for?");
-    if (call.command == Command::Replace && values.finds.size() != values.withs.size())
+    const bool hasNewTexts = call.command != Command::Find;
+    if (hasNewTexts && values.finds.size() != values.withs.size())
         Refuse(fmt::format("every --find needs its --with: there are {} --find and {} --with", values.finds.size(),
                            values.withs.size()));
     if (values.countGiven && values.noCountGiven)
@@ -145,29 +189,51 @@ void CheckRun(OptionValues& values)
         SwitchOn(call.setting, "slides,shapes,notes");
 
     for (std::size_t at = 0; at < values.finds.size(); ++at) {
-        call.pairs.push_back({values.finds[at], call.command == Command::Replace ? values.withs[at] : String()});
+        call.pairs.push_back({values.finds[at], hasNewTexts ? values.withs[at] : String()});
         CheckPair(call.pairs.back(), call.setting);
     }
+}
+
+/// The job that a command reads: the first path.
+void CheckJob(BatchCall& call)
+{
+    if (call.paths.empty())
+        Refuse("no job is named: which project file (.tsq)?");
+    call.job = call.paths.front();
+    call.paths.erase(call.paths.begin());
+    if (call.command == Command::JobShow && !call.paths.empty())
+        Refuse("job show takes one project file");
+}
+
+/// A project holds one folder or one list of files.
+void CheckJobToMake(const BatchCall& call)
+{
+    if (call.job.empty())
+        Refuse("-o is missing: which project file (.tsq) should the job be saved as?");
+    if (call.paths.size() + (call.filesFrom ? 1 : 0) != 1)
+        Refuse("a saved job takes its files from one folder, or from one list (--files-from)");
+    if (call.filesFrom == u"-")
+        Refuse("--files-from: a saved job can't read its list from standard input");
+    if (call.filesFrom && !ToUpper(*call.filesFrom).ends_with(u".TXT"))
+        Refuse("--files-from: the list of a saved job must be a .txt file");
 }
 
 BatchCall CheckedCall(OptionValues& values)
 {
     BatchCall& call = values.call;
-    if (Only(call.command) & Runs)
-        CheckRun(values);
-    if (call.paths.empty() && !call.filesFrom)
-        Refuse("no file or folder is named");
     if (call.patterns.empty())
         call.patterns.push_back(u"*.ppt*");
+    if (Only(call.command) & DescribesJob)
+        CheckRun(values);
+    if (call.command == Command::JobMake)
+        CheckJobToMake(call);
+    if (call.command == Command::Run || call.command == Command::JobShow) {
+        CheckJob(call);
+        return call;
+    }
+    if (call.paths.empty() && !call.filesFrom)
+        Refuse("no file or folder is named");
     return call;
-}
-
-/// A text on one line, whatever the arguments hold that it quotes.
-std::string OnOneLine(std::string text)
-{
-    std::ranges::replace_if(
-        text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return text;
 }
 
 }  // namespace
@@ -180,10 +246,9 @@ std::variant<BatchCall, EarlyEnd> ReadCommandLine(const std::vector<std::string>
             return EarlyEnd{0, GeneralHelp(), {}};
         if (first == "--version")
             return EarlyEnd{0, VersionText(), {}};
-        const auto command = CommandNamed(first);
+        const auto command = CommandOf(arguments);
         if (!command)
-            Refuse(first.empty() ? "a command is missing: find, replace, restore or clean (see tessarine-batch --help)"
-                                 : fmt::format("there is no command \"{}\" (see tessarine-batch --help)", first));
+            RefuseCommand(arguments);
 
         ArgumentReader reader(*command, arguments);
         if (!reader.Read())

@@ -25,7 +25,7 @@ constexpr std::string_view limits =
     "footer are not counted, so a file changed only there is reported as unchanged.\n";
 
 /// In the order of Command.
-constexpr std::array<CommandHelp, 4> commands{{
+constexpr std::array<CommandHelp, 7> commands{{
     {"find", "--find TEXT ... PATH ...", "Look for texts; no file is changed.",
      "Looks for texts in presentations and reports where they occur. No file is changed.\n",
      "  tessarine-batch find --find Fabrikam decks\n"
@@ -52,6 +52,25 @@ constexpr std::array<CommandHelp, 4> commands{{
     {"clean", "PATH ...", "Delete the backups of files.",
      "Deletes the backups that \"replace --backup\" made of the files. The files stay.\n",
      "  tessarine-batch clean --recurse decks\n"},
+    {"run", "JOB.tsq [PATH ...]", "Run a saved job.",
+     "Runs a job that was saved on the desktop or by \"job make\": its pairs, over its files, with its\n"
+     "options. Without --replace it only finds. PATHs take the place of the job's folder or list.\n",
+     "  tessarine-batch run rename.tsq\n"
+     "      look what the job would find\n"
+     "  tessarine-batch run rename.tsq --replace\n"
+     "      do it\n"
+     "  tessarine-batch run rename.tsq --replace /srv/decks\n"
+     "      the job of a desktop over a folder of this machine\n"},
+    {"job show", "JOB.tsq", "Show what a saved job would do.",
+     "Shows the pairs, the files and the options of a saved job. No presentation is opened.\n",
+     "  tessarine-batch job show rename.tsq\n"
+     "  tessarine-batch job show rename.tsq --format json\n"},
+    {"job make", "--find TEXT --with TEXT ... -o JOB.tsq PATH", "Save a job for later, or for the desktop.",
+     "Saves a job as a project file, which \"run\" and the desktop take. The options are those of\n"
+     "\"replace\". A job has one folder, or one list of files (--files-from, a .txt file), and takes\n"
+     "the presentations (*.ppt*) in it; paths are saved in full.\n",
+     "  tessarine-batch job make --find Fabrikam --with Contoso --backup -o rename.tsq decks\n"
+     "  tessarine-batch job make --find 2023 --with 2024 -o year.tsq --files-from list.txt\n"},
 }};
 
 const CommandHelp& TextsOf(Command command)
@@ -59,7 +78,8 @@ const CommandHelp& TextsOf(Command command)
     return commands[static_cast<std::size_t>(command)];
 }
 
-constexpr std::string_view exitStatus = "Exit status: 0 done, 1 done but a file failed, 2 the call is not valid.\n";
+constexpr std::string_view exitStatus =
+    "Exit status: 0 done, 1 done but a file failed, 2 the call or the job is not valid.\n";
 
 /// "  --option ARGUMENT  text", the text's lines under each other.
 std::string OptionLines(const OptionRow& row)

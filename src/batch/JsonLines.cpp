@@ -17,7 +17,7 @@ nlohmann::ordered_json Counts(const PairReport& pair, const OptionSetting& setti
 {
     auto counts = nlohmann::ordered_json::object();
     for (std::size_t row = 0; row < SearchLocations.size(); ++row) {
-        if (setting.*SearchLocations[row].isOn)
+        if (setting.*SearchLocations[row].isOn && pair.counts[row] >= 0)
             counts[SearchLocations[row].name] = pair.counts[row];
     }
     return counts;

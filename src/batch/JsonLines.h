@@ -11,8 +11,8 @@
 namespace tessarine::batch
 {
 
-/// "file", "status", "error", "items". An item's "counts" holds the locations of `setting` alone, under the names of
-/// --in.
+/// "file", "status", "error", "items". An item's "counts" holds the locations of `setting` alone in which the pair was
+/// looked for, under the names of --in.
 std::string JsonLine(const FileReport& file, const OptionSetting& setting);
 std::string JsonLine(const RunSummary& summary);
 

@@ -76,6 +76,15 @@ void TakeFilesFrom(OptionValues& values, const std::string& argument)
     values.call.filesFrom = FromUtf8(argument);
 }
 
+void TakeOutput(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("-o: the name of the job is empty");
+    if (argument.ends_with('/'))
+        Refuse("-o: \"" + argument + "\" is a folder");
+    values.call.job = FromUtf8(argument);
+}
+
 void TakeRevision(OptionValues& values, const std::string& argument)
 {
     if (argument.empty())
@@ -108,20 +117,24 @@ void TakeFormat(OptionValues& values, const std::string& argument)
     values.call.format = argument == "json" ? OutputFormat::Json : OutputFormat::Text;
 }
 
-constexpr std::array<OptionRow, 19> rows{{
-    {"--find", "TEXT", true, Runs, "What to look for",
+constexpr std::array<OptionRow, 21> rows{{
+    {"--replace", "", false, Only(Command::Run), "What to do",
+     "Replace and save the files; without it the run only finds.",
+     [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
+
+    {"--find", "TEXT", true, DescribesJob, "What to look for",
      "Text to look for, taken literally. Repeat it for several texts.", TakeFind},
-    {"--with", "TEXT", true, Only(Command::Replace), "What to look for",
+    {"--with", "TEXT", true, Only(Command::Replace) | Only(Command::JobMake), "What to look for",
      "Text to put in its place; the n-th --with belongs to the n-th --find. May be empty.",
      [](OptionValues& values, const std::string& argument) {
          values.withs.push_back(CheckedText("--with", argument));
      }},
-    {"--match-case", "", false, Runs, "What to look for", "Tell capital from small letters.",
+    {"--match-case", "", false, DescribesJob, "What to look for", "Tell capital from small letters.",
      [](OptionValues& values, const std::string&) { values.call.setting.MatchCase = true; }},
-    {"--whole-word", "", false, Runs, "What to look for", "Leave a text alone that is part of a longer word.",
+    {"--whole-word", "", false, DescribesJob, "What to look for", "Leave a text alone that is part of a longer word.",
      [](OptionValues& values, const std::string&) { values.call.setting.MatchWholeWord = true; }},
 
-    {"--in", "NAME,...", true, Runs, "Where in a presentation",
+    {"--in", "NAME,...", true, DescribesJob, "Where in a presentation",
      "Places to look in (default: slides,shapes,notes), or all of them with \"all\":\n"
      "  slides                   titles and other placeholders\n"
      "  shapes                   text boxes and other shapes with text\n"
@@ -135,35 +148,40 @@ constexpr std::array<OptionRow, 19> rows{{
      "  title-master, handout-master, notes-master",
      [](OptionValues& values, const std::string& argument) { SwitchOn(values.call.setting, argument); }},
 
-    {"--backup", "", false, Runs, "How to treat the files",
+    {"--backup", "", false, DescribesJob, "How to treat the files",
      "Copy each file beside itself first (\"restore\" brings it back).",
      [](OptionValues& values, const std::string&) { values.call.backup = true; }},
-    {"--keep-date", "", false, Runs, "How to treat the files", "Give each file its old dates back.",
+    {"--keep-date", "", false, DescribesJob, "How to treat the files", "Give each file its old dates back.",
      [](OptionValues& values, const std::string&) { values.call.keepDate = true; }},
-    {"--read-only", "", false, Runs, "How to treat the files",
+    {"--read-only", "", false, DescribesJob, "How to treat the files",
      "Process read-only files too; without it they are reported as failed.",
      [](OptionValues& values, const std::string&) { values.call.readOnly = true; }},
-    {"--revision", "NAME", false, Runs, "How to treat the files",
+    {"--revision", "NAME", false, DescribesJob, "How to treat the files",
      "Raise the number in this custom property of every saved file.", TakeRevision},
-    {"--revision-by", "NUMBER", false, Runs, "How to treat the files", "Raise it by this number (default: 1).",
+    {"--revision-by", "NUMBER", false, DescribesJob, "How to treat the files", "Raise it by this number (default: 1).",
      TakeRevisionBy},
-    {"--restart-after", "N", false, Runs, "How to treat the files",
+    {"--restart-after", "N", false, DescribesJob, "How to treat the files",
      "Start the presentation program anew after every N files.", TakeRestartAfter},
-    {"--count", "", false, Runs, "How to treat the files", "Count every occurrence (the default).",
+    {"--count", "", false, DescribesJob, "How to treat the files", "Count every occurrence (the default).",
      [](OptionValues& values, const std::string&) { values.countGiven = true; }},
-    {"--no-count", "", false, Runs, "How to treat the files", "Let a find stop at the first occurrence in each text.",
+    {"--no-count", "", false, DescribesJob, "How to treat the files",
+     "Let a find stop at the first occurrence in each text.",
      [](OptionValues& values, const std::string&) { values.noCountGiven = true; }},
 
-    {"--recurse", "", false, EveryCommand, "Which files", "Go into subfolders of a folder.",
+    {"--recurse", "", false, TakesFiles | Only(Command::JobMake), "Which files", "Go into subfolders of a folder.",
      [](OptionValues& values, const std::string&) { values.call.recurse = true; }},
-    {"--pattern", "PATTERN", true, EveryCommand, "Which files",
+    {"--pattern", "PATTERN", true, TakesFiles, "Which files",
      "Names to take from a folder (default: '*.ppt*'); repeat it for several, or put ';'\nbetween them.", TakePatterns},
-    {"--files-from", "FILE", false, EveryCommand, "Which files",
+    {"--files-from", "FILE", false, TakesFiles | Only(Command::JobMake), "Which files",
      "Take further paths from FILE, one a line; - reads standard input.", TakeFilesFrom},
 
-    {"--format", "text|json", false, EveryCommand, "Report",
+    {"-o", "JOB.tsq", false, Only(Command::JobMake), "Result", "The project file to write; an older one is replaced.",
+     TakeOutput},
+
+    {"--format", "text|json", false, TakesFiles | Only(Command::Run) | Only(Command::JobShow), "Report",
      "A report for people (the default), or one JSON object a line.", TakeFormat},
-    {"--verbose", "", false, EveryCommand, "Report", "Name the files without an occurrence too (text format).",
+    {"--verbose", "", false, TakesFiles | Only(Command::Run), "Report",
+     "Name the files without an occurrence too (text format).",
      [](OptionValues& values, const std::string&) { values.call.verbose = true; }},
     {"--help", "", false, EveryCommand, "Report", "Show this help.", nullptr},
 }};

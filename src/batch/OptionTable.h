@@ -16,7 +16,10 @@ constexpr CommandSet Only(Command command)
     return 1u << static_cast<unsigned>(command);
 }
 inline constexpr CommandSet Runs = Only(Command::Find) | Only(Command::Replace);
-inline constexpr CommandSet EveryCommand = Runs | Only(Command::Restore) | Only(Command::Clean);
+inline constexpr CommandSet JobCommands = Only(Command::Run) | Only(Command::JobShow) | Only(Command::JobMake);
+inline constexpr CommandSet DescribesJob = Runs | Only(Command::JobMake);
+inline constexpr CommandSet TakesFiles = Runs | Only(Command::Restore) | Only(Command::Clean);
+inline constexpr CommandSet EveryCommand = TakesFiles | JobCommands;
 
 /// What the options say before they are checked together.
 struct OptionValues {

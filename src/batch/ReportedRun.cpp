@@ -93,7 +93,7 @@ void ReportedRun::SearchThrough(const std::vector<std::size_t>& turn)
 
     const SavingWhile saving(project_, mode_ == Mode::Replace);
     try {
-        project_.Search();
+        project_.Search(List);
     } catch (...) {
         ended_ = CurrentFailure();
         LogFailure({u"SearchThrough", u"Class ReportedRun"}, *ended_);

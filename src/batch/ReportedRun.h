@@ -13,6 +13,7 @@
 namespace tessarine
 {
 class CounterStatuses;
+class FindAndReplaceItems;
 class Project;
 }  // namespace tessarine
 
@@ -44,6 +45,7 @@ public:
     ReportedRun(const ReportedRun&) = delete;
     ReportedRun& operator=(const ReportedRun&) = delete;
 
+    std::shared_ptr<FindAndReplaceItems> List;  ///< The pairs to look for; null for the project's own.
     std::function<void(const String& path)>
         Started;                            ///< Told of each file that is about to be processed. May be empty.
     std::function<bool()> CancelRequested;  ///< Asked before each file; true stops before it. May be empty.

@@ -85,6 +85,13 @@ std::string Counted(std::int64_t count, std::string_view noun)
     return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
 }
 
+std::string OnOneLine(std::string text)
+{
+    std::ranges::replace_if(
+        text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return text;
+}
+
 std::string Quoted(StringView text)
 {
     std::string quoted = "\"";

@@ -30,6 +30,9 @@ std::string TextLine(const BackupSummary& summary, const TextStyle& style);
 /// "1 file", "2 files".
 std::string Counted(std::int64_t count, std::string_view noun);
 
+/// A text on one line: line ends become blanks.
+std::string OnOneLine(std::string text);
+
 /// A text on one line in double quotes, with control characters written as escapes.
 std::string Quoted(StringView text);
 

@@ -153,6 +153,30 @@ TEST(CommandLine, RestoreAndCleanTakePathsAlone)
     EXPECT_EQ(CallOf({"clean", "--pattern", "*.ppt", "--files-from", "-", "--format", "json"}).command, Command::Clean);
 }
 
+TEST(CommandLine, ARunTakesAJobAndPathsInItsPlace)
+{
+    const BatchCall call = CallOf({"run", "--verbose", "job.tsq", "--replace", "decks", "--format=json"});
+
+    EXPECT_EQ(call.command, Command::Run);
+    EXPECT_EQ(call.job, u"job.tsq");
+    EXPECT_TRUE(call.replacesOfJob && call.verbose);
+    EXPECT_THAT(call.paths, ElementsAre(u"decks"));
+    EXPECT_FALSE(CallOf({"run", "job.tsq"}).replacesOfJob);
+}
+
+TEST(CommandLine, ACommandMayBeTwoWords)
+{
+    const BatchCall shown = CallOf({"job", "show", "--format", "json", "job.tsq"});
+    const BatchCall made = CallOf({"job", "make", "--find", "a", "--with", "b", "-o", "job.tsq", "decks"});
+
+    EXPECT_EQ(shown.command, Command::JobShow);
+    EXPECT_EQ(shown.job, u"job.tsq");
+    EXPECT_EQ(made.command, Command::JobMake);
+    EXPECT_EQ(made.job, u"job.tsq");
+    EXPECT_EQ(made.pairs[0].with, u"b");
+    EXPECT_THAT(made.paths, ElementsAre(u"decks"));
+}
+
 struct InvalidCall {
     const char* name;
     std::vector<std::string> arguments;
@@ -180,6 +204,13 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         InvalidCall{"NoCommand", {}, "a command is missing"},
         InvalidCall{"UnknownCommand", {"search", "x"}, "there is no command \"search\""},
+        InvalidCall{"HalfACommand", {"job"}, "there is no command \"job\": it is job show or job make"},
+        InvalidCall{"HalfACommandAndAFile", {"job", "x.tsq"}, "there is no command \"job x.tsq\""},
+        InvalidCall{"RunWithoutAJob", {"run", "--replace"}, "no job is named"},
+        InvalidCall{"RunWithAPair", {"run", "--find", "a", "x.tsq"}, "--find is not an option of run"},
+        InvalidCall{"ShowOfTwoJobs", {"job", "show", "a.tsq", "b.tsq"}, "takes one project file"},
+        InvalidCall{"ReplaceInFind", {"find", "--find", "a", "--replace", "x"}, "--replace is not an option of find"},
+        InvalidCall{"MakeWithoutAName", {"job", "make", "--find", "a", "--with", "b", "x"}, "-o is missing"},
         InvalidCall{"NoFind", {"find", "x"}, "--find is missing"},
         InvalidCall{"EmptyFind", {"find", "--find", "", "x"}, "the text to look for is empty"},
         InvalidCall{"EmptyFindByEquals", {"find", "--find=", "x"}, "the text to look for is empty"},
@@ -237,12 +268,16 @@ TEST(CommandLine, HelpAndVersionEndWithStatusZero)
 
 TEST(CommandLine, HelpOfACommandNamesItsOptionsAndNoOther)
 {
-    const std::vector<std::pair<std::string, Command>> commands{{"find", Command::Find},
-                                                                {"replace", Command::Replace},
-                                                                {"restore", Command::Restore},
-                                                                {"clean", Command::Clean}};
+    const std::vector<std::pair<std::string, Command>> commands{
+        {"find", Command::Find},       {"replace", Command::Replace}, {"restore", Command::Restore},
+        {"clean", Command::Clean},     {"run", Command::Run},         {"job show", Command::JobShow},
+        {"job make", Command::JobMake}};
     for (const auto& [name, command] : commands) {
-        const std::string help = EndOf({name, "--help"}).output;
+        std::vector<std::string> words{name.substr(0, name.find(' '))};
+        if (words.front() != name)
+            words.push_back(name.substr(words.front().size() + 1));
+        words.emplace_back("--help");
+        const std::string help = EndOf(words).output;
         for (const OptionRow& row : OptionTable()) {
             const bool shown = help.find("\n  " + std::string(row.name)) != std::string::npos;
             EXPECT_EQ(shown, (row.commands & Only(command)) != 0) << name << " " << row.name;
@@ -262,8 +297,15 @@ TEST(CommandLine, HelpNamesEveryLocationAndWhatIsNotSearched)
 
 TEST(CommandLine, HelpFitsOnATerminal)
 {
-    for (const char* command : {"find", "replace", "restore", "clean"}) {
-        std::istringstream help(EndOf({command, "--help"}).output);
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                      {"find", "-h"},
+                                                      {"replace", "-h"},
+                                                      {"restore", "-h"},
+                                                      {"clean", "-h"},
+                                                      {"run", "-h"},
+                                                      {"job", "show", "-h"},
+                                                      {"job", "make", "-h"}}) {
+        std::istringstream help(EndOf(arguments).output);
         for (std::string line; std::getline(help, line);)
             EXPECT_LE(line.size(), 110u) << line;
     }

@@ -1,0 +1,193 @@
+#include "batch/SavedJob.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "batch/BatchCall.h"
+#include "batch/EndlessReplacement.h"
+#include "batch/FailureReason.h"
+#include "batch/TextLayout.h"
+#include "model/Project.h"
+#include "platform/CaseFolding.h"
+#include "platform/Files.h"
+#include "platform/Locale.h"
+#include "platform/PathSeparator.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+/// The one entry of the window's list of file patterns.
+constexpr StringView offeredPattern = u"*.Ppt*";
+
+[[noreturn]] void Refuse(const String& text)
+{
+    throw Failure(FailureNumber::InvalidProcedureCall, text);
+}
+
+String InQuotes(StringView text)
+{
+    return FromUtf8(Quoted(text));
+}
+
+String Trimmed(StringView text)
+{
+    const std::size_t begin = std::min(text.find_first_not_of(u' '), text.size());
+    const std::size_t end = text.find_last_not_of(u' ') + 1;
+    return String(text.substr(begin, std::max(begin, end) - begin));
+}
+
+/// The window takes the options into its controls and back: only a pattern that its list offers comes through, and a
+/// step that is not a number does not.
+void PassThroughControls(ProjectOptions& options, std::vector<std::string>& notes)
+{
+    if (ToUpper(options.ComaSepAllowedExtensions) != ToUpper(offeredPattern))
+        notes.push_back("the job's file pattern " + Quoted(options.ComaSepAllowedExtensions) +
+                        " is not one that the window offers; as there, the run takes " + Quoted(offeredPattern));
+    options.ComaSepAllowedExtensions = offeredPattern;
+    if (!NumberFromText(options.RevisionDocumentPropertyIncrimentedBy))
+        options.RevisionDocumentPropertyIncrimentedBy.clear();
+}
+
+/// Refuses a path that is empty, names no file, or has none of the extensions (upper case, with the dot).
+void CheckFile(const String& what, const String& path, std::initializer_list<StringView> extensions)
+{
+    if (path.empty())
+        Refuse(u"the job does not name its " + what);
+    const std::size_t dot = path.rfind(u'.');
+    if (!FileExists(path) || dot == String::npos)
+        Refuse(u"there is no " + what + u" " + InQuotes(path));
+    if (std::ranges::find(extensions, StringView(ToUpper(path.substr(dot)))) == extensions.end())
+        Refuse(u"the " + what + u" " + InQuotes(path) + u" has an extension that such a file can't have");
+}
+
+void CheckPairs(const FindAndReplaceItems& items, bool replaces)
+{
+    if (items.Count() == 0)
+        Refuse(u"the job has no pair to look for");
+    for (const auto& item : items.NewEnum())
+        if (replaces && NeverEnds(item->FindWhat, item->ReplaceWith, *item->OptionSetting))
+            Refuse(u"replacing " + InQuotes(item->FindWhat) + u" by " + InQuotes(item->ReplaceWith) +
+                   u" never ends: the new text holds the old one behind its start, so every replacement makes a "
+                   u"further one");
+}
+
+/// The files of the job's folder or list, found as the desktop finds them.
+std::vector<JobFile> FilesOfJob(Project& project)
+{
+    const ProjectOptions& options = *project.options;
+    if (options.FileToProcessSourceType != 0) {
+        CheckFile(u"list of files", options.FileToProcessFilepath, {u".TXT"});
+    } else {
+        const String& folder = options.FileToProcessFolderPath;
+        if (folder.empty())
+            Refuse(u"the job does not name its folder");
+        if (!FolderExists(folder))
+            Refuse(u"there is no folder " + InQuotes(folder));
+    }
+    project.GetFileToProcessFileCount();
+    std::vector<JobFile> files;
+    for (const String& path : project.FilesToProcess)
+        files.push_back({path, {}});
+    return files;
+}
+
+std::vector<JobFile> FilesOfCall(const BatchCall& call, const ProjectOptions& options)
+{
+    BatchCall scan = call;
+    scan.recurse = options.Include_Subfolders;
+    return CollectFiles(scan);
+}
+
+/// The full path of a path, which means the same wherever the job is opened. A path of a Windows desktop stays.
+String FullPath(const String& path)
+{
+    const bool hasDrive = path.size() >= 3 && path[1] == u':' && path[2] == u'\\';
+    if (hasDrive || path.starts_with(u"\\\\"))
+        return path;
+    std::filesystem::path full = std::filesystem::absolute(ToUtf8(path)).lexically_normal();
+    if (!full.has_filename())
+        full = full.parent_path();
+    return FromUtf8(full.string());
+}
+
+}  // namespace
+
+void LoadJob(Project& project, const String& path)
+{
+    std::int32_t error = 0;
+    if (project.LoadProject(path, error))
+        return;
+    if (error == 1)
+        Refuse(u"there is no job " + InQuotes(path));
+    if (error == 2)
+        Refuse(InQuotes(path) + u" is not a job: the name of a project file ends in .tsq");
+    const String reason = project.FileFailure ? ReasonOf(*project.FileFailure) : String();
+    Refuse(u"can't load the job " + InQuotes(path) + u": " + reason);
+}
+
+ListSource ListSourceOf(const Project& project)
+{
+    const auto properties = project.CustomProperies->NewEnum();
+    if (properties.size() < 2)
+        return {};
+    const bool isExternal = ToUpper(Trimmed(properties[1]->PropertyValue)) == u"EXTERNAL";
+    return {true, isExternal, Trimmed(properties[0]->PropertyValue)};
+}
+
+SavedRun PrepareRun(Project& project, const BatchCall& call)
+{
+    SavedRun run;
+    PassThroughControls(*project.options, run.notes);
+
+    const ListSource source = ListSourceOf(project);
+    if (!source.isKnown)
+        Refuse(u"the job does not tell where its pairs come from: it lacks its first two custom properties");
+    if (source.isExternal) {
+        CheckFile(u"list of pairs", source.path, {u".CSV", u".TAB", u".XLS"});
+        Refuse(u"the job takes its pairs from the list " + InQuotes(source.path) + u", which is not supported");
+    }
+    CheckPairs(*project.FindAndReplaceList, call.replacesOfJob);
+
+    run.files = call.paths.empty() ? FilesOfJob(project) : FilesOfCall(call, *project.options);
+    if (run.files.empty())
+        run.notes.push_back("no file matches");
+    return run;
+}
+
+void FillSavedJob(Project& project, const BatchCall& call)
+{
+    ProjectOptions& options = *project.options;
+    options.ComaSepAllowedExtensions = offeredPattern;
+    options.FileToProcessSourceType = call.filesFrom ? 1 : 0;
+    if (call.filesFrom) {
+        options.FileToProcessFilepath = FullPath(*call.filesFrom);
+    } else {
+        const String& folder = call.paths.front();
+        if (FileExists(folder))
+            Refuse(InQuotes(folder) +
+                   u" is a file: a saved job takes its files from one folder, or from one list "
+                   u"(--files-from)");
+        options.FileToProcessFolderPath = FullPath(folder);
+    }
+    project.CustomProperies->Add(u"FindAndReplaceFilePath", u"");
+    project.CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
+    project.CustomProperies->Add(u"LANG", u"English.lng");
+}
+
+String SaveJob(Project& project, const String& path)
+{
+    String full = FullPath(path);
+    const String folder = full.substr(0, std::max<std::size_t>(full.rfind(PathSeparator), 1));
+    if (!FolderExists(folder))
+        Refuse(u"there is no folder " + InQuotes(folder));
+    const std::size_t length = full.size();
+    project.SaveAsProject(full, true);
+    if (project.FileFailure)
+        Refuse(u"can't save the job: " + ReasonOf(*project.FileFailure));
+    return path + full.substr(length);  // as it was named, with the extension that the save may have added
+}
+
+}  // namespace tessarine::batch

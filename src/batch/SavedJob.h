@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "batch/JobFiles.h"
+#include "platform/String.h"
+
+namespace tessarine
+{
+class FindAndReplaceItems;
+class Project;
+}  // namespace tessarine
+
+namespace tessarine::batch
+{
+
+struct BatchCall;
+
+/// Loads a project file into a fresh project. Raises a failure with a text for one line when that is not possible.
+void LoadJob(Project& project, const String& path);
+
+/// Where a saved job's pairs come from, by its first two custom properties.
+struct ListSource {
+    bool isKnown = false;     ///< False when the job lacks the properties.
+    bool isExternal = false;  ///< The pairs are those of the list file, not the job's own.
+    String path;              ///< Of the list file.
+};
+ListSource ListSourceOf(const Project& project);
+
+/// What a run of a saved job takes.
+struct SavedRun {
+    std::vector<JobFile> files;
+    std::shared_ptr<FindAndReplaceItems> list;  ///< Null for the project's own pairs.
+    std::vector<std::string> notes;             ///< What the user should know before it starts, a line each.
+};
+
+/// Makes a loaded project ready to run as the desktop's window does between opening a job and starting it: the options
+/// become what the window's controls make of them, the inputs are checked, the files are found. Paths of the call take
+/// the place of the job's folder or list of files. Raises a failure with a text for one line when the job can't run.
+SavedRun PrepareRun(Project& project, const BatchCall& call);
+
+/// Completes a filled project to a job that the desktop opens: where the files are, and the three custom properties.
+/// Raises 5 with a text when the call's path is a file.
+void FillSavedJob(Project& project, const BatchCall& call);
+
+/// Saves a project and gives the path as it was written, with the extension. Raises with a text for one line.
+String SaveJob(Project& project, const String& path);
+
+}  // namespace tessarine::batch
