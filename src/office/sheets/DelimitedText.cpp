@@ -115,8 +115,7 @@ private:
 
 void AppendField(std::string& csv, StringView text)
 {
-    const bool needsQuotes =
-        text.find_first_of(u",\"\r\n") != StringView::npos || text.starts_with(separatorLine);
+    const bool needsQuotes = text.find_first_of(u",\"\r\n") != StringView::npos || text.starts_with(separatorLine);
     if (!needsQuotes) {
         csv += ToUtf8(text);
         return;

@@ -12,7 +12,8 @@
 ///   locale. A number of more than 15 significant digits stays text, because as a number it would lose some of them.
 /// - ="007" is the text 007: the way to write a text that would otherwise be something else. Excel and LibreOffice
 ///   understand it, too.
-/// - Everything else is text: numbers with blanks around, grouping, percent or currency signs, dates, other formulas, names of
+/// - Everything else is text: numbers with blanks around, grouping, percent or currency signs, dates, other formulas,
+/// names of
 ///   errors. Excel would calculate with those; in a list they are words to be found.
 namespace tessarine::sheets
 {

@@ -10,7 +10,7 @@ namespace tessarine::sheets
 /// (1004) here instead of the machine's memory.
 struct Limits {
     std::uint64_t fileBytes = 256u << 20;
-    std::size_t cells = 65536u * 256u;   ///< As many as a sheet of a binary workbook has.
+    std::size_t cells = 65536u * 256u;   ///< As many as a sheet of a binary workbook has; texts, too.
     std::size_t textUnits = 256u << 20;  ///< All texts of a sheet together, UTF-16 units.
     std::size_t formats = 65536;         ///< Number formats and cell formats of a workbook, each.
 

@@ -34,8 +34,7 @@ TEST(DelimitedText, SplitsAtCommas)
 
 TEST(DelimitedText, SplitsAtTabsAlone)
 {
-    EXPECT_EQ(TableOf(ReadDelimitedText(u"a,b\tc\r\n\"d\te\"\tf", u'\t')),
-              (Rows{{"'a,b'", "'c'"}, {"'d\te'", "'f'"}}));
+    EXPECT_EQ(TableOf(ReadDelimitedText(u"a,b\tc\r\n\"d\te\"\tf", u'\t')), (Rows{{"'a,b'", "'c'"}, {"'d\te'", "'f'"}}));
 }
 
 TEST(DelimitedText, EndsLinesAtEachOfTheThreeForms)
@@ -135,24 +134,30 @@ TEST(DelimitedText, WithMoreCellsThanTheLimitIsRefused)
 
 TEST(CommaSeparated, IsMarkedAndEndsEachLine)
 {
-    EXPECT_EQ(Written({u"a", true, false, 2.5}), "\xEF\xBB\xBF" "a,TRUE,FALSE,2.5\r\n");
+    EXPECT_EQ(Written({u"a", true, false, 2.5}),
+              "\xEF\xBB\xBF"
+              "a,TRUE,FALSE,2.5\r\n");
 }
 
 TEST(CommaSeparated, QuotesOnlyWhatNeedsIt)
 {
     EXPECT_EQ(Written({u"a b", u"a,b", u"a\"b", u"a\nb", u"a\rb", u"a\tb"}),
-              "\xEF\xBB\xBF" "a b,\"a,b\",\"a\"\"b\",\"a\nb\",\"a\rb\",a\tb\r\n");
+              "\xEF\xBB\xBF"
+              "a b,\"a,b\",\"a\"\"b\",\"a\nb\",\"a\rb\",a\tb\r\n");
 }
 
 TEST(CommaSeparated, KeepsTextsFromBecomingSomethingElse)
 {
     EXPECT_EQ(Written({u"007", u"TRUE", u"sep=;"}),
-              "\xEF\xBB\xBF" "\"=\"\"007\"\"\",\"=\"\"TRUE\"\"\",\"sep=;\"\r\n");
+              "\xEF\xBB\xBF"
+              "\"=\"\"007\"\"\",\"=\"\"TRUE\"\"\",\"sep=;\"\r\n");
 }
 
 TEST(CommaSeparated, WritesErrorsByName)
 {
-    EXPECT_EQ(Written({CellError{0x2A}}), "\xEF\xBB\xBF" "#N/A\r\n");
+    EXPECT_EQ(Written({CellError{0x2A}}),
+              "\xEF\xBB\xBF"
+              "#N/A\r\n");
 }
 
 TEST(CommaSeparated, FillsTheUsedRangeFromTheFirstCell)
@@ -161,7 +166,9 @@ TEST(CommaSeparated, FillsTheUsedRangeFromTheFirstCell)
     sheet.Put(1, 1, true);
     sheet.Put(2, 2, true);
 
-    EXPECT_EQ(WriteCommaSeparated(sheet), "\xEF\xBB\xBF" ",,\r\n,TRUE,\r\n,,TRUE\r\n");
+    EXPECT_EQ(WriteCommaSeparated(sheet),
+              "\xEF\xBB\xBF"
+              ",,\r\n,TRUE,\r\n,,TRUE\r\n");
 }
 
 TEST(CommaSeparated, RefusesAUsedRangeThatIsMostlyNothing)

@@ -53,8 +53,9 @@ TEST(FieldValue, OfAPlainNumberIsANumber)
 TEST(FieldValue, OfWhatOnlyLooksLikeANumberIsText)
 {
     for (const StringView field :
-         {u" 5", u"5 ", u"1,000", u"50%", u"$5", u"1/2", u"2024-01-01", u"10:30", u"-", u"+", u".", u"e3", u"1e", u"1e+",
-          u"1.2.3", u"--1", u"+-1", u"0x10", u"inf", u"nan", u"1d", u"\x0661", u"#N/A", u"1e400", u"1e-400"})
+         {u" 5",  u"5 ",  u"1,000", u"50%",    u"$5",   u"1/2",   u"2024-01-01", u"10:30", u"-",
+          u"+",   u".",   u"e3",    u"1e",     u"1e+",  u"1.2.3", u"--1",        u"+-1",   u"0x10",
+          u"inf", u"nan", u"1d",    u"\x0661", u"#N/A", u"1e400", u"1e-400"})
         EXPECT_EQ(ValueOf(field), '\'' + ToUtf8(field) + '\'');
 }
 
@@ -94,7 +95,8 @@ TEST(FieldOfText, IsAFormulaWhenTheTextWouldReadAsSomethingElse)
 
 TEST(FieldOfText, ReadsBackAsTheText)
 {
-    for (const StringView text : {u"007", u"TRUE", u"=", u"=\"", u"=\"a\"", u"=\"\"\"\"", u"1e3", u"x", u"\"", u"=\"a\"\""})
+    for (const StringView text :
+         {u"007", u"TRUE", u"=", u"=\"", u"=\"a\"", u"=\"\"\"\"", u"1e3", u"x", u"\"", u"=\"a\"\""})
         EXPECT_EQ(ValueOf(FieldOfText(text)), '\'' + ToUtf8(text) + '\'');
 }
 

@@ -11,8 +11,8 @@
 namespace tessarine::sheets
 {
 
-/// A cell's value written down, so that tests can compare whole tables: "" empty, "TRUE", "#N/A", numbers bare, texts in
-/// quotes.
+/// A cell's value written down, so that tests can compare whole tables: "" empty, "TRUE", "#N/A", numbers bare, texts
+/// in quotes.
 inline std::string Shown(const Cell& cell)
 {
     struct Show {

@@ -1,0 +1,304 @@
+#include "office/sheets/BiffReader.h"
+
+#include <bit>
+#include <optional>
+#include <string>
+
+#include "office/sheets/BiffRecords.h"
+#include "office/sheets/CellFormats.h"
+#include "office/sheets/Refusal.h"
+#include "platform/CodePage.h"
+
+namespace tessarine::sheets
+{
+
+namespace
+{
+
+constexpr std::uint32_t maxBiffColumns = 256;
+
+/// A number in 30 bits (MS-XLS 2.5.217): the upper ones of a floating-point number or a whole number, either in
+/// hundredths.
+double NumberOfRk(std::uint32_t rk)
+{
+    const bool isInteger = (rk & 2) != 0;
+    const bool isHundredths = (rk & 1) != 0;
+    const double number = isInteger ? static_cast<double>(static_cast<std::int32_t>(rk) >> 2)
+                                    : std::bit_cast<double>(static_cast<std::uint64_t>(rk & ~3u) << 32);
+    return isHundredths ? number / 100 : number;
+}
+
+/// What a CodePage record's number names, for FromCodePage.
+std::string NameOfCodePage(std::uint16_t number)
+{
+    switch (number) {
+        case 0x8000:
+        case 10000:
+            return "macintosh";
+        case 0x8001:
+            return "windows-1252";
+        case 437:
+        case 720:
+        case 737:
+        case 775:
+        case 850:
+        case 852:
+        case 855:
+        case 857:
+        case 858:
+        case 860:
+        case 861:
+        case 862:
+        case 863:
+        case 864:
+        case 865:
+        case 866:
+        case 869:
+            return "cp" + std::to_string(number);
+        default:
+            return "windows-" + std::to_string(number);
+    }
+}
+
+class Reader
+{
+public:
+    Reader(std::string_view stream, const Limits& limits) : stream_(stream), sheet_(limits), formats_(limits) {}
+
+    Sheet Read()
+    {
+        ReadGlobals();
+        if (!firstSheet_)
+            throw Refusal("The workbook has no worksheet");
+        ReadSheet(*firstSheet_);
+        return std::move(sheet_);
+    }
+
+private:
+    void ReadGlobals()
+    {
+        BiffStream records(stream_);
+        const auto begin = records.NextOf(BiffType::Bof);
+        if (!begin)
+            throw Damage("its workbook does not begin as one");
+        version_ = begin->Short(0);
+        if (version_ != biff8 && version_ != biff5)
+            throw Refusal("The workbook is of an unknown version");
+        while (const auto record = records.Next()) {
+            if (record->type == BiffType::Eof)
+                return;
+            ReadGlobal(records, *record);
+        }
+        throw Damage("its workbook ends too early");
+    }
+
+    void ReadGlobal(BiffStream& records, const BiffRecord& record)
+    {
+        switch (record.type) {
+            case BiffType::FilePass:
+                throw Refusal("The workbook is encrypted and needs a password to be opened");
+            case BiffType::CodePage:
+                codePage_ = NameOfCodePage(record.Short(0));
+                break;
+            case BiffType::Date1904:
+                countsFrom1904_ = record.Short(0) != 0;
+                break;
+            case BiffType::BoundSheet:
+                // The lower byte of the kind alone tells it: 0 is a worksheet.
+                if (!firstSheet_ && record.Byte(5) == 0)
+                    firstSheet_ = record.Long(0);
+                break;
+            case BiffType::Format:
+                ReadNumberFormat(records, record);
+                break;
+            case BiffType::Xf:
+                formats_.AddCellFormat(record.Short(2));
+                break;
+            case BiffType::Sst:
+                ReadSharedTexts(records, record);
+                break;
+            default:
+                break;
+        }
+    }
+
+    void ReadNumberFormat(BiffStream& records, const BiffRecord& record)
+    {
+        RecordBody body(records, record, 2);
+        if (version_ == biff8)
+            ReadText(body, text_);
+        else
+            text_ = FromCodePage(body.Bytes(body.Byte()), codePage_);
+        formats_.AddNumberFormat(record.Short(0), text_);
+    }
+
+    void ReadSharedTexts(BiffStream& records, const BiffRecord& record)
+    {
+        const std::uint32_t count = record.Long(4);
+        RecordBody body(records, record, 8);
+        for (; sharedTexts_ < count; ++sharedTexts_) {
+            ReadText(body, text_);
+            sheet_.AddText(text_);  // The sheet's first texts: a shared text's position is its identity.
+        }
+    }
+
+    void ReadSheet(std::size_t offset)
+    {
+        BiffStream records(stream_, offset);
+        if (!records.NextOf(BiffType::Bof))
+            throw Damage("a sheet does not begin where its workbook says");
+        std::size_t embedded = 0;  // charts within the sheet have cells of their own
+        while (const auto record = records.Next()) {
+            if (record->type == BiffType::Bof)
+                ++embedded;
+            else if (record->type == BiffType::Eof && embedded-- == 0)
+                return;
+            else if (embedded == 0)
+                ReadCell(records, *record);
+        }
+        throw Damage("its workbook ends too early");
+    }
+
+    void ReadCell(BiffStream& records, const BiffRecord& record)
+    {
+        switch (record.type) {
+            case BiffType::Number:
+                PutNumber(record, std::bit_cast<double>(record.Quad(6)));
+                break;
+            case BiffType::Rk:
+                PutNumber(record, NumberOfRk(record.Long(6)));
+                break;
+            case BiffType::MulRk:
+                ReadNumbers(record);
+                break;
+            case BiffType::BoolErr:
+                PutBooleanOrError(record, record.Byte(7) != 0, record.Byte(6));
+                break;
+            case BiffType::LabelSst:
+                ReadSharedText(record);
+                break;
+            case BiffType::Label:
+            case BiffType::RString:
+                PutText(record, TextIn(records, record, 6));
+                break;
+            case BiffType::Formula:
+                ReadFormula(record);
+                break;
+            case BiffType::String:
+                if (formula_)
+                    PutText(*formula_, TextIn(records, record, 0));
+                formula_.reset();
+                break;
+            default:
+                break;
+        }
+    }
+
+    StringView TextIn(BiffStream& records, const BiffRecord& record, std::size_t offset)
+    {
+        RecordBody body(records, record, offset);
+        if (version_ == biff8)
+            ReadText(body, text_);
+        else
+            text_ = FromCodePage(body.Bytes(body.Short()), codePage_);
+        return text_;
+    }
+
+    void ReadNumbers(const BiffRecord& record)
+    {
+        constexpr std::size_t bytesOfEach = 6;
+        const std::uint16_t row = record.Short(0);
+        std::uint32_t column = record.Short(2);
+        for (std::size_t at = 4; at + bytesOfEach <= record.data.size(); at += bytesOfEach, ++column)
+            PutNumber(row, column, record.Short(at), NumberOfRk(record.Long(at + 2)));
+    }
+
+    void ReadSharedText(const BiffRecord& record)
+    {
+        const std::uint32_t text = record.Long(6);
+        if (text >= sharedTexts_)
+            throw Damage("a cell has a text that is not there");
+        sheet_.PutText(record.Short(0), ColumnOf(record.Short(2)), {text});
+    }
+
+    /// A formula's result (MS-XLS 2.5.133): a number, or something else when its upper bytes are all ones.
+    void ReadFormula(const BiffRecord& record)
+    {
+        enum ResultKind { Text = 0, Boolean = 1, Error = 2, EmptyText = 3 };
+        formula_.reset();
+        if (record.Short(12) != 0xFFFF) {
+            PutNumber(record, std::bit_cast<double>(record.Quad(6)));
+            return;
+        }
+        switch (record.Byte(6)) {
+            case Boolean:
+            case Error:
+                PutBooleanOrError(record, record.Byte(6) == Error, record.Byte(8));
+                break;
+            case Text:
+                formula_ = record;  // the text follows in a record of its own
+                [[fallthrough]];
+            case EmptyText:
+                PutText(record, {});
+                break;
+            default:
+                throw Damage("a formula has a result of an unknown kind");
+        }
+    }
+
+    static std::uint32_t ColumnOf(std::uint32_t column)
+    {
+        if (column >= maxBiffColumns)
+            throw Damage("a cell lies beyond the last column");
+        return column;
+    }
+
+    void PutNumber(std::uint32_t row, std::uint32_t column, std::uint16_t format, double number)
+    {
+        ColumnOf(column);
+        if (formats_.IsDate(format)) {
+            if (const auto date = DateText(number, countsFrom1904_)) {
+                sheet_.Put(row, column, StringView(*date));
+                return;
+            }
+        }
+        sheet_.Put(row, column, number);
+    }
+
+    // A cell's record begins with row, column and format.
+    void PutNumber(const BiffRecord& record, double number)
+    {
+        PutNumber(record.Short(0), record.Short(2), record.Short(4), number);
+    }
+
+    void PutText(const BiffRecord& record, StringView text)
+    {
+        sheet_.Put(record.Short(0), ColumnOf(record.Short(2)), text);
+    }
+
+    void PutBooleanOrError(const BiffRecord& record, bool isError, std::uint8_t value)
+    {
+        const Cell cell = isError ? Cell(CellError{value}) : Cell(value != 0);
+        sheet_.Put(record.Short(0), ColumnOf(record.Short(2)), cell);
+    }
+
+    std::string_view stream_;
+    Sheet sheet_;
+    CellFormats formats_;
+    std::uint16_t version_ = 0;
+    std::string codePage_ = "windows-1252";
+    bool countsFrom1904_ = false;
+    std::optional<std::uint32_t> firstSheet_;
+    std::uint32_t sharedTexts_ = 0;
+    std::optional<BiffRecord> formula_;  // the one whose text comes next
+    String text_;
+};
+
+}  // namespace
+
+Sheet ReadBiff(std::string_view stream, const Limits& limits)
+{
+    return Reader(stream, limits).Read();
+}
+
+}  // namespace tessarine::sheets

@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "platform/String.h"
+
+/// The records that make up a binary workbook's stream (MS-XLS 2.1.4): a type, a length and so many bytes, at most
+/// 8224. What needs more goes on in Continue records.
+namespace tessarine::sheets
+{
+
+namespace BiffType
+{
+inline constexpr std::uint16_t Formula = 0x0006;
+inline constexpr std::uint16_t Eof = 0x000A;
+inline constexpr std::uint16_t Date1904 = 0x0022;
+inline constexpr std::uint16_t FilePass = 0x002F;
+inline constexpr std::uint16_t Font = 0x0031;
+inline constexpr std::uint16_t Continue = 0x003C;
+inline constexpr std::uint16_t Window1 = 0x003D;
+inline constexpr std::uint16_t CodePage = 0x0042;
+inline constexpr std::uint16_t BoundSheet = 0x0085;
+inline constexpr std::uint16_t MulRk = 0x00BD;
+inline constexpr std::uint16_t RString = 0x00D6;
+inline constexpr std::uint16_t Xf = 0x00E0;
+inline constexpr std::uint16_t Sst = 0x00FC;
+inline constexpr std::uint16_t LabelSst = 0x00FD;
+inline constexpr std::uint16_t Dimensions = 0x0200;
+inline constexpr std::uint16_t Number = 0x0203;
+inline constexpr std::uint16_t Label = 0x0204;
+inline constexpr std::uint16_t BoolErr = 0x0205;
+inline constexpr std::uint16_t String = 0x0207;
+inline constexpr std::uint16_t Window2 = 0x023E;
+inline constexpr std::uint16_t Rk = 0x027E;
+inline constexpr std::uint16_t Style = 0x0293;
+inline constexpr std::uint16_t Format = 0x041E;
+inline constexpr std::uint16_t Bof = 0x0809;
+}  // namespace BiffType
+
+inline constexpr std::size_t maxRecordBytes = 8224;
+
+/// What a Bof record of Excel 97 to 2003, and of Excel 5 and 95, gives as version.
+inline constexpr std::uint16_t biff8 = 0x0600;
+inline constexpr std::uint16_t biff5 = 0x0500;
+
+struct BiffRecord {
+    std::uint16_t type = 0;
+    std::string_view data;
+
+    /// Little-endian values at a place in the data. Raise 1004 behind its end.
+    std::uint8_t Byte(std::size_t at) const;
+    std::uint16_t Short(std::size_t at) const;
+    std::uint32_t Long(std::size_t at) const;
+    std::uint64_t Quad(std::size_t at) const;
+};
+
+/// Walks over the records of a stream. Borrows it.
+class BiffStream
+{
+public:
+    /// From a byte offset on; raises 1004 when it lies behind the stream's end.
+    explicit BiffStream(std::string_view stream, std::size_t offset = 0);
+
+    /// The next record, or nothing at the stream's end. Raises 1004 when a record goes beyond it.
+    std::optional<BiffRecord> Next();
+
+    /// The next record if it is of this type; otherwise nothing, and the place stays.
+    std::optional<BiffRecord> NextOf(std::uint16_t type);
+
+private:
+    std::string_view stream_;
+    std::size_t at_ = 0;
+};
+
+/// The bytes of a record and of the Continue records behind it, read from front to back. All members raise 1004 when
+/// they end too early.
+class RecordBody
+{
+public:
+    /// Begins `skipped` bytes into the record's data. Takes Continue records from the stream as it needs them.
+    RecordBody(BiffStream& stream, const BiffRecord& record, std::size_t skipped = 0);
+
+    std::uint8_t Byte();
+    std::uint16_t Short();
+    std::uint32_t Long();
+    void Skip(std::size_t bytes);
+    std::string_view Bytes(std::size_t count);  ///< Within one record.
+
+    /// Appends so many characters, of two bytes each or of one. Where they go on in another record, its first byte
+    /// tells anew how many bytes a character has (MS-XLS 2.5.293).
+    void AppendCharacters(std::size_t count, bool isWide, String& text);
+
+private:
+    void NextRecord();
+
+    BiffStream& stream_;
+    std::string_view rest_;
+};
+
+/// A text of Excel 97 to 2003 with a 16-bit count: characters, then formatting runs and phonetics, which are passed
+/// over (MS-XLS 2.5.293 XLUnicodeRichExtendedString). Takes the place of `text`.
+void ReadText(RecordBody& body, String& text);
+
+}  // namespace tessarine::sheets

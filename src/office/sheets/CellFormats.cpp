@@ -1,0 +1,95 @@
+#include "office/sheets/CellFormats.h"
+
+#include <cmath>
+#include <ctime>
+
+#include "office/sheets/Refusal.h"
+#include "platform/Locale.h"
+
+namespace tessarine::sheets
+{
+
+namespace
+{
+
+/// The formats that a workbook need not define (MS-XLS 2.4.126); those for East Asian dates included.
+bool IsBuiltInDate(std::uint16_t id)
+{
+    return (id >= 14 && id <= 22) || (id >= 27 && id <= 36) || (id >= 45 && id <= 47) || (id >= 50 && id <= 58);
+}
+
+constexpr std::uint16_t firstCustomFormat = 164;
+
+}  // namespace
+
+bool ShowsDate(StringView code)
+{
+    for (std::size_t i = 0; i < code.size(); ++i) {
+        switch (code[i]) {
+            case u';':
+                return false;
+            case u'\\':
+            case u'_':
+            case u'*':
+                ++i;
+                break;
+            case u'"':
+            case u'[':
+                i = code.find(code[i] == u'[' ? u']' : u'"', i + 1);
+                if (i == StringView::npos)
+                    return false;
+                break;
+            default:
+                if (StringView(u"dmyhsDMYHS").find(code[i]) != StringView::npos)
+                    return true;
+        }
+    }
+    return false;
+}
+
+std::optional<String> DateText(double number, bool countsFrom1904)
+{
+    constexpr double endOfTime = 2958466;  // the day behind 31 December 9999
+    constexpr double secondsOfDay = 86400;
+    constexpr double daysUntil1970 = 25569;
+    constexpr double daysFrom1900To1904 = 1462;
+    constexpr double dayThatNeverWas = 60;  // 29 February 1900, which Excel counts
+    if (countsFrom1904)
+        number += daysFrom1900To1904;
+    if (!(number >= 1) || !(number < endOfTime))
+        return std::nullopt;
+    if (number < dayThatNeverWas)
+        number += 1;
+    const auto seconds = static_cast<std::time_t>(std::llround((number - daysUntil1970) * secondsOfDay));
+    std::tm time{};
+    gmtime_r(&seconds, &time);
+    return DisplayDateTime(time);
+}
+
+void CellFormats::AddNumberFormat(std::uint16_t id, StringView code)
+{
+    if (ofNumbers_.size() >= limits_.formats)
+        throw Refusal("The workbook has more number formats than can be read");
+    ofNumbers_[id] = ShowsDate(code);
+}
+
+void CellFormats::AddCellFormat(std::uint16_t numberFormat)
+{
+    if (ofCells_.size() >= limits_.formats)
+        throw Refusal("The workbook has more cell formats than can be read");
+    ofCells_.push_back(numberFormat);
+}
+
+bool CellFormats::IsDate(std::uint16_t cellFormat) const
+{
+    if (cellFormat >= ofCells_.size())
+        return false;
+    const std::uint16_t id = ofCells_[cellFormat];
+    // Workbooks define built-in formats in the words of their country, where d and s may be letters of "Standard".
+    if (id < firstCustomFormat)
+        return IsBuiltInDate(id);
+    const auto format = ofNumbers_.find(id);
+    return format != ofNumbers_.end() && format->second;
+}
+
+}  // namespace tessarine::sheets

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include "office/sheets/Limits.h"
+#include "platform/String.h"
+
+namespace tessarine::sheets
+{
+
+/// Whether a number format's code shows a date or a time: it has one of the letters d, m, y, h, s outside of quotes,
+/// brackets and escapes in its first section.
+bool ShowsDate(StringView code);
+
+/// The date that a workbook's number stands for, as the system displays dates. Nothing for a number that is no day of
+/// the calendar; a time without a date is none.
+std::optional<String> DateText(double number, bool countsFrom1904);
+
+/// The formats of a workbook's cells, as far as they tell dates from numbers.
+class CellFormats
+{
+public:
+    explicit CellFormats(const Limits& limits) : limits_(limits) {}
+
+    void AddNumberFormat(std::uint16_t id, StringView code);
+    void AddCellFormat(
+        std::uint16_t numberFormat);  ///< Cells name these by their position. Raises 1004 beyond the limits.
+
+    /// Whether a cell of this format shows a date; no for a format that there isn't.
+    bool IsDate(std::uint16_t cellFormat) const;
+
+private:
+    Limits limits_;
+    std::map<std::uint16_t, bool> ofNumbers_;  // whether it shows a date
+    std::vector<std::uint16_t> ofCells_;
+};
+
+}  // namespace tessarine::sheets

@@ -1,0 +1,100 @@
+#include "office/sheets/WorkbookFile.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "office/sheets/BiffReader.h"
+#include "office/sheets/BiffRecords.h"
+#include "office/sheets/BiffWriter.h"
+#include "office/sheets/CompoundFile.h"
+#include "office/sheets/Refusal.h"
+
+namespace tessarine::sheets
+{
+
+namespace
+{
+
+const std::string saveAsXls = "; save it as an Excel 97-2003 workbook (.xls) first";
+
+std::string WorkbookStream(std::string_view file)
+{
+    const CompoundFile compound(file);
+    // A file for both Excel 95 and 97 has both streams.
+    for (const char* name : {"Workbook", "Book"})
+        if (compound.Has(name))
+            return compound.Stream(name);
+    if (compound.Has("EncryptedPackage"))
+        throw Refusal("The workbook is encrypted and needs a password to be opened");
+    throw Refusal("The file is some other Office document, not a workbook");
+}
+
+/// Whether the bytes are a workbook's stream without a compound file around it.
+bool IsBareStream(std::string_view file)
+{
+    return file.size() >= 6 && file.starts_with("\x09\x08") && (file[5] == biff8 >> 8 || file[5] == biff5 >> 8);
+}
+
+bool IsOfExcel4OrEarlier(std::string_view file)
+{
+    using namespace std::string_view_literals;
+    return file.starts_with("\x09\x00\x04\x00"sv) || file.starts_with("\x09\x02\x06\x00"sv) ||
+           file.starts_with("\x09\x04\x06\x00"sv);
+}
+
+Failure NotAWorkbook(std::string_view file)
+{
+    constexpr std::size_t telling = 4096;
+    std::string head(file.substr(0, telling));
+    std::ranges::transform(head, head.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const auto has = [&](std::string_view text) { return head.find(text) != std::string::npos; };
+    const std::size_t first = head.find_first_not_of("\xef\xbb\xbf \t\r\n");
+
+    if (head.empty())
+        return Refusal("The file is empty");
+    if (head.starts_with("pk\x03\x04")) {
+        const bool isOpenDocument = has("mimetypeapplication/vnd.oasis.opendocument");
+        return Refusal((isOpenDocument ? "The file is an OpenDocument file"
+                                       : "The file is an Office Open XML workbook (.xlsx) or another zip file") +
+                       saveAsXls);
+    }
+    if (IsOfExcel4OrEarlier(file))
+        return Refusal("The file is a workbook of Excel 4 or earlier" + saveAsXls);
+    if (has("urn:schemas-microsoft-com:office:spreadsheet") && has("<?xml"))
+        return Refusal("The file is an XML spreadsheet" + saveAsXls);
+    if (first != std::string::npos && head[first] == '<')
+        return Refusal((has("<html") || has("<!doctype html") || has("<table") ? "The file is a web page"
+                                                                               : "The file is an XML file") +
+                       saveAsXls);
+    if (head.find('\0') == std::string::npos || head.starts_with("\xff\xfe") || head.starts_with("\xfe\xff"))
+        return Refusal("The file is text, not a workbook; name it .csv or .tab if it is a table");
+    return Refusal("The file is not a workbook");
+}
+
+}  // namespace
+
+Sheet ReadWorkbook(std::string_view file, const Limits& limits)
+{
+    if (IsCompoundFile(file))
+        return ReadBiff(WorkbookStream(file), limits);
+    if (IsBareStream(file))
+        return ReadBiff(file, limits);
+    throw NotAWorkbook(file);
+}
+
+std::string WriteWorkbook(const Sheet& sheet)
+{
+    // Excel never writes a smaller stream; filled up with zeros, it does not get into the part of a compound file for
+    // small streams, where some readers don't look for it.
+    constexpr std::size_t smallestStream = 4096;
+    std::string stream = WriteBiff(sheet);
+    stream.resize(std::max(stream.size(), smallestStream), '\0');
+    return CompoundFileOf("Workbook", stream);
+}
+
+bool IsWorkbook(std::string_view file)
+{
+    return IsCompoundFile(file);
+}
+
+}  // namespace tessarine::sheets

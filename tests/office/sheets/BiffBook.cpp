@@ -1,0 +1,105 @@
+#include "office/sheets/BiffBook.h"
+
+#include <cstring>
+
+namespace tessarine::sheets
+{
+
+namespace
+{
+
+std::string Bytes(std::uint64_t value, int count)
+{
+    std::string bytes;
+    for (int i = 0; i < count; ++i, value >>= 8)
+        bytes += static_cast<char>(value & 0xFF);
+    return bytes;
+}
+
+}  // namespace
+
+std::string Byte(std::uint32_t value)
+{
+    return Bytes(value, 1);
+}
+
+std::string Short(std::uint32_t value)
+{
+    return Bytes(value, 2);
+}
+
+std::string Long(std::uint32_t value)
+{
+    return Bytes(value, 4);
+}
+
+std::string Double(double value)
+{
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return Bytes(bits, 8);
+}
+
+std::string Wide(const std::u16string& text)
+{
+    std::string bytes;
+    for (const char16_t unit : text)
+        bytes += Short(unit);
+    return bytes;
+}
+
+std::string Record(std::uint16_t type, const std::string& data)
+{
+    return Short(type) + Short(static_cast<std::uint32_t>(data.size())) + data;
+}
+
+std::string At(std::uint32_t row, std::uint32_t column, std::uint32_t format)
+{
+    return Short(row) + Short(column) + Short(format);
+}
+
+std::string Bof(std::uint32_t version, std::uint32_t kind)
+{
+    return Record(0x0809, Short(version) + Short(kind) + Short(0x0DBB) + Short(0x07CC));
+}
+
+std::string Text(const std::string& latin1)
+{
+    return Short(static_cast<std::uint32_t>(latin1.size())) + Byte(0) + latin1;
+}
+
+std::string Sst(std::uint32_t count, const std::string& texts)
+{
+    return Record(0x00FC, Long(count) + Long(count) + texts);
+}
+
+BiffBook& BiffBook::Global(const std::string& record)
+{
+    globals_ += record;
+    return *this;
+}
+
+BiffBook& BiffBook::Cells(const std::string& records)
+{
+    cells_ += records;
+    return *this;
+}
+
+BiffBook& BiffBook::SheetKind(std::uint32_t kind)
+{
+    kind_ = kind;
+    return *this;
+}
+
+std::string BiffBook::Stream() const
+{
+    const auto boundSheet = [&](std::size_t offset) {
+        const std::string name = version_ == 0x0600 ? Byte(1) + Byte(0) + "S" : Byte(1) + "S";
+        return Record(0x0085, Long(static_cast<std::uint32_t>(offset)) + Byte(0) + Byte(kind_) + name);
+    };
+    const std::string front = Bof(version_, 0x0005) + globals_;
+    const std::size_t offset = front.size() + boundSheet(0).size() + Eof.size();
+    return front + boundSheet(offset) + Eof + Bof(version_, 0x0010) + cells_ + Eof;
+}
+
+}  // namespace tessarine::sheets
