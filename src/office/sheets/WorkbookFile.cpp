@@ -29,6 +29,11 @@ std::string WorkbookStream(std::string_view file)
     throw Refusal("The file is some other Office document, not a workbook");
 }
 
+bool IsZip(std::string_view file)
+{
+    return file.starts_with("PK\x03\x04");
+}
+
 /// Whether the bytes are a workbook's stream without a compound file around it.
 bool IsBareStream(std::string_view file)
 {
@@ -52,7 +57,7 @@ Failure NotAWorkbook(std::string_view file)
 
     if (head.empty())
         return Refusal("The file is empty");
-    if (head.starts_with("pk\x03\x04")) {
+    if (IsZip(file)) {
         const bool isOpenDocument = has("mimetypeapplication/vnd.oasis.opendocument");
         return Refusal((isOpenDocument ? "The file is an OpenDocument file"
                                        : "The file is an Office Open XML workbook (.xlsx) or another zip file") +
@@ -92,9 +97,9 @@ std::string WriteWorkbook(const Sheet& sheet)
     return CompoundFileOf("Workbook", stream);
 }
 
-bool IsWorkbook(std::string_view file)
+bool IsCompoundOrZip(std::string_view file)
 {
-    return IsCompoundFile(file);
+    return IsCompoundFile(file) || IsZip(file);
 }
 
 }  // namespace tessarine::sheets

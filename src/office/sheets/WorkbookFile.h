@@ -17,7 +17,7 @@ Sheet ReadWorkbook(std::string_view file, const Limits& limits = Limits::Default
 /// The file of a binary workbook with this sheet, as WriteBiff tells. Raises 1004 for what it can't hold.
 std::string WriteWorkbook(const Sheet& sheet);
 
-/// Whether a file is a workbook in a compound file, whatever its name says.
-bool IsWorkbook(std::string_view file);
+/// Whether a file is a compound file or a zip file, so that it can't be text, whatever its name says.
+bool IsCompoundOrZip(std::string_view file);
 
 }  // namespace tessarine::sheets

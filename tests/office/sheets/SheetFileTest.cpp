@@ -1,0 +1,139 @@
+#include "office/sheets/SheetFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "office/sheets/Table.h"
+#include "office/sheets/WorkbookFile.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
+#include "platform/FileSizeLimit.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessarine::sheets
+{
+
+namespace
+{
+
+Sheet Sample()
+{
+    Sheet sheet;
+    sheet.Put(0, 0, StringView(u"a,b"));
+    sheet.Put(0, 1, true);
+    return sheet;
+}
+
+template <class Action>
+std::string FailureOf(Action action)
+{
+    try {
+        action();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, 1004);
+        return ToUtf8(failure.description);
+    }
+    return {};
+}
+
+}  // namespace
+
+TEST(SheetFile, IsSavedAndOpenedAsItsNameAsks)
+{
+    const TemporaryFolder folder;
+
+    for (const StringView name : {u"list.xls", u"list.XLS", u"list.csv", u"list.Csv"}) {
+        SaveSheet(folder.PathOf(name), Sample());
+
+        EXPECT_EQ(TableOf(OpenSheet(folder.PathOf(name))), TableOf(Sample())) << ToUtf8(name);
+    }
+
+    EXPECT_TRUE(IsCompoundOrZip(ContentOf(folder.PathOf(u"list.xls"))));
+    EXPECT_EQ(ContentOf(folder.PathOf(u"list.csv")), "\xEF\xBB\xBF\"a,b\",TRUE\r\n");
+}
+
+TEST(SheetFile, OfTabSeparatedTextIsOpened)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"list.tab", "a,b\ttrue\n");
+
+    EXPECT_EQ(TableOf(OpenSheet(path)), TableOf(Sample()));
+}
+
+TEST(SheetFile, ThatIsAWorkbookIsOneUnderAnyName)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"list.csv", WriteWorkbook(Sample()));
+
+    EXPECT_EQ(TableOf(OpenSheet(path)), TableOf(Sample()));
+}
+
+TEST(SheetFile, ThatIsNeitherWorkbookNorTextIsRefused)
+{
+    const TemporaryFolder folder;
+
+    for (const StringView name : {u"list.xls", u"list.csv", u"list.tab"}) {
+        const String path = folder.Write(name, "PK\x03\x04");
+
+        EXPECT_THAT(FailureOf([&] { OpenSheet(path); }), testing::HasSubstr("Office Open XML")) << ToUtf8(name);
+    }
+}
+
+TEST(SheetFile, ThatIsMissingFailsWithItsName)
+{
+    EXPECT_THAT(FailureOf([] { OpenSheet(u"/no/such/list.xls"); }), testing::StartsWith("/no/such/list.xls: "));
+}
+
+TEST(SheetFile, ThatIsTooLargeIsRefused)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"list.csv", "12345");
+
+    EXPECT_THAT(FailureOf([&] { OpenSheet(path, {.fileBytes = 4}); }), testing::HasSubstr("too large"));
+}
+
+TEST(SheetFile, IsSavedAsNothingElse)
+{
+    const TemporaryFolder folder;
+
+    for (const StringView name : {u"list.xlsx", u"list.tab", u"list"})
+        EXPECT_THAT(FailureOf([&] { SaveSheet(folder.PathOf(name), Sample()); }),
+                    testing::HasSubstr(".xls or as .csv"));
+
+    EXPECT_TRUE(FilesOfFolder(folder.Path()).empty());
+}
+
+TEST(SheetFile, StaysAsItWasWhenTheDiskIsFull)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"list.xls", "old");
+
+    {
+        const FileSizeLimit full(1024);
+        EXPECT_NE(FailureOf([&] { SaveSheet(path, Sample()); }), "");
+    }
+
+    EXPECT_EQ(ContentOf(path), "old");
+    EXPECT_EQ(FilesOfFolder(folder.Path()).size(), 1u);
+}
+
+TEST(SheetFile, StaysAsItWasWhenTheSheetDoesNotFit)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"list.xls", "old");
+    Sheet sheet;
+    sheet.Put(65536, 0, true);
+
+    EXPECT_THAT(FailureOf([&] { SaveSheet(path, sheet); }), testing::HasSubstr("65536 rows"));
+
+    EXPECT_EQ(ContentOf(path), "old");
+}
+
+TEST(SheetFile, InAFolderThatIsMissingIsNotSaved)
+{
+    const TemporaryFolder folder;
+
+    EXPECT_NE(FailureOf([&] { SaveSheet(folder.PathOf(u"none/list.xls"), Sample()); }), "");
+}
+
+}  // namespace tessarine::sheets
