@@ -8,6 +8,8 @@
 #include <string_view>
 
 #include "model/Project.h"
+#include "support/BiffBook.h"
+#include "support/CompoundFile.h"
 #include "support/Fixtures.h"
 #include "support/PackageReader.h"
 #include "support/StoredBag.h"
@@ -138,6 +140,55 @@ void WriteProjects(const SeedFolder& seeds)
     seeds.Write("project_file", "not-a-bag", "a text file");
 }
 
+/// A bare stream with some of every record that is read.
+std::string WorkbookStream(std::uint32_t version)
+{
+    using namespace test::biff;
+    const bool hasSharedTexts = version == 0x0600;
+    const std::string code = hasSharedTexts ? Text("yyyy") : Byte(4) + "yyyy";
+    const std::string inCell = hasSharedTexts ? Text("b") : Short(1) + "b";
+    BiffBook book(version);
+    book.Global(Record(0x0042, Short(1251)))
+        .Global(Record(0x0022, Short(1)))
+        .Global(Record(0x041E, Short(164) + code))
+        .Global(Record(0x00E0, Short(0) + Short(164) + std::string(16, '\0')));
+    if (hasSharedTexts)
+        book.Global(Sst(2, Text("one") + Short(4) + Byte(13) + Short(1) + Long(2) + Wide(u"ab")) +
+                    Record(0x003C, Byte(0) + "cd" + Long(0) + Short(0)));
+    book.Cells(Record(0x0200, Long(0) + Long(3) + Short(0) + Short(3) + Short(0)))
+        .Cells(Record(0x0203, At(0, 1) + Double(45292)) + Record(0x027E, At(0, 2, 1) + Long(7)))
+        .Cells(Record(0x00BD, Short(1) + Short(0) + Short(0) + Long(6) + Short(0) + Long(6) + Short(1)))
+        .Cells(Record(0x0205, At(2, 0) + Byte(1) + Byte(0)) + Record(0x0205, At(2, 1) + Byte(7) + Byte(1)))
+        .Cells(Record(0x0204, At(3, 0) + inCell) + Record(0x00D6, At(3, 1) + inCell))
+        .Cells(Record(0x0006, At(4, 0) + std::string(6, '\0') + Short(0xFFFF) + std::string(8, '\0')))
+        .Cells(Record(0x0207, inCell) + Bof(version, 0x0020) + Eof);
+    if (hasSharedTexts)
+        book.Cells(Record(0x00FD, At(0, 0) + Long(1)));
+    return book.Stream();
+}
+
+void WriteLists(const SeedFolder& seeds)
+{
+    seeds.Write("workbook", "excel-97-stream", WorkbookStream(0x0600));
+    seeds.Write("workbook", "excel-95-stream", WorkbookStream(0x0500));
+    seeds.Write("workbook", "excel-97", test::CompoundFile({{"Workbook", WorkbookStream(0x0600)}}));
+    seeds.Write("workbook", "excel-95", test::CompoundFile({{"Book", WorkbookStream(0x0500)}}));
+    seeds.Write("workbook", "other-document", test::CompoundFile({{"WordDocument", "x"}}));
+    seeds.Write("workbook", "web-page", "<html><table><tr><td>Find What</td></tr></table></html>");
+    seeds.Write("delimited_text", "plain", "Find What,Replace With,InSlides\r\nFabrikam,Contoso,TRUE\r\n");
+    seeds.Write("delimited_text", "quotes", "\"a\"\"b\",\"c,\nd\"\r\"e\"f,\"=\"\"007\"\"\"\n\"open");
+    seeds.Write("delimited_text", "values", "sep=;\n007;-1.5;.5;1e3;true;FALSE;50%;1/2;123456789012345678;=1+2;#N/A");
+    seeds.Write("delimited_text", "tabs", "a\tb\n\"c\td\"\t\t1\n\n");
+    seeds.Write("delimited_text", "utf-8",
+                "\xEF\xBB\xBF"
+                "caf\xC3\xA9,\xF0\x9F\x98\x80\n");
+    seeds.Write("delimited_text", "utf-16",
+                std::string("\xFF\xFE"
+                            "a\0,\0\x3D\xD8\x00\xDE\n\0",
+                            14));
+    seeds.Write("delimited_text", "code-page", "caf\xE9,\x80\n");
+}
+
 }  // namespace
 
 }  // namespace tessarine::fuzz
@@ -153,6 +204,7 @@ int main(int argc, char** argv)
         tessarine::fuzz::WriteDecks(seeds);
         tessarine::fuzz::WriteTexts(seeds);
         tessarine::fuzz::WriteProjects(seeds);
+        tessarine::fuzz::WriteLists(seeds);
     } catch (const std::exception& error) {
         std::cerr << "make-fuzz-seeds: " << error.what() << '\n';
         return 1;

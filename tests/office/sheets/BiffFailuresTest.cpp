@@ -3,12 +3,14 @@
 
 #include <optional>
 
-#include "office/sheets/BiffBook.h"
 #include "office/sheets/BiffReader.h"
 #include "platform/Failure.h"
+#include "support/BiffBook.h"
 
 namespace tessarine::sheets
 {
+
+using namespace test::biff;
 
 namespace
 {

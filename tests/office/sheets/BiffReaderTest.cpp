@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "office/sheets/BiffBook.h"
 #include "office/sheets/Table.h"
 #include "platform/Failure.h"
+#include "support/BiffBook.h"
 
 namespace tessarine::sheets
 {
+
+using namespace test::biff;
 
 namespace
 {

@@ -1,12 +1,14 @@
 // Shared texts that go on in another record: each kind of seam.
 #include <gtest/gtest.h>
 
-#include "office/sheets/BiffBook.h"
 #include "office/sheets/BiffReader.h"
 #include "office/sheets/Table.h"
+#include "support/BiffBook.h"
 
 namespace tessarine::sheets
 {
+
+using namespace test::biff;
 
 namespace
 {

@@ -6,11 +6,13 @@
 #include <optional>
 #include <vector>
 
-#include "office/sheets/BiffBook.h"
 #include "platform/Failure.h"
+#include "support/BiffBook.h"
 
 namespace tessarine::sheets
 {
+
+using namespace test::biff;
 
 namespace
 {

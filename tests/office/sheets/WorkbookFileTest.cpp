@@ -3,13 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "office/sheets/BiffBook.h"
 #include "office/sheets/Table.h"
 #include "platform/Failure.h"
+#include "support/BiffBook.h"
 #include "support/CompoundFile.h"
 
 namespace tessarine::sheets
 {
+
+using namespace test::biff;
 
 using namespace std::string_view_literals;
 

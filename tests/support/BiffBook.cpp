@@ -1,8 +1,8 @@
-#include "office/sheets/BiffBook.h"
+#include "support/BiffBook.h"
 
 #include <cstring>
 
-namespace tessarine::sheets
+namespace tessarine::test::biff
 {
 
 namespace
@@ -102,4 +102,4 @@ std::string BiffBook::Stream() const
     return front + boundSheet(offset) + Eof + Bof(version_, 0x0010) + cells_ + Eof;
 }
 
-}  // namespace tessarine::sheets
+}  // namespace tessarine::test::biff

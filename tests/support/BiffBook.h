@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace tessarine::sheets
+namespace tessarine::test::biff
 {
 
 /// Little-endian values for records that tests write down.
@@ -45,4 +45,4 @@ private:
     std::string cells_;
 };
 
-}  // namespace tessarine::sheets
+}  // namespace tessarine::test::biff
