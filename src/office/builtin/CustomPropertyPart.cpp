@@ -184,7 +184,7 @@ std::string CustomPropertyPart::ElementOf(const Property& property) const
     } else {
         const std::string_view old =
             std::string_view(bytes_).substr(range.contentBegin, range.contentEnd - range.contentBegin);
-        content = ReplaceContent(IsText(range.LocalName()) ? old : std::string_view(),
+        content = ReplaceContent(IsText(LocalName(range.name)) ? old : std::string_view(),
                                  powerpoint::TextOf(property.value), EscapePropertyText);
     }
     // The start tag may declare the prefix itself: everything behind its name stays.

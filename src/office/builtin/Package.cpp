@@ -5,7 +5,6 @@
 #include "office/builtin/Damage.h"
 #include "office/builtin/Deflate.h"
 #include "office/builtin/PartName.h"
-#include "office/builtin/XmlEncoding.h"
 #include "platform/ReplacementFile.h"
 
 namespace tessarine::builtin
@@ -16,18 +15,14 @@ namespace
 
 constexpr std::string_view contentTypesName = "[Content_Types].xml";
 
-std::string PartNameOf(std::string_view entryName)
+/// An entry's name as the name of a part, when it is not one as it stands.
+std::optional<std::string> PartNameOfOddEntry(std::string_view entryName)
 {
+    if (!entryName.starts_with('/') && entryName.find('\\') == std::string_view::npos)
+        return std::nullopt;
     std::string name(entryName);
     std::ranges::replace(name, '\\', '/');
     return name.substr(std::min(name.find_first_not_of('/'), name.size()));
-}
-
-void Decode(std::string& bytes, const std::string& name)
-{
-    const XmlEncoding encoding = EncodingOf(bytes, name);
-    if (encoding != XmlEncoding::Utf8)
-        bytes = DecodeXml(bytes, encoding, name);
 }
 
 }  // namespace
@@ -37,13 +32,17 @@ Package::Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits)
 {
     const auto& entries = directory_.Entries();
     byName_.reserve(entries.size());
-    for (Entry entry = 0; entry < entries.size(); ++entry)
+    for (Entry entry = 0; entry < entries.size(); ++entry) {
         byName_[entries[entry].name] = entry;
+        if (auto name = PartNameOfOddEntry(entries[entry].name))
+            oddNames_.emplace(entry, std::move(*name));
+    }
 }
 
-std::string Package::NameOf(Entry entry) const
+std::string_view Package::NameOf(Entry entry) const
 {
-    return PartNameOf(directory_.Entries()[entry].name);
+    const auto odd = oddNames_.find(entry);
+    return odd == oddNames_.end() ? directory_.Entries()[entry].name : odd->second;
 }
 
 std::optional<Package::Entry> Package::Find(std::string_view partName) const
@@ -60,7 +59,7 @@ std::optional<Package::Entry> Package::Follow(std::optional<Entry> source, const
 {
     if (relationship == nullptr || relationship->external)
         return std::nullopt;
-    return Find(ResolveTarget(source ? NameOf(*source) : std::string(), relationship->target));
+    return Find(ResolveTarget(source ? NameOf(*source) : std::string_view(), relationship->target));
 }
 
 std::string Package::Read(Entry entry) const
@@ -70,19 +69,18 @@ std::string Package::Read(Entry entry) const
     return content;
 }
 
-void Package::ReadInto(std::string& content, Entry entry) const
+/// Reads into memory that is made larger when it has to be; it may hold more than the content.
+std::string_view Package::ReadInto(std::string& memory, Entry entry) const
 {
-    if (const auto replaced = changes_.replaced.find(entry); replaced != changes_.replaced.end()) {
-        content = replaced->second;
-        return;
-    }
+    if (const auto replaced = changes_.replaced.find(entry); replaced != changes_.replaced.end())
+        return memory = replaced->second;
 
     const ZipEntry& zip = directory_.Entries()[entry];
     if (zip.IsEncrypted())
         throw Failure(FailureNumber::Unspecified, u"The entry " + FromUtf8(zip.name) + u" is protected by a password");
     if (zip.method != zipStored && zip.method != zipDeflated)
-        throw NotAPresentation("The entry " + NameOf(entry) + " is packed by method " + std::to_string(zip.method) +
-                               ", which presentations don't use");
+        throw NotAPresentation("The entry " + std::string(NameOf(entry)) + " is packed by method " +
+                               std::to_string(zip.method) + ", which presentations don't use");
     if (zip.size > limits_.partBytes || zip.packedSize > limits_.partBytes)
         throw Damage(zip.name, "it would take " + std::to_string(zip.size) + " bytes, more than a part may");
     inflated_ += zip.size;
@@ -90,40 +88,49 @@ void Package::ReadInto(std::string& content, Entry entry) const
         throw Damage(zip.name, "the parts of this package would take more memory than they may");
 
     const std::string_view packed = ZipDirectory::ReadPacked(*bytes_, zip, packed_);
-    if (zip.method == zipStored) {
-        content = packed;
-    } else {
-        content.resize(zip.size);
-        if (!Inflate(packed, content.data(), content.size()))
-            throw Damage(zip.name, "its packed data is not valid");
-    }
-    if (content.size() != zip.size || Crc32(content) != zip.crc)
+    if (memory.size() < zip.size)
+        memory.resize(zip.size);
+    const std::string_view content(memory.data(), zip.size);
+    if (zip.method == zipStored)
+        packed.copy(memory.data(), zip.size);
+    else if (!Inflate(packed, memory.data(), zip.size))
+        throw Damage(zip.name, "its packed data is not valid");
+    if ((zip.method == zipStored && packed.size() != zip.size) || Crc32(content) != zip.crc)
         throw Damage(zip.name, "its checksum is wrong");
+    return content;
+}
+
+/// True for a part in another encoding than UTF-8, which is kept in mind for writing.
+bool Package::NeedsDecoding(std::string_view bytes, Entry entry) const
+{
+    const XmlEncoding encoding = EncodingOf(bytes, NameOf(entry));
+    if (encoding != XmlEncoding::Utf8)
+        encodings_[entry] = encoding;
+    return encoding != XmlEncoding::Utf8;
 }
 
 std::string Package::ReadXml(Entry entry) const
 {
-    std::string bytes;
-    ReadInto(bytes, entry);
-    Decode(bytes, NameOf(entry));
-    return bytes;
+    std::string bytes = Read(entry);
+    return NeedsDecoding(bytes, entry) ? DecodeXml(bytes, encodings_[entry], NameOf(entry)) : bytes;
 }
 
-const std::string& Package::ReadXmlOnce(Entry entry)
+std::string_view Package::ReadXmlOnce(Entry entry)
 {
-    if (onceEntry_ != entry) {
-        onceEntry_.reset();
-        ReadInto(once_, entry);
-        Decode(once_, NameOf(entry));
-        onceEntry_ = entry;
-    }
-    return once_;
+    if (onceEntry_ == entry)
+        return onceContent_;
+    onceEntry_.reset();
+    onceContent_ = ReadInto(once_, entry);
+    if (NeedsDecoding(onceContent_, entry))
+        onceContent_ = once_ = DecodeXml(onceContent_, encodings_[entry], NameOf(entry));
+    onceEntry_ = entry;
+    return onceContent_;
 }
 
 void Package::ReplaceXml(Entry entry, std::string_view utf8)
 {
-    const XmlEncoding encoding = EncodingOf(Read(entry), NameOf(entry));
-    changes_.replaced[entry] = EncodeXml(utf8, encoding);
+    const auto encoding = encodings_.find(entry);
+    changes_.replaced[entry] = EncodeXml(utf8, encoding == encodings_.end() ? XmlEncoding::Utf8 : encoding->second);
     onceEntry_.reset();
 }
 
@@ -139,13 +146,21 @@ void Package::Remove(Entry entry)
 
 Relationships& Package::RelationshipsOf(std::optional<Entry> entry)
 {
-    const std::string name = RelationshipPartName(entry ? NameOf(*entry) : std::string());
-    const auto known = relationships_.find(name);
-    if (known != relationships_.end())
-        return known->second;
+    if (!entry)
+        return rootRelationships_ ? *rootRelationships_ : Load(entry);
+    const auto known = relationships_.find(*entry);
+    return known != relationships_.end() ? known->second : Load(entry);
+}
+
+Relationships& Package::Load(std::optional<Entry> entry)
+{
+    const std::string name = RelationshipPartName(entry ? NameOf(*entry) : std::string_view());
     const auto part = Find(name);
-    return relationships_.emplace(name, part ? Relationships(ReadXml(*part), name, limits_) : Relationships())
-        .first->second;
+    if (!entry)
+        return part ? rootRelationships_.emplace(ReadXml(*part), name, limits_) : rootRelationships_.emplace();
+    if (!part)
+        return relationships_.try_emplace(*entry).first->second;
+    return relationships_.try_emplace(*entry, ReadXml(*part), name, limits_).first->second;
 }
 
 ContentTypes& Package::Types()
@@ -169,9 +184,11 @@ void Package::PutEditedXml()
         else
             changes_.added[name] = utf8;
     };
-    for (const auto& [name, relationships] : relationships_)
+    if (rootRelationships_ && rootRelationships_->IsEdited())
+        put(RelationshipPartName({}), rootRelationships_->Bytes());
+    for (const auto& [entry, relationships] : relationships_)
         if (relationships.IsEdited())
-            put(name, relationships.Bytes());
+            put(RelationshipPartName(NameOf(entry)), relationships.Bytes());
     if (types_ && types_->IsEdited())
         put(std::string(contentTypesName), types_->Bytes());
 }
@@ -179,6 +196,7 @@ void Package::PutEditedXml()
 bool Package::IsChanged() const
 {
     return !changes_.Empty() || (types_ && types_->IsEdited()) ||
+           (rootRelationships_ && rootRelationships_->IsEdited()) ||
            std::ranges::any_of(relationships_, [](const auto& item) { return item.second.IsEdited(); });
 }
 

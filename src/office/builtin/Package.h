@@ -11,6 +11,7 @@
 #include "office/builtin/Limits.h"
 #include "office/builtin/PartName.h"
 #include "office/builtin/Relationships.h"
+#include "office/builtin/XmlEncoding.h"
 #include "office/builtin/ZipDirectory.h"
 #include "office/builtin/ZipWriter.h"
 #include "platform/RandomAccessFile.h"
@@ -34,7 +35,7 @@ public:
     /// The entry of a part, by its name or by the name with its percent escapes decoded. When two entries have one
     /// name, the last one counts.
     std::optional<Entry> Find(std::string_view partName) const;
-    std::string NameOf(Entry entry) const;  ///< With slashes, without a leading one.
+    std::string_view NameOf(Entry entry) const;  ///< With slashes, without a leading one. Lives as long as the package.
 
     /// The part that a relationship of another part (of the package, without one) points to; nothing for no
     /// relationship, an external or a dangling one.
@@ -48,9 +49,9 @@ public:
     std::string ReadXml(Entry entry) const;
 
     /// As ReadXml, into memory that the next such call for another part uses again: for a part that is not kept.
-    const std::string& ReadXmlOnce(Entry entry);
+    std::string_view ReadXmlOnce(Entry entry);
 
-    /// An XML part's new content as UTF-8, put back into the part's encoding.
+    /// The new content, as UTF-8, of an XML part that was read; put back into the part's encoding.
     void ReplaceXml(Entry entry, std::string_view utf8);
     void Add(std::string partName, std::string bytes);
     void Remove(Entry entry);
@@ -66,20 +67,26 @@ public:
     void Save(StringView path);
 
 private:
+    Relationships& Load(std::optional<Entry> entry);
     void PutEditedXml();
-    void ReadInto(std::string& content, Entry entry) const;
+    std::string_view ReadInto(std::string& memory, Entry entry) const;
+    bool NeedsDecoding(std::string_view bytes, Entry entry) const;
 
     std::unique_ptr<RandomAccessBytes> bytes_;
     Limits limits_;
     ZipDirectory directory_;
     std::unordered_map<std::string_view, Entry, PartNameHash, PartNameEqual> byName_;
     std::optional<ContentTypes> types_;
-    std::map<std::string, Relationships> relationships_;  // by relationship part name
+    std::map<Entry, std::string> oddNames_;  // of entries that are not named as parts are
+    std::unordered_map<Entry, Relationships> relationships_;
+    std::optional<Relationships> rootRelationships_;
     ZipChanges changes_;
     mutable std::uint64_t inflated_ = 0;
-    mutable std::string packed_;  // memory used again by every read
-    std::string once_;
-    std::optional<Entry> onceEntry_;  // what once_ holds
+    mutable std::string packed_;                                // memory used again by every read
+    mutable std::unordered_map<Entry, XmlEncoding> encodings_;  // of parts that are not in UTF-8
+    std::string once_;                                          // never made smaller; holds onceContent_
+    std::string_view onceContent_;
+    std::optional<Entry> onceEntry_;  // whose content that is
 };
 
 }  // namespace tessarine::builtin

@@ -68,8 +68,17 @@ std::string RelationshipPartName(std::string_view partName)
 
 std::string ResolveTarget(std::string_view sourcePart, std::string_view target)
 {
-    const std::string whole =
-        target.find_first_of("/\\") == 0 ? std::string(target) : std::string(FolderOf(sourcePart)).append(target);
+    std::string_view folder = target.find_first_of("/\\") == 0 ? std::string_view() : FolderOf(sourcePart);
+    // From a slide to its notes page or layout.
+    constexpr std::string_view up = "../";
+    if (folder.size() > 1 && target.starts_with(up) && folder.find("./") == std::string_view::npos &&
+        folder.find("//") == std::string_view::npos) {
+        folder = FolderOf(folder.substr(0, folder.size() - 1));
+        target.remove_prefix(up.size());
+    }
+    std::string whole;
+    whole.reserve(folder.size() + target.size());
+    whole.append(folder).append(target);
     // Nearly all targets of generated parts go down or are plain; only what has dots or doubled slashes needs work.
     if (whole.find("./") == std::string::npos && whole.find("//") == std::string::npos &&
         whole.find('\\') == std::string::npos && !whole.starts_with('/') && !whole.ends_with('.') &&

@@ -38,6 +38,81 @@ std::string ElementOf(const Relationship& relationship, std::string_view prefix)
     return element.append(relationship.external ? "\" TargetMode=\"External\"/>" : "\"/>");
 }
 
+/// A relationship part as nearly all programs write it: one element under the usual names behind the other, attributes
+/// without references. Every slide has such a part; reading it this way costs a small part of what an index does.
+class PlainPart
+{
+public:
+    explicit PlainPart(std::string_view bytes) : bytes_(bytes) {}
+
+    /// False for a part that has anything else in it, well-formed or not; then what was read is of no use.
+    bool Read(std::vector<Relationship>& relationships)
+    {
+        if (Skip("<?xml")) {
+            at_ = bytes_.find("?>", at_);
+            if (!Skip("?>"))
+                return false;
+        }
+        SkipSpace();
+        if (!Skip("<Relationships xmlns=\"") || !Skip(packageNamespace) || !Skip("\">"))
+            return false;
+        for (SkipSpace(); Skip("<Relationship "); SkipSpace()) {
+            Relationship& relationship = relationships.emplace_back();
+            relationship.offset = at_ - std::string_view("<Relationship ").size();
+            if (!ReadAttributes(relationship))
+                return false;
+        }
+        if (!Skip("</Relationships>"))
+            return false;
+        SkipSpace();
+        return at_ == bytes_.size();
+    }
+
+private:
+    static constexpr std::string_view packageNamespace = "http://schemas.openxmlformats.org/package/2006/relationships";
+
+    bool Skip(std::string_view text)
+    {
+        if (at_ > bytes_.size() || !bytes_.substr(at_).starts_with(text))
+            return false;
+        at_ += text.size();
+        return true;
+    }
+
+    void SkipSpace() { at_ = std::min(bytes_.find_first_not_of(" \t\r\n", at_), bytes_.size()); }
+
+    /// Each of the four attributes at most once, up to the end of the empty-element tag.
+    bool ReadAttributes(Relationship& relationship)
+    {
+        std::string_view mode;
+        do {
+            if (!(Skip("Id=\"")       ? ReadValue(relationship.id)
+                  : Skip("Type=\"")   ? ReadValue(relationship.type)
+                  : Skip("Target=\"") ? ReadValue(relationship.target)
+                                      : Skip("TargetMode=\"") && ReadValue(mode)))
+                return false;
+        } while (Skip(" ") && !bytes_.substr(at_).starts_with("/>"));
+        relationship.external = mode == "External";
+        return Skip("/>");
+    }
+
+    bool ReadValue(std::string_view& value)
+    {
+        if (value.data() != nullptr)
+            return false;
+        std::size_t end = at_;
+        while (end < bytes_.size() && static_cast<unsigned char>(bytes_[end]) >= ' ' && bytes_[end] != '"' &&
+               bytes_[end] != '&' && bytes_[end] != '<')
+            ++end;
+        value = bytes_.substr(at_, end - at_);
+        at_ = end;
+        return Skip("\"");
+    }
+
+    std::string_view bytes_;
+    std::size_t at_ = 0;
+};
+
 }  // namespace
 
 bool Relationship::Is(std::string_view kind) const
@@ -47,35 +122,63 @@ bool Relationship::Is(std::string_view kind) const
 
 Relationships::Relationships(std::string bytes, std::string_view part, const Limits& limits) : bytes_(std::move(bytes))
 {
-    const XmlDocument document(bytes_, part, limits);
-    for (const Node element : document.Root().ChildElements()) {
-        if (!document.Is(element, Ns::PackageRelationships, "Relationship"))
-            continue;
-        Relationship relationship;
-        document.ForEachAttribute(element, [&](std::string_view name, std::string_view value) {
-            if (name == "Id")
-                relationship.id = value;
-            else if (name == "Type")
-                relationship.type = value;
-            else if (name == "Target")
-                relationship.target = value;
-            else if (name == "TargetMode")
-                relationship.external = value == "External";
-        });
-        relationship.offset = document.OffsetOf(element);
-        byId_.emplace(relationship.id, relationships_.size());
-        relationships_.push_back(std::move(relationship));
+    if (!PlainPart(bytes_).Read(relationships_)) {
+        relationships_.clear();
+        Index(part, limits);
     }
     parsed_ = relationships_.size();
     retargeted_.resize(parsed_);
 }
 
+/// Reads whatever XML allows.
+void Relationships::Index(std::string_view part, const Limits& limits)
+{
+    const XmlDocument document(bytes_, part, limits);
+    for (const Node element : document.Root().ChildElements()) {
+        if (!document.Is(element, Ns::PackageRelationships, "Relationship"))
+            continue;
+        Relationship relationship;
+        std::string_view mode;
+        document.ForEachAttribute(element, [&](std::string_view name, std::string_view value) {
+            const auto take = [&](std::string_view& place) {
+                if (place.data() == nullptr)
+                    place = Keep(std::string(value));  // the first of a name counts, as it is the one that is edited
+            };
+            if (name == "Id")
+                take(relationship.id);
+            else if (name == "Type")
+                take(relationship.type);
+            else if (name == "Target")
+                take(relationship.target);
+            else if (name == "TargetMode")
+                take(mode);
+        });
+        relationship.external = mode == "External";
+        relationship.offset = document.OffsetOf(element);
+        relationships_.push_back(relationship);
+    }
+}
+
+/// The first one of that id, removed or not.
+std::optional<std::size_t> Relationships::IndexOf(std::string_view id) const
+{
+    constexpr std::size_t few = 16;
+    if (relationships_.size() <= few) {
+        const auto found = std::ranges::find(relationships_, id, &Relationship::id);
+        if (found == relationships_.end())
+            return std::nullopt;
+        return static_cast<std::size_t>(found - relationships_.begin());
+    }
+    for (std::size_t i = byId_.empty() ? 0 : relationships_.size(); i < relationships_.size(); ++i)
+        byId_.emplace(relationships_[i].id, i);
+    const auto found = byId_.find(id);
+    return found == byId_.end() ? std::nullopt : std::optional(found->second);
+}
+
 const Relationship* Relationships::Find(std::string_view id) const
 {
-    const auto found = byId_.find(std::string(id));
-    if (found == byId_.end() || relationships_[found->second].removed)
-        return nullptr;
-    return &relationships_[found->second];
+    const auto index = IndexOf(id);
+    return index && !relationships_[*index].removed ? &relationships_[*index] : nullptr;
 }
 
 const Relationship* Relationships::FirstOf(std::string_view kind) const
@@ -86,8 +189,10 @@ const Relationship* Relationships::FirstOf(std::string_view kind) const
 
 void Relationships::PutTarget(std::string_view id, std::string target)
 {
-    const std::size_t index = byId_.at(std::string(id));
-    relationships_[index].target = std::move(target);
+    const std::size_t index = IndexOf(id).value();
+    if (relationships_[index].target.data() == nullptr)
+        throw Damage({}, "a relationship has no target", relationships_[index].offset);
+    relationships_[index].target = Keep(std::move(target));
     retargeted_[index] = true;
     edited_ = true;
 }
@@ -107,33 +212,33 @@ std::string Relationships::NewId() const
     std::string id;
     do
         id = "rId" + std::to_string(++largest);
-    while (byId_.contains(id));  // one with more digits than were looked at
+    while (IndexOf(id));  // one with more digits than were looked at
     return id;
 }
 
-std::string Relationships::AddLike(std::string_view id, std::string target)
+std::string_view Relationships::AddLike(std::string_view id, std::string target)
 {
-    const std::string newId = Add(relationships_[byId_.at(std::string(id))].type, std::move(target));
+    const std::string_view newId = Add(relationships_[IndexOf(id).value()].type, std::move(target));
     relationships_.back().external = true;
     return newId;
 }
 
-std::string Relationships::Add(std::string_view type, std::string target)
+std::string_view Relationships::Add(std::string_view type, std::string target)
 {
     Relationship relationship;
-    relationship.id = NewId();
-    relationship.type = type;
-    relationship.target = std::move(target);
-    byId_.emplace(relationship.id, relationships_.size());
+    relationship.id = Keep(NewId());
+    relationship.type = Keep(std::string(type));
+    relationship.target = Keep(std::move(target));
     relationships_.push_back(relationship);
     retargeted_.push_back(false);
+    byId_.clear();
     edited_ = true;
     return relationship.id;
 }
 
 void Relationships::Remove(std::string_view id)
 {
-    relationships_[byId_.at(std::string(id))].removed = true;
+    relationships_[IndexOf(id).value()].removed = true;
     edited_ = true;
 }
 
@@ -147,8 +252,6 @@ std::string Relationships::Bytes() const
             edits.push_back({relationship.offset, ScanElement(bytes, relationship.offset).end, {}});
         } else if (retargeted_[i]) {
             const AttributeRange target = FindAttribute(bytes, relationship.offset, "Target");
-            if (!target.found)
-                throw Damage({}, "a relationship has no target", relationship.offset);
             edits.push_back({target.valueBegin, target.valueEnd, EscapeAttribute(FromUtf8(relationship.target))});
         }
     }

@@ -21,6 +21,13 @@ bool IsVolatileFieldType(std::string_view type)
     return type == "slidenum" || type.starts_with("datetime");
 }
 
+String ReadText(std::string_view content)
+{
+    String text;
+    AppendContent(content, text);
+    return text;
+}
+
 /// The first child of an element with a local name; `found` false when there is none.
 struct FoundChild {
     ElementRange range;
@@ -31,7 +38,7 @@ FoundChild ChildNamed(std::string_view xml, const ElementRange& parent, std::str
 {
     for (std::size_t at = NextChild(xml, parent.contentBegin, parent.contentEnd); at < parent.contentEnd;) {
         const ElementRange child = ScanElement(xml, at);
-        if (child.LocalName() == localName)
+        if (LocalName(child.name) == localName)
             return {child, true};
         at = NextChild(xml, child.end, parent.contentEnd);
     }
@@ -42,7 +49,7 @@ FoundChild ChildNamed(std::string_view xml, const ElementRange& parent, std::str
 std::string Renamed(std::string_view element, std::string_view localName)
 {
     const ElementRange range = ScanElement(element, 0);
-    if (range.LocalName() == localName)
+    if (LocalName(range.name) == localName)
         return std::string(element);
     const std::string name = std::string(range.Prefix()) + std::string(localName);
     std::string renamed = "<" + name;
@@ -86,55 +93,73 @@ bool Holds(std::string_view content, StringView text)
 
 TextTree::TextTree(std::string_view xml, std::size_t body)
 {
-    const ElementRange range = ScanElement(xml, body);
-    begin_ = end_ = range.contentEnd;
-    for (std::size_t at = NextChild(xml, range.contentBegin, range.contentEnd); at < range.contentEnd;) {
-        const ElementRange child = ScanElement(xml, at);
-        std::size_t childEnd = child.end;
-        if (child.LocalName() == "p") {
+    // Front to back, each element once: what is inside is not looked for again from outside.
+    const StartTag tag = ReadStartTag(xml, body);
+    std::size_t at = tag.isEmpty ? tag.end : NextTag(xml, tag.end);
+    while (!tag.isEmpty && !IsEndTag(xml, at)) {
+        const StartTag child = ReadStartTag(xml, at);
+        std::size_t behind = 0;
+        if (LocalName(child.name) == "p") {
             if (paragraphs_.empty()) {
-                begin_ = at;
-                prefix_ = child.Prefix();
-                end_ = at;
+                begin_ = end_ = at;
+                prefix_ = child.name.substr(0, child.name.size() - 1);
             }
-            const std::string_view before = xml.substr(end_, at - end_);
-            paragraphs_.push_back(ReadParagraph(xml, at, childEnd));
-            paragraphs_.back().before = before;
-            end_ = childEnd;
+            Paragraph paragraph = ReadParagraph(xml, child, behind);
+            paragraph.before = xml.substr(end_, at - end_);
+            paragraphs_.push_back(std::move(paragraph));
+            end_ = behind;
+        } else {
+            behind = ScanElement(xml, at).end;
         }
-        at = NextChild(xml, childEnd, range.contentEnd);
+        at = NextTag(xml, behind);
     }
+    if (paragraphs_.empty())
+        begin_ = end_ = at;
 }
 
-TextTree::Paragraph TextTree::ReadParagraph(std::string_view xml, std::size_t at, std::size_t& end) const
+TextTree::Paragraph TextTree::ReadParagraph(std::string_view xml, const StartTag& tag, std::size_t& end)
 {
-    const ElementRange range = ScanElement(xml, at);
     Paragraph paragraph;
-    paragraph.open = xml.substr(range.begin, range.contentBegin - range.begin);
-    paragraph.close = xml.substr(range.contentEnd, range.end - range.contentEnd);
-    std::size_t done = range.contentBegin;
-    const auto keepGap = [&](std::size_t upTo) {
-        if (upTo > done)
-            paragraph.pieces.push_back({.kind = Kind::Other, .bytes = std::string(xml.substr(done, upTo - done))});
+    paragraph.open = xml.substr(tag.begin, tag.end - tag.begin);
+    end = tag.end;
+    if (tag.isEmpty)
+        return paragraph;
+    std::size_t at = NextTag(xml, end);
+    const auto keepGap = [&] {
+        if (at > end)
+            paragraph.pieces.push_back({.kind = Kind::Other, .bytes = std::string(xml.substr(end, at - end))});
     };
-    while (done < range.contentEnd) {
-        const std::size_t child = NextChild(xml, done, range.contentEnd);
-        keepGap(child);
-        done = child;
-        if (child < range.contentEnd)
-            paragraph.pieces.push_back(ReadPiece(xml, child, done));
+    for (; !IsEndTag(xml, at); at = NextTag(xml, end)) {
+        keepGap();
+        paragraph.pieces.push_back(ReadPiece(xml, at, end));
     }
-    end = range.end;
+    keepGap();
+    end = BehindTag(xml, at);
+    paragraph.close = xml.substr(at, end - at);
     return paragraph;
 }
 
 TextTree::Piece TextTree::ReadPiece(std::string_view xml, std::size_t at, std::size_t& end)
 {
-    const ElementRange range = ScanElement(xml, at);
-    end = range.end;
-    Piece piece{.bytes = std::string(xml.substr(range.begin, range.end - range.begin))};
-    const std::string_view name = range.LocalName();
-    if (name == "r" || name == "fld") {
+    const StartTag tag = ReadStartTag(xml, at);
+    const std::string_view name = LocalName(tag.name);
+    const bool isRun = name == "r" || name == "fld";
+    ElementRange text;  // the first a:t; none while it ends at 0
+    if (isRun && !tag.isEmpty) {
+        end = NextTag(xml, tag.end);
+        while (!IsEndTag(xml, end)) {
+            const ElementRange child = ScanElement(xml, end);
+            if (text.end == 0 && LocalName(child.name) == "t")
+                text = child;
+            end = NextTag(xml, child.end);
+        }
+        end = BehindTag(xml, end);
+    } else {
+        end = ScanElement(xml, at).end;
+    }
+
+    Piece piece{.bytes = std::string(xml.substr(at, end - at))};
+    if (isRun) {
         piece.kind = Kind::Run;
         if (name == "fld") {
             const AttributeRange type = FindAttribute(xml, at, "type");
@@ -142,11 +167,10 @@ TextTree::Piece TextTree::ReadPiece(std::string_view xml, std::size_t at, std::s
                 type.found && IsVolatileFieldType(xml.substr(type.valueBegin, type.valueEnd - type.valueBegin));
             piece.kind = isVolatile ? Kind::VolatileField : Kind::Field;
         }
-        const FoundChild text = ChildNamed(piece.bytes, ScanElement(piece.bytes, 0), "t");
-        if (text.found && !text.range.IsEmptyTag()) {
-            piece.contentBegin = text.range.contentBegin;
-            piece.contentEnd = text.range.contentEnd;
-            piece.length = ContentUnits(piece.Content()).size();
+        if (text.end != 0 && !text.IsEmptyTag()) {
+            piece.contentBegin = text.contentBegin - at;
+            piece.contentEnd = text.contentEnd - at;
+            piece.length = ReadText(piece.Content()).size();
         }
     } else if (name == "br") {
         piece.kind = Kind::Break;
@@ -171,8 +195,7 @@ String TextTree::Text() const
             if (piece.kind == Kind::Break)
                 text += lineBreak;
             else if (piece.length > 0)
-                for (const ContentUnit& unit : ContentUnits(piece.Content()))
-                    text += unit.unit;
+                AppendContent(piece.Content(), text);
         }
     }
     return text;

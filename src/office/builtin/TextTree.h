@@ -10,6 +10,8 @@
 namespace tessarine::builtin
 {
 
+struct StartTag;
+
 /// The paragraphs of a text body taken apart for editing (ECMA-376 21.1.2.2.6 `a:p`, 21.1.2.3.8 `a:r`). Every piece
 /// keeps its bytes as they stand in the part; an edit changes the pieces it touches and no others, so that putting the
 /// pieces together again gives back all bytes outside the edited text.
@@ -72,7 +74,7 @@ private:
         std::size_t offset;  // units into the piece
     };
 
-    Paragraph ReadParagraph(std::string_view xml, std::size_t at, std::size_t& end) const;
+    static Paragraph ReadParagraph(std::string_view xml, const StartTag& tag, std::size_t& end);
     static Piece ReadPiece(std::string_view xml, std::size_t at, std::size_t& end);
 
     static bool IsText(const Piece& piece) { return piece.length > 0 && piece.kind != Kind::Break; }

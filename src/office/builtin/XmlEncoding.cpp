@@ -16,6 +16,8 @@ bool DeclaresOtherEncoding(std::string_view bytes)
 {
     if (!bytes.starts_with("<?xml"))
         return false;
+    if (bytes.starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\""))
+        return false;  // which nearly all say
     const std::string_view declaration = bytes.substr(0, bytes.find("?>"));
     const std::size_t attribute = declaration.find("encoding");
     const std::size_t open =

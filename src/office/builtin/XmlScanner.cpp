@@ -8,12 +8,15 @@ namespace tessarine::builtin
 namespace
 {
 
+using std::string_view_literals::operator""sv;
+
 bool IsSpace(char c)
 {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-std::size_t Find(std::string_view xml, std::string_view what, std::size_t at)
+template <class What>
+std::size_t Find(std::string_view xml, What what, std::size_t at)
 {
     const std::size_t found = xml.find(what, at);
     if (found == std::string_view::npos)
@@ -25,28 +28,17 @@ std::size_t Find(std::string_view xml, std::string_view what, std::size_t at)
 /// else.
 std::size_t SkipNonElement(std::string_view xml, std::size_t at)
 {
+    const char next = at + 1 < xml.size() ? xml[at + 1] : '\0';
+    if (next != '!' && next != '?')
+        return at;
+    if (next == '?')
+        return Find(xml, "?>"sv, at + 2) + 2;
     const std::string_view rest = xml.substr(at);
     if (rest.starts_with("<!--"))
-        return Find(xml, "-->", at + 4) + 3;
+        return Find(xml, "-->"sv, at + 4) + 3;
     if (rest.starts_with("<![CDATA["))
-        return Find(xml, "]]>", at + 9) + 3;
-    if (rest.starts_with("<?"))
-        return Find(xml, "?>", at + 2) + 2;
-    if (rest.starts_with("<!"))
-        return Find(xml, ">", at) + 1;
-    return at;
-}
-
-/// The ">" of the tag that begins at `at`; attribute values may hold one.
-std::size_t TagEnd(std::string_view xml, std::size_t at)
-{
-    for (std::size_t i = at + 1; i < xml.size(); ++i) {
-        if (xml[i] == '>')
-            return i;
-        if (xml[i] == '"' || xml[i] == '\'')
-            i = Find(xml, xml.substr(i, 1), i + 1);
-    }
-    throw Damage({}, "a tag does not end", at);
+        return Find(xml, "]]>"sv, at + 9) + 3;
+    return Find(xml, '>', at) + 1;
 }
 
 std::size_t NameEnd(std::string_view xml, std::size_t at)
@@ -58,10 +50,9 @@ std::size_t NameEnd(std::string_view xml, std::size_t at)
 
 }  // namespace
 
-std::string_view ElementRange::LocalName() const
+std::string_view LocalName(std::string_view qualifiedName)
 {
-    const std::size_t colon = name.find(':');
-    return colon == std::string_view::npos ? name : name.substr(colon + 1);
+    return qualifiedName.substr(qualifiedName.find(':') + 1);  // npos + 1 is the whole name
 }
 
 std::string_view ElementRange::Prefix() const
@@ -70,34 +61,61 @@ std::string_view ElementRange::Prefix() const
     return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon + 1);
 }
 
-ElementRange ScanElement(std::string_view xml, std::size_t at)
+std::size_t BehindTag(std::string_view xml, std::size_t at)
+{
+    for (std::size_t i = at + 1; i < xml.size(); ++i) {
+        if (xml[i] == '>')
+            return i + 1;
+        if (xml[i] == '"' || xml[i] == '\'')
+            i = Find(xml, xml[i], i + 1);
+    }
+    throw Damage({}, "a tag does not end", at);
+}
+
+StartTag ReadStartTag(std::string_view xml, std::size_t at)
 {
     if (at >= xml.size() || xml[at] != '<')
         throw Damage({}, "an element was expected", at);
-    const std::size_t tagEnd = TagEnd(xml, at);
-    ElementRange range{
-        .begin = at, .contentBegin = tagEnd + 1, .name = xml.substr(at + 1, NameEnd(xml, at + 1) - at - 1)};
-    if (xml[tagEnd - 1] == '/') {
-        range.contentEnd = range.end = tagEnd + 1;
+    const std::size_t end = BehindTag(xml, at);
+    return {at, end, xml.substr(at + 1, NameEnd(xml, at + 1) - at - 1), xml[end - 2] == '/'};
+}
+
+std::size_t NextTag(std::string_view xml, std::size_t at)
+{
+    while (true) {
+        const std::size_t tag = Find(xml, '<', at);
+        at = SkipNonElement(xml, tag);
+        if (at == tag)
+            return tag;
+    }
+}
+
+bool IsEndTag(std::string_view xml, std::size_t at)
+{
+    return at + 1 < xml.size() && xml[at + 1] == '/';
+}
+
+ElementRange ScanElement(std::string_view xml, std::size_t at)
+{
+    const StartTag tag = ReadStartTag(xml, at);
+    ElementRange range{.begin = at, .contentBegin = tag.end, .name = tag.name};
+    if (tag.isEmpty) {
+        range.contentEnd = range.end = tag.end;
         return range;
     }
     std::size_t depth = 1;
-    for (std::size_t i = Find(xml, "<", range.contentBegin);; i = Find(xml, "<", i)) {
-        if (const std::size_t behind = SkipNonElement(xml, i); behind != i) {
-            i = behind;
-            continue;
-        }
-        const std::size_t end = TagEnd(xml, i);
-        if (xml[i + 1] == '/') {
+    for (std::size_t i = NextTag(xml, tag.end);; i = NextTag(xml, i)) {
+        const std::size_t end = BehindTag(xml, i);
+        if (IsEndTag(xml, i)) {
             if (--depth == 0) {
                 range.contentEnd = i;
-                range.end = end + 1;
+                range.end = end;
                 return range;
             }
-        } else if (xml[end - 1] != '/') {
+        } else if (xml[end - 2] != '/') {
             ++depth;
         }
-        i = end + 1;
+        i = end;
     }
 }
 
@@ -117,7 +135,7 @@ std::size_t NextChild(std::string_view xml, std::size_t at, std::size_t end)
 
 AttributeRange FindAttribute(std::string_view xml, std::size_t at, std::string_view name)
 {
-    const std::size_t tagEnd = TagEnd(xml, at);
+    const std::size_t tagEnd = BehindTag(xml, at) - 1;
     std::size_t i = NameEnd(xml, at + 1);
     while (i < tagEnd) {
         if (IsSpace(xml[i]) || xml[i] == '/') {
@@ -131,7 +149,7 @@ AttributeRange FindAttribute(std::string_view xml, std::size_t at, std::string_v
             ++quote;
         if (quote >= tagEnd)
             break;
-        const std::size_t close = Find(xml, xml.substr(quote, 1), quote + 1);
+        const std::size_t close = Find(xml, xml[quote], quote + 1);
         if (xml.substr(begin, nameEnd - begin) == name)
             return {begin, quote + 1, close, true};
         i = close + 1;

@@ -8,7 +8,31 @@
 namespace tessarine::builtin
 {
 
-/// An element's bytes. All offsets are into the scanned text.
+/// A start tag or an empty-element tag. All offsets are into the scanned text.
+struct StartTag {
+    std::size_t begin = 0;  ///< Its "<".
+    std::size_t end = 0;    ///< Behind its ">".
+    std::string_view name;  ///< Qualified name, as written.
+
+    bool isEmpty = false;  ///< "/>": there is neither content nor an end tag.
+};
+
+/// The tag whose "<" stands at an offset. Raises -2147023504 when there is none or it does not end.
+StartTag ReadStartTag(std::string_view xml, std::size_t at);
+
+/// Offset of the next "<" of a start or end tag at or behind `at`, skipping text, comments, CDATA and processing
+/// instructions. Raises -2147023504 when there is none.
+std::size_t NextTag(std::string_view xml, std::size_t at);
+
+/// True for the "<" of an end tag.
+bool IsEndTag(std::string_view xml, std::size_t at);
+
+/// Offset behind the ">" of the tag that begins at `at`; attribute values may hold one. Raises -2147023504.
+std::size_t BehindTag(std::string_view xml, std::size_t at);
+
+std::string_view LocalName(std::string_view qualifiedName);
+
+/// An element's bytes.
 struct ElementRange {
     std::size_t begin = 0;         ///< Its "<".
     std::size_t contentBegin = 0;  ///< Behind the ">" of its start tag.
@@ -17,7 +41,6 @@ struct ElementRange {
     std::string_view name;         ///< Qualified name, as written.
 
     bool IsEmptyTag() const { return contentEnd == end; }
-    std::string_view LocalName() const;
     std::string_view Prefix() const;  ///< With its colon; empty without a prefix.
 };
 

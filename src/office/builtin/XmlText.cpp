@@ -365,11 +365,14 @@ void AppendContent(std::string_view content, String& text)
         decoded.reserve(content.size());
         for (std::size_t at = 0; at < content.size();) {
             const auto reference = content[at] == '&' ? ReadReference(content.substr(at)) : std::nullopt;
-            if (reference)
+            if (reference) {
                 AppendUtf8(decoded, reference->codePoint);
-            else
-                decoded += content[at];
-            at += reference ? reference->length : 1;
+                at += reference->length;
+            } else {
+                const std::size_t next = std::min(content.find('&', at + 1), content.size());
+                decoded.append(content, at, next - at);
+                at = next;
+            }
         }
         text += FromUtf8(decoded);
     }

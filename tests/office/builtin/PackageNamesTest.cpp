@@ -202,6 +202,54 @@ TEST(RelationshipsPart, ChangesTheBytesOfATargetAlone)
                                       base + "hyperlink\" />\n<!-- kept -->"));
 }
 
+TEST(RelationshipsPart, ReadTheSameHoweverTheyAreWritten)
+{
+    const std::string plain = "<Relationship Id=\"rId1\" Type=\"t/slide\" Target=\"a.xml\"/>";
+    for (const std::string& elements :
+         {plain, "\n " + plain + "\r\n", std::string("<Relationship Target=\"a.xml\" Id=\"rId1\" Type=\"t/slide\" />"),
+          std::string("<Relationship Target='a.xml' Id='rId1' Type='t/slide'></Relationship>"),
+          std::string("<Relationship\nTarget=\"a&#46;xml\"\nId=\"rId1\"\nType=\"t/slide\"/>"), "<!-- -->" + plain}) {
+        const auto parsed = Parsed(elements);
+
+        ASSERT_EQ(parsed.All().size(), 1u) << elements;
+        EXPECT_EQ(parsed.All().front().id, "rId1") << elements;
+        EXPECT_EQ(parsed.All().front().target, "a.xml") << elements;
+        EXPECT_FALSE(parsed.All().front().external) << elements;
+        EXPECT_EQ(parsed.FirstOf("slide"), &parsed.All().front()) << elements;
+    }
+}
+
+TEST(RelationshipsPart, TakesTheFirstOfAttributesOfOneName)
+{
+    const auto parsed = Parsed("<Relationship Id=\"a\" Type=\"t\" Target=\"x\" Target=\"y\"/>");
+
+    EXPECT_EQ(parsed.Find("a")->target, "x");
+}
+
+TEST(RelationshipsPart, GivesNoTargetToOneWithout)
+{
+    auto parsed = Parsed("<Relationship Id=\"a\" Type=\"t\"/><Relationship Id='b' Type='t'/>");
+
+    EXPECT_THROW(parsed.PutTarget("a", "x"), Failure);
+    EXPECT_THROW(parsed.PutTarget("b", "x"), Failure);
+}
+
+TEST(RelationshipsPart, FindsOneAmongMany)
+{
+    std::string elements;
+    for (int i = 0; i < 100; ++i)
+        elements +=
+            "<Relationship Id=\"rId" + std::to_string(i) + "\" Type=\"t\" Target=\"" + std::to_string(i) + "\"/>";
+    auto parsed = Parsed(elements);
+    parsed.Remove("rId7");
+    const std::string added(parsed.AddLike("rId8", "new"));
+
+    EXPECT_EQ(parsed.Find("rId99")->target, "99");
+    EXPECT_EQ(parsed.Find("rId7"), nullptr);
+    EXPECT_EQ(parsed.Find(added)->target, "new");
+    EXPECT_EQ(parsed.Find("rId101"), nullptr);
+}
+
 TEST(RelationshipsPart, GivesNewOnesAnIdOfTheirOwn)
 {
     auto parsed = Parsed(
@@ -209,8 +257,8 @@ TEST(RelationshipsPart, GivesNewOnesAnIdOfTheirOwn)
         "<Relationship Id=\"rId1000000000\" Type=\"t\" Target=\"y\"/>"
         "<Relationship Id=\"other\" Type=\"t\" Target=\"z\"/>");
 
-    const std::string first = parsed.AddLike("other", "http://a");
-    const std::string second = parsed.AddLike("other", "http://b");
+    const std::string first(parsed.AddLike("other", "http://a"));
+    const std::string second(parsed.AddLike("other", "http://b"));
 
     EXPECT_EQ(parsed.Find(first)->target, "http://a");
     EXPECT_EQ(parsed.Find(second)->target, "http://b");

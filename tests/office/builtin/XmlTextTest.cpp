@@ -114,7 +114,7 @@ TEST(ScanElement, FindsContentAndEndWhateverStandsInside)
     EXPECT_EQ(range.contentBegin, 18u);
     EXPECT_EQ(range.end, xml.size() - 1);
     EXPECT_EQ(xml.substr(range.contentEnd, 5), "</x:a");
-    EXPECT_EQ(range.LocalName(), "a");
+    EXPECT_EQ(LocalName(range.name), "a");
     EXPECT_EQ(range.Prefix(), "x:");
 }
 
