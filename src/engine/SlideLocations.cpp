@@ -24,7 +24,12 @@ constexpr ShapeRule notesRule{ShapeRule::Types::AutoShapeTextBoxAndPlaceholder, 
 std::int32_t SearchFunctions::SearchShapesOfSlides(const ShapeRule& rule)
 {
     std::int32_t total = 0;
-    const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
+    const auto slides = Set(Set(xPresentation)->Slides());
+    if (!mCPUUsage && !slides->MayHoldText(Set(mItem)->FindWhat)) {
+        DeliverPendingEvents();
+        return total;
+    }
+    const auto walk = slides->NewEnum();
     while ((CurrentSlide = walk->Next()))
         SearchShapes(CurrentSlide->Shapes(), rule, total);
     return total;
@@ -48,6 +53,10 @@ std::int32_t SearchFunctions::Notes()
 {
     return RaiseOn(u"Notes", u"Notes ", SearchPlace, [&] {
         std::int32_t total = 0;
+        if (!mCPUUsage && !Set(xPresentation)->NotesMayHoldText(Set(mItem)->FindWhat)) {
+            DeliverPendingEvents();
+            return total;
+        }
         const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
         while ((CurrentSlide = walk->Next()))
             SearchShapes(Set(CurrentSlide->NotesPage())->Shapes(), notesRule, total);

@@ -7,13 +7,15 @@
 
 #include "platform/String.h"
 
-/// The automation surface: every object and member of PowerPoint's object model that the system uses, as PowerPoint 2007's type library names them.
+/// The automation surface: every object and member of PowerPoint's object model that the system uses, as PowerPoint
+/// 2007's type library names them.
 ///
 /// - Collections are walked forward with an enumerator, never by index; document properties by index from 1 to Count.
 /// - Each member either succeeds or raises a Failure with a number and a text. Numbers that callers tell apart:
 ///   429 (no PowerPoint), 462 and -2147023170 (it has gone), 1004 and -2147467259 (taken for a wrong password, by Open
 ///   only), -2147188160 (the object shows no such header or footer).
-/// - References are shared. An object stays usable as long as somebody holds it; after Close of its presentation its members
+/// - References are shared. An object stays usable as long as somebody holds it; after Close of its presentation its
+/// members
 ///   may raise.
 namespace tessarine::powerpoint
 {
@@ -66,8 +68,9 @@ public:
     virtual ~Collection() = default;
     virtual std::unique_ptr<Enumerator<Element>> NewEnum() = 0;
 
-    /// A hint, no member of the object model: false only when none of the elements' text ranges can hold the text, whatever the case, so
-    /// that a walk in search of it may be left out. What stands behind the surface and can't tell says true.
+    /// A hint, no member of the object model: false only when none of the elements' text ranges can hold the text,
+    /// whatever the case, so that a walk in search of it may be left out. What stands behind the surface and can't tell
+    /// says true.
     virtual bool MayHoldText(const String& /*text*/) { return true; }
 };
 
@@ -108,8 +111,8 @@ class Shape
 {
 public:
     virtual ~Shape() = default;
-    virtual std::int32_t Type() = 0;        ///< MsoShapeType
-    virtual TriState HasTextFrame() = 0;    ///< 1 and -1 both mean yes.
+    virtual std::int32_t Type() = 0;      ///< MsoShapeType
+    virtual TriState HasTextFrame() = 0;  ///< 1 and -1 both mean yes.
     virtual std::shared_ptr<powerpoint::TextFrame> TextFrame() = 0;
     virtual std::shared_ptr<powerpoint::LinkFormat> LinkFormat() = 0;
 };
@@ -193,7 +196,8 @@ struct Date {
 /// A value of any type: nothing, boolean, whole number, number, date or text.
 using Value = std::variant<std::monostate, bool, std::int64_t, double, Date, String>;
 
-/// The value as text: "True"/"False", a number under the system's locale, a date as the system displays it, "" for nothing.
+/// The value as text: "True"/"False", a number under the system's locale, a date as the system displays it, "" for
+/// nothing.
 String TextOf(const Value& value);
 
 /// One document property. Reached by the names "Name" and "Value" where the platform binds late.
@@ -228,6 +232,9 @@ public:
     virtual void UpdateLinks() = 0;
     virtual void Save() = 0;
     virtual void Close() = 0;
+
+    /// A hint like Collection::MayHoldText, for the notes pages of all slides.
+    virtual bool NotesMayHoldText(const String& /*text*/) { return true; }
 };
 
 class Presentations
@@ -235,8 +242,8 @@ class Presentations
 public:
     virtual ~Presentations() = default;
 
-    /// Opens a presentation. Failures: 462 or -2147023170 when the server has gone; 1004 or -2147467259 when the file needs a
-    /// password; any other number for any other reason.
+    /// Opens a presentation. Failures: 462 or -2147023170 when the server has gone; 1004 or -2147467259 when the file
+    /// needs a password; any other number for any other reason.
     virtual std::shared_ptr<Presentation> Open(const String& FileName, TriState ReadOnly, TriState Untitled,
                                                TriState WithWindow) = 0;
 };

@@ -1,5 +1,7 @@
 #include "office/builtin/ContentTypes.h"
 
+#include <algorithm>
+
 #include "office/builtin/PartName.h"
 #include "office/builtin/XmlDocument.h"
 #include "office/builtin/XmlScanner.h"
@@ -24,23 +26,52 @@ std::string PlainType(std::string_view type)
 
 }  // namespace
 
+void ContentTypes::Read() const
+{
+    const XmlDocument document(bytes_, contentTypesName, limits_);
+    const auto keep = [&](std::string_view text) {
+        const bool isInBytes = text.data() >= bytes_.data() && text.data() < bytes_.data() + bytes_.size();
+        return isInBytes ? text : std::string_view(texts_.emplace_back(text));
+    };
+    for (const Node element : document.Root().ChildElements()) {
+        const bool isOverride = document.Is(element, Ns::ContentTypes, "Override");
+        if (!isOverride && !document.Is(element, Ns::ContentTypes, "Default"))
+            continue;
+        Type entry;
+        document.ForEachAttribute(element, [&](std::string_view name, std::string_view value) {
+            if (name == (isOverride ? "PartName" : "Extension"))
+                entry.name = keep(value);
+            else if (name == "ContentType")
+                entry.type = keep(value);
+        });
+        (isOverride ? overrides_ : defaults_).push_back(entry);
+    }
+    isRead_ = true;
+}
+
 std::string ContentTypes::TypeOf(std::string_view partName) const
 {
-    const PartNameEqual equal;
+    if (!isRead_)
+        Read();
+    const auto find = [](const std::vector<Type>& types, std::string_view name) {
+        return std::ranges::find_if(types, [&](const Type& type) { return PartNameEqual()(type.name, name); });
+    };
+    if (const auto found = find(overrides_, partName); found != overrides_.end())
+        return PlainType(found->type);
     const std::size_t dot = partName.rfind('.');
-    const std::string_view extension = dot == std::string_view::npos ? std::string_view() : partName.substr(dot + 1);
-    const XmlDocument document(bytes_, contentTypesName, limits_);
-    std::string_view byExtension;
-    for (const Node element : document.Root().ChildElements()) {
-        const bool isOverride = element.Name().ends_with("Override");
-        if (isOverride && equal(document.Attribute(element, "PartName"), partName) &&
-            document.Is(element, Ns::ContentTypes, "Override"))
-            return PlainType(document.Attribute(element, "ContentType"));
-        if (!isOverride && equal(document.Attribute(element, "Extension"), extension) &&
-            document.Is(element, Ns::ContentTypes, "Default"))
-            byExtension = document.Attribute(element, "ContentType");
-    }
-    return PlainType(byExtension);
+    const auto found = find(defaults_, dot == std::string_view::npos ? "" : partName.substr(dot + 1));
+    return found == defaults_.end() ? std::string() : PlainType(found->type);
+}
+
+std::vector<std::string_view> ContentTypes::PartsOfType(std::string_view type) const
+{
+    if (!isRead_)
+        Read();
+    std::vector<std::string_view> names;
+    for (const Type& entry : overrides_)
+        if (PlainType(entry.type) == type)
+            names.push_back(entry.name);
+    return names;
 }
 
 void ContentTypes::AddOverride(std::string_view partName, std::string_view type)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,17 +11,22 @@
 namespace tessarine::builtin
 {
 
-/// "[Content_Types].xml" (ECMA-376 part 2, 10.1.2): what kind of content each part holds. Looked up in the bytes each
-/// time: a file is asked for one part's type, its main part's.
+/// "[Content_Types].xml" (ECMA-376 part 2, 10.1.2): what kind of content each part holds. Read when first asked.
 class ContentTypes
 {
 public:
     /// `bytes` is the part as UTF-8.
     ContentTypes(std::string bytes, const Limits& limits) : bytes_(std::move(bytes)), limits_(limits) {}
 
+    ContentTypes(const ContentTypes&) = delete;
+    ContentTypes& operator=(const ContentTypes&) = delete;
+
     /// The type of a part, in lower case, without parameters: its override, else the default of its extension, else "".
     /// Raises -2147023504 when the part is damaged.
     std::string TypeOf(std::string_view partName) const;
+
+    /// The names, as written, of the parts that an override gives this type (in lower case). Raises as TypeOf does.
+    std::vector<std::string_view> PartsOfType(std::string_view type) const;
 
     void AddOverride(std::string_view partName, std::string_view type);
     void RemoveOverride(std::string_view partName);
@@ -29,7 +35,18 @@ public:
     std::string Bytes() const { return ApplyEdits(bytes_, edits_); }
 
 private:
+    struct Type {
+        std::string_view name;  ///< Of the part or the extension.
+        std::string_view type;  ///< As written.
+    };
+
+    void Read() const;
+
     std::string bytes_;
+    mutable bool isRead_ = false;
+    mutable std::vector<Type> overrides_;
+    mutable std::vector<Type> defaults_;
+    mutable std::deque<std::string> texts_;  // that do not stand in the bytes as they read
     Limits limits_;
     std::vector<ByteEdit> edits_;
 };

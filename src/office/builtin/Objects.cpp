@@ -351,6 +351,8 @@ public:
     {
     }
 
+    bool MayHoldText(const String& text) override { return file_->SlidesMayHold(text); }
+
 protected:
     std::vector<std::shared_ptr<powerpoint::Slide>> MakeElements() override
     {
@@ -448,6 +450,8 @@ public:
         CustomPropertyPart& properties = File().Custom();
         return std::make_shared<PropertiesObject<CustomPropertyPart>>(file_, properties, properties.Count());
     }
+
+    bool NotesMayHoldText(const String& text) override { return File().NotesMayHold(text); }
 
     /// Nothing to do: a link's source is never opened, and its preview picture stays as it was.
     void UpdateLinks() override { File(); }

@@ -20,12 +20,11 @@ namespace
 std::uint64_t lastSerial = 0;
 
 constexpr std::size_t tripleLength = 3;
-constexpr std::size_t tripleCount = 1u << 15;
 
-std::size_t HashOfTriple(const char16_t* units)
+std::uint32_t HashOfTriple(const char16_t* units)
 {
     const std::uint32_t mixed = units[0] * 0x9E3779B1u ^ units[1] * 0x85EBCA77u ^ units[2] * 0xC2B2AE3Du;
-    return (mixed ^ mixed >> 15) % tripleCount;
+    return mixed ^ mixed >> 15;
 }
 
 bool EndsName(char c)
@@ -139,12 +138,15 @@ TextTag ReadTextTag(std::string_view xml, std::size_t at)
         --open;
     if (xml[open] != '<')
         return {};  // an end tag, an attribute, text
+    const std::string_view name = xml.substr(open + 1, at + 1 - open);
+    if (xml[at + 2] == '>')
+        return {TextTag::Kind::Start, name, at + 3};
     const std::size_t close = xml.find('>', at + 2);
     if (close == std::string_view::npos || !HasWholeAttributes(xml.substr(open, close - open)))
         return {TextTag::Kind::NeedsReading, {}, 0};
     if (xml[close - 1] == '/')
         return {};
-    return {TextTag::Kind::Start, xml.substr(open + 1, at + 1 - open), close + 1};
+    return {TextTag::Kind::Start, name, close + 1};
 }
 
 /// True when the text element whose end tag begins at `at` is the last child of its run, as it must be.
@@ -154,40 +156,77 @@ bool EndsItsRun(std::string_view xml, std::size_t at)
     return next != std::string_view::npos && xml.substr(next).starts_with("</");
 }
 
+/// Folds the characters of [from, to) as long as each stands for itself: no markup, no reference, no surrogate pair.
+/// Gives the offset behind the last one; a character may reach beyond `to`.
+std::size_t FoldPlainCharacters(std::string_view content, std::size_t from, std::size_t to, char16_t*& target)
+{
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(at < content.size() ? content[at] : 0); };
+    const auto isTrail = [&](std::size_t at) { return (byte(at) & 0xC0) == 0x80; };
+    while (from < to) {
+        const unsigned char lead = byte(from);
+        if (lead < 0x80) {
+            if (lead == '&' || lead == '<')
+                return from;
+            *target++ = FoldCase(static_cast<char16_t>(lead));
+            ++from;
+        } else if (lead >= 0xC2 && lead < 0xE0 && isTrail(from + 1)) {
+            *target++ = FoldCase(static_cast<char16_t>((lead & 0x1F) << 6 | (byte(from + 1) & 0x3F)));
+            from += 2;
+        } else if (lead >= 0xE1 && lead < 0xF0 && lead != 0xED && isTrail(from + 1) && isTrail(from + 2)) {
+            *target++ = FoldCase(
+                static_cast<char16_t>((lead & 0x0F) << 12 | (byte(from + 1) & 0x3F) << 6 | (byte(from + 2) & 0x3F)));
+            from += 3;
+        } else {
+            return from;
+        }
+    }
+    return from;
+}
+
+/// Folds what stands for other characters than itself: a reference, or all that is left. Moves `at` behind it and gives
+/// the place behind the folded text, which is never longer than the content.
+char16_t* FoldNext(std::string_view content, std::size_t& at, char16_t* target)
+{
+    const std::size_t semicolon = content[at] == '&' ? content.find(';', at) : std::string_view::npos;
+    const std::size_t end = semicolon == std::string_view::npos ? content.size() : semicolon + 1;
+    String decoded;
+    AppendContent(content.substr(at, end - at), decoded);
+    at = end;
+    return std::ranges::copy(FoldCase(StringView(decoded)), target).out;
+}
+
 /// Appends content folded. Plain ASCII goes many characters at a time.
 void AppendFolded(std::string_view content, String& text)
 {
+    constexpr std::size_t block = 16;
     const std::size_t start = text.size();
     text.resize(start + content.size());
     char16_t* target = text.data() + start;
-    std::size_t at = 0;
-    bool isPlain = true;
+    for (std::size_t at = 0; at < content.size();) {
 #if defined(__SSE2__)
-    constexpr std::size_t block = 16;
-    for (; isPlain && at + block <= content.size(); at += block) {
-        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(content.data() + at));
-        const __m128i special =
-            _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('&')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')));
-        isPlain = _mm_movemask_epi8(_mm_or_si128(bytes, special)) == 0;
-        const __m128i isUpper =
-            _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8('A' - 1)), _mm_cmplt_epi8(bytes, _mm_set1_epi8('Z' + 1)));
-        const __m128i folded = _mm_or_si128(bytes, _mm_and_si128(isUpper, _mm_set1_epi8('a' - 'A')));
-        const __m128i zero = _mm_setzero_si128();
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + at), _mm_unpacklo_epi8(folded, zero));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + at + block / 2), _mm_unpackhi_epi8(folded, zero));
-    }
+        if (at + block <= content.size()) {
+            const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(content.data() + at));
+            const __m128i special =
+                _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('&')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('<')));
+            if (_mm_movemask_epi8(_mm_or_si128(bytes, special)) == 0) {
+                const __m128i isUpper = _mm_and_si128(_mm_cmpgt_epi8(bytes, _mm_set1_epi8('A' - 1)),
+                                                      _mm_cmplt_epi8(bytes, _mm_set1_epi8('Z' + 1)));
+                const __m128i folded = _mm_or_si128(bytes, _mm_and_si128(isUpper, _mm_set1_epi8('a' - 'A')));
+                const __m128i zero = _mm_setzero_si128();
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(folded, zero));
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(target + block / 2), _mm_unpackhi_epi8(folded, zero));
+                target += block;
+                at += block;
+                continue;
+            }
+        }
 #endif
-    for (; isPlain && at < content.size(); ++at) {
-        const char c = content[at];
-        isPlain = static_cast<signed char>(c) >= 0 && c != '&' && c != '<';
-        target[at] = static_cast<char16_t>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+        const std::size_t to = std::min(at + block, content.size());
+        at = FoldPlainCharacters(content, at, to, target);
+        if (at < to)
+            target = FoldNext(content, at, target);
     }
-    if (isPlain)
-        return;
-    text.resize(start);
-    String decoded;
-    AppendContent(content, decoded);
-    text += FoldCase(StringView(decoded));
+    text.resize(static_cast<std::size_t>(target - text.data()));
 }
 
 }  // namespace
@@ -246,15 +285,34 @@ bool PartText::MayHold(const SoughtText& sought)
     return lastAnswer_;
 }
 
-/// A run with many pairs asks again and again: three hashed units in a row are a quick way to a no.
 bool PartText::HoldsTriples(const SoughtText& sought)
 {
-    if (triples_.empty()) {
-        triples_.resize(tripleCount);
-        for (std::size_t i = 0; i + tripleLength <= folded_.size(); ++i)
-            triples_[HashOfTriple(folded_.data() + i)] = true;
+    if (!triples_) {
+        triples_.emplace(folded_.size());
+        triples_->Add(folded_);
     }
-    return std::ranges::all_of(sought.triples, [&](std::size_t triple) { return triples_[triple]; });
+    return triples_->HoldsAll(sought);
+}
+
+/// Sparse enough that nearly every text that is not there has a missing triple.
+TripleTable::TripleTable(std::size_t textLength)
+{
+    constexpr std::size_t placesForEach = 16;
+    constexpr std::size_t fewest = 1u << 10;
+    constexpr std::size_t most = 1u << 24;
+    bits_.resize(std::bit_ceil(std::clamp(textLength * placesForEach, fewest, most)));
+}
+
+void TripleTable::Add(StringView folded)
+{
+    for (std::size_t i = 0; i + tripleLength <= folded.size(); ++i)
+        bits_[HashOfTriple(folded.data() + i) & (bits_.size() - 1)] = true;
+}
+
+bool TripleTable::HoldsAll(const SoughtText& sought) const
+{
+    return std::ranges::all_of(sought.triples,
+                               [&](std::uint32_t triple) { return bits_[triple & (bits_.size() - 1)]; });
 }
 
 }  // namespace tessarine::builtin

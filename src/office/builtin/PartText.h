@@ -17,8 +17,21 @@ struct SoughtText {
     std::uint64_t serial;  ///< Tells this text from those prepared before; never 0.
     String text;
     String folded;
-    bool hasBreaks = false;            ///< Holds control characters, such as paragraph breaks.
-    std::vector<std::size_t> triples;  ///< Hashes of every three units in a row of the folded text.
+    bool hasBreaks = false;              ///< Holds control characters, such as paragraph breaks.
+    std::vector<std::uint32_t> triples;  ///< Hashes of every three units in a row of the folded text.
+};
+
+/// Which three units in a row a text has, by their hashes: a quick way to a no, for what is asked again and again.
+class TripleTable
+{
+public:
+    explicit TripleTable(std::size_t textLength);
+
+    void Add(StringView folded);
+    bool HoldsAll(const SoughtText& sought) const;  ///< False only when one is missing.
+
+private:
+    std::vector<bool> bits_;
 };
 
 /// All text of a part with a shape tree, one run after the other, without its structure: enough to tell that a text
@@ -34,13 +47,15 @@ public:
     /// False only when no text body of the part holds the text, whatever the case.
     bool MayHold(const SoughtText& sought);
 
+    StringView Folded() const { return folded_; }
+
 private:
     explicit PartText(String folded) : folded_(std::move(folded)) {}
 
     bool HoldsTriples(const SoughtText& sought);
 
     String folded_;
-    std::vector<bool> triples_;  // by hash of three units in a row; made when a second text is looked for
+    std::optional<TripleTable> triples_;  // made when a second text is looked for
     std::uint64_t lastSerial_ = 0;
     bool lastAnswer_ = false;
 };

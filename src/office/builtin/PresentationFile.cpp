@@ -48,8 +48,7 @@ PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, con
         throw Damage(relationship->target, "it is missing");
     const std::string type = package_.Types().TypeOf(package_.NameOf(*main));
     if (std::ranges::find(mainTypes, std::string_view(type)) == mainTypes.end())
-        throw NotAPresentation(std::string(noPresentation) + " (its main part is of type \"" + std::string(type) +
-                               "\")");
+        throw NotAPresentation(std::string(noPresentation) + " (its main part is of type \"" + type + "\")");
     ReadMainPart(*main);
 }
 
@@ -87,8 +86,9 @@ std::vector<Package::Entry> PresentationFile::ReadIdList(const XmlDocument& docu
         const auto entry = package_.Follow(main, relationship);
         // Leaving it out silently would make the counts lie.
         if (!entry)
-            throw Damage(package_.NameOf(main), std::string(item) + " names a part that is missing" +
-                                                    (relationship == nullptr ? "" : ": " + relationship->target));
+            throw Damage(package_.NameOf(main),
+                         std::string(item) + " names a part that is missing" +
+                             (relationship == nullptr ? "" : ": " + std::string(relationship->target)));
         entries.push_back(*entry);
     }
     return entries;
@@ -110,7 +110,22 @@ ShapeTreePart* PresentationFile::OptionalPart(const std::optional<Package::Entry
 ShapeTreePart* PresentationFile::NotesPage(std::size_t slide)
 {
     const Package::Entry entry = slides_[slide];
-    return OptionalPart(package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("notesSlide")));
+    const auto notes = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("notesSlide"));
+    return notes && std::ranges::binary_search(NotesPages(), *notes) ? &Part(*notes) : nullptr;
+}
+
+/// All there are, by their content type (ECMA-376 13.3.5): found without reading the relationships of every slide.
+const std::vector<Package::Entry>& PresentationFile::NotesPages()
+{
+    if (notesPages_)
+        return *notesPages_;
+    constexpr std::string_view type = "application/vnd.openxmlformats-officedocument.presentationml.notesslide+xml";
+    notesPages_.emplace();
+    for (const std::string_view name : package_.Types().PartsOfType(type))
+        if (const auto entry = package_.Find(name))
+            notesPages_->push_back(*entry);
+    std::ranges::sort(*notesPages_);
+    return *notesPages_;
 }
 
 std::size_t PresentationFile::DesignOfSlide(std::size_t slide)
@@ -191,6 +206,29 @@ const SoughtText& PresentationFile::Sought(const String& text)
     if (!sought_ || sought_->text != text)
         sought_.emplace(text);
     return *sought_;
+}
+
+TextOfParts PresentationFile::MakeTextOf(const std::vector<Package::Entry>& entries)
+{
+    std::vector<ShapeTreePart*> parts;
+    for (const Package::Entry entry : entries)
+        parts.push_back(&Part(entry));
+    return TextOfParts(std::move(parts));
+}
+
+bool PresentationFile::SlidesMayHold(const String& text)
+{
+    if (!slidesText_)
+        slidesText_ = MakeTextOf(slides_);
+    // The first walk reads slide by slide: a slide that holds the text is then read from bytes that are at hand.
+    return !slidesText_->IsGathered() || slidesText_->MayHold(Sought(text));
+}
+
+bool PresentationFile::NotesMayHold(const String& text)
+{
+    if (!notesText_)
+        notesText_ = MakeTextOf(NotesPages());
+    return notesText_->MayHold(Sought(text));
 }
 
 void PresentationFile::Save(StringView path)

@@ -10,6 +10,7 @@
 #include "office/builtin/Package.h"
 #include "office/builtin/ShapeTreePart.h"
 #include "office/builtin/TextMatch.h"
+#include "office/builtin/TextOfParts.h"
 
 namespace tessarine::builtin
 {
@@ -27,7 +28,7 @@ public:
 
     std::size_t SlideCount() const { return slides_.size(); }
     ShapeTreePart& Slide(std::size_t index) { return Part(slides_[index]); }
-    ShapeTreePart* NotesPage(std::size_t slide);   ///< Null when the slide has none.
+    ShapeTreePart* NotesPage(std::size_t slide);   ///< Null when the slide has none of the content type of notes pages.
     std::size_t DesignOfSlide(std::size_t slide);  ///< The first design when the file does not say.
 
     std::size_t DesignCount() const { return masters_.size(); }
@@ -47,6 +48,10 @@ public:
 
     const SoughtText& Sought(const String& text);  ///< Likewise.
 
+    /// False only when no shape's text of any slide, or of any notes page, holds the text, whatever the case.
+    bool SlidesMayHold(const String& text);
+    bool NotesMayHold(const String& text);
+
     /// Replaces the file by one with the edits, all or nothing; without edits only its modification time moves. An
     /// edited package loses its digital signatures, which would not be valid any more; the error log says so.
     void Save(StringView path);
@@ -56,6 +61,8 @@ private:
     std::vector<Package::Entry> ReadIdList(const XmlDocument& document, const char* list, const char* item,
                                            Package::Entry main);
     ShapeTreePart& Part(Package::Entry entry);
+    const std::vector<Package::Entry>& NotesPages();
+    TextOfParts MakeTextOf(const std::vector<Package::Entry>& entries);
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
     void DropSignatures(StringView path);
 
@@ -69,6 +76,9 @@ private:
     std::optional<CustomPropertyPart> custom_;
     std::optional<TextPattern> pattern_;
     std::optional<SoughtText> sought_;
+    std::optional<std::vector<Package::Entry>> notesPages_;
+    std::optional<TextOfParts> slidesText_;
+    std::optional<TextOfParts> notesText_;
 };
 
 }  // namespace tessarine::builtin

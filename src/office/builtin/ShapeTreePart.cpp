@@ -74,8 +74,8 @@ ShapeTree& ShapeTreePart::Tree()
 
 void ShapeTreePart::ReadTree()
 {
-    const std::string& bytes = package_.ReadXmlOnce(entry_);
-    const std::string name = package_.NameOf(entry_);
+    const std::string_view bytes = package_.ReadXmlOnce(entry_);
+    const std::string_view name = package_.NameOf(entry_);
     const XmlDocument document(bytes, name, package_.limits());
     tree_ = ReadShapeTree(document, name, package_.limits());
     for (const std::size_t removed : removedLinks_)
@@ -85,20 +85,26 @@ void ShapeTreePart::ReadTree()
 
 bool ShapeTreePart::MayHold(const SoughtText& sought)
 {
+    PartText* const text = UnstructuredText();
+    return text == nullptr || text->MayHold(sought);
+}
+
+PartText* ShapeTreePart::UnstructuredText()
+{
     if (isEdited_)
-        return true;
+        return nullptr;
     if (!isGathered_) {
         isGathered_ = true;
         partText_ = PartText::Gather(package_.ReadXmlOnce(entry_));
     }
-    return !partText_ || partText_->MayHold(sought);
+    return partText_ ? &*partText_ : nullptr;
 }
 
 const std::string& ShapeTreePart::Text()
 {
     isEdited_ = true;  // nothing but an edit asks for it
     if (text_.empty())
-        text_ = package_.ReadXml(entry_);
+        text_ = package_.ReadXmlOnce(entry_);
     return text_;
 }
 
@@ -274,7 +280,7 @@ std::string ShapeTreePart::RetargetOrClone(const std::string& relationshipId, st
         return relationshipId;
     }
     uses -= ownUses;
-    std::string id = Links().AddLike(relationshipId, std::move(target));
+    std::string id(Links().AddLike(relationshipId, std::move(target)));
     idUses_[id] = ownUses;
     return id;
 }

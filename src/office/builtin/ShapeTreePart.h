@@ -29,6 +29,10 @@ public:
 
     /// False only when no shape's text holds what is sought, whatever the case. Much cheaper than reading the shapes.
     bool MayHold(const SoughtText& sought);
+
+    /// The part's text without structure; null when that can't be had, or not any more since the part was edited.
+    PartText* UnstructuredText();
+    bool IsGathered() const { return isGathered_; }  ///< That text was asked for before, so that it costs nothing now.
     TextBody& Body(std::int32_t index) { return Tree().bodies[static_cast<std::size_t>(index)]; }
 
     /// Replaces text of a shape, and of its twin in the other branch of alternate content. Returns the units put in.
