@@ -100,6 +100,42 @@ TEST(TextHints, KnowWhatAnEditPut)
     EXPECT_TRUE(shapes->MayHoldText(u"Contoso"));
 }
 
+/// What a run's walks do for one text: all slides, then all notes pages.
+void WalkAll(powerpoint::Presentation& presentation, const String& text)
+{
+    const auto slides = presentation.Slides()->NewEnum();
+    while (const auto slide = slides->Next())
+        slide->Shapes()->MayHoldText(text);
+    presentation.NotesMayHoldText(text);
+}
+
+TEST(TextHints, OfAllSlidesAndOfAllNotesTellThemApart)
+{
+    const DeckOnDisk deck(Deck().Slide(Title(u"Fabrikam")).Slide(Title(u"b"), NotesPage(u"Contoso")));
+    const auto presentation = deck.Open();
+    WalkAll(*presentation, u"anything");
+
+    EXPECT_TRUE(presentation->Slides()->MayHoldText(u"fabrikam"));
+    EXPECT_FALSE(presentation->NotesMayHoldText(u"fabrikam"));
+    EXPECT_FALSE(presentation->Slides()->MayHoldText(u"contoso"));
+    EXPECT_TRUE(presentation->NotesMayHoldText(u"contoso"));
+    EXPECT_FALSE(presentation->Slides()->MayHoldText(u"Fabcon"));
+    EXPECT_TRUE(presentation->Slides()->MayHoldText(u"f"));
+    EXPECT_TRUE(presentation->Slides()->MayHoldText(u"a\rb"));
+}
+
+TEST(TextHints, OfAllSlidesKnowWhatAnEditPut)
+{
+    const DeckOnDisk deck(Deck().Slide(Title(u"Fabrikam")).Slide(Title(u"b")));
+    const auto presentation = deck.Open();
+    WalkAll(*presentation, u"anything");
+    ASSERT_FALSE(presentation->Slides()->MayHoldText(u"Contoso"));
+
+    ReplaceInShape(*presentation, 1, 1, u"Fabrikam", u"Contoso");
+
+    EXPECT_TRUE(presentation->Slides()->MayHoldText(u"Contoso"));
+}
+
 TEST(TextHints, OfAPageThatIsNotThereDenyEverything)
 {
     const DeckOnDisk deck(Deck().Slide(Title(u"a")));
