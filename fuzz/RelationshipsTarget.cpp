@@ -1,4 +1,5 @@
 // Relationship parts and "[Content_Types].xml". The input is read as each of the two.
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -22,6 +23,24 @@ bool HasRoot(std::string_view xml, builtin::Ns ns, std::string_view localName)
 {
     const builtin::XmlDocument document(xml, "part", Limits::Small());
     return document.Is(document.Root(), ns, localName);
+}
+
+bool AreSame(const builtin::Relationship& left, const builtin::Relationship& right)
+{
+    return left.id == right.id && left.type == right.type && left.target == right.target &&
+           left.external == right.external && left.offset == right.offset;
+}
+
+/// A comment at the end is all it takes to have a part read in the general way.
+void ReadBothWays(const std::string& xml)
+{
+    const Relationships relationships(xml, "part", Limits::Small());
+    try {
+        const Relationships again(xml + "<!-- -->", "part", Limits::Small());
+        Require(std::ranges::equal(relationships.All(), again.All(), AreSame), "both ways read the same");
+    } catch (const Failure& failure) {
+        Require(false, failure.what());
+    }
 }
 
 void EditRelationships(const std::string& xml)
@@ -74,7 +93,8 @@ void EditContentTypes(const std::string& xml)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string input(reinterpret_cast<const char*>(data), size);
-    for (const auto edit : {tessarine::fuzz::EditRelationships, tessarine::fuzz::EditContentTypes}) {
+    for (const auto edit :
+         {tessarine::fuzz::ReadBothWays, tessarine::fuzz::EditRelationships, tessarine::fuzz::EditContentTypes}) {
         try {
             edit(input);
         } catch (const tessarine::Failure&) {
