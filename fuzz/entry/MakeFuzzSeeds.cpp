@@ -169,6 +169,7 @@ std::string WorkbookStream(std::uint32_t version)
 
 void WriteLists(const SeedFolder& seeds)
 {
+    using namespace std::string_view_literals;
     seeds.Write("workbook", "excel-97-stream", WorkbookStream(0x0600));
     seeds.Write("workbook", "excel-95-stream", WorkbookStream(0x0500));
     seeds.Write("workbook", "excel-97", test::CompoundFile({{"Workbook", WorkbookStream(0x0600)}}));
@@ -183,9 +184,8 @@ void WriteLists(const SeedFolder& seeds)
                 "\xEF\xBB\xBF"
                 "caf\xC3\xA9,\xF0\x9F\x98\x80\n");
     seeds.Write("delimited_text", "utf-16",
-                std::string("\xFF\xFE"
-                            "a\0,\0\x3D\xD8\x00\xDE\n\0",
-                            14));
+                "\xFF\xFE"
+                "a\0,\0\x3D\xD8\x00\xDE\n\0"sv);
     seeds.Write("delimited_text", "code-page", "caf\xE9,\x80\n");
 }
 
