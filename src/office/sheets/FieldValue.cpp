@@ -115,8 +115,13 @@ String FieldOfText(StringView text)
 
 std::string FieldOfNumber(double number)
 {
+    const double shown = ShownNumber(number);
     std::array<char, 32> buffer;
-    return {buffer.data(), std::to_chars(buffer.begin(), buffer.end(), ShownNumber(number)).ptr};
+    // With all its zeros, a large number would seem to have more digits than a number can.
+    const auto end = std::fabs(shown) < 1e15
+                         ? std::to_chars(buffer.begin(), buffer.end(), shown).ptr
+                         : std::to_chars(buffer.begin(), buffer.end(), shown, std::chars_format::scientific).ptr;
+    return {buffer.data(), end};
 }
 
 double ShownNumber(double number)

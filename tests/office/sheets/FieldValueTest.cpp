@@ -106,7 +106,14 @@ TEST(ShownNumber, HasFifteenDigits)
     EXPECT_EQ(ShownNumber(0.1), 0.1);
     EXPECT_EQ(ShownNumber(2024), 2024);
     EXPECT_EQ(ShownNumber(1234567890123456789.0), 1234567890123460000.0);
+}
+
+TEST(FieldOfNumber, ReadsBackAsTheNumber)
+{
     EXPECT_EQ(FieldOfNumber(1.0 / 3), "0.333333333333333");
+    EXPECT_EQ(FieldOfNumber(123456789012345), "123456789012345");
+    EXPECT_EQ(FieldOfNumber(123456789012e5), "1.23456789012e+16");
+    EXPECT_EQ(ValueOf(FromUtf8(FieldOfNumber(123456789012e5))), "1.23456789012e+16");
 }
 
 }  // namespace tessarine::sheets
