@@ -9,4 +9,6 @@ namespace tessarine
 inline constexpr StringView CompanyName = u"Tessarine";
 inline constexpr StringView ApplicationTitle = u"Tessarine";
 
+inline constexpr StringView ExecutableName = u"tessarine";  ///< Base name of the desktop program.
+
 }  // namespace tessarine

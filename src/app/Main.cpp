@@ -1,0 +1,83 @@
+#include "app/Main.h"
+
+#include "app/GlobalState.h"
+#include "app/LanguageText.h"
+#include "platform/ErrorLog.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
+#include "platform/Messages.h"
+#include "platform/PathSeparator.h"
+#include "platform/ProgramFolder.h"
+#include "platform/ProgramInfo.h"
+#include "platform/Treatments.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+/// The third custom property of the default project is the language.
+constexpr std::int32_t languageProperty = 3;
+
+void LoadDefaultProject()
+{
+    const auto& properties = *CurrentProject->CustomProperies;
+    if (FileExists(DefaultProjectPath())) {
+        std::int32_t error = 0;
+        CurrentProject->LoadProject(DefaultProjectPath(), error);
+        if (properties.Count() >= languageProperty)
+            CurrentLanguageFile = properties.Item(languageProperty)->PropertyValue;
+        return;
+    }
+    CurrentProject->CustomProperies->Add(u"FindAndReplaceFilePath", {});
+    // Written as "INTERNAL" first and set to "EXTERNAL" at once. This is intended.
+    CurrentProject->CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
+    CurrentProject->CustomProperies->Add(u"LANG", CurrentLanguageFile);
+    properties.Item(2)->PropertyValue = u"EXTERNAL";
+}
+
+void ChooseLanguage()
+{
+    if (CurrentLanguageFile.empty() || !FileExists(LanguageFolder() + PathSeparator + CurrentLanguageFile))
+        CurrentLanguageFile = u"English.lng";
+}
+
+}  // namespace
+
+String DefaultProjectPath()
+{
+    return ApplicationDataFolder + PathSeparator + u"Default.tsq";
+}
+
+bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider)
+{
+    constexpr std::int32_t cannotCreate = 429;
+    const std::int32_t failure = Skip([&] { Set(provider)->CreateApplication()->Quit(); });
+    if (failure == 0)
+        return true;
+    ShowMessage(GetLngString(u"global msg", failure == cannotCreate ? u"1028" : u"1029"), MessageIcon::Critical);
+    return false;
+}
+
+void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& desktop)
+{
+    if (desktop.IsPreviousInstanceRunning())
+        return;
+    LogAndReturn({u"Main", u"Module modMain"}, [&] {
+        if (!GetFileStorageFolder())
+            return;
+        CurrentProject = std::make_shared<Project>(provider);
+        LoadDefaultProject();
+        ChooseLanguage();
+        desktop.RegisterFileType(u"tsqfile", u"tsq", u"Tessarine-PowerPoint Setting File",
+                                 ProgramFolder() + PathSeparator + String(ExecutableName) + u".exe, 30001");
+        if (!IsPowerPointAvailable(provider)) {
+            ShowMessage(u"PowerPoint has not been installed.", MessageIcon::None);
+            return;
+        }
+        desktop.ShowMainWindow();
+    });
+}
+
+}  // namespace tessarine

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "model/PowerPoint.h"
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// What the program's entry needs of the desktop.
+struct Desktop {
+    std::function<bool()> IsPreviousInstanceRunning;
+
+    /// Has the shell open a file type with this program: the type's class, its extension without the dot, its
+    /// description and its icon ("<program>, <resource number>").
+    std::function<void(const String& fileClass, const String& extension, const String& description, const String& icon)>
+        RegisterFileType;
+
+    std::function<void()> ShowMainWindow;  ///< Not modally; the window keeps the process alive.
+};
+
+/// The program's entry: the data folder, the default project, the language, the file type, PowerPoint, then the main
+/// window. Ends the process by returning without a window: silently when another instance runs, behind a message when
+/// there is no data folder or no PowerPoint. A failure is logged.
+///
+/// `provider` is where the jobs get their PowerPoint from. The process's arguments are not read.
+void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& desktop);
+
+/// Starts PowerPoint and shuts it. When that fails, says so (keys "1028" for failure 429, "1029" for any other) and
+/// gives false.
+bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider);
+
+/// Full path of the default project: the state of the main window at its last close.
+String DefaultProjectPath();
+
+}  // namespace tessarine
