@@ -2,13 +2,33 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "model/FindAndReplaceItem.h"
 #include "model/KeyedCollection.h"
+#include "platform/Failure.h"
 
 namespace tessarine
 {
+
+namespace excel
+{
+class Application;
+class Range;
+class Workbook;
+class Worksheet;
+}  // namespace excel
+
+/// Why a list file was not imported although nothing failed.
+struct ListRefusal {
+    enum class Reason { FileMissing, OtherExtension, ColumnCount, Header };
+
+    Reason reason = Reason::FileMissing;
+    std::int32_t columns = 0;  ///< For ColumnCount: how many columns the file uses.
+    std::int32_t column = 0;   ///< For Header: the first column, from 1, whose header differs.
+    String header{};           ///< For Header: what stands there instead.
+};
 
 /// The find/replace pairs of a job, in the order a run tries them. Positions count from 1.
 ///
@@ -19,11 +39,40 @@ public:
     /// When true, an import adds to the list instead of starting from an empty one.
     bool KeepExistingItems = false;
 
-    /// Appends a pair and returns it. `OptionSetting` is shared, not copied: two pairs given the same one change together.
-    /// `sKey` may be empty. A key already in use adds nothing and gives null.
+    // --- List files (docs/lists.md) -----------------------------------------------------------------------------
+
+    /// Reads the pairs of a list file, a table of 18 columns below a row of headers, by way of Excel (model/Excel.h).
+    /// True when the headers were accepted. The items share one project, made for the import.
+    ///
+    /// False otherwise: a missing file (a message tells), an extension other than xls, tab and csv, or another number
+    /// of columns leave the list as it was; headers that differ leave an empty one, or what KeepExistingItems keeps.
+    /// Any failure is logged; the rows before it stay, and the result is true when the headers had been accepted. More
+    /// than 32,767 rows are failure 6.
+    bool ImportList(const String& vFilepath);
+
+    /// Writes the list to a file, in place of an older one: .xls and .csv by way of Excel, .tab as text, UTF-8 on
+    /// Linux. A folder that is missing and any other extension show a message. A failure is logged; the file is then
+    /// the old one or one that Excel had saved.
+    ///
+    /// A .tab file is complete when it has been written; then saving a workbook that is not there fails, and is
+    /// logged. This is intended.
+    void ExportsList(const String& vFilepath);
+
+    /// What the last ImportList or ExportsList logged, nothing when the file was read or written: for callers that tell
+    /// more than a yes or no.
+    std::optional<Failure> FileFailure;
+
+    /// Why the last ImportList gave false; nothing when it gave true or failed.
+    std::optional<ListRefusal> ImportRefusal;
+
+    // --- The pairs ----------------------------------------------------------------------------------------------
+
+    /// Appends a pair and returns it. `OptionSetting` is shared, not copied: two pairs given the same one change
+    /// together. `sKey` may be empty. A key already in use adds nothing and gives null.
     std::shared_ptr<FindAndReplaceItem> Add(const String& FindWhat, const String& ReplaceWith,
                                             const std::shared_ptr<tessarine::OptionSetting>& OptionSetting,
-                                            const std::shared_ptr<tessarine::Project>& Project, const String& sKey = {});
+                                            const std::shared_ptr<tessarine::Project>& Project,
+                                            const String& sKey = {});
 
     /// The pair at a position, or under a key; null for a bad one.
     std::shared_ptr<FindAndReplaceItem> Item(const IndexKey& vntIndexKey) const;
@@ -35,7 +84,18 @@ public:
     std::vector<std::shared_ptr<FindAndReplaceItem>> NewEnum() const;
 
 private:
+    void Import(const String& path, bool& isAccepted);
+    bool AcceptsHeader(excel::Range& cells);
+    void AddRow(excel::Range& cells, std::int32_t row, const std::shared_ptr<Project>& owner);
+    bool Export(const String& path);
+    void ExportWorkbook(const String& path);
+    void ExportText(const String& path) const;
+
     KeyedCollection<FindAndReplaceItem> items_;
+    // What an import or export left: null, or closed, or still open behind one that did not end normally.
+    std::shared_ptr<excel::Application> application_;
+    std::shared_ptr<excel::Workbook> workbook_;
+    std::shared_ptr<excel::Worksheet> worksheet_;
 };
 
 }  // namespace tessarine

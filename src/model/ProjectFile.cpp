@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "model/KeepFailure.h"
 #include "model/ProjectKeys.h"
 #include "model/PropertyBag.h"
 #include "platform/CaseFolding.h"
@@ -198,19 +199,6 @@ void StoreBlock(const String& path, std::string_view block)
     if (old && old->Size() > block.size())
         file.CopyFrom(*old, block.size(), old->Size() - block.size());
     file.Commit();
-}
-
-/// Runs `body` and keeps what it fails with, besides handing it on.
-template <class Body>
-auto KeepFailure(std::optional<Failure>& kept, Body&& body)
-{
-    kept.reset();
-    try {
-        return body();
-    } catch (...) {
-        kept = CurrentFailure();
-        throw;
-    }
 }
 
 }  // namespace
