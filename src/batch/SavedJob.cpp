@@ -63,6 +63,31 @@ void CheckFile(const String& what, const String& path, std::initializer_list<Str
         Refuse(u"the " + what + u" " + InQuotes(path) + u" has an extension that such a file can't have");
 }
 
+/// Why a list was not taken.
+String TextOf(const std::optional<ListRefusal>& refusal)
+{
+    const auto number = [](std::int32_t value) { return FromUtf8(std::to_string(value)); };
+    if (refusal && refusal->reason == ListRefusal::Reason::ColumnCount)
+        return u"it has " + number(refusal->columns) + u" columns, not those of a list of pairs";
+    if (refusal && refusal->reason == ListRefusal::Reason::Header)
+        return u"its column " + number(refusal->column) + u" is headed " + InQuotes(refusal->header);
+    return u"it is not a list of pairs";
+}
+
+/// The pairs of a list file. One that can't be read to its end gives the rows before, with a note.
+std::shared_ptr<FindAndReplaceItems> ImportedList(const String& path, std::vector<std::string>& notes)
+{
+    CheckFile(u"list of pairs", path, {u".CSV", u".TAB", u".XLS"});
+    auto list = std::make_shared<FindAndReplaceItems>();
+    const bool isAccepted = list->ImportList(path);
+    const String reason = list->FileFailure ? ReasonOf(*list->FileFailure) : TextOf(list->ImportRefusal);
+    if (!isAccepted)
+        Refuse(u"can't take the list of pairs " + InQuotes(path) + u": " + reason);
+    if (list->FileFailure)
+        notes.push_back(OnOneLine(ToUtf8(u"the list of pairs " + InQuotes(path) + u" is read in part: " + reason)));
+    return list;
+}
+
 void CheckPairs(const FindAndReplaceItems& items, bool replaces)
 {
     if (items.Count() == 0)
@@ -145,11 +170,9 @@ SavedRun PrepareRun(Project& project, const BatchCall& call)
     const ListSource source = ListSourceOf(project);
     if (!source.isKnown)
         Refuse(u"the job does not tell where its pairs come from: it lacks its first two custom properties");
-    if (source.isExternal) {
-        CheckFile(u"list of pairs", source.path, {u".CSV", u".TAB", u".XLS"});
-        Refuse(u"the job takes its pairs from the list " + InQuotes(source.path) + u", which is not supported");
-    }
-    CheckPairs(*project.FindAndReplaceList, call.replacesOfJob);
+    if (source.isExternal)
+        run.list = ImportedList(source.path, run.notes);
+    CheckPairs(run.list ? *run.list : *project.FindAndReplaceList, call.replacesOfJob);
 
     run.files = call.paths.empty() ? FilesOfJob(project) : FilesOfCall(call, *project.options);
     if (run.files.empty())

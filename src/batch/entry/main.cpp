@@ -5,7 +5,9 @@
 #include "batch/Cancellation.h"
 #include "batch/CommandLine.h"
 #include "batch/Output.h"
+#include "model/Excel.h"
 #include "office/builtin/Provider.h"
+#include "office/sheets/ExcelProvider.h"
 #include "platform/ErrorLog.h"
 #include "platform/Locale.h"
 #include "platform/Messages.h"
@@ -42,6 +44,7 @@ int main(int argumentCount, char** arguments)
     batch::Output output(stdout, stderr);
     ShowMessagesOn(output);
     GetFileStorageFolder();  // without the folder there is no error log; the report tells what matters all the same
+    excel::SetProvider(sheets::CreateProvider());
     batch::WatchForCancel();
     const int status = batch::Perform(std::get<batch::BatchCall>(read), builtin::CreateProvider(), output);
     SetMessageBox({});

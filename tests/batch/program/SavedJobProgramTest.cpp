@@ -350,6 +350,65 @@ TEST_F(SavedJobProgramTest, AJobThatCantRunIsRefusedInOneLine)
                 HasSubstr("lacks its first two custom properties"));
 }
 
+/// The header row of a list file and rows of two texts with InSlides on.
+std::string ListOf(const std::vector<std::pair<std::string, std::string>>& pairs)
+{
+    std::string list =
+        "Find What,Replace With,InBuiltinProperty,InCustomProperties,InFooter,InHandoutMaster,InHeader,"
+        "InHyperlinkAddresses,InLinks,InNotes,InNotesMaster,InShapesAndTextboxes,InSlideMasterPerPresentation,"
+        "InSlideMasterPerSlide,InSlides,InTitleMaster,MatchCase,MatchWholeWord\r\n";
+    for (const auto& [find, with] : pairs)
+        list += find + "," + with + ",FALSE,FALSE,FALSE,FALSE,FALSE,FALSE,FALSE,FALSE,FALSE,FALSE,FALSE,FALSE,TRUE," +
+                "FALSE,FALSE,FALSE\r\n";
+    return list;
+}
+
+TEST_F(SavedJobProgramTest, AJobMayTakeItsPairsFromAListFile)
+{
+    program.folder.Write(u"pairs.Csv", ListOf({{"Fabrikam", "Contoso"}, {"2023", "2024"}}));
+    SaveFromDesktop([&](const ProjectOwner& project) {
+        AddPair(project, u"Nothing", u"of the grid");
+        AddSource(project, u" external ", u"  " + PathOf(u"pairs.Csv") + u" ");
+    });
+
+    const Outcome outcome = program.Run({"run", "job.tsq", "--replace"});
+
+    EXPECT_EQ(outcome.output, FullPath(u"decks/a.pptx") +
+                                  ": changed, 2 replaced\n"
+                                  "    \"Fabrikam\" -> \"Contoso\"  slides 1\n"
+                                  "    \"2023\" -> \"2024\"         slides 1\n"
+                                  "\n"
+                                  "2 files: 1 changed, 1 unchanged, 0 failed; 2 occurrences replaced\n");
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(
+        program.Run({"job", "show", "job.tsq"}).output,
+        HasSubstr("Pairs: those of the list \"" + FullPath(u"pairs.Csv") + "\"; not the job's own (1 pair):\n"));
+}
+
+TEST_F(SavedJobProgramTest, AListFileThatCantBeTakenIsRefusedInOneLine)
+{
+    const auto refusal = [&](const String& list) {
+        SaveFromDesktop([&](const ProjectOwner& project) {
+            AddPair(project, u"Fabrikam", u"of the grid");
+            AddSource(project, u"EXTERNAL", list);
+        });
+        return RefusalOf({"run", "job.tsq", "--replace"});
+    };
+
+    EXPECT_EQ(refusal(u""), "the job does not name its list of pairs\n");
+    EXPECT_EQ(refusal(u"gone.csv"), "there is no list of pairs \"gone.csv\"\n");
+    EXPECT_THAT(refusal(program.folder.Write(u"pairs.txt", ListOf({{"a", "b"}}))),
+                HasSubstr("has an extension that such a file can't have"));
+    EXPECT_EQ(refusal(program.folder.Write(u"none.csv", ListOf({}))), "the job has no pair to look for\n");
+    EXPECT_THAT(refusal(program.folder.Write(u"endless.csv", ListOf({{"a", "ba"}}))), HasSubstr("never ends"));
+    EXPECT_THAT(refusal(program.folder.Write(u"other.csv", "a,b\r\n")), HasSubstr("it has 2 columns"));
+    std::string headers = ListOf({{"a", "b"}});
+    headers.replace(0, 9, "Find text");
+    EXPECT_THAT(refusal(program.folder.Write(u"headers.csv", headers)),
+                HasSubstr("its column 1 is headed \"Find text\""));
+}
+
 TEST_F(SavedJobProgramTest, APairThatNeverEndsMayBeLookedFor)
 {
     SavePairOfDesktop([](const ProjectOwner& project) { AddPair(project, u"Fabrikam", u"the Fabrikam"); });
