@@ -17,6 +17,9 @@ namespace
 
 constexpr std::uint32_t maxBiffColumns = 256;
 
+/// Where a formula's tokens begin in its record, behind their length.
+constexpr std::size_t formulaTokens = 22;
+
 /// A number in 30 bits (MS-XLS 2.5.217): the upper ones of a floating-point number or a whole number, either in
 /// hundredths.
 double NumberOfRk(std::uint32_t rk)
@@ -182,7 +185,7 @@ private:
                 PutText(record, TextIn(records, record, 6));
                 break;
             case BiffType::Formula:
-                ReadFormula(record);
+                ReadFormula(records, record);
                 break;
             case BiffType::String:
                 if (formula_)
@@ -222,10 +225,16 @@ private:
     }
 
     /// A formula's result (MS-XLS 2.5.133): a number, or something else when its upper bytes are all ones.
-    void ReadFormula(const BiffRecord& record)
+    void ReadFormula(BiffStream& records, const BiffRecord& record)
     {
         enum ResultKind { Text = 0, Boolean = 1, Error = 2, EmptyText = 3 };
         formula_.reset();
+        if (IsTextFormula(record)) {
+            RecordBody body(records, record, formulaTokens + 1);
+            ReadText(body, body.Byte(), text_);
+            PutText(record, text_);
+            return;
+        }
         if (record.Short(12) != 0xFFFF) {
             PutNumber(record, std::bit_cast<double>(record.Quad(6)));
             return;
@@ -244,6 +253,18 @@ private:
             default:
                 throw Damage("a formula has a result of an unknown kind");
         }
+    }
+
+    /// Whether the formula is a text alone, ="007" (MS-XLS 2.5.198.89 PtgStr). LibreOffice saves it with the result 0.
+    bool IsTextFormula(const BiffRecord& record) const
+    {
+        constexpr std::uint8_t textToken = 0x17;
+        constexpr std::size_t tokenHead = 3;
+        if (version_ != biff8 || record.data.size() < formulaTokens + tokenHead ||
+            record.Byte(formulaTokens) != textToken)
+            return false;
+        const std::size_t width = (record.Byte(formulaTokens + 2) & 1) != 0 ? 2 : 1;
+        return record.Short(formulaTokens - 2) == tokenHead + width * record.Byte(formulaTokens + 1);
     }
 
     static std::uint32_t ColumnOf(std::uint32_t column)

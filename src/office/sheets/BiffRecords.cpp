@@ -144,7 +144,11 @@ void RecordBody::AppendCharacters(std::size_t count, bool isWide, String& text)
 
 void ReadText(RecordBody& body, String& text)
 {
-    const std::size_t count = body.Short();
+    ReadText(body, body.Short(), text);
+}
+
+void ReadText(RecordBody& body, std::size_t count, String& text)
+{
     const unsigned flags = body.Byte();
     const bool isWide = (flags & 0x01) != 0;
     const bool hasPhonetics = (flags & 0x04) != 0;

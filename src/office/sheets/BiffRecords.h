@@ -104,4 +104,7 @@ private:
 /// over (MS-XLS 2.5.293 XLUnicodeRichExtendedString). Takes the place of `text`.
 void ReadText(RecordBody& body, String& text);
 
+/// The same, for a text whose count has been read already.
+void ReadText(RecordBody& body, std::size_t count, String& text);
+
 }  // namespace tessarine::sheets

@@ -51,7 +51,8 @@ private:
     {
         std::uint32_t column = 0;
         for (;; ++column) {
-            const Cell value = ValueOfField(ReadField(), formula_);
+            const bool isQuoted = at_ < text_.size() && text_[at_] == u'"';
+            const Cell value = ValueOfField(isQuoted ? ReadQuotedField() : ReadField(), isQuoted, formula_);
             if (!std::holds_alternative<std::monostate>(value))
                 sheet_.Put(row, column, value);
             if (at_ == text_.size() || text_[at_] != separator_)
@@ -69,11 +70,9 @@ private:
             ++at_;
     }
 
-    /// The field at the place, its quotes taken off; the place is then at a separator, a line end or the end.
+    // Both give the field at the place, which is then at a separator, a line end or the end.
     StringView ReadField()
     {
-        if (at_ < text_.size() && text_[at_] == u'"')
-            return ReadQuotedField();
         const std::size_t start = at_;
         at_ = EndOfField(at_);
         return text_.substr(start, at_ - start);

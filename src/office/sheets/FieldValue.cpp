@@ -69,6 +69,56 @@ std::optional<double> PlainNumber(StringView field)
     return isNegative ? -number : number;
 }
 
+/// Whether a word is part of a number, a date or a time in English, the language of such files.
+bool IsOfNumbersAndDates(const std::string& lowerWord)
+{
+    static constexpr std::array<std::string_view, 5> parts{"e", "a", "p", "am", "pm"};
+    static constexpr std::array<std::string_view, 12> months{"january",   "february", "march",    "april",
+                                                             "may",       "june",     "july",     "august",
+                                                             "september", "october",  "november", "december"};
+    constexpr std::size_t shortest = 3;
+    return std::ranges::find(parts, lowerWord) != parts.end() ||
+           (lowerWord.size() >= shortest &&
+            std::ranges::any_of(months, [&](std::string_view month) { return month.starts_with(lowerWord); }));
+}
+
+/// Whether a text has digits and else nothing but signs, blanks and words of dates.
+bool MayBeNumberOrDate(StringView text)
+{
+    constexpr StringView foreignSigns = u"\u00A0\u00A3\u00A5\u202F\u20AC";
+    bool hasDigit = false;
+    std::string word;
+    for (const char16_t unit : text) {
+        const bool isAscii = unit >= u' ' && unit < 0x7F;
+        if (!isAscii && foreignSigns.find(unit) == StringView::npos)
+            return false;
+        const char16_t lower = unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
+        if (lower >= u'a' && lower <= u'z') {
+            word += static_cast<char>(lower);
+            continue;
+        }
+        hasDigit = hasDigit || (unit >= u'0' && unit <= u'9');
+        if (!word.empty() && !IsOfNumbersAndDates(word))
+            return false;
+        word.clear();
+    }
+    return hasDigit && (word.empty() || IsOfNumbersAndDates(word));
+}
+
+StringView WithoutBlanks(StringView text)
+{
+    const std::size_t first = text.find_first_not_of(u' ');
+    return first == StringView::npos ? StringView() : text.substr(first, text.find_last_not_of(u' ') - first + 1);
+}
+
+/// Whether this reader, Excel or LibreOffice would make something else of the text.
+bool IsTakenForSomethingElse(StringView text)
+{
+    const StringView core = WithoutBlanks(text);
+    return EqualsWithoutCase(core, u"TRUE") || EqualsWithoutCase(core, u"FALSE") || core.starts_with(u'=') ||
+           MayBeNumberOrDate(core);
+}
+
 /// The text of ="text", its quotes doubled inside; false for anything else.
 bool ReadTextFormula(StringView field, String& text)
 {
@@ -86,7 +136,7 @@ bool ReadTextFormula(StringView field, String& text)
 
 }  // namespace
 
-Cell ValueOfField(StringView field, String& scratch)
+Cell ValueOfField(StringView field, bool isQuoted, String& scratch)
 {
     if (field.empty())
         return {};
@@ -94,8 +144,9 @@ Cell ValueOfField(StringView field, String& scratch)
         return true;
     if (EqualsWithoutCase(field, u"FALSE"))
         return false;
-    if (const auto number = PlainNumber(field))
-        return *number;
+    if (!isQuoted)
+        if (const auto number = PlainNumber(field))
+            return *number;
     if (ReadTextFormula(field, scratch))
         return StringView(scratch);
     return field;
@@ -103,9 +154,7 @@ Cell ValueOfField(StringView field, String& scratch)
 
 String FieldOfText(StringView text)
 {
-    String scratch;
-    const bool isText = std::holds_alternative<StringView>(ValueOfField(text, scratch));
-    if (text.empty() || (isText && text.front() != u'='))
+    if (!IsTakenForSomethingElse(text))
         return String(text);
     String field = u"=\"";
     for (const char16_t unit : text)

@@ -4,24 +4,24 @@
 
 #include "office/sheets/Sheet.h"
 
-/// What a field of comma or tab separated text stands for, much as Excel reads it. Quotes around a field make no
-/// difference.
+/// What a field of comma or tab separated text stands for, much as Excel reads it.
 ///
-/// - TRUE and FALSE, whatever the case, are booleans.
+/// - TRUE and FALSE, whatever the case, are booleans, in quotes, too.
 /// - A plain number is a number: 2024, 007 (the number 7), -1.5, .5, 1e3. The decimal sign is the point, whatever the
-///   locale. A number of more than 15 significant digits stays text, because as a number it would lose some of them.
+///   locale. A number of more than 15 significant digits stays text, because as a number it would lose some of them. A
+///   number in quotes stays text: LibreOffice writes texts that look like numbers so.
 /// - ="007" is the text 007: the way to write a text that would otherwise be something else. Excel and LibreOffice
 ///   understand it, too.
 /// - Everything else is text: numbers with blanks around, grouping, percent or currency signs, dates, other formulas,
-/// names of
-///   errors. Excel would calculate with those; in a list they are words to be found.
+///   names of errors. Excel would calculate with those; in a list they are words to be found.
 namespace tessarine::sheets
 {
 
 /// The value of a field, quotes taken off. A text may be borrowed from `field` or from `scratch`.
-Cell ValueOfField(StringView field, String& scratch);
+Cell ValueOfField(StringView field, bool isQuoted, String& scratch);
 
-/// The field that stands for a text. It is the text itself, unless that reads as something else or begins with "=".
+/// The field that stands for a text: the text itself, or ="text" when some program would take it for a boolean, a
+/// number, a date or a formula.
 String FieldOfText(StringView text);
 
 /// The field that stands for a number, with 15 significant digits at most.

@@ -111,6 +111,20 @@ TEST(BiffReader, ReadsALongTextThatFollowsAFormula)
         (Rows{{'\'' + longText + '\''}}));
 }
 
+TEST(BiffReader, ReadsAFormulaThatIsATextAsTheText)
+{
+    const auto formula = [](std::uint32_t column, const std::string& tokens) {
+        return Record(0x0006, At(0, column) + Double(0) + Short(0) + Long(0) +
+                                  Short(static_cast<std::uint32_t>(tokens.size())) + tokens);
+    };
+    const std::string narrow = Byte(0x17) + Byte(3) + Byte(0) + "007";
+    const std::string wide = Byte(0x17) + Byte(2) + Byte(1) + Wide(u"中文");
+    const std::string joined = Byte(0x17) + Byte(1) + Byte(0) + "a" + Byte(0x17) + Byte(1) + Byte(0) + "b" + Byte(0x08);
+
+    EXPECT_EQ(ReadCells(formula(0, narrow) + formula(1, wide) + formula(2, joined) + formula(3, Byte(0x17))),
+              (Rows{{"'007'", "'中文'", "0", "0"}}));
+}
+
 TEST(BiffReader, IgnoresATextThatFollowsNoFormula)
 {
     EXPECT_EQ(ReadCells(Record(0x0203, At(0, 0) + Double(1)) + Record(0x0207, Text("one"))), (Rows{{"1"}}));

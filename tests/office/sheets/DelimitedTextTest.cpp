@@ -98,9 +98,14 @@ TEST(DelimitedText, EndsAnOpenQuoteWithTheText)
     EXPECT_EQ(Csv(u"a,\""), (Rows{{"'a'"}}));
 }
 
-TEST(DelimitedText, ReadsBooleansAndNumbersInQuotesOrNot)
+TEST(DelimitedText, ReadsBooleansInQuotesOrNot)
 {
-    EXPECT_EQ(Csv(u"True,\"false\",1,\"007\",-1"), (Rows{{"TRUE", "FALSE", "1", "7", "-1"}}));
+    EXPECT_EQ(Csv(u"True,\"false\""), (Rows{{"TRUE", "FALSE"}}));
+}
+
+TEST(DelimitedText, ReadsNumbersInQuotesAsText)
+{
+    EXPECT_EQ(Csv(u"007,\"007\",-1,\"-1\""), (Rows{{"7", "'007'", "-1", "'-1'"}}));
 }
 
 TEST(DelimitedText, KeepsBlanksAroundTexts)

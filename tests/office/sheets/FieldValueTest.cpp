@@ -10,10 +10,10 @@ namespace tessarine::sheets
 namespace
 {
 
-std::string ValueOf(StringView field)
+std::string ValueOf(StringView field, bool isQuoted = false)
 {
     String scratch;
-    return Shown(ValueOfField(field, scratch));
+    return Shown(ValueOfField(field, isQuoted, scratch));
 }
 
 }  // namespace
@@ -50,6 +50,13 @@ TEST(FieldValue, OfAPlainNumberIsANumber)
     EXPECT_EQ(ValueOf(u"000000000123456789012345"), "123456789012345");
 }
 
+TEST(FieldValue, OfANumberInQuotesIsText)
+{
+    EXPECT_EQ(ValueOf(u"007", true), "'007'");
+    EXPECT_EQ(ValueOf(u"TRUE", true), "TRUE");
+    EXPECT_EQ(ValueOf(u"=\"007\"", true), "'007'");
+}
+
 TEST(FieldValue, OfWhatOnlyLooksLikeANumberIsText)
 {
     for (const StringView field :
@@ -81,7 +88,8 @@ TEST(FieldValue, OfAnotherFormulaIsTheFormula)
 
 TEST(FieldOfText, IsTheTextItself)
 {
-    for (const StringView text : {u"", u"Contoso", u" 5", u"50%", u"-x", u"True story"})
+    for (const StringView text : {u"", u"Contoso", u" a", u"-x", u"True story", u"Windows 95", u"v2", u"3rd", u"May",
+                                  u"5 USD", u"Monday 5", u"#N/A", u"中5", u"5\n6", u"\u0661", u"-"})
         EXPECT_EQ(FieldOfText(text), text);
 }
 
@@ -91,6 +99,15 @@ TEST(FieldOfText, IsAFormulaWhenTheTextWouldReadAsSomethingElse)
     EXPECT_EQ(FieldOfText(u"true"), u"=\"true\"");
     EXPECT_EQ(FieldOfText(u"=SUM(A1)"), u"=\"=SUM(A1)\"");
     EXPECT_EQ(FieldOfText(u"=\"a\""), u"=\"=\"\"a\"\"\"");
+}
+
+TEST(FieldOfText, IsAFormulaWhenOtherProgramsWouldMakeANumberOrADateOfIt)
+{
+    for (const StringView text :
+         {u"50%",         u"1/2",          u"2024-01-01",       u"10:30",    u"1,000",  u"$5", u"5 \u20AC", u"(5)",
+          u"Jan 5, 2024", u"January 2024", u"Sept-24",          u"10:30 PM", u"1E3",    u" 5", u"5 ",       u"true ",
+          u" =1",         u"1 1/2",        u"1234567890123456", u"5-",       u"1.000,5"})
+        EXPECT_EQ(FieldOfText(text), u"=\"" + String(text) + u'"');
 }
 
 TEST(FieldOfText, ReadsBackAsTheText)
