@@ -132,7 +132,8 @@ private:
         const OptionRow& row = RowOf(name, command_);
         if (!given_.insert(row.name).second && !row.repeatable && !row.argument.empty())
             Refuse(name + " is given twice");
-        row.apply(values_, row.argument.empty() ? NoValue(name, equals) : Value(row, argument, equals));
+        const std::string value = row.argument.empty() ? NoValue(name, equals) : Value(row, argument, equals);
+        row.apply(values_, value);  // no function for --help, which gets here only with a value, and that was refused
     }
 
     static std::string NoValue(const std::string& name, std::size_t equals)
