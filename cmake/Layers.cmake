@@ -1,9 +1,11 @@
-# tessarine_layer(<name> FROM <folder under src> [ON <layers directly below>] [USES <libraries of others>])
+# tessarine_layer(<name> FROM <folder under src> [ON <layers directly below>] [USES <libraries of others>] [WINDOWS])
+#
+# WINDOWS is for layers of windows: they see Qt, and no other layer does.
 #
 # One static library per layer. Its include root shows only its own folder, and it links only the layers below it, so
 # an include of a layer above does not compile.
 function(tessarine_layer name)
-    cmake_parse_arguments(LAYER "" "FROM" "ON;USES" ${ARGN})
+    cmake_parse_arguments(LAYER "WINDOWS" "FROM" "ON;USES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${LAYER_FROM}/*.cpp)
     add_library(${name} STATIC ${sources})
 
@@ -13,4 +15,9 @@ function(tessarine_layer name)
     file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${LAYER_FROM} ${view}/${LAYER_FROM} SYMBOLIC)
     target_include_directories(${name} PUBLIC ${view})
     target_link_libraries(${name} PUBLIC ${LAYER_ON} PRIVATE tessarine_warnings ${LAYER_USES})
+    if(LAYER_WINDOWS)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS)  # "emit" and "signals" stay names for everybody
+        target_link_libraries(${name} PUBLIC Qt6::Widgets)
+    endif()
 endfunction()
