@@ -11,7 +11,7 @@
 namespace tessarine::batch
 {
 
-enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake };
+enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake, ListConvert };
 enum class OutputFormat { Text, Json };
 
 struct TextPair {
@@ -27,7 +27,11 @@ struct BatchCall {
     bool replacesOfJob = false;  ///< A Run replaces; else it only finds.
 
     std::vector<TextPair> pairs;
-    OptionSetting setting;  ///< Where every pair is looked for, and how its text is compared. A Run has it of its job.
+    std::optional<String> list;  ///< A list file that the pairs are taken from instead, or that ListConvert reads.
+    String newList;              ///< The list file that ListConvert writes.
+    /// Where every pair is looked for, and how its text is compared. A Run has it of its job; with a list, nowhere
+    /// stands for the pairs' own places.
+    OptionSetting setting;
 
     bool count = true;
     bool backup = false;

@@ -9,6 +9,7 @@
 #include "batch/JobListing.h"
 #include "batch/JobProject.h"
 #include "batch/JsonLines.h"
+#include "batch/ListFiles.h"
 #include "batch/Locations.h"
 #include "batch/Output.h"
 #include "batch/ReportedRun.h"
@@ -101,12 +102,23 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     return StatusOf(summary.failed, notReached, output);
 }
 
+void NoteAll(const std::vector<std::string>& notes, Output& output)
+{
+    for (const std::string& note : notes)
+        output.Note("tessarine-batch: " + note);
+}
+
 int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::shared_ptr<powerpoint::Provider>& provider,
                Output& output)
 {
     const ProjectOwner project(provider);
     FillProject(*project, call);
-    return ReportRun(call, *project, {}, std::move(files), output);
+    BatchCall asRun = call;
+    if (call.list) {
+        NoteAll(TakeListPairs(*project, call), output);
+        SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
+    }
+    return ReportRun(asRun, *project, {}, std::move(files), output);
 }
 
 int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
@@ -114,8 +126,7 @@ int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provide
     const ProjectOwner project(provider);
     LoadJob(*project, call.job);
     SavedRun run = PrepareRun(*project, call);
-    for (const std::string& note : run.notes)
-        output.Note("tessarine-batch: " + note);
+    NoteAll(run.notes, output);
 
     BatchCall asRun = call;
     asRun.command = call.replacesOfJob ? Command::Replace : Command::Find;
@@ -135,9 +146,21 @@ int MakeJob(const BatchCall& call, Output& output)
 {
     const ProjectOwner project;
     FillProject(*project, call);
+    if (call.list)
+        NoteAll(TakeListPairs(*project, call), output);
     FillSavedJob(*project, call);
     output.Write("saved " + ToUtf8(SaveJob(*project, call.job)) + "\n");
     return output.failed() ? ExitStatus::FileFailed : ExitStatus::Done;
+}
+
+int ConvertListFile(const BatchCall& call, Output& output)
+{
+    const ConvertedList converted = ConvertList(*call.list, call.newList);
+    output.Write(fmt::format("saved {}: {}\n", ToUtf8(call.newList), Counted(converted.pairs, "pair")));
+    if (!converted.loss.empty())
+        output.Note("tessarine-batch: " +
+                    OnOneLine(ToUtf8(call.newList) + " differs from the list: " + converted.loss));
+    return converted.loss.empty() && !output.failed() ? ExitStatus::Done : ExitStatus::FileFailed;
 }
 
 int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& files, Output& output)
@@ -182,6 +205,8 @@ int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& 
                 return ShowJob(call, output);
             case Command::JobMake:
                 return MakeJob(call, output);
+            case Command::ListConvert:
+                return ConvertListFile(call, output);
             default:
                 return PerformOnFiles(call, provider, output);
         }

@@ -8,10 +8,10 @@
 
 #include "batch/EndlessReplacement.h"
 #include "batch/Help.h"
+#include "batch/ListFiles.h"
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
 #include "batch/TextLayout.h"
-#include "model/SearchLocations.h"
 #include "platform/CaseFolding.h"
 #include "platform/Failure.h"
 
@@ -22,8 +22,8 @@ namespace
 {
 
 constexpr int callNotValid = 2;
-constexpr std::array<Command, 7> allCommands{Command::Find, Command::Replace, Command::Restore, Command::Clean,
-                                             Command::Run,  Command::JobShow, Command::JobMake};
+constexpr std::array<Command, 8> allCommands{Command::Find, Command::Replace, Command::Restore, Command::Clean,
+                                             Command::Run,  Command::JobShow, Command::JobMake, Command::ListConvert};
 
 [[noreturn]] void Refuse(const std::string& text)
 {
@@ -67,8 +67,8 @@ std::string CommandsBeginningWith(const std::string& word)
 {
     if (arguments.empty() || arguments.front().empty())
         Refuse(
-            "a command is missing: find, replace, restore, clean, run, job show or job make (see tessarine-batch "
-            "--help)");
+            "a command is missing: find, replace, restore, clean, run, job show, job make or list convert (see "
+            "tessarine-batch --help)");
     const std::string names = CommandsBeginningWith(arguments.front());
     if (!names.empty())
         Refuse(fmt::format("there is no command \"{}\": it is {} (see tessarine-batch --help)",
@@ -160,17 +160,8 @@ private:
     OptionValues values_;
 };
 
-void CheckPair(const TextPair& pair, const OptionSetting& setting)
-{
-    if (NeverEnds(pair.find, pair.with, setting))
-        Refuse(fmt::format(
-            "replacing \"{}\" by \"{}\" never ends: the new text holds the old one behind its start, so every "
-            "replacement makes a further one",
-            ToUtf8(pair.find), ToUtf8(pair.with)));
-}
-
-/// The pairs of a find or replace, and where to look; checks what holds between options.
-void CheckRun(OptionValues& values)
+/// The pairs that the options name.
+void CheckPairs(OptionValues& values)
 {
     BatchCall& call = values.call;
     if (values.finds.empty())
@@ -179,20 +170,41 @@ void CheckRun(OptionValues& values)
     if (hasNewTexts && values.finds.size() != values.withs.size())
         Refuse(fmt::format("every --find needs its --with: there are {} --find and {} --with", values.finds.size(),
                            values.withs.size()));
+    if (!HasLocation(call.setting))
+        SwitchOn(call.setting, "slides,shapes,notes");
+
+    for (std::size_t at = 0; at < values.finds.size(); ++at) {
+        call.pairs.push_back({values.finds[at], hasNewTexts ? values.withs[at] : String()});
+        CheckEnds(call.pairs.back().find, call.pairs.back().with, call.setting);
+    }
+}
+
+/// What a find, a replace or a new job is about; checks what holds between options.
+void CheckRun(OptionValues& values)
+{
+    BatchCall& call = values.call;
     if (values.countGiven && values.noCountGiven)
         Refuse("--count and --no-count contradict each other");
     if (values.revisionByGiven && call.revision.empty())
         Refuse("--revision-by needs --revision");
     call.count = !values.noCountGiven;
+    if (!call.list)
+        CheckPairs(values);
+    else if (!values.finds.empty() || !values.withs.empty())
+        Refuse("--list takes the place of --find and --with: give one or the other");
+}
 
-    const bool anywhere = std::ranges::any_of(SearchLocations, [&](const auto& row) { return call.setting.*row.isOn; });
-    if (!anywhere)
-        SwitchOn(call.setting, "slides,shapes,notes");
-
-    for (std::size_t at = 0; at < values.finds.size(); ++at) {
-        call.pairs.push_back({values.finds[at], hasNewTexts ? values.withs[at] : String()});
-        CheckPair(call.pairs.back(), call.setting);
-    }
+/// The two files of a conversion.
+void CheckConversion(BatchCall& call)
+{
+    if (call.paths.size() != 2)
+        Refuse("list convert takes two list files: the one to read and the one to write");
+    for (const String& path : call.paths)
+        if (!IsListName(path))
+            Refuse("\"" + ToUtf8(path) + "\" is not a list: its name must end in .xls, .csv or .tab");
+    call.list = call.paths.front();
+    call.newList = call.paths.back();
+    call.paths.clear();
 }
 
 /// The job that a command reads: the first path.
@@ -230,6 +242,10 @@ BatchCall CheckedCall(OptionValues& values)
         CheckJobToMake(call);
     if (call.command == Command::Run || call.command == Command::JobShow) {
         CheckJob(call);
+        return call;
+    }
+    if (call.command == Command::ListConvert) {
+        CheckConversion(call);
         return call;
     }
     if (call.paths.empty() && !call.filesFrom)

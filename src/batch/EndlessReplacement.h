@@ -19,4 +19,7 @@ namespace tessarine::batch
 /// with only such locations on, no pair runs forever.
 bool NeverEnds(StringView find, StringView with, const OptionSetting& setting);
 
+/// Raises 5 with a text for one line when replacing `find` by `with` never ends.
+void CheckEnds(StringView find, StringView with, const OptionSetting& setting);
+
 }  // namespace tessarine::batch

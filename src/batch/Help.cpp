@@ -25,7 +25,7 @@ constexpr std::string_view limits =
     "footer are not counted, so a file changed only there is reported as unchanged.\n";
 
 /// In the order of Command.
-constexpr std::array<CommandHelp, 7> commands{{
+constexpr std::array<CommandHelp, 8> commands{{
     {"find", "--find TEXT ... PATH ...", "Look for texts; no file is changed.",
      "Looks for texts in presentations and reports where they occur. No file is changed.\n",
      "  tessarine-batch find --find Fabrikam decks\n"
@@ -44,7 +44,9 @@ constexpr std::array<CommandHelp, 7> commands{{
      "  tessarine-batch replace --find old.example --with new.example --in hyperlinks decks\n"
      "      the addresses of links\n"
      "  tessarine-batch replace --find draft --with final --keep-date --files-from list.txt\n"
-     "      the files that a list names; they keep their dates\n"},
+     "      the files that a list names; they keep their dates\n"
+     "  tessarine-batch replace --list pairs.xls decks\n"
+     "      the pairs of a workbook, each with its own places and switches\n"},
     {"restore", "PATH ...", "Copy backups back over their files.",
      "Copies the backups that \"replace --backup\" made back over their files. The backups stay.\n",
      "  tessarine-batch restore decks\n"
@@ -71,6 +73,13 @@ constexpr std::array<CommandHelp, 7> commands{{
      "the presentations (*.ppt*) in it; paths are saved in full.\n",
      "  tessarine-batch job make --find Fabrikam --with Contoso --backup -o rename.tsq decks\n"
      "  tessarine-batch job make --find 2023 --with 2024 -o year.tsq --files-from list.txt\n"},
+    {"list convert", "IN OUT", "Write a list file in another format.",
+     "Reads a list of pairs and writes it in the format that the name of OUT asks for: .xls, .csv or\n"
+     ".tab. An older OUT is replaced. A list is a table of 18 columns below a row of headers; export one\n"
+     "from the desktop, or see docs/lists.md. A .tab file can't hold tabs and line ends in its texts;\n"
+     "when OUT does not read back as the list that was written, the exit status is 1.\n",
+     "  tessarine-batch list convert pairs.xls pairs.csv\n"
+     "  tessarine-batch list convert pairs.csv \"For the desktop.xls\"\n"},
 }};
 
 const CommandHelp& TextsOf(Command command)
@@ -134,7 +143,7 @@ std::string GeneralHelp()
         "Usage: tessarine-batch COMMAND [options] PATH ...\n\n"
         "Commands:\n";
     for (const CommandHelp& command : commands)
-        help += fmt::format("  {:<9} {}\n", command.name, command.purpose);
+        help += fmt::format("  {:<12} {}\n", command.name, command.purpose);
     help +=
         "\nPATH is a file or a folder. \"tessarine-batch COMMAND --help\" lists the options of a command.\n\n"
         "Examples:\n"

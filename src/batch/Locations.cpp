@@ -40,6 +40,11 @@ void SwitchOn(OptionSetting& setting, std::string_view names)
     }
 }
 
+bool HasLocation(const OptionSetting& setting)
+{
+    return std::ranges::any_of(SearchLocations, [&](const auto& row) { return setting.*row.isOn; });
+}
+
 std::string LocationNames()
 {
     std::string names;

@@ -12,6 +12,9 @@ namespace tessarine::batch
 /// 5 with a text that tells the valid names when one is unknown.
 void SwitchOn(OptionSetting& setting, std::string_view names);
 
+/// Whether any location is switched on.
+bool HasLocation(const OptionSetting& setting);
+
 /// The names of all locations in the order of SearchLocations, with ", " between them.
 std::string LocationNames();
 

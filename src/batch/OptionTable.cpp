@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "batch/FilePattern.h"
+#include "batch/ListFiles.h"
 #include "batch/Locations.h"
 #include "platform/Failure.h"
 
@@ -43,6 +44,15 @@ void TakeFind(OptionValues& values, const std::string& argument)
     if (argument.empty())
         Refuse("--find: the text to look for is empty");
     values.finds.push_back(CheckedText("--find", argument));
+}
+
+void TakeList(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("--list: the name of the list is empty");
+    values.call.list = FromUtf8(argument);
+    if (!IsListName(*values.call.list))
+        Refuse("--list: \"" + argument + "\" is not a list: its name must end in .xls, .csv or .tab");
 }
 
 String CheckedPattern(std::string_view pattern)
@@ -117,7 +127,7 @@ void TakeFormat(OptionValues& values, const std::string& argument)
     values.call.format = argument == "json" ? OutputFormat::Json : OutputFormat::Text;
 }
 
-constexpr std::array<OptionRow, 21> rows{{
+constexpr std::array<OptionRow, 22> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -129,6 +139,11 @@ constexpr std::array<OptionRow, 21> rows{{
      [](OptionValues& values, const std::string& argument) {
          values.withs.push_back(CheckedText("--with", argument));
      }},
+    {"--list", "FILE", false, DescribesJob, "What to look for",
+     "Take the pairs from a list file (.xls .csv .tab) in place of --find and --with. There\n"
+     "each has its own places and switches; --in takes the place of them, --match-case and\n"
+     "--whole-word hold for all.",
+     TakeList},
     {"--match-case", "", false, DescribesJob, "What to look for", "Tell capital from small letters.",
      [](OptionValues& values, const std::string&) { values.call.setting.MatchCase = true; }},
     {"--whole-word", "", false, DescribesJob, "What to look for", "Leave a text alone that is part of a longer word.",

@@ -17,9 +17,10 @@ constexpr CommandSet Only(Command command)
 }
 inline constexpr CommandSet Runs = Only(Command::Find) | Only(Command::Replace);
 inline constexpr CommandSet JobCommands = Only(Command::Run) | Only(Command::JobShow) | Only(Command::JobMake);
+inline constexpr CommandSet ListCommands = Only(Command::ListConvert);
 inline constexpr CommandSet DescribesJob = Runs | Only(Command::JobMake);
 inline constexpr CommandSet TakesFiles = Runs | Only(Command::Restore) | Only(Command::Clean);
-inline constexpr CommandSet EveryCommand = TakesFiles | JobCommands;
+inline constexpr CommandSet EveryCommand = TakesFiles | JobCommands | ListCommands;
 
 /// What the options say before they are checked together.
 struct OptionValues {

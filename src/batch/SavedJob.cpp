@@ -6,6 +6,7 @@
 #include "batch/BatchCall.h"
 #include "batch/EndlessReplacement.h"
 #include "batch/FailureReason.h"
+#include "batch/ListFiles.h"
 #include "batch/TextLayout.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
@@ -63,24 +64,13 @@ void CheckFile(const String& what, const String& path, std::initializer_list<Str
         Refuse(u"the " + what + u" " + InQuotes(path) + u" has an extension that such a file can't have");
 }
 
-/// Why a list was not taken.
-String TextOf(const std::optional<ListRefusal>& refusal)
-{
-    const auto number = [](std::int32_t value) { return FromUtf8(std::to_string(value)); };
-    if (refusal && refusal->reason == ListRefusal::Reason::ColumnCount)
-        return u"it has " + number(refusal->columns) + u" columns, not those of a list of pairs";
-    if (refusal && refusal->reason == ListRefusal::Reason::Header)
-        return u"its column " + number(refusal->column) + u" is headed " + InQuotes(refusal->header);
-    return u"it is not a list of pairs";
-}
-
 /// The pairs of a list file. One that can't be read to its end gives the rows before, with a note.
 std::shared_ptr<FindAndReplaceItems> ImportedList(const String& path, std::vector<std::string>& notes)
 {
     CheckFile(u"list of pairs", path, {u".CSV", u".TAB", u".XLS"});
     auto list = std::make_shared<FindAndReplaceItems>();
     const bool isAccepted = list->ImportList(path);
-    const String reason = list->FileFailure ? ReasonOf(*list->FileFailure) : TextOf(list->ImportRefusal);
+    const String reason = ImportReason(*list, path);
     if (!isAccepted)
         Refuse(u"can't take the list of pairs " + InQuotes(path) + u": " + reason);
     if (list->FileFailure)
@@ -93,10 +83,8 @@ void CheckPairs(const FindAndReplaceItems& items, bool replaces)
     if (items.Count() == 0)
         Refuse(u"the job has no pair to look for");
     for (const auto& item : items.NewEnum())
-        if (replaces && NeverEnds(item->FindWhat, item->ReplaceWith, *item->OptionSetting))
-            Refuse(u"replacing " + InQuotes(item->FindWhat) + u" by " + InQuotes(item->ReplaceWith) +
-                   u" never ends: the new text holds the old one behind its start, so every replacement makes a "
-                   u"further one");
+        if (replaces)
+            CheckEnds(item->FindWhat, item->ReplaceWith, *item->OptionSetting);
 }
 
 /// The files of the job's folder or list, found as the desktop finds them.

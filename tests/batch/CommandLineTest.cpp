@@ -177,6 +177,29 @@ TEST(CommandLine, ACommandMayBeTwoWords)
     EXPECT_THAT(made.paths, ElementsAre(u"decks"));
 }
 
+TEST(CommandLine, AListTakesThePlaceOfThePairs)
+{
+    const BatchCall call = CallOf({"replace", "--list", "pairs.Xls", "decks"});
+    const BatchCall elsewhere = CallOf({"find", "--list=a.tab", "--in", "notes", "--match-case", "decks"});
+
+    EXPECT_EQ(call.list, u"pairs.Xls");
+    EXPECT_THAT(call.pairs, IsEmpty());
+    EXPECT_THAT(LocationsOf(call.setting), IsEmpty());
+    EXPECT_THAT(LocationsOf(elsewhere.setting), ElementsAre("notes"));
+    EXPECT_TRUE(elsewhere.setting.MatchCase);
+    EXPECT_EQ(CallOf({"job", "make", "--list", "a.csv", "-o", "job.tsq", "decks"}).list, u"a.csv");
+}
+
+TEST(CommandLine, AConversionTakesTwoLists)
+{
+    const BatchCall call = CallOf({"list", "convert", "a.xls", "--", "-b.CSV"});
+
+    EXPECT_EQ(call.command, Command::ListConvert);
+    EXPECT_EQ(call.list, u"a.xls");
+    EXPECT_EQ(call.newList, u"-b.CSV");
+    EXPECT_THAT(call.paths, IsEmpty());
+}
+
 struct InvalidCall {
     const char* name;
     std::vector<std::string> arguments;
@@ -211,6 +234,18 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCall{"ShowOfTwoJobs", {"job", "show", "a.tsq", "b.tsq"}, "takes one project file"},
         InvalidCall{"ReplaceInFind", {"find", "--find", "a", "--replace", "x"}, "--replace is not an option of find"},
         InvalidCall{"MakeWithoutAName", {"job", "make", "--find", "a", "--with", "b", "x"}, "-o is missing"},
+        InvalidCall{"HalfAListCommand", {"list", "a.xls"}, "there is no command \"list a.xls\": it is list convert"},
+        InvalidCall{"ListAndFind", {"find", "--list", "a.xls", "--find", "a", "x"}, "give one or the other"},
+        InvalidCall{"ListAndWith", {"replace", "--list", "a.xls", "--with", "a", "x"}, "give one or the other"},
+        InvalidCall{"TwoLists", {"find", "--list", "a.xls", "--list", "b.xls", "x"}, "--list is given twice"},
+        InvalidCall{"EmptyList", {"find", "--list", "", "x"}, "the name of the list is empty"},
+        InvalidCall{"ListOfAnotherKind", {"find", "--list", "a.xlsx", "x"}, "must end in .xls, .csv or .tab"},
+        InvalidCall{"ListInARun", {"run", "--list", "a.xls", "x.tsq"}, "--list is not an option of run"},
+        InvalidCall{"ListWithoutAPath", {"find", "--list", "a.xls"}, "no file or folder is named"},
+        InvalidCall{"ConvertOneList", {"list", "convert", "a.xls"}, "takes two list files"},
+        InvalidCall{"ConvertThreeLists", {"list", "convert", "a.xls", "b.csv", "c.tab"}, "takes two list files"},
+        InvalidCall{"ConvertFromAnotherKind", {"list", "convert", "a.xlsx", "b.csv"}, "\"a.xlsx\" is not a list"},
+        InvalidCall{"ConvertToAnotherKind", {"list", "convert", "a.xls", "b.txt"}, "\"b.txt\" is not a list"},
         InvalidCall{"NoFind", {"find", "x"}, "--find is missing"},
         InvalidCall{"EmptyFind", {"find", "--find", "", "x"}, "the text to look for is empty"},
         InvalidCall{"EmptyFindByEquals", {"find", "--find=", "x"}, "the text to look for is empty"},
@@ -269,9 +304,10 @@ TEST(CommandLine, HelpAndVersionEndWithStatusZero)
 TEST(CommandLine, HelpOfACommandNamesItsOptionsAndNoOther)
 {
     const std::vector<std::pair<std::string, Command>> commands{
-        {"find", Command::Find},       {"replace", Command::Replace}, {"restore", Command::Restore},
-        {"clean", Command::Clean},     {"run", Command::Run},         {"job show", Command::JobShow},
-        {"job make", Command::JobMake}};
+        {"find", Command::Find},        {"replace", Command::Replace},
+        {"restore", Command::Restore},  {"clean", Command::Clean},
+        {"run", Command::Run},          {"job show", Command::JobShow},
+        {"job make", Command::JobMake}, {"list convert", Command::ListConvert}};
     for (const auto& [name, command] : commands) {
         std::vector<std::string> words{name.substr(0, name.find(' '))};
         if (words.front() != name)
@@ -304,7 +340,8 @@ TEST(CommandLine, HelpFitsOnATerminal)
                                                       {"clean", "-h"},
                                                       {"run", "-h"},
                                                       {"job", "show", "-h"},
-                                                      {"job", "make", "-h"}}) {
+                                                      {"job", "make", "-h"},
+                                                      {"list", "convert", "-h"}}) {
         std::istringstream help(EndOf(arguments).output);
         for (std::string line; std::getline(help, line);)
             EXPECT_LE(line.size(), 110u) << line;
