@@ -75,9 +75,13 @@ constexpr std::array<CommandHelp, 8> commands{{
      "  tessarine-batch job make --find 2023 --with 2024 -o year.tsq --files-from list.txt\n"},
     {"list convert", "IN OUT", "Write a list file in another format.",
      "Reads a list of pairs and writes it in the format that the name of OUT asks for: .xls, .csv or\n"
-     ".tab. An older OUT is replaced. A list is a table of 18 columns below a row of headers; export one\n"
-     "from the desktop, or see docs/lists.md. A .tab file can't hold tabs and line ends in its texts;\n"
-     "when OUT does not read back as the list that was written, the exit status is 1.\n",
+     ".tab. An older OUT is replaced. A .tab file can't hold tabs and line ends in its texts; when OUT\n"
+     "does not read back as the list that was written, the exit status is 1.\n"
+     "A list is a table with a first row of these 18 headers; all but two columns hold TRUE or FALSE:\n"
+     "  Find What, Replace With, InBuiltinProperty, InCustomProperties, InFooter, InHandoutMaster,\n"
+     "  InHeader, InHyperlinkAddresses, InLinks, InNotes, InNotesMaster, InShapesAndTextboxes,\n"
+     "  InSlideMasterPerPresentation, InSlideMasterPerSlide, InSlides, InTitleMaster, MatchCase,\n"
+     "  MatchWholeWord\n",
      "  tessarine-batch list convert pairs.xls pairs.csv\n"
      "  tessarine-batch list convert pairs.csv \"For the desktop.xls\"\n"},
 }};

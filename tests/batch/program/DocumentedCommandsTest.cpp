@@ -49,6 +49,20 @@ std::vector<Example> ExamplesOf(const std::string& page)
     return examples;
 }
 
+/// The list that the page about lists shows.
+std::string ListOfTheListPage()
+{
+    std::ifstream file(TESSARINE_LIST_PAGE);
+    std::string list;
+    bool inside = false;
+    for (std::string line; std::getline(file, line);) {
+        inside = line.starts_with("```") ? !inside : inside;
+        if (inside && !line.starts_with("```"))
+            list += line + "\n";
+    }
+    return list;
+}
+
 TEST(DocumentedCommandsTest, PrintWhatThePageShows)
 {
     Program program;
@@ -59,9 +73,11 @@ TEST(DocumentedCommandsTest, PrintWhatThePageShows)
                              .Bytes());
     program.folder.Write(u"decks/b.pptx", Deck().Slide(Title(u"Nothing of the kind")).Bytes());
 
+    program.folder.Write(u"pairs.csv", ListOfTheListPage());
+
     const auto examples = ExamplesOf(TESSARINE_BATCH_PAGE);
 
-    EXPECT_EQ(examples.size(), 6u);
+    EXPECT_EQ(examples.size(), 8u);
     for (const Example& example : examples) {
         const Outcome outcome = program.Run(example.arguments);
         EXPECT_EQ(outcome.output, WithFolder(example.output, ToUtf8(program.folder.Path())));
