@@ -1,6 +1,7 @@
 // Telling files apart by their content, compound files included.
 #include <cstdint>
 
+#include "NoLeakCheck.h"
 #include "office/builtin/FileKind.h"
 #include "platform/Failure.h"
 #include "Require.h"

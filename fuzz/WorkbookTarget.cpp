@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "NoLeakCheck.h"
 #include "office/sheets/BiffReader.h"
 #include "office/sheets/WorkbookFile.h"
 #include "platform/Failure.h"
@@ -38,13 +39,6 @@ void ComesBackAsItIs(const sheets::Sheet& sheet)
 }  // namespace
 
 }  // namespace tessarine::fuzz
-
-/// The library that reads compound files loses some bytes over a damaged directory. Leaks of our own show in the tests.
-extern "C" const char* __asan_default_options();
-extern "C" const char* __asan_default_options()
-{
-    return "detect_leaks=0";
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
