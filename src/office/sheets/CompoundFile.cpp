@@ -32,7 +32,8 @@ void KeepLibraryQuiet()
 {
     [[maybe_unused]] static const bool isQuiet = [] {
         gsf_init();
-        for (const char* domain : {"libgsf", "libgsf:msole"})
+        constexpr const char* unnamed = nullptr;  // some of its messages have no domain
+        for (const char* domain : {"libgsf", "libgsf:msole", unnamed})
             g_log_set_handler(domain, G_LOG_LEVEL_MASK, KeepQuiet, nullptr);
         return true;
     }();

@@ -110,6 +110,21 @@ TEST(WorkbookFile, ThatIsDamagedSaysSo)
     EXPECT_THAT(FailureOf(test::CompoundFile({{"Workbook", ""}})), testing::StartsWith("The file is damaged"));
 }
 
+TEST(WorkbookFile, WhoseStreamClaimsMoreThanThereIsIsRefusedInSilence)
+{
+    std::string file = test::CompoundFile({{"Workbook", "short"}});
+    const std::size_t entry = file.find("W\0o\0r\0k\0b\0o\0o\0k\0"sv);
+    ASSERT_NE(entry, std::string::npos);
+    constexpr std::size_t sizeInEntry = 120;
+    file.replace(entry + sizeInEntry, 4, Long(2000));
+
+    testing::internal::CaptureStderr();
+    const std::string failure = FailureOf(file);
+
+    EXPECT_THAT(failure, testing::StartsWith("The file is damaged"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(WorkbookFile, CutAnywhereIsReadOrRefused)
 {
     Sheet sheet;
