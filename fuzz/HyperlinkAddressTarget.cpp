@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "office/builtin/HyperlinkAddress.h"
+#include "platform/CaseFolding.h"
 #include "platform/Failure.h"
 #include "Require.h"
 
@@ -19,7 +20,7 @@ namespace
 bool IsSane(StringView address)
 {
     const bool isPath = builtin::IsFileAddress(address);
-    return !address.empty() && !address.starts_with(u"file:") && !address.starts_with(u"\\\\\\") &&
+    return !address.empty() && !FoldCase(address).starts_with(u"file:") && !address.starts_with(u"\\\\\\") &&
            std::ranges::all_of(address, [&](char16_t unit) {
                return unit > u' ' && unit < 0x7F && unit != u'%' && unit != u'#' && unit != (isPath ? u'/' : u'\\');
            });
