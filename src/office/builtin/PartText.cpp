@@ -287,11 +287,11 @@ bool PartText::MayHold(const SoughtText& sought)
 
 bool PartText::HoldsTriples(const SoughtText& sought)
 {
-    if (!triples_) {
-        triples_.emplace(folded_.size());
-        triples_->Add(folded_);
+    if (!triples_.IsMade()) {
+        triples_ = TripleTable(folded_.size());
+        triples_.Add(folded_);
     }
-    return triples_->HoldsAll(sought);
+    return triples_.HoldsAll(sought);
 }
 
 /// Sparse enough that nearly every text that is not there has a missing triple.

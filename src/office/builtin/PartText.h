@@ -25,8 +25,10 @@ struct SoughtText {
 class TripleTable
 {
 public:
+    TripleTable() = default;  ///< Not made: may only be asked for that.
     explicit TripleTable(std::size_t textLength);
 
+    bool IsMade() const { return !bits_.empty(); }
     void Add(StringView folded);
     bool HoldsAll(const SoughtText& sought) const;  ///< False only when one is missing.
 
@@ -55,7 +57,7 @@ private:
     bool HoldsTriples(const SoughtText& sought);
 
     String folded_;
-    std::optional<TripleTable> triples_;  // made when a second text is looked for
+    TripleTable triples_;  // made when a second text is looked for
     std::uint64_t lastSerial_ = 0;
     bool lastAnswer_ = false;
 };

@@ -26,15 +26,15 @@ bool TextOfParts::MayHoldTriples(const SoughtText& sought)
     const auto needsAsking = [](ShapeTreePart* part) { return part->UnstructuredText() == nullptr; };
     if (std::ranges::any_of(parts_, needsAsking))
         return true;
-    if (!triples_) {
+    if (!triples_.IsMade()) {
         std::size_t length = 0;
         for (ShapeTreePart* const part : parts_)
             length += part->UnstructuredText()->Folded().size();
-        triples_.emplace(length);
+        triples_ = TripleTable(length);
         for (ShapeTreePart* const part : parts_)
-            triples_->Add(part->UnstructuredText()->Folded());
+            triples_.Add(part->UnstructuredText()->Folded());
     }
-    return triples_->HoldsAll(sought);
+    return triples_.HoldsAll(sought);
 }
 
 }  // namespace tessarine::builtin

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "office/builtin/PartText.h"
@@ -28,7 +27,7 @@ private:
     bool MayHoldTriples(const SoughtText& sought);
 
     std::vector<ShapeTreePart*> parts_;
-    std::optional<TripleTable> triples_;  // made when a second text is looked for
+    TripleTable triples_;  // made when a second text is looked for
     std::uint64_t firstSerial_ = 0;
 };
 
