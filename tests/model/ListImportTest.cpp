@@ -118,21 +118,29 @@ TEST_F(ListImport, OfHeadersAloneGivesAnEmptyList)
 TEST_F(ListImport, CountsAsTrueOnlyTheBooleanAndMinusOne)
 {
     FakeSheet sheet = HeaderSheet();
-    const std::vector<std::pair<excel::Value, bool>> values{
-        {true, true},           {false, false},           {-1.0, true},           {1.0, false},
-        {0.0, false},           {String(u"TRUE"), false}, {String(u"-1"), false}, {String(u"yes"), false},
-        {excel::Value(), false}};
-    std::int32_t row = 1;
-    for (const auto& [value, isTrue] : values)
-        sheet.cells[{++row, 15}] = value;
-    sheet.rows = row;
+    std::vector<bool> expected;
+    const auto addRow = [&](const auto& value, bool isTrue) {
+        expected.push_back(isTrue);
+        sheet.rows = static_cast<std::int32_t>(expected.size()) + 1;
+        sheet.cells[{sheet.rows, 15}] = value;
+    };
+    addRow(true, true);
+    addRow(-1.0, true);
+    addRow(false, false);
+    addRow(1.0, false);
+    addRow(0.0, false);
+    addRow(String(u"TRUE"), false);
+    addRow(String(u"-1"), false);
+    addRow(String(u"yes"), false);
+    addRow(excel::CellError{0x2A}, false);
+    addRow(std::monostate(), false);
     FindAndReplaceItems list;
 
     ASSERT_TRUE(list.ImportList(Put(sheet)));
 
-    row = 0;
-    for (const auto& [value, isTrue] : values)
-        EXPECT_EQ(list.Item(++row)->OptionSetting->InSlides, isTrue) << row;
+    ASSERT_EQ(list.Count(), static_cast<std::int32_t>(expected.size()));
+    for (std::size_t n = 0; n < expected.size(); ++n)
+        EXPECT_EQ(list.Item(static_cast<std::int32_t>(n) + 1)->OptionSetting->InSlides, expected[n]) << n;
 }
 
 TEST_F(ListImport, TakesNumbersAndBooleansAsTheirTexts)
