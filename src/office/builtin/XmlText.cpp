@@ -129,13 +129,40 @@ std::string EscapeAttribute(StringView text)
     return bytes;
 }
 
+namespace
+{
+
+bool IsEscapedInRuns(char32_t c)
+{
+    return IsControl(c) && c != '\t';
+}
+
+/// True for a literal "_xHHHH_" of a control character; its last underscore may be the first of an escaped character.
+bool ReadsAsControlEscape(StringView text)
+{
+    String seven(text.substr(0, 7));
+    if (seven.size() == 7 && IsEscapedInRuns(seven.back()))
+        seven.back() = u'_';
+    return IsControlEscape(StringView(seven));
+}
+
+/// True behind a literal "_x005F": an escape there would make one of it, and it has none of its own.
+bool StandsBehindEscapeOfUnderscore(StringView text, std::size_t at)
+{
+    return at >= 6 && EscapeCode(StringView(String(text.substr(at - 6, 6)) + u'_')) == U'_';
+}
+
+}  // namespace
+
 std::string EscapeRunText(StringView text)
 {
     std::string bytes;
     ForEachCodePoint(text, [&](char32_t c, std::size_t at) {
-        if (IsControl(c) && c != '\t') {
+        if (IsEscapedInRuns(c) && StandsBehindEscapeOfUnderscore(text, at)) {
+            AppendUtf8(bytes, 0xFFFD);
+        } else if (IsEscapedInRuns(c)) {
             AppendEscapeCode(bytes, static_cast<char16_t>(c), "0123456789ABCDEF");
-        } else if (c == '_' && IsControlEscape(text.substr(at))) {
+        } else if (c == '_' && ReadsAsControlEscape(text.substr(at))) {
             bytes += "_x005F_";
         } else {
             AppendEscaped(bytes, c);

@@ -16,7 +16,8 @@ std::string EscapeText(StringView text);
 std::string EscapeAttribute(StringView text);
 
 /// As EscapeText, but control characters other than tab are written "_xHHHH_", as PresentationML text holds them, and
-/// a literal text of that form has its first underscore written "_x005F_", so that it stays what it is.
+/// a literal text of that form has its first underscore written "_x005F_", so that it stays what it is. A control
+/// character behind a literal "_x005F" has no form at all and becomes U+FFFD.
 std::string EscapeRunText(StringView text);
 
 /// As EscapeText for property values: carriage return and line feed are written "_x000d_" and "_x000a_".

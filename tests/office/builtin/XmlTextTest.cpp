@@ -37,12 +37,19 @@ TEST(EscapeAttribute, KeepsQuotesAndWhiteSpace)
     EXPECT_EQ(EscapeAttribute(u"<\"&'>\t\r\n"), "&lt;&quot;&amp;&apos;&gt;&#9;&#13;&#10;");
 }
 
+TEST(EscapeRunText, HasNoFormForAControlCharacterBehindTheEscapeOfAnUnderscore)
+{
+    EXPECT_EQ(TextOf(EscapeRunText(u"_x005F\x01")), u"_x005F\xFFFD");
+    EXPECT_EQ(TextOf(EscapeRunText(u"_x005f\x01_")), u"_x005f\xFFFD_");
+}
+
 TEST(EscapeRunText, IsReadBackAsTheTextItWas)
 {
     for (const StringView text :
          {StringView(u"plain"), StringView(u"<&>\"'\t"), StringView(u"\v\r\n\u0001\u001F"), StringView(u"_x000B_"),
           StringView(u"_x005F_x000B_"), StringView(u"_x000B_x000C_"), StringView(u"_x005F_x005F_x0001_"),
-          StringView(u"__x0001__"), StringView(u"_x0041_"), StringView(u"_x000b"), StringView(u"\U0001F600]]>\u00E4")})
+          StringView(u"_x000C\x01"), StringView(u"\x01x000B_"), StringView(u"__x0001__"), StringView(u"_x0041_"),
+          StringView(u"_x000b"), StringView(u"\U0001F600]]>\u00E4")})
         EXPECT_EQ(TextOf(EscapeRunText(text)), text);
 }
 
