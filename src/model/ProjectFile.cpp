@@ -24,8 +24,7 @@ namespace
 
 constexpr StringView place = u"Class Module Project";
 
-// --- Paths
-// --------------------------------------------------------------------------------------------------------------
+// --- Paths ---------------------------------------------------------------------------------------------------------
 
 /// What follows the last dot of the whole path is the extension, be the dot in a folder's name.
 bool HasProjectExtension(StringView path)
@@ -43,8 +42,7 @@ String FolderOf(const String& path)
     return path.substr(0, separator == 0 ? 1 : separator);
 }
 
-// --- Reading
-// ----------------------------------------------------------------------------------------------------------
+// --- Reading -------------------------------------------------------------------------------------------------------
 
 /// Fills fields from a bag. A key that is not there gives the empty value. A value of another type is taken as the
 /// platform converts it, except that a text is neither a boolean nor a number (13).
@@ -145,8 +143,7 @@ void ReadCustomProperties(const FieldReader& read, CustomProperties& properties)
     }
 }
 
-// --- Writing
-// ----------------------------------------------------------------------------------------------------------
+// --- Writing -------------------------------------------------------------------------------------------------------
 
 void WriteOptionSetting(PropertyBag& bag, const String& prefix, const OptionSetting& setting)
 {
