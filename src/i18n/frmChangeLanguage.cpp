@@ -1,0 +1,152 @@
+#include "i18n/frmChangeLanguage.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/GlobalState.h"
+#include "app/LanguageText.h"
+#include "i18n/QtText.h"
+#include "platform/CaseFolding.h"
+#include "platform/Files.h"
+#include "platform/PathSeparator.h"
+#include "platform/ProgramInfo.h"
+#include "platform/Treatments.h"
+#include "settings/SettingsStore.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmChangeLanguage";
+constexpr StringView extension = u".lng";
+
+String FileNameOf(const String& path)
+{
+    return path.substr(path.find_last_of(PathSeparator) + 1);
+}
+
+/// File names of the language files; none when there is no folder for them.
+std::vector<String> LanguageFiles()
+{
+    std::vector<String> names;
+    if (!FolderExists(LanguageFolder()))
+        return names;
+    for (const String& path : FilesOfFolder(LanguageFolder()))
+        if (FoldCase(path).ends_with(extension))
+            names.push_back(FileNameOf(path));
+    return names;
+}
+
+}  // namespace
+
+frmChangeLanguage::frmChangeLanguage(QWidget* parent) : QDialog(parent)
+{
+    setObjectName("frmChangeLanguage");
+    setWindowTitle("Options");
+    BuildControls();
+    Form_Load();
+}
+
+void frmChangeLanguage::BuildControls()
+{
+    auto* const pnlOptions = new QFrame(this);
+    pnlOptions->setObjectName("pnlOptions");
+    auto* const frmOption = new QFrame(pnlOptions);
+    frmOption->setObjectName("frmOption");
+
+    lblLanguage = new QLabel("&Language", frmOption);
+    lblLanguage->setObjectName("lblLanguage");
+    cboLanguage = new QComboBox(frmOption);
+    cboLanguage->setObjectName("cboLanguage");
+    cboLanguage->setMinimumContentsLength(24);
+    cboLanguage->addItems({"Chinese(Big5)", "English", "French", "German", "Polish", "Russian", "Spanish"});
+    lblLanguage->setBuddy(cboLanguage);
+
+    auto* const buttons = new QDialogButtonBox(this);  // the desktop's own order of the two
+    cmdOK = buttons->addButton("OK", QDialogButtonBox::AcceptRole);
+    cmdOK->setObjectName("cmdOK");
+    cmdOK->setDefault(true);
+    cmdCancel = buttons->addButton("Cancel", QDialogButtonBox::RejectRole);
+    cmdCancel->setObjectName("cmdCancel");
+
+    auto* const row = new QHBoxLayout(frmOption);
+    row->setContentsMargins({});
+    row->addWidget(lblLanguage);
+    row->addWidget(cboLanguage, 1);
+    auto* const panel = new QVBoxLayout(pnlOptions);
+    panel->setContentsMargins({});
+    panel->addWidget(frmOption);
+    auto* const whole = new QVBoxLayout(this);
+    whole->addWidget(pnlOptions);
+    whole->addStretch();
+    whole->addWidget(buttons);
+    whole->setSizeConstraint(QLayout::SetFixedSize);
+
+    connect(cmdOK, &QPushButton::clicked, this, &frmChangeLanguage::cmdOK_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmChangeLanguage::cmdCancel_Click);
+}
+
+void frmChangeLanguage::Form_Load()
+{
+    LogAndReturn({u"Form_Load", place}, [this] {
+        cboLanguage->setCurrentIndex(1);
+        LoadLng();
+        LoadLanguageFiles();
+    });
+}
+
+void frmChangeLanguage::LoadLng()
+{
+    LogAndReturn({u"LoadLng", place}, [this] {
+        const String window = FromQt(objectName());
+        const auto captionOf = [&](const QObject* control) {
+            return ToQt(GetLngString(window, FromQt(control->objectName()) + u".caption"));
+        };
+        for (QLabel* label : findChildren<QLabel*>())
+            label->setText(captionOf(label));
+        for (QPushButton* button : findChildren<QPushButton*>())
+            button->setText(captionOf(button));
+        cboLanguage->setAccessibleName(lblLanguage->text().remove(u'&'));
+    });
+}
+
+void frmChangeLanguage::LoadLanguageFiles()
+{
+    LogAndReturn({u"LoadLanguageFiles", place}, [this] {
+        cboLanguage->clear();
+        int chosen = -1;
+        for (const String& name : LanguageFiles()) {
+            // Only ".lng" in small letters goes; ".LNG" stays in the list. This is intended.
+            cboLanguage->addItem(ToQt(name).remove(ToQt(extension)));
+            if (name == CurrentLanguageFile)
+                chosen = cboLanguage->count() - 1;
+        }
+        cboLanguage->setCurrentIndex(chosen);
+    });
+}
+
+void frmChangeLanguage::cmdOK_Click()
+{
+    LogAndReturn({u"cmdOK_Click", place}, [this] {
+        const String chosen = FromQt(cboLanguage->currentText());
+        CurrentLanguageFile = chosen + String(extension);
+        Set(CurrentProject)->CustomProperies->Add(u"LANG", chosen);
+        SaveSetting(String(ExecutableName), u"INIFILE", u"PATH", CurrentLanguageFile);
+        hide();
+        LanguageChanged.Raise();
+    });
+}
+
+void frmChangeLanguage::cmdCancel_Click()
+{
+    LogAndReturn({u"cmdCancel_Click", place}, [this] { reject(); });
+}
+
+}  // namespace tessarine

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/String.h"
+
+/// The per-user settings store: texts under an application, a section and a key. On Linux each application has a file
+/// of its own, "Tessarine/<application>.ini" in the user's configuration home. Names hold letters and digits alone.
+namespace tessarine
+{
+
+/// The value of a key; empty when there is none.
+String GetSetting(const String& application, const String& section, const String& key);
+
+/// Writes a value to the store, at once. Raises 70 when the store can't be written.
+void SaveSetting(const String& application, const String& section, const String& key, const String& value);
+
+}  // namespace tessarine

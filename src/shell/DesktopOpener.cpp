@@ -1,0 +1,50 @@
+#include "shell/DesktopOpener.h"
+
+#include <QProcess>
+
+#include "i18n/QtText.h"
+#include "shell/OpenDoc.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+/// The exit statuses of xdg-open as codes of the shell.
+std::int32_t ResultOf(int exitStatus)
+{
+    constexpr int fileDoesNotExist = 2;
+    switch (exitStatus) {
+        case 0:
+            return ShellResult::Opened;
+        case fileDoesNotExist:
+            return ShellResult::FileNotFound;
+        default:  // no tool for the type, or the one there is failed
+            return ShellResult::NoAssociation;
+    }
+}
+
+}  // namespace
+
+std::int32_t OpenWithDesktop(const String& target)
+{
+    constexpr int patience = 1000;  // milliseconds
+    // Without a parent: the viewer outlives this call, and killing it with its QProcess would close the document.
+    auto* opener = new QProcess;
+    QObject::connect(opener, &QProcess::finished, opener, &QObject::deleteLater);
+    opener->setStandardInputFile(QProcess::nullDevice());
+    opener->setStandardOutputFile(QProcess::nullDevice());
+    opener->setStandardErrorFile(QProcess::nullDevice());
+    opener->setWorkingDirectory(QStringLiteral("/"));
+    opener->start(QStringLiteral("xdg-open"), {ToQt(target)});
+    if (!opener->waitForStarted()) {
+        opener->deleteLater();
+        return ShellResult::NoAssociation;
+    }
+    if (!opener->waitForFinished(patience))
+        return ShellResult::Opened;
+    return opener->exitStatus() == QProcess::NormalExit ? ResultOf(opener->exitCode()) : ShellResult::NoAssociation;
+}
+
+}  // namespace tessarine

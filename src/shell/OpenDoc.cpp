@@ -1,0 +1,105 @@
+#include "shell/OpenDoc.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "i18n/QtText.h"
+#include "platform/NativePath.h"
+#include "platform/PathSeparator.h"
+#include "platform/ProgramFolder.h"
+#include "platform/Treatments.h"
+#include "shell/DesktopOpener.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+DocumentOpenerPort documentOpener;
+
+std::int32_t Open(const String& target)
+{
+    return documentOpener ? documentOpener(target) : OpenWithDesktop(target);
+}
+
+/// Opens what a full path names. An opener of the desktop does not tell why it could not reach a file, so that is
+/// looked at here.
+std::int32_t OpenPath(const QString& path)
+{
+    const QFileInfo file(path);
+    std::error_code error;
+    const auto status = std::filesystem::status(NativePath(FromQt(path)), error);
+    if (status.type() == std::filesystem::file_type::not_found)
+        return QFileInfo(file.path()).isDir() ? ShellResult::FileNotFound : ShellResult::PathNotFound;
+    if (error || !file.isReadable() || (file.isDir() && !file.isExecutable()))
+        return ShellResult::AccessDenied;
+    return Open(FromQt(path));
+}
+
+}  // namespace
+
+std::int32_t OpenDoc(const String& File, String& ErrorText)
+{
+    return LogAndReturn({u"OpenDoc", u"Module modShell"}, [&] {
+        const std::int32_t code =
+            File.empty() ? ShellResult::FileNotFound : OpenPath(QDir::root().absoluteFilePath(ToQt(File)));
+        if (code < ShellResult::Opened)
+            ErrorText = OpenDocErrorText(code);
+        return code;
+    });
+}
+
+String OpenDocErrorText(std::int32_t code)
+{
+    switch (code) {
+        case ShellResult::FileNotFound:
+            return u"File not found";
+        case ShellResult::PathNotFound:
+            return u"Path not found";
+        case ShellResult::AccessDenied:
+            return u"Access denied";
+        case 8:
+            return u"Out of memory";
+        case 11:
+            return u"Invalid EXE file or error in EXE image";
+        case 26:
+            return u"A sharing violation occurred";
+        case 27:
+            return u"Incomplete or invalid file association";
+        case 28:
+            return u"DDE Time out";
+        case 29:
+            return u"DDE transaction failed";
+        case 30:
+            return u"DDE busy";
+        case ShellResult::NoAssociation:
+            return u"No association for file extension";
+        case 32:
+            return u"DLL not found";
+        default:
+            return u"Unknown error";
+    }
+}
+
+void OpenAddress(const String& address)
+{
+    LogAndReturn({u"OpenAddress", u"Module modShell"}, [&] { Open(address); });
+}
+
+void ShowHelp()
+{
+    LogAndReturn({u"ShowHelp", u"Module modShell"},
+                 [] { Open(ProgramFolder() + PathSeparator + u"Help" + PathSeparator + u"index.html"); });
+}
+
+DocumentOpenerPort SetDocumentOpener(DocumentOpenerPort port)
+{
+    return std::exchange(documentOpener, std::move(port));
+}
+
+}  // namespace tessarine
