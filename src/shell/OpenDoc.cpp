@@ -1,11 +1,11 @@
 #include "shell/OpenDoc.h"
 
 #include <filesystem>
+#include <fstream>
 #include <system_error>
 #include <utility>
 
 #include <QDir>
-#include <QFileInfo>
 
 #include "i18n/QtText.h"
 #include "platform/NativePath.h"
@@ -27,16 +27,28 @@ std::int32_t Open(const String& target)
     return documentOpener ? documentOpener(target) : OpenWithDesktop(target);
 }
 
+bool IsReadable(const std::filesystem::path& path, bool isFolder)
+{
+    if (!isFolder)
+        return std::ifstream(path).is_open();
+    std::error_code error;
+    const std::filesystem::directory_iterator entries(path, error);
+    return !error;
+}
+
 /// Opens what a full path names. An opener of the desktop does not tell why it could not reach a file, so that is
 /// looked at here.
 std::int32_t OpenPath(const QString& path)
 {
-    const QFileInfo file(path);
+    const std::filesystem::path native = NativePath(FromQt(path));
     std::error_code error;
-    const auto status = std::filesystem::status(NativePath(FromQt(path)), error);
+    const auto status = std::filesystem::status(native, error);
     if (status.type() == std::filesystem::file_type::not_found)
-        return QFileInfo(file.path()).isDir() ? ShellResult::FileNotFound : ShellResult::PathNotFound;
-    if (error || !file.isReadable() || (file.isDir() && !file.isExecutable()))
+        return std::filesystem::is_directory(native.parent_path(), error) ? ShellResult::FileNotFound
+                                                                          : ShellResult::PathNotFound;
+    const bool isFolder = std::filesystem::is_directory(status);
+    const bool isDocument = isFolder || std::filesystem::is_regular_file(status);  // opening a pipe might wait
+    if (error || (isDocument && !IsReadable(native, isFolder)))
         return ShellResult::AccessDenied;
     return Open(FromQt(path));
 }

@@ -1,0 +1,188 @@
+#include "shell/OpenDoc.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/ProgramFolder.h"
+#include "support/ErrorLogRecorder.h"
+#include "support/OrdinaryUser.h"
+#include "support/qt/ShellRecorder.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessarine
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class OpenDocTest : public testing::Test
+{
+protected:
+    std::int32_t Open(const String& file) { return OpenDoc(file, errorText_); }
+
+    TemporaryFolder folder_;
+    ShellRecorder shell_;
+    String errorText_ = u"as before";
+};
+
+TEST_F(OpenDocTest, OpensAFileAndLeavesTheErrorText)
+{
+    const String path = folder_.Write(u"a b.txt");
+
+    EXPECT_EQ(Open(path), ShellResult::Opened);
+
+    EXPECT_THAT(shell_.Opened(), ElementsAre(path));
+    EXPECT_EQ(errorText_, u"as before");
+}
+
+TEST_F(OpenDocTest, OpensAFolder)
+{
+    EXPECT_EQ(Open(folder_.Path()), ShellResult::Opened);
+}
+
+TEST_F(OpenDocTest, TellsAMissingFile)
+{
+    EXPECT_EQ(Open(folder_.PathOf(u"gone.txt")), 2);
+
+    EXPECT_EQ(errorText_, u"File not found");
+    EXPECT_THAT(shell_.Opened(), IsEmpty());
+}
+
+TEST_F(OpenDocTest, TellsAMissingFolder)
+{
+    EXPECT_EQ(Open(folder_.PathOf(u"gone/gone.txt")), 3);
+
+    EXPECT_EQ(errorText_, u"Path not found");
+}
+
+TEST_F(OpenDocTest, TellsAFolderThatIsAFile)
+{
+    const String path = folder_.Write(u"a.txt");
+
+    EXPECT_EQ(Open(path + u"/b.txt"), 3);
+}
+
+TEST_F(OpenDocTest, TellsAFileThatMayNotBeRead)
+{
+    SetMode(folder_.Path(), 0755);
+    const String path = folder_.Write(u"a.txt");
+    SetMode(path, 0);
+    const OrdinaryUser user;
+
+    EXPECT_EQ(Open(path), 5);
+
+    EXPECT_EQ(errorText_, u"Access denied");
+}
+
+TEST_F(OpenDocTest, TellsAFolderThatMayNotBeEntered)
+{
+    SetMode(folder_.Path(), 0755);
+    const String path = folder_.Write(u"closed/a.txt");
+    SetMode(folder_.PathOf(u"closed"), 0);
+    const OrdinaryUser user;
+
+    EXPECT_EQ(Open(path), 5);
+}
+
+TEST_F(OpenDocTest, TellsAFolderThatMayNotBeRead)
+{
+    SetMode(folder_.Path(), 0755);
+    const String path = folder_.MakeFolder(u"closed");
+    SetMode(path, 0311);
+    const OrdinaryUser user;
+
+    EXPECT_EQ(Open(path), 5);
+}
+
+TEST_F(OpenDocTest, TellsThatNoProgramOpensTheType)
+{
+    shell_.OpenerAnswers(31);
+
+    EXPECT_EQ(Open(folder_.Write(u"a.unheard-of")), 31);
+
+    EXPECT_EQ(errorText_, u"No association for file extension");
+}
+
+TEST_F(OpenDocTest, GivesAFailureForAnEmptyText)
+{
+    EXPECT_LT(Open(u""), 33);
+
+    EXPECT_EQ(errorText_, u"File not found");
+    EXPECT_THAT(shell_.Opened(), IsEmpty());
+}
+
+TEST_F(OpenDocTest, TakesAShortNameFromTheRoot)
+{
+    const ErrorLogRecorder log;
+
+    EXPECT_EQ(Open(folder_.Path().substr(1)), ShellResult::Opened);
+
+    EXPECT_THAT(shell_.Opened(), ElementsAre(folder_.Path()));
+    EXPECT_THAT(log.Lines(), IsEmpty());
+}
+
+TEST_F(OpenDocTest, LogsAFailureOfAnotherKind)
+{
+    const ErrorLogRecorder log;
+
+    EXPECT_EQ(Open(String(u"/a\0b", 4)), 0);
+
+    ASSERT_EQ(log.Lines().size(), 1u);
+    EXPECT_THAT(log.Lines().front(), testing::HasSubstr("in procedure OpenDoc at Line No. 0 of Module modShell"));
+}
+
+struct ErrorTextCase {
+    std::int32_t code;
+    String text;
+};
+
+class OpenDocErrorTexts : public testing::TestWithParam<ErrorTextCase>
+{
+};
+
+TEST_P(OpenDocErrorTexts, HaveAWordingEach)
+{
+    const TemporaryFolder folder;
+    ShellRecorder shell;
+    shell.OpenerAnswers(GetParam().code);
+    String errorText;
+
+    EXPECT_EQ(OpenDoc(folder.Path(), errorText), GetParam().code);
+
+    EXPECT_EQ(errorText, GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Codes, OpenDocErrorTexts,
+                         testing::Values(ErrorTextCase{0, u"Unknown error"}, ErrorTextCase{1, u"Unknown error"},
+                                         ErrorTextCase{2, u"File not found"}, ErrorTextCase{3, u"Path not found"},
+                                         ErrorTextCase{5, u"Access denied"}, ErrorTextCase{8, u"Out of memory"},
+                                         ErrorTextCase{11, u"Invalid EXE file or error in EXE image"},
+                                         ErrorTextCase{26, u"A sharing violation occurred"},
+                                         ErrorTextCase{27, u"Incomplete or invalid file association"},
+                                         ErrorTextCase{28, u"DDE Time out"},
+                                         ErrorTextCase{29, u"DDE transaction failed"}, ErrorTextCase{30, u"DDE busy"},
+                                         ErrorTextCase{31, u"No association for file extension"},
+                                         ErrorTextCase{32, u"DLL not found"}),
+                         [](const auto& code) { return std::to_string(code.param.code); });
+
+TEST_F(OpenDocTest, OpensAnAddressAsItIs)
+{
+    OpenAddress(u"https://example.org/");
+
+    EXPECT_THAT(shell_.Opened(), ElementsAre(u"https://example.org/"));
+}
+
+TEST_F(OpenDocTest, OpensTheHelpBesideTheProgram)
+{
+    const String previous = SetProgramFolder(folder_.Path());
+    shell_.OpenerAnswers(31);
+
+    ShowHelp();
+
+    SetProgramFolder(previous);
+    EXPECT_THAT(shell_.Opened(), ElementsAre(folder_.PathOf(u"Help/index.html")));
+}
+
+}  // namespace
+}  // namespace tessarine
