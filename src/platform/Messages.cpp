@@ -31,9 +31,14 @@ MousePointerPort SetMousePointerReceiver(MousePointerPort port)
     return std::exchange(mousePointer, std::move(port));
 }
 
+MessageAnswer ShowMessage(const Message& message)
+{
+    return messageBox ? messageBox(message) : MessageAnswer::Ok;
+}
+
 MessageAnswer ShowMessage(const String& text, MessageIcon icon, MessageButtons buttons)
 {
-    return messageBox ? messageBox(text, icon, buttons) : MessageAnswer::Ok;
+    return ShowMessage(Message{text, icon, buttons});
 }
 
 void DeliverPendingEvents()

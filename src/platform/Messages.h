@@ -16,7 +16,18 @@ enum class MessageAnswer { Ok, Cancel, Yes, No };
 /// The shape of the pointer over the whole screen, under the window system's own numbers.
 enum class MousePointer { Default = 0, Hourglass = 11 };
 
-using MessageBoxPort = std::function<MessageAnswer(const String& text, MessageIcon icon, MessageButtons buttons)>;
+/// A box with a text, and a question when it has more than one button.
+struct Message {
+    String text;
+    MessageIcon icon = MessageIcon::None;
+    MessageButtons buttons = MessageButtons::Ok;
+    String title = {};           ///< The application's title when empty.
+    bool hasHelpButton = false;  ///< A button that opens the help, and leaves the box open.
+
+    bool operator==(const Message&) const = default;
+};
+
+using MessageBoxPort = std::function<MessageAnswer(const Message& message)>;
 using PendingEventsPort = std::function<void()>;
 using MousePointerPort = std::function<void(MousePointer pointer)>;
 
@@ -27,6 +38,7 @@ PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port);
 MousePointerPort SetMousePointerReceiver(MousePointerPort port);
 
 /// Shows a message and waits for the answer.
+MessageAnswer ShowMessage(const Message& message);
 MessageAnswer ShowMessage(const String& text, MessageIcon icon, MessageButtons buttons = MessageButtons::Ok);
 
 /// Lets the windows handle what has come in. Cheap when nothing has.

@@ -7,9 +7,7 @@ namespace tessarine
 
 MessageRecorder::MessageRecorder()
 {
-    previousBox_ = SetMessageBox([this](const String& text, MessageIcon icon, MessageButtons buttons) {
-        return Answer({text, icon, buttons});
-    });
+    previousBox_ = SetMessageBox([this](const Message& message) { return Answer(message); });
     previousPointer_ = SetMousePointerReceiver([this](MousePointer pointer) { pointers_.push_back(pointer); });
 }
 

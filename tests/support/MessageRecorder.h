@@ -14,13 +14,7 @@ namespace tessarine
 class MessageRecorder
 {
 public:
-    struct Message {
-        String text;
-        MessageIcon icon;
-        MessageButtons buttons;
-
-        bool operator==(const Message&) const = default;
-    };
+    using Message = tessarine::Message;
 
     MessageRecorder();
     ~MessageRecorder();

@@ -19,8 +19,8 @@ using namespace tessarine;
 
 void ShowMessagesOn(batch::Output& output)
 {
-    SetMessageBox([&output](const String& text, MessageIcon, MessageButtons) {
-        output.Note("tessarine-batch: " + ToUtf8(text));
+    SetMessageBox([&output](const Message& message) {
+        output.Note("tessarine-batch: " + ToUtf8(message.text));
         return MessageAnswer::Ok;
     });
 }
