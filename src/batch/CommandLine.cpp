@@ -6,7 +6,7 @@
 
 #include <fmt/format.h>
 
-#include "batch/EndlessReplacement.h"
+#include "batch/EndlessPairs.h"
 #include "batch/Help.h"
 #include "batch/ListFiles.h"
 #include "batch/Locations.h"

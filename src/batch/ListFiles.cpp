@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "batch/BatchCall.h"
-#include "batch/EndlessReplacement.h"
+#include "batch/EndlessPairs.h"
 #include "batch/FailureReason.h"
 #include "batch/Locations.h"
 #include "batch/TextLayout.h"

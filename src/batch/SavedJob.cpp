@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "batch/BatchCall.h"
-#include "batch/EndlessReplacement.h"
+#include "batch/EndlessPairs.h"
 #include "batch/FailureReason.h"
 #include "batch/ListFiles.h"
 #include "batch/TextLayout.h"

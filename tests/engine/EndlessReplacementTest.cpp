@@ -1,10 +1,10 @@
-#include "batch/EndlessReplacement.h"
+#include "engine/EndlessReplacement.h"
 
 #include <gtest/gtest.h>
 
 #include "platform/CaseFolding.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 namespace
 {
@@ -135,4 +135,4 @@ TEST(EndlessReplacement, DoesNotHappenInPlainValues)
 }
 
 }  // namespace
-}  // namespace tessarine::batch
+}  // namespace tessarine

@@ -1,10 +1,8 @@
-#include "batch/EndlessReplacement.h"
+#include "engine/EndlessReplacement.h"
 
-#include "batch/TextLayout.h"
 #include "platform/CaseFolding.h"
-#include "platform/Failure.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 namespace
@@ -77,13 +75,4 @@ bool NeverEnds(StringView find, StringView with, const OptionSetting& setting)
     return false;
 }
 
-void CheckEnds(StringView find, StringView with, const OptionSetting& setting)
-{
-    if (NeverEnds(find, with, setting))
-        throw Failure(FailureNumber::InvalidProcedureCall,
-                      FromUtf8("replacing " + Quoted(find) + " by " + Quoted(with) +
-                               " never ends: the new text holds the old one behind its start, so every replacement "
-                               "makes a further one"));
-}
-
-}  // namespace tessarine::batch
+}  // namespace tessarine

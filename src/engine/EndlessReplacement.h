@@ -3,7 +3,7 @@
 #include "model/OptionSetting.h"
 #include "platform/String.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 /// True when replacing `find` by `with` under `setting` never ends on a text that holds `find` once.
@@ -19,7 +19,4 @@ namespace tessarine::batch
 /// with only such locations on, no pair runs forever.
 bool NeverEnds(StringView find, StringView with, const OptionSetting& setting);
 
-/// Raises 5 with a text for one line when replacing `find` by `with` never ends.
-void CheckEnds(StringView find, StringView with, const OptionSetting& setting);
-
-}  // namespace tessarine::batch
+}  // namespace tessarine
