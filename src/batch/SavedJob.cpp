@@ -33,13 +33,6 @@ String InQuotes(StringView text)
     return FromUtf8(Quoted(text));
 }
 
-String Trimmed(StringView text)
-{
-    const std::size_t begin = std::min(text.find_first_not_of(u' '), text.size());
-    const std::size_t end = text.find_last_not_of(u' ') + 1;
-    return String(text.substr(begin, std::max(begin, end) - begin));
-}
-
 /// The window takes the options into its controls and back: only a pattern that its list offers comes through, and a
 /// step that is not a number does not.
 void PassThroughControls(ProjectOptions& options, std::vector<std::string>& notes)
@@ -146,8 +139,8 @@ ListSource ListSourceOf(const Project& project)
     const auto properties = project.CustomProperies->NewEnum();
     if (properties.size() < 2)
         return {};
-    const bool isExternal = ToUpper(Trimmed(properties[1]->PropertyValue)) == u"EXTERNAL";
-    return {true, isExternal, Trimmed(properties[0]->PropertyValue)};
+    const bool isExternal = ToUpper(Trim(properties[1]->PropertyValue)) == u"EXTERNAL";
+    return {true, isExternal, Trim(properties[0]->PropertyValue)};
 }
 
 SavedRun PrepareRun(Project& project, const BatchCall& call)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <limits>
 
@@ -15,6 +16,15 @@ Integer Checked(std::int64_t value)
     if (value < std::numeric_limits<Integer>::min() || value > std::numeric_limits<Integer>::max())
         throw Failure(FailureNumber::Overflow, u"Overflow");
     return static_cast<Integer>(value);
+}
+
+/// A number as an integer, a half to the even neighbour, or failure 6 ("Overflow") when it does not fit.
+inline std::int32_t RoundedToInt32(double number)
+{
+    const double rounded = std::nearbyint(number);
+    if (!(std::abs(rounded) < 9e15))  // also what is not a number
+        throw Failure(FailureNumber::Overflow, u"Overflow");
+    return Checked<std::int32_t>(static_cast<std::int64_t>(rounded));
 }
 
 /// The sum in the type of `left`, or failure 6 ("Overflow").

@@ -113,4 +113,10 @@ std::string ToUtf8(StringView text)
     return result;
 }
 
+String Trim(StringView text)
+{
+    const std::size_t begin = text.find_first_not_of(u' ');
+    return begin == StringView::npos ? String() : String(text.substr(begin, text.find_last_not_of(u' ') + 1 - begin));
+}
+
 }  // namespace tessarine

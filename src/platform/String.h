@@ -20,6 +20,9 @@ String FromUtf8(std::string_view text);
 /// lone surrogate becomes U+FFFD.
 std::string ToUtf8(StringView text);
 
+/// The text without the blanks (U+0020 alone) at its ends.
+String Trim(StringView text);
+
 /// Appends one Unicode code point as UTF-8. Surrogates and values above U+10FFFF become U+FFFD.
 void AppendUtf8(std::string& text, char32_t codePoint);
 
