@@ -34,8 +34,8 @@ TEST_P(IconsTest, ShowSomethingAtEverySize)
 }
 
 INSTANTIATE_TEST_SUITE_P(OfTheProgram, IconsTest,
-                         testing::Values("add", "browse", "browse-file", "delete", "help", "open", "replace", "save",
-                                         "search", "swap", "tessarine", "warning"),
+                         testing::Values("add", "browse", "browse-file", "delete", "help", "open", "project", "replace",
+                                         "save", "search", "swap", "tessarine", "warning"),
                          [](const auto& name) { return QString(name.param).remove('-').toStdString(); });
 
 TEST(Icon, IsNullForANameWithoutADrawing)

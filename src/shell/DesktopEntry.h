@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+/// The files by which a freedesktop.org desktop knows a program and its file type, as bytes. All texts are UTF-8.
+namespace tessarine
+{
+
+/// A program with the one MIME type that it opens.
+struct DesktopProgram {
+    std::string path;         ///< Full path of the executable.
+    std::string name;         ///< Of its icon and, for the window manager, of its windows.
+    std::string title;        ///< What people call it.
+    std::string description;  ///< In a few words.
+    std::string mimeType;
+};
+
+/// The desktop entry of a program, by the Desktop Entry Specification 1.0. The program is called with one file as its
+/// only argument, or with none.
+std::string DesktopEntry(const DesktopProgram& program);
+
+/// A path as the command of an "Exec" key: quoted, with what the specification reserves escaped, so that it is one word
+/// and means itself.
+std::string ExecCommand(const std::string& path);
+
+struct MimeType {
+    std::string name;
+    std::string description;
+    std::string extension;  ///< Of its files, without the dot.
+};
+
+/// The package of one MIME type for the shared MIME database.
+std::string MimePackage(const MimeType& type);
+
+}  // namespace tessarine
