@@ -109,7 +109,7 @@ Section MainWindow()
     for (const char* column : {"0", "1", "2", "3", "4", "5"})
         section.Key(std::string("vsflex.TextMatrix(0,") + column + ")");
     AddMenu(section);
-    for (const char* key : {"frmMain.caption", "106", "107", "109", "110", "111"})
+    for (const char* key : {"grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107", "109", "110", "111"})
         section.Key(key);
     return section;
 }

@@ -1,0 +1,76 @@
+#include "desktop/QtMessageBox.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "i18n/QtText.h"
+#include "platform/ProgramInfo.h"
+#include "shell/OpenDoc.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+QMessageBox::Icon QtIcon(MessageIcon icon)
+{
+    switch (icon) {
+        case MessageIcon::Critical:
+            return QMessageBox::Critical;
+        case MessageIcon::Question:
+            return QMessageBox::Question;
+        case MessageIcon::Exclamation:
+            return QMessageBox::Warning;
+        case MessageIcon::Information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
+QMessageBox::StandardButtons QtButtons(const Message& message)
+{
+    const QMessageBox::StandardButtons help = message.hasHelpButton ? QMessageBox::Help : QMessageBox::NoButton;
+    switch (message.buttons) {
+        case MessageButtons::OkCancel:
+            return QMessageBox::Ok | QMessageBox::Cancel | help;
+        case MessageButtons::YesNo:
+            return QMessageBox::Yes | QMessageBox::No | help;
+        case MessageButtons::YesNoCancel:
+            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel | help;
+        default:
+            return QMessageBox::Ok | help;
+    }
+}
+
+MessageAnswer AnswerOf(int button)
+{
+    switch (button) {
+        case QMessageBox::Yes:
+            return MessageAnswer::Yes;
+        case QMessageBox::No:
+            return MessageAnswer::No;
+        case QMessageBox::Cancel:
+            return MessageAnswer::Cancel;
+        default:
+            return MessageAnswer::Ok;
+    }
+}
+
+}  // namespace
+
+MessageAnswer ShowQtMessageBox(const Message& message)
+{
+    QMessageBox box(QtIcon(message.icon), ToQt(message.title.empty() ? ApplicationTitle : StringView(message.title)),
+                    ToQt(message.text), QtButtons(message), QApplication::activeWindow());
+    box.setTextFormat(Qt::PlainText);  // a file name may look like markup
+    int button = box.exec();
+    while (button == QMessageBox::Help) {
+        ShowHelp();
+        button = box.exec();
+    }
+    return AnswerOf(button);
+}
+
+}  // namespace tessarine

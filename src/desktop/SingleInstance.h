@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+class QLockFile;
+
+namespace tessarine
+{
+
+/// Tells whether the program runs already for this user, by a lock in the user's runtime folder that the first instance
+/// holds while it lives. The lock of a program that has died counts for nothing.
+class SingleInstance
+{
+public:
+    SingleInstance();
+    ~SingleInstance();
+    SingleInstance(const SingleInstance&) = delete;
+    SingleInstance& operator=(const SingleInstance&) = delete;
+
+    bool IsPreviousInstanceRunning() const { return isPreviousRunning_; }
+
+private:
+    std::unique_ptr<QLockFile> lock_;
+    bool isPreviousRunning_ = false;
+};
+
+}  // namespace tessarine

@@ -1,0 +1,61 @@
+#include <clocale>
+#include <memory>
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include "app/GlobalState.h"
+#include "app/Main.h"
+#include "desktop/DesktopPorts.h"
+#include "desktop/SingleInstance.h"
+#include "i18n/QtText.h"
+#include "model/Excel.h"
+#include "office/builtin/Provider.h"
+#include "office/sheets/ExcelProvider.h"
+#include "platform/Locale.h"
+#include "platform/ProgramInfo.h"
+#include "shell/FileAssociation.h"
+#include "ui/icons/Icons.h"
+#include "ui/main/frmMain.h"
+
+namespace
+{
+
+using namespace tessarine;
+
+void SetUpApplication(QTranslator& buttons)
+{
+    std::setlocale(LC_ALL, "C.UTF-8");  // Qt takes over the user's; numbers go through UseSystemLocale alone
+    UseSystemLocale();
+    QApplication::setApplicationName(ToQt(ExecutableName));
+    QGuiApplication::setDesktopFileName(ToQt(ExecutableName));
+    QApplication::setWindowIcon(Icon("tessarine"));
+    // Yes, No and Cancel in the language of the user's desktop.
+    if (buttons.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(&buttons);
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    QApplication application(argumentCount, arguments);
+    QTranslator buttons;
+    SetUpApplication(buttons);
+    const DesktopPorts ports;
+    const SingleInstance instance;
+    excel::SetProvider(sheets::CreateProvider());
+
+    std::unique_ptr<frmMain> window;
+    Main(builtin::CreateProvider(), {[&instance] { return instance.IsPreviousInstanceRunning(); }, RegisterFileType,
+                                     [&window] {
+                                         window = std::make_unique<frmMain>();
+                                         window->show();
+                                     }});
+    const int status = window ? QApplication::exec() : 0;
+    if (CurrentProject)
+        CurrentProject->FindAndReplaceList.reset();  // its pairs point back at the project
+    return status;
+}

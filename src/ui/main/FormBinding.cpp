@@ -1,0 +1,132 @@
+#include <QCheckBox>
+#include <QComboBox>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "app/GlobalState.h"
+#include "i18n/QtText.h"
+#include "platform/CaseFolding.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Locale.h"
+#include "platform/Treatments.h"
+#include "ui/main/EntryBox.h"
+#include "ui/main/frmMain.h"
+#include "ui/main/ItemsGrid.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmMain";
+
+/// A grey box is not checked.
+bool IsChecked(const QCheckBox* box)
+{
+    return box->checkState() == Qt::Checked;
+}
+
+/// The number that a text stands for, rounded; 0 for any other text. Raises 6 when it does not fit.
+std::int32_t CountIn(const QLineEdit* box)
+{
+    const std::optional<double> number = NumberFromText(FromQt(box->text()));
+    return number ? RoundedToInt32(*number) : 0;
+}
+
+String TextOf(const QLineEdit* box)
+{
+    return FromQt(box->text());
+}
+
+}  // namespace
+
+void frmMain::FillProjectObject()
+{
+    LogAndReturn({u"FillProjectObject", place}, [this] {
+        ProjectOptions& options = *Set(Set(CurrentProject)->options);
+        options.AllowAlerts = IsChecked(chkAllowAlert);
+        options.BackupMode = IsChecked(chkBackupMode);
+        options.ComaSepAllowedExtensions = FromQt(cboSpreadsheetType->currentText());
+        options.FileToProcessFolderPath = TextOf(txtStartFolder);
+        options.FileToProcessFilepath = TextOf(txtGetFileName);
+        options.FileToProcessSourceType = optFileProcess[0]->isChecked() ? 0 : 1;
+        options.Include_Subfolders = IsChecked(chkIncludesubfolders);
+        options.KeepOriginalFileDate = IsChecked(chkKeepOiginal);
+        options.ProcessLongestFindwhatFirst = IsChecked(chkProccessLongestFileFirst);
+        options.ProcessReadonlyFiles = IsChecked(chkReadOnlyFile);
+        options.RestartApplicationAfterFiles = CountIn(lstRestartFileCount);
+        options.RestartApplicationAfterSeconds = CountIn(lstRestartAfterSecond);
+        options.RevisionDocumentPropertyIncrimentedBy = FromQt(cboversion->currentText());
+        options.RevisionDocumentPropertyName = TextOf(txtRevisonProperty);
+        options.RequiredFindAndReplaceCount = IsChecked(chkRequireCount);
+        options.CPUUsage = IsChecked(chkCPUUsage);
+        // The password is not taken over. This is intended.
+
+        CustomProperties& properties = *Set(CurrentProject->CustomProperies);
+        while (properties.Count() > 0)
+            properties.Remove(1);
+        properties.Add(u"FindAndReplaceFilePath", TextOf(txtLoadsearch));
+        properties.Add(u"FindAndReplaceListSource", optLoad[0]->isChecked() ? u"EXTERNAL" : u"INTERNAL");
+        properties.Add(u"LANG", CurrentLanguageFile);
+    });
+}
+
+void frmMain::LoadProjectOnForm()
+{
+    LogAndReturn({u"LoadProjectOnForm", place}, [this] {
+        IsFillingItem = true;
+        const ProjectOptions& options = *Set(Set(CurrentProject)->options);
+        chkAllowAlert->setChecked(options.AllowAlerts);
+        chkBackupMode->setChecked(options.BackupMode);
+        txtStartFolder->setText(ToQt(options.FileToProcessFolderPath));
+        txtGetFileName->setText(ToQt(options.FileToProcessFilepath));
+        optFileProcess[options.FileToProcessSourceType == 0 ? 0 : 1]->setChecked(true);
+        chkIncludesubfolders->setChecked(options.Include_Subfolders);
+        chkKeepOiginal->setChecked(options.KeepOriginalFileDate);
+        txtPasswordOpen->setText(ToQt(options.PasswordToOpen));
+        chkProccessLongestFileFirst->setChecked(options.ProcessLongestFindwhatFirst);
+        chkReadOnlyFile->setChecked(options.ProcessReadonlyFiles);
+        chkRequireCount->setChecked(options.RequiredFindAndReplaceCount);
+        chkCPUUsage->setChecked(options.CPUUsage);
+        lstRestartFileCount->setText(QString::number(options.RestartApplicationAfterFiles));
+        lstRestartAfterSecond->setText(QString::number(options.RestartApplicationAfterSeconds));
+        cboversion->setEditText(ToQt(options.RevisionDocumentPropertyIncrimentedBy));
+        txtRevisonProperty->setText(ToQt(options.RevisionDocumentPropertyName));
+
+        // With a pair in the list this ends IsFillingItem already. The callers clear the mark that comes of it.
+        LoadGrid(*Set(CurrentProject->FindAndReplaceList));
+
+        const CustomProperties& properties = *Set(CurrentProject->CustomProperies);
+        txtLoadsearch->setText(ToQt(Trim(Set(properties.Item(1))->PropertyValue)));
+        const String source = ToUpper(Trim(Set(properties.Item(2))->PropertyValue));
+        const int index = source == u"EXTERNAL" ? 0 : 1;
+        optLoad[static_cast<std::size_t>(index)]->setChecked(true);
+        optLoad_Click(index);
+
+        const String wanted = FoldCase(options.ComaSepAllowedExtensions);
+        for (int entry = 0; entry < cboSpreadsheetType->count(); ++entry) {
+            if (FoldCase(FromQt(cboSpreadsheetType->itemText(entry))) == wanted) {
+                cboSpreadsheetType->setCurrentIndex(entry);
+                break;
+            }
+        }
+        IsFillingItem = false;
+    });
+}
+
+void frmMain::EnableDisableControl()
+{
+    LogAndReturn({u"EnableDisableControl", place}, [this] {
+        const bool isInternal = optLoad[1]->isChecked();
+        const bool canEdit = isInternal && grdItems->Rows() > 1;
+        const std::array<QWidget*, 8> ofItems{grdItems,     lstLookIn,         cmdDelete,    chkSelectAll,
+                                              chkMatchCase, chkMatchWholeWord, chkHAlfFulll, chkPromptOnReplace};
+        for (QWidget* control : ofItems)
+            control->setEnabled(canEdit);
+        cmdAdd->setEnabled(isInternal);
+    });
+}
+
+}  // namespace tessarine

@@ -1,0 +1,25 @@
+#include "ui/main/ItemEditor.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace tessarine
+{
+
+void ItemEditor::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
+{
+    const QString text = qobject_cast<QLineEdit*>(editor)->text();
+    if (text == index.data(Qt::EditRole).toString())
+        return;
+    if (model->setData(index, text, Qt::EditRole))
+        Q_EMIT TextChanged(index);
+}
+
+bool ItemEditor::eventFilter(QObject* editor, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress && KeyDown && KeyDown(*static_cast<QKeyEvent*>(event)))
+        return true;
+    return QStyledItemDelegate::eventFilter(editor, event);
+}
+
+}  // namespace tessarine

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include <QTableView>
+
+#include "ui/main/ItemsModel.h"
+
+class QKeyEvent;
+
+namespace tessarine
+{
+
+/// The grid of pairs: a heading, row 0, and a row per pair, from 1. Entering a cell of the two typed columns, by mouse,
+/// key or code, opens its editor. Several rows can be selected at once.
+class ItemsGrid : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit ItemsGrid(QWidget* parent = nullptr);
+
+    ItemsModel& Items() { return model_; }
+    const ItemsModel& Items() const { return model_; }
+    std::int32_t Rows() const { return model_.Rows(); }  ///< With the heading.
+
+    std::int32_t Row() const;                       ///< The current row; 0 without rows.
+    int Col() const;                                ///< The current column; 0 without rows.
+    void SetRow(std::int32_t row);                  ///< Makes a row current, and the only one selected.
+    void SelectCell(std::int32_t row, int column);  ///< The same, in a column; opens the editor of a typed cell.
+    void SelectAll();
+    void RemoveRows(const std::vector<std::int32_t>& ascendingRows);  ///< No row is current or selected then.
+
+    /// The numbers of the selected rows, ascending. The heading is never among them.
+    std::vector<std::int32_t> SelectedRows() const;
+
+    /// The row under the pointer; 0 for the heading or none.
+    std::int32_t MouseRow(const QPoint& position) const;
+
+    /// Black, or the light text of a dark desktop, while the list can be edited, grey otherwise.
+    void ShowAsActive(bool isActive);
+
+    void SetStartWidths();                   ///< Column widths, the search type hidden.
+    void SetEmptyText(const QString& text);  ///< What stands in an active grid without rows.
+
+    /// A key in the cell editor: true when it has been dealt with and must not reach the editor.
+    std::function<bool(const QKeyEvent& key)> KeyDownEdit;
+
+Q_SIGNALS:
+    /// An edit has changed the text of a cell.
+    void AfterEdit(std::int32_t row, int column);
+
+    /// The current cell has changed, by other means than a removal; an open editor of the old one has given its text to
+    /// the model.
+    void RowColChange(std::int32_t oldRow, int oldColumn, std::int32_t newRow, int newColumn);
+
+    void KeyDown(QKeyEvent& key);  ///< While no editor is open. An accepted key goes no further.
+    void MouseMove(std::int32_t mouseRow);
+    void MouseLeave();
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    void FitNumberColumn();
+
+    ItemsModel model_;
+    QString emptyText_;
+    bool isActive_ = false;
+    bool isRemoving_ = false;
+};
+
+}  // namespace tessarine

@@ -1,0 +1,74 @@
+#include "app/GlobalState.h"
+#include "app/LanguageText.h"
+#include "i18n/QtText.h"
+#include "platform/Files.h"
+#include "platform/Messages.h"
+#include "platform/Treatments.h"
+#include "ui/main/frmMain.h"
+#include "ui/main/ItemsGrid.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmMain";
+constexpr std::int32_t cancelSelected = 32755;
+const String listFilter = u"CSV Files|*.csv|TAB Files|*.Tab|Excel File|*.xls";
+
+/// Shows the hourglass while it lives.
+class Hourglass
+{
+public:
+    Hourglass() { SetMousePointer(MousePointer::Hourglass); }
+    ~Hourglass() { SetMousePointer(MousePointer::Default); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+};
+
+bool MayOverwrite(const String& path)
+{
+    const QString question = ToQt(GlobalMsg(u"1053")).replace(QStringLiteral("%s"), ToQt(path));
+    return ShowMessage(FromQt(question), MessageIcon::None, MessageButtons::YesNo) == MessageAnswer::Yes;
+}
+
+}  // namespace
+
+void frmMain::mnuImportList_Click()
+{
+    LogAndReturn({u"mnuImportList_Click", place}, [this] {
+        common.Filter = listFilter;
+        common.FileName.clear();
+        common.DialogTitle = GetLngString(u"frmMain", u"107");
+        if (Skip([this] { common.ShowOpen(); }) == cancelSelected)
+            return;
+        const Hourglass hourglass;
+        const auto list = std::make_shared<FindAndReplaceItems>();
+        if (!list->ImportList(common.FileName)) {
+            ShowMessage(GlobalMsg(u"1056"), MessageIcon::Exclamation);
+            return;
+        }
+        Set(CurrentProject)->FindAndReplaceList = list;
+        LoadGrid(*list);
+        if (grdItems->Rows() >= 2)
+            FillItemOnForm(*Set(list->Item(grdItems->Row())));
+        EnableDisableControl();
+        // An import does not mark the job as modified. This is intended.
+    });
+}
+
+void frmMain::mnuExportList_Click()
+{
+    LogAndReturn({u"mnuExportList_Click", place}, [this] {
+        common.Filter = listFilter;
+        common.DialogTitle = GetLngString(u"frmMain", u"107");
+        if (Skip([this] { common.ShowSave(); }) == cancelSelected)
+            return;
+        const Hourglass hourglass;
+        if (!FileExists(common.FileName) || MayOverwrite(common.FileName))
+            Set(Set(CurrentProject)->FindAndReplaceList)->ExportsList(common.FileName);
+    });
+}
+
+}  // namespace tessarine

@@ -1,0 +1,107 @@
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+
+#include "i18n/QtText.h"
+#include "platform/Messages.h"
+#include "platform/Treatments.h"
+#include "ui/main/EntryBox.h"
+#include "ui/main/frmMain.h"
+#include "ui/main/InputTests.h"
+#include "ui/main/ItemsGrid.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmMain";
+constexpr int replacementTab = 0;
+constexpr int filesTab = 1;
+
+void Complain(const String& key)
+{
+    ShowMessage(GlobalMsg(key), MessageIcon::Exclamation);
+}
+
+void MoveTo(QTabWidget& tabs, int tab, QWidget& control)
+{
+    tabs.setCurrentIndex(tab);
+    control.setFocus();
+}
+
+}  // namespace
+
+bool frmMain::Validation()
+{
+    return LogAndReturn({u"Validation", place}, [this] { return ValidateList() && ValidateFiles(); });
+}
+
+/// The list of pairs: the file that holds it, which is read here once and dropped, or the grid.
+bool frmMain::ValidateList()
+{
+    if (!optLoad[0]->isChecked()) {
+        if (grdItems->Rows() > 1)
+            return true;
+        Complain(u"1055");
+        MoveTo(*SSTab1, replacementTab, *cmdAdd);
+        return false;
+    }
+
+    const String path = FromQt(txtLoadsearch->text());
+    String complaint;
+    switch (ValidateFile(path, u".CSV;.TAB;.XLS")) {
+        case InputTest::Empty:
+            complaint = u"1043";
+            break;
+        case InputTest::FileNotFound:
+            complaint = u"1044";
+            break;
+        case InputTest::OtherExtension:
+            complaint = u"1045";
+            break;
+        default: {
+            FindAndReplaceItems list;
+            if (!list.ImportList(path))
+                complaint = u"1056";
+            else if (list.Count() == 0)
+                complaint = u"1055";
+        }
+    }
+    if (complaint.empty())
+        return true;
+    Complain(complaint);
+    MoveTo(*SSTab1, replacementTab, *cmdBrowse1);
+    return false;
+}
+
+/// The folder, or the file that lists files. A folder that is missing and a list of another type leave the user on the
+/// tab where he is. This is intended.
+bool frmMain::ValidateFiles()
+{
+    const bool isFolder = optFileProcess[0]->isChecked();
+    QPushButton& browse = isFolder ? *cmdBrowse2 : *cmdBrowse3;
+    const std::int32_t code = isFolder ? ValidateFolder(FromQt(txtStartFolder->text()))
+                                       : ValidateFile(FromQt(txtGetFileName->text()), u".TXT");
+    switch (code) {
+        case InputTest::Empty:
+            Complain(isFolder ? u"1046" : u"1049");
+            MoveTo(*SSTab1, filesTab, browse);
+            return false;
+        case InputTest::FolderNotFound:
+            Complain(u"1047");
+            return false;
+        case InputTest::FileNotFound:
+            Complain(u"1050");
+            MoveTo(*SSTab1, filesTab, browse);
+            return false;
+        case InputTest::OtherExtension:
+            Complain(u"1051");
+            return false;
+        default:
+            return true;
+    }
+}
+
+}  // namespace tessarine

@@ -1,0 +1,161 @@
+#include "ui/main/frmMain.h"
+
+#include <QCloseEvent>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QToolBar>
+
+#include "app/GlobalState.h"
+#include "app/LanguageText.h"
+#include "app/Main.h"
+#include "app/WindowTitle.h"
+#include "i18n/frmChangeLanguage.h"
+#include "i18n/LanguageOfControls.h"
+#include "i18n/QtText.h"
+#include "platform/Messages.h"
+#include "platform/PathSeparator.h"
+#include "platform/Treatments.h"
+#include "shell/RecentFiles.h"
+#include "ui/icons/Icons.h"
+#include "ui/main/EntryBox.h"
+#include "ui/main/ItemsGrid.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmMain";
+
+/// The file's name without its folder, and without every ".tsq" in small letters.
+String TitleOf(const String& path)
+{
+    const String trimmed = Trim(path);
+    if (trimmed.empty())
+        return u"untitled";
+    const QString name = ToQt(trimmed.substr(trimmed.find_last_of(PathSeparator) + 1));
+    return FromQt(QString(name).remove(QStringLiteral(".tsq")));  // ".TSQ" stays in the title. This is intended.
+}
+
+}  // namespace
+
+String GlobalMsg(const String& key)
+{
+    return GetLngString(u"Global Msg", key);
+}
+
+frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
+{
+    setObjectName("frmMain");
+    BuildMenu();
+    BuildToolbar();
+    BuildTabs();
+    BuildStartButtons();
+    SetTabOrder();
+    ConnectHandlers();
+    ConnectGrid();
+    Form_Load();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::Form_Load()
+{
+    LogAndReturn({u"Form_Load", place}, [this] {
+        optFileProcess_Click(0);
+        optLoad_Click(0);
+        LoadProjectOnForm();
+        mProject = CurrentProject;
+        recentFiles_->MRUCount = 0;
+        recentFiles_->GetMRUFileList();
+        SSTab1->setCurrentIndex(0);
+        PutIsModifed(false);
+        LoadLng();
+        PutProjectFile({});  // the default project does not count as an open file
+        grdItems->SetStartWidths();
+    });
+}
+
+void frmMain::PutIsModifed(bool value)
+{
+    isModifed_ = value;
+    BuildTitle();
+}
+
+void frmMain::PutProjectFile(const String& value)
+{
+    projectFile_ = value;
+    BuildTitle();
+}
+
+void frmMain::BuildTitle()
+{
+    setWindowTitle(ToQt(BuildWindowTitle(TitleOf(projectFile_), isModifed_)));
+}
+
+void frmMain::LoadLng()
+{
+    LogAndReturn({u"LoadLng", place}, [this] {
+        const String section = u"frmMain";
+        ApplyLanguage(*this, section, ControlTips::TextAndListBoxes);
+        for (int tab = 0; tab < SSTab1->count(); ++tab)
+            SSTab1->setTabText(tab,
+                               ToQt(GetLngString(section, FromQt(QStringLiteral("SSTab1.TabCaption(%1)").arg(tab)))));
+        for (int column = 0; column < ItemColumn::Count; ++column)
+            grdItems->Items().SetHead(
+                column, ToQt(GetLngString(section, FromQt(QStringLiteral("vsflex.TextMatrix(0,%1)").arg(column)))));
+        grdItems->Items().SetEndlessTip(ToQt(GetLngString(section, u"grdItems.EndlessTip")));
+        grdItems->SetEmptyText(ToQt(GetLngString(section, u"grdItems.EmptyText")));
+        NameControlsWithoutCaption();
+    });
+}
+
+/// For those who hear the window instead of seeing it.
+void frmMain::NameControlsWithoutCaption()
+{
+    const auto plain = [](QString caption) { return caption.remove(u'&'); };
+    for (QAction* button : Toolbar1->actions())
+        button->setText(button->toolTip());
+    for (QPushButton* browse : {cmdBrowse1, cmdBrowse2, cmdBrowse3})
+        browse->setAccessibleName(browse->toolTip());
+    txtLoadsearch->setAccessibleName(plain(optLoad[0]->text()));
+    grdItems->setAccessibleName(plain(optLoad[1]->text()));
+    txtGetFileName->setAccessibleName(plain(optFileProcess[1]->text()));
+}
+
+void frmMain::closeEvent(QCloseEvent* event)
+{
+    bool Cancel = false;
+    Form_QueryUnload(Cancel);
+    event->setAccepted(!Cancel);
+}
+
+void frmMain::Form_QueryUnload(bool& Cancel)
+{
+    LogAndReturn({u"Form_QueryUnload", place}, [&] {
+        FillProjectObject();
+        String path = DefaultProjectPath();
+        Set(CurrentProject)->SaveAsProject(path, true);
+        if (isModifed_)
+            AskAndSave(Cancel);
+    });
+}
+
+void frmMain::AskAndSave(bool& Cancel)
+{
+    const MessageAnswer answer = ShowMessage(GlobalMsg(u"1048"), MessageIcon::None, MessageButtons::YesNoCancel);
+    if (answer == MessageAnswer::Cancel)
+        Cancel = true;
+    if (answer != MessageAnswer::Yes)
+        return;
+    if (!projectFile_.empty()) {
+        menuSave_Click();
+        return;
+    }
+    menuSaveAs_Click();
+    Cancel = isModifed_;  // the user has left the dialog without a name
+}
+
+}  // namespace tessarine
