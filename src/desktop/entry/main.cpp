@@ -9,6 +9,7 @@
 #include "app/GlobalState.h"
 #include "app/Main.h"
 #include "desktop/DesktopPorts.h"
+#include "desktop/OutlinedStyle.h"
 #include "desktop/SingleInstance.h"
 #include "i18n/QtText.h"
 #include "model/Excel.h"
@@ -31,6 +32,7 @@ void SetUpApplication(QTranslator& buttons)
     UseSystemLocale();
     QApplication::setApplicationName(ToQt(ExecutableName));
     QGuiApplication::setDesktopFileName(ToQt(ExecutableName));
+    QApplication::setStyle(new OutlinedStyle);  // the application owns it
     QApplication::setWindowIcon(Icon("tessarine"));
     // Yes, No and Cancel in the language of the user's desktop.
     if (buttons.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -21,7 +21,6 @@ QLabel* LabelOf(QWidget* control, const char* name, const char* caption)
 {
     auto* const label = Named<QLabel>(name, caption);
     label->setBuddy(control);
-    label->setWordWrap(true);
     return label;
 }
 
@@ -120,13 +119,16 @@ QWidget* frmMain::BuildPowerPointControl()
 
     auto* const fraExcelControl = Named<QGroupBox>("fraExcelControl", "Microsoftt  Excel Control");
     auto* const grid = new QGridLayout(fraExcelControl);
-    grid->addWidget(LabelOf(lstRestartFileCount, "lblRestartFileCount",
-                            "Restart Microsoft Excel after this many document(0 for never)"),
-                    0, 0);
+    auto* const perFiles = LabelOf(lstRestartFileCount, "lblRestartFileCount",
+                                   "Restart Microsoft Excel after this many document(0 for never)");
+    auto* const perSeconds =
+        LabelOf(lstRestartAfterSecond, "lblRestartAfterSecond",
+                "Restart Microsoft Excel atomatically if unresponsive for this many second(0 for never)");
+    for (QLabel* label : {perFiles, perSeconds})
+        label->setWordWrap(true);
+    grid->addWidget(perFiles, 0, 0);
     grid->addWidget(WithArrows(lstRestartFileCount, "UpDown1"), 0, 1);
-    grid->addWidget(LabelOf(lstRestartAfterSecond, "lblRestartAfterSecond",
-                            "Restart Microsoft Excel atomatically if unresponsive for this many second(0 for never)"),
-                    1, 0);
+    grid->addWidget(perSeconds, 1, 0);
     grid->addWidget(WithArrows(lstRestartAfterSecond, "UpDown2"), 1, 1);
     grid->setColumnStretch(0, 1);
     return fraExcelControl;

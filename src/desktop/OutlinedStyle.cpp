@@ -1,0 +1,32 @@
+#include "desktop/OutlinedStyle.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+namespace tessarine
+{
+
+void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                  const QWidget* widget) const
+{
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool isRound = element == PE_IndicatorRadioButton;
+    constexpr int middle = 128;
+    if ((!isRound && element != PE_IndicatorCheckBox && element != PE_IndicatorItemViewItemCheck) ||
+        option->palette.color(QPalette::Window).lightness() >= middle)
+        return;
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(option->palette.color(QPalette::PlaceholderText));
+    painter->setBrush(Qt::NoBrush);
+    const QRectF outline = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    constexpr qreal corner = 2;
+    if (isRound)
+        painter->drawEllipse(outline);
+    else
+        painter->drawRoundedRect(outline, corner, corner);
+    painter->restore();
+}
+
+}  // namespace tessarine

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace tessarine
+{
+
+/// The desktop's style, with outlines around check boxes and option buttons that can be seen on a dark desktop: Qt's own
+/// style draws them darker than the background, whatever that is.
+class OutlinedStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+};
+
+}  // namespace tessarine

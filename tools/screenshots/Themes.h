@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QPalette>
+
+/// A light and a dark desktop.
+namespace tessarine
+{
+
+QPalette LightTheme();
+QPalette DarkTheme();
+
+}  // namespace tessarine

@@ -1,0 +1,148 @@
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include <QApplication>
+#include <QDir>
+#include <QScreen>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include "Themes.h"
+#include "app/GlobalState.h"
+#include "app/LanguageText.h"
+#include "desktop/OutlinedStyle.h"
+#include "i18n/QtText.h"
+#include "i18n/frmChangeLanguage.h"
+#include "office/builtin/Provider.h"
+#include "platform/ErrorLog.h"
+#include "platform/ProgramFolder.h"
+#include "shell/frmAbout.h"
+#include "ui/icons/Icons.h"
+#include "ui/main/frmMain.h"
+
+// Shows every window of the program with a job in it, in the languages asked for, light and dark, and takes pictures of
+// the screen, window frames and all. QT_SCALE_FACTOR sets the scale.
+
+namespace
+{
+
+using namespace tessarine;
+
+std::shared_ptr<OptionSetting> In(std::initializer_list<bool OptionSetting::*> flags)
+{
+    auto setting = std::make_shared<OptionSetting>();
+    for (const auto flag : flags)
+        (*setting).*flag = true;
+    return setting;
+}
+
+void MakeJob()
+{
+    using S = OptionSetting;
+    CurrentProject = std::make_shared<Project>(builtin::CreateProvider());
+    FindAndReplaceItems& pairs = *CurrentProject->FindAndReplaceList;
+    pairs.Add(u"Fabrikam", u"Contoso", In({&S::InSlides, &S::InShapesAndTextboxes, &S::InNotes, &S::MatchCase}),
+              CurrentProject);
+    pairs.Add(u"fabrikam.com", u"contoso.com", In({&S::InSlides, &S::InHyperlinkAddresses}), CurrentProject);
+    pairs.Add(u"© 2025", u"© 2026", In({&S::InFooter, &S::InSlideMasterPerPresentation}), CurrentProject);
+    pairs.Add(u"Team", u"Team North", In({&S::InSlides, &S::MatchWholeWord}), CurrentProject);
+    pairs.Add(u"Plan", u"The Plan", In({&S::InSlides}), CurrentProject);
+    pairs.Add(u"Müller", u"مولر", In({&S::InBuiltinProperty, &S::InCustomProperties}), CurrentProject);
+
+    ProjectOptions& options = *CurrentProject->options;
+    options.FileToProcessFolderPath = u"/home/maria/Presentations/2026/";
+    options.Include_Subfolders = true;
+    options.BackupMode = true;
+    options.KeepOriginalFileDate = true;
+    options.RequiredFindAndReplaceCount = true;
+    options.RevisionDocumentPropertyName = u"Revision";
+    options.RevisionDocumentPropertyIncrimentedBy = u"0.1";
+    options.RestartApplicationAfterFiles = 500;
+    options.ComaSepAllowedExtensions = u"*.Ppt*";
+    CurrentProject->CustomProperies->Add(u"FindAndReplaceFilePath", {});
+    CurrentProject->CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
+    CurrentProject->CustomProperies->Add(u"LANG", CurrentLanguageFile);
+}
+
+/// Takes pictures of one language on one desktop.
+class Camera
+{
+public:
+    explicit Camera(QString prefix) : prefix_(std::move(prefix)) {}
+
+    /// The window, with the frame that the window manager gave it.
+    void Take(QWidget& window, const QString& name) const
+    {
+        constexpr int settled = 250;  // milliseconds, for the window manager
+        window.show();
+        if (!QTest::qWaitForWindowExposed(&window))
+            throw std::runtime_error("a window does not show: is there a display?");
+        window.raise();
+        QTest::qWait(settled);
+        const QRect frame = window.frameGeometry();
+        const QPixmap picture =
+            window.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
+        const QString file = prefix_ + name + ".png";
+        if (!picture.save(file))
+            throw std::runtime_error("could not write " + file.toStdString());
+    }
+
+private:
+    QString prefix_;
+};
+
+void TakeAll(const Camera& camera)
+{
+    MakeJob();
+    {
+        frmMain window;
+        auto* const tabs = window.findChild<QTabWidget*>("SSTab1");
+        const char* const names[] = {"replacement", "files", "options"};
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            tabs->setCurrentIndex(tab);
+            camera.Take(window, names[tab]);
+        }
+    }
+    frmChangeLanguage language;
+    camera.Take(language, "language");
+    frmAbout about;
+    camera.Take(about, "about");
+    CurrentProject->FindAndReplaceList.reset();
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments)
+try {
+    QApplication application(argumentCount, arguments);
+    const QStringList words = QApplication::arguments();
+    if (words.size() < 3) {
+        std::cerr << "usage: make-screenshots <folder> <language>...\n";
+        return 2;
+    }
+    const QTemporaryDir home;  // nobody's settings show, and none are changed
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        qputenv(name, QFile::encodeName(home.path()));
+    ApplicationDataFolder = FromQt(home.path());
+    SetProgramFolder(FromUtf8(TESSARINE_PROGRAM_FOLDER));
+    QApplication::setStyle(new OutlinedStyle);  // the application owns it
+    QApplication::setWindowIcon(Icon("tessarine"));
+    QDir().mkpath(words[1]);
+
+    for (const QString& language : words.mid(2)) {
+        CurrentLanguageFile = FromQt(language + ".lng");
+        if (GetLngString(u"frmMain", u"mnuFile.caption").empty())
+            throw std::runtime_error("no language " + language.toStdString());
+        for (const auto& [theme, palette] : {std::pair("light", LightTheme()), std::pair("dark", DarkTheme())}) {
+            QApplication::setPalette(palette);
+            TakeAll(Camera(words[1] + u'/' + language + '-' + theme + '-'));
+        }
+    }
+    return 0;
+} catch (const std::exception& failure) {
+    std::cerr << "make-screenshots: " << failure.what() << '\n';
+    return 1;
+}
