@@ -1,0 +1,90 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+#include "desktop/QtMessageBox.h"
+#include "support/qt/ShellRecorder.h"
+
+namespace tessarine
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::EndsWith;
+
+/// What the box on the screen shows, and presses of its buttons, one after the other.
+struct Shown {
+    std::string title;
+    std::string text;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+};
+
+Shown shown;
+
+void PressNext(std::vector<QMessageBox::StandardButton> buttons)
+{
+    QTimer::singleShot(0, qApp, [buttons = std::move(buttons)] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr)
+            return PressNext(buttons);  // not up yet
+        shown = {box->windowTitle().toStdString(), box->text().toStdString(), box->icon(), box->standardButtons()};
+        const auto first = buttons.front();
+        if (buttons.size() > 1)
+            PressNext({buttons.begin() + 1, buttons.end()});
+        QTest::mouseClick(box->button(first), Qt::LeftButton);
+    });
+}
+
+TEST(MessageBox, ShowsTextTitleIconAndButtons)
+{
+    PressNext({QMessageBox::No});
+
+    const MessageAnswer answer =
+        ShowQtMessageBox({u"Sure? <b>100 %</b>", MessageIcon::Exclamation, MessageButtons::YesNo, u"Start", false});
+
+    EXPECT_EQ(answer, MessageAnswer::No);
+    EXPECT_EQ(shown.title, "Start");
+    EXPECT_EQ(shown.text, "Sure? <b>100 %</b>");
+    EXPECT_EQ(shown.icon, QMessageBox::Warning);
+    EXPECT_EQ(shown.buttons, QMessageBox::Yes | QMessageBox::No);
+}
+
+TEST(MessageBox, HasTheApplicationsTitleByDefault)
+{
+    PressNext({QMessageBox::Ok});
+
+    EXPECT_EQ(ShowQtMessageBox({u"Done"}), MessageAnswer::Ok);
+    EXPECT_EQ(shown.title, "Tessarine");
+    EXPECT_EQ(shown.icon, QMessageBox::NoIcon);
+}
+
+TEST(MessageBox, GivesEachAnswer)
+{
+    for (const auto& [button, answer] :
+         {std::pair(QMessageBox::Yes, MessageAnswer::Yes), std::pair(QMessageBox::No, MessageAnswer::No),
+          std::pair(QMessageBox::Cancel, MessageAnswer::Cancel)}) {
+        PressNext({button});
+        EXPECT_EQ(ShowQtMessageBox({u"Save?", MessageIcon::None, MessageButtons::YesNoCancel}), answer);
+    }
+}
+
+TEST(MessageBox, HelpOpensTheHelpAndLeavesTheQuestionOpen)
+{
+    const ShellRecorder shell;
+    PressNext({QMessageBox::Help, QMessageBox::Yes});
+
+    const MessageAnswer answer = ShowQtMessageBox({u"Start?", MessageIcon::None, MessageButtons::YesNo, u"", true});
+
+    EXPECT_EQ(answer, MessageAnswer::Yes);
+    ASSERT_EQ(shell.Opened().size(), 1U);
+    EXPECT_THAT(ToUtf8(shell.Opened().front()), EndsWith("Help/index.html"));
+}
+
+}  // namespace
+}  // namespace tessarine
