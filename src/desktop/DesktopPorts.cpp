@@ -6,6 +6,7 @@
 
 #include "desktop/QtMessageBox.h"
 #include "platform/Messages.h"
+#include "ui/run/QtTimer.h"
 
 namespace tessarine
 {
@@ -43,6 +44,7 @@ DesktopPorts::DesktopPorts()
     SetMessageBox(ShowQtMessageBox);
     SetDeliverPendingEvents(DeliverQtEvents);
     SetMousePointerReceiver(ShowQtPointer);
+    UseQtTimers();
 }
 
 DesktopPorts::~DesktopPorts()
