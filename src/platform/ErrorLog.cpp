@@ -48,13 +48,17 @@ bool GetFileStorageFolder()
     return EnsureFolderExists(ApplicationDataFolder);
 }
 
+String ErrorLogPath()
+{
+    return ApplicationDataFolder + PathSeparator + u"Errors.Log";
+}
+
 void WriteErrorLog(const String& message) noexcept
 {
     Skip([&] {
         // Before the folder is settled there is no place for a log; the root of the file system is not one.
         if (!ApplicationDataFolder.empty())
-            AppendToFile(ApplicationDataFolder + PathSeparator + u"Errors.Log",
-                         ToUtf8(message + u"- " + Now() + u"\r\n"));
+            AppendToFile(ErrorLogPath(), ToUtf8(message + u"- " + Now() + u"\r\n"));
     });
 }
 

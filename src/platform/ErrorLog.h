@@ -14,6 +14,9 @@ extern String ApplicationDataFolder;
 /// "Unable to get file storage folder path" and gives false.
 bool GetFileStorageFolder();
 
+/// Full path of the error log, there or not. Not to be asked for before GetFileStorageFolder has run.
+String ErrorLogPath();
+
 /// Appends `message`, "- " and the date and time as the system displays them to "Errors.Log" in
 /// ApplicationDataFolder, one line ending in CR LF, UTF-8. The file is opened and closed for every line. Never raises:
 /// a line that can't be written is lost.

@@ -1,0 +1,180 @@
+#include <initializer_list>
+#include <utility>
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "ui/icons/Icons.h"
+#include "ui/run/ElidedLabel.h"
+#include "ui/run/frmProcessingDocuments.h"
+#include "ui/run/ResultTree.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+template <class Control>
+Control* MakeControl(const QString& name, QWidget* parent)
+{
+    auto* const control = new Control(parent);
+    control->setObjectName(name);
+    return control;
+}
+
+template <class Label>
+QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent)
+{
+    auto* const label = MakeControl<Label>(name, parent);
+    label->setTextFormat(Qt::PlainText);  // paths and messages, whatever they look like
+    label->setText(text);
+    return label;
+}
+
+QPushButton* MakeButton(const QString& name, const QString& text, QWidget* parent)
+{
+    auto* const button = MakeControl<QPushButton>(name, parent);
+    button->setText(text);
+    button->setAutoDefault(true);  // Enter presses it when it has the focus
+    return button;
+}
+
+}  // namespace
+
+void frmProcessingDocuments::BuildControls()
+{
+    BuildWarning();
+    SSTab1 = MakeControl<QTabWidget>("SSTab1", this);
+    panels = {BuildProgress(), BuildChangedFiles(), BuildTree("panelFilesNotChanged", trvNotChangedFiles),
+              BuildTree("panelErrors", trvErrors)};
+    const std::array captions{"&1 Progress", "&2 Files changes", "&3 Files not changes", "&4 Error"};
+    for (std::size_t tab = 0; tab < panels.size(); ++tab)
+        SSTab1->addTab(panels[tab], captions[tab]);
+    BuildCommands();
+
+    auto* const whole = new QVBoxLayout(this);
+    whole->addWidget(panelWarning);
+    whole->addWidget(SSTab1, 1);
+    whole->addWidget(panelCommand);
+    QWidget* before = SSTab1;
+    for (QWidget* next : std::initializer_list<QWidget*>{cmdErrorLog, trvChangedFiles, cmdCommand[0], cmdCommand[1],
+                                                         trvNotChangedFiles, trvErrors, cmdCopyLog, cmdOK})
+        setTabOrder(std::exchange(before, next), next);
+    SSTab1->setFocus();  // a key pressed by mistake must not end a run
+}
+
+void frmProcessingDocuments::BuildWarning()
+{
+    panelWarning = MakeControl<QFrame>("panelWarning", this);
+    auto* const picture = new QLabel(panelWarning);
+    const int size = fontMetrics().height() * 3 / 2;
+    picture->setPixmap(Icon("warning").pixmap(QSize(size, size), devicePixelRatioF()));
+    lblWarning = MakeLabel<QLabel>("lblWarning", "123", panelWarning);
+    lblWarning->setWordWrap(true);
+
+    auto* const row = new QHBoxLayout(panelWarning);
+    row->setContentsMargins({});
+    row->addWidget(picture);
+    row->addWidget(lblWarning, 1);
+}
+
+QWidget* frmProcessingDocuments::BuildProgress()
+{
+    auto* const panelProgress = MakeControl<QWidget>("panelProgress", SSTab1);
+    lblDocChanged = MakeLabel<ElidedLabel>("lblDocChanged", "Connecting to Excel...", panelProgress);
+    pgbar1 = MakeControl<QProgressBar>("pgbar1", panelProgress);
+    pgbar1->setValue(0);
+    lblChangesMade = MakeLabel<QLabel>("lblChangesMade", "Change(s) made", panelProgress);
+    lblelapsedSecs = MakeLabel<QLabel>("lblelapsedSecs", "Label1", panelProgress);
+
+    auto* const figures = new QHBoxLayout;
+    figures->addWidget(lblChangesMade, 1);
+    figures->addWidget(lblelapsedSecs);
+    auto* const column = new QVBoxLayout(panelProgress);
+    const int margin = fontMetrics().height();
+    column->setContentsMargins(margin, margin, margin, margin);
+    column->setSpacing(margin / 2);
+    column->addWidget(lblDocChanged);
+    column->addWidget(pgbar1);
+    column->addLayout(figures);
+    column->addStretch();
+    column->addWidget(BuildNotOpened());
+    return panelProgress;
+}
+
+QWidget* frmProcessingDocuments::BuildNotOpened()
+{
+    panelNotOpened = MakeControl<QWidget>("panelNotOpened", this);
+    lblNotOpened = MakeLabel<QLabel>("lblNotOpened", {}, panelNotOpened);
+    lblNotOpened->setWordWrap(true);
+    cmdErrorLog = MakeButton("cmdErrorLog", {}, panelNotOpened);
+
+    auto* const row = new QHBoxLayout(panelNotOpened);
+    row->setContentsMargins({});
+    row->addWidget(lblNotOpened, 1);
+    row->addWidget(cmdErrorLog);
+    return panelNotOpened;
+}
+
+QWidget* frmProcessingDocuments::BuildChangedFiles()
+{
+    QWidget* const panel = BuildTree("panelFilesChanged", trvChangedFiles);
+    cmdCommand = {MakeButton("cmdCommand(0)", "Remove Backup Files", panel),
+                  MakeButton("cmdCommand(1)", "Restore Backup Files", panel)};
+    auto* const row = new QHBoxLayout;
+    row->addWidget(cmdCommand[0]);
+    row->addWidget(cmdCommand[1]);
+    row->addStretch();
+    static_cast<QVBoxLayout*>(panel->layout())->addLayout(row);
+    return panel;
+}
+
+QWidget* frmProcessingDocuments::BuildTree(const char* panelName, ResultTree* tree)
+{
+    auto* const panel = MakeControl<QWidget>(panelName, SSTab1);
+    auto* const column = new QVBoxLayout(panel);
+    column->addWidget(tree);
+    return panel;
+}
+
+void frmProcessingDocuments::BuildCommands()
+{
+    panelCommand = MakeControl<QWidget>("panelCommand", this);
+    cmdCopyLog = MakeButton("cmdCopyLog", "Copy log to clipboard", panelCommand);
+    cmdOK = MakeButton("cmdOK", "OK", panelCommand);
+
+    auto* const row = new QHBoxLayout(panelCommand);
+    row->setContentsMargins({});
+    row->addWidget(cmdCopyLog);
+    row->addStretch();
+    row->addWidget(cmdOK);
+}
+
+void frmProcessingDocuments::ConnectHandlers()
+{
+    using Form = frmProcessingDocuments;
+    connect(SSTab1, &QTabWidget::currentChanged, this, &Form::SSTab1_Click);
+    connect(cmdOK, &QPushButton::clicked, this, &Form::cmdOK_Click);
+    connect(cmdCopyLog, &QPushButton::clicked, this, &Form::cmdCopyLog_Click);
+    connect(cmdErrorLog, &QPushButton::clicked, this, &Form::cmdErrorLog_Click);
+    for (int index = 0; index < static_cast<int>(cmdCommand.size()); ++index)
+        connect(cmdCommand[static_cast<std::size_t>(index)], &QPushButton::clicked, this,
+                [this, index] { cmdCommand_Click(index); });
+
+    connect(trvChangedFiles, &ResultTree::MouseMove, this, &Form::trvChangedFiles_MouseMove);
+    connect(trvChangedFiles, &ResultTree::DblClick, this, &Form::trvChangedFiles_DblClick);
+    connect(trvNotChangedFiles, &ResultTree::MouseMove, this, &Form::trvNotChangedFiles_MouseMove);
+    connect(trvNotChangedFiles, &ResultTree::DblClick, this, &Form::trvNotChangedFiles_DblClick);
+    connect(trvErrors, &ResultTree::MouseMove, this, &Form::trvErrors_MouseMove);
+    connect(trvErrors, &ResultTree::DblClick, this, &Form::trvErrors_DblClick);
+    for (const ResultTree* tree : {trvChangedFiles, trvNotChangedFiles, trvErrors})
+        connect(tree, &ResultTree::OpenRequested, this, &Form::OPenDocument);
+}
+
+}  // namespace tessarine

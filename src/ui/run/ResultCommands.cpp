@@ -1,0 +1,105 @@
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include "app/GlobalState.h"
+#include "platform/ErrorLog.h"
+#include "platform/Messages.h"
+#include "platform/Treatments.h"
+#include "shell/OpenDoc.h"
+#include "ui/run/frmProcessingDocuments.h"
+#include "ui/run/ResultLog.h"
+#include "ui/run/ResultTree.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmProcessingDocuments";
+
+}  // namespace
+
+void frmProcessingDocuments::cmdCopyLog_Click()
+{
+    LogAndReturn({u"cmdCopyLog_Click", place}, [this] {
+        const QString log = ResultLog(trvChangedFiles->Nodes(), trvNotChangedFiles->Nodes());
+        QGuiApplication::clipboard()->clear();
+        QGuiApplication::clipboard()->setText(log);
+    });
+}
+
+void frmProcessingDocuments::cmdCommand_Click(int index)
+{
+    LogAndReturn({u"cmdCommand_Click", place}, [&] {
+        const ProjectOptions& options = *Set(Set(CurrentProject)->options);
+        const String path =
+            options.FileToProcessSourceType != 0 ? options.FileToProcessFilepath : options.FileToProcessFolderPath;
+        if (index == 0)
+            CurrentProject->RemoveBackupFiles(path);
+        else if (index == 1)
+            CurrentProject->RestoreBackupFiles(path);
+    });
+}
+
+void frmProcessingDocuments::cmdErrorLog_Click()
+{
+    LogAndReturn({u"cmdErrorLog_Click", place}, [this] { Open(ErrorLogPath()); });
+}
+
+void frmProcessingDocuments::OPenDocument(const ResultNode& node)
+{
+    LogAndReturn({u"OPenDocument", place}, [&] {
+        if (!node.Key.empty())
+            Open(node.Key);
+    });
+}
+
+void frmProcessingDocuments::Open(const String& path)
+{
+    String errorText;
+    OpenDoc(path, errorText);
+    if (!errorText.empty())
+        ShowMessage(errorText, MessageIcon::Exclamation);
+}
+
+void frmProcessingDocuments::trvChangedFiles_DblClick()
+{
+    LogAndReturn({u"trvChangedFiles_DblClick", place}, [this] { OpenNodeUnderPointer(*trvChangedFiles); });
+}
+
+void frmProcessingDocuments::trvNotChangedFiles_DblClick()
+{
+    LogAndReturn({u"trvNotChangedFiles_DblClick", place}, [this] { OpenNodeUnderPointer(*trvNotChangedFiles); });
+}
+
+void frmProcessingDocuments::trvErrors_DblClick()
+{
+    LogAndReturn({u"trvErrors_DblClick", place}, [this] { OpenNodeUnderPointer(*trvErrors); });
+}
+
+void frmProcessingDocuments::OpenNodeUnderPointer(const ResultTree& tree)
+{
+    if (const auto node = tree.HitTest(lastX_, lastY_))
+        OPenDocument(*node);
+}
+
+void frmProcessingDocuments::trvChangedFiles_MouseMove(int, int, float X, float Y)
+{
+    lastX_ = X;
+    lastY_ = Y;
+}
+
+void frmProcessingDocuments::trvNotChangedFiles_MouseMove(int, int, float X, float Y)
+{
+    lastX_ = X;
+    lastY_ = Y;
+}
+
+void frmProcessingDocuments::trvErrors_MouseMove(int, int, float X, float Y)
+{
+    lastX_ = X;
+    lastY_ = Y;
+}
+
+}  // namespace tessarine

@@ -1,0 +1,108 @@
+#include "ui/run/ResultReport.h"
+
+#include <array>
+#include <string>
+
+#include "platform/CheckedInteger.h"
+#include "platform/Treatments.h"
+#include "ui/run/ResultTree.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+struct LocationRow {
+    const char16_t* label;
+    const char16_t* found = u"Found";
+    const char16_t* notFound = u"Not Found";
+};
+
+/// In the order of Location. Blanks and letters differ from row to row; this is intended.
+constexpr std::array<LocationRow, SearchLocations.size()> rows{{
+    {u"Slides ("},
+    {u"Hyperlinks Addresses (", u"FOund", u"Not FOund"},
+    {u"Shapes And Textboxes ("},
+    {u"Header ("},
+    {u"Footer ("},
+    {u"Builtin Properties("},
+    {u"Custom Properties("},
+    {u"Notes("},
+    {u"OLE And DDE Links("},
+    {u"Slide Master Per Slide("},
+    {u"Slide Master Per Presentation ("},
+    {u"Title Master("},
+    {u"Handout Master("},
+    {u"Notes Master("},
+}};
+
+using Position = ResultModel::Position;
+
+/// Shows what was added, also when a failure ends the adding.
+class Showing
+{
+public:
+    explicit Showing(ResultModel& results) : results_(results) {}
+    ~Showing()
+    {
+        Skip([this] { results_.ShowAdditions(); });
+    }
+    Showing(const Showing&) = delete;
+    Showing& operator=(const Showing&) = delete;
+
+private:
+    ResultModel& results_;
+};
+
+Position FileOf(ResultModel& results, const CounterStatuses& status, ResultCounters counters)
+{
+    if (const auto file = results.Nodes().FindFile(status.FileName))
+        return *file;
+    const Position file = results.AddFile(status.FileName);
+    if (status.FileStausAfterProcess == FileStatus::Counted)
+        ++counters.mFilesChanged;
+    return file;
+}
+
+void AddItem(ResultModel& results, Position file, const CounterStatus& status, bool isReqCount, ResultCounters counters)
+{
+    const Position item = results.AddItem(file, status.FindWhat);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const auto location = static_cast<Location>(row);
+        const std::int32_t count = status.Count(location);
+        if (count == -1)
+            continue;
+        results.AddLocation(file, item, LocationText(location, count, isReqCount));
+        counters.mTotalChanges = CheckedSum(counters.mTotalChanges, count);
+    }
+}
+
+}  // namespace
+
+void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount, ResultCounters counters)
+{
+    if (tree == nullptr)
+        return;
+    ResultModel& results = tree->Results();
+    const Showing showing(results);
+    const Position file = FileOf(results, status, counters);
+    if (status.FileStausAfterProcess == FileStatus::Counted)
+        for (const auto& item : status.NewEnum())
+            AddItem(results, file, *Set(item), isReqCount, counters);
+    if (status.FileStausAfterProcess == FileStatus::NotProcessed)
+        results.AddItem(file, status.mError);
+}
+
+String LocationText(Location location, std::int32_t count, bool isReqCount)
+{
+    const LocationRow& row = rows[static_cast<std::size_t>(location)];
+    String text = row.label;
+    if (isReqCount)
+        text += FromUtf8(std::to_string(count));
+    else
+        text += count >= 1 ? row.found : row.notFound;
+    return text + u')';
+}
+
+}  // namespace tessarine

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+
+#include "engine/CounterStatuses.h"
+
+namespace tessarine
+{
+
+class ResultTree;
+
+/// What the results of a run add up to. All counters of frmMain that a result moves.
+struct ResultCounters {
+    std::int32_t& mFilesChanged;  ///< File nodes added for a file with a count.
+    std::int32_t& mTotalChanges;  ///< Sum of all location counts.
+};
+
+/// Adds a file's result to a tree, and shows it: the file, unless the tree has it already; the items and locations of a
+/// file with a count; the reason of a file that was not processed. `isReqCount` tells whether a location shows its
+/// count, or only whether there was any.
+///
+/// `tree` is the one of the result's status (frmProcessingDocuments::TreeOf); null for a status without one, for which
+/// nothing is added. Failure 6 when the total no longer fits; what was added until then stays.
+void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount, ResultCounters counters);
+
+/// The text of a location: its label, the count or a word, and ")". The labels are the same in every language.
+String LocationText(Location location, std::int32_t count, bool isReqCount);
+
+}  // namespace tessarine

@@ -1,0 +1,271 @@
+#include "ui/run/frmProcessingDocuments.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include "app/GlobalState.h"
+#include "app/LanguageText.h"
+#include "i18n/LanguageOfControls.h"
+#include "i18n/QtText.h"
+#include "platform/ErrorLog.h"
+#include "platform/Messages.h"
+#include "platform/ProgramInfo.h"
+#include "platform/Treatments.h"
+#include "settings/SettingsStore.h"
+#include "ui/run/ElapsedTime.h"
+#include "ui/run/ResultTree.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmProcessingDocuments";
+const String section = u"frmProcessingDocuments";
+
+/// The one window, as long as it is loaded. Its owner may take it along.
+QPointer<frmProcessingDocuments>& LoadedWindow()
+{
+    static QPointer<frmProcessingDocuments> window;
+    return window;
+}
+
+QString TextOf(const String& key)
+{
+    return ToQt(GetLngString(section, key));
+}
+
+/// A stored length, when it is one that a window can have.
+std::optional<int> StoredLength(const String& key)
+{
+    bool isNumber = false;
+    const int length = ToQt(GetSetting(String(ApplicationTitle), section, key)).toInt(&isNumber);
+    return isNumber && length > 0 && length < QWIDGETSIZE_MAX ? std::optional(length) : std::nullopt;
+}
+
+}  // namespace
+
+frmProcessingDocuments& frmProcessingDocuments::Instance(QWidget* owner)
+{
+    if (LoadedWindow().isNull())
+        LoadedWindow() = new frmProcessingDocuments(owner);
+    return *LoadedWindow();
+}
+
+frmProcessingDocuments* frmProcessingDocuments::Loaded()
+{
+    return LoadedWindow().data();
+}
+
+frmProcessingDocuments::frmProcessingDocuments(QWidget* owner)
+    : QWidget(owner, Qt::Window),
+      trvChangedFiles(new ResultTree("trvChangedFiles", this)),
+      trvNotChangedFiles(new ResultTree("trvNotChangedFiles", this)),
+      trvErrors(new ResultTree("trvErrors", this))
+{
+    setObjectName("frmProcessingDocuments");
+    setAttribute(Qt::WA_DeleteOnClose);
+    BuildControls();
+    ConnectHandlers();
+    RestoreSize();
+    Form_Load();
+}
+
+frmProcessingDocuments::~frmProcessingDocuments() = default;
+
+void frmProcessingDocuments::Form_Load()
+{
+    LogAndReturn({u"Form_Load", place}, [this] {
+        StartTime = QTime::currentTime();
+        SSTab1->setCurrentIndex(1);  // a run moves to the progress
+        SSTab1_Click();
+        LoadLng();
+        ShowElapsedTime();
+        tmrelapsedSecsX = std::make_unique<TimerX>();
+        tmrelapsedSecsX->Timer += [this] { tmrelapsedSecsX_Timer(); };
+        tmrelapsedSecsX->Interval = 1;
+        tmrelapsedSecsX->PutEnabled(true);
+    });
+}
+
+void frmProcessingDocuments::LoadLng()
+{
+    LogAndReturn({u"LoadLng", place}, [this] {
+        ApplyLanguage(*this, section, ControlTips::Basic);
+        SSTab1->setTabText(0, TextOf(u"SSTab1.TabCaption(0)"));
+        const String caption = IsSearchRun ? u"SSTab1.TabCaption1(" : u"SSTab1.TabCaption(";
+        for (int tab = 1; tab < SSTab1->count(); ++tab)
+            SSTab1->setTabText(tab, TextOf(caption + FromUtf8(std::to_string(tab)) + u")"));
+        for (ResultTree* tree : {trvChangedFiles, trvNotChangedFiles, trvErrors})
+            tree->PutMenuCaptions(TextOf(u"mnuCopyNode.caption"), TextOf(u"mnuExpandAll.caption"),
+                                  TextOf(u"mnuCollapseAll.caption"));
+        NameTrees();
+        ShowNotOpened();
+    });
+}
+
+/// For those who hear the window instead of seeing it.
+void frmProcessingDocuments::NameTrees()
+{
+    const std::array<ResultTree*, 3> trees{trvChangedFiles, trvNotChangedFiles, trvErrors};
+    for (std::size_t i = 0; i < trees.size(); ++i)
+        trees[i]->setAccessibleName(SSTab1->tabText(static_cast<int>(i) + 1).remove(u'&'));
+}
+
+void frmProcessingDocuments::UpdateSecs()
+{
+    LogAndReturn({u"UpdateSecs", place}, [this] {
+        ShowElapsedTime();
+        DeliverPendingEvents();
+    });
+}
+
+void frmProcessingDocuments::tmrelapsedSecsX_Timer()
+{
+    ShowElapsedTime();
+    DeliverPendingEvents();  // the last thing: the user may close the window in here
+}
+
+void frmProcessingDocuments::ShowElapsedTime()
+{
+    lblelapsedSecs->setText(ElapsedTimeText(StartTime, QTime::currentTime()));
+}
+
+void frmProcessingDocuments::SSTab1_Click()
+{
+    LogAndReturn({u"SSTab1_Click", place}, [this] {
+        for (std::size_t tab = 0; tab < panels.size(); ++tab)
+            panels[tab]->setVisible(SSTab1->currentIndex() == static_cast<int>(tab));
+    });
+}
+
+void frmProcessingDocuments::cmdOK_Click()
+{
+    LogAndReturn({u"cmdOK_Click", place}, [this] {
+        if (IsComplited)
+            Unload();
+        else
+            Set(CurrentProject)->IsProcessCancel = true;
+    });
+}
+
+void frmProcessingDocuments::closeEvent(QCloseEvent* event)
+{
+    const bool mayClose = IsComplited || !IsRunGoing;
+    event->setAccepted(mayClose);
+    if (mayClose)
+        Unload();
+    else
+        cmdOK_Click();
+}
+
+/// Forgets the window at once, so that the next use loads another; it goes away when the events on their way to it
+/// have come.
+void frmProcessingDocuments::Unload()
+{
+    if (Loaded() != this)
+        return;
+    LoadedWindow().clear();
+    KeepSize();
+    if (tmrelapsedSecsX)
+        tmrelapsedSecsX->PutEnabled(false);
+    close();
+}
+
+void frmProcessingDocuments::RestoreSize()
+{
+    const auto width = StoredLength(u"Width");
+    const auto height = StoredLength(u"Height");
+    if (width && height)
+        resize(*width, *height);
+    else
+        resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 26);
+}
+
+void frmProcessingDocuments::KeepSize() const
+{
+    if (isMaximized() || isFullScreen())
+        return;
+    // A size that can't be kept is not worth a word.
+    Skip([this] {
+        SaveSetting(String(ApplicationTitle), section, u"Width", FromQt(QString::number(width())));
+        SaveSetting(String(ApplicationTitle), section, u"Height", FromQt(QString::number(height())));
+    });
+}
+
+void frmProcessingDocuments::SetProgressRange(std::int32_t maximum)
+{
+    pgbar1->setRange(0, std::max(maximum, 1));  // without a length Qt shows a bar that never ends
+    pgbar1->setValue(0);
+}
+
+void frmProcessingDocuments::AddProgressStep()
+{
+    pgbar1->setValue(pgbar1->value() + 1);
+}
+
+void frmProcessingDocuments::FillProgress()
+{
+    pgbar1->setValue(pgbar1->maximum());
+}
+
+void frmProcessingDocuments::ShowProgressTab()
+{
+    SSTab1->setCurrentIndex(0);
+}
+
+void frmProcessingDocuments::SetDocChanged(const String& text)
+{
+    lblDocChanged->setText(ToQt(text));
+}
+
+void frmProcessingDocuments::SetChangesMade(const String& text)
+{
+    lblChangesMade->setText(ToQt(text));
+}
+
+void frmProcessingDocuments::SetOKCaption(const String& text)
+{
+    cmdOK->setText(ToQt(text));
+}
+
+ResultTree* frmProcessingDocuments::TreeOf(const std::shared_ptr<CounterStatuses>& vStatus) const
+{
+    switch (Set(vStatus)->FileStausAfterProcess) {
+        case FileStatus::Counted:
+            return trvChangedFiles;
+        case FileStatus::NothingCounted:
+            return trvNotChangedFiles;
+        case FileStatus::NotProcessed:
+            return trvErrors;
+        default:
+            return nullptr;
+    }
+}
+
+void frmProcessingDocuments::FileNotOpened(const String& path, const Failure& failure)
+{
+    if (!notOpened_.insert(path).second)
+        return;
+    WriteErrorLog(u"Error " + FromUtf8(std::to_string(failure.number)) + u" (" + failure.description + u") in file " +
+                  path);
+    ShowNotOpened();
+}
+
+void frmProcessingDocuments::ShowNotOpened()
+{
+    lblNotOpened->setText(
+        TextOf(u"lblNotOpened.caption").replace(QLatin1String("%d"), QString::number(notOpened_.size())));
+    panelNotOpened->setVisible(!notOpened_.empty());
+}
+
+}  // namespace tessarine

@@ -1,0 +1,149 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <set>
+
+#include <QTime>
+#include <QWidget>
+
+#include "engine/CounterStatuses.h"
+#include "platform/Failure.h"
+#include "run/TimerX.h"
+
+class QFrame;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QTabWidget;
+
+namespace tessarine
+{
+
+class ResultTree;
+struct ResultNode;
+
+/// The window of a run: its progress, the files that changed, those that did not, and the errors. The main window
+/// opens it and fills it; it stays open behind the run, until the user closes it.
+///
+///   IsComplited  caption of cmdOK    cmdOK
+///   false        CANCELcaption       ask the run to end before its next file; the window stays
+///   true         OKcaption           close the window
+///
+/// The window's own close button does the same while a run is going, and closes the window otherwise, also behind a run
+/// that ended early with IsComplited false.
+///
+/// There is one at a time. It is loaded by its first use and forgotten when it closes: what closes comes back empty.
+/// All happens on the one thread, also in the middle of a run, where the run delivers events.
+///
+/// A failure in a handler is logged under the handler's name and ends it.
+class frmProcessingDocuments : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The window, loaded if it is not. `owner` is the window that it stays in front of, for one that is loaded now.
+    static frmProcessingDocuments& Instance(QWidget* owner = nullptr);
+
+    /// The window if it is loaded, otherwise null: the user may close it before the run is quite over.
+    static frmProcessingDocuments* Loaded();
+
+    ~frmProcessingDocuments() override;
+
+    bool IsComplited = false;                 ///< Whether the run has ended.
+    bool IsRunGoing = false;                  ///< Whether the run is in progress, whatever became of its last file.
+    std::unique_ptr<TimerX> tmrelapsedSecsX;  ///< Refreshes the elapsed time until it is disabled.
+    QTime StartTime;                          ///< When the window was loaded.
+
+    // --- What a run shows ---------------------------------------------------------------------------------------
+
+    void SetProgressRange(std::int32_t maximum);  ///< One step per file, from 0.
+    void AddProgressStep();
+    void FillProgress();     ///< To its end.
+    void ShowProgressTab();  ///< Where every run begins.
+    void SetDocChanged(const String& text);
+    void SetChangesMade(const String& text);
+    void SetOKCaption(const String& text);
+
+    /// The tree for a result. Null for a status that has none; failure 91 when there is no result.
+    ResultTree* TreeOf(const std::shared_ptr<CounterStatuses>& vStatus) const;
+
+    /// Counts a file that could not be opened, once, in a line that appears with the first of them, and logs the file
+    /// and the reason.
+    void FileNotOpened(const String& path, const Failure& failure);
+
+    /// The trees of the results.
+    ResultTree* const trvChangedFiles;
+    ResultTree* const trvNotChangedFiles;
+    ResultTree* const trvErrors;
+
+    // --- Handlers -----------------------------------------------------------------------------------------------
+
+    void LoadLng();     ///< Applies the active language, in the words of the kind of run that IsSearchRun tells.
+    void UpdateSecs();  ///< Shows the elapsed time and delivers events.
+    void SSTab1_Click();
+    void cmdOK_Click();
+
+    // --- On the results (ResultCommands.cpp) --------------------------------------------------------------------
+
+    void cmdCopyLog_Click();
+    void cmdCommand_Click(int index);  ///< 0 removes the backups, 1 restores them.
+    void cmdErrorLog_Click();
+    void OPenDocument(const ResultNode& node);  ///< Opens a file's node; does nothing for another.
+    void trvChangedFiles_DblClick();
+    void trvNotChangedFiles_DblClick();
+    void trvErrors_DblClick();
+    void trvChangedFiles_MouseMove(int Button, int Shift, float X, float Y);
+    void trvNotChangedFiles_MouseMove(int Button, int Shift, float X, float Y);
+    void trvErrors_MouseMove(int Button, int Shift, float X, float Y);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    explicit frmProcessingDocuments(QWidget* owner);
+
+    void Form_Load();
+    void Unload();
+    void tmrelapsedSecsX_Timer();
+    void ShowElapsedTime();
+    void ShowNotOpened();
+    void NameTrees();
+    void RestoreSize();
+    void KeepSize() const;
+    void OpenNodeUnderPointer(const ResultTree& tree);
+    void Open(const String& path);
+
+    // Building of the controls: ProcessingLayout.cpp.
+    void BuildControls();
+    void BuildWarning();
+    QWidget* BuildProgress();
+    QWidget* BuildNotOpened();
+    QWidget* BuildChangedFiles();
+    QWidget* BuildTree(const char* panelName, ResultTree* tree);
+    void BuildCommands();
+    void ConnectHandlers();
+
+    QTabWidget* SSTab1 = nullptr;
+    std::array<QWidget*, 4> panels{};  // of the tabs
+    QProgressBar* pgbar1 = nullptr;
+    QLabel* lblelapsedSecs = nullptr;
+    QLabel* lblDocChanged = nullptr;
+    QLabel* lblChangesMade = nullptr;
+    QLabel* lblNotOpened = nullptr;
+    QPushButton* cmdErrorLog = nullptr;
+    QWidget* panelNotOpened = nullptr;
+    QFrame* panelWarning = nullptr;
+    QLabel* lblWarning = nullptr;
+    QWidget* panelCommand = nullptr;
+    QPushButton* cmdOK = nullptr;
+    QPushButton* cmdCopyLog = nullptr;
+    std::array<QPushButton*, 2> cmdCommand{};
+
+    std::set<String> notOpened_;  // paths
+    float lastX_ = 0;             // of the pointer over a tree
+    float lastY_ = 0;
+};
+
+}  // namespace tessarine
