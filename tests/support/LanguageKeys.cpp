@@ -117,12 +117,16 @@ Section MainWindow()
 Section ProcessingWindow()
 {
     Section section("frmProcessingDocuments");
-    section.Captioned({"lblWarning", "lblelapsedSecs", "cmdOK", "cmdCopyLog", "cmdCommand(0)", "cmdCommand(1)"});
-    for (const char* label : {"lblDocChanged", "lblChangesMade"})
+    section.Captioned(
+        {"lblWarning", "lblelapsedSecs", "cmdOK", "cmdCopyLog", "cmdCommand(0)", "cmdCommand(1)", "cmdErrorLog"});
+    for (const char* item : {"mnuCopyNode", "mnuExpandAll", "mnuCollapseAll"})
+        section.Key(std::string(item) + ".caption");
+    for (const char* label : {"lblDocChanged", "lblChangesMade", "lblNotOpened"})
         section.Tip(label);
-    // The captions of these two labels are the texts of a run, too.
+    // The captions of these labels are the texts of a run, too.
     section.Key("lblDocChanged.caption", LanguageEntry::Words, "dis");
     section.Key("lblChangesMade.Caption", LanguageEntry::Words, "d");
+    section.Key("lblNotOpened.caption", LanguageEntry::Words, "d");
     for (const char* key : {"lblDocChanged.caption1", "lblDocChanged.caption2"})
         section.Key(key, LanguageEntry::Words, "di");
     for (const char* key : {"lblChangesMade.Caption1", "lblChangesMade.Caption4"})
