@@ -8,6 +8,8 @@
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/ProcessingText.h"
+#include "ui/run/frmProcessingDocuments.h"
 
 namespace tessarine
 {
@@ -16,7 +18,23 @@ namespace
 {
 
 constexpr StringView place = u"Form frmMain";
-constexpr std::int16_t searching = 1;  // index of the start button
+
+/// While it lives, the processing window knows that a run is going. It may be closed meanwhile.
+class RunGoing
+{
+public:
+    RunGoing() { Put(true); }
+    ~RunGoing() { Put(false); }
+    RunGoing(const RunGoing&) = delete;
+    RunGoing& operator=(const RunGoing&) = delete;
+
+private:
+    static void Put(bool isGoing)
+    {
+        if (auto* const window = frmProcessingDocuments::Loaded())
+            window->IsRunGoing = isGoing;
+    }
+};
 
 }  // namespace
 
@@ -41,11 +59,32 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         if (ShowMessage(question) != MessageAnswer::Yes)
             return;
         CurrentProject->UnloadPowerPoint();
+        PrepareProcessingWindow();
         Run();
     });
 }
 
-/// Takes the list in force through the files.
+void frmMain::PrepareProcessingWindow()
+{
+    mFilesProcessed = 0;
+    mFilesChanged = 0;
+    mTotalChanges = 0;
+    frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
+    window.setWindowTitle(ToQt(ProcessingText(u"frmProcessingDocuments.caption")));
+    window.show();
+    window.SetProgressRange(mTotalFiles);
+    window.ShowProgressTab();
+    window.IsComplited = false;
+    const bool isCounted = CurrentProject->options->RequiredFindAndReplaceCount;
+    window.SetChangesMade(ProcessingText(mRunIndex == replacing ? u"lblChangesMade.Caption3"
+                                         : isCounted            ? u"lblChangesMade.Caption2"
+                                                                : u"lblChangesMade.Caption5"));
+    window.SetOKCaption(ProcessingText(u"cmdOK.CANCELcaption"));
+    window.SetDocChanged(ProcessingText(u"lblDocChanged.caption", 0, mTotalFiles, u"0 Document Processed"));
+}
+
+/// Takes the list in force through the files. A list that has got lost since the validation ends it with the processing
+/// window left as it is.
 void frmMain::Run()
 {
     std::shared_ptr<FindAndReplaceItems> list;  // null stands for the project's own
@@ -63,10 +102,15 @@ void frmMain::Run()
         ShowMessage(GlobalMsg(u"1055"), MessageIcon::Exclamation);
         return;
     }
-    if (mRunIndex == searching)
-        CurrentProject->Search(list, nullptr);
-    else
-        CurrentProject->Replacement(list, nullptr);
+    {
+        const RunGoing going;
+        if (mRunIndex == replacing)
+            CurrentProject->Replacement(list, nullptr);
+        else
+            CurrentProject->Search(list, nullptr);
+    }
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        window->tmrelapsedSecsX->PutEnabled(false);
 }
 
 }  // namespace tessarine

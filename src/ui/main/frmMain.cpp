@@ -68,6 +68,7 @@ void frmMain::Form_Load()
         optLoad_Click(0);
         LoadProjectOnForm();
         mProject = CurrentProject;
+        ReceiveEvents();
         recentFiles_->MRUCount = 0;
         recentFiles_->GetMRUFileList();
         SSTab1->setCurrentIndex(0);

@@ -3,11 +3,14 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include "model/FindAndReplaceItems.h"
 #include "model/Project.h"
+#include "platform/Failure.h"
 #include "shell/CommonDialog.h"
 
 class QCheckBox;
@@ -123,8 +126,18 @@ public:
 
     // --- Validation and run (Validation.cpp, RunLaunch.cpp) -----------------------------------------------------
 
+    static constexpr std::int16_t replacing = 0;  ///< Indexes of the start commands.
+    static constexpr std::int16_t searching = 1;
+
     bool Validation();
-    void cmdStartReplacing_Click(std::int16_t Index);  ///< 0 replaces, 1 searches.
+    void cmdStartReplacing_Click(std::int16_t Index);
+
+    // --- Events of a run (RunReport.cpp) ------------------------------------------------------------------------
+
+    void mProject_BeforFileProcess(const String& vFilepath);
+    void mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& vStatus);
+    void mProject_ManualInterventionRequired();
+    void mProject_ProcessCancel();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -161,7 +174,11 @@ private:
 
     bool ValidateList();
     bool ValidateFiles();
+    void PrepareProcessingWindow();
     void Run();
+    void ReceiveEvents();
+    String ChangesMadeKey() const;
+    void TellOfHiddenFailure(const CounterStatuses* status);
 
     // --- Controls -----------------------------------------------------------------------------------------------
 
@@ -227,7 +244,12 @@ private:
 
     std::int32_t LastHoverRow = 0;
     std::int16_t mRunIndex = 0;
-    std::int32_t mTotalFiles = 0;
+    std::int32_t mTotalFiles = 0;      // as chosen for the run
+    std::int32_t mFilesProcessed = 0;  // begun
+    std::int32_t mFilesChanged = 0;    // file nodes added for a file with a count
+    std::int32_t mTotalChanges = 0;    // sum of all location counts
+    String currentFile_;
+    std::optional<Failure> passedOver_;  // for the current file
     CommonDialog common;
     std::shared_ptr<Project> mProject;
     std::unique_ptr<frmChangeLanguage> mfrmChangeLanguage;

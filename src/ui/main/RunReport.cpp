@@ -1,0 +1,118 @@
+#include "platform/CheckedInteger.h"
+#include "platform/Treatments.h"
+#include "ui/main/frmMain.h"
+#include "ui/main/ProcessingText.h"
+#include "ui/run/frmIntervention.h"
+#include "ui/run/frmProcessingDocuments.h"
+#include "ui/run/ResultReport.h"
+
+// What the main window does with the events of a run: it brings the processing window up to date.
+
+namespace tessarine
+{
+
+namespace
+{
+
+constexpr StringView place = u"Form frmMain";
+
+}  // namespace
+
+void frmMain::mProject_BeforFileProcess(const String& vFilepath)
+{
+    LogAndReturn({u"mProject_BeforFileProcess", place}, [&] {
+        mFilesProcessed = CheckedSum(mFilesProcessed, 1);
+        currentFile_ = vFilepath;
+        passedOver_.reset();
+        frmProcessingDocuments::Instance(this).SetDocChanged(
+            ProcessingText(u"lblDocChanged.caption", mFilesProcessed, mTotalFiles, vFilepath));
+    });
+}
+
+void frmMain::mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& vStatus)
+{
+    TellOfHiddenFailure(vStatus.get());
+    ResultTree* tree = nullptr;
+    const bool hasResult = LogAndReturn({u"mProject_AfterFileProcess", place}, [&] {
+        frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
+        window.AddProgressStep();
+        tree = window.TreeOf(vStatus);
+        return true;
+    });
+    if (!hasResult)
+        return;
+
+    // From here on failures travel to the run.
+    AddResult(tree, *vStatus, mProject->IsReqCount, {mFilesChanged, mTotalChanges});
+    frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
+    window.SetChangesMade(ProcessingText(ChangesMadeKey(), mTotalChanges));
+    if (!mProject->IsProcessCancel && mFilesProcessed != mTotalFiles)
+        return;
+    window.SetDocChanged(ProcessingText(mRunIndex == searching ? u"lblDocChanged.caption2" : u"lblDocChanged.caption1",
+                                        mFilesChanged, mTotalFiles));
+    window.IsComplited = true;
+    window.FillProgress();
+    window.SetOKCaption(ProcessingText(u"cmdOK.OKcaption"));
+}
+
+String frmMain::ChangesMadeKey() const
+{
+    if (mRunIndex == replacing)
+        return u"lblChangesMade.Caption";
+    return mProject->IsReqCount ? u"lblChangesMade.Caption1" : u"lblChangesMade.Caption4";
+}
+
+/// A failure that no tree shows: the run reports nothing for such a file, or the result of the file before.
+void frmMain::TellOfHiddenFailure(const CounterStatuses* status)
+{
+    const bool isShown = status != nullptr && status->FileName == currentFile_ &&
+                         status->FileStausAfterProcess == FileStatus::NotProcessed;
+    if (passedOver_ && !isShown)
+        frmProcessingDocuments::Instance(this).FileNotOpened(currentFile_, *passedOver_);
+    passedOver_.reset();
+}
+
+void frmMain::mProject_ManualInterventionRequired()
+{
+    LogAndReturn({u"mProject_ManualInterventionRequired", place}, [this] { frmIntervention(this).exec(); });
+}
+
+void frmMain::mProject_ProcessCancel()
+{
+    LogAndReturn({u"mProject_ProcessCancel", place}, [this] {
+        frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
+        if (mProject->IsProcessCancel) {
+            window.FillProgress();
+            window.IsComplited = true;
+        }
+        window.SetOKCaption(ProcessingText(u"cmdOK.OKcaption"));
+    });
+}
+
+/// Receives the events of the project, as long as this window is there.
+void frmMain::ReceiveEvents()
+{
+    const QPointer<frmMain> self(this);
+    mProject->BeforFileProcess += [self](const String& vFilepath) {
+        if (self)
+            self->mProject_BeforFileProcess(vFilepath);
+    };
+    mProject->AfterFileProcess += [self](const std::shared_ptr<CounterStatuses>& vStatus) {
+        if (self)
+            self->mProject_AfterFileProcess(vStatus);
+    };
+    mProject->ManualInterventionRequired += [self] {
+        if (self)
+            self->mProject_ManualInterventionRequired();
+    };
+    mProject->ProcessCancel += [self] {
+        if (self)
+            self->mProject_ProcessCancel();
+    };
+    mProject->FailurePassedOver = [self](const String&, const Failure& failure) {
+        if (self)
+            self->passedOver_ = failure;
+    };
+}
+
+}  // namespace tessarine
