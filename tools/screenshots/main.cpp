@@ -10,18 +10,23 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "Themes.h"
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
+#include "desktop/DesktopPorts.h"
 #include "desktop/OutlinedStyle.h"
-#include "i18n/QtText.h"
 #include "i18n/frmChangeLanguage.h"
+#include "i18n/QtText.h"
 #include "office/builtin/Provider.h"
 #include "platform/ErrorLog.h"
+#include "platform/Messages.h"
 #include "platform/ProgramFolder.h"
 #include "shell/frmAbout.h"
+#include "support/SampleDecks.h"
+#include "Themes.h"
 #include "ui/icons/Icons.h"
 #include "ui/main/frmMain.h"
+#include "ui/run/frmProcessingDocuments.h"
+#include "ui/run/ResultTree.h"
 
 // Shows every window of the program with a job in it, in the languages asked for, light and dark, and takes pictures of
 // the screen, window frames and all. QT_SCALE_FACTOR sets the scale.
@@ -83,8 +88,7 @@ public:
         window.raise();
         QTest::qWait(settled);
         const QRect frame = window.frameGeometry();
-        const QPixmap picture =
-            window.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
+        const QPixmap picture = window.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
         const QString file = prefix_ + name + ".png";
         if (!picture.save(file))
             throw std::runtime_error("could not write " + file.toStdString());
@@ -93,6 +97,32 @@ public:
 private:
     QString prefix_;
 };
+
+/// The window of a run over the sample decks, behind its end: each of its tabs.
+void TakeRun(const Camera& camera)
+{
+    const QTemporaryDir folder;
+    test::WriteSampleDecks(folder.path().toStdString());
+    QFile broken(folder.filePath("Broken.pptx"));
+    if (!broken.open(QFile::WriteOnly) || broken.write("no presentation") < 0)
+        throw std::runtime_error("could not write a broken file");
+    broken.close();
+    CurrentProject->options->FileToProcessFolderPath = FromQt(folder.path());
+
+    frmMain window;
+    window.show();
+    window.cmdStartReplacing_Click(frmMain::searching);
+    frmProcessingDocuments& run = frmProcessingDocuments::Instance();
+    auto* const tabs = run.findChild<QTabWidget*>("SSTab1");
+    run.trvChangedFiles->ExpandAll();
+    const char* const names[] = {"run-progress", "run-changed", "run-unchanged", "run-errors"};
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        tabs->setCurrentIndex(tab);
+        camera.Take(run, names[tab]);
+    }
+    run.close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
 
 void TakeAll(const Camera& camera)
 {
@@ -106,6 +136,7 @@ void TakeAll(const Camera& camera)
             camera.Take(window, names[tab]);
         }
     }
+    TakeRun(camera);
     frmChangeLanguage language;
     camera.Take(language, "language");
     frmAbout about;
@@ -126,6 +157,8 @@ try {
     const QTemporaryDir home;  // nobody's settings show, and none are changed
     for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
         qputenv(name, QFile::encodeName(home.path()));
+    const DesktopPorts ports;
+    SetMessageBox([](const Message&) { return MessageAnswer::Yes; });
     ApplicationDataFolder = FromQt(home.path());
     SetProgramFolder(FromUtf8(TESSARINE_PROGRAM_FOLDER));
     QApplication::setStyle(new OutlinedStyle);  // the application owns it
