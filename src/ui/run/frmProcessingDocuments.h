@@ -51,7 +51,7 @@ public:
 
     ~frmProcessingDocuments() override;
 
-    bool IsComplited = false;                 ///< Whether the run has ended.
+    bool IsComplited = false;                 ///< Whether the run has reported its end.
     bool IsRunGoing = false;                  ///< Whether the run is in progress, whatever became of its last file.
     std::unique_ptr<TimerX> tmrelapsedSecsX;  ///< Refreshes the elapsed time until it is disabled.
     QTime StartTime;                          ///< When the window was loaded.

@@ -1,0 +1,448 @@
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include "app/GlobalState.h"
+#include "platform/ErrorLog.h"
+#include "ui/run/ProcessingWindowTest.h"
+
+namespace tessarine
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::MatchesRegex;
+
+class WindowOfARunTest : public ProcessingWindowTest
+{
+protected:
+    std::vector<std::string> Tabs()
+    {
+        std::vector<std::string> captions;
+        for (int tab = 0; tab < 4; ++tab)
+            captions.push_back(The<QTabWidget>("SSTab1").tabText(tab).toStdString());
+        return captions;
+    }
+
+    std::vector<bool> VisiblePanels()
+    {
+        return {IsVisible("panelProgress"), IsVisible("panelFilesChanged"), IsVisible("panelFilesNotChanged"),
+                IsVisible("panelErrors")};
+    }
+
+    /// Lets what was closed go away.
+    static void ForgetClosedWindows() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+};
+
+TEST_F(WindowOfARunTest, IsLoadedOnTheFilesThatChangedWithItsTimerRunning)
+{
+    Window();
+
+    EXPECT_EQ(The<QTabWidget>("SSTab1").currentIndex(), 1);
+    EXPECT_THAT(VisiblePanels(), ElementsAre(false, true, false, false));
+    EXPECT_FALSE(Window().IsComplited);
+    EXPECT_TRUE(Window().tmrelapsedSecsX->Enabled());
+    EXPECT_THAT(intervals_, ElementsAre(1));
+    EXPECT_EQ(Text("lblelapsedSecs"), "Total Elapsed Time : 00:00:00");
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, BeginsARunOnTheProgress)
+{
+    BeginRun();
+
+    EXPECT_EQ(The<QTabWidget>("SSTab1").currentIndex(), 0);
+    EXPECT_THAT(VisiblePanels(), ElementsAre(true, false, false, false));
+    EXPECT_EQ(The<QProgressBar>("pgbar1").minimum(), 0);
+    EXPECT_EQ(The<QProgressBar>("pgbar1").maximum(), 5);
+    EXPECT_EQ(The<QProgressBar>("pgbar1").value(), 0);
+}
+
+TEST_F(WindowOfARunTest, ShowsThePanelOfTheTabThatIsClicked)
+{
+    BeginRun();
+
+    ShowTab(3);
+    EXPECT_THAT(VisiblePanels(), ElementsAre(false, false, false, true));
+    EXPECT_TRUE(IsVisible("trvErrors"));
+
+    ShowTab(2);
+    EXPECT_THAT(VisiblePanels(), ElementsAre(false, false, true, false));
+    EXPECT_TRUE(IsVisible("trvNotChangedFiles"));
+}
+
+TEST_F(WindowOfARunTest, MovesTheProgressAFileAtATime)
+{
+    BeginRun();
+
+    Window().AddProgressStep();
+    Window().AddProgressStep();
+    EXPECT_EQ(The<QProgressBar>("pgbar1").value(), 2);
+
+    Window().FillProgress();
+    EXPECT_EQ(The<QProgressBar>("pgbar1").value(), 5);
+}
+
+TEST_F(WindowOfARunTest, StartsTheProgressAnewForAnotherRun)
+{
+    BeginRun();
+    Window().FillProgress();
+
+    Window().SetProgressRange(3);
+
+    EXPECT_EQ(The<QProgressBar>("pgbar1").value(), 0);
+    EXPECT_EQ(The<QProgressBar>("pgbar1").maximum(), 3);
+}
+
+TEST_F(WindowOfARunTest, ShowsTheTextsOfTheRunAsTheyAre)
+{
+    Window().SetDocChanged(u"File 1 of 2: /home/<b>R&D</b>/a.pptx");
+    Window().SetChangesMade(u"Change(s) made: 7");
+    Window().SetOKCaption(u"Cancel");
+
+    EXPECT_EQ(Text("lblDocChanged"), "File 1 of 2: /home/<b>R&D</b>/a.pptx");
+    EXPECT_EQ(Text("lblChangesMade"), "Change(s) made: 7");
+    EXPECT_EQ(Text("cmdOK"), "Cancel");
+}
+
+TEST_F(WindowOfARunTest, DoesNotGrowWithALongPath)
+{
+    BeginRun();
+    const int width = Window().minimumSizeHint().width();
+
+    Window().SetDocChanged(String(2000, u'x'));
+
+    EXPECT_EQ(Window().minimumSizeHint().width(), width);
+}
+
+TEST_F(WindowOfARunTest, ShowsTheElapsedTimeAtEachTickAndDeliversEvents)
+{
+    Window();
+    int deliveries = 0;
+    SetDeliverPendingEvents([&] { ++deliveries; });
+    Window().StartTime = QTime(0, 0);
+
+    Tick();
+
+    EXPECT_EQ(deliveries, 1);
+    EXPECT_THAT(Text("lblelapsedSecs"), MatchesRegex("Total Elapsed Time : [0-2][0-9]:[0-5][0-9]:[0-5][0-9]"));
+    EXPECT_NE(Text("lblelapsedSecs"), "Total Elapsed Time : 00:00:00");
+}
+
+TEST_F(WindowOfARunTest, ShowsTheElapsedTimeWhenAsked)
+{
+    Window();
+    int deliveries = 0;
+    SetDeliverPendingEvents([&] { ++deliveries; });
+    Window().StartTime = QTime(0, 0);
+
+    Window().UpdateSecs();
+
+    EXPECT_EQ(deliveries, 1);
+    EXPECT_NE(Text("lblelapsedSecs"), "Total Elapsed Time : 00:00:00");
+}
+
+TEST_F(WindowOfARunTest, LogsADeliveryThatFails)
+{
+    Window();
+    SetDeliverPendingEvents([] { throw Failure(FailureNumber::Overflow, u"Overflow"); });
+
+    Window().UpdateSecs();
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 6 (Overflow) in procedure UpdateSecs at Line No. 0 of Form "
+                                          "frmProcessingDocuments"));
+}
+
+TEST_F(WindowOfARunTest, KeepsTheLastElapsedTimeOnceTheTimerIsDisabled)
+{
+    BeginRun();
+
+    Window().tmrelapsedSecsX->PutEnabled(false);
+    Window().StartTime = QTime(0, 0);
+    Tick();
+
+    EXPECT_EQ(Text("lblelapsedSecs"), "Total Elapsed Time : 00:00:00");
+}
+
+TEST_F(WindowOfARunTest, AsksTheRunToEndAndStays)
+{
+    BeginRun();
+
+    Click("cmdOK");
+
+    EXPECT_TRUE(CurrentProject->IsProcessCancel);
+    EXPECT_TRUE(Window().isVisible());
+    EXPECT_EQ(Text("cmdOK"), "Cancel");
+    EXPECT_FALSE(Window().IsComplited);
+}
+
+TEST_F(WindowOfARunTest, ChangesNothingAtASecondClickWhileACancelWaits)
+{
+    BeginRun();
+    Click("cmdOK");
+
+    Click("cmdOK");
+
+    EXPECT_TRUE(CurrentProject->IsProcessCancel);
+    EXPECT_TRUE(Window().isVisible());
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, LogsACancelWithoutAProject)
+{
+    BeginRun();
+    CurrentProject.reset();
+
+    Click("cmdOK");
+
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 91 (Object variable or With block variable not set) in procedure "
+                                          "cmdOK_Click at Line No. 0 of Form frmProcessingDocuments"));
+    EXPECT_TRUE(Window().isVisible());
+}
+
+TEST_F(WindowOfARunTest, ClosesBehindTheRun)
+{
+    BeginRun();
+    EndRun();
+
+    Click("cmdOK");
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+    EXPECT_FALSE(CurrentProject->IsProcessCancel);
+    EXPECT_THAT(timers_, IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, IsClosedByItsCloseButtonBehindTheRun)
+{
+    BeginRun();
+    EndRun();
+
+    EXPECT_TRUE(Window().close());
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+}
+
+TEST_F(WindowOfARunTest, AsksTheRunToEndWhenItsCloseButtonIsPressed)
+{
+    BeginRun();
+
+    EXPECT_FALSE(Window().close());
+
+    EXPECT_TRUE(CurrentProject->IsProcessCancel);
+    EXPECT_TRUE(Window().isVisible());
+}
+
+TEST_F(WindowOfARunTest, IsClosedByItsCloseButtonWhenTheRunEndedWithoutAReport)
+{
+    BeginRun();
+    Window().IsRunGoing = false;
+
+    EXPECT_TRUE(Window().close());
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+    EXPECT_FALSE(CurrentProject->IsProcessCancel);
+}
+
+TEST_F(WindowOfARunTest, IsNotClosedByEscape)
+{
+    BeginRun();
+
+    QTest::keyClick(&Window(), Qt::Key_Escape);
+
+    EXPECT_TRUE(Window().isVisible());
+    EXPECT_FALSE(CurrentProject->IsProcessCancel);
+}
+
+TEST_F(WindowOfARunTest, MayBeClosedWhileATickDeliversEvents)
+{
+    BeginRun();
+    EndRun();
+    SetDeliverPendingEvents([this] {
+        Click("cmdOK");
+        ForgetClosedWindows();
+    });
+
+    Tick();
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+}
+
+TEST_F(WindowOfARunTest, ComesBackEmptyAfterItWasClosed)
+{
+    BeginRun();
+    Add(NothingCounted(u"/a.pptx"));
+    Window().FileNotOpened(u"/b.pptx", Failure(70, u"Permission denied"));
+    EndRun();
+    Click("cmdOK");
+    ForgetClosedWindows();
+
+    Window();
+
+    EXPECT_FALSE(Window().IsComplited);
+    EXPECT_EQ(The<QTabWidget>("SSTab1").currentIndex(), 1);
+    EXPECT_EQ(Window().trvNotChangedFiles->Nodes().FileCount(), 0u);
+    EXPECT_EQ(Text("cmdOK"), "OK");
+    ShowTab(0);
+    EXPECT_FALSE(IsVisible("lblNotOpened"));
+}
+
+TEST_F(WindowOfARunTest, GoesWithItsOwner)
+{
+    auto owner = std::make_unique<QWidget>();
+    frmProcessingDocuments& window = frmProcessingDocuments::Instance(owner.get());
+    EXPECT_EQ(window.parentWidget(), owner.get());
+    EXPECT_TRUE(window.isWindow());
+    EXPECT_EQ(window.windowModality(), Qt::NonModal);
+
+    owner.reset();
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+    EXPECT_THAT(timers_, IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, RemembersItsSize)
+{
+    Window().resize(811, 503);
+    EndRun();
+    Click("cmdOK");
+
+    EXPECT_EQ(Window().size(), QSize(811, 503));
+}
+
+TEST_F(WindowOfARunTest, ClosesWhereItsSizeCannotBeKept)
+{
+    user_.configuration.Write(u"Tessarine", "a file in the way");
+    Window();
+    EndRun();
+
+    Click("cmdOK");
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, SaysWhatAReplaceRunDoes)
+{
+    EXPECT_THAT(Tabs(), ElementsAre("&1 Progress", "&2 Files changes", "&3 Files not changes", "&4 Error"));
+}
+
+TEST_F(WindowOfARunTest, SaysWhatAFindRunDoes)
+{
+    IsSearchRun = true;
+
+    EXPECT_THAT(Tabs(), ElementsAre("&1 Progress", "&2 Files with matches", "&3 Files without matches", "&4 Error"));
+}
+
+TEST_F(WindowOfARunTest, SpeaksTheLanguageInForceButForTheElapsedTime)
+{
+    CurrentLanguageFile = u"German.lng";
+
+    EXPECT_EQ(Text("lblWarning"), "Bitte verwenden Sie PowerPoint nicht, bis die Verarbeitung beendet ist.");
+    EXPECT_EQ(Text("cmdCopyLog"), "Protokoll kopieren");
+    EXPECT_EQ(Text("cmdCommand(0)"), "Sicherungen entfernen");
+    EXPECT_EQ(Text("cmdCommand(1)"), "Sicherungen wiederherstellen");
+    EXPECT_EQ(The("cmdCommand(1)").toolTip(), "Ersetzt die verarbeiteten Dateien durch ihre Sicherungskopien");
+    EXPECT_EQ(Tabs()[1], "&2 Geänderte Dateien");
+    EXPECT_EQ(Text("lblelapsedSecs"), "Total Elapsed Time : 00:00:00");
+    EXPECT_EQ(Window().trvChangedFiles->accessibleName(), "2 Geänderte Dateien");
+}
+
+TEST_F(WindowOfARunTest, HasEmptyCaptionsWithoutALanguageFile)
+{
+    CurrentLanguageFile = u".lng";
+
+    EXPECT_THAT(Tabs(), ElementsAre("", "", "", ""));
+    EXPECT_EQ(Text("cmdOK"), "");
+    EXPECT_EQ(Text("lblDocChanged"), "");
+    EXPECT_EQ(The("cmdCopyLog").toolTip(), "");
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, KeepsItsLanguageUntilItIsLoadedAnew)
+{
+    Window();
+    CurrentLanguageFile = u"German.lng";
+    EXPECT_EQ(Text("cmdCopyLog"), "Copy log to clipboard");
+
+    EndRun();
+    Click("cmdOK");
+
+    EXPECT_EQ(Text("cmdCopyLog"), "Protokoll kopieren");
+}
+
+TEST_F(WindowOfARunTest, IsWorkedByTheKeyboard)
+{
+    BeginRun();
+
+    QTest::keyClick(&Window(), Qt::Key_3, Qt::AltModifier);
+    EXPECT_EQ(The<QTabWidget>("SSTab1").currentIndex(), 2);
+
+    The("cmdOK").setFocus();
+    QTest::keyClick(&The("cmdOK"), Qt::Key_Return);
+    EXPECT_TRUE(CurrentProject->IsProcessCancel);
+}
+
+// --- Files that could not be opened
+// -----------------------------------------------------------------------------------
+
+TEST_F(WindowOfARunTest, SaysNothingWhileEveryFileOpens)
+{
+    BeginRun();
+
+    EXPECT_FALSE(IsVisible("lblNotOpened"));
+    EXPECT_FALSE(IsVisible("cmdErrorLog"));
+}
+
+TEST_F(WindowOfARunTest, CountsTheFilesThatCouldNotBeOpenedAndLogsWhy)
+{
+    BeginRun();
+
+    Window().FileNotOpened(u"/a.pptx", Failure(70, u"Permission denied"));
+    EXPECT_EQ(Text("lblNotOpened"), "1 file(s) could not be opened. The error log names them.");
+
+    Window().FileNotOpened(u"/b.pptx", Failure(FailureNumber::FileCorrupt, u"The file is damaged"));
+    EXPECT_EQ(Text("lblNotOpened"), "2 file(s) could not be opened. The error log names them.");
+    EXPECT_TRUE(IsVisible("lblNotOpened"));
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 70 (Permission denied) in file /a.pptx",
+                                          "Error -2147023504 (The file is damaged) in file /b.pptx"));
+    EXPECT_THAT(messages_.Messages(), IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, CountsAFileOnceHoweverOftenItFails)
+{
+    BeginRun();
+
+    Window().FileNotOpened(u"/a.pptx", Failure(70, u"Permission denied"));
+    Window().FileNotOpened(u"/a.pptx", Failure(70, u"Permission denied"));
+
+    EXPECT_EQ(Text("lblNotOpened"), "1 file(s) could not be opened. The error log names them.");
+    EXPECT_EQ(log_.Lines().size(), 1u);
+}
+
+TEST_F(WindowOfARunTest, OpensTheErrorLog)
+{
+    BeginRun();
+    Window().FileNotOpened(u"/a.pptx", Failure(70, u"Permission denied"));
+
+    Click("cmdErrorLog");
+
+    EXPECT_THAT(shell_.Opened(), ElementsAre(ErrorLogPath()));
+    EXPECT_THAT(messages_.Messages(), IsEmpty());
+}
+
+TEST_F(WindowOfARunTest, SaysWhyTheErrorLogDoesNotOpen)
+{
+    BeginRun();
+    Window().FileNotOpened(u"/a.pptx", Failure(70, u"Permission denied"));
+    shell_.OpenerAnswers(ShellResult::NoAssociation);
+
+    Click("cmdErrorLog");
+
+    EXPECT_THAT(messages_.Messages(),
+                ElementsAre(Message{u"No association for file extension", MessageIcon::Exclamation}));
+}
+
+}  // namespace
+}  // namespace tessarine
