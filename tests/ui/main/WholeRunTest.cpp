@@ -1,0 +1,403 @@
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QProgressBar>
+#include <QTabWidget>
+
+#include "platform/Files.h"
+#include "support/Fixtures.h"
+#include "ui/main/RunFromWindowTest.h"
+#include "ui/run/ResultTree.h"
+
+// Whole runs from the main window: what the user sees meanwhile and behind them, what is in the files.
+
+namespace tessarine
+{
+namespace
+{
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class WholeRun : public RunFromWindowTest
+{
+};
+
+const Pair fabrikam{u"Fabrikam", u"Contoso"};
+const Pair plan{u"Plan", u"Project", {&OptionSetting::InSlides, &OptionSetting::InHyperlinkAddresses}};
+
+TEST_F(WholeRun, AFindSortsEveryKindOfFileAndChangesNone)
+{
+    Presentation(u"a Fabrikam.pptx", {u"Fabrikam", u"More of Fabrikam, Fabrikam"});
+    Presentation(u"b nothing.pptx", {u"Nobody"});
+    SetMode(Presentation(u"c read only.pptx", {u"Fabrikam"}), 0444);
+    File(u"d locked.pptx", test::fixtures::EncryptedAgile());
+    const std::string before = ContentOf(PathOf(u"a Fabrikam.pptx"));
+    SetJob({fabrikam, plan});
+
+    Find();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles),
+                ElementsAre("a Fabrikam.pptx", "\tFabrikam", "\t\tSlides (3)", "\tPlan", "\t\tSlides (0)",
+                            "\t\tHyperlinks Addresses (0)"));
+    EXPECT_THAT(Lines(*Processing().trvNotChangedFiles), ElementsAre("b nothing.pptx"));
+    EXPECT_THAT(Lines(*Processing().trvErrors), ElementsAre("c read only.pptx", "\tRead Only File.", "d locked.pptx",
+                                                            "\t  Wrong Password has been supplied."));
+    EXPECT_EQ(Label("lblDocChanged"), "Finished: matches in 1 of 4 file(s)");
+    EXPECT_EQ(Label("lblChangesMade"), "Match(es) found: 3");
+    EXPECT_EQ(Caption("cmdOK"), "OK");
+    EXPECT_TRUE(Processing().IsComplited);
+    EXPECT_EQ(InProcessing<QProgressBar>("pgbar1").value(), 4);
+    EXPECT_TRUE(ContentOf(PathOf(u"a Fabrikam.pptx")) == before);
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(WholeRun, AReplacementChangesTheFiles)
+{
+    Presentation(u"a.pptx", {u"Fabrikam and Fabrikam", u"The Plan"});
+    Presentation(u"b.pptx", {u"nothing"});
+    SetJob({fabrikam, plan});
+
+    Replace();
+
+    EXPECT_THAT(TextsOf(u"a.pptx"), ElementsAre("Contoso and Contoso", "The Project"));
+    EXPECT_EQ(Label("lblDocChanged"), "Finished: 1 of 2 file(s) changed");
+    EXPECT_EQ(Label("lblChangesMade"), "Change(s) made: 3");
+    EXPECT_EQ(InProcessing<QTabWidget>("SSTab1").tabText(1).toStdString(),
+              English(u"frmProcessingDocuments", u"SSTab1.TabCaption(1)"));
+    EXPECT_TRUE(CurrentProject->options->IsFindOnly) << "again, behind the run";
+}
+
+TEST_F(WholeRun, WithoutTheCountTheTreesSayWhetherAndNotHowOften)
+{
+    Presentation(u"a.pptx", {u"Fabrikam Fabrikam"});
+    SetJob({fabrikam, plan});
+    ShowTab(2);
+    ClickBox("chkRequireCount");
+
+    Find();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles),
+                ElementsAre("a.pptx", "\tFabrikam", "\t\tSlides (Found)", "\tPlan", "\t\tSlides (Not Found)",
+                            "\t\tHyperlinks Addresses (Not FOund)"));
+    EXPECT_EQ(Label("lblChangesMade"), "Location(s) with matches: 1");
+}
+
+TEST_F(WholeRun, AnItemWithoutLocationsStandsWithoutRowsUnderAChangedFile)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam, {u"x", u"", {}}});
+
+    Find();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles), ElementsAre("a.pptx", "\tFabrikam", "\t\tSlides (1)", "\tx"));
+}
+
+TEST_F(WholeRun, TheWindowIsSetUpBeforeTheFirstFile)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    std::vector<std::string> seen;
+    CurrentProject->BeforFileProcess += [&](const String&) {
+        seen = {Label("lblDocChanged"),
+                Label("lblChangesMade"),
+                Caption("cmdOK"),
+                Processing().windowTitle().toStdString(),
+                std::to_string(InProcessing<QTabWidget>("SSTab1").currentIndex()),
+                std::to_string(InProcessing<QProgressBar>("pgbar1").maximum())};
+    };
+
+    Find();
+
+    EXPECT_THAT(seen,
+                ElementsAre("File 1 of 1: a.pptx", "Match(es) found: 0", "Cancel", "Processing Documents", "0", "1"));
+}
+
+TEST_F(WholeRun, ACancelDuringTheThirdOfFiveFilesEndsBehindIt)
+{
+    for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx", u"4.pptx", u"5.pptx"})
+        Presentation(name, {u"Fabrikam"});
+    SetJob({fabrikam});
+    atDelivery = [this] {
+        if (frmProcessingDocuments::Loaded() != nullptr && Label("lblDocChanged") == "File 3 of 5: 3.pptx")
+            ClickInProcessing("cmdOK");
+    };
+
+    Replace();
+
+    EXPECT_THAT(TextsOf(u"3.pptx"), ElementsAre("Contoso"));
+    EXPECT_THAT(TextsOf(u"4.pptx"), ElementsAre("Fabrikam"));
+    EXPECT_TRUE(Processing().IsComplited);
+    EXPECT_EQ(Caption("cmdOK"), "OK");
+    EXPECT_EQ(InProcessing<QProgressBar>("pgbar1").value(), 5);
+    EXPECT_EQ(Label("lblDocChanged"), "File 4 of 5: 4.pptx") << "begun, and left at once";
+    EXPECT_EQ(Label("lblChangesMade"), "Change(s) made: 3");
+    EXPECT_FALSE(CurrentProject->IsProcessCancel) << "cleared for the next run";
+}
+
+TEST_F(WholeRun, AFileThatCouldNotBeOpenedIsCountedInALineAndNamedInTheLog)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    File(u"b broken.pptx", "no presentation");
+    Presentation(u"c.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+
+    Find();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles),
+                ElementsAre("a.pptx", "\tFabrikam", "\t\tSlides (1)", "\tFabrikam", "\t\tSlides (1)", "c.pptx",
+                            "\tFabrikam", "\t\tSlides (1)"))
+        << "the result of the file before stands in for that of the broken one";
+    EXPECT_TRUE(InProcessing("lblNotOpened").isVisible());
+    EXPECT_EQ(Label("lblNotOpened"), "1 file(s) could not be opened. The error log names them.");
+    EXPECT_THAT(LogLines().back(), HasSubstr("b broken.pptx"));
+
+    ClickInProcessing("cmdErrorLog");
+    EXPECT_THAT(shell.Opened(), ElementsAre(ErrorLogPath()));
+}
+
+TEST_F(WholeRun, ABrokenFirstFileHasNoNodeAndTheRunGoesOn)
+{
+    File(u"a broken.pptx", "no presentation");
+    Presentation(u"b.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+
+    Find();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles), ElementsAre("b.pptx", "\tFabrikam", "\t\tSlides (1)"));
+    EXPECT_THAT(Lines(*Processing().trvErrors), IsEmpty());
+    EXPECT_EQ(Label("lblDocChanged"), "Finished: matches in 1 of 2 file(s)");
+    EXPECT_THAT(LogLines(), testing::Contains(StartsWith("Error 91 (")))
+        << "there is no result, which the report trips over";
+    EXPECT_THAT(LogLines(), testing::Contains(AllOf(HasSubstr("mProject_AfterFileProcess"),
+                                                    HasSubstr(" at Line No. 0 of Form frmMain"))));
+}
+
+TEST_F(WholeRun, ALastFileWithAnErrorStillEndsTheRun)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    File(u"b locked.pptx", test::fixtures::EncryptedStandard());
+    SetJob({fabrikam});
+
+    Find();
+
+    EXPECT_TRUE(Processing().IsComplited);
+    EXPECT_EQ(Caption("cmdOK"), "OK");
+}
+
+TEST_F(WholeRun, AFileThatVanishesBehindAProcessedOneEndsTheRunAndItsWindowCanBeClosed)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    const String vanishing = Presentation(u"b.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    CurrentProject->BeforFileProcess += [&](const String& path) {
+        if (path != vanishing)
+            DeleteFile(vanishing);
+    };
+
+    Find();
+
+    EXPECT_FALSE(Processing().IsComplited);
+    EXPECT_EQ(Caption("cmdOK"), "Cancel");
+    ASSERT_EQ(LogLines().size(), 1U);
+    EXPECT_THAT(LogLines().front(),
+                AllOf(StartsWith("Error 53 ("), HasSubstr("b.pptx"),
+                      EndsWith(") in procedure cmdStartReplacing_Click at Line No. 0 of Form frmMain")));
+    EXPECT_TRUE(Processing().close());
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+}
+
+TEST_F(WholeRun, AFileListedTwiceHasOneNodeAndIsCountedOnce)
+{
+    const String path = Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    const String list = folder.Write(u"files.txt", ToUtf8(path) + "\r\n" + ToUtf8(path) + "\r\n");
+    ShowTab(1);
+    ClickBox("optFileProcess(1)");
+    Type("txtGetFileName", ToQt(list));
+
+    Find();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles),
+                ElementsAre("a.pptx", "\tFabrikam", "\t\tSlides (1)", "\tFabrikam", "\t\tSlides (1)"));
+    EXPECT_EQ(Label("lblDocChanged"), "Finished: matches in 1 of 2 file(s)");
+    EXPECT_EQ(Label("lblChangesMade"), "Match(es) found: 2");
+}
+
+TEST_F(WholeRun, TheListOfAFileIsTakenInPlaceOfTheGrid)
+{
+    Presentation(u"a.pptx", {u"Fabrikam Plan"});
+    SetJob({fabrikam});
+    auto list = std::make_shared<FindAndReplaceItems>();
+    const auto setting = std::make_shared<OptionSetting>();
+    setting->InSlides = true;
+    list->Add(u"Plan", u"Project", setting, CurrentProject);
+    list->ExportsList(folder.PathOf(u"list.csv"));
+    ShowTab(0);
+    ClickBox("optLoad(0)");
+    Type("txtLoadsearch", ToQt(folder.PathOf(u"list.csv")));
+
+    Replace();
+
+    EXPECT_THAT(TextsOf(u"a.pptx"), ElementsAre("Fabrikam Project"));
+    EXPECT_THAT(Finds(), ElementsAre("Fabrikam")) << "the job's own list stays";
+}
+
+TEST_F(WholeRun, TheLogOnTheClipboardIsCompleteLetterByLetter)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    Presentation(u"b.pptx", {u"nothing"});
+    SetMode(Presentation(u"c.pptx", {u"Fabrikam"}), 0444);
+    SetJob({fabrikam, plan});
+    Find();
+
+    ClickInProcessing("cmdCopyLog");
+
+    EXPECT_EQ(WithoutFolder(QGuiApplication::clipboard()->text().toStdString()),
+              "a.pptx - At least 1 occurrence(s) found \r\n"
+              "\tFabrikam\r\n"
+              "\tPlan\r\n"
+              "Fabrikam - At least 1 occurrence(s) found \r\n"
+              "\tSlides (1)\r\n"
+              "Plan - At least 1 occurrence(s) found \r\n"
+              "\tSlides (0)\r\n"
+              "\tHyperlinks Addresses (0)\r\n"
+              "b.pptx - No occurrence(s) found \r\n");
+}
+
+TEST_F(WholeRun, BackupsAreRestoredAndRemovedFromTheWindow)
+{
+    Presentation(u"a.ppt", {u"Fabrikam"});
+    const std::string before = ContentOf(PathOf(u"a.ppt"));
+    SetJob({fabrikam});
+    ShowTab(2);
+    ClickBox("chkBackupMode");
+    Replace();
+    ASSERT_THAT(TextsOf(u"a.ppt"), ElementsAre("Contoso"));
+    ASSERT_EQ(FilesOfFolder(decks.Path()).size(), 2U);
+
+    InProcessing<QTabWidget>("SSTab1").setCurrentIndex(1);
+
+    ClickInProcessing("cmdCommand(1)");
+    EXPECT_TRUE(ContentOf(PathOf(u"a.ppt")) == before);
+
+    ClickInProcessing("cmdCommand(0)");
+    EXPECT_THAT(FilesOfFolder(decks.Path()), ElementsAre(PathOf(u"a.ppt")));
+}
+
+TEST_F(WholeRun, BackupsOfFilesWithALongerExtensionStayAsTheyAre)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    ShowTab(2);
+    ClickBox("chkBackupMode");
+    Replace();
+    InProcessing<QTabWidget>("SSTab1").setCurrentIndex(1);
+
+    ClickInProcessing("cmdCommand(1)");
+    ClickInProcessing("cmdCommand(0)");
+
+    // Made under one name and looked for under another. This is intended.
+    EXPECT_THAT(TextsOf(u"a.pptx"), ElementsAre("Contoso"));
+    EXPECT_TRUE(FileExists(PathOf(u"a..bak")));
+}
+
+TEST_F(WholeRun, OKClosesTheWindowAndTheNextRunHasANewOne)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    Find();
+
+    ClickInProcessing("cmdOK");
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+
+    Find();
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles), ElementsAre("a.pptx", "\tFabrikam", "\t\tSlides (1)"));
+}
+
+TEST_F(WholeRun, AWindowLeftOpenShowsTheNextRunsResultsBelowTheOldOnes)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    Find();
+    Presentation(u"b.pptx", {u"Fabrikam"});
+
+    Find();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles),
+                ElementsAre("a.pptx", "\tFabrikam", "\t\tSlides (1)", "\tFabrikam", "\t\tSlides (1)", "b.pptx",
+                            "\tFabrikam", "\t\tSlides (1)"));
+    EXPECT_EQ(Label("lblChangesMade"), "Match(es) found: 2") << "the counters begin anew";
+}
+
+TEST_F(WholeRun, TheElapsedTimeStopsWithTheRun)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    bool tickedInRun = false;
+    CurrentProject->BeforFileProcess += [&](const String&) { tickedInRun = Processing().tmrelapsedSecsX->Enabled(); };
+
+    Find();
+
+    EXPECT_TRUE(tickedInRun);
+    EXPECT_FALSE(Processing().tmrelapsedSecsX->Enabled());
+}
+
+TEST_F(WholeRun, AStartCommandDuringARunDoesNoHarmToTheFiles)
+{
+    for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx"})
+        Presentation(name, {u"Fabrikam"});
+    SetJob({fabrikam});
+    bool hasStarted = false;
+    atDelivery = [&] {
+        if (hasStarted || frmProcessingDocuments::Loaded() == nullptr ||
+            Label("lblDocChanged") != "File 2 of 3: 2.pptx")
+            return;
+        hasStarted = true;
+        messages.Next(MessageAnswer::Yes);
+        Click("cmdStartReplacing(0)");
+    };
+
+    Replace();
+
+    EXPECT_TRUE(hasStarted);
+    for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx"})
+        EXPECT_THAT(TextsOf(name), ElementsAre("Contoso")) << ToUtf8(name);
+}
+
+TEST_F(WholeRun, ClosingTheMainWindowDuringARunLetsItEnd)
+{
+    for (const char16_t* name : {u"1.pptx", u"2.pptx"})
+        Presentation(name, {u"Fabrikam"});
+    SetJob({fabrikam});
+    Window().PutIsModifed(false);
+    CurrentProject->BeforFileProcess += [this](const String&) { Window().close(); };
+
+    Replace();
+
+    EXPECT_THAT(TextsOf(u"2.pptx"), ElementsAre("Contoso"));
+    EXPECT_FALSE(Window().isVisible());
+}
+
+TEST_F(WholeRun, TheCloseButtonOfTheRunsWindowAsksForACancel)
+{
+    for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx"})
+        Presentation(name, {u"Fabrikam"});
+    SetJob({fabrikam});
+    CurrentProject->BeforFileProcess += [this](const String& path) {
+        if (path == PathOf(u"1.pptx"))
+            Processing().close();
+    };
+
+    Replace();
+
+    ASSERT_NE(frmProcessingDocuments::Loaded(), nullptr);
+    EXPECT_TRUE(Processing().isVisible());
+    EXPECT_THAT(TextsOf(u"3.pptx"), ElementsAre("Fabrikam"));
+}
+
+}  // namespace
+}  // namespace tessarine
