@@ -159,6 +159,7 @@ TEST_F(ProjectFilesTest, ABrokenProjectFileOpensNothingAndIsNotARecentFile)
 
     Choose("mnuOpen");
 
+    EXPECT_THAT(messages.Messages(), IsEmpty());
     EXPECT_THAT(Finds(), ElementsAre("kept"));
     EXPECT_EQ(Window().ProjectFile(), u"");
     EXPECT_THAT(RecentPaths(), IsEmpty());
