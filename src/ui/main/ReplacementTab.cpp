@@ -1,3 +1,4 @@
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -51,6 +52,10 @@ QWidget* frmMain::BuildReplacementTab()
     tab->addWidget(BuildListSource());
 
     optLoad[1] = NamedMember<QRadioButton>("optLoad", 1, "Using these values");
+    // The two have different parents, so that of themselves they would not exclude each other.
+    auto* const either = new QButtonGroup(fraReplacement);
+    for (QRadioButton* option : optLoad)
+        either->addButton(option);
     tab->addWidget(optLoad[1]);
     pnlLoadOptions = Named<QWidget>("pnlLoadOptions");
     pnlLoadOptions->setMouseTracking(true);
