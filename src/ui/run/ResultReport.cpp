@@ -43,16 +43,16 @@ using Position = ResultModel::Position;
 class Showing
 {
 public:
-    explicit Showing(ResultModel& results) : results_(results) {}
+    explicit Showing(ResultTree& tree) : tree_(tree) {}
     ~Showing()
     {
-        Skip([this] { results_.ShowAdditions(); });
+        Skip([this] { tree_.ShowAdditions(); });
     }
     Showing(const Showing&) = delete;
     Showing& operator=(const Showing&) = delete;
 
 private:
-    ResultModel& results_;
+    ResultTree& tree_;
 };
 
 Position FileOf(ResultModel& results, const CounterStatuses& status, ResultCounters counters)
@@ -85,7 +85,7 @@ void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount,
     if (tree == nullptr)
         return;
     ResultModel& results = tree->Results();
-    const Showing showing(results);
+    const Showing showing(*tree);
     const Position file = FileOf(results, status, counters);
     if (status.FileStausAfterProcess == FileStatus::Counted)
         for (const auto& item : status.NewEnum())

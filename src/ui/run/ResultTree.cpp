@@ -18,6 +18,10 @@ namespace
 /// Rows that a view may have open at once; each takes it some 32 bytes and its share of every layout.
 constexpr std::size_t mostExpandedRows = 200'000;
 
+/// Files up to which each addition is shown at once, and the time between two showings beyond that.
+constexpr ResultNodes::Position fewFiles = 500;
+constexpr int betweenShowings = 250;  // milliseconds
+
 /// Qt's modifiers as a mask of 1 for Shift, 2 for Ctrl and 4 for Alt.
 int ShiftOf(Qt::KeyboardModifiers modifiers)
 {
@@ -48,7 +52,24 @@ ResultTree::ResultTree(const char* name, QWidget* parent) : QTreeView(parent)
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     header()->setResizeContentsPrecision(0);
+    nextShowing_.setSingleShot(true);
+    nextShowing_.setInterval(betweenShowings);
+    connect(&nextShowing_, &QTimer::timeout, &results_, &ResultModel::ShowAdditions);
     BuildMenu();
+}
+
+void ResultTree::ShowAdditions()
+{
+    if (Nodes().FileCount() <= fewFiles)
+        results_.ShowAdditions();
+    else if (isVisible() && !nextShowing_.isActive())
+        nextShowing_.start();
+}
+
+void ResultTree::showEvent(QShowEvent* event)
+{
+    results_.ShowAdditions();
+    QTreeView::showEvent(event);
 }
 
 void ResultTree::BuildMenu()

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include <QTimer>
 #include <QTreeView>
 
 #include "platform/String.h"
@@ -29,8 +30,13 @@ class ResultTree : public QTreeView
 public:
     explicit ResultTree(const char* name, QWidget* parent = nullptr);
 
-    /// The nodes are added here; the tree shows them at ShowAdditions.
+    /// The nodes are added here; the tree shows them from ShowAdditions on.
     ResultModel& Results() { return results_; }
+
+    /// Shows what was added: at once in a tree of some hundred files, later on in a larger one, where each look at the
+    /// rows costs time, a few times a second and only while the tree is in sight.
+    void ShowAdditions();
+
     const ResultNodes& Nodes() const { return results_.Nodes(); }
 
     /// The node at a point of the tree, in pixels from its upper left corner; none on empty space.
@@ -54,6 +60,7 @@ Q_SIGNALS:
 
 protected:
     bool viewportEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -62,6 +69,7 @@ private:
     std::optional<ResultNode> NodeOf(const QModelIndex& index) const;
 
     ResultModel results_;
+    QTimer nextShowing_;
     QAction* mnuCopyNode = nullptr;
     QAction* mnuExpandAll = nullptr;
     QAction* mnuCollapseAll = nullptr;

@@ -214,6 +214,45 @@ TEST_F(ResultTreeTest, KeepsThousandsOfEqualRowsOnce)
     EXPECT_EQ(texts[lists.At(list, 1)], u"Notes(0)");
 }
 
+class LongResultTreeTest : public ResultTreeTest
+{
+protected:
+    static constexpr int files = 600;
+
+    void AddFiles(const String& prefix)
+    {
+        for (int i = 0; i < files; ++i)
+            Add(Counted(prefix + FromUtf8(std::to_string(i)), {{u"cat", {{Location::Notes, 1}}}}));
+    }
+
+    int ShownFiles() { return Changed().model()->rowCount(); }
+};
+
+TEST_F(LongResultTreeTest, ShowsWhatWasAddedOutOfSightWhenItComesIntoSight)
+{
+    BeginRun();
+    AddFiles(u"/a");
+    EXPECT_LT(ShownFiles(), files);
+
+    ShowTab(1);
+
+    EXPECT_EQ(ShownFiles(), files);
+    EXPECT_EQ(RowsOf(Changed()).size(), std::size_t{files} * 3);
+}
+
+TEST_F(LongResultTreeTest, ShowsWhatIsAddedInSightALittleLater)
+{
+    AddFiles(u"/a");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ShownFiles() == files; }));
+
+    AddFiles(u"/b");
+    Add(Counted(u"/a0", {{u"dog", {}}}));
+
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ShownFiles() == 2 * files; }));
+    EXPECT_EQ(Changed().model()->rowCount(Changed().model()->index(0, 0)), 2);
+    EXPECT_EQ(mFilesChanged, 2 * files);
+}
+
 // --- What a person does with a tree
 // -----------------------------------------------------------------------------------
 
