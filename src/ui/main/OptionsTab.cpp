@@ -92,7 +92,7 @@ QWidget* frmMain::BuildVersionControl()
     cboversion->addItems({"1.0", "0.1"});
     cboversion->setCompleter(nullptr);
     cboversion->setInsertPolicy(QComboBox::NoInsert);
-    cboversion->clearEditText();
+    cboversion->setCurrentIndex(-1);  // no entry is chosen at first
     txtPasswordOpen = Named<EntryBox>("txtPasswordOpen");
     txtPasswordOpen->setEchoMode(QLineEdit::Password);
 
