@@ -6,18 +6,28 @@
 namespace tessarine
 {
 
-QSize ElidedLabel::minimumSizeHint() const
-{
-    constexpr int letters = 12;
-    return {fontMetrics().averageCharWidth() * letters, QLabel::minimumSizeHint().height()};
-}
-
 void ElidedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const QString line = fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
     style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(), line,
                           foregroundRole());
+}
+
+LabelStrip::LabelStrip(QLabel* label, QWidget* parent) : QWidget(parent), label_(label)
+{
+    label->setParent(this);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+QSize LabelStrip::sizeHint() const
+{
+    return {0, label_->fontMetrics().height() + 2 * label_->margin()};
+}
+
+void LabelStrip::resizeEvent(QResizeEvent*)
+{
+    label_->setGeometry(rect());
 }
 
 }  // namespace tessarine

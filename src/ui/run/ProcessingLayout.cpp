@@ -37,9 +37,18 @@ QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent)
     return label;
 }
 
+/// A button with some room beside its caption, whatever the language makes of it.
+class RoomyButton : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+    QSize sizeHint() const override { return QPushButton::sizeHint() + QSize(2 * fontMetrics().averageCharWidth(), 0); }
+};
+
 QPushButton* MakeButton(const QString& name, const QString& text, QWidget* parent)
 {
-    auto* const button = MakeControl<QPushButton>(name, parent);
+    auto* const button = MakeControl<RoomyButton>(name, parent);
     button->setText(text);
     button->setAutoDefault(true);  // Enter presses it when it has the focus
     return button;
@@ -90,21 +99,22 @@ QWidget* frmProcessingDocuments::BuildProgress()
     lblDocChanged = MakeLabel<ElidedLabel>("lblDocChanged", "Connecting to Excel...", panelProgress);
     pgbar1 = MakeControl<QProgressBar>("pgbar1", panelProgress);
     pgbar1->setValue(0);
-    lblChangesMade = MakeLabel<QLabel>("lblChangesMade", "Change(s) made", panelProgress);
+    lblChangesMade = MakeLabel<ElidedLabel>("lblChangesMade", "Change(s) made", panelProgress);
     lblelapsedSecs = MakeLabel<QLabel>("lblelapsedSecs", "Label1", panelProgress);
 
     auto* const figures = new QHBoxLayout;
-    figures->addWidget(lblChangesMade, 1);
+    figures->addWidget(new LabelStrip(lblChangesMade), 1);
     figures->addWidget(lblelapsedSecs);
     auto* const column = new QVBoxLayout(panelProgress);
     const int margin = fontMetrics().height();
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(margin / 2);
-    column->addWidget(lblDocChanged);
+    column->addWidget(new LabelStrip(lblDocChanged));
     column->addWidget(pgbar1);
     column->addLayout(figures);
-    column->addStretch();
+    column->addSpacing(margin);
     column->addWidget(BuildNotOpened());
+    column->addStretch();
     return panelProgress;
 }
 

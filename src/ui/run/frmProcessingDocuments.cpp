@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
 
 #include "app/GlobalState.h"
@@ -110,6 +111,7 @@ void frmProcessingDocuments::LoadLng()
                                   TextOf(u"mnuCollapseAll.caption"));
         NameTrees();
         ShowNotOpened();
+        setMinimumSize(SSTab1->tabBar()->sizeHint().width() + 4 * fontMetrics().height(), fontMetrics().height() * 18);
     });
 }
 
@@ -188,7 +190,7 @@ void frmProcessingDocuments::RestoreSize()
     if (width && height)
         resize(*width, *height);
     else
-        resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 26);
+        resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 34);
 }
 
 void frmProcessingDocuments::KeepSize() const
