@@ -1,0 +1,210 @@
+#include "ui/main/MainWindowTest.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "platform/PathSeparator.h"
+#include "platform/ProgramFolder.h"
+#include "platform/ProgramInfo.h"
+
+// The menu tree, the tool bar, the tabs, and how the window stands at the start.
+
+namespace tessarine
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class MenuTest : public MainWindowTest
+{
+protected:
+    /// The items of a menu as "name caption", those of a menu within it behind it, indented.
+    std::vector<std::string> Tree(const QList<QAction*>& items, const std::string& indent = {})
+    {
+        std::vector<std::string> lines;
+        for (const QAction* item : items) {
+            const std::string caption = item->isSeparator() ? "-" : item->text().toStdString();
+            lines.push_back(indent + item->objectName().toStdString() + ' ' + caption);
+            if (item->menu() != nullptr)
+                for (std::string& line : Tree(item->menu()->actions(), indent + "  "))
+                    lines.push_back(std::move(line));
+        }
+        return lines;
+    }
+
+    void ClickTool(int index)
+    {
+        auto& bar = The<QToolBar>("Toolbar1");
+        QWidget* const button = bar.widgetForAction(bar.actions().at(index - 1));
+        ASSERT_TRUE(button != nullptr && button->isVisible());
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+
+    String HelpPage() { return ProgramFolder() + PathSeparator + u"Help" + PathSeparator + u"index.html"; }
+};
+
+TEST_F(MenuTest, TheTreeStandsInItsOrder)
+{
+    EXPECT_THAT(Tree(Window().menuBar()->actions()),
+                ElementsAre("mnuFile &File",                                //
+                            "  mnuOpen &Open",                              //
+                            "  menuSave &Save",                             //
+                            "  menuSaveAs Save&As",                         //
+                            "  mnuSep1 -",                                  //
+                            "  mnuRecent &Recent Files",                    //
+                            "    mnuDefRF(0) (Empty)",                      //
+                            "  mnuSep2 -",                                  //
+                            "  mnuExit &Exit",                              //
+                            "menuOption &Option",                           //
+                            "  mnuChangeLanguage &Change Language...",      //
+                            "  mnuSep5 -",                                  //
+                            "  mnuStartSearching Start &Searching",         //
+                            "  mnuStartReplacing Start &Replacing",         //
+                            "  mnuSep3 -",                                  //
+                            "  mnuImportList &Import search/replace list",  //
+                            "  mnuExportList &Export search/replace list",  //
+                            "mnuHelp &Help",                                //
+                            "  mnuHelp1 &Help",                             //
+                            "  mnuHomePage &Visit Our Website",             //
+                            "  mnuAbout &About"));
+}
+
+TEST_F(MenuTest, NoItemHasAShortcut)
+{
+    for (const QAction* item : Window().menuBar()->findChildren<QAction*>())
+        EXPECT_TRUE(item->shortcut().isEmpty()) << item->objectName().toStdString();
+}
+
+TEST_F(MenuTest, TheToolBarHasThreeButtonsWithPicturesAndASeparator)
+{
+    const QList<QAction*> buttons = The<QToolBar>("Toolbar1").actions();
+
+    ASSERT_EQ(buttons.size(), 4);
+    for (const int index : {0, 1, 3}) {
+        EXPECT_FALSE(buttons.at(index)->isSeparator());
+        EXPECT_FALSE(buttons.at(index)->icon().isNull());
+    }
+    EXPECT_TRUE(buttons.at(2)->isSeparator());
+    EXPECT_EQ(buttons.at(0)->toolTip(), "Open");
+    EXPECT_EQ(buttons.at(1)->toolTip(), "Save");
+    EXPECT_EQ(buttons.at(3)->toolTip(), "Help");
+}
+
+TEST_F(MenuTest, TheToolsOpenSaveAndHelp)
+{
+    shell.NextFile(std::nullopt);
+    ClickTool(1);
+    ASSERT_EQ(shell.FileDialogs().size(), 1U);
+    EXPECT_FALSE(shell.FileDialogs().back().isSave);
+
+    shell.NextFile(std::nullopt);
+    ClickTool(2);
+    ASSERT_EQ(shell.FileDialogs().size(), 2U);
+    EXPECT_TRUE(shell.FileDialogs().back().isSave);
+
+    ClickTool(4);
+    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPage()));
+}
+
+TEST_F(MenuTest, TheSeparatorOfTheToolBarDoesNothing)
+{
+    Window().Toolbar1_ButtonClick(3);
+
+    EXPECT_THAT(shell.FileDialogs(), IsEmpty());
+    EXPECT_THAT(shell.Opened(), IsEmpty());
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(MenuTest, HelpOpensTheHelpAndTheWebsiteItsAddress)
+{
+    Choose("mnuHelp1");
+    Choose("mnuHomePage");
+
+    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPage(), String(HomePage)));
+}
+
+TEST_F(MenuTest, AboutIsShownModally)
+{
+    Window();
+    std::string shown;
+    QTimer::singleShot(0, [&] {
+        if (QWidget* const dialog = QApplication::activeModalWidget()) {
+            shown = dialog->windowTitle().toStdString();
+            dialog->close();
+        }
+    });
+
+    Choose("mnuAbout");
+
+    EXPECT_EQ(shown, "About - Tessarine");
+}
+
+TEST_F(MenuTest, EachTabShowsItsOwnFrame)
+{
+    const std::vector<std::string> frames{"fraReplacement", "fraFileProcess", "frmOptions"};
+    const std::vector<std::string> captions{"Replacement", "File to process", "Options"};
+    ASSERT_EQ(The<QTabWidget>("SSTab1").count(), 3);
+
+    for (int tab = 0; tab < 3; ++tab) {
+        ShowTab(tab);
+        EXPECT_EQ(The<QTabWidget>("SSTab1").tabText(tab).toStdString(), captions.at(static_cast<std::size_t>(tab)));
+        for (int frame = 0; frame < 3; ++frame)
+            EXPECT_EQ(The(frames.at(static_cast<std::size_t>(frame)).c_str()).isVisible(), frame == tab);
+        for (const char* start : {"cmdStartReplacing(0)", "cmdStartReplacing(1)"})
+            EXPECT_TRUE(The(start).isVisible());
+    }
+}
+
+TEST_F(MenuTest, TheWindowStartsOnItsFirstTabWithANewJob)
+{
+    Window();
+
+    EXPECT_EQ(Tab(), 0);
+    EXPECT_EQ(Title(), "untitled - Tessarine");
+    EXPECT_EQ(The<QComboBox>("cboSpreadsheetType").currentIndex(), 0);
+    EXPECT_EQ(Text("cboSpreadsheetType"), "*.Ppt*");
+    EXPECT_EQ(Text("lstRestartFileCount"), "0");
+    EXPECT_EQ(Text("lstRestartAfterSecond"), "0");
+    EXPECT_TRUE(The<QStatusBar>("StatusBar1").isVisible());
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(MenuTest, TheGridStartsWithItsWidthsAndTheSearchTypeHidden)
+{
+    EditPairs({{u"a", u"b"}});
+    const auto pixels = [this](int twips) { return twips * Grid().logicalDpiX() / 1440; };
+
+    EXPECT_EQ(Grid().columnWidth(ItemColumn::FindWhat), pixels(1500));
+    EXPECT_EQ(Grid().columnWidth(ItemColumn::ReplaceWith), pixels(1500));
+    EXPECT_TRUE(Grid().isColumnHidden(3));
+    EXPECT_EQ(Grid().horizontalHeader()->hiddenSectionCount(), 1);
+}
+
+TEST_F(MenuTest, EveryControlOfATabStaysReachableInASmallWindow)
+{
+    Window().resize(Window().minimumSizeHint());
+    for (int tab = 0; tab < 3; ++tab) {
+        ShowTab(tab);
+        QCoreApplication::processEvents();
+        for (const QPushButton* button : Window().findChildren<QPushButton*>()) {
+            if (!button->isVisible())
+                continue;
+            const QRect inWindow(button->mapTo(&Window(), QPoint()), button->size());
+            EXPECT_TRUE(Window().rect().contains(inWindow)) << button->objectName().toStdString();
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tessarine
