@@ -1,19 +1,23 @@
-#include <functional>
+#include <exception>
 #include <iostream>
 #include <memory>
 #include <string>
 
 #include <QApplication>
 #include <QDir>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
 #include "desktop/DesktopPorts.h"
 #include "desktop/OutlinedStyle.h"
+#include "desktop/QtMessageBox.h"
 #include "i18n/frmChangeLanguage.h"
 #include "i18n/QtText.h"
 #include "office/builtin/Provider.h"
@@ -98,20 +102,92 @@ private:
     QString prefix_;
 };
 
-/// The window of a run over the sample decks, behind its end: each of its tabs.
-void TakeRun(const Camera& camera)
+/// An empty folder whose name looks well in a picture. It is deleted at the end, with all that was put into it.
+class SampleFolder
 {
-    const QTemporaryDir folder;
-    test::WriteSampleDecks(folder.path().toStdString());
-    QFile broken(folder.filePath("Broken.pptx"));
+public:
+    SampleFolder()
+    {
+        if (!QDir::temp().mkdir(name_))
+            throw std::runtime_error("could not make the folder " + Path().toStdString() + ": is it there already?");
+    }
+    ~SampleFolder() { QDir(Path()).removeRecursively(); }
+    SampleFolder(const SampleFolder&) = delete;
+    SampleFolder& operator=(const SampleFolder&) = delete;
+
+    QString Path() const { return QDir::temp().filePath(name_); }
+
+private:
+    const QString name_ = "Presentations";
+};
+
+/// The sample decks, and a file that is none.
+void WriteSamples(const QString& folder)
+{
+    test::WriteSampleDecks(folder.toStdString());
+    QFile broken(folder + "/Broken.pptx");
     if (!broken.open(QFile::WriteOnly) || broken.write("no presentation") < 0)
         throw std::runtime_error("could not write a broken file");
-    broken.close();
-    CurrentProject->options->FileToProcessFolderPath = FromQt(folder.path());
+}
+
+/// While it lives, questions are shown: a picture is taken, and Yes is pressed.
+class QuestionCamera
+{
+public:
+    explicit QuestionCamera(const Camera& camera) : camera_(camera)
+    {
+        before_ = SetMessageBox([this](const Message& message) {
+            QTimer::singleShot(0, [this] { TakeAndAgree(); });
+            return ShowQtMessageBox(message);
+        });
+    }
+    ~QuestionCamera() { SetMessageBox(before_); }
+    QuestionCamera(const QuestionCamera&) = delete;
+    QuestionCamera& operator=(const QuestionCamera&) = delete;
+
+    /// Raises what went wrong, or that no question came.
+    void Check() const
+    {
+        if (failure_)
+            std::rethrow_exception(failure_);
+        if (!hasTaken_)
+            throw std::runtime_error("no question was asked");
+    }
+
+private:
+    /// No failure may leave through the event loop, and the box has to be closed after one too.
+    void TakeAndAgree()
+    {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        try {
+            camera_.Take(*box, "question");
+            hasTaken_ = true;
+        } catch (const std::exception&) {
+            failure_ = std::current_exception();
+        }
+        box->button(QMessageBox::Yes)->click();
+    }
+
+    const Camera& camera_;
+    MessageBoxPort before_;
+    std::exception_ptr failure_;
+    bool hasTaken_ = false;
+};
+
+/// The question before a run over the sample decks, and the window of the run behind its end: each of its tabs.
+void TakeRun(const Camera& camera)
+{
+    const SampleFolder folder;
+    WriteSamples(folder.Path());
+    CurrentProject->options->FileToProcessFolderPath = FromQt(folder.Path());
 
     frmMain window;
     window.show();
-    window.cmdStartReplacing_Click(frmMain::searching);
+    {
+        const QuestionCamera question(camera);
+        window.cmdStartReplacing_Click(frmMain::searching);
+        question.Check();
+    }
     frmProcessingDocuments& run = frmProcessingDocuments::Instance();
     auto* const tabs = run.findChild<QTabWidget*>("SSTab1");
     run.trvChangedFiles->ExpandAll();
