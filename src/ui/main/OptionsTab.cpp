@@ -98,7 +98,7 @@ QWidget* frmMain::BuildVersionControl()
 
     auto* const fremversioncontrol = Named<QGroupBox>("fremversioncontrol");
     auto* const grid = new QGridLayout(fremversioncontrol);
-    auto* const heading = LabelOf(txtRevisonProperty, "lblISOVersion", "ISO 9001 Version Conrtol ");
+    auto* const heading = Named<QLabel>("lblISOVersion", "ISO 9001 Version Conrtol ");
     heading->setStyleSheet("font-weight: bold");
     grid->addWidget(heading, 0, 0, 1, 4);
     grid->addWidget(LabelOf(txtRevisonProperty, "lblRevison", "'Revision' Document  Property Name"), 1, 0);

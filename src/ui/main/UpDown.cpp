@@ -26,6 +26,7 @@ void UpDown::AddButton(Qt::ArrowType arrow, int step)
 {
     auto* const button = new QToolButton(this);
     button->setArrowType(arrow);
+    button->setAccessibleName(step > 0 ? QStringLiteral("+") : QStringLiteral("-"));
     button->setAutoRepeat(true);
     button->setFocusPolicy(Qt::NoFocus);  // the box has the keys
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);

@@ -1,6 +1,7 @@
 #include "ui/main/frmMain.h"
 
 #include <QCloseEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -117,8 +118,13 @@ void frmMain::LoadLng()
 void frmMain::NameControlsWithoutCaption()
 {
     const auto plain = [](QString caption) { return caption.remove(u'&'); };
-    for (QAction* button : Toolbar1->actions())
+    for (QAction* button : Toolbar1->actions()) {
+        button->setText({});  // it would stand in for an empty tip
         button->setText(button->toolTip());
+    }
+    for (const QLabel* label : findChildren<QLabel*>())
+        if (label->buddy() != nullptr)
+            label->buddy()->setAccessibleName(plain(label->text()));
     for (QPushButton* browse : {cmdBrowse1, cmdBrowse2, cmdBrowse3})
         browse->setAccessibleName(browse->toolTip());
     txtLoadsearch->setAccessibleName(plain(optLoad[0]->text()));
@@ -128,6 +134,7 @@ void frmMain::NameControlsWithoutCaption()
 
 void frmMain::closeEvent(QCloseEvent* event)
 {
+    grdItems->EndEdit();  // which may mark the job
     bool Cancel = false;
     Form_QueryUnload(Cancel);
     event->setAccepted(!Cancel);
