@@ -73,6 +73,14 @@ void ItemsGrid::SelectAll()
     selectAll();
 }
 
+void ItemsGrid::EndEdit()
+{
+    if (QWidget* const editor = indexWidget(currentIndex())) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
 void ItemsGrid::RemoveRows(const std::vector<std::int32_t>& ascendingRows)
 {
     isRemoving_ = true;

@@ -31,6 +31,7 @@ public:
     void SetRow(std::int32_t row);                  ///< Makes a row current, and the only one selected.
     void SelectCell(std::int32_t row, int column);  ///< The same, in a column; opens the editor of a typed cell.
     void SelectAll();
+    void EndEdit();  ///< Gives the text of an open editor to the model, and closes the editor.
     void RemoveRows(const std::vector<std::int32_t>& ascendingRows);  ///< No row is current or selected then.
 
     /// The numbers of the selected rows, ascending. The heading is never among them.

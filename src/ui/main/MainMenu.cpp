@@ -7,6 +7,7 @@
 #include "shell/RecentFiles.h"
 #include "ui/icons/Icons.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/ItemsGrid.h"
 
 namespace tessarine
 {
@@ -42,6 +43,7 @@ void frmMain::BuildMenu()
         item->setObjectName(name);
         if (*icon != '\0')
             item->setIcon(Icon(icon));
+        connect(item, &QAction::triggered, this, [this] { grdItems->EndEdit(); });  // menus do not take the focus
         connect(item, &QAction::triggered, this, handler);
     };
 
@@ -79,8 +81,10 @@ void frmMain::BuildToolbar()
     Toolbar1->setMovable(false);
     Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu);  // it would offer to hide the tool bar for good
     const auto add = [this](const char* icon, int index) {
-        connect(Toolbar1->addAction(Icon(icon), QString()), &QAction::triggered, this,
-                [this, index] { Toolbar1_ButtonClick(index); });
+        connect(Toolbar1->addAction(Icon(icon), QString()), &QAction::triggered, this, [this, index] {
+            grdItems->EndEdit();  // nor do tool buttons
+            Toolbar1_ButtonClick(index);
+        });
     };
     add("open", 1);
     add("save", 2);

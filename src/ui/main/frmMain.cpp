@@ -134,6 +134,7 @@ void frmMain::NameControlsWithoutCaption()
 
 void frmMain::closeEvent(QCloseEvent* event)
 {
+    grdItems->EndEdit();  // which may mark the job
     bool Cancel = false;
     Form_QueryUnload(Cancel);
     event->setAccepted(!Cancel);

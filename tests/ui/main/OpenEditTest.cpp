@@ -1,0 +1,110 @@
+#include "ui/main/MainWindowTest.h"
+
+#include <QToolBar>
+
+#include "app/Main.h"
+
+// Commands that are given while a cell editor is open, and that leave the focus in it.
+
+namespace tessarine
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class OpenEditTest : public MainWindowTest
+{
+protected:
+    /// An open editor over "a", in which "az" stands.
+    void TypeIntoAnOpenEditor()
+    {
+        EditPairs({{u"a", u"b"}});
+        ClickCell(1, ItemColumn::FindWhat);
+        ASSERT_NE(Editor(), nullptr);
+        QTest::keyClicks(Editor(), "z");
+    }
+
+    std::string FindIn(const String& path)
+    {
+        const ProjectOwner project(powerPoint.Provider());
+        std::int32_t error = 0;
+        if (!project->LoadProject(path, error))
+            return "<not loaded>";
+        return ToUtf8(project->FindAndReplaceList->Item(1)->FindWhat);
+    }
+};
+
+TEST_F(OpenEditTest, SaveFromTheMenuWritesTheTypedText)
+{
+    TypeIntoAnOpenEditor();
+    const String path = folder.PathOf(u"job.tsq");
+    shell.NextFile(path);
+
+    Choose("menuSave");
+
+    EXPECT_EQ(FindIn(path), "az");
+    EXPECT_FALSE(Window().IsModifed());
+}
+
+TEST_F(OpenEditTest, SaveFromTheToolBarWritesTheTypedText)
+{
+    TypeIntoAnOpenEditor();
+    const String path = folder.PathOf(u"job.tsq");
+    shell.NextFile(path);
+    auto& bar = The<QToolBar>("Toolbar1");
+
+    QTest::mouseClick(bar.widgetForAction(bar.actions().at(1)), Qt::LeftButton);
+
+    EXPECT_EQ(FindIn(path), "az");
+}
+
+TEST_F(OpenEditTest, ExportWritesTheTypedText)
+{
+    TypeIntoAnOpenEditor();
+    const String path = folder.PathOf(u"list.csv");
+    shell.NextFile(path);
+
+    Choose("mnuExportList");
+
+    FindAndReplaceItems list;
+    ASSERT_TRUE(list.ImportList(path));
+    EXPECT_EQ(list.Item(1)->FindWhat, u"az");
+}
+
+TEST_F(OpenEditTest, AStartFromTheMenuTakesTheTypedText)
+{
+    TypeIntoAnOpenEditor();
+
+    Choose("mnuStartSearching");  // ends at the folder, which is empty
+
+    EXPECT_THAT(Finds(), ElementsAre("az"));
+}
+
+TEST_F(OpenEditTest, CloseAsksAboutTheTypedTextAndWritesItToTheDefaultProject)
+{
+    TypeIntoAnOpenEditor();
+    messages.Next(MessageAnswer::No);
+
+    Window().close();
+
+    ASSERT_EQ(messages.Messages().size(), 1U);
+    EXPECT_EQ(messages.Messages().front().text, GlobalMsg(u"1048"));
+    EXPECT_EQ(FindIn(DefaultProjectPath()), "az");
+}
+
+TEST_F(OpenEditTest, AnEditorInWhichNothingWasTypedDoesNotMarkTheJob)
+{
+    EditPairs({{u"a", u"b"}});
+    ClickCell(1, ItemColumn::FindWhat);
+
+    Window().close();
+
+    EXPECT_THAT(messages.Messages(), IsEmpty());
+    EXPECT_FALSE(Window().isVisible());
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace tessarine
