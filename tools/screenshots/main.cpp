@@ -89,6 +89,8 @@ public:
         window.show();
         if (!QTest::qWaitForWindowExposed(&window))
             throw std::runtime_error("a window does not show: is there a display?");
+        if (!QTest::qWaitFor([&window] { return window.frameGeometry() != window.geometry(); }))
+            throw std::runtime_error("a window gets no frame: is there a window manager?");
         window.raise();
         QTest::qWait(settled);
         const QRect frame = window.frameGeometry();
