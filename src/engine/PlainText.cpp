@@ -75,10 +75,12 @@ String SearchFunctions::FindandReplace(std::int32_t& vFindCount, const std::shar
         const FindAndReplaceItem& item = *Set(vItem);
         const std::int32_t compare = Set(item.OptionSetting)->MatchCase ? compareExact : compareText;
         vFindCount = -1;
-        const String& replacement = vIsReplace ? item.ReplaceWith : item.FindWhat;
+        // Copies: the user may change the pair while the walk lets events through.
+        const String find = item.FindWhat;
+        const String replacement = vIsReplace ? item.ReplaceWith : find;
         // The case rule comes from the pair, the word rule from the flag that ProcessFile set. This is intended.
-        return WholeWordsFlag == 0 ? ReplaceWord1(vText, item.FindWhat, replacement, 1, -1, compare, vFindCount)
-                                   : ReplaceWord(vText, item.FindWhat, replacement, 1, -1, compare, vFindCount);
+        return WholeWordsFlag == 0 ? ReplaceWord1(vText, find, replacement, 1, -1, compare, vFindCount)
+                                   : ReplaceWord(vText, find, replacement, 1, -1, compare, vFindCount);
     });
 }
 

@@ -66,12 +66,14 @@ public:
     }
 
 private:
-    /// The controls that have a name of ours; Qt's own parts have none, or one of theirs.
+    /// The controls of this window, not of one that it owns, that have a name of ours; Qt's own parts have none, or one
+    /// of theirs.
     template <class Control, class Apply>
     void ForEach(Apply apply) const
     {
         for (Control* control : window_.findChildren<Control*>())
-            if (!control->objectName().isEmpty() && !control->objectName().startsWith("qt_"))
+            if (control->window() == &window_ && !control->objectName().isEmpty() &&
+                !control->objectName().startsWith("qt_"))
                 apply(*control);
     }
 

@@ -1,6 +1,8 @@
 #include "platform/ProfileText.h"
 
+#include <algorithm>
 #include <optional>
+#include <string>
 
 #include "platform/CaseFolding.h"
 #include "platform/Files.h"
@@ -25,16 +27,38 @@ std::string_view Trimmed(std::string_view text)
 /// Takes the first line off `rest`. An empty line between CR and LF does no harm, as empty lines say nothing.
 std::string_view TakeLine(std::string_view& rest)
 {
-    const std::size_t end = rest.find_first_of("\r\n");
+    const auto isEnd = [](char character) { return character == '\r' || character == '\n'; };
+    const auto end = static_cast<std::size_t>(std::ranges::find_if(rest, isEnd) - rest.begin());
     const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
     return Trimmed(line);
 }
 
-bool IsName(std::string_view text, const String& foldedName)
+bool IsAscii(char character)
 {
-    return FoldCase(FromUtf8(Trimmed(text))) == foldedName;
+    return static_cast<unsigned char>(character) < 0x80;
 }
+
+/// The name of a section or key to look for. Windows look up several in every file of a run, so the usual case, two
+/// names of ASCII letters, is compared as the bytes stand.
+class Name
+{
+public:
+    explicit Name(StringView name) : folded_(FoldCase(name)), bytes_(ToUtf8(folded_)) {}
+
+    bool Is(std::string_view text) const
+    {
+        text = Trimmed(text);
+        if (!std::ranges::all_of(text, IsAscii))
+            return FoldCase(FromUtf8(text)) == folded_;
+        const auto lower = [](char letter) { return letter >= 'A' && letter <= 'Z' ? char(letter | 0x20) : letter; };
+        return std::ranges::equal(text, bytes_, {}, lower);
+    }
+
+private:
+    String folded_;
+    std::string bytes_;
+};
 
 /// What stands between the brackets of a section line; nothing for any other line.
 std::optional<std::string_view> SectionOf(std::string_view line)
@@ -46,7 +70,7 @@ std::optional<std::string_view> SectionOf(std::string_view line)
 }
 
 /// The value as it stands behind the equals sign of its line, in the first section of that name.
-std::string_view RawValue(std::string_view rest, const String& section, const String& key)
+std::string_view RawValue(std::string_view rest, const Name& section, const Name& key)
 {
     bool isInSection = false;
     while (!rest.empty()) {
@@ -54,13 +78,13 @@ std::string_view RawValue(std::string_view rest, const String& section, const St
         if (const auto name = SectionOf(line)) {
             if (isInSection)
                 return {};
-            isInSection = IsName(*name, section);
+            isInSection = section.Is(*name);
             continue;
         }
         if (!isInSection || line.starts_with(';') || line.starts_with('['))
             continue;
         const std::size_t equals = line.find('=');
-        if (equals != std::string_view::npos && IsName(line.substr(0, equals), key))
+        if (equals != std::string_view::npos && key.Is(line.substr(0, equals)))
             return line.substr(equals + 1);
     }
     return {};
@@ -92,7 +116,7 @@ String ProfileValue(std::string_view content, StringView section, StringView key
 {
     if (content.starts_with(byteOrderMark))
         content.remove_prefix(byteOrderMark.size());
-    const std::string_view raw = RawValue(content, FoldCase(section), FoldCase(key));
+    const std::string_view raw = RawValue(content, Name(section), Name(key));
     return FirstCharacters(FromUtf8(WithoutQuotes(Trimmed(raw.substr(0, raw.find('\0'))))), longest);
 }
 

@@ -309,6 +309,23 @@ TEST_F(FindandReplaceTest, OfAnEmptyTextGivesMinusOneAndAnEmptyText)
     EXPECT_EQ(count, -1);
 }
 
+TEST_F(FindandReplaceTest, KeepsToThePairAsItWasWhenTheUserChangesItMeanwhile)
+{
+    for (const bool matchCase : {false, true}) {
+        Look({.find = u"Fabrikam & Sons", .with = u"Contoso & Daughters", .matchCase = matchCase});
+        engine.IsRequiredCount = true;
+        const auto before = SetDeliverPendingEvents([this] {
+            engine.mItem->FindWhat.clear();
+            engine.mItem->FindWhat.shrink_to_fit();
+            engine.mItem->ReplaceWith = u"something else altogether";
+        });
+
+        EXPECT_EQ(FindandReplace(u"Fabrikam & Sons, Fabrikam & Sons"), u"Contoso & Daughters, Contoso & Daughters");
+
+        SetDeliverPendingEvents(before);
+    }
+}
+
 TEST_F(FindandReplaceTest, IgnoresCaseUnlessThePairMatchesCase)
 {
     Look({.find = u"cat", .with = u"Dog"});

@@ -30,6 +30,9 @@ void SetUpApplication(QTranslator& buttons)
 {
     std::setlocale(LC_ALL, "C.UTF-8");  // Qt takes over the user's; numbers go through UseSystemLocale alone
     UseSystemLocale();
+    // The main window ends the program, see below. Qt's own rule asks the window of a run to close first, which it
+    // takes for a cancel.
+    QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(ToQt(ExecutableName));
     QGuiApplication::setDesktopFileName(ToQt(ExecutableName));
     QApplication::setStyle(new OutlinedStyle);  // the application owns it
@@ -54,6 +57,7 @@ int main(int argumentCount, char** arguments)
     Main(builtin::CreateProvider(), {[&instance] { return instance.IsPreviousInstanceRunning(); }, RegisterFileType,
                                      [&window] {
                                          window = std::make_unique<frmMain>();
+                                         window->Unloaded += [] { QCoreApplication::exit(); };
                                          window->show();
                                      }});
     const int status = window ? QApplication::exec() : 0;

@@ -130,8 +130,10 @@ void frmMain::cmdSwap_Click()
 void frmMain::WriteBack(std::int32_t row)
 {
     const auto item = Set(List().Item(row));
-    item->FindWhat = FromQt(grdItems->Items().FindWhat(row));
-    item->ReplaceWith = FromQt(grdItems->Items().ReplaceWith(row));
+    if (String text = FromQt(grdItems->Items().FindWhat(row)); text != item->FindWhat)
+        item->FindWhat = std::move(text);
+    if (String text = FromQt(grdItems->Items().ReplaceWith(row)); text != item->ReplaceWith)
+        item->ReplaceWith = std::move(text);
     grdItems->Items().SetRowData(row, item);
 }
 

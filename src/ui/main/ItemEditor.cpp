@@ -6,6 +6,12 @@
 namespace tessarine
 {
 
+void ItemEditor::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    if (!qobject_cast<QLineEdit*>(editor)->isModified())
+        QStyledItemDelegate::setEditorData(editor, index);
+}
+
 void ItemEditor::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
     const QString text = qobject_cast<QLineEdit*>(editor)->text();

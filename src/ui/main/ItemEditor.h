@@ -20,6 +20,8 @@ public:
     /// Sees each key before the editor: true when it has been dealt with.
     std::function<bool(const QKeyEvent& key)> KeyDown;
 
+    /// Leaves a text that is being typed alone: the row may change in other ways meanwhile.
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
     bool eventFilter(QObject* editor, QEvent* event) override;
 

@@ -35,6 +35,7 @@ bool IsTyped(int column)
 void ItemsModel::SetItems(const std::vector<Item>& items)
 {
     beginResetModel();
+    underlinedRow_ = 0;
     rows_.clear();
     rows_.reserve(items.size());
     for (const Item& item : items)
@@ -61,6 +62,7 @@ void ItemsModel::RemoveRows(const std::vector<std::int32_t>& ascendingRows)
         else
             runs.emplace_back(row, row);
     }
+    underlinedRow_ = 0;
     const bool asReset = runs.size() > fewRemovals;
     if (asReset)
         beginResetModel();

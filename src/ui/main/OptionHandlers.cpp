@@ -109,12 +109,8 @@ void frmMain::SetSearchOptions()
 void frmMain::pnlLoadOptions_MouseMove()
 {
     LogAndReturn({u"pnlLoadOptions_MouseMove", place}, [this] {
-        if (LastHoverRow > grdItems->Rows() - 1)
-            LastHoverRow = 0;
-        if (LastHoverRow != 0) {
-            grdItems->Items().SetUnderlinedRow(0);
-            LastHoverRow = 0;
-        }
+        grdItems->Items().SetUnderlinedRow(0);
+        LastHoverRow = 0;
     });
 }
 

@@ -5,6 +5,7 @@
 #include "platform/Treatments.h"
 #include "shell/RecentFiles.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/ItemsGrid.h"
 
 // The commands that show a dialog pass over every failure from the dialog on: a step that fails is left out, and the
 // next one runs.
@@ -108,6 +109,7 @@ void frmMain::menuSaveAs_Click()
 void frmMain::mnuDefRF_Click(std::int32_t Index)
 {
     LogAndReturn({u"mnuDefRF_Click", place}, [&] {
+        grdItems->EndEdit();  // a menu does not take the focus
         const String path = recentFiles_->Tag(Index);
         if (path.empty())
             return;

@@ -19,21 +19,24 @@ namespace
 
 constexpr StringView place = u"Form frmMain";
 
-/// While it lives, the processing window knows that a run is going. It may be closed meanwhile.
+/// While it lives, both windows know that a run is going. The processing window may be closed meanwhile.
 class RunGoing
 {
 public:
-    RunGoing() { Put(true); }
+    explicit RunGoing(bool& isGoing) : isGoing_(isGoing) { Put(true); }
     ~RunGoing() { Put(false); }
     RunGoing(const RunGoing&) = delete;
     RunGoing& operator=(const RunGoing&) = delete;
 
 private:
-    static void Put(bool isGoing)
+    void Put(bool isGoing)
     {
+        isGoing_ = isGoing;
         if (auto* const window = frmProcessingDocuments::Loaded())
             window->IsRunGoing = isGoing;
     }
+
+    bool& isGoing_;
 };
 
 }  // namespace
@@ -41,6 +44,8 @@ private:
 void frmMain::cmdStartReplacing_Click(std::int16_t Index)
 {
     LogAndReturn({u"cmdStartReplacing_Click", place}, [&] {
+        if (isRunGoing_)
+            return;  // a second launch would give the run in progress other files
         mRunIndex = Index;
         mTotalFiles = 0;
         IsSearchRun = Index == searching;
@@ -75,7 +80,7 @@ void frmMain::PrepareProcessingWindow()
     window.SetProgressRange(mTotalFiles);
     window.ShowProgressTab();
     window.IsComplited = false;
-    const bool isCounted = CurrentProject->options->RequiredFindAndReplaceCount;
+    const bool isCounted = Set(CurrentProject->options)->RequiredFindAndReplaceCount;
     window.SetChangesMade(ProcessingText(mRunIndex == replacing ? u"lblChangesMade.Caption3"
                                          : isCounted            ? u"lblChangesMade.Caption2"
                                                                 : u"lblChangesMade.Caption5"));
@@ -103,7 +108,7 @@ void frmMain::Run()
         return;
     }
     {
-        const RunGoing going;
+        const RunGoing going(isRunGoing_);
         if (mRunIndex == replacing)
             CurrentProject->Replacement(list, nullptr);
         else

@@ -6,7 +6,8 @@
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/ResultReport.h"
 
-// What the main window does with the events of a run: it brings the processing window up to date.
+// What the main window does with the events of a run: it brings the processing window up to date, if the user has not
+// closed it meanwhile.
 
 namespace tessarine
 {
@@ -24,8 +25,8 @@ void frmMain::mProject_BeforFileProcess(const String& vFilepath)
         mFilesProcessed = CheckedSum(mFilesProcessed, 1);
         currentFile_ = vFilepath;
         passedOver_.reset();
-        frmProcessingDocuments::Instance(this).SetDocChanged(
-            ProcessingText(u"lblDocChanged.caption", mFilesProcessed, mTotalFiles, vFilepath));
+        if (auto* const window = frmProcessingDocuments::Loaded())
+            window->SetDocChanged(ProcessingText(u"lblDocChanged.caption", mFilesProcessed, mTotalFiles, vFilepath));
     });
 }
 
@@ -34,9 +35,11 @@ void frmMain::mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& 
     TellOfHiddenFailure(vStatus.get());
     ResultTree* tree = nullptr;
     const bool hasResult = LogAndReturn({u"mProject_AfterFileProcess", place}, [&] {
-        frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
-        window.AddProgressStep();
-        tree = window.TreeOf(vStatus);
+        auto* const window = frmProcessingDocuments::Loaded();
+        if (window == nullptr)
+            return false;
+        window->AddProgressStep();
+        tree = window->TreeOf(vStatus);
         return true;
     });
     if (!hasResult)
@@ -44,7 +47,7 @@ void frmMain::mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& 
 
     // From here on failures travel to the run.
     AddResult(tree, *vStatus, mProject->IsReqCount, {mFilesChanged, mTotalChanges});
-    frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
+    frmProcessingDocuments& window = *frmProcessingDocuments::Loaded();
     window.SetChangesMade(ProcessingText(ChangesMadeKey(), mTotalChanges));
     if (!mProject->IsProcessCancel && mFilesProcessed != mTotalFiles)
         return;
@@ -67,8 +70,8 @@ void frmMain::TellOfHiddenFailure(const CounterStatuses* status)
 {
     const bool isShown = status != nullptr && status->FileName == currentFile_ &&
                          status->FileStausAfterProcess == FileStatus::NotProcessed;
-    if (passedOver_ && !isShown)
-        frmProcessingDocuments::Instance(this).FileNotOpened(currentFile_, *passedOver_);
+    if (auto* const window = frmProcessingDocuments::Loaded(); window != nullptr && passedOver_ && !isShown)
+        window->FileNotOpened(currentFile_, *passedOver_);
     passedOver_.reset();
 }
 
@@ -80,12 +83,14 @@ void frmMain::mProject_ManualInterventionRequired()
 void frmMain::mProject_ProcessCancel()
 {
     LogAndReturn({u"mProject_ProcessCancel", place}, [this] {
-        frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
+        auto* const window = frmProcessingDocuments::Loaded();
+        if (window == nullptr)
+            return;
         if (mProject->IsProcessCancel) {
-            window.FillProgress();
-            window.IsComplited = true;
+            window->FillProgress();
+            window->IsComplited = true;
         }
-        window.SetOKCaption(ProcessingText(u"cmdOK.OKcaption"));
+        window->SetOKCaption(ProcessingText(u"cmdOK.OKcaption"));
     });
 }
 

@@ -123,7 +123,7 @@ void frmMain::NameControlsWithoutCaption()
         button->setText(button->toolTip());
     }
     for (const QLabel* label : findChildren<QLabel*>())
-        if (label->buddy() != nullptr)
+        if (label->window() == this && label->buddy() != nullptr)
             label->buddy()->setAccessibleName(plain(label->text()));
     for (QPushButton* browse : {cmdBrowse1, cmdBrowse2, cmdBrowse3})
         browse->setAccessibleName(browse->toolTip());
@@ -138,6 +138,8 @@ void frmMain::closeEvent(QCloseEvent* event)
     bool Cancel = false;
     Form_QueryUnload(Cancel);
     event->setAccepted(!Cancel);
+    if (!Cancel)
+        Unloaded.Raise();
 }
 
 void frmMain::Form_QueryUnload(bool& Cancel)

@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include "model/Event.h"
 #include "model/FindAndReplaceItems.h"
 #include "model/Project.h"
 #include "platform/Failure.h"
@@ -57,6 +58,9 @@ public:
     void PutIsModifed(bool value);
     const String& ProjectFile() const { return projectFile_; }
     void PutProjectFile(const String& value);
+
+    /// Raised when the window closes. A run that is going goes on.
+    Event<> Unloaded;
 
     void LoadLng();                       ///< Applies the active language.
     void Form_QueryUnload(bool& Cancel);  ///< Saves the default project, then asks about unsaved changes.
@@ -130,7 +134,7 @@ public:
     static constexpr std::int16_t searching = 1;
 
     bool Validation();
-    void cmdStartReplacing_Click(std::int16_t Index);
+    void cmdStartReplacing_Click(std::int16_t Index);  ///< Does nothing while a run is going.
 
     // --- Events of a run (RunReport.cpp) ------------------------------------------------------------------------
 
@@ -243,6 +247,7 @@ private:
     bool IsFillingItem = false;
 
     std::int32_t LastHoverRow = 0;
+    bool isRunGoing_ = false;
     std::int16_t mRunIndex = 0;
     std::int32_t mTotalFiles = 0;      // as chosen for the run
     std::int32_t mFilesProcessed = 0;  // begun

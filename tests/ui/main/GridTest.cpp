@@ -344,6 +344,18 @@ TEST_F(GridTest, TheRowUnderThePointerIsUnderlinedUntilThePointerLeaves)
     EXPECT_FALSE(isUnderlined(2));
 }
 
+TEST_F(GridTest, NoRowStaysUnderlinedBehindADeletion)
+{
+    EditPairs({{u"a", u""}, {u"b", u""}, {u"c", u""}});
+    QTest::mouseMove(Grid().viewport(), Grid().visualRect(Grid().Items().index(1, 0)).center());
+    messages.Next(MessageAnswer::Yes);
+
+    QTest::keyClick(&Grid(), Qt::Key_Delete);
+
+    for (int row = 0; row < 2; ++row)
+        EXPECT_FALSE(Grid().Items().index(row, 0).data(Qt::FontRole).value<QFont>().underline()) << row;
+}
+
 TEST_F(GridTest, RowsAlternateInColour)
 {
     EditPairs({{u"a", u""}, {u"b", u""}});

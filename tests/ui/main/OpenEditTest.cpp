@@ -36,6 +36,18 @@ protected:
     }
 };
 
+TEST_F(OpenEditTest, ThePointerOverTheRowLeavesTheTypedTextAlone)
+{
+    TypeIntoAnOpenEditor();
+
+    QTest::mouseMove(Grid().viewport(), Grid().visualRect(Grid().Items().index(0, ItemColumn::Options)).center());
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(Grid().viewport(), &leave);
+    EndEdit();
+
+    EXPECT_THAT(Finds(), ElementsAre("az"));
+}
+
 TEST_F(OpenEditTest, SaveFromTheMenuWritesTheTypedText)
 {
     TypeIntoAnOpenEditor();

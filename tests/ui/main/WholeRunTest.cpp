@@ -1,5 +1,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QTabWidget>
 
@@ -346,10 +347,13 @@ TEST_F(WholeRun, TheElapsedTimeStopsWithTheRun)
     EXPECT_FALSE(Processing().tmrelapsedSecsX->Enabled());
 }
 
-TEST_F(WholeRun, AStartCommandDuringARunDoesNoHarmToTheFiles)
+TEST_F(WholeRun, AStartCommandDuringARunDoesNothing)
 {
     for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx"})
         Presentation(name, {u"Fabrikam"});
+    const TemporaryFolder others;
+    others.Write(u"other.pptx", test::Deck().Slide(test::Title(u"Fabrikam")).Bytes());
+    const std::string other = ContentOf(others.PathOf(u"other.pptx"));
     SetJob({fabrikam});
     bool hasStarted = false;
     atDelivery = [&] {
@@ -357,15 +361,50 @@ TEST_F(WholeRun, AStartCommandDuringARunDoesNoHarmToTheFiles)
             Label("lblDocChanged") != "File 2 of 3: 2.pptx")
             return;
         hasStarted = true;
-        messages.Next(MessageAnswer::Yes);
+        The<QLineEdit>("txtStartFolder").setText(ToQt(others.Path()));
         Click("cmdStartReplacing(0)");
     };
 
     Replace();
 
     EXPECT_TRUE(hasStarted);
+    EXPECT_EQ(messages.Messages().size(), 1U) << "the question was asked once";
     for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx"})
         EXPECT_THAT(TextsOf(name), ElementsAre("Contoso")) << ToUtf8(name);
+    EXPECT_TRUE(ContentOf(others.PathOf(u"other.pptx")) == other);
+}
+
+TEST_F(WholeRun, AChangeOfLanguageLeavesTheWindowOfARunAlone)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    Find();
+    CurrentLanguageFile = u"German.lng";
+
+    Window().LoadLng();
+
+    EXPECT_EQ(Caption("cmdOK"), "OK");
+    EXPECT_EQ(Caption("cmdCopyLog"), "Copy log to clipboard");
+    EXPECT_EQ(Label("lblDocChanged"), "Finished: matches in 1 of 1 file(s)");
+}
+
+TEST_F(WholeRun, ARunGoesOnBehindAWindowThatTheUserHasClosed)
+{
+    for (const char16_t* name : {u"1.pptx", u"2.pptx"})
+        Presentation(name, {u"Fabrikam"});
+    SetJob({fabrikam});
+    CurrentProject->BeforFileProcess += [this](const String& path) {
+        if (path != PathOf(u"2.pptx"))
+            return;
+        Processing().IsComplited = true;
+        ClickInProcessing("cmdOK");
+    };
+
+    Replace();
+
+    EXPECT_THAT(TextsOf(u"2.pptx"), ElementsAre("Contoso"));
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr) << "nothing opens it again";
+    EXPECT_THAT(Log(), IsEmpty());
 }
 
 TEST_F(WholeRun, ClosingTheMainWindowDuringARunLetsItEnd)
