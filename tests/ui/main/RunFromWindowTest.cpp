@@ -22,10 +22,7 @@ RunFromWindowTest::RunFromWindowTest()
             atDelivery();
         QCoreApplication::processEvents();
     });
-    CurrentProject->FindAndReplaceList.reset();
-    CurrentProject = std::make_shared<Project>(builtin::CreateProvider());
-    for (const char16_t* name : {u"FindAndReplaceFilePath", u"FindAndReplaceListSource", u"LANG"})
-        CurrentProject->CustomProperies->Add(name, {});
+    RunOn(builtin::CreateProvider());
 }
 
 RunFromWindowTest::~RunFromWindowTest()
@@ -35,6 +32,14 @@ RunFromWindowTest::~RunFromWindowTest()
         window->close();
     }
     SetDeliverPendingEvents(previousEvents_);
+}
+
+void RunFromWindowTest::RunOn(std::shared_ptr<powerpoint::Provider> provider)
+{
+    CurrentProject->FindAndReplaceList.reset();
+    CurrentProject = std::make_shared<Project>(std::move(provider));
+    for (const char16_t* name : {u"FindAndReplaceFilePath", u"FindAndReplaceListSource", u"LANG"})
+        CurrentProject->CustomProperies->Add(name, {});
 }
 
 String RunFromWindowTest::Presentation(StringView name, const std::vector<String>& titles)

@@ -21,6 +21,10 @@ protected:
     RunFromWindowTest();
     ~RunFromWindowTest() override;
 
+    /// Puts a new project in force that runs on this PowerPoint, in place of the built-in engine. Before the window is
+    /// made.
+    static void RunOn(std::shared_ptr<powerpoint::Provider> provider);
+
     /// A presentation whose slides have these titles; gives its full path.
     String Presentation(StringView name, const std::vector<String>& titles);
     String File(StringView name, const std::string& bytes);

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+
+#include "support/FailingPowerPoint.h"
+#include "ui/main/RunFromWindowTest.h"
+
+namespace tessarine
+{
+
+/// Runs from the main window on a PowerPoint that changes real presentations until a call of the test's choice fails.
+/// Whatever fails, no run shows the window that asks for a manual intervention.
+class FailingPowerPointTest : public RunFromWindowTest
+{
+protected:
+    FailingPowerPointTest();
+    ~FailingPowerPointTest() override;
+    void TearDown() override;
+
+    /// Presentations of one slide, "Fabrikam", and the job that makes "Contoso" of it.
+    void SetJobOver(const std::vector<String>& names);
+
+    // --- What the person sees ---------------------------------------------------------------------------------------
+
+    std::vector<std::string> Changed() { return Lines(*Processing().trvChangedFiles); }
+    std::vector<std::string> Unchanged() { return Lines(*Processing().trvNotChangedFiles); }
+    std::vector<std::string> Errors() { return Lines(*Processing().trvErrors); }
+
+    /// The line about files that could not be opened; empty when it can't be seen.
+    std::string NotOpened();
+
+    /// The run has come to its end and says so, in these words.
+    void ExpectFinished(const std::string& lblDocChanged);
+
+    /// The run has ended before its end: the window still stands at a file, under the hourglass.
+    void ExpectLeftAt(const std::string& lblDocChanged);
+
+    /// Closes the processing window as a person does, starts a replacement of one more presentation and sees it done.
+    void ExpectNextRunToWork();
+
+    // --- What was done ----------------------------------------------------------------------------------------------
+
+    bool IsChanged(StringView name) const { return TextsOf(name) == std::vector<std::string>{"Contoso"}; }
+
+    /// The calls to PowerPoint, see FailingPowerPoint, without the folder.
+    std::vector<std::string> Calls() const;
+    std::size_t CallsOf(const std::string& call) const;
+
+    FailingPowerPoint office;
+
+private:
+    class ShownWindows;
+    const std::unique_ptr<ShownWindows> shown_;
+};
+
+/// The lines that a file with one occurrence has in the tree of changed files.
+std::vector<std::string> NodesOf(const std::vector<std::string>& files);
+
+}  // namespace tessarine
