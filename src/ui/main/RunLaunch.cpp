@@ -1,3 +1,6 @@
+#include <functional>
+#include <utility>
+
 #include <QRadioButton>
 #include <QTabWidget>
 
@@ -19,12 +22,17 @@ namespace
 
 constexpr StringView place = u"Form frmMain";
 
-/// While it lives, both windows know that a run is going. The processing window may be closed meanwhile.
+/// While it lives, both windows know that a run is going. The processing window may be closed meanwhile. `atEnd` is
+/// called however the run ends.
 class RunGoing
 {
 public:
-    explicit RunGoing(bool& isGoing) : isGoing_(isGoing) { Put(true); }
-    ~RunGoing() { Put(false); }
+    RunGoing(bool& isGoing, std::function<void()> atEnd) : isGoing_(isGoing), atEnd_(std::move(atEnd)) { Put(true); }
+    ~RunGoing()
+    {
+        Put(false);
+        Skip(atEnd_);
+    }
     RunGoing(const RunGoing&) = delete;
     RunGoing& operator=(const RunGoing&) = delete;
 
@@ -37,6 +45,7 @@ private:
     }
 
     bool& isGoing_;
+    const std::function<void()> atEnd_;
 };
 
 }  // namespace
@@ -74,6 +83,9 @@ void frmMain::PrepareProcessingWindow()
     mFilesProcessed = 0;
     mFilesChanged = 0;
     mTotalChanges = 0;
+    currentFile_.clear();
+    passedOver_.reset();
+    lastResult_.reset();
     frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
     window.setWindowTitle(ToQt(ProcessingText(u"frmProcessingDocuments.caption")));
     window.show();
@@ -108,7 +120,7 @@ void frmMain::Run()
         return;
     }
     {
-        const RunGoing going(isRunGoing_);
+        const RunGoing going(isRunGoing_, [this] { TellOfHiddenFailure(); });
         if (mRunIndex == replacing)
             CurrentProject->Replacement(list, nullptr);
         else

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "platform/CheckedInteger.h"
 #include "platform/Treatments.h"
 #include "ui/main/frmMain.h"
@@ -32,7 +34,11 @@ void frmMain::mProject_BeforFileProcess(const String& vFilepath)
 
 void frmMain::mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& vStatus)
 {
-    TellOfHiddenFailure(vStatus.get());
+    // The trees show a failure by a result of its file's own; that of the file before once more tells nothing of it.
+    const bool isNew = vStatus != nullptr && vStatus != std::exchange(lastResult_, vStatus);
+    if (isNew && !currentFile_.empty())
+        passedOver_.reset();
+    TellOfHiddenFailure();
     ResultTree* tree = nullptr;
     const bool hasResult = LogAndReturn({u"mProject_AfterFileProcess", place}, [&] {
         auto* const window = frmProcessingDocuments::Loaded();
@@ -65,14 +71,19 @@ String frmMain::ChangesMadeKey() const
     return mProject->IsReqCount ? u"lblChangesMade.Caption1" : u"lblChangesMade.Caption4";
 }
 
-/// A failure that no tree shows: the run reports nothing for such a file, or the result of the file before.
-void frmMain::TellOfHiddenFailure(const CounterStatuses* status)
+/// A failure that no tree shows: the run reports nothing for such a file, or the result of the file before, or leaves
+/// at it. What failed before the first file kept all of them from being opened.
+void frmMain::TellOfHiddenFailure()
 {
-    const bool isShown = status != nullptr && status->FileName == currentFile_ &&
-                         status->FileStausAfterProcess == FileStatus::NotProcessed;
-    if (auto* const window = frmProcessingDocuments::Loaded(); window != nullptr && passedOver_ && !isShown)
-        window->FileNotOpened(currentFile_, *passedOver_);
-    passedOver_.reset();
+    const auto failure = std::exchange(passedOver_, {});
+    auto* const window = frmProcessingDocuments::Loaded();
+    if (!failure || window == nullptr)
+        return;
+    if (!currentFile_.empty())
+        window->FileNotOpened(currentFile_, *failure);
+    else
+        for (const String& path : mProject->FilesToProcess)
+            window->FileNotOpened(path, *failure);
 }
 
 void frmMain::mProject_ManualInterventionRequired()

@@ -182,7 +182,7 @@ private:
     void Run();
     void ReceiveEvents();
     String ChangesMadeKey() const;
-    void TellOfHiddenFailure(const CounterStatuses* status);
+    void TellOfHiddenFailure();
 
     // --- Controls -----------------------------------------------------------------------------------------------
 
@@ -249,12 +249,13 @@ private:
     std::int32_t LastHoverRow = 0;
     bool isRunGoing_ = false;
     std::int16_t mRunIndex = 0;
-    std::int32_t mTotalFiles = 0;      // as chosen for the run
-    std::int32_t mFilesProcessed = 0;  // begun
-    std::int32_t mFilesChanged = 0;    // file nodes added for a file with a count
-    std::int32_t mTotalChanges = 0;    // sum of all location counts
-    String currentFile_;
-    std::optional<Failure> passedOver_;  // for the current file
+    std::int32_t mTotalFiles = 0;                  // as chosen for the run
+    std::int32_t mFilesProcessed = 0;              // begun
+    std::int32_t mFilesChanged = 0;                // file nodes added for a file with a count
+    std::int32_t mTotalChanges = 0;                // sum of all location counts
+    String currentFile_;                           // of the run; empty before its first file
+    std::optional<Failure> passedOver_;            // for the current file
+    std::shared_ptr<CounterStatuses> lastResult_;  // reported for the file before
     CommonDialog common;
     std::shared_ptr<Project> mProject;
     std::unique_ptr<frmChangeLanguage> mfrmChangeLanguage;
