@@ -1,6 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "support/FailingPowerPoint.h"
 #include "ui/main/RunFromWindowTest.h"
@@ -9,7 +12,8 @@ namespace tessarine
 {
 
 /// Runs from the main window on a PowerPoint that changes real presentations until a call of the test's choice fails.
-/// Whatever fails, no run shows the window that asks for a manual intervention.
+/// Whatever fails, no run shows any other window than the two of its own: no box, and not the one that asks for a
+/// manual intervention.
 class FailingPowerPointTest : public RunFromWindowTest
 {
 protected:
@@ -47,6 +51,7 @@ protected:
     std::size_t CallsOf(const std::string& call) const;
 
     FailingPowerPoint office;
+    std::set<std::string> expectedWindows{"frmMain", "frmProcessingDocuments"};
 
 private:
     class ShownWindows;
