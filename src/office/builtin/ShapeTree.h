@@ -46,8 +46,8 @@ struct ShapeTree {
     std::vector<std::string> layoutIds;  ///< p:sldLayoutId@r:id of a master, in order.
 };
 
-/// Reads the shape tree of a parsed part. `withLinks` false leaves out the links (the caller knows that there are
-/// none). Raises -2147023504 for a part without a shape tree and for groups nested beyond the limit.
+/// Reads the shape tree of a parsed part. Raises -2147023504 for a part without a shape tree and for groups nested
+/// beyond the limit.
 ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits);
 
 }  // namespace tessarine::builtin

@@ -179,6 +179,7 @@ void ShapeTreePart::PutEdits(std::vector<ByteEdit> edits)
     package_.ReplaceXml(entry_, ApplyEdits(Text(), std::move(edits)));
     text_.clear();  // the part's encoding may have its own way to write what was put in
     tree_.reset();
+    idUses_.clear();  // a paragraph break within a linked run makes two of it
 }
 
 std::vector<std::size_t> ShapeTreePart::HyperlinkIndices()
@@ -285,7 +286,7 @@ std::string ShapeTreePart::RetargetOrClone(const std::string& relationshipId, st
     return id;
 }
 
-/// How many attributes of the part have the id for their value; counted once, then kept up to date.
+/// How many attributes of the part have the id for their value; counted once between two edits of the bytes, and kept up to date.
 std::size_t& ShapeTreePart::UsesOf(const std::string& relationshipId)
 {
     const auto [entry, isNew] = idUses_.try_emplace(relationshipId, 0);

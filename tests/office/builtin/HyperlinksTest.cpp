@@ -327,6 +327,34 @@ TEST(HyperlinkPut, OnALinkWhoseTextIsGoneIsAFailure)
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
 }
 
+// A paragraph break within a linked run makes two runs of it that share a relationship.
+TEST(HyperlinkPut, OfOnePartOfADividedLinkLeavesTheOther)
+{
+    const DeckOnDisk deck(Deck().Slide(TextBox(Paragraph(TextRun(u"AMIDB").Click(LinkTo(u"http://one/"))))));
+
+    deck.Change([](auto& presentation) {
+        PutAddress(presentation, 1, u"http://two/");
+        ReplaceInShape(presentation, 1, 1, u"MID", u"x\ry");
+        PutAddress(presentation, 1, u"http://three/");
+    });
+
+    EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://three/", "http://two/"));
+}
+
+TEST(HyperlinkPut, OfNothingOnOnePartOfADividedLinkKeepsTheRelationshipOfTheOther)
+{
+    const DeckOnDisk deck(Deck().Slide(TextBox(Paragraph(TextRun(u"AMIDB").Click(LinkTo(u"http://one/"))))));
+
+    deck.Change([](auto& presentation) {
+        PutAddress(presentation, 1, u"http://two/");
+        ReplaceInShape(presentation, 1, 1, u"MID", u"x\ry");
+        PutAddress(presentation, 1, u"");
+    });
+
+    EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://two/"));
+    EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
+}
+
 // --- Through the location ------------------------------------------------------------------------------------------
 
 /// Runs the location over a deck and gives its count.
