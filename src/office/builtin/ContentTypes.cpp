@@ -74,6 +74,13 @@ std::vector<std::string_view> ContentTypes::PartsOfType(std::string_view type) c
     return names;
 }
 
+bool ContentTypes::HasDefaultOf(std::string_view type) const
+{
+    if (!isRead_)
+        Read();
+    return std::ranges::any_of(defaults_, [type](const Type& entry) { return PlainType(entry.type) == type; });
+}
+
 void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
 {
     ElementRange root = ScanElement(bytes_, NextChild(bytes_, 0, bytes_.size()));

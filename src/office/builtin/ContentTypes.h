@@ -28,6 +28,9 @@ public:
     /// The names, as written, of the parts that an override gives this type (in lower case). Raises as TypeOf does.
     std::vector<std::string_view> PartsOfType(std::string_view type) const;
 
+    /// True when an extension stands for this type (in lower case), so that other parts may have it than those above.
+    bool HasDefaultOf(std::string_view type) const;
+
     void AddOverride(std::string_view partName, std::string_view type);
     void RemoveOverride(std::string_view partName);
 

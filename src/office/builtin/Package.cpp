@@ -55,6 +55,23 @@ std::optional<Package::Entry> Package::Find(std::string_view partName) const
     return found->second;
 }
 
+std::vector<Package::Entry> Package::PartsOfType(std::string_view type)
+{
+    const ContentTypes& types = Types();
+    std::vector<Entry> parts;
+    if (types.HasDefaultOf(type)) {
+        for (const auto& [name, entry] : byName_)
+            if (types.TypeOf(name) == type)
+                parts.push_back(entry);
+    } else {
+        for (const std::string_view name : types.PartsOfType(type))
+            if (const auto entry = Find(name))
+                parts.push_back(*entry);
+    }
+    std::ranges::sort(parts);
+    return parts;
+}
+
 std::optional<Package::Entry> Package::Follow(std::optional<Entry> source, const Relationship* relationship) const
 {
     if (relationship == nullptr || relationship->external)

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "office/builtin/ContentTypes.h"
 #include "office/builtin/Limits.h"
@@ -36,6 +37,9 @@ public:
     /// name, the last one counts.
     std::optional<Entry> Find(std::string_view partName) const;
     std::string_view NameOf(Entry entry) const;  ///< With slashes, without a leading one. Lives as long as the package.
+
+    /// The parts that have this content type (in lower case), in ascending order.
+    std::vector<Entry> PartsOfType(std::string_view type);
 
     /// The part that a relationship of another part (of the package, without one) points to; nothing for no
     /// relationship, an external or a dangling one.

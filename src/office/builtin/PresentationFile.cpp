@@ -117,14 +117,9 @@ ShapeTreePart* PresentationFile::NotesPage(std::size_t slide)
 /// All there are, by their content type (ECMA-376 13.3.5): found without reading the relationships of every slide.
 const std::vector<Package::Entry>& PresentationFile::NotesPages()
 {
-    if (notesPages_)
-        return *notesPages_;
-    constexpr std::string_view type = "application/vnd.openxmlformats-officedocument.presentationml.notesslide+xml";
-    notesPages_.emplace();
-    for (const std::string_view name : package_.Types().PartsOfType(type))
-        if (const auto entry = package_.Find(name))
-            notesPages_->push_back(*entry);
-    std::ranges::sort(*notesPages_);
+    if (!notesPages_)
+        notesPages_ =
+            package_.PartsOfType("application/vnd.openxmlformats-officedocument.presentationml.notesslide+xml");
     return *notesPages_;
 }
 

@@ -92,6 +92,24 @@ TEST(NotesPages, OfTwoSlidesMayBeOnePart)
     EXPECT_THAT(NotesOf(deck.Package(), 1), testing::Contains(u"two"));
 }
 
+TEST(NotesPages, MayHaveTheirTypeFromTheirExtension)
+{
+    const DeckOnDisk deck(
+        Deck()
+            .Slide(Title(u"a"), NotesPage(u"Fabrikam"))
+            .Edit("[Content_Types].xml", "Override PartName=\"/ppt/notesSlides/notesSlide1.xml\"",
+                  "Default Extension=\"notes\"")
+            .Edit("ppt/slides/_rels/slide1.xml.rels", "notesSlide1.xml", "notesSlide1.notes")
+            .Rename("ppt/notesSlides/notesSlide1.xml", "ppt/notesSlides/notesSlide1.notes")
+            .Rename("ppt/notesSlides/_rels/notesSlide1.xml.rels", "ppt/notesSlides/_rels/notesSlide1.notes.rels"));
+    const auto presentation = deck.Open();
+
+    const auto shapes = All(SlideOf(*presentation, 1)->NotesPage()->Shapes());
+
+    EXPECT_NE(shapes.back()->TextFrame()->TextRange()->Find(u"Fabrikam", 0, 1, 0), nullptr);
+    EXPECT_TRUE(presentation->NotesMayHoldText(u"Fabrikam"));
+}
+
 // --- Designs -------------------------------------------------------------------------------------------------------
 
 TEST(Designs, AreOnePerMasterInTheOrderOfTheList)
