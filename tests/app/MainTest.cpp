@@ -214,7 +214,7 @@ TEST_F(MainTest, LogsAFailureAndShowsNoWindow)
 TEST_F(MainTest, ShowsTheWindowWhenTheLogCannotBeWritten)
 {
     dataHome_.MakeFolder(u"Tessarine/Tessarine/Errors.Log");
-    SaveDefaultProject({});
+    dataHome_.Write(u"Tessarine/Tessarine/Default.tsq", "no project");
 
     Start();
 

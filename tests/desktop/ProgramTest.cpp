@@ -115,12 +115,14 @@ TEST_F(ProgramTest, EndsSilentlyWithoutAPlaceForItsFolder)
 
 TEST_F(ProgramTest, ArgumentsHaveNoEffect)
 {
+    home.Write(u"job.tsq", "no project");  // to load it would leave a line in the error log
     QProcess program;
 
-    Start(program, {"job.tsq", "--help"});
+    Start(program, {"-platform", "nonsense", ToQt(home.PathOf(u"job.tsq")), "--help"});
 
     WaitUntilUp();
     EXPECT_FALSE(program.waitForFinished(100));
+    EXPECT_FALSE(FileExists(home.PathOf(u"data/Tessarine/Tessarine/Errors.Log")));
     program.kill();
     program.waitForFinished();
 }

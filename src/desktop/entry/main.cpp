@@ -44,9 +44,10 @@ void SetUpApplication(QTranslator& buttons)
 
 }  // namespace
 
-int main(int argumentCount, char** arguments)
+int main(int, char** arguments)
 {
-    QApplication application(argumentCount, arguments);
+    int noArguments = 1;  // the program takes none, and Qt would act on its own
+    QApplication application(noArguments, arguments);
     QTranslator buttons;
     SetUpApplication(buttons);
     const DesktopPorts ports;
