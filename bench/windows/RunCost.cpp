@@ -69,10 +69,11 @@ std::filesystem::path TenTimes(const DeckSet& set)
     return folder;
 }
 
+/// As tessarine-batch goes about it, with the search for the files.
 double BareRun()
 {
-    CurrentProject->GetFileToProcessFileCount();
     const double start = ProcessorSeconds();
+    CurrentProject->GetFileToProcessFileCount();
     CurrentProject->Search();
     return ProcessorSeconds() - start;
 }

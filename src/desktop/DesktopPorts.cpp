@@ -16,7 +16,7 @@ namespace
 
 /// A run asks for delivery at every shape; a window that reacts within this time feels immediate, and looking for
 /// events more often would slow the run down.
-constexpr std::chrono::milliseconds betweenDeliveries{10};
+constexpr std::chrono::milliseconds betweenDeliveries{40};
 
 void DeliverQtEvents()
 {
@@ -25,6 +25,7 @@ void DeliverQtEvents()
     const Clock::time_point now = Clock::now();
     if (now - last < betweenDeliveries)
         return;
+    last = now;  // what is delivered may ask, too
     QCoreApplication::processEvents();
     last = Clock::now();
 }

@@ -15,22 +15,27 @@ namespace
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-std::string_view Trimmed(std::string_view text)
+bool IsBlank(char character)
 {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    return character == ' ' || character == '\t';
 }
 
-/// Takes the first line off `rest`. An empty line between CR and LF does no harm, as empty lines say nothing.
+std::string_view Trimmed(std::string_view text)
+{
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+/// Takes the first line off `rest`. An empty line between CR and LF does no harm, as empty lines say nothing. The
+/// search for CR ends at the LF, so that a file without a CR is not read to its end for each line.
 std::string_view TakeLine(std::string_view& rest)
 {
-    const auto isEnd = [](char character) { return character == '\r' || character == '\n'; };
-    const auto end = static_cast<std::size_t>(std::ranges::find_if(rest, isEnd) - rest.begin());
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
+    std::string_view line = rest.substr(0, rest.find('\n'));
+    line = line.substr(0, line.find('\r'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
     return Trimmed(line);
 }
 

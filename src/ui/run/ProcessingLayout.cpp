@@ -4,13 +4,13 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
 #include "ui/icons/Icons.h"
 #include "ui/run/ElidedLabel.h"
+#include "ui/run/FileProgressBar.h"
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/ResultTree.h"
 
@@ -97,8 +97,7 @@ QWidget* frmProcessingDocuments::BuildProgress()
 {
     auto* const panelProgress = MakeControl<QWidget>("panelProgress", SSTab1);
     lblDocChanged = MakeLabel<ElidedLabel>("lblDocChanged", "Connecting to Excel...", panelProgress);
-    pgbar1 = MakeControl<QProgressBar>("pgbar1", panelProgress);
-    pgbar1->setValue(0);
+    pgbar1 = MakeControl<FileProgressBar>("pgbar1", panelProgress);
     lblChangesMade = MakeLabel<ElidedLabel>("lblChangesMade", "Change(s) made", panelProgress);
     lblelapsedSecs = MakeLabel<QLabel>("lblelapsedSecs", "Label1", panelProgress);
 

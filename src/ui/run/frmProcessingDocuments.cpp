@@ -1,13 +1,11 @@
 #include "ui/run/frmProcessingDocuments.h"
 
-#include <algorithm>
 #include <optional>
 #include <string>
 
 #include <QCloseEvent>
 #include <QLabel>
 #include <QPointer>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
@@ -22,6 +20,7 @@
 #include "platform/Treatments.h"
 #include "settings/SettingsStore.h"
 #include "ui/run/ElapsedTime.h"
+#include "ui/run/FileProgressBar.h"
 #include "ui/run/ResultTree.h"
 
 namespace tessarine
@@ -206,18 +205,17 @@ void frmProcessingDocuments::KeepSize() const
 
 void frmProcessingDocuments::SetProgressRange(std::int32_t maximum)
 {
-    pgbar1->setRange(0, std::max(maximum, 1));  // without a length Qt shows a bar that never ends
-    pgbar1->setValue(0);
+    pgbar1->Begin(maximum);
 }
 
 void frmProcessingDocuments::AddProgressStep()
 {
-    pgbar1->setValue(pgbar1->value() + 1);
+    pgbar1->AddStep();
 }
 
 void frmProcessingDocuments::FillProgress()
 {
-    pgbar1->setValue(pgbar1->maximum());
+    pgbar1->Fill();
 }
 
 void frmProcessingDocuments::ShowProgressTab()

@@ -14,13 +14,13 @@
 
 class QFrame;
 class QLabel;
-class QProgressBar;
 class QPushButton;
 class QTabWidget;
 
 namespace tessarine
 {
 
+class FileProgressBar;
 class ResultTree;
 struct ResultNode;
 
@@ -127,7 +127,7 @@ private:
 
     QTabWidget* SSTab1 = nullptr;
     std::array<QWidget*, 4> panels{};  // of the tabs
-    QProgressBar* pgbar1 = nullptr;
+    FileProgressBar* pgbar1 = nullptr;
     QLabel* lblelapsedSecs = nullptr;
     QLabel* lblDocChanged = nullptr;
     QLabel* lblChangesMade = nullptr;

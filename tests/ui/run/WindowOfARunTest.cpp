@@ -78,11 +78,22 @@ TEST_F(WindowOfARunTest, MovesTheProgressAFileAtATime)
     BeginRun();
 
     Window().AddProgressStep();
-    Window().AddProgressStep();
-    EXPECT_EQ(The<QProgressBar>("pgbar1").value(), 2);
+    EXPECT_EQ(The<QProgressBar>("pgbar1").value(), 1);
 
     Window().FillProgress();
     EXPECT_EQ(The<QProgressBar>("pgbar1").value(), 5);
+}
+
+TEST_F(WindowOfARunTest, ShowsFastFilesTogetherAMomentLater)
+{
+    BeginRun();
+
+    for (int file = 0; file < 3; ++file)
+        Window().AddProgressStep();
+
+    const auto& bar = The<QProgressBar>("pgbar1");
+    EXPECT_EQ(bar.value(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&bar] { return bar.value() == 3; }));
 }
 
 TEST_F(WindowOfARunTest, StartsTheProgressAnewForAnotherRun)
