@@ -79,6 +79,13 @@ void RunFromWindowTest::Replace()
     Start(frmMain::replacing);
 }
 
+frmProcessingDocuments& RunFromWindowTest::Processing()
+{
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        return *window;
+    throw std::runtime_error("no window of a run is loaded");
+}
+
 std::string RunFromWindowTest::Label(const char* name)
 {
     return WithoutFolder(InProcessing<QLabel>(name).text().toStdString());

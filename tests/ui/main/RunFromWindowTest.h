@@ -36,7 +36,7 @@ protected:
     void Find();     ///< By a click on the start button, to the end of the run.
     void Replace();  ///< The same.
 
-    frmProcessingDocuments& Processing() { return *frmProcessingDocuments::Loaded(); }
+    frmProcessingDocuments& Processing();
 
     template <class Control = QWidget>
     Control& InProcessing(const char* name)
