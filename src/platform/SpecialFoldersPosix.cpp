@@ -39,7 +39,7 @@ String GetSpecialFolderPath(std::int32_t folder)
 {
     if (folder != ApplicationDataFolderNumber)
         return {};
-    // The XDG Base Directory Specification has relative paths ignored.
+    // The rules for XDG base directories have relative paths ignored.
     if (const std::string dataHome = Environment("XDG_DATA_HOME"); dataHome.starts_with('/'))
         return FromUtf8(WithoutTrailingSeparator(dataHome));
     const std::string home = HomeFolder();

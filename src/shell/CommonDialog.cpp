@@ -15,8 +15,6 @@ namespace tessarine
 namespace
 {
 
-constexpr std::int32_t cancelSelected = 32755;
-
 FileDialogPort fileDialog;
 
 /// What stands behind the last dot of a path's last part; empty without a dot.
@@ -33,7 +31,7 @@ void CommonDialog::Show(bool isSave)
 {
     const std::optional<QString> chosen = fileDialog ? fileDialog(*this, isSave) : ShowQtFileDialog(*this, isSave);
     if (!chosen)
-        throw Failure(cancelSelected, u"Cancel was selected.");
+        throw Failure(CancelSelected, u"Cancel was selected.");
     FileName = FromQt(*chosen);
     if (DefaultExt.empty())
         return;

@@ -19,6 +19,9 @@ inline constexpr std::int32_t ExtensionDiffers = 1024;   ///< Out: the chosen fi
 inline constexpr std::int32_t FileMustExist = 4096;      ///< In: opening takes only a file that exists.
 }  // namespace FileDialogFlag
 
+/// What a cancelled dialog raises.
+inline constexpr std::int32_t CancelSelected = 32755;
+
 /// The file dialog of a window, shared by its commands. Nothing is reset between two uses: what a command does not set
 /// is as the last one left it.
 class CommonDialog
@@ -40,8 +43,8 @@ public:
     /// while there is a DefaultExt.
     std::int32_t Flags = 0;
 
-    /// Has the user choose a file to open, or to save to. A cancelled dialog raises 32755 ("Cancel was selected.") and
-    /// changes nothing.
+    /// Has the user choose a file to open, or to save to. A cancelled dialog raises CancelSelected ("Cancel was
+    /// selected.") and changes nothing.
     void ShowOpen() { Show(false); }
     void ShowSave() { Show(true); }
 

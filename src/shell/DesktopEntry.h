@@ -15,11 +15,11 @@ struct DesktopProgram {
     std::string mimeType;
 };
 
-/// The desktop entry of a program, by the Desktop Entry Specification 1.0. The program is called with one file as its
-/// only argument, or with none.
+/// The desktop entry of a program, as freedesktop.org defines it (Desktop Entry 1.0). The program is called with one
+/// file as its only argument, or with none.
 std::string DesktopEntry(const DesktopProgram& program);
 
-/// A path as the command of an "Exec" key: quoted, with what the specification reserves escaped, so that it is one word
+/// A path as the command of an "Exec" key: quoted, with what is reserved in it escaped, so that it is one word
 /// and means itself.
 std::string ExecCommand(const std::string& path);
 

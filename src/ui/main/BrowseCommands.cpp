@@ -18,7 +18,6 @@ namespace
 {
 
 constexpr StringView place = u"Form frmMain";
-constexpr std::int32_t cancelSelected = 32755;
 
 /// The file name from its last dot on, in upper case; empty without one.
 String UpperExtensionOf(const String& path)
@@ -42,7 +41,7 @@ void Choose(CommonDialog& common, const Choice& choice, QLineEdit& target)
     common.Filter = choice.filter;
     common.FileName.clear();
     common.DialogTitle = choice.title;
-    if (Skip([&] { common.ShowOpen(); }) == cancelSelected)
+    if (Skip([&] { common.ShowOpen(); }) == CancelSelected)
         return;
     const String extension = UpperExtensionOf(common.FileName);
     if (std::find(choice.extensions.begin(), choice.extensions.end(), extension) == choice.extensions.end())

@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr StringView place = u"Form frmMain";
-constexpr std::int32_t cancelSelected = 32755;
 const String listFilter = u"CSV Files|*.csv|TAB Files|*.Tab|Excel File|*.xls";
 
 /// Shows the hourglass while it lives.
@@ -41,7 +40,7 @@ void frmMain::mnuImportList_Click()
         common.Filter = listFilter;
         common.FileName.clear();
         common.DialogTitle = GetLngString(u"frmMain", u"107");
-        if (Skip([this] { common.ShowOpen(); }) == cancelSelected)
+        if (Skip([this] { common.ShowOpen(); }) == CancelSelected)
             return;
         const Hourglass hourglass;
         const auto list = std::make_shared<FindAndReplaceItems>();
@@ -63,7 +62,7 @@ void frmMain::mnuExportList_Click()
     LogAndReturn({u"mnuExportList_Click", place}, [this] {
         common.Filter = listFilter;
         common.DialogTitle = GetLngString(u"frmMain", u"107");
-        if (Skip([this] { common.ShowSave(); }) == cancelSelected)
+        if (Skip([this] { common.ShowSave(); }) == CancelSelected)
             return;
         const Hourglass hourglass;
         if (!FileExists(common.FileName) || MayOverwrite(common.FileName))

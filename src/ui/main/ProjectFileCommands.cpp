@@ -17,7 +17,6 @@ namespace
 {
 
 constexpr StringView place = u"Form frmMain";
-constexpr std::int32_t cancelSelected = 32755;
 const String projectFilter = u"Tessarine [*.tsq]";
 
 /// Why a project file was not loaded; nothing is said of a failure without a code.
@@ -97,7 +96,7 @@ void frmMain::menuSaveAs_Click()
     LogAndReturn({u"menuSaveAs_Click", place}, [this] {
         common.Filter = projectFilter;
         common.DialogTitle = GetLngString(u"frmMain", u"110");
-        if (Skip([this] { common.ShowSave(); }) == cancelSelected || Trim(common.FileName).empty())
+        if (Skip([this] { common.ShowSave(); }) == CancelSelected || Trim(common.FileName).empty())
             return;
         CurrentProject->SaveAsProject(common.FileName, true);
         PutProjectFile(common.FileName);

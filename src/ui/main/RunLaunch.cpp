@@ -72,10 +72,15 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         CurrentProject->IsProcessCancel = false;
         if (ShowMessage(question) != MessageAnswer::Yes)
             return;
-        CurrentProject->UnloadPowerPoint();
+        UnloadPowerPoint();
         PrepareProcessingWindow();
         Run();
     });
+}
+
+void frmMain::UnloadPowerPoint()
+{
+    CurrentProject->UnloadPowerPoint();
 }
 
 void frmMain::PrepareProcessingWindow()

@@ -135,6 +135,7 @@ public:
 
     bool Validation();
     void cmdStartReplacing_Click(std::int16_t Index);  ///< Does nothing while a run is going.
+    void UnloadPowerPoint();                           ///< The project's.
 
     // --- Events of a run (RunReport.cpp) ------------------------------------------------------------------------
 

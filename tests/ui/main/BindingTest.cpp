@@ -279,6 +279,42 @@ TEST_F(BindingTest, TheThreeCustomPropertiesAreWrittenAnew)
                                                     u"FindAndReplaceListSource=EXTERNAL", u"LANG=German.lng"));
 }
 
+TEST_F(BindingTest, FillingTheProjectTwiceLeavesThreeCustomProperties)
+{
+    Window();
+
+    Window().FillProjectObject();
+    Window().FillProjectObject();
+
+    EXPECT_EQ(CurrentProject->CustomProperies->Count(), 3);
+}
+
+TEST_F(BindingTest, ALanguageThatIsGoneIsReplacedInTheProjectByTheOneInForce)
+{
+    CurrentProject->CustomProperies->Item(3)->PropertyValue = u"gone.lng";
+    Window();
+    EXPECT_EQ(CurrentProject->CustomProperies->Item(3)->PropertyValue, u"gone.lng");
+
+    Window().close();
+
+    EXPECT_THAT(CustomPropertyValues(), testing::Contains(u"LANG=English.lng"));
+}
+
+TEST_F(BindingTest, ASearchMethodThatDoesNotExistHasNoName)
+{
+    EditPairs({{u"a", u"b"}, {u"c", u"d"}});
+    CurrentProject->FindAndReplaceList->Item(2)->OptionSetting->SearchMethod = 5;
+    const auto searchType = [this](int pair) {
+        const auto& items = Grid().Items();
+        return items.data(items.index(pair - 1, ItemColumn::SearchType), Qt::DisplayRole).toString().toStdString();
+    };
+
+    Window().LoadProjectOnForm();
+
+    EXPECT_EQ(searchType(1), "Normal Search");
+    EXPECT_EQ(searchType(2), "");
+}
+
 TEST_F(BindingTest, TheListFileIsShownWithoutBlanksAround)
 {
     CurrentProject->CustomProperies->Item(1)->PropertyValue = u"  /lists/my list.csv ";

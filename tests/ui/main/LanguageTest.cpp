@@ -13,10 +13,13 @@
 #include <QTabWidget>
 #include <QToolBar>
 
+#include <optional>
 #include <set>
+#include <vector>
 
 #include "app/LanguageText.h"
 #include "platform/ProgramFolder.h"
+#include "support/LanguageKeys.h"
 
 // The texts of the window in the active language, its reach by keys, and what it tells those who can't see it.
 
@@ -27,54 +30,30 @@ namespace
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::SizeIs;
 
-constexpr const char* captioned[] = {"cmdStartReplacing(0)",
-                                     "cmdStartReplacing(1)",
-                                     "cmdAdd",
-                                     "cmdDelete",
-                                     "cmdSwap",
-                                     "cmdBrowse1",
-                                     "cmdBrowse2",
-                                     "cmdBrowse3",
-                                     "optLoad(0)",
-                                     "optLoad(1)",
-                                     "optFileProcess(0)",
-                                     "optFileProcess(1)",
-                                     "chkIncludesubfolders",
-                                     "chkSelectAll",
-                                     "chkMatchCase",
-                                     "chkMatchWholeWord",
-                                     "chkHAlfFulll",
-                                     "chkPromptOnReplace",
-                                     "chkCPUUsage",
-                                     "chkRequireCount",
-                                     "chkReadOnlyFile",
-                                     "chkAllowAlert",
-                                     "chkProccessLongestFileFirst",
-                                     "chkBackupMode",
-                                     "chkKeepOiginal",
-                                     "lblStartfolder",
-                                     "lblSpreadsheettypes",
-                                     "lblSearchLocation",
-                                     "fradivide",
-                                     "lblISOVersion",
-                                     "lblRevison",
-                                     "lblRevisionBy",
-                                     "lblPasswordOpen",
-                                     "lblRestartFileCount",
-                                     "lblRestartAfterSecond"};
-constexpr const char* tipped[] = {
-    "cboSpreadsheetType",  "cboversion",         "txtGetFileName",  "txtStartFolder",
-    "txtLoadsearch",       "txtRevisonProperty", "txtPasswordOpen", "lstRestartAfterSecond",
-    "lstRestartFileCount", "lstLookIn",          "grdItems",        "Toolbar1"};
-constexpr const char* frames[] = {"fraFileProcess", "fraReplacement", "frmOptions", "fremversioncontrol",
-                                  "fraExcelControl"};
-constexpr const char* menuItems[] = {"mnuFile",           "mnuOpen",           "menuSave",      "menuSaveAs",
-                                     "mnuRecent",         "mnuExit",           "menuOption",    "mnuChangeLanguage",
-                                     "mnuStartSearching", "mnuStartReplacing", "mnuImportList", "mnuExportList",
-                                     "mnuHelp",           "mnuHelp1",          "mnuHomePage",   "mnuAbout"};
-constexpr const char* separators[] = {"mnuSep1", "mnuSep2", "mnuSep3", "mnuSep5"};
+/// The texts that the window asks its language file for.
+std::vector<test::LanguageKey> KeysOfTheWindow()
+{
+    auto keys = test::LanguageKeys();
+    std::erase_if(keys, [](const test::LanguageKey& key) { return key.section != "frmMain"; });
+    return keys;
+}
+
+/// The items that their text makes a line of the menu, by name.
+std::vector<std::string> Separators()
+{
+    std::vector<std::string> names;
+    for (const auto& key : KeysOfTheWindow())
+        if (key.entry == test::LanguageEntry::Separator)
+            names.push_back(key.key.substr(0, key.key.find('.')));
+    return names;
+}
+
+/// The number that ends what a key names: 2 of "SSTab1.TabCaption(2)" and of "vsflex.TextMatrix(0,2)".
+int NumberOf(const std::string& key)
+{
+    return std::stoi(key.substr(key.find_last_of("(,") + 1));
+}
 
 class LanguageTest : public MainWindowTest
 {
@@ -82,15 +61,36 @@ protected:
     /// A text of the language file for the window.
     std::string Of(const std::string& key) { return English(u"frmMain", FromUtf8(key)); }
 
-    std::string Caption(const char* name)
+    std::string Caption(const std::string& name)
     {
-        if (const auto* const label = Window().findChild<QLabel*>(name))
+        if (const auto* const label = Window().findChild<QLabel*>(QString::fromStdString(name)))
             return label->text().toStdString();
-        return The<QAbstractButton>(name).text().toStdString();
+        if (const auto* const item = Window().findChild<QAction*>(QString::fromStdString(name)))
+            return item->text().toStdString();
+        return The<QAbstractButton>(name.c_str()).text().toStdString();
     }
 
-    std::string Tip(const char* name) { return The(name).toolTip().toStdString(); }
-    QAction& Item(const char* name) { return The<QAction>(name); }
+    std::string Tip(const std::string& name) { return The(name.c_str()).toolTip().toStdString(); }
+    QAction& Item(const std::string& name) { return The<QAction>(name.c_str()); }
+
+    /// What the window shows for a key; nothing for one that is asked for when there is something to tell.
+    std::optional<std::string> Shown(const std::string& key)
+    {
+        const std::string name = key.substr(0, key.find('.'));
+        if (key.starts_with("SSTab1."))
+            return The<QTabWidget>("SSTab1").tabText(NumberOf(key)).toStdString();
+        if (key.starts_with("vsflex."))
+            return Heads().at(static_cast<std::size_t>(NumberOf(key)));
+        if (key.starts_with("Toolbar1.Buttons("))
+            return The<QToolBar>("Toolbar1").actions().at(NumberOf(key) - 1)->toolTip().toStdString();
+        if (key.ends_with(".ToolTipText"))
+            return Tip(name);
+        if (key.ends_with(".Caption"))
+            return The<QGroupBox>(name.c_str()).title().toStdString();
+        if (key.ends_with(".caption") && name != "frmMain")
+            return Caption(name);
+        return std::nullopt;
+    }
 
     std::vector<std::string> Heads()
     {
@@ -112,26 +112,12 @@ protected:
 
     void ExpectTextsOfTheFile()
     {
-        for (const char* control : captioned) {
-            EXPECT_EQ(Caption(control), Of(std::string(control) + ".caption")) << control;
-            EXPECT_EQ(Tip(control), Of(std::string(control) + ".ToolTipText")) << control;
+        for (const auto& key : KeysOfTheWindow()) {
+            const auto shown = Shown(key.key);
+            if (shown && key.entry != test::LanguageEntry::Separator) {
+                EXPECT_EQ(*shown, Of(key.key)) << key.key;
+            }
         }
-        for (const char* control : tipped)
-            EXPECT_EQ(Tip(control), Of(std::string(control) + ".ToolTipText")) << control;
-        for (const char* frame : frames)
-            EXPECT_EQ(The<QGroupBox>(frame).title().toStdString(), Of(std::string(frame) + ".Caption")) << frame;
-        for (const char* item : menuItems)
-            EXPECT_EQ(Item(item).text().toStdString(), Of(std::string(item) + ".caption")) << item;
-        for (int tab = 0; tab < 3; ++tab)
-            EXPECT_EQ(The<QTabWidget>("SSTab1").tabText(tab).toStdString(),
-                      Of("SSTab1.TabCaption(" + std::to_string(tab) + ")"));
-        for (std::size_t column = 0; column < ItemColumn::Count; ++column)
-            EXPECT_EQ(Heads()[column], Of("vsflex.TextMatrix(0," + std::to_string(column) + ")")) << column;
-        const auto buttons = The<QToolBar>("Toolbar1").actions();
-        ASSERT_THAT(buttons, SizeIs(4));
-        for (int i = 0; i < 4; ++i)
-            EXPECT_EQ(buttons[i]->toolTip().toStdString(),
-                      Of("Toolbar1.Buttons(" + std::to_string(i + 1) + ").ToolTipText"));
     }
 };
 
@@ -141,7 +127,7 @@ TEST_F(LanguageTest, EveryTextOfTheWindowIsTheLanguageFiles)
     ASSERT_EQ(Of("cmdSwap.caption"), "Swap Values") << "the language file is there";
 
     ExpectTextsOfTheFile();
-    for (const char* separator : separators)
+    for (const std::string& separator : Separators())
         EXPECT_TRUE(Item(separator).isSeparator()) << separator;
     EXPECT_THAT(Log(), IsEmpty());
 }
@@ -160,26 +146,14 @@ TEST_F(LanguageTest, EveryTextOfTheWindowFollowsAChangeOfLanguage)
 TEST_F(LanguageTest, EachTextHasAKeyOfItsOwn)
 {
     std::string content = "[FRMMAIN]\n";
-    for (const char* control : captioned)
-        content += std::string(control) + ".caption=C " + control + "\n" + control + ".ToolTipText=T " + control + "\n";
-    for (const char* control : tipped)
-        content += std::string(control) + ".ToolTipText=T " + control + "\n";
-    for (const char* frame : frames)
-        content += std::string(frame) + ".Caption=C " + frame + "\n";
-    for (const char* item : menuItems)
-        content += std::string(item) + ".caption=C " + item + "\n";
-    for (int i = 0; i < 6; ++i) {
-        const std::string number = std::to_string(i);
-        content += "SSTab1.TabCaption(" + number + ")=tab " + number + "\n";
-        content += "vsflex.TextMatrix(0," + number + ")=head " + number + "\n";
-        content += "Toolbar1.Buttons(" + number + ").ToolTipText=button " + number + "\n";
-    }
+    for (const auto& key : KeysOfTheWindow())
+        content += key.key + "=text of " + key.key + "\n";
 
     Speak(content);
 
-    EXPECT_EQ(Caption("chkMatchCase"), "C chkMatchCase");
-    EXPECT_EQ(Tip("cmdStartReplacing(1)"), "T cmdStartReplacing(1)");
-    EXPECT_THAT(Heads(), ElementsAre("head 0", "head 1", "head 2", "head 3", "head 4", "head 5"));
+    EXPECT_EQ(Caption("chkMatchCase"), "text of chkMatchCase.caption");
+    EXPECT_EQ(Tip("cmdStartReplacing(1)"), "text of cmdStartReplacing(1).ToolTipText");
+    EXPECT_EQ(Heads().at(5), "text of vsflex.TextMatrix(0,5)");
     ExpectTextsOfTheFile();
 }
 
@@ -193,7 +167,7 @@ TEST_F(LanguageTest, WithoutASectionForTheWindowAllItsTextsAreEmpty)
     EXPECT_EQ(Tip("cmdAdd"), "");
     EXPECT_THAT(Heads(), ElementsAre("", "", "", "", "", ""));
     ExpectTextsOfTheFile();
-    for (const char* separator : separators) {
+    for (const std::string& separator : Separators()) {
         EXPECT_FALSE(Item(separator).isSeparator()) << separator;
         EXPECT_EQ(Item(separator).text(), "") << separator;
         EXPECT_TRUE(Item(separator).isVisible()) << separator;
