@@ -4,8 +4,10 @@
 
 #include <QApplication>
 
+#include "desktop/LauncherProgress.h"
 #include "desktop/QtMessageBox.h"
 #include "platform/Messages.h"
+#include "shell/TaskbarProgress.h"
 #include "ui/run/QtTimer.h"
 
 namespace tessarine
@@ -45,6 +47,7 @@ DesktopPorts::DesktopPorts()
     SetMessageBox(ShowQtMessageBox);
     SetDeliverPendingEvents(DeliverQtEvents);
     SetMousePointerReceiver(ShowQtPointer);
+    SetTaskbarProgress(TellLaunchers);
     UseQtTimers();
 }
 
@@ -53,6 +56,7 @@ DesktopPorts::~DesktopPorts()
     SetMessageBox({});
     SetDeliverPendingEvents({});
     SetMousePointerReceiver({});
+    SetTaskbarProgress({});
 }
 
 }  // namespace tessarine

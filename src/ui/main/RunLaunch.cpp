@@ -8,6 +8,7 @@
 #include "i18n/QtText.h"
 #include "platform/Messages.h"
 #include "platform/Treatments.h"
+#include "shell/TaskbarProgress.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
@@ -22,15 +23,20 @@ namespace
 
 constexpr StringView place = u"Form frmMain";
 
-/// While it lives, both windows know that a run is going. The processing window may be closed meanwhile. `atEnd` is
-/// called however the run ends.
+/// While it lives, both windows and the taskbar know that a run is going. The processing window may be closed
+/// meanwhile. `atEnd` is called however the run ends.
 class RunGoing
 {
 public:
-    RunGoing(bool& isGoing, std::function<void()> atEnd) : isGoing_(isGoing), atEnd_(std::move(atEnd)) { Put(true); }
+    RunGoing(bool& isGoing, std::function<void()> atEnd) : isGoing_(isGoing), atEnd_(std::move(atEnd))
+    {
+        Put(true);
+        ShowTaskbarProgress(0);
+    }
     ~RunGoing()
     {
         Put(false);
+        HideTaskbarProgress();
         Skip(atEnd_);
     }
     RunGoing(const RunGoing&) = delete;

@@ -8,6 +8,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "shell/TaskbarProgress.h"
 #include "ui/icons/Icons.h"
 #include "ui/run/ElidedLabel.h"
 #include "ui/run/FileProgressBar.h"
@@ -169,6 +170,10 @@ void frmProcessingDocuments::ConnectHandlers()
 {
     using Form = frmProcessingDocuments;
     connect(SSTab1, &QTabWidget::currentChanged, this, &Form::SSTab1_Click);
+    connect(pgbar1, &QProgressBar::valueChanged, this, [this](int steps) {
+        if (IsRunGoing)
+            ShowTaskbarProgress(static_cast<double>(steps) / pgbar1->maximum());
+    });
     connect(cmdOK, &QPushButton::clicked, this, &Form::cmdOK_Click);
     connect(cmdCopyLog, &QPushButton::clicked, this, &Form::cmdCopyLog_Click);
     connect(cmdErrorLog, &QPushButton::clicked, this, &Form::cmdErrorLog_Click);

@@ -5,6 +5,7 @@
 #include <QTabWidget>
 
 #include "platform/Files.h"
+#include "shell/TaskbarProgress.h"
 #include "support/Fixtures.h"
 #include "ui/main/RunFromWindowTest.h"
 #include "ui/run/ResultTree.h"
@@ -29,6 +30,20 @@ class WholeRun : public RunFromWindowTest
 
 const Pair fabrikam{u"Fabrikam", u"Contoso"};
 const Pair plan{u"Plan", u"Project", {&OptionSetting::InSlides, &OptionSetting::InHyperlinkAddresses}};
+
+TEST_F(WholeRun, ItsProgressIsShownInTheTaskbarUntilItEnds)
+{
+    std::vector<std::optional<double>> shown;
+    SetTaskbarProgress([&shown](std::optional<double> share) { shown.push_back(share); });
+    Presentation(u"one.pptx", {u"Fabrikam"});
+    Presentation(u"two.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+
+    Find();
+
+    EXPECT_THAT(shown, ElementsAre(0.0, 0.5, 1.0, std::nullopt));
+    SetTaskbarProgress({});
+}
 
 TEST_F(WholeRun, AFindSortsEveryKindOfFileAndChangesNone)
 {

@@ -1,0 +1,94 @@
+#include "desktop/LauncherProgress.h"
+
+#include <gmock/gmock.h>
+
+#include <QDBusConnection>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QtTest>
+
+namespace tessarine
+{
+
+namespace
+{
+
+using testing::ElementsAre;
+
+constexpr const char* busAddress = "DBUS_SESSION_BUS_ADDRESS";
+
+/// A dock: it listens for progress on a bus.
+class Dock : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Dock(const QString& bus) : connection_(QDBusConnection::connectToBus(bus, "dock"))
+    {
+        connection_.connect({}, {}, "com.canonical.Unity.LauncherEntry", "Update", this,
+                            SLOT(Update(QString, QVariantMap)));
+    }
+    ~Dock() override { QDBusConnection::disconnectFromBus("dock"); }
+
+    bool IsListening() const { return connection_.isConnected(); }
+
+    std::vector<std::string> updates;
+
+public Q_SLOTS:
+    void Update(const QString& program, const QVariantMap& properties)
+    {
+        updates.push_back(program.toStdString() + ": " + properties["progress"].toString().toStdString() +
+                          (properties["progress-visible"].toBool() ? " shown" : " hidden"));
+    }
+
+private:
+    QDBusConnection connection_;
+};
+
+/// A session of the user with a bus of its own, on which the program talks from its first use on.
+class LauncherProgressTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        QGuiApplication::setDesktopFileName("tessarine");
+        daemon_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        ASSERT_TRUE(daemon_.waitForReadyRead());
+        address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+        before_ = qgetenv(busAddress);
+        qputenv(busAddress, address_.toUtf8());
+    }
+    void TearDown() override
+    {
+        before_.isNull() ? qunsetenv(busAddress) : qputenv(busAddress, before_);
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+
+    const QString& Address() const { return address_; }
+
+private:
+    QProcess daemon_;
+    QString address_;
+    QByteArray before_;
+};
+
+TEST_F(LauncherProgressTest, IsToldToTheDocksOfTheSession)
+{
+    const Dock dock(Address());
+    ASSERT_TRUE(dock.IsListening());
+
+    TellLaunchers(0.25);
+    TellLaunchers(std::nullopt);
+
+    EXPECT_TRUE(QTest::qWaitFor([&dock] { return dock.updates.size() == 2; }));
+    EXPECT_THAT(dock.updates, ElementsAre("application://tessarine.desktop: 0.25 shown",
+                                          "application://tessarine.desktop: 0 hidden"));
+}
+
+}  // namespace
+
+}  // namespace tessarine
+
+#include "LauncherProgressTest.moc"
