@@ -327,29 +327,32 @@ TEST(HyperlinkPut, OnALinkWhoseTextIsGoneIsAFailure)
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
 }
 
-// A paragraph break within a linked run makes two runs of it that share a relationship.
-TEST(HyperlinkPut, OfOnePartOfADividedLinkLeavesTheOther)
-{
-    const DeckOnDisk deck(Deck().Slide(TextBox(Paragraph(TextRun(u"AMIDB").Click(LinkTo(u"http://one/"))))));
+const Deck oneLinkedRun = Deck().Slide(TextBox(Paragraph(TextRun(u"AMIDB").Click(LinkTo(u"http://one/")))));
 
-    deck.Change([](auto& presentation) {
+/// Retargets the link, divides it by a paragraph break in its text, and gives its first part an address.
+void DivideLink(const DeckOnDisk& deck, const String& addressOfFirstPart)
+{
+    deck.Change([&](auto& presentation) {
         PutAddress(presentation, 1, u"http://two/");
         ReplaceInShape(presentation, 1, 1, u"MID", u"x\ry");
-        PutAddress(presentation, 1, u"http://three/");
+        PutAddress(presentation, 1, addressOfFirstPart);
     });
+}
+
+TEST(HyperlinkPut, OfOnePartOfADividedLinkLeavesTheOther)
+{
+    const DeckOnDisk deck(oneLinkedRun);
+
+    DivideLink(deck, u"http://three/");
 
     EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://three/", "http://two/"));
 }
 
 TEST(HyperlinkPut, OfNothingOnOnePartOfADividedLinkKeepsTheRelationshipOfTheOther)
 {
-    const DeckOnDisk deck(Deck().Slide(TextBox(Paragraph(TextRun(u"AMIDB").Click(LinkTo(u"http://one/"))))));
+    const DeckOnDisk deck(oneLinkedRun);
 
-    deck.Change([](auto& presentation) {
-        PutAddress(presentation, 1, u"http://two/");
-        ReplaceInShape(presentation, 1, 1, u"MID", u"x\ry");
-        PutAddress(presentation, 1, u"");
-    });
+    DivideLink(deck, u"");
 
     EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://two/"));
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
