@@ -139,6 +139,27 @@ TEST_P(ShapeWalk, GivesTheWindowsATurnAfterEveryShapeReadOrNot)
     EXPECT_EQ(deliveries.EachAfterASleep(), GetParam().yields);
 }
 
+TEST_P(ShapeWalk, MakesWayForOneDeliveryWhereNothingCanBeFound)
+{
+    Shapes() = {ShapeOfType(*GetParam().types.begin(), u"cat"), ShapeOfType(*GetParam().types.begin(), u"cat")};
+    script.DenyText();
+    Deliveries deliveries;
+
+    EXPECT_EQ(Search(), 0);
+
+    EXPECT_EQ(script.Count("Shapes.NewEnum"), 0);
+    EXPECT_EQ(deliveries.Count(), 1u);
+}
+
+TEST_P(ShapeWalk, IsMadeWhateverCanBeFoundInARunThatSparesTheProcessor)
+{
+    Shapes() = {ShapeOfType(*GetParam().types.begin(), u"cat"), ShapeOfType(*GetParam().types.begin(), u"cat")};
+    script.DenyText();
+    engine.mCPUUsage = true;
+
+    EXPECT_EQ(Search(), 2);
+}
+
 TEST_P(ShapeWalk, CountsAFailingTextRangeAsZeroAndGoesOn)
 {
     const std::int32_t type = *GetParam().types.begin();

@@ -219,6 +219,8 @@ public:
             });
     }
 
+    bool NotesMayHoldText(const String&) override { return !script_.DeniesText(); }
+
     std::shared_ptr<powerpoint::Designs> Designs() override
     {
         script_.Read("Presentation.Designs");

@@ -18,6 +18,7 @@ struct FakeScript::State {
     std::map<std::string, std::vector<Planned>, std::less<>> failures;
     std::map<std::string, std::function<void()>, std::less<>> actions;
     std::vector<std::string> calls;
+    bool deniesText = false;
 };
 
 FakeScript::FakeScript() : state_(std::make_shared<State>()) {}
@@ -30,6 +31,16 @@ void FakeScript::Fail(const std::string& member, std::int32_t number, const Stri
 void FakeScript::FailOnce(const std::string& member, std::int32_t number, const String& text, int nth)
 {
     state_->failures[member].push_back({Failure(number, text), Count(member) + nth});
+}
+
+void FakeScript::DenyText()
+{
+    state_->deniesText = true;
+}
+
+bool FakeScript::DeniesText() const
+{
+    return state_->deniesText;
 }
 
 void FakeScript::On(const std::string& member, std::function<void()> action)

@@ -25,6 +25,10 @@ public:
     /// One call of a member fails: the `nth` from now, from 1.
     void FailOnce(const std::string& member, std::int32_t number, const String& text = u"scripted", int nth = 1);
 
+    /// Every hint whether a text may be there says no from now on, whatever there is.
+    void DenyText();
+    bool DeniesText() const;
+
     /// Runs whenever the member is called, before it acts.
     void On(const std::string& member, std::function<void()> action);
 

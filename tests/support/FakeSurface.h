@@ -33,6 +33,8 @@ public:
         return std::make_unique<Walk>(*this);
     }
 
+    bool MayHoldText(const String&) override { return !script_.DeniesText(); }
+
 private:
     class Walk : public powerpoint::Enumerator<Surface>
     {
