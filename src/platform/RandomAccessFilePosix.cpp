@@ -1,11 +1,10 @@
 #include "platform/RandomAccessFile.h"
 
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cerrno>
 
 #include "platform/Failure.h"
 #include "platform/SystemFailure.h"
@@ -15,25 +14,6 @@ namespace tessarine
 
 namespace
 {
-
-class MemoryBytes final : public RandomAccessBytes
-{
-public:
-    explicit MemoryBytes(std::span<const std::byte> bytes) : bytes_(bytes) {}
-
-    std::uint64_t Size() const override { return bytes_.size(); }
-
-    void Read(std::uint64_t offset, std::span<std::byte> buffer) const override
-    {
-        if (offset > bytes_.size() || buffer.size() > bytes_.size() - offset)
-            throw Failure(FailureNumber::FileCorrupt, u"The bytes end too early");
-        if (!buffer.empty())
-            std::memcpy(buffer.data(), bytes_.data() + offset, buffer.size());
-    }
-
-private:
-    std::span<const std::byte> bytes_;
-};
 
 /// True when another process holds a write lock of either kind. Locks are advisory here: programs that care set one.
 bool IsLockedByAnother(int descriptor)
@@ -50,11 +30,6 @@ bool IsLockedByAnother(int descriptor)
 }
 
 }  // namespace
-
-std::unique_ptr<RandomAccessBytes> BytesInMemory(std::span<const std::byte> bytes)
-{
-    return std::make_unique<MemoryBytes>(bytes);
-}
 
 RandomAccessFile::RandomAccessFile(StringView path) : path_(ToUtf8(path))
 {
