@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ctime>
+#include <time.h>
 
 #include "platform/String.h"
 
@@ -10,8 +10,8 @@ namespace tessarine
 /// A file's times. On Linux to the nanosecond, last access and last write; the creation time can't be set there and is
 /// not kept.
 struct FileTimes {
-    std::timespec lastAccess{};
-    std::timespec lastWrite{};
+    timespec lastAccess{};
+    timespec lastWrite{};
     bool valid = false;  ///< False when the times could not be read; setting such times does nothing.
 };
 

@@ -33,7 +33,7 @@ bool SetFileDateTime(StringView path, const FileTimes& times)
         const FileDescriptor file(open(nativePath.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
         if (!file.IsOpen())
             return false;
-        const std::timespec accessAndWrite[] = {times.lastAccess, times.lastWrite};
+        const timespec accessAndWrite[] = {times.lastAccess, times.lastWrite};
         if (futimens(file.get(), accessAndWrite) != 0)
             throw FileFailure(errno, "set the times of", nativePath);
         return true;
