@@ -5,6 +5,7 @@
 #include "platform/AppendToFile.h"
 #include "platform/Files.h"
 #include "platform/Locale.h"
+#include "platform/LocalTime.h"
 #include "platform/Messages.h"
 #include "platform/PathSeparator.h"
 #include "platform/ProgramInfo.h"
@@ -29,10 +30,7 @@ String DataFolderPath()
 
 String Now()
 {
-    const std::time_t seconds = std::time(nullptr);
-    std::tm local = {};
-    localtime_r(&seconds, &local);
-    return DisplayDateTime(local);
+    return DisplayDateTime(LocalTime(std::time(nullptr)).value_or(std::tm{}));
 }
 
 }  // namespace

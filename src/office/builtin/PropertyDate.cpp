@@ -1,8 +1,11 @@
 #include "office/builtin/PropertyDate.h"
 
 #include <charconv>
+#include <chrono>
 #include <ctime>
 #include <string>
+
+#include "platform/LocalTime.h"
 
 namespace tessarine::builtin
 {
@@ -31,26 +34,39 @@ bool Take(std::string_view& text, char c)
     return true;
 }
 
+/// A moment of UTC. What is too much for its place (the 31st of April, 60 seconds) goes on into the next one.
+std::time_t SecondsSince1970(int year, int month, int day, int hour, int minute, int second)
+{
+    using namespace std::chrono;
+    const sys_days firstOfMonth =
+        std::chrono::year(year) / std::chrono::month(static_cast<unsigned>(month)) / std::chrono::day(1);
+    const sys_seconds moment = firstOfMonth + days(day - 1) + hours(hour) + minutes(minute) + seconds(second);
+    return moment.time_since_epoch().count();
+}
+
 }  // namespace
 
 std::optional<powerpoint::Date> ReadPropertyDate(StringView value)
 {
     const std::string utf8 = ToUtf8(value);
     std::string_view text = utf8;
-    std::tm utc{};
-    if (!TakeNumber(text, 4, utc.tm_year) || !Take(text, '-') || !TakeNumber(text, 2, utc.tm_mon) || !Take(text, '-') ||
-        !TakeNumber(text, 2, utc.tm_mday))
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    if (!TakeNumber(text, 4, year) || !Take(text, '-') || !TakeNumber(text, 2, month) || !Take(text, '-') ||
+        !TakeNumber(text, 2, day))
         return std::nullopt;
-    utc.tm_year -= 1900;
-    utc.tm_mon -= 1;
-    if (utc.tm_mon < 0 || utc.tm_mon > 11 || utc.tm_mday < 1 || utc.tm_mday > 31)
+    if (month < 1 || month > 12 || day < 1 || day > 31)
         return std::nullopt;
 
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
     int offset = 0;  // minutes east of UTC
     if (Take(text, 'T') || Take(text, ' ')) {
-        if (!TakeNumber(text, 2, utc.tm_hour) || !Take(text, ':') || !TakeNumber(text, 2, utc.tm_min))
+        if (!TakeNumber(text, 2, hour) || !Take(text, ':') || !TakeNumber(text, 2, minute))
             return std::nullopt;
-        if (Take(text, ':') && !TakeNumber(text, 2, utc.tm_sec))
+        if (Take(text, ':') && !TakeNumber(text, 2, second))
             return std::nullopt;
         if (Take(text, '.'))
             text.remove_prefix(std::min(text.find_first_not_of("0123456789"), text.size()));
@@ -63,11 +79,10 @@ std::optional<powerpoint::Date> ReadPropertyDate(StringView value)
             offset = (hours * 60 + minutes) * (west ? -1 : 1);
         }
     }
-    const std::time_t time = timegm(&utc) - offset * 60;
-    powerpoint::Date date;
-    if (localtime_r(&time, &date.local) == nullptr)
+    const auto local = LocalTime(SecondsSince1970(year, month, day, hour, minute - offset, second));
+    if (!local)
         return std::nullopt;
-    return date;
+    return powerpoint::Date{*local};
 }
 
 }  // namespace tessarine::builtin

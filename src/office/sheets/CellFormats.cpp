@@ -1,5 +1,6 @@
 #include "office/sheets/CellFormats.h"
 
+#include <chrono>
 #include <cmath>
 #include <ctime>
 
@@ -19,6 +20,22 @@ bool IsBuiltInDate(std::uint16_t id)
 }
 
 constexpr std::uint16_t firstCustomFormat = 164;
+
+/// Year to second of a moment; the days of the week and of the year are left at 0.
+std::tm CalendarTime(std::chrono::sys_seconds moment)
+{
+    const auto midnight = std::chrono::floor<std::chrono::days>(moment);
+    const std::chrono::year_month_day date(midnight);
+    const std::chrono::hh_mm_ss clock(moment - midnight);
+    std::tm time{};
+    time.tm_year = static_cast<int>(date.year()) - 1900;
+    time.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+    time.tm_mday = static_cast<int>(static_cast<unsigned>(date.day()));
+    time.tm_hour = static_cast<int>(clock.hours().count());
+    time.tm_min = static_cast<int>(clock.minutes().count());
+    time.tm_sec = static_cast<int>(clock.seconds().count());
+    return time;
+}
 
 }  // namespace
 
@@ -60,10 +77,8 @@ std::optional<String> DateText(double number, bool countsFrom1904)
         return std::nullopt;
     if (number < dayThatNeverWas)
         number += 1;
-    const auto seconds = static_cast<std::time_t>(std::llround((number - daysUntil1970) * secondsOfDay));
-    std::tm time{};
-    gmtime_r(&seconds, &time);
-    return DisplayDateTime(time);
+    const std::chrono::seconds since1970(std::llround((number - daysUntil1970) * secondsOfDay));
+    return DisplayDateTime(CalendarTime(std::chrono::sys_seconds(since1970)));
 }
 
 void CellFormats::AddNumberFormat(std::uint16_t id, StringView code)
