@@ -1,14 +1,15 @@
 #include "office/builtin/FileKind.h"
 
 #include <gsf/gsf.h>
-#include <sys/mman.h>
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "office/builtin/WholeFile.h"
 #include "office/builtin/ZipDirectory.h"
 
 namespace tessarine::builtin
@@ -23,37 +24,6 @@ struct Unreference {
 template <class Object>
 using GsfPointer = std::unique_ptr<Object, Unreference>;
 
-/// A file's bytes in memory, mapped through the descriptor that is open already: opening it once more would count as a
-/// new access and move the file's access time. Copied where they can't be mapped.
-class WholeFile
-{
-public:
-    explicit WholeFile(const RandomAccessBytes& bytes) : size_(bytes.Size())
-    {
-        if (bytes.Descriptor() >= 0)
-            mapped_ = mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, bytes.Descriptor(), 0);
-        if (mapped_ == MAP_FAILED) {
-            copy_.resize(size_);
-            bytes.Read(0, std::as_writable_bytes(std::span(copy_)));
-        }
-    }
-    ~WholeFile()
-    {
-        if (mapped_ != MAP_FAILED)
-            munmap(mapped_, size_);
-    }
-    WholeFile(const WholeFile&) = delete;
-    WholeFile& operator=(const WholeFile&) = delete;
-
-    const guint8* Data() const { return static_cast<const guint8*>(mapped_ != MAP_FAILED ? mapped_ : copy_.data()); }
-    gsf_off_t Size() const { return static_cast<gsf_off_t>(size_); }
-
-private:
-    std::size_t size_;
-    void* mapped_ = MAP_FAILED;
-    std::string copy_;
-};
-
 void KeepQuiet(const char*, GLogLevelFlags, const char*, void*) {}
 
 /// The names in a compound file's root (MS-CFB 2.6). Empty when it can't be read.
@@ -67,7 +37,9 @@ std::vector<std::string> RootNames(const RandomAccessBytes& bytes)
     [[maybe_unused]] static const guint handler =
         g_log_set_handler("libgsf:msole", G_LOG_LEVEL_MASK, KeepQuiet, nullptr);
     const WholeFile content(bytes);
-    const GsfPointer<GsfInput> input(gsf_input_memory_new(content.Data(), content.Size(), FALSE));
+    const std::span<const std::byte> memory = content.Bytes();
+    const GsfPointer<GsfInput> input(gsf_input_memory_new(reinterpret_cast<const guint8*>(memory.data()),
+                                                          static_cast<gsf_off_t>(memory.size()), FALSE));
     if (!input)
         return {};
     const GsfPointer<GsfInfile> file(gsf_infile_msole_new(input.get(), nullptr));

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "platform/RandomAccessFile.h"
+
+namespace tessarine::builtin
+{
+
+/// All bytes of a file in memory, mapped through the descriptor that is open already: opening it once more would count
+/// as a new access and move the file's access time. Copied where they can't be mapped.
+class WholeFile
+{
+public:
+    explicit WholeFile(const RandomAccessBytes& file);  ///< Raises as RandomAccessBytes::Read tells.
+    ~WholeFile();
+    WholeFile(const WholeFile&) = delete;
+    WholeFile& operator=(const WholeFile&) = delete;
+
+    /// Lives as long as this object.
+    std::span<const std::byte> Bytes() const { return bytes_; }
+
+private:
+    std::span<const std::byte> bytes_;
+    void* mapped_ = nullptr;
+    std::vector<std::byte> copy_;
+};
+
+}  // namespace tessarine::builtin
