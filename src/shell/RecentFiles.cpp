@@ -44,7 +44,7 @@ RecentFiles::RecentFiles(QMenu& mnuRecent, std::function<void(std::int32_t)> cli
     SetItem(0, String(emptyCaption), {});
 }
 
-void RecentFiles::SaveMRUFileList(const String& Path)
+void RecentFiles::SaveMRUFileList(String Path)
 {
     LogAndReturn({u"SaveMRUFileList", place}, [&] {
         std::int32_t number = 0;

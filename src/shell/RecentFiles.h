@@ -29,8 +29,8 @@ public:
     RecentFiles(const RecentFiles&) = delete;
     RecentFiles& operator=(const RecentFiles&) = delete;
 
-    /// Records a use of a file, and builds the menu anew.
-    void SaveMRUFileList(const String& Path);
+    /// Records a use of a file, and builds the menu anew. Events are delivered meanwhile, hence a path of its own.
+    void SaveMRUFileList(String Path);
 
     /// Builds the menu from the store: the latest use at the top, numbered from 1, each path once. MRUCount must be 0
     /// and the menu have its one item.

@@ -237,6 +237,17 @@ TEST_F(RecentFilesTest, DeliversEventsAfterEachReadOfASave)
     EXPECT_EQ(deliveries, 5);
 }
 
+TEST_F(RecentFilesTest, RecordsItsFileWhateverBecomesOfTheCallersTextMeanwhile)
+{
+    String path = PathOf(1);
+    const PendingEventsPort previous = SetDeliverPendingEvents([&] { path = PathOf(2); });
+
+    recent_.SaveMRUFileList(path);
+
+    SetDeliverPendingEvents(previous);
+    EXPECT_EQ(Stored(0), PathOf(1));
+}
+
 TEST_F(RecentFilesTest, LogsAStoreThatCannotBeWrittenAndLeavesTheMenu)
 {
     user_.configuration.Write(u"Tessarine", "a file in the way");
