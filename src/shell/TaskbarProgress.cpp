@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/Treatments.h"
+
 namespace tessarine
 {
 
@@ -9,6 +11,14 @@ namespace
 {
 
 TaskbarProgressPort taskbar;
+
+void Tell(std::optional<double> share)
+{
+    Skip([share] {
+        if (taskbar)
+            taskbar(share);
+    });
+}
 
 }  // namespace
 
@@ -19,14 +29,12 @@ TaskbarProgressPort SetTaskbarProgress(TaskbarProgressPort port)
 
 void ShowTaskbarProgress(double share)
 {
-    if (taskbar)
-        taskbar(share);
+    Tell(share);
 }
 
 void HideTaskbarProgress()
 {
-    if (taskbar)
-        taskbar(std::nullopt);
+    Tell(std::nullopt);
 }
 
 }  // namespace tessarine

@@ -13,6 +13,7 @@ using TaskbarProgressPort = std::function<void(std::optional<double> share)>;
 /// Replaces the port and returns the one before. An empty port shows nothing.
 TaskbarProgressPort SetTaskbarProgress(TaskbarProgressPort port);
 
+/// Neither raises; a run goes on whatever becomes of its progress.
 void ShowTaskbarProgress(double share);
 void HideTaskbarProgress();
 
