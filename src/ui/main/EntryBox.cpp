@@ -1,9 +1,22 @@
 #include "ui/main/EntryBox.h"
 
+#include <algorithm>
+
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 
 namespace tessarine
 {
+
+namespace
+{
+
+bool AreDigits(const QString& text)
+{
+    return std::ranges::all_of(text, [](QChar character) { return character >= u'0' && character <= u'9'; });
+}
+
+}  // namespace
 
 void EntryBox::mouseReleaseEvent(QMouseEvent* event)
 {
@@ -22,12 +35,20 @@ void EntryBox::mouseDoubleClickEvent(QMouseEvent* event)
 void NumberBox::keyPressEvent(QKeyEvent* event)
 {
     const QString typed = event->text();
-    const bool isCharacter = !typed.isEmpty() && typed.front().isPrint();
-    const bool isDigit = typed.size() == 1 && typed.front() >= u'0' && typed.front() <= u'9';
-    if (isCharacter && !isDigit)
-        event->accept();
-    else
+    const bool isControl = typed.isEmpty() || typed.front() < u' ' || typed.front() == u'\x7f';
+    if (isControl || AreDigits(typed))
         EntryBox::keyPressEvent(event);
+    else
+        event->accept();
+}
+
+/// Dead keys and compose sequences come as a finished text.
+void NumberBox::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (AreDigits(event->commitString()))
+        EntryBox::inputMethodEvent(event);
+    else
+        event->accept();
 }
 
 }  // namespace tessarine

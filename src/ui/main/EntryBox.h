@@ -22,7 +22,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 };
 
-/// A text box for a count: of the characters that are typed, digits alone pass. Pasted text passes whole.
+/// A text box for a count: of what is typed, digits alone pass, by whatever way it comes. Pasted
+/// text passes whole.
 class NumberBox : public EntryBox
 {
     Q_OBJECT
@@ -32,6 +33,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
 };
 
 }  // namespace tessarine

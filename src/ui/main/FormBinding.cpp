@@ -92,7 +92,11 @@ void frmMain::LoadProjectOnForm()
         chkCPUUsage->setChecked(options.CPUUsage);
         lstRestartFileCount->setText(QString::number(options.RestartApplicationAfterFiles));
         lstRestartAfterSecond->setText(QString::number(options.RestartApplicationAfterSeconds));
-        cboversion->setEditText(ToQt(options.RevisionDocumentPropertyIncrimentedBy));
+        if (const QString text = ToQt(options.RevisionDocumentPropertyIncrimentedBy);
+            text != cboversion->currentText()) {
+            cboversion->setEditText(text);
+            cboversion_Change();
+        }
         txtRevisonProperty->setText(ToQt(options.RevisionDocumentPropertyName));
 
         // With a pair in the list this ends IsFillingItem already. The callers clear the mark that comes of it.

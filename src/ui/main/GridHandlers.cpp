@@ -91,6 +91,7 @@ void frmMain::cmdAdd_Click()
 void frmMain::cmdDelete_Click()
 {
     LogAndReturn({u"cmdDelete_Click", place}, [this] {
+        grdItems->EndEdit();  // which would else come behind the removal, to the next pair
         if (grdItems->Row() < 1)
             return;
         if (ShowMessage(u"Are you sure you want to delete selected find and replace item?", MessageIcon::Question,
@@ -116,6 +117,7 @@ void frmMain::cmdDelete_Click()
 void frmMain::cmdSwap_Click()
 {
     LogAndReturn({u"cmdSwap_Click", place}, [this] {
+        grdItems->EndEdit();
         CheckRowCount(*grdItems);
         for (const std::int32_t row : grdItems->SelectedRows()) {
             FindAndReplaceItem& item = *Set(List().Item(row));

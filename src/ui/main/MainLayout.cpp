@@ -115,7 +115,7 @@ void frmMain::ConnectHandlers()
         connect(box, &NumberBox::Click, this, &frmMain::Mark);  // a click counts as a change, typing does not
     connect(cboSpreadsheetType, &QComboBox::currentIndexChanged, this, &frmMain::Mark);
     connect(cboSpreadsheetType, &QComboBox::activated, this, &frmMain::Mark);
-    connect(cboversion, &QComboBox::editTextChanged, this, &frmMain::cboversion_Change);
+    connect(cboversion->lineEdit(), &QLineEdit::textEdited, this, &frmMain::cboversion_Change);  // not a choice
     connect(cboversion, &QComboBox::activated, this, &frmMain::Mark);
 }
 

@@ -48,6 +48,31 @@ TEST_F(OpenEditTest, ThePointerOverTheRowLeavesTheTypedTextAlone)
     EXPECT_THAT(Finds(), ElementsAre("az"));
 }
 
+TEST_F(OpenEditTest, ADeletedPairTakesItsTypedTextAlong)
+{
+    EditPairs({{u"a", u"1"}, {u"b", u"2"}});
+    ClickCell(1, ItemColumn::FindWhat);
+    ASSERT_NE(Editor(), nullptr);
+    QTest::keyClicks(Editor(), "z");
+    messages.Next(MessageAnswer::Yes);
+
+    Window().cmdDelete_Click();
+    QCoreApplication::processEvents();
+
+    EXPECT_THAT(Finds(), ElementsAre("b"));
+    EXPECT_THAT(Log(), IsEmpty());
+}
+
+TEST_F(OpenEditTest, ASwapTakesTheTypedText)
+{
+    TypeIntoAnOpenEditor();
+
+    Window().cmdSwap_Click();
+
+    EXPECT_THAT(Finds(), ElementsAre("b"));
+    EXPECT_EQ(CurrentProject->FindAndReplaceList->Item(1)->ReplaceWith, u"az");
+}
+
 TEST_F(OpenEditTest, SaveFromTheMenuWritesTheTypedText)
 {
     TypeIntoAnOpenEditor();

@@ -223,6 +223,31 @@ TEST_P(CountBoxTest, EveryOtherCharacterIsSwallowed)
     EXPECT_EQ(Text(GetParam()), "12");
 }
 
+TEST_P(CountBoxTest, CharactersBeyondTheKeyboardAreSwallowed)
+{
+    QWidget& box = The(GetParam());
+
+    for (const char16_t* typed : {u"\U0001F600", u"\u200D", u"\u0663"}) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString::fromUtf16(typed));
+        QApplication::sendEvent(&box, &press);
+    }
+    QInputMethodEvent composed;
+    composed.setCommitString("\u00E9");
+    QApplication::sendEvent(&box, &composed);
+
+    EXPECT_EQ(Text(GetParam()), "12");
+}
+
+TEST_P(CountBoxTest, DigitsOfAnInputMethodPass)
+{
+    QInputMethodEvent composed;
+    composed.setCommitString("3");
+
+    QApplication::sendEvent(&The(GetParam()), &composed);
+
+    EXPECT_THAT(Text(GetParam()), testing::HasSubstr("3"));
+}
+
 TEST_P(CountBoxTest, APastedLetterReachesTheTextAndIsStoredAsZero)
 {
     Paste(GetParam(), "q");
