@@ -265,6 +265,8 @@ void RunLoop::ReportUnprocessed(const String& error)
 
 void RunLoop::TellPassedOver(const Failure& failure) const
 {
+    if (index_ > bound_)
+        return;  // behind the last file a failure is none of a file
     Skip([&] {
         if (project_.FailurePassedOver)
             project_.FailurePassedOver(path_, failure);

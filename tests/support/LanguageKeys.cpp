@@ -109,7 +109,8 @@ Section MainWindow()
     for (const char* column : {"0", "1", "2", "3", "4", "5"})
         section.Key(std::string("vsflex.TextMatrix(0,") + column + ")");
     AddMenu(section);
-    for (const char* key : {"grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107", "109", "110", "111"})
+    for (const char* key :
+         {"grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107", "109", "110", "111"})
         section.Key(key);
     return section;
 }
@@ -117,8 +118,8 @@ Section MainWindow()
 Section ProcessingWindow()
 {
     Section section("frmProcessingDocuments");
-    section.Captioned(
-        {"lblWarning", "lblelapsedSecs", "cmdOK", "cmdCopyLog", "cmdCommand(0)", "cmdCommand(1)", "cmdErrorLog"});
+    section.Captioned({"lblWarning", "lblelapsedSecs", "lblRunFailed", "cmdOK", "cmdCopyLog", "cmdCommand(0)",
+                       "cmdCommand(1)", "cmdErrorLog"});
     for (const char* item : {"mnuCopyNode", "mnuExpandAll", "mnuCollapseAll"})
         section.Key(std::string(item) + ".caption");
     for (const char* label : {"lblDocChanged", "lblChangesMade", "lblNotOpened"})

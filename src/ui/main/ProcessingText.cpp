@@ -11,12 +11,14 @@ String ProcessingText(const String& key)
     return GetLngString(u"frmProcessingDocuments", key);
 }
 
-String ProcessingText(const String& key, std::int32_t d, std::int32_t i, const String& s)
+String ProcessingText(const String& key, std::int32_t d, std::optional<std::int32_t> i, const std::optional<String>& s)
 {
     QString text = ToQt(ProcessingText(key));
     text.replace(QLatin1String("%d"), QString::number(d));
-    text.replace(QLatin1String("%i"), QString::number(i));
-    text.replace(QLatin1String("%s"), ToQt(s));
+    if (i)
+        text.replace(QLatin1String("%i"), QString::number(*i));
+    if (s)
+        text.replace(QLatin1String("%s"), ToQt(*s));
     return FromQt(text);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "platform/String.h"
 
@@ -10,7 +11,9 @@ namespace tessarine
 /// A text of the processing window, as the active language has it.
 String ProcessingText(const String& key);
 
-/// The same with a number in place of every "%d", one for "%i" and a text for "%s".
-String ProcessingText(const String& key, std::int32_t d, std::int32_t i = 0, const String& s = {});
+/// The same with a number in place of every "%d" and, as far as they are given, one for "%i" and a text for "%s"; other
+/// placeholders stay as they are written.
+String ProcessingText(const String& key, std::int32_t d, std::optional<std::int32_t> i = {},
+                      const std::optional<String>& s = {});
 
 }  // namespace tessarine

@@ -103,12 +103,13 @@ void frmMain::PrepareProcessingWindow()
     window.SetProgressRange(mTotalFiles);
     window.ShowProgressTab();
     window.IsComplited = false;
+    window.ForgetFailures();
     const bool isCounted = Set(CurrentProject->options)->RequiredFindAndReplaceCount;
     window.SetChangesMade(ProcessingText(mRunIndex == replacing ? u"lblChangesMade.Caption3"
                                          : isCounted            ? u"lblChangesMade.Caption2"
                                                                 : u"lblChangesMade.Caption5"));
     window.SetOKCaption(ProcessingText(u"cmdOK.CANCELcaption"));
-    window.SetDocChanged(ProcessingText(u"lblDocChanged.caption", 0, mTotalFiles, u"0 Document Processed"));
+    window.SetDocChanged(ProcessingText(u"lblDocChanged.caption", 0, mTotalFiles, String(u"0 Document Processed")));
 }
 
 /// Takes the list in force through the files. A list that has got lost since the validation ends it with the processing
@@ -130,12 +131,22 @@ void frmMain::Run()
         ShowMessage(GlobalMsg(u"1055"), MessageIcon::Exclamation);
         return;
     }
+    bool hasEnded = false;
     {
-        const RunGoing going(isRunGoing_, [this] { TellOfHiddenFailure(); });
-        if (mRunIndex == replacing)
+        const RunGoing going(isRunGoing_, [this, &hasEnded] {
+            TellOfHiddenFailure();
+            if (auto* const window = frmProcessingDocuments::Loaded(); !hasEnded && window && !window->IsComplited)
+                window->TellRunFailed();
+            if (isClosed_)
+                Unloaded.Raise();
+        });
+        if (mRunIndex == replacing) {
             CurrentProject->Replacement(list, nullptr);
-        else
+            hasEnded = Set(CurrentProject->options)->IsFindOnly;  // stays off after a failure
+        } else {
             CurrentProject->Search(list, nullptr);
+            hasEnded = true;
+        }
     }
     if (auto* const window = frmProcessingDocuments::Loaded())
         window->tmrelapsedSecsX->PutEnabled(false);

@@ -138,7 +138,10 @@ void frmMain::closeEvent(QCloseEvent* event)
     bool Cancel = false;
     Form_QueryUnload(Cancel);
     event->setAccepted(!Cancel);
-    if (!Cancel)
+    if (Cancel)
+        return;
+    isClosed_ = true;
+    if (!isRunGoing_)
         Unloaded.Raise();
 }
 

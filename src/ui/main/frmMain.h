@@ -59,7 +59,7 @@ public:
     const String& ProjectFile() const { return projectFile_; }
     void PutProjectFile(const String& value);
 
-    /// Raised when the window closes. A run that is going goes on.
+    /// Raised when the window has closed; behind the end of a run that is going on without it.
     Event<> Unloaded;
 
     void LoadLng();                       ///< Applies the active language.
@@ -249,6 +249,7 @@ private:
 
     std::int32_t LastHoverRow = 0;
     bool isRunGoing_ = false;
+    bool isClosed_ = false;  // by the user, maybe during a run
     std::int16_t mRunIndex = 0;
     std::int32_t mTotalFiles = 0;                  // as chosen for the run
     std::int32_t mFilesProcessed = 0;              // begun

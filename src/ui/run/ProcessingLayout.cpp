@@ -113,23 +113,28 @@ QWidget* frmProcessingDocuments::BuildProgress()
     column->addWidget(pgbar1);
     column->addLayout(figures);
     column->addSpacing(margin);
-    column->addWidget(BuildNotOpened());
+    column->addWidget(BuildFailures());
     column->addStretch();
     return panelProgress;
 }
 
-QWidget* frmProcessingDocuments::BuildNotOpened()
+QWidget* frmProcessingDocuments::BuildFailures()
 {
-    panelNotOpened = MakeControl<QWidget>("panelNotOpened", this);
-    lblNotOpened = MakeLabel<QLabel>("lblNotOpened", {}, panelNotOpened);
+    panelFailures = MakeControl<QWidget>("panelFailures", this);
+    lblNotOpened = MakeLabel<QLabel>("lblNotOpened", {}, panelFailures);
     lblNotOpened->setWordWrap(true);
-    cmdErrorLog = MakeButton("cmdErrorLog", {}, panelNotOpened);
+    lblRunFailed = MakeLabel<QLabel>("lblRunFailed", {}, panelFailures);
+    lblRunFailed->setWordWrap(true);
+    cmdErrorLog = MakeButton("cmdErrorLog", {}, panelFailures);
 
-    auto* const row = new QHBoxLayout(panelNotOpened);
+    auto* const lines = new QVBoxLayout;
+    lines->addWidget(lblNotOpened);
+    lines->addWidget(lblRunFailed);
+    auto* const row = new QHBoxLayout(panelFailures);
     row->setContentsMargins({});
-    row->addWidget(lblNotOpened, 1);
+    row->addLayout(lines, 1);
     row->addWidget(cmdErrorLog);
-    return panelNotOpened;
+    return panelFailures;
 }
 
 QWidget* frmProcessingDocuments::BuildChangedFiles()

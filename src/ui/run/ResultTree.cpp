@@ -136,8 +136,8 @@ bool ResultTree::viewportEvent(QEvent* event)
     if (event->type() == QEvent::MouseMove || event->type() == QEvent::Enter) {
         const auto* const pointer = static_cast<QSinglePointEvent*>(event);
         const QPointF position = pointer->position();
-        Q_EMIT MouseMove(static_cast<int>(pointer->buttons()), ShiftOf(pointer->modifiers()), static_cast<float>(position.x()),
-                         static_cast<float>(position.y()));
+        Q_EMIT MouseMove(static_cast<int>(pointer->buttons()), ShiftOf(pointer->modifiers()),
+                         static_cast<float>(position.x()), static_cast<float>(position.y()));
     }
     return QTreeView::viewportEvent(event);
 }

@@ -109,7 +109,7 @@ void frmProcessingDocuments::LoadLng()
             tree->PutMenuCaptions(TextOf(u"mnuCopyNode.caption"), TextOf(u"mnuExpandAll.caption"),
                                   TextOf(u"mnuCollapseAll.caption"));
         NameTrees();
-        ShowNotOpened();
+        ShowFailures();
         setMinimumSize(SSTab1->tabBar()->sizeHint().width() + 4 * fontMetrics().height(), fontMetrics().height() * 18);
     });
 }
@@ -258,14 +258,29 @@ void frmProcessingDocuments::FileNotOpened(const String& path, const Failure& fa
         return;
     WriteErrorLog(u"Error " + FromUtf8(std::to_string(failure.number)) + u" (" + failure.description + u") in file " +
                   path);
-    ShowNotOpened();
+    ShowFailures();
 }
 
-void frmProcessingDocuments::ShowNotOpened()
+void frmProcessingDocuments::TellRunFailed()
+{
+    hasRunFailed_ = true;
+    ShowFailures();
+}
+
+void frmProcessingDocuments::ForgetFailures()
+{
+    notOpened_.clear();
+    hasRunFailed_ = false;
+    ShowFailures();
+}
+
+void frmProcessingDocuments::ShowFailures()
 {
     lblNotOpened->setText(
         TextOf(u"lblNotOpened.caption").replace(QLatin1String("%d"), QString::number(notOpened_.size())));
-    panelNotOpened->setVisible(!notOpened_.empty());
+    lblNotOpened->setVisible(!notOpened_.empty());
+    lblRunFailed->setVisible(hasRunFailed_);
+    panelFailures->setVisible(!notOpened_.empty() || hasRunFailed_);
 }
 
 }  // namespace tessarine

@@ -73,6 +73,12 @@ public:
     /// and the reason.
     void FileNotOpened(const String& path, const Failure& failure);
 
+    /// Tells in a line that a failure has ended the run before its last file; the progress stays where it was.
+    void TellRunFailed();
+
+    /// Takes the two lines away, for another run.
+    void ForgetFailures();
+
     /// The trees of the results.
     ResultTree* const trvChangedFiles;
     ResultTree* const trvNotChangedFiles;
@@ -108,7 +114,7 @@ private:
     void Unload();
     void tmrelapsedSecsX_Timer();
     void ShowElapsedTime();
-    void ShowNotOpened();
+    void ShowFailures();
     void NameTrees();
     void RestoreSize();
     void KeepSize() const;
@@ -119,7 +125,7 @@ private:
     void BuildControls();
     void BuildWarning();
     QWidget* BuildProgress();
-    QWidget* BuildNotOpened();
+    QWidget* BuildFailures();
     QWidget* BuildChangedFiles();
     QWidget* BuildTree(const char* panelName, ResultTree* tree);
     void BuildCommands();
@@ -132,8 +138,9 @@ private:
     QLabel* lblDocChanged = nullptr;
     QLabel* lblChangesMade = nullptr;
     QLabel* lblNotOpened = nullptr;
+    QLabel* lblRunFailed = nullptr;
     QPushButton* cmdErrorLog = nullptr;
-    QWidget* panelNotOpened = nullptr;
+    QWidget* panelFailures = nullptr;
     QFrame* panelWarning = nullptr;
     QLabel* lblWarning = nullptr;
     QWidget* panelCommand = nullptr;
@@ -142,7 +149,8 @@ private:
     std::array<QPushButton*, 2> cmdCommand{};
 
     std::set<String> notOpened_;  // paths
-    float lastX_ = 0;             // of the pointer over a tree
+    bool hasRunFailed_ = false;
+    float lastX_ = 0;  // of the pointer over a tree
     float lastY_ = 0;
 };
 

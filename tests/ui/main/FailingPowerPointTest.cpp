@@ -63,6 +63,7 @@ void FailingPowerPointTest::ExpectFinished(const std::string& lblDocChanged)
     EXPECT_EQ(Caption("cmdOK"), "OK");
     EXPECT_EQ(messages.Pointers().back(), MousePointer::Default);
     EXPECT_FALSE(Processing().tmrelapsedSecsX->Enabled());
+    EXPECT_FALSE(TellsOfAnEarlyEnd());
     EXPECT_TRUE(CurrentProject->options->IsFindOnly);
     EXPECT_EQ(office.Running(), 0);
 }
@@ -72,6 +73,7 @@ void FailingPowerPointTest::ExpectLeftAt(const std::string& lblDocChanged)
     EXPECT_EQ(Label("lblDocChanged"), lblDocChanged);
     EXPECT_FALSE(Processing().IsComplited);
     EXPECT_EQ(Caption("cmdOK"), "Cancel");
+    EXPECT_TRUE(TellsOfAnEarlyEnd());
     EXPECT_EQ(messages.Pointers().back(), MousePointer::Hourglass);
 }
 
@@ -90,6 +92,7 @@ void FailingPowerPointTest::ExpectNextRunToWork()
     EXPECT_TRUE(Processing().IsComplited);
     EXPECT_EQ(Caption("cmdOK"), "OK");
     EXPECT_EQ(NotOpened(), "");
+    EXPECT_FALSE(TellsOfAnEarlyEnd());
     EXPECT_EQ(messages.Pointers().back(), MousePointer::Default);
     EXPECT_EQ(office.Running(), 0);
 }

@@ -33,6 +33,9 @@ protected:
     /// The line about files that could not be opened; empty when it can't be seen.
     std::string NotOpened();
 
+    /// Whether the line about a run that a failure ended can be seen.
+    bool TellsOfAnEarlyEnd() { return InProcessing("lblRunFailed").isVisible(); }
+
     /// The run has come to its end and says so, in these words.
     void ExpectFinished(const std::string& lblDocChanged);
 

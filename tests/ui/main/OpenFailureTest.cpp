@@ -39,6 +39,26 @@ protected:
     }
 };
 
+// --- Two runs in one window -----------------------------------------------------------------------------------------
+
+using OpenFailure = FailingPowerPointTest;
+
+TEST_F(OpenFailure, IsCountedAndLoggedAnewByEachRunInAWindow)
+{
+    SetJobOver({u"1.pptx", u"2.pptx"});
+    office.script.FailOnce("Presentations.Open", 70, u"first reason", 2);
+    Find();
+    office.script.FailOnce("Presentations.Open", 75, u"second reason", 2);
+    Find();
+
+    EXPECT_EQ(NotOpened(), "1 file(s) could not be opened. The error log names them.");
+    EXPECT_THAT(LogLines(), testing::Contains("Error 75 (second reason) in file 2.pptx"));
+
+    Find();
+
+    EXPECT_EQ(NotOpened(), "");
+}
+
 // --- PowerPoint has gone ---------------------------------------------------------------------------------------------
 
 using ServerGoneAtOpen = NumberedOpenFailure;

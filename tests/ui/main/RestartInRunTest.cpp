@@ -287,5 +287,18 @@ TEST_F(QuitInRun, RefusedBehindALastFileThatFailedToOpenIsPassedOver)
     ExpectFinished("Finished: 1 of 2 file(s) changed");
 }
 
+TEST_F(QuitInRun, RefusedBehindSkippedFilesIsNoFailureOfTheLastFile)
+{
+    SetJobOver({u"1.pptx", u"2.pptx"});
+    for (const char16_t* name : {u"1.pptx", u"2.pptx"})
+        SetMode(PathOf(name), 0444);
+    office.script.FailOnce("Application.Quit", -2147418111, u"Call was rejected by callee.");
+
+    Find();
+
+    EXPECT_EQ(NotOpened(), "");
+    EXPECT_THAT(LogLines(), testing::Not(testing::Contains(testing::HasSubstr("in file"))));
+}
+
 }  // namespace
 }  // namespace tessarine

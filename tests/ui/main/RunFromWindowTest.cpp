@@ -1,6 +1,5 @@
 #include "ui/main/RunFromWindowTest.h"
 
-#include <regex>
 
 #include <QLabel>
 #include <QPushButton>
@@ -130,7 +129,7 @@ std::vector<std::string> RunFromWindowTest::LogLines()
     std::vector<std::string> lines;
     std::istringstream log(Log());
     for (std::string line; std::getline(log, line);)
-        lines.push_back(WithoutFolder(std::regex_replace(line, std::regex("- [0-9/: ]+(AM|PM)?\r$"), "")));
+        lines.push_back(WithoutFolder(line.substr(0, line.rfind("- "))));
     return lines;
 }
 

@@ -162,6 +162,7 @@ TEST_F(SetUpFailure, ServesOnceSoThatASecondVanishedFileLeavesTheRun)
                             "Error 53 (File not found: could not find b.pptx) in procedure cmdStartReplacing_Click at "
                             "Line No. 0 of Form frmMain"));
     EXPECT_EQ(NotOpened(), "1 file(s) could not be opened. The error log names them.");
+    EXPECT_TRUE(TellsOfAnEarlyEnd());
     EXPECT_EQ(office.Running(), 1);
     ExpectLeftAt("File 2 of 2: b.pptx");
 }

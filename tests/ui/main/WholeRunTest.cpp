@@ -5,8 +5,10 @@
 #include <QTabWidget>
 
 #include "platform/Files.h"
+#include "platform/ProgramFolder.h"
 #include "shell/TaskbarProgress.h"
 #include "support/Fixtures.h"
+#include "support/TemporaryFolder.h"
 #include "ui/main/RunFromWindowTest.h"
 #include "ui/run/ResultTree.h"
 
@@ -30,6 +32,24 @@ class WholeRun : public RunFromWindowTest
 
 const Pair fabrikam{u"Fabrikam", u"Contoso"};
 const Pair plan{u"Plan", u"Project", {&OptionSetting::InSlides, &OptionSetting::InHyperlinkAddresses}};
+
+TEST_F(WholeRun, ATextWithoutAPlaceholderKeepsItsLetters)
+{
+    const TemporaryFolder program;
+    program.Write(
+        u"Languages/English.lng",
+        "[frmProcessingDocuments]\nlblChangesMade.Caption1=%d of %i by %s\nlblDocChanged.caption2=%d/%i %s\n");
+    Presentation(u"one.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    Window();
+    const String previous = SetProgramFolder(program.Path());
+
+    Find();
+
+    SetProgramFolder(previous);
+    EXPECT_EQ(Label("lblChangesMade"), "1 of %i by %s");
+    EXPECT_EQ(Label("lblDocChanged"), "1/1 %s");
+}
 
 TEST_F(WholeRun, ItsProgressIsShownInTheTaskbarUntilItEnds)
 {
@@ -428,12 +448,18 @@ TEST_F(WholeRun, ClosingTheMainWindowDuringARunLetsItEnd)
         Presentation(name, {u"Fabrikam"});
     SetJob({fabrikam});
     Window().PutIsModifed(false);
-    CurrentProject->BeforFileProcess += [this](const String&) { Window().close(); };
+    bool isUnloaded = false;
+    Window().Unloaded += [&isUnloaded] { isUnloaded = true; };
+    CurrentProject->BeforFileProcess += [&](const String&) {
+        Window().close();
+        EXPECT_FALSE(isUnloaded) << "the program would end";
+    };
 
     Replace();
 
     EXPECT_THAT(TextsOf(u"2.pptx"), ElementsAre("Contoso"));
     EXPECT_FALSE(Window().isVisible());
+    EXPECT_TRUE(isUnloaded);
 }
 
 TEST_F(WholeRun, TheCloseButtonOfTheRunsWindowAsksForACancel)

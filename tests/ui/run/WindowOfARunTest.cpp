@@ -406,6 +406,22 @@ TEST_F(WindowOfARunTest, SaysNothingWhileEveryFileOpens)
     EXPECT_FALSE(IsVisible("cmdErrorLog"));
 }
 
+TEST_F(WindowOfARunTest, TellsThatAFailureEndedTheRunWithAWayToTheErrorLog)
+{
+    BeginRun();
+
+    Window().TellRunFailed();
+
+    EXPECT_EQ(Text("lblRunFailed"), "A failure has ended the run early. The error log tells which.");
+    EXPECT_TRUE(IsVisible("lblRunFailed"));
+    EXPECT_TRUE(IsVisible("cmdErrorLog"));
+    EXPECT_FALSE(IsVisible("lblNotOpened"));
+
+    Window().ForgetFailures();
+    EXPECT_FALSE(IsVisible("lblRunFailed"));
+    EXPECT_FALSE(IsVisible("cmdErrorLog"));
+}
+
 TEST_F(WindowOfARunTest, CountsTheFilesThatCouldNotBeOpenedAndLogsWhy)
 {
     BeginRun();
