@@ -289,8 +289,7 @@ TEST_F(ValidationTest, AFolderWithoutPresentationsLeadsToTheFiles)
 
     Choose("mnuStartSearching");
 
-    ASSERT_EQ(messages.Messages().size(), 1U);
-    EXPECT_EQ(messages.Messages().front().text, GlobalMsg(u"1052"));
+    ExpectComplaint(u"1052");
     EXPECT_EQ(Tab(), 1);
 }
 

@@ -33,6 +33,49 @@ class WholeRun : public RunFromWindowTest
 const Pair fabrikam{u"Fabrikam", u"Contoso"};
 const Pair plan{u"Plan", u"Project", {&OptionSetting::InSlides, &OptionSetting::InHyperlinkAddresses}};
 
+TEST_F(WholeRun, EndsAtItsBeginningWithoutTheListFileThatItWasValidatedWith)
+{
+    Presentation(u"one.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    const String list = folder.PathOf(u"list.csv");
+    CurrentProject->FindAndReplaceList->ExportsList(list);
+    Window();
+    ClickBox("optLoad(0)");
+    Type("txtLoadsearch", ToQt(list));
+    std::vector<Message> shown;
+    const MessageBoxPort previous = SetMessageBox([&](const Message& message) {
+        shown.push_back(message);
+        if (message.buttons == MessageButtons::YesNo)
+            DeleteFile(list);
+        return MessageAnswer::Yes;
+    });
+
+    Click("cmdStartReplacing(0)");
+
+    SetMessageBox(previous);
+    ASSERT_FALSE(shown.empty());
+    EXPECT_EQ(shown.back(), (Message{GlobalMsg(u"1003"), MessageIcon::Exclamation}));
+    EXPECT_THAT(TextsOf(u"one.pptx"), ElementsAre("Fabrikam"));
+    EXPECT_EQ(Caption("cmdOK"), "Cancel");
+    EXPECT_TRUE(Processing().close());
+}
+
+TEST_F(WholeRun, OfTheOtherKindInAWindowLeftOpenKeepsTheWordsOfItsTabs)
+{
+    Presentation(u"one.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+    Find();
+    auto& tabs = InProcessing<QTabWidget>("SSTab1");
+    tabs.setCurrentIndex(2);
+
+    Replace();
+
+    EXPECT_EQ(tabs.tabText(1).toStdString(), English(u"frmProcessingDocuments", u"SSTab1.TabCaption1(1)"));
+    EXPECT_EQ(tabs.currentIndex(), 0);
+    EXPECT_FALSE(Processing().tmrelapsedSecsX->Enabled());
+    EXPECT_THAT(TextsOf(u"one.pptx"), ElementsAre("Contoso"));
+}
+
 TEST_F(WholeRun, ATextWithoutAPlaceholderKeepsItsLetters)
 {
     const TemporaryFolder program;

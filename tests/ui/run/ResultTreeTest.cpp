@@ -38,15 +38,19 @@ protected:
 
 TEST_F(ResultTreeTest, ShowsTheCountOfEachLocationInItsOwnSpelling)
 {
-    Add(Counted(u"/a.pptx", {{u"cat", Everywhere(3)}}));
+    std::map<Location, std::int32_t> counts;
+    for (int row = 0; row < static_cast<int>(SearchLocations.size()); ++row)
+        counts[static_cast<Location>(row)] = row + 1;
 
-    EXPECT_THAT(RowsOf(Changed()), ElementsAre("/a.pptx", "  cat", "    Slides (3)", "    Hyperlinks Addresses (3)",
-                                               "    Shapes And Textboxes (3)", "    Header (3)", "    Footer (3)",
-                                               "    Builtin Properties(3)", "    Custom Properties(3)", "    Notes(3)",
-                                               "    OLE And DDE Links(3)", "    Slide Master Per Slide(3)",
-                                               "    Slide Master Per Presentation (3)", "    Title Master(3)",
-                                               "    Handout Master(3)", "    Notes Master(3)"));
-    EXPECT_EQ(mTotalChanges, 42);
+    Add(Counted(u"/a.pptx", {{u"cat", counts}}));
+
+    EXPECT_THAT(RowsOf(Changed()), ElementsAre("/a.pptx", "  cat", "    Slides (1)", "    Hyperlinks Addresses (2)",
+                                               "    Shapes And Textboxes (3)", "    Header (4)", "    Footer (5)",
+                                               "    Builtin Properties(6)", "    Custom Properties(7)", "    Notes(8)",
+                                               "    OLE And DDE Links(9)", "    Slide Master Per Slide(10)",
+                                               "    Slide Master Per Presentation (11)", "    Title Master(12)",
+                                               "    Handout Master(13)", "    Notes Master(14)"));
+    EXPECT_EQ(mTotalChanges, 105);
     EXPECT_EQ(mFilesChanged, 1);
 }
 
