@@ -10,7 +10,9 @@ namespace tessarine
 namespace
 {
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
@@ -380,6 +382,21 @@ TEST_F(GridTest, APairWhoseReplacingWouldNotEndIsMarked)
     ClickCell(3, ItemColumn::Number);
     ClickBox("chkMatchCase");
     EXPECT_FALSE(isMarked(3)) << "the cases differ";
+}
+
+TEST_F(GridTest, AListOf32768RowsIsTooLongToDeleteFromAndToSwap)
+{
+    EditPairs(std::vector<Pair>(32768, {u"a", u"b"}));
+    ClickCell(1, ItemColumn::Number);
+    messages.Next(MessageAnswer::Yes);
+
+    Window().cmdDelete_Click();
+    Window().cmdSwap_Click();
+
+    EXPECT_EQ(Items().Count(), 32768);
+    EXPECT_EQ(Items().Item(1)->FindWhat, u"a");
+    EXPECT_THAT(Log(), AllOf(HasSubstr("Error 6 (Overflow) in procedure cmdDelete_Click"),
+                             HasSubstr("Error 6 (Overflow) in procedure cmdSwap_Click")));
 }
 
 TEST_F(GridTest, AListOf32768RowsIsTooLongToAddToWhichIsLogged)

@@ -76,6 +76,26 @@ TEST_F(WholeRun, OfTheOtherKindInAWindowLeftOpenKeepsTheWordsOfItsTabs)
     EXPECT_THAT(TextsOf(u"one.pptx"), ElementsAre("Contoso"));
 }
 
+TEST_F(WholeRun, LeavesOutAPairThatIsDeletedMeanwhileFromTheNextFileOn)
+{
+    for (const char16_t* name : {u"1.pptx", u"2.pptx"})
+        Presentation(name, {u"Fabrikam"});
+    SetJob({fabrikam});
+    CurrentProject->BeforFileProcess += [this](const String& path) {
+        if (path != PathOf(u"2.pptx"))
+            return;
+        messages.Next(MessageAnswer::Yes);
+        Window().cmdDelete_Click();
+    };
+
+    Replace();
+
+    EXPECT_THAT(TextsOf(u"1.pptx"), ElementsAre("Contoso"));
+    EXPECT_THAT(TextsOf(u"2.pptx"), ElementsAre("Fabrikam")) << "deleted before its turn";
+    EXPECT_EQ(CurrentProject->FindAndReplaceList->Count(), 0);
+    EXPECT_TRUE(Processing().IsComplited);
+}
+
 TEST_F(WholeRun, ATextWithoutAPlaceholderKeepsItsLetters)
 {
     const TemporaryFolder program;
