@@ -5,7 +5,7 @@
 #include <QDBusConnection>
 #include <QGuiApplication>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 namespace tessarine
 {

@@ -4,7 +4,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
-#include <QtTest>
+#include <QTest>
 
 #include "desktop/QtMessageBox.h"
 #include "support/qt/ShellRecorder.h"

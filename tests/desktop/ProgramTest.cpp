@@ -2,7 +2,7 @@
 
 #include <QFile>
 #include <QProcess>
-#include <QtTest>
+#include <QTest>
 
 #include "i18n/QtText.h"
 #include "platform/Files.h"

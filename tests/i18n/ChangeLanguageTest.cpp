@@ -3,7 +3,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QtTest>
+#include <QTest>
 
 #include "app/GlobalState.h"
 #include "i18n/frmChangeLanguage.h"

@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QtTest>
+#include <QTest>
 
 #include "shell/frmAbout.h"
 #include "support/ErrorLogRecorder.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
-#include <QtTest>
+#include <QTest>
 
 #include "i18n/QtText.h"
 #include "shell/OpenDoc.h"

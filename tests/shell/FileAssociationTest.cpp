@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <map>
 
-#include <QtTest>
+#include <QTest>
 
 #include "platform/Failure.h"
 #include "platform/ProgramFolder.h"

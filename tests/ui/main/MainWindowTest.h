@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include <QtTest>
+#include <QTest>
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"

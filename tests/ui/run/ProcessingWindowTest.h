@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include <QtTest>
+#include <QTest>
 
 #include "app/ChosenLanguage.h"
 #include "engine/CounterStatuses.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QtTest>
+#include <QTest>
 
 #include "run/TimerX.h"
 
