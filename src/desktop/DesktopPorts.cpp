@@ -18,7 +18,7 @@ namespace
 
 /// A run asks for delivery at every shape; a window that reacts within this time feels immediate, and looking for
 /// events more often would slow the run down.
-constexpr std::chrono::milliseconds betweenDeliveries{40};
+constexpr std::chrono::milliseconds betweenDeliveries{60};
 
 void DeliverQtEvents()
 {

@@ -68,25 +68,36 @@ private:
 /// What stands between the brackets of a section line; nothing for any other line.
 std::optional<std::string_view> SectionOf(std::string_view line)
 {
+    if (!line.starts_with('['))
+        return std::nullopt;
     const std::size_t end = line.find(']');
-    if (!line.starts_with('[') || end == std::string_view::npos)
+    if (end == std::string_view::npos)
         return std::nullopt;
     return line.substr(1, end - 1);
 }
 
-/// The value as it stands behind the equals sign of its line, in the first section of that name.
-std::string_view RawValue(std::string_view rest, const Name& section, const Name& key)
+/// What follows the first section line of that name. Only brackets are looked for, as most lines stand in other
+/// sections.
+std::string_view LinesOfSection(std::string_view content, const Name& section)
 {
-    bool isInSection = false;
-    while (!rest.empty()) {
+    for (std::size_t bracket = content.find('['); bracket != std::string_view::npos; bracket = content.find('[')) {
+        const std::size_t begin = content.find_last_of("\r\n", bracket) + 1;  // 0 in the first line: none is found
+        content.remove_prefix(begin);
+        const auto name = SectionOf(TakeLine(content));
+        if (name && section.Is(*name))
+            return content;
+    }
+    return {};
+}
+
+/// The value as it stands behind the equals sign of its line, in the first section of that name.
+std::string_view RawValue(std::string_view content, const Name& section, const Name& key)
+{
+    for (std::string_view rest = LinesOfSection(content, section); !rest.empty();) {
         const std::string_view line = TakeLine(rest);
-        if (const auto name = SectionOf(line)) {
-            if (isInSection)
-                return {};
-            isInSection = section.Is(*name);
-            continue;
-        }
-        if (!isInSection || line.starts_with(';') || line.starts_with('['))
+        if (SectionOf(line))
+            return {};
+        if (line.starts_with(';') || line.starts_with('['))
             continue;
         const std::size_t equals = line.find('=');
         if (equals != std::string_view::npos && key.Is(line.substr(0, equals)))

@@ -124,6 +124,13 @@ TEST(ProfileText, PassesOverWhatFollowsASectionName)
     EXPECT_EQ(ValueIn("[window] ; the main one [sic]\nkey=value\n"), u"value");
 }
 
+TEST(ProfileText, TakesAnEarlierLineThatNamesTheSectionForNoSection)
+{
+    EXPECT_EQ(ValueIn("; [window]\nkey=no\n[window]\nkey=yes\n"), u"yes");
+    EXPECT_EQ(ValueIn("[other]\nkey=[window]\nsee [window]\rkey=no\r\n[window]\nkey=yes\n"), u"yes");
+    EXPECT_EQ(ValueIn("x [window]\nkey=no\n"), u"");
+}
+
 TEST(ProfileText, TakesALineWithAnOpenBracketForNoSection)
 {
     EXPECT_EQ(ValueIn("[window]\n[key=no\nkey=value\n"), u"value");

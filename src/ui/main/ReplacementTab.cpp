@@ -19,9 +19,17 @@ namespace tessarine
 namespace
 {
 
+constexpr int locationLeading = 4;  // between two lines, half of it above the first
+
+class LocationView : public QListWidget
+{
+public:
+    LocationView() { setViewportMargins(0, locationLeading / 2, 0, 0); }
+};
+
 QListWidget* LocationList()
 {
-    auto* const list = Named<QListWidget>("lstLookIn");
+    auto* const list = Named<LocationView>("lstLookIn");
     for (const SearchLocation& location : SearchLocations) {
         auto* const entry = new QListWidgetItem(QString::fromUtf16(location.caption), list);
         entry->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
@@ -33,9 +41,8 @@ QListWidget* LocationList()
     list->setResizeMode(QListView::Adjust);
     constexpr int columns = 2;
     constexpr int gap = 12;
-    constexpr int leading = 4;
-    const QSize cell(list->sizeHintForColumn(0) + gap, list->sizeHintForRow(0) + leading);
-    const int frame = 2 * list->frameWidth() + leading;
+    const QSize cell(list->sizeHintForColumn(0) + gap, list->sizeHintForRow(0) + locationLeading);
+    const int frame = 2 * list->frameWidth() + locationLeading;
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setGridSize(cell);
     list->setFixedHeight((list->count() + columns - 1) / columns * cell.height() + frame);
