@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "i18n/QtText.h"
+#include "platform/Failure.h"
 
 namespace tessarine
 {
@@ -30,6 +31,8 @@ ShellRecorder::ShellRecorder()
 {
     previousFileDialog_ = SetFileDialog([this](const CommonDialog& dialog, bool isSave) -> std::optional<QString> {
         fileDialogs_.push_back({dialog, isSave});
+        if (failure_ != 0)
+            throw Failure(failure_, u"The dialog could not be shown.");
         const std::optional<String> path = Next(files_, dialog.DialogTitle);
         return path ? std::optional(ToQt(*path)) : std::nullopt;
     });

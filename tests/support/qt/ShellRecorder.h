@@ -35,6 +35,9 @@ public:
     /// The file that the next file dialog ends with; cancelled without one.
     void NextFile(std::optional<String> path) { files_.push_back(std::move(path)); }
 
+    /// File dialogs raise this failure from now on; answers again with 0.
+    void FileDialogsFailWith(std::int32_t number) { failure_ = number; }
+
     /// The folder that the next folder dialog ends with; empty for none.
     void NextFolder(String path) { folders_.push_back(std::move(path)); }
 
@@ -48,6 +51,7 @@ public:
 private:
     std::deque<std::optional<String>> files_;
     std::deque<String> folders_;
+    std::int32_t failure_ = 0;
     std::int32_t code_ = ShellResult::Opened;
     std::vector<FileDialog> fileDialogs_;
     std::vector<FolderDialog> folderDialogs_;
