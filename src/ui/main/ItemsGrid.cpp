@@ -97,8 +97,7 @@ std::vector<std::int32_t> ItemsGrid::SelectedRows() const
         for (int row = range.top(); row <= range.bottom(); ++row)
             rows.push_back(row + 1);
     std::ranges::sort(rows);
-    const auto repeated = std::ranges::unique(rows);
-    rows.erase(repeated.begin(), repeated.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
 }
 
