@@ -22,8 +22,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 };
 
-/// A text box for a count: of what is typed, digits alone pass, by whatever way it comes. Pasted
-/// text passes whole.
+/// A text box for a count: of what is typed, digits alone pass, by whatever way it comes. Pasted text passes whole.
 class NumberBox : public EntryBox
 {
     Q_OBJECT

@@ -42,13 +42,6 @@ void FailingPowerPointTest::TearDown()
     EXPECT_EQ(shown_->Names(), expectedWindows);
 }
 
-void FailingPowerPointTest::SetJobOver(const std::vector<String>& names)
-{
-    for (const String& name : names)
-        Presentation(name, {u"Fabrikam"});
-    SetJob({{u"Fabrikam", u"Contoso"}});
-}
-
 std::string FailingPowerPointTest::NotOpened()
 {
     return InProcessing("lblNotOpened").isVisible() ? Label("lblNotOpened") : std::string();

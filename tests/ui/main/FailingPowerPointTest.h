@@ -21,9 +21,6 @@ protected:
     ~FailingPowerPointTest() override;
     void TearDown() override;
 
-    /// Presentations of one slide, "Fabrikam", and the job that makes "Contoso" of it.
-    void SetJobOver(const std::vector<String>& names);
-
     // --- What the person sees ---------------------------------------------------------------------------------------
 
     std::vector<std::string> Changed() { return Lines(*Processing().trvChangedFiles); }

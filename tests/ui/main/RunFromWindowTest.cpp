@@ -1,5 +1,6 @@
 #include "ui/main/RunFromWindowTest.h"
 
+#include <sstream>
 
 #include <QLabel>
 #include <QPushButton>
@@ -60,6 +61,21 @@ void RunFromWindowTest::SetJob(const std::vector<Pair>& pairs)
     Options().FileToProcessFolderPath = decks.Path();
     Options().RequiredFindAndReplaceCount = true;
     Window().LoadProjectOnForm();
+}
+
+void RunFromWindowTest::SetJobOver(const std::vector<String>& names)
+{
+    for (const String& name : names)
+        Presentation(name, {u"Fabrikam"});
+    SetJob({{u"Fabrikam", u"Contoso"}});
+}
+
+void RunFromWindowTest::Before(StringView name, std::function<void()> act)
+{
+    CurrentProject->BeforFileProcess += [name = PathOf(name), act = std::move(act)](const String& path) {
+        if (path == name)
+            act();
+    };
 }
 
 void RunFromWindowTest::Start(int index)
@@ -124,12 +140,26 @@ std::string RunFromWindowTest::WithoutFolder(std::string text) const
     return text;
 }
 
+namespace
+{
+
+/// A line of the error log ends in "- ", the date and time, and CR.
+std::string WithoutTime(const std::string& line)
+{
+    const std::size_t time = line.rfind("- ");
+    const bool isTime = time != std::string::npos && line.ends_with('\r') &&
+                        line.find_first_not_of("0123456789/: APM", time + 2) == line.size() - 1;
+    return isTime ? line.substr(0, time) : line;
+}
+
+}  // namespace
+
 std::vector<std::string> RunFromWindowTest::LogLines()
 {
     std::vector<std::string> lines;
     std::istringstream log(Log());
     for (std::string line; std::getline(log, line);)
-        lines.push_back(WithoutFolder(line.substr(0, line.rfind("- "))));
+        lines.push_back(WithoutFolder(WithoutTime(line)));
     return lines;
 }
 

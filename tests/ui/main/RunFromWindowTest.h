@@ -33,6 +33,12 @@ protected:
     /// Sets the job over the folder of the presentations, with these pairs.
     void SetJob(const std::vector<Pair>& pairs);
 
+    /// Presentations under these names with the title "Fabrikam", and the job that makes "Contoso" of it.
+    void SetJobOver(const std::vector<String>& names);
+
+    /// Runs before this presentation is processed.
+    void Before(StringView name, std::function<void()> act);
+
     void Find();     ///< By a click on the start button, to the end of the run.
     void Replace();  ///< The same.
 

@@ -35,8 +35,7 @@ const Pair plan{u"Plan", u"Project", {&OptionSetting::InSlides, &OptionSetting::
 
 TEST_F(WholeRun, EndsAtItsBeginningWithoutTheListFileThatItWasValidatedWith)
 {
-    Presentation(u"one.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"one.pptx"});
     const String list = folder.PathOf(u"list.csv");
     CurrentProject->FindAndReplaceList->ExportsList(list);
     Window();
@@ -62,8 +61,7 @@ TEST_F(WholeRun, EndsAtItsBeginningWithoutTheListFileThatItWasValidatedWith)
 
 TEST_F(WholeRun, OfTheOtherKindInAWindowLeftOpenKeepsTheWordsOfItsTabs)
 {
-    Presentation(u"one.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"one.pptx"});
     Find();
     auto& tabs = InProcessing<QTabWidget>("SSTab1");
     tabs.setCurrentIndex(2);
@@ -78,15 +76,11 @@ TEST_F(WholeRun, OfTheOtherKindInAWindowLeftOpenKeepsTheWordsOfItsTabs)
 
 TEST_F(WholeRun, LeavesOutAPairThatIsDeletedMeanwhileFromTheNextFileOn)
 {
-    for (const char16_t* name : {u"1.pptx", u"2.pptx"})
-        Presentation(name, {u"Fabrikam"});
-    SetJob({fabrikam});
-    CurrentProject->BeforFileProcess += [this](const String& path) {
-        if (path != PathOf(u"2.pptx"))
-            return;
+    SetJobOver({u"1.pptx", u"2.pptx"});
+    Before(u"2.pptx", [this] {
         messages.Next(MessageAnswer::Yes);
         Window().cmdDelete_Click();
-    };
+    });
 
     Replace();
 
@@ -102,8 +96,7 @@ TEST_F(WholeRun, ATextWithoutAPlaceholderKeepsItsLetters)
     program.Write(
         u"Languages/English.lng",
         "[frmProcessingDocuments]\nlblChangesMade.Caption1=%d of %i by %s\nlblDocChanged.caption2=%d/%i %s\n");
-    Presentation(u"one.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"one.pptx"});
     Window();
     const String previous = SetProgramFolder(program.Path());
 
@@ -118,9 +111,7 @@ TEST_F(WholeRun, ItsProgressIsShownInTheTaskbarUntilItEnds)
 {
     std::vector<std::optional<double>> shown;
     SetTaskbarProgress([&shown](std::optional<double> share) { shown.push_back(share); });
-    Presentation(u"one.pptx", {u"Fabrikam"});
-    Presentation(u"two.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"one.pptx", u"two.pptx"});
 
     Find();
 
@@ -197,8 +188,7 @@ TEST_F(WholeRun, AnItemWithoutLocationsStandsWithoutRowsUnderAChangedFile)
 
 TEST_F(WholeRun, TheWindowIsSetUpBeforeTheFirstFile)
 {
-    Presentation(u"a.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"a.pptx"});
     std::vector<std::string> seen;
     CurrentProject->BeforFileProcess += [&](const String&) {
         seen = {Label("lblDocChanged"),
@@ -217,9 +207,7 @@ TEST_F(WholeRun, TheWindowIsSetUpBeforeTheFirstFile)
 
 TEST_F(WholeRun, ACancelDuringTheThirdOfFiveFilesEndsBehindIt)
 {
-    for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx", u"4.pptx", u"5.pptx"})
-        Presentation(name, {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"1.pptx", u"2.pptx", u"3.pptx", u"4.pptx", u"5.pptx"});
     atDelivery = [this] {
         if (frmProcessingDocuments::Loaded() != nullptr && Label("lblDocChanged") == "File 3 of 5: 3.pptx")
             ClickInProcessing("cmdOK");
@@ -389,8 +377,7 @@ TEST_F(WholeRun, BackupsAreRestoredAndRemovedFromTheWindow)
 
 TEST_F(WholeRun, BackupsOfFilesWithALongerExtensionStayAsTheyAre)
 {
-    Presentation(u"a.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"a.pptx"});
     ShowTab(2);
     ClickBox("chkBackupMode");
     Replace();
@@ -406,8 +393,7 @@ TEST_F(WholeRun, BackupsOfFilesWithALongerExtensionStayAsTheyAre)
 
 TEST_F(WholeRun, OKClosesTheWindowAndTheNextRunHasANewOne)
 {
-    Presentation(u"a.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"a.pptx"});
     Find();
 
     ClickInProcessing("cmdOK");
@@ -419,8 +405,7 @@ TEST_F(WholeRun, OKClosesTheWindowAndTheNextRunHasANewOne)
 
 TEST_F(WholeRun, AWindowLeftOpenShowsTheNextRunsResultsBelowTheOldOnes)
 {
-    Presentation(u"a.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"a.pptx"});
     Find();
     Presentation(u"b.pptx", {u"Fabrikam"});
 
@@ -434,8 +419,7 @@ TEST_F(WholeRun, AWindowLeftOpenShowsTheNextRunsResultsBelowTheOldOnes)
 
 TEST_F(WholeRun, TheElapsedTimeStopsWithTheRun)
 {
-    Presentation(u"a.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"a.pptx"});
     bool tickedInRun = false;
     CurrentProject->BeforFileProcess += [&](const String&) { tickedInRun = Processing().tmrelapsedSecsX->Enabled(); };
 
@@ -474,8 +458,7 @@ TEST_F(WholeRun, AStartCommandDuringARunDoesNothing)
 
 TEST_F(WholeRun, AChangeOfLanguageLeavesTheWindowOfARunAlone)
 {
-    Presentation(u"a.pptx", {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"a.pptx"});
     Find();
     CurrentLanguageFile = u"German.lng";
 
@@ -488,15 +471,11 @@ TEST_F(WholeRun, AChangeOfLanguageLeavesTheWindowOfARunAlone)
 
 TEST_F(WholeRun, ARunGoesOnBehindAWindowThatTheUserHasClosed)
 {
-    for (const char16_t* name : {u"1.pptx", u"2.pptx"})
-        Presentation(name, {u"Fabrikam"});
-    SetJob({fabrikam});
-    CurrentProject->BeforFileProcess += [this](const String& path) {
-        if (path != PathOf(u"2.pptx"))
-            return;
+    SetJobOver({u"1.pptx", u"2.pptx"});
+    Before(u"2.pptx", [this] {
         Processing().IsComplited = true;
         ClickInProcessing("cmdOK");
-    };
+    });
 
     Replace();
 
@@ -507,9 +486,7 @@ TEST_F(WholeRun, ARunGoesOnBehindAWindowThatTheUserHasClosed)
 
 TEST_F(WholeRun, ClosingTheMainWindowDuringARunLetsItEnd)
 {
-    for (const char16_t* name : {u"1.pptx", u"2.pptx"})
-        Presentation(name, {u"Fabrikam"});
-    SetJob({fabrikam});
+    SetJobOver({u"1.pptx", u"2.pptx"});
     Window().PutIsModifed(false);
     bool isUnloaded = false;
     Window().Unloaded += [&isUnloaded] { isUnloaded = true; };
@@ -527,13 +504,8 @@ TEST_F(WholeRun, ClosingTheMainWindowDuringARunLetsItEnd)
 
 TEST_F(WholeRun, TheCloseButtonOfTheRunsWindowAsksForACancel)
 {
-    for (const char16_t* name : {u"1.pptx", u"2.pptx", u"3.pptx"})
-        Presentation(name, {u"Fabrikam"});
-    SetJob({fabrikam});
-    CurrentProject->BeforFileProcess += [this](const String& path) {
-        if (path == PathOf(u"1.pptx"))
-            Processing().close();
-    };
+    SetJobOver({u"1.pptx", u"2.pptx", u"3.pptx"});
+    Before(u"1.pptx", [this] { Processing().close(); });
 
     Replace();
 
