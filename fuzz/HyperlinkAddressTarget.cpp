@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "office/builtin/HyperlinkAddress.h"
+#include "office/builtin/shapes/HyperlinkAddress.h"
 #include "platform/CaseFolding.h"
 #include "platform/Failure.h"
 #include "Require.h"

@@ -5,8 +5,8 @@
 #include <memory>
 #include <span>
 
-#include "office/builtin/Objects.h"
-#include "office/builtin/PresentationFile.h"
+#include "office/builtin/objects/Objects.h"
+#include "office/builtin/presentation/PresentationFile.h"
 #include "platform/ErrorLog.h"
 #include "platform/Failure.h"
 #include "Require.h"

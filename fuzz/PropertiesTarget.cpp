@@ -6,8 +6,8 @@
 #include <span>
 #include <vector>
 
-#include "office/builtin/BuiltInProperties.h"
-#include "office/builtin/CustomPropertyPart.h"
+#include "office/builtin/properties/BuiltInProperties.h"
+#include "office/builtin/properties/CustomPropertyPart.h"
 #include "platform/Failure.h"
 #include "Require.h"
 #include "support/TemporaryFolder.h"

@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <string>
 
-#include "office/builtin/ContentTypes.h"
-#include "office/builtin/PartName.h"
-#include "office/builtin/Relationships.h"
-#include "office/builtin/XmlDocument.h"
+#include "office/builtin/package/ContentTypes.h"
+#include "office/builtin/package/PartName.h"
+#include "office/builtin/package/Relationships.h"
+#include "office/builtin/xml/XmlDocument.h"
 #include "platform/Failure.h"
 #include "Require.h"
 

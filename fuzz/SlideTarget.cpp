@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "office/builtin/ShapeTreePart.h"
-#include "office/builtin/TextTree.h"
+#include "office/builtin/shapes/ShapeTreePart.h"
+#include "office/builtin/text/TextTree.h"
 #include "platform/Failure.h"
 #include "Require.h"
 #include "WrittenPackage.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "office/builtin/XmlText.h"
+#include "office/builtin/xml/XmlText.h"
 #include "platform/Failure.h"
 #include "Require.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "office/builtin/PropertyDate.h"
+#include "office/builtin/properties/PropertyDate.h"
 #include "platform/Failure.h"
 #include "platform/Locale.h"
 #include "Require.h"

@@ -3,10 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "office/builtin/XmlDocument.h"
-#include "office/builtin/XmlEncoding.h"
-#include "office/builtin/XmlScanner.h"
-#include "office/builtin/XmlText.h"
+#include "office/builtin/xml/XmlDocument.h"
+#include "office/builtin/xml/XmlEncoding.h"
+#include "office/builtin/xml/XmlScanner.h"
+#include "office/builtin/xml/XmlText.h"
 #include "platform/Failure.h"
 #include "Require.h"
 

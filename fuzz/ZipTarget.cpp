@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <span>
 
-#include "office/builtin/Package.h"
+#include "office/builtin/package/Package.h"
 #include "platform/Failure.h"
 #include "platform/RandomAccessFile.h"
 #include "Require.h"

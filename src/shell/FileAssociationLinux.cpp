@@ -6,6 +6,7 @@
 #include <QProcess>
 
 #include "i18n/QtText.h"
+#include "icons/Icons.h"
 #include "platform/Files.h"
 #include "platform/ProgramFolder.h"
 #include "platform/ProgramInfo.h"
@@ -14,7 +15,6 @@
 #include "platform/Treatments.h"
 #include "shell/DesktopEntry.h"
 #include "shell/FileAssociation.h"
-#include "ui/icons/Icons.h"
 
 namespace tessarine
 {

@@ -7,9 +7,9 @@
 
 #include "app/WindowTitle.h"
 #include "i18n/QtText.h"
+#include "icons/Icons.h"
 #include "platform/ProgramInfo.h"
 #include "platform/Treatments.h"
-#include "ui/icons/Icons.h"
 
 namespace tessarine
 {

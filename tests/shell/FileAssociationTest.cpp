@@ -8,12 +8,12 @@
 
 #include <QTest>
 
+#include "icons/Icons.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFolder.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
 #include "support/qt/UserFolders.h"
-#include "ui/icons/Icons.h"
 
 namespace tessarine
 {

@@ -12,13 +12,13 @@
 #include "desktop/OutlinedStyle.h"
 #include "desktop/SingleInstance.h"
 #include "i18n/QtText.h"
+#include "icons/Icons.h"
 #include "model/Excel.h"
 #include "office/builtin/Provider.h"
 #include "office/sheets/ExcelProvider.h"
 #include "platform/Locale.h"
 #include "platform/ProgramInfo.h"
 #include "shell/FileAssociation.h"
-#include "ui/icons/Icons.h"
 #include "ui/main/frmMain.h"
 
 namespace

@@ -4,10 +4,10 @@
 #include <new>
 #include <vector>
 
-#include "office/builtin/Damage.h"
-#include "office/builtin/FileKind.h"
-#include "office/builtin/Objects.h"
-#include "office/builtin/PresentationFile.h"
+#include "office/builtin/limits/Damage.h"
+#include "office/builtin/objects/Objects.h"
+#include "office/builtin/package/FileKind.h"
+#include "office/builtin/presentation/PresentationFile.h"
 #include "platform/Failure.h"
 #include "platform/RandomAccessFile.h"
 

@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QString>
 
-#include "ui/icons/Icons.h"
+#include "icons/Icons.h"
 
 /// Making of controls under their names. Parents come with the layouts that the controls are put into.
 namespace tessarine

@@ -8,8 +8,8 @@
 
 #include "engine/EndlessReplacement.h"
 #include "i18n/QtText.h"
+#include "icons/Icons.h"
 #include "model/ItemText.h"
-#include "ui/icons/Icons.h"
 
 namespace tessarine
 {

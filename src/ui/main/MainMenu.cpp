@@ -4,8 +4,8 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include "icons/Icons.h"
 #include "shell/RecentFiles.h"
-#include "ui/icons/Icons.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
 

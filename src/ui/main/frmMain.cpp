@@ -14,11 +14,11 @@
 #include "i18n/frmChangeLanguage.h"
 #include "i18n/LanguageOfControls.h"
 #include "i18n/QtText.h"
+#include "icons/Icons.h"
 #include "platform/Messages.h"
 #include "platform/PathSeparator.h"
 #include "platform/Treatments.h"
 #include "shell/RecentFiles.h"
-#include "ui/icons/Icons.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/ItemsGrid.h"
 

@@ -8,8 +8,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "icons/Icons.h"
 #include "shell/TaskbarProgress.h"
-#include "ui/icons/Icons.h"
 #include "ui/run/ElidedLabel.h"
 #include "ui/run/FileProgressBar.h"
 #include "ui/run/frmProcessingDocuments.h"

@@ -2,7 +2,7 @@
 
 #include "DeckOnDisk.h"
 #include "engine/SearchFunctions.h"
-#include "office/builtin/PropertyDate.h"
+#include "office/builtin/properties/PropertyDate.h"
 #include "support/Fixtures.h"
 
 namespace tessarine::test

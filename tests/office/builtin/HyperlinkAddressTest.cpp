@@ -1,4 +1,4 @@
-#include "office/builtin/HyperlinkAddress.h"
+#include "office/builtin/shapes/HyperlinkAddress.h"
 
 #include "DeckOnDisk.h"
 

@@ -1,11 +1,11 @@
 #include <span>
 
 #include "DeckOnDisk.h"
-#include "office/builtin/ContentTypes.h"
-#include "office/builtin/Package.h"
-#include "office/builtin/PartName.h"
-#include "office/builtin/Relationships.h"
-#include "office/builtin/XmlEdits.h"
+#include "office/builtin/package/ContentTypes.h"
+#include "office/builtin/package/Package.h"
+#include "office/builtin/package/PartName.h"
+#include "office/builtin/package/Relationships.h"
+#include "office/builtin/xml/XmlEdits.h"
 
 namespace tessarine::builtin
 {

@@ -1,8 +1,8 @@
-#include "office/builtin/XmlText.h"
+#include "office/builtin/xml/XmlText.h"
 
 #include <gmock/gmock.h>
 
-#include "office/builtin/XmlScanner.h"
+#include "office/builtin/xml/XmlScanner.h"
 #include "platform/Failure.h"
 
 namespace tessarine::builtin

@@ -2,8 +2,8 @@
 #include <span>
 
 #include "DeckOnDisk.h"
-#include "office/builtin/Objects.h"
-#include "office/builtin/PresentationFile.h"
+#include "office/builtin/objects/Objects.h"
+#include "office/builtin/presentation/PresentationFile.h"
 #include "platform/ReplacementFile.h"
 #include "support/Fixtures.h"
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "platform/Failure.h"
+
+namespace tessarine::builtin
+{
+
+/// The failure for a damaged package or part: `FileCorrupt`, "part: what (at byte offset)". The text names the entry,
+/// since it lands in logs and reports.
+Failure Damage(std::string_view part, std::string_view what);
+Failure Damage(std::string_view part, std::string_view what, std::uint64_t byteOffset);
+
+/// The failure for a file that is something else than a presentation: `BadFormat`.
+Failure NotAPresentation(std::string_view what);
+
+}  // namespace tessarine::builtin

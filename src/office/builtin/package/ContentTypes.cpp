@@ -1,0 +1,106 @@
+#include "office/builtin/package/ContentTypes.h"
+
+#include <algorithm>
+
+#include "office/builtin/package/PartName.h"
+#include "office/builtin/xml/XmlDocument.h"
+#include "office/builtin/xml/XmlScanner.h"
+#include "office/builtin/xml/XmlText.h"
+#include "platform/String.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+constexpr std::string_view contentTypesName = "[Content_Types].xml";
+
+std::string PlainType(std::string_view type)
+{
+    type = type.substr(0, type.find(';'));
+    while (type.ends_with(' '))
+        type.remove_suffix(1);
+    return ComparableName(type);  // types, too, are compared without regard to case
+}
+
+}  // namespace
+
+void ContentTypes::Read() const
+{
+    const XmlDocument document(bytes_, contentTypesName, limits_);
+    const auto keep = [&](std::string_view text) {
+        const bool isInBytes = text.data() >= bytes_.data() && text.data() < bytes_.data() + bytes_.size();
+        return isInBytes ? text : std::string_view(texts_.emplace_back(text));
+    };
+    for (const Node element : document.Root().ChildElements()) {
+        const bool isOverride = document.Is(element, Ns::ContentTypes, "Override");
+        if (!isOverride && !document.Is(element, Ns::ContentTypes, "Default"))
+            continue;
+        Type entry;
+        document.ForEachAttribute(element, [&](std::string_view name, std::string_view value) {
+            if (name == (isOverride ? "PartName" : "Extension"))
+                entry.name = keep(value);
+            else if (name == "ContentType")
+                entry.type = keep(value);
+        });
+        (isOverride ? overrides_ : defaults_).push_back(entry);
+    }
+    isRead_ = true;
+}
+
+std::string ContentTypes::TypeOf(std::string_view partName) const
+{
+    if (!isRead_)
+        Read();
+    const auto find = [](const std::vector<Type>& types, std::string_view name) {
+        return std::ranges::find_if(types, [&](const Type& type) { return PartNameEqual()(type.name, name); });
+    };
+    if (const auto found = find(overrides_, partName); found != overrides_.end())
+        return PlainType(found->type);
+    const std::size_t dot = partName.rfind('.');
+    const auto found = find(defaults_, dot == std::string_view::npos ? "" : partName.substr(dot + 1));
+    return found == defaults_.end() ? std::string() : PlainType(found->type);
+}
+
+std::vector<std::string_view> ContentTypes::PartsOfType(std::string_view type) const
+{
+    if (!isRead_)
+        Read();
+    std::vector<std::string_view> names;
+    for (const Type& entry : overrides_)
+        if (PlainType(entry.type) == type)
+            names.push_back(entry.name);
+    return names;
+}
+
+bool ContentTypes::HasDefaultOf(std::string_view type) const
+{
+    if (!isRead_)
+        Read();
+    return std::ranges::any_of(defaults_, [type](const Type& entry) { return PlainType(entry.type) == type; });
+}
+
+void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
+{
+    ElementRange root = ScanElement(bytes_, NextChild(bytes_, 0, bytes_.size()));
+    if (root.IsEmptyTag()) {
+        bytes_.replace(root.end - 2, 2, "></" + std::string(root.name) + ">");
+        root = ScanElement(bytes_, root.begin);
+    }
+    const std::string element = "<" + std::string(root.Prefix()) + "Override PartName=\"/" +
+                                EscapeAttribute(FromUtf8(partName)) + "\" ContentType=\"" + std::string(type) + "\"/>";
+    edits_.push_back({root.contentEnd, root.contentEnd, element});
+}
+
+void ContentTypes::RemoveOverride(std::string_view partName)
+{
+    const PartNameEqual equal;
+    const XmlDocument document(bytes_, contentTypesName, limits_);
+    for (const Node element : document.Root().ChildElements())
+        if (document.Is(element, Ns::ContentTypes, "Override") &&
+            equal(document.Attribute(element, "PartName"), partName))
+            edits_.push_back({document.OffsetOf(element), ScanElement(bytes_, document.OffsetOf(element)).end, {}});
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "office/builtin/limits/Limits.h"
+#include "office/builtin/xml/XmlEdits.h"
+
+namespace tessarine::builtin
+{
+
+/// "[Content_Types].xml" (ECMA-376 part 2, 10.1.2): what kind of content each part holds. Read when first asked.
+class ContentTypes
+{
+public:
+    /// `bytes` is the part as UTF-8.
+    ContentTypes(std::string bytes, const Limits& limits) : bytes_(std::move(bytes)), limits_(limits) {}
+
+    ContentTypes(const ContentTypes&) = delete;
+    ContentTypes& operator=(const ContentTypes&) = delete;
+
+    /// The type of a part, in lower case, without parameters: its override, else the default of its extension, else "".
+    /// Raises -2147023504 when the part is damaged.
+    std::string TypeOf(std::string_view partName) const;
+
+    /// The names, as written, of the parts that an override gives this type (in lower case). Raises as TypeOf does.
+    std::vector<std::string_view> PartsOfType(std::string_view type) const;
+
+    /// True when an extension stands for this type (in lower case), so that other parts may have it than those above.
+    bool HasDefaultOf(std::string_view type) const;
+
+    void AddOverride(std::string_view partName, std::string_view type);
+    void RemoveOverride(std::string_view partName);
+
+    bool IsEdited() const { return !edits_.empty(); }
+    std::string Bytes() const { return ApplyEdits(bytes_, edits_); }
+
+private:
+    struct Type {
+        std::string_view name;  ///< Of the part or the extension.
+        std::string_view type;  ///< As written.
+    };
+
+    void Read() const;
+
+    std::string bytes_;
+    mutable bool isRead_ = false;
+    mutable std::vector<Type> overrides_;
+    mutable std::vector<Type> defaults_;
+    mutable std::deque<std::string> texts_;  // that do not stand in the bytes as they read
+    Limits limits_;
+    std::vector<ByteEdit> edits_;
+};
+
+}  // namespace tessarine::builtin

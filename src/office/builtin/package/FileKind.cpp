@@ -1,0 +1,89 @@
+#include "office/builtin/package/FileKind.h"
+
+#include <gsf/gsf.h>
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "office/builtin/package/WholeFile.h"
+#include "office/builtin/zip/ZipDirectory.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+struct Unreference {
+    void operator()(void* object) const { g_object_unref(object); }
+};
+template <class Object>
+using GsfPointer = std::unique_ptr<Object, Unreference>;
+
+void KeepQuiet(const char*, GLogLevelFlags, const char*, void*) {}
+
+/// The names in a compound file's root (MS-CFB 2.6). Empty when it can't be read.
+std::vector<std::string> RootNames(const RandomAccessBytes& bytes)
+{
+    // Compound files that matter here are read for their directory alone; a far larger one is somebody else's.
+    constexpr std::uint64_t largest = 1u << 30;
+    if (bytes.Size() > largest)
+        return {};
+    // What the library thinks of a damaged file is no message for the user's terminal; the result says it.
+    [[maybe_unused]] static const guint handler =
+        g_log_set_handler("libgsf:msole", G_LOG_LEVEL_MASK, KeepQuiet, nullptr);
+    const WholeFile content(bytes);
+    const std::span<const std::byte> memory = content.Bytes();
+    const GsfPointer<GsfInput> input(gsf_input_memory_new(reinterpret_cast<const guint8*>(memory.data()),
+                                                          static_cast<gsf_off_t>(memory.size()), FALSE));
+    if (!input)
+        return {};
+    const GsfPointer<GsfInfile> file(gsf_infile_msole_new(input.get(), nullptr));
+    std::vector<std::string> names;
+    for (int i = 0; file && i < gsf_infile_num_children(file.get()); ++i)
+        if (const char* name = gsf_infile_name_by_index(file.get(), i))
+            names.emplace_back(name);
+    return names;
+}
+
+FileKind CompoundKind(const RandomAccessBytes& bytes)
+{
+    const auto names = RootNames(bytes);
+    const auto has = [&](std::string_view name) { return std::ranges::find(names, name) != names.end(); };
+    if (names.empty())
+        return FileKind::DamagedCompound;
+    if (has("EncryptedPackage") || has("\x06"
+                                       "DataSpaces"))
+        return FileKind::EncryptedPackage;
+    if (has("PowerPoint Document") || has("PP97_DUALSTORAGE"))
+        return FileKind::BinaryPresentation;
+    if (has("PP40") || has("Text_Content"))
+        return FileKind::OldPresentation;
+    return FileKind::OtherCompound;
+}
+
+}  // namespace
+
+FileKind FileKindOf(const RandomAccessBytes& bytes)
+{
+    std::array<char, 512> buffer{};
+    const std::size_t length = std::min<std::uint64_t>(bytes.Size(), buffer.size());
+    bytes.Read(0, std::as_writable_bytes(std::span(buffer).first(length)));
+    const std::string_view head(buffer.data(), length);
+    if (head.empty())
+        return FileKind::Empty;
+    if (head.starts_with("PK\x03\x04") || head.starts_with("PK\x05\x06") || head.starts_with("PK\x07\x08"))
+        return FileKind::Package;
+    if (head.starts_with("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"))
+        return CompoundKind(bytes);
+    if (head.find("<pkg:package") != std::string_view::npos)
+        return FileKind::FlatPackage;
+    // A package may stand behind other bytes; its directory is at its end.
+    return HasZipEnd(bytes) ? FileKind::Package : FileKind::Other;
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "office/builtin/limits/Limits.h"
+#include "office/builtin/package/ContentTypes.h"
+#include "office/builtin/package/PartName.h"
+#include "office/builtin/package/Relationships.h"
+#include "office/builtin/xml/XmlEncoding.h"
+#include "office/builtin/zip/ZipDirectory.h"
+#include "office/builtin/zip/ZipWriter.h"
+#include "platform/RandomAccessFile.h"
+
+namespace tessarine::builtin
+{
+
+/// An Office Open XML package: parts in a zip file, their content types and relationships (ECMA-376 part 2).
+///
+/// Opening reads the zip directory and nothing else; a part is read when it is asked for. Edits are kept until Save.
+class Package
+{
+public:
+    using Entry = std::size_t;
+
+    /// Raises -2147023504 for a file that is no zip file or is damaged.
+    explicit Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default());
+
+    const Limits& limits() const { return limits_; }
+
+    /// The entry of a part, by its name or by the name with its percent escapes decoded. When two entries have one
+    /// name, the last one counts.
+    std::optional<Entry> Find(std::string_view partName) const;
+    std::string_view NameOf(Entry entry) const;  ///< With slashes, without a leading one. Lives as long as the package.
+
+    /// The parts that have this content type (in lower case), in ascending order.
+    std::vector<Entry> PartsOfType(std::string_view type);
+
+    /// The part that a relationship of another part (of the package, without one) points to; nothing for no
+    /// relationship, an external or a dangling one.
+    std::optional<Entry> Follow(std::optional<Entry> source, const Relationship* relationship) const;
+
+    /// A part's bytes, with edits. Raises -2147023504 when it is damaged or larger than the limits allow, -2147467259
+    /// when the entry is encrypted, -2147024885 when it is packed in a way that packages don't use.
+    std::string Read(Entry entry) const;
+
+    /// As Read, decoded to UTF-8 (see XmlEncoding).
+    std::string ReadXml(Entry entry) const;
+
+    /// As ReadXml, into memory that the next such call for another part uses again: for a part that is not kept.
+    std::string_view ReadXmlOnce(Entry entry);
+
+    /// The new content, as UTF-8, of an XML part that was read; put back into the part's encoding.
+    void ReplaceXml(Entry entry, std::string_view utf8);
+    void Add(std::string partName, std::string bytes);
+    void Remove(Entry entry);
+
+    /// The relationships of a part; of the package with no entry. Parsed once.
+    Relationships& RelationshipsOf(std::optional<Entry> entry);
+    ContentTypes& Types();
+
+    /// True when a save would write something else than what is there.
+    bool IsChanged() const;
+
+    /// Replaces the file by one with the edits, all or nothing. Without edits only its modification time moves.
+    void Save(StringView path);
+
+private:
+    Relationships& Load(std::optional<Entry> entry);
+    void PutEditedXml();
+    std::string_view ReadInto(std::string& memory, Entry entry) const;
+    bool NeedsDecoding(std::string_view bytes, Entry entry) const;
+
+    std::unique_ptr<RandomAccessBytes> bytes_;
+    Limits limits_;
+    ZipDirectory directory_;
+    std::unordered_map<std::string_view, Entry, PartNameHash, PartNameEqual> byName_;
+    std::optional<ContentTypes> types_;
+    std::map<Entry, std::string> oddNames_;  // of entries that are not named as parts are
+    std::unordered_map<Entry, Relationships> relationships_;
+    std::optional<Relationships> rootRelationships_;
+    ZipChanges changes_;
+    mutable std::uint64_t inflated_ = 0;
+    mutable std::string packed_;                                // memory used again by every read
+    mutable std::unordered_map<Entry, XmlEncoding> encodings_;  // of parts that are not in UTF-8
+    std::string once_;                                          // never made smaller; holds onceContent_
+    std::string_view onceContent_;
+    std::optional<Entry> onceEntry_;  // whose content that is
+};
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,124 @@
+#include "office/builtin/package/PartName.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+int HexValue(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return -1;
+}
+
+std::string_view WithoutLeadingSlashes(std::string_view name)
+{
+    return name.substr(std::min(name.find_first_not_of("/\\"), name.size()));
+}
+
+char Comparable(char c)
+{
+    if (c == '\\')
+        return '/';
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
+}  // namespace
+
+std::size_t PartNameHash::operator()(std::string_view name) const
+{
+    std::size_t hash = 14695981039346656037u;  // FNV-1a
+    for (const char c : WithoutLeadingSlashes(name))
+        hash = (hash ^ static_cast<unsigned char>(Comparable(c))) * 1099511628211u;
+    return hash;
+}
+
+bool PartNameEqual::operator()(std::string_view left, std::string_view right) const
+{
+    return std::ranges::equal(WithoutLeadingSlashes(left), WithoutLeadingSlashes(right), {}, Comparable, Comparable);
+}
+
+std::string ComparableName(std::string_view name)
+{
+    std::string comparable(WithoutLeadingSlashes(name));
+    std::ranges::transform(comparable, comparable.begin(), Comparable);
+    return comparable;
+}
+
+std::string_view FolderOf(std::string_view partName)
+{
+    const std::size_t slash = partName.rfind('/');
+    return slash == std::string_view::npos ? std::string_view() : partName.substr(0, slash + 1);
+}
+
+std::string RelationshipPartName(std::string_view partName)
+{
+    const std::string_view folder = FolderOf(partName);
+    return std::string(folder) + "_rels/" + std::string(partName.substr(folder.size())) + ".rels";
+}
+
+std::string ResolveTarget(std::string_view sourcePart, std::string_view target)
+{
+    std::string_view folder = target.find_first_of("/\\") == 0 ? std::string_view() : FolderOf(sourcePart);
+    // From a slide to its notes page or layout.
+    constexpr std::string_view up = "../";
+    if (folder.size() > 1 && target.starts_with(up) && folder.find("./") == std::string_view::npos &&
+        folder.find("//") == std::string_view::npos) {
+        folder = FolderOf(folder.substr(0, folder.size() - 1));
+        target.remove_prefix(up.size());
+    }
+    std::string whole;
+    whole.reserve(folder.size() + target.size());
+    whole.append(folder).append(target);
+    // Nearly all targets of generated parts go down or are plain; only what has dots or doubled slashes needs work.
+    if (whole.find("./") == std::string::npos && whole.find("//") == std::string::npos &&
+        whole.find('\\') == std::string::npos && !whole.starts_with('/') && !whole.ends_with('.') &&
+        !whole.ends_with('/'))
+        return whole;
+    std::vector<std::string_view> segments;
+    std::string_view rest = whole;
+    while (!rest.empty()) {
+        const std::size_t slash = std::min(rest.find_first_of("/\\"), rest.size());
+        const std::string_view segment = rest.substr(0, slash);
+        rest.remove_prefix(std::min(slash + 1, rest.size()));
+        if (segment == "..") {
+            if (!segments.empty())
+                segments.pop_back();
+        } else if (!segment.empty() && segment != ".") {
+            segments.push_back(segment);
+        }
+    }
+    std::string name;
+    for (const std::string_view segment : segments) {
+        if (!name.empty())
+            name += '/';
+        name += segment;
+    }
+    return name;
+}
+
+std::string DecodePercent(std::string_view text)
+{
+    std::string decoded;
+    decoded.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '%' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0) {
+            decoded += static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]));
+            i += 2;
+        } else {
+            decoded += text[i];
+        }
+    }
+    return decoded;
+}
+
+}  // namespace tessarine::builtin

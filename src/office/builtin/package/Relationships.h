@@ -1,0 +1,74 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "office/builtin/limits/Limits.h"
+#include "office/builtin/xml/XmlEdits.h"
+
+namespace tessarine::builtin
+{
+
+/// One relationship (ECMA-376 part 2, 9.3). Its texts live as long as the Relationships that it belongs to.
+struct Relationship {
+    std::string_view id;
+    std::string_view type;    ///< The URI, as written.
+    std::string_view target;  ///< Decoded from XML only.
+    bool external = false;
+    bool removed = false;
+    std::size_t offset = 0;  ///< Of the element's "<"; unused for an added one.
+
+    /// True for a relationship of that kind, given as the last segment of its type: "slide", "hyperlink",
+    /// "core-properties". Transitional and Strict spell some kinds differently; ask for the Transitional one.
+    bool Is(std::string_view kind) const;
+};
+
+/// The relationships of one part, or of the package. Edits are kept and put into the bytes on demand.
+class Relationships
+{
+public:
+    Relationships() = default;  ///< None, for a part without a relationship part.
+
+    /// Parses a relationship part (UTF-8). Raises -2147023504.
+    Relationships(std::string bytes, std::string_view part, const Limits& limits);
+    Relationships(const Relationships&) = delete;
+    Relationships& operator=(const Relationships&) = delete;
+
+    const Relationship* Find(std::string_view id) const;
+    const Relationship* FirstOf(std::string_view kind) const;
+    const std::vector<Relationship>& All() const { return relationships_; }
+
+    /// Raises -2147023504 for a relationship that has no target.
+    void PutTarget(std::string_view id, std::string target);
+
+    /// Adds an external relationship of the same type as another one and returns its id, "rId" and the next free
+    /// number.
+    std::string_view AddLike(std::string_view id, std::string target);
+
+    /// Adds an internal relationship and returns its id.
+    std::string_view Add(std::string_view type, std::string target);
+    void Remove(std::string_view id);
+
+    bool IsEdited() const { return edited_; }
+    std::string Bytes() const;  ///< With the edits made.
+
+private:
+    void Index(std::string_view part, const Limits& limits);
+    std::optional<std::size_t> IndexOf(std::string_view id) const;
+    std::string NewId() const;
+    std::string_view Keep(std::string text) { return texts_.emplace_back(std::move(text)); }
+
+    std::string bytes_;
+    std::size_t parsed_ = 0;  // how many of relationships_ stand in the bytes
+    std::vector<Relationship> relationships_;
+    mutable std::unordered_map<std::string_view, std::size_t> byId_;  // made when many are asked for one
+    std::deque<std::string> texts_;                                   // that do not stand in the bytes as they read
+    std::vector<bool> retargeted_;
+    bool edited_ = false;
+};
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,264 @@
+#include "office/builtin/presentation/PresentationFile.h"
+
+#include <algorithm>
+#include <array>
+
+#include "office/builtin/limits/Damage.h"
+#include "office/builtin/package/PartName.h"
+#include "office/builtin/xml/XmlDocument.h"
+#include "platform/ErrorLog.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+using enum Ns;
+
+/// Content types of the main part: presentation, template and show, each plain and with macros, and the add-in;
+/// compared in lower case. The type decides, not the file's extension.
+constexpr std::array<std::string_view, 7> mainTypes{
+    "application/vnd.openxmlformats-officedocument.presentationml.presentation.main+xml",
+    "application/vnd.ms-powerpoint.presentation.macroenabled.main+xml",
+    "application/vnd.openxmlformats-officedocument.presentationml.template.main+xml",
+    "application/vnd.ms-powerpoint.template.macroenabled.main+xml",
+    "application/vnd.openxmlformats-officedocument.presentationml.slideshow.main+xml",
+    "application/vnd.ms-powerpoint.slideshow.macroenabled.main+xml",
+    "application/vnd.ms-powerpoint.addin.macroenabled.main+xml",
+};
+
+constexpr std::string_view noPresentation = "The file is not a presentation";
+
+}  // namespace
+
+PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits)
+    : package_(std::move(bytes), limits)
+{
+    if (!package_.Find("[Content_Types].xml")) {
+        if (package_.Find("mimetype"))
+            throw NotAPresentation("The file is not an Office Open XML presentation");
+        throw Damage("[Content_Types].xml", "it is missing");
+    }
+    const Relationship* relationship = package_.RelationshipsOf(std::nullopt).FirstOf("officeDocument");
+    if (relationship == nullptr)
+        throw Damage("_rels/.rels", "it names no main document");
+    const auto main = package_.Follow(std::nullopt, relationship);
+    if (!main)
+        throw Damage(relationship->target, "it is missing");
+    const std::string type = package_.Types().TypeOf(package_.NameOf(*main));
+    if (std::ranges::find(mainTypes, std::string_view(type)) == mainTypes.end())
+        throw NotAPresentation(std::string(noPresentation) + " (its main part is of type \"" + type + "\")");
+    ReadMainPart(*main);
+}
+
+void PresentationFile::ReadMainPart(Package::Entry main)
+{
+    std::string bytes = package_.ReadXml(main);
+    const XmlDocument document(bytes, package_.NameOf(main), package_.limits());
+    const Node root = document.Root();
+    if (!document.Is(root, Presentation, "presentation"))
+        throw Damage(package_.NameOf(main), "it is not a presentation part");
+    // Protected against changes by a password: a run opens every file for writing, so that it would have to give one.
+    if (document.Child(root, Presentation, "modifyVerifier"))
+        throw Failure(FailureNumber::Unspecified, u"The presentation needs a password to be changed");
+
+    slides_ = ReadIdList(document, "sldIdLst", "sldId", main);
+    masters_ = ReadIdList(document, "sldMasterIdLst", "sldMasterId", main);
+    for (const auto& [list, item, place] : {std::tuple{"notesMasterIdLst", "notesMasterId", &notesMaster_},
+                                            std::tuple{"handoutMasterIdLst", "handoutMasterId", &handoutMaster_}}) {
+        const auto found = ReadIdList(document, list, item, main);
+        if (!found.empty())
+            *place = found.front();
+    }
+}
+
+std::vector<Package::Entry> PresentationFile::ReadIdList(const XmlDocument& document, const char* list,
+                                                         const char* item, Package::Entry main)
+{
+    std::vector<Package::Entry> entries;
+    const Relationships& relationships = package_.RelationshipsOf(main);
+    for (const Node node : document.Child(document.Root(), Presentation, list).ChildElements()) {
+        if (!document.Is(node, Presentation, item))
+            continue;
+        const auto* relationship =
+            relationships.Find(document.Attribute(node, Ns::DocumentRelationships, "id").value_or(""));
+        const auto entry = package_.Follow(main, relationship);
+        // Leaving it out silently would make the counts lie.
+        if (!entry)
+            throw Damage(package_.NameOf(main),
+                         std::string(item) + " names a part that is missing" +
+                             (relationship == nullptr ? "" : ": " + std::string(relationship->target)));
+        entries.push_back(*entry);
+    }
+    return entries;
+}
+
+ShapeTreePart& PresentationFile::Part(Package::Entry entry)
+{
+    auto& part = parts_[entry];
+    if (!part)
+        part = std::make_unique<ShapeTreePart>(package_, entry);
+    return *part;
+}
+
+ShapeTreePart* PresentationFile::OptionalPart(const std::optional<Package::Entry>& entry)
+{
+    return entry ? &Part(*entry) : nullptr;
+}
+
+ShapeTreePart* PresentationFile::NotesPage(std::size_t slide)
+{
+    const Package::Entry entry = slides_[slide];
+    const auto notes = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("notesSlide"));
+    return notes && std::ranges::binary_search(NotesPages(), *notes) ? &Part(*notes) : nullptr;
+}
+
+/// All there are, by their content type (ECMA-376 13.3.5): found without reading the relationships of every slide.
+const std::vector<Package::Entry>& PresentationFile::NotesPages()
+{
+    if (!notesPages_)
+        notesPages_ =
+            package_.PartsOfType("application/vnd.openxmlformats-officedocument.presentationml.notesslide+xml");
+    return *notesPages_;
+}
+
+std::size_t PresentationFile::DesignOfSlide(std::size_t slide)
+{
+    const Package::Entry entry = slides_[slide];
+    const auto layout = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("slideLayout"));
+    if (!layout)
+        return 0;
+    const auto master = package_.Follow(*layout, package_.RelationshipsOf(*layout).FirstOf("slideMaster"));
+    const auto found = master ? std::ranges::find(masters_, *master) : masters_.end();
+    return found == masters_.end() ? 0 : static_cast<std::size_t>(found - masters_.begin());
+}
+
+ShapeTreePart* PresentationFile::SlideMaster(std::size_t design)
+{
+    return design < masters_.size() ? &Part(masters_[design]) : nullptr;
+}
+
+ShapeTreePart* PresentationFile::TitleMaster(std::size_t design)
+{
+    if (design >= masters_.size())
+        return nullptr;
+    const Package::Entry master = masters_[design];
+    for (const std::string& id : Part(master).Read().layoutIds) {
+        const auto layout = package_.Follow(master, package_.RelationshipsOf(master).Find(id));
+        if (layout && Part(*layout).Read().layoutType == "title")
+            return &Part(*layout);
+    }
+    return nullptr;
+}
+
+String PresentationFile::DesignName(std::size_t design)
+{
+    if (design >= masters_.size())
+        return {};
+    const Package::Entry master = masters_[design];
+    const auto theme = package_.Follow(master, package_.RelationshipsOf(master).FirstOf("theme"));
+    if (!theme)
+        return {};
+    std::string bytes = package_.ReadXml(*theme);
+    const XmlDocument document(bytes, package_.NameOf(*theme), package_.limits());
+    return FromUtf8(document.Attribute(document.Root(), "name"));
+}
+
+ShapeTreePart* PresentationFile::NotesMaster()
+{
+    return OptionalPart(notesMaster_);
+}
+
+ShapeTreePart* PresentationFile::HandoutMaster()
+{
+    return OptionalPart(handoutMaster_);
+}
+
+BuiltInProperties& PresentationFile::BuiltIn()
+{
+    if (!builtIn_)
+        builtIn_.emplace(package_, static_cast<std::int64_t>(slides_.size()));
+    return *builtIn_;
+}
+
+CustomPropertyPart& PresentationFile::Custom()
+{
+    if (!custom_)
+        custom_.emplace(package_);
+    return *custom_;
+}
+
+const TextPattern& PresentationFile::Pattern(const String& findWhat, bool matchCase, bool wholeWords)
+{
+    if (!pattern_ || !pattern_->IsFor(findWhat, matchCase, wholeWords))
+        pattern_.emplace(findWhat, matchCase, wholeWords);
+    return *pattern_;
+}
+
+const SoughtText& PresentationFile::Sought(const String& text)
+{
+    if (!sought_ || sought_->text != text)
+        sought_.emplace(text);
+    return *sought_;
+}
+
+TextOfParts PresentationFile::MakeTextOf(const std::vector<Package::Entry>& entries)
+{
+    std::vector<ShapeTreePart*> parts;
+    for (const Package::Entry entry : entries)
+        parts.push_back(&Part(entry));
+    return TextOfParts(std::move(parts));
+}
+
+bool PresentationFile::SlidesMayHold(const String& text)
+{
+    if (!slidesText_)
+        slidesText_ = MakeTextOf(slides_);
+    // The first walk reads slide by slide: a slide that holds the text is then read from bytes that are at hand.
+    return !slidesText_->IsGathered() || slidesText_->MayHold(Sought(text));
+}
+
+bool PresentationFile::NotesMayHold(const String& text)
+{
+    if (!notesText_)
+        notesText_ = MakeTextOf(NotesPages());
+    return notesText_->MayHold(Sought(text));
+}
+
+void PresentationFile::Save(StringView path)
+{
+    for (const auto& [entry, part] : parts_)
+        part->Flush();
+    if (builtIn_)
+        builtIn_->Flush();
+    if (custom_)
+        custom_->Flush();
+    if (package_.IsChanged())
+        DropSignatures(path);
+    package_.Save(path);
+}
+
+void PresentationFile::DropSignatures(StringView path)
+{
+    Relationships& root = package_.RelationshipsOf(std::nullopt);
+    const Relationship* relationship = root.FirstOf("origin");
+    if (relationship == nullptr || relationship->type.find("digital-signature") == std::string::npos)
+        return;
+    if (const auto origin = package_.Follow(std::nullopt, relationship)) {
+        std::vector<Package::Entry> gone{*origin};
+        for (const Relationship& signature : package_.RelationshipsOf(*origin).All())
+            if (const auto entry = package_.Follow(*origin, &signature))
+                gone.push_back(*entry);
+        if (const auto links = package_.Find(RelationshipPartName(package_.NameOf(*origin))))
+            gone.push_back(*links);
+        for (const Package::Entry entry : gone) {
+            package_.Types().RemoveOverride(package_.NameOf(entry));
+            package_.Remove(entry);
+        }
+    }
+    root.Remove(relationship->id);
+    WriteErrorLog(u"The digital signatures of \"" + String(path) + u"\" were removed, as its content was changed");
+}
+
+}  // namespace tessarine::builtin

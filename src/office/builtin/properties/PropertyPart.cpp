@@ -1,0 +1,209 @@
+#include "office/builtin/properties/PropertyPart.h"
+
+#include <algorithm>
+
+#include "office/builtin/xml/XmlDocument.h"
+#include "office/builtin/xml/XmlEdits.h"
+#include "office/builtin/xml/XmlScanner.h"
+#include "office/builtin/xml/XmlText.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
+
+/// What one of the two parts is made of when a file has none.
+struct PartKind {
+    std::string_view relationship;  // kind, for looking it up
+    std::string_view relationshipType;
+    std::string_view contentType;
+    std::string_view partName;
+    std::string_view emptyRoot;
+};
+
+constexpr PartKind coreKind{
+    "core-properties", "http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties",
+    "application/vnd.openxmlformats-package.core-properties+xml", "docProps/core.xml",
+    "<cp:coreProperties xmlns:cp=\"http://schemas.openxmlformats.org/package/2006/metadata/core-properties\" "
+    "xmlns:dc=\"http://purl.org/dc/elements/1.1/\" xmlns:dcterms=\"http://purl.org/dc/terms/\" "
+    "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\"></cp:coreProperties>"};
+
+constexpr PartKind extendedKind{
+    "extended-properties", "http://schemas.openxmlformats.org/officeDocument/2006/relationships/extended-properties",
+    "application/vnd.openxmlformats-officedocument.extended-properties+xml", "docProps/app.xml",
+    "<Properties xmlns=\"http://schemas.openxmlformats.org/officeDocument/2006/extended-properties\"></Properties>"};
+
+constexpr PartKind strictExtendedKind{
+    extendedKind.relationship, "http://purl.oclc.org/ooxml/officeDocument/relationships/extendedProperties",
+    extendedKind.contentType, extendedKind.partName,
+    "<Properties xmlns=\"http://purl.oclc.org/ooxml/officeDocument/extendedProperties\"></Properties>"};
+
+const PartKind& KindOf(PropertyPart::Which which)
+{
+    return which == PropertyPart::Which::Core ? coreKind : extendedKind;
+}
+
+/// The two families of names don't mix in one package.
+bool IsStrict(Package& package)
+{
+    const Relationship* main = package.RelationshipsOf(std::nullopt).FirstOf("officeDocument");
+    return main != nullptr && main->type.starts_with("http://purl.oclc.org/");
+}
+
+std::string_view DefaultPrefix(Ns ns)
+{
+    return ns == Ns::DublinCore ? "dc:" : ns == Ns::CoreProperties ? "cp:" : "";
+}
+
+std::string_view UriOf(Ns ns)
+{
+    return ns == Ns::DublinCore       ? "http://purl.org/dc/elements/1.1/"
+           : ns == Ns::CoreProperties ? "http://schemas.openxmlformats.org/package/2006/metadata/core-properties"
+                                      : "http://schemas.openxmlformats.org/officeDocument/2006/extended-properties";
+}
+
+}  // namespace
+
+PropertyPart::PropertyPart(Package& package, Which which) : package_(package), which_(which)
+{
+    const Relationship* relationship = package.RelationshipsOf(std::nullopt).FirstOf(KindOf(which).relationship);
+    entry_ = package.Follow(std::nullopt, relationship);
+    if (!entry_)
+        return;
+    bytes_ = package.ReadXml(*entry_);
+    const XmlDocument document(bytes_, package.NameOf(*entry_), package.limits());
+    document.ForEachAttribute(document.Root(), [&](std::string_view name, std::string_view value) {
+        if (name == "xmlns")
+            prefixes_.emplace(NamespaceOf(value), "");
+        else if (name.starts_with("xmlns:"))
+            prefixes_.emplace(NamespaceOf(value), std::string(name.substr(6)) + ":");
+    });
+    for (const Node node : document.Root().ChildElements()) {
+        const std::string_view name = node.Name();
+        const std::size_t colon = name.find(':');
+        Element element{};
+        element.ns =
+            document.ResolvePrefix(node, colon == std::string_view::npos ? std::string_view() : name.substr(0, colon));
+        element.localName = colon == std::string_view::npos ? name : name.substr(colon + 1);
+        element.text = document.TextOf(node);
+        element.offset = document.OffsetOf(node);
+        elements_.push_back(std::move(element));
+    }
+}
+
+const PropertyPart::Element* PropertyPart::Find(Ns ns, std::string_view localName) const
+{
+    const auto found = std::ranges::find_if(
+        elements_, [&](const Element& element) { return element.ns == ns && element.localName == localName; });
+    return found == elements_.end() ? nullptr : &*found;
+}
+
+std::optional<String> PropertyPart::Text(Ns ns, std::string_view localName) const
+{
+    const Element* element = Find(ns, localName);
+    return element == nullptr ? std::nullopt : std::optional(element->text);
+}
+
+void PropertyPart::Put(Ns ns, std::string_view localName, const String& text)
+{
+    auto* element = const_cast<Element*>(Find(ns, localName));
+    if (element == nullptr) {
+        if (text.empty())
+            return;
+        elements_.push_back({ns, std::string(localName), text, 0, true, true});
+    } else {
+        if (element->text == text)
+            return;
+        element->text = text;
+        element->changed = true;
+    }
+    changed_ = true;
+}
+
+void PropertyPart::Flush()
+{
+    if (!changed_)
+        return;
+    if (entry_)
+        package_.ReplaceXml(*entry_, EditedBytes());
+    else
+        AddPart();
+}
+
+std::string PropertyPart::EditedBytes() const
+{
+    std::vector<ByteEdit> edits;
+    std::string added;
+    for (const Element& element : elements_) {
+        if (element.isNew) {
+            added += NewElement(element);
+            continue;
+        }
+        if (!element.changed)
+            continue;
+        const ElementRange range = ScanElement(bytes_, element.offset);
+        if (range.IsEmptyTag()) {
+            const std::size_t slash = bytes_.rfind('/', range.end);
+            edits.push_back(
+                {slash, range.end, ">" + EscapePropertyText(element.text) + "</" + std::string(range.name) + ">"});
+        } else {
+            const std::string_view content =
+                std::string_view(bytes_).substr(range.contentBegin, range.contentEnd - range.contentBegin);
+            edits.push_back(
+                {range.contentBegin, range.contentEnd, ReplaceContent(content, element.text, EscapePropertyText)});
+        }
+    }
+    const ElementRange root = ScanElement(bytes_, NextChild(bytes_, 0, bytes_.size()));
+    if (!added.empty() && root.IsEmptyTag())
+        edits.push_back({root.end - 2, root.end, ">" + added + "</" + std::string(root.name) + ">"});
+    else if (!added.empty())
+        edits.push_back({root.contentEnd, root.contentEnd, added});
+    return ApplyEdits(bytes_, std::move(edits));
+}
+
+std::string PropertyPart::NewElement(const Element& element) const
+{
+    std::string prefix(DefaultPrefix(element.ns));
+    std::string binding;
+    if (const auto bound = prefixes_.find(element.ns); bound != prefixes_.end())
+        prefix = bound->second;
+    else if (entry_)
+        binding = (prefix.empty() ? " xmlns" : " xmlns:" + prefix.substr(0, prefix.size() - 1)) + "=\"" +
+                  std::string(UriOf(element.ns)) + "\"";
+    const std::string name = prefix + element.localName;
+    return "<" + name + binding + ">" + EscapePropertyText(element.text) + "</" + name + ">";
+}
+
+/// A file without the part gets one, with its content type and the package's relationship to it.
+void PropertyPart::AddPart()
+{
+    const PartKind& kind = which_ == Which::Extended && IsStrict(package_) ? strictExtendedKind : KindOf(which_);
+    std::string content;
+    for (const Element& element : elements_)
+        content += NewElement(element);
+    std::string bytes = std::string(declaration) + std::string(kind.emptyRoot);
+    bytes.insert(bytes.rfind("</"), content);
+    std::string name(kind.partName);
+    for (int number = 1; package_.Find(name); ++number)  // an entry of that name that nothing points to
+        name = std::string(kind.partName.substr(0, kind.partName.rfind('.'))) + std::to_string(number) + ".xml";
+    if (!added_) {
+        if (package_.Types().TypeOf(name) != kind.contentType) {
+            package_.Types().RemoveOverride(name);
+            package_.Types().AddOverride(name, kind.contentType);
+        }
+        // A package may name one such part only, so that a relationship that leads nowhere is led to the new one.
+        Relationships& root = package_.RelationshipsOf(std::nullopt);
+        const Relationship* dangling = root.FirstOf(kind.relationship);
+        if (dangling != nullptr && !dangling->external)
+            root.PutTarget(dangling->id, name);
+        else
+            root.Add(kind.relationshipType, name);
+        added_ = true;
+    }
+    package_.Add(name, bytes);
+}
+
+}  // namespace tessarine::builtin

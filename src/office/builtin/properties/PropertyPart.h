@@ -1,0 +1,58 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "office/builtin/package/Package.h"
+#include "office/builtin/xml/XmlNamespaces.h"
+
+namespace tessarine::builtin
+{
+
+/// A part whose root holds one element per property: docProps/core.xml (ECMA-376 part 2, 11) or docProps/app.xml
+/// (part 1, 22.2). Absent parts read as unset and are made when something is put.
+class PropertyPart
+{
+public:
+    enum class Which { Core, Extended };
+
+    PropertyPart(Package& package, Which which);
+
+    /// The text of a property, with "_x000d_" and its like decoded; nothing when its element is absent.
+    std::optional<String> Text(Ns ns, std::string_view localName) const;
+
+    /// Sets the text, making the element when it is absent. An empty text for an absent element is no change.
+    void Put(Ns ns, std::string_view localName, const String& text);
+
+    /// Hands the edits to the package.
+    void Flush();
+
+private:
+    struct Element {
+        Ns ns;
+        std::string localName;
+        String text;
+        std::size_t offset = 0;  // of its "<"
+        bool isNew = false;
+        bool changed = false;
+    };
+
+    const Element* Find(Ns ns, std::string_view localName) const;
+    std::string NewElement(const Element& element) const;
+    std::string EditedBytes() const;
+    void AddPart();
+
+    Package& package_;
+    Which which_;
+    std::optional<Package::Entry> entry_;
+    std::string bytes_;  // UTF-8
+    std::vector<Element> elements_;
+    std::map<Ns, std::string> prefixes_;  // bound by the root, with their colon
+    bool changed_ = false;
+    bool added_ = false;
+};
+
+}  // namespace tessarine::builtin

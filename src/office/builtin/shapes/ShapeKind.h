@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "office/builtin/shapes/ShapeTree.h"
+#include "office/builtin/xml/XmlDocument.h"
+
+namespace tessarine::builtin
+{
+
+/// Fills type, placeholder, hasTextFrame and linkId of a shape's record from its element (a child of `p:spTree`), the
+/// way PowerPoint's object model tells them. False for an element that is no shape.
+bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& record);
+
+/// The branch of `mc:AlternateContent` that applies: the first choice whose required namespaces are all understood,
+/// else the fallback, else an empty node (ECMA-376 part 3, 9.3).
+Node ChosenBranch(const XmlDocument& document, Node alternateContent);
+
+/// `p:cNvPr` of a shape element, and `p:nvPr` beside it; empty nodes when absent.
+struct NonVisual {
+    Node drawing;
+    Node application;
+};
+NonVisual NonVisualOf(const XmlDocument& document, Node shape);
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "office/builtin/package/Package.h"
+#include "office/builtin/shapes/ShapeTree.h"
+#include "office/builtin/text/PartText.h"
+#include "office/builtin/xml/XmlEdits.h"
+
+namespace tessarine::builtin
+{
+
+/// A part with a shape tree. Read when first walked, once for the file's life unless it is edited in two ways: a part
+/// holds pending edits of its texts or of its link elements, never of both; beginning the other kind puts the first
+/// into the bytes and reads the part again. Indices of shapes, bodies and links stay the same all the while.
+class ShapeTreePart
+{
+public:
+    ShapeTreePart(Package& package, Package::Entry entry) : package_(package), entry_(entry) {}
+
+    Package::Entry entry() const { return entry_; }
+    Relationships& Links() { return package_.RelationshipsOf(entry_); }
+
+    const std::vector<ShapeRecord>& Shapes() { return Tree().shapes; }
+    const ShapeTree& Read() { return Tree(); }
+
+    /// False only when no shape's text holds what is sought, whatever the case. Much cheaper than reading the shapes.
+    bool MayHold(const SoughtText& sought);
+
+    /// The part's text without structure; null when that can't be had, or not any more since the part was edited.
+    PartText* UnstructuredText();
+    bool IsGathered() const { return isGathered_; }  ///< That text was asked for before, so that it costs nothing now.
+    TextBody& Body(std::int32_t index) { return Tree().bodies[static_cast<std::size_t>(index)]; }
+
+    /// Replaces text of a shape, and of its twin in the other branch of alternate content. Returns the units put in.
+    std::size_t ReplaceText(std::size_t shapeIndex, std::size_t begin, std::size_t length, StringView with);
+    void PutText(std::size_t shapeIndex, StringView text);
+
+    // --- Hyperlinks ---------------------------------------------------------------------------------------------
+
+    /// Hyperlinks that belong to the object model's collection, as indices for the calls below.
+    std::vector<std::size_t> HyperlinkIndices();
+    String HyperlinkAddress(std::size_t link);
+
+    /// Equal to what HyperlinkAddress gives: no change. Empty: the link goes, unless it leads to a place by its
+    /// fragment.
+    void PutHyperlinkAddress(std::size_t link, const String& address);
+
+    // --- Linked objects -----------------------------------------------------------------------------------------
+
+    String LinkSource(const ShapeRecord& shape);
+    void PutLinkSource(std::size_t shapeIndex, const String& source);
+
+    /// Hands the edits to the package.
+    void Flush();
+
+private:
+    /// What is to become of a link's elements in the part.
+    struct LinkChange {
+        bool removed = false;
+        std::optional<std::string> relationshipId;
+        std::optional<std::string> invalidUrl;
+        std::optional<std::string> action;  ///< "" removes the attribute.
+    };
+
+    ShapeTree& Tree();
+    void ReadTree();
+    const std::string& Text();
+    bool HasEditedBodies() const;
+    void FlushTexts();
+    void FlushLinks();
+    void PutEdits(std::vector<ByteEdit> edits);
+    LinkRecord& LinkAt(std::size_t link);  ///< Raises -2147188160 when there is none.
+    LinkChange& Change(std::size_t link);
+    void RemoveLink(std::size_t link);
+    std::size_t& UsesOf(const std::string& relationshipId);
+    std::string RetargetOrClone(const std::string& relationshipId, std::size_t ownUses, std::string target);
+
+    Package& package_;
+    Package::Entry entry_;
+    std::optional<ShapeTree> tree_;
+    std::optional<PartText> partText_;  // as the part was opened
+    bool isGathered_ = false;           // partText_ was tried
+    bool isEdited_ = false;
+    std::string text_;                               // UTF-8, kept while there are edits
+    std::map<std::size_t, LinkChange> linkChanges_;  // by index
+    std::vector<std::size_t> removedLinks_;          // indices of links that are gone from the bytes, ascending
+    std::map<std::string, std::size_t> idUses_;      // by relationship id
+};
+
+}  // namespace tessarine::builtin

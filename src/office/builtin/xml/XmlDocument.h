@@ -1,0 +1,173 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "office/builtin/limits/Limits.h"
+#include "office/builtin/xml/XmlNamespaces.h"
+#include "platform/String.h"
+
+namespace tessarine::builtin
+{
+
+class XmlDocument;
+
+/// An element of a document, or none. Cheap to copy; lives no longer than its document.
+class Node
+{
+public:
+    class Children;
+
+    Node() = default;
+    explicit operator bool() const { return document_ != nullptr; }
+    bool operator==(const Node&) const = default;
+
+    std::string_view Name() const;  ///< Qualified, as written; "" for none.
+    Children ChildElements() const;
+
+private:
+    friend class XmlDocument;
+    Node(const XmlDocument* document, std::uint32_t index) : document_(document), index_(index) {}
+
+    const XmlDocument* document_ = nullptr;
+    std::uint32_t index_ = 0;
+};
+
+/// A part as an index of its elements: where each begins and ends, and which holds which. Names are matched by
+/// namespace, whatever the prefixes. Reading only; edits are made to the bytes.
+///
+/// Made for walking a few elements of many large parts: one pass finds the tags and proves that they are balanced;
+/// attributes and text stay bytes until they are asked for, and nothing is copied.
+class XmlDocument
+{
+public:
+    /// `bytes` is UTF-8 and must outlive the document. Raises -2147023504 for markup that is not well-formed, for a DTD
+    /// (nothing is ever expanded) and when the index would need more memory than the limits allow. `part` names the
+    /// part in failures.
+    XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits);
+    ~XmlDocument();
+    XmlDocument(const XmlDocument&) = delete;
+    XmlDocument& operator=(const XmlDocument&) = delete;
+
+    Node Root() const { return {this, 0}; }
+
+    /// True when the node is an element of this name.
+    bool Is(Node node, Ns ns, std::string_view localName) const;
+
+    /// First child element of that name, or none.
+    Node Child(Node parent, Ns ns, std::string_view localName) const;
+
+    /// The value of an attribute that has no namespace; "" when absent. References are decoded.
+    std::string_view Attribute(Node node, std::string_view name) const;
+
+    /// The value of an attribute in a namespace, such as r:id.
+    std::optional<std::string_view> Attribute(Node node, Ns ns, std::string_view localName) const;
+
+    /// Calls `visit` with the qualified name and the value of each attribute of an element.
+    void ForEachAttribute(Node node, const std::function<void(std::string_view, std::string_view)>& visit) const;
+
+    /// ECMA-376 22.9.2.7: "1", "true" and "on" are true; an absent attribute has its default.
+    bool BooleanAttribute(Node node, std::string_view name, bool absent) const;
+
+    /// The namespace that a prefix stands for at a node.
+    Ns ResolvePrefix(Node node, std::string_view prefix) const;
+
+    /// True when some element's local name begins so, whatever its namespace.
+    bool HasNameBeginning(std::string_view start) const;
+
+    /// Offset of the element's "<" in the bytes.
+    std::size_t OffsetOf(Node node) const { return elements_[node.index_].begin; }
+
+    /// The text of an element: its own character data, CDATA included, comments left out, "_xHHHH_" decoded where it is
+    /// a control character.
+    String TextOf(Node node) const;
+    void AppendTextOf(Node node, String& text) const;
+
+private:
+    friend class Node;
+    friend class Node::Children;
+
+    struct Element {
+        std::uint32_t begin;  // its "<"
+        std::uint32_t nameEnd;
+        std::uint32_t contentBegin;  // behind the ">" of its start tag
+        std::uint32_t contentEnd;    // the "<" of its end tag
+        std::uint32_t end;           // behind its last ">"
+        std::uint32_t parent;
+        std::uint32_t subtreeEnd;  // index behind its last descendant
+    };
+
+    class Indexer;
+
+    std::string_view NameOf(std::uint32_t index) const
+    {
+        const Element& element = elements_[index];
+        return bytes_.substr(element.begin + 1, element.nameEnd - element.begin - 1);
+    }
+    std::string_view Decoded(std::string_view value) const;
+    template <class Visit>
+    void VisitAttributes(std::uint32_t index, Visit&& visit) const;
+
+    std::string_view bytes_;
+    std::vector<Element> elements_;
+    /// The prefix (with its colon) that the root element binds to a namespace; empty when it binds none, or the default
+    /// one, which inner elements often bind anew.
+    std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;
+    Ns default_ = Ns::None;                    // bound by the root element to names without a prefix
+    mutable std::deque<std::string> decoded_;  // attribute values that are not in the bytes as they read
+};
+
+/// The child elements of a node, for a range loop.
+class Node::Children
+{
+public:
+    class Iterator
+    {
+    public:
+        Iterator(const XmlDocument* document, std::uint32_t index) : document_(document), index_(index) {}
+
+        Node operator*() const { return {document_, index_}; }
+        Iterator& operator++()
+        {
+            index_ = document_->elements_[index_].subtreeEnd;
+            return *this;
+        }
+        bool operator==(const Iterator& other) const { return index_ == other.index_; }
+
+    private:
+        const XmlDocument* document_;
+        std::uint32_t index_;
+    };
+
+    Children(const XmlDocument* document, std::uint32_t first, std::uint32_t end)
+        : begin_(document, first), end_(document, end)
+    {
+    }
+
+    Iterator begin() const { return begin_; }
+    Iterator end() const { return end_; }
+
+private:
+    Iterator begin_;
+    Iterator end_;
+};
+
+inline std::string_view Node::Name() const
+{
+    return document_ == nullptr ? std::string_view() : document_->NameOf(index_);
+}
+
+inline Node::Children Node::ChildElements() const
+{
+    if (document_ == nullptr)
+        return {nullptr, 0, 0};
+    return {document_, index_ + 1, document_->elements_[index_].subtreeEnd};
+}
+
+}  // namespace tessarine::builtin

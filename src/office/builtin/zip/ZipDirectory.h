@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "office/builtin/limits/Limits.h"
+#include "platform/RandomAccessFile.h"
+
+namespace tessarine::builtin
+{
+
+/// One entry, as the central directory tells it (the sizes in local headers are often missing and never used).
+struct ZipEntry {
+    std::string_view name;  ///< Raw bytes, in the directory's memory.
+    std::uint16_t flags = 0;
+    std::uint16_t method = 0;
+    std::uint32_t crc = 0;
+    std::uint64_t packedSize = 0;
+    std::uint64_t size = 0;
+    std::uint64_t localHeader = 0;  ///< Offset in the file.
+    std::size_t record = 0;         ///< Offset of its record in ZipDirectory::Records().
+    std::size_t recordSize = 0;
+
+    bool IsEncrypted() const { return (flags & 1) != 0; }
+};
+
+constexpr std::uint16_t zipStored = 0;
+constexpr std::uint16_t zipDeflated = 8;
+
+/// True when the bytes end as a zip file does, whatever they begin with.
+bool HasZipEnd(const RandomAccessBytes& bytes);
+
+/// The central directory of a zip file (PKWARE APPNOTE 4.3): where every entry lies, and the record of each as it
+/// stands in the file, because a save hands on what it does not change.
+///
+/// Bytes in front of the first entry, zip64 and data descriptors are understood. Archives in several pieces are not.
+class ZipDirectory
+{
+public:
+    /// Reads the directory. Raises -2147023504 when there is none or it does not hold together.
+    ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits);
+
+    const std::vector<ZipEntry>& Entries() const { return entries_; }
+    std::string_view Records() const { return records_; }  ///< All central records, as in the file.
+    std::uint64_t Start() const { return start_; }         ///< Offset of the central directory in the file.
+    std::uint64_t Shift() const { return shift_; }  ///< What stored offsets lack against the file's (bytes in front).
+    std::string_view Comment() const { return comment_; }  ///< The archive comment.
+    std::string_view Trailer() const { return trailer_; }  ///< Bytes behind the archive, as padding to whole blocks.
+
+    /// Offset of an entry's packed bytes. Reads its local header; raises -2147023504 when it is not one.
+    static std::uint64_t DataOffset(const RandomAccessBytes& bytes, const ZipEntry& entry);
+
+    /// An entry's packed bytes, read together with its local header; they lie in `buffer`. Raises as DataOffset does.
+    static std::string_view ReadPacked(const RandomAccessBytes& bytes, const ZipEntry& entry, std::string& buffer);
+
+private:
+    void ReadRecords(std::uint64_t count);
+
+    std::string records_;
+    std::string comment_;
+    std::string trailer_;
+    std::vector<ZipEntry> entries_;
+    std::uint64_t start_ = 0;
+    std::uint64_t shift_ = 0;
+    std::uint64_t fileSize_ = 0;
+};
+
+}  // namespace tessarine::builtin

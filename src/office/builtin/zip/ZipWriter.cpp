@@ -1,0 +1,274 @@
+#include "office/builtin/zip/ZipWriter.h"
+
+#include <algorithm>
+#include <numeric>
+#include <span>
+
+#include "office/builtin/limits/Damage.h"
+#include "office/builtin/zip/Deflate.h"
+#include "office/builtin/zip/ZipFormat.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+using namespace zip;
+
+/// The new place and sizes of an entry that was written anew, or the new place alone of one that was copied.
+struct Placed {
+    std::uint64_t localHeader = 0;
+    bool rewritten = false;
+    std::uint32_t crc = 0;
+    std::uint64_t packedSize = 0;
+    std::uint64_t size = 0;
+};
+
+class Writer
+{
+public:
+    Writer(const RandomAccessBytes& source, const ZipDirectory& directory, const ZipChanges& changes,
+           ReplacementFile& target)
+        : source_(source),
+          directory_(directory),
+          changes_(changes),
+          target_(target),
+          placed_(directory.Entries().size())
+    {
+    }
+
+    void Write()
+    {
+        WriteEntries();
+        WriteAdded();
+        if (target_.Position() >= in64)
+            throw Failure(FailureNumber::BadFormat, u"The presentation would grow beyond 4 GiB");
+        WriteDirectory();
+    }
+
+private:
+    void Put(std::string_view bytes) { target_.Write(std::as_bytes(std::span(bytes))); }
+
+    std::string ReadSource(std::uint64_t offset, std::uint64_t length) const
+    {
+        std::string bytes(length, '\0');
+        source_.Read(offset, std::as_writable_bytes(std::span(bytes)));
+        return bytes;
+    }
+
+    /// Entries in the order of the file, each with all bytes up to the next one; neighbours that stay are copied in one
+    /// go.
+    void WriteEntries()
+    {
+        const auto& entries = directory_.Entries();
+        std::vector<std::size_t> order(entries.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::ranges::stable_sort(order, {}, [&](std::size_t i) { return entries[i].localHeader; });
+
+        std::uint64_t copiedTo = 0;  // everything of the source before this is written, or meant to be left out
+        std::uint64_t pendingFrom = 0;
+        const auto flushPending = [&](std::uint64_t to) {
+            if (to > pendingFrom)
+                target_.CopyFrom(source_, pendingFrom, to - pendingFrom);
+        };
+        for (std::size_t k = 0; k < order.size(); ++k) {
+            const std::size_t i = order[k];
+            const std::uint64_t start = entries[i].localHeader;
+            const std::uint64_t next = k + 1 < order.size() ? entries[order[k + 1]].localHeader : directory_.Start();
+            if (start < copiedTo || ZipDirectory::DataOffset(source_, entries[i]) + entries[i].packedSize > next)
+                throw Damage(entries[i].name, "it overlaps another entry", start);
+            copiedTo = start + 1;
+
+            const auto replacement = changes_.replaced.find(i);
+            if (replacement == changes_.replaced.end() && !changes_.removed.contains(i)) {
+                placed_[i].localHeader = target_.Position() + (start - pendingFrom);
+                continue;
+            }
+            flushPending(start);
+            pendingFrom = next;
+            if (replacement != changes_.replaced.end())
+                WriteReplaced(i, replacement->second);
+        }
+        flushPending(directory_.Start());
+    }
+
+    /// The old local header with new sizes. The descriptor that may have followed the data goes, as the header can tell
+    /// the sizes now.
+    void WriteReplaced(std::size_t i, const std::string& content)
+    {
+        const ZipEntry& entry = directory_.Entries()[i];
+        const std::uint64_t data = ZipDirectory::DataOffset(source_, entry);
+        std::string header = ReadSource(entry.localHeader, data - entry.localHeader);
+        const std::string packed = entry.method == zipStored ? content : Deflate(content);
+        Placed& place = placed_[i];
+        place = {target_.Position(), true, Crc32(content), packed.size(), content.size()};
+
+        const auto flags = static_cast<std::uint16_t>(Get<std::uint16_t>(header, local::flags) & ~flagDataDescriptor);
+        zip::Put<std::uint16_t>(header, local::flags, flags);
+        zip::Put<std::uint32_t>(header, local::crc, place.crc);
+        zip::Put<std::uint32_t>(header, local::packedSize, static_cast<std::uint32_t>(place.packedSize));
+        zip::Put<std::uint32_t>(header, local::size, static_cast<std::uint32_t>(place.size));
+        DropZip64Field(header, localSize + Get<std::uint16_t>(header, local::nameLength), local::extraLength);
+        Put(header);
+        Put(packed);
+    }
+
+    /// Removes the zip64 field from the extra fields of a header: parts fit into 32 bits, and a field without values is
+    /// refused by readers.
+    static void DropZip64Field(std::string& header, std::size_t extraStart, std::size_t lengthField)
+    {
+        std::size_t length = Get<std::uint16_t>(header, lengthField);
+        std::size_t at = extraStart;
+        while (at + 4 <= extraStart + length) {
+            const std::size_t field = 4 + std::size_t{Get<std::uint16_t>(header, at + 2)};
+            if (at + field > extraStart + length)
+                return;
+            if (Get<std::uint16_t>(header, at) == extraZip64) {
+                header.erase(at, field);
+                length -= field;
+                zip::Put<std::uint16_t>(header, lengthField, static_cast<std::uint16_t>(length));
+            } else {
+                at += field;
+            }
+        }
+    }
+
+    void WriteAdded()
+    {
+        // Dates of the epoch of zip: a new part has no old date to keep, and the result depends on the input alone.
+        constexpr std::uint16_t version = 20;
+        constexpr std::uint16_t utf8Names = 0x0800;
+        constexpr std::uint16_t firstOfJanuary1980 = 0x0021;
+        for (const auto& [name, content] : changes_.added) {
+            const std::string packed = Deflate(content);
+            const std::uint64_t localHeader = target_.Position();
+
+            std::string common;  // the fields that both kinds of header share
+            Append<std::uint16_t>(common, version);
+            Append<std::uint16_t>(common, utf8Names);
+            Append<std::uint16_t>(common, zipDeflated);
+            Append<std::uint16_t>(common, std::uint16_t{0});
+            Append<std::uint16_t>(common, firstOfJanuary1980);
+            Append<std::uint32_t>(common, Crc32(content));
+            Append<std::uint32_t>(common, static_cast<std::uint32_t>(packed.size()));
+            Append<std::uint32_t>(common, static_cast<std::uint32_t>(content.size()));
+            Append<std::uint16_t>(common, static_cast<std::uint16_t>(name.size()));
+            Append<std::uint16_t>(common, std::uint16_t{0});
+
+            std::string header;
+            Append<std::uint32_t>(header, localSignature);
+            Put(header + common + name);
+            Put(packed);
+
+            Append<std::uint32_t>(addedRecords_, centralSignature);
+            Append<std::uint16_t>(addedRecords_, version);
+            addedRecords_ += common;
+            addedRecords_.append(10, '\0');  // comment length, disk, internal and external attributes
+            Append<std::uint32_t>(addedRecords_, static_cast<std::uint32_t>(localHeader));
+            addedRecords_ += name;
+        }
+    }
+
+    void WriteDirectory()
+    {
+        const std::uint64_t start = target_.Position();
+        std::uint64_t count = changes_.added.size();
+        const auto& entries = directory_.Entries();
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (changes_.removed.contains(i))
+                continue;
+            Put(RecordOf(entries[i], placed_[i]));
+            ++count;
+        }
+        Put(addedRecords_);
+        WriteEnd(start, target_.Position() - start, count);
+    }
+
+    std::string RecordOf(const ZipEntry& entry, const Placed& place) const
+    {
+        std::string record(directory_.Records().substr(entry.record, entry.recordSize));
+        if (place.rewritten) {
+            DropZip64Field(record, centralSize + entry.name.size(), central::extraLength);
+            zip::Put<std::uint16_t>(record, central::flags,
+                                    static_cast<std::uint16_t>(entry.flags & ~flagDataDescriptor));
+            zip::Put<std::uint32_t>(record, central::crc, place.crc);
+            zip::Put<std::uint32_t>(record, central::packedSize, static_cast<std::uint32_t>(place.packedSize));
+            zip::Put<std::uint32_t>(record, central::size, static_cast<std::uint32_t>(place.size));
+            zip::Put<std::uint32_t>(record, central::localHeader, static_cast<std::uint32_t>(place.localHeader));
+        } else if (Get<std::uint32_t>(record, central::localHeader) != in64) {
+            zip::Put<std::uint32_t>(record, central::localHeader, static_cast<std::uint32_t>(place.localHeader));
+        } else {
+            PutOffset64(record, entry, place.localHeader);
+        }
+        return record;
+    }
+
+    /// The offset stands behind the sizes in the zip64 field, as far as these are there.
+    static void PutOffset64(std::string& record, const ZipEntry& entry, std::uint64_t offset)
+    {
+        const std::size_t extraStart = centralSize + entry.name.size();
+        const std::size_t extraEnd = extraStart + Get<std::uint16_t>(record, central::extraLength);
+        for (std::size_t at = extraStart; at + 4 <= extraEnd;
+             at += 4 + std::size_t{Get<std::uint16_t>(record, at + 2)}) {
+            if (Get<std::uint16_t>(record, at) != extraZip64)
+                continue;
+            std::size_t value = at + 4;
+            value += Get<std::uint32_t>(record, central::size) == in64 ? 8 : 0;
+            value += Get<std::uint32_t>(record, central::packedSize) == in64 ? 8 : 0;
+            if (value + 8 <= extraEnd)
+                zip::Put<std::uint64_t>(record, value, offset);
+            return;
+        }
+    }
+
+    void WriteEnd(std::uint64_t start, std::uint64_t size, std::uint64_t count)
+    {
+        std::string end;
+        const bool needs64 = count >= count64 || start >= in64 || size >= in64;
+        if (needs64) {
+            const std::uint64_t end64At = target_.Position();
+            Append<std::uint32_t>(end, end64Signature);
+            Append<std::uint64_t>(end, end64Size - 12);
+            Append<std::uint16_t>(end, std::uint16_t{45});
+            Append<std::uint16_t>(end, std::uint16_t{45});
+            end.append(8, '\0');
+            Append<std::uint64_t>(end, count);
+            Append<std::uint64_t>(end, count);
+            Append<std::uint64_t>(end, size);
+            Append<std::uint64_t>(end, start);
+            Append<std::uint32_t>(end, end64LocatorSignature);
+            Append<std::uint32_t>(end, std::uint32_t{0});
+            Append<std::uint64_t>(end, end64At);
+            Append<std::uint32_t>(end, std::uint32_t{1});
+        }
+        const auto count16 = static_cast<std::uint16_t>(std::min<std::uint64_t>(count, count64));
+        Append<std::uint32_t>(end, endSignature);
+        end.append(4, '\0');
+        Append<std::uint16_t>(end, count16);
+        Append<std::uint16_t>(end, count16);
+        Append<std::uint32_t>(end, static_cast<std::uint32_t>(std::min<std::uint64_t>(size, in64)));
+        Append<std::uint32_t>(end, static_cast<std::uint32_t>(std::min<std::uint64_t>(start, in64)));
+        Append<std::uint16_t>(end, static_cast<std::uint16_t>(directory_.Comment().size()));
+        end += directory_.Comment();
+        end += directory_.Trailer();
+        Put(end);
+    }
+
+    const RandomAccessBytes& source_;
+    const ZipDirectory& directory_;
+    const ZipChanges& changes_;
+    ReplacementFile& target_;
+    std::vector<Placed> placed_;
+    std::string addedRecords_;
+};
+
+}  // namespace
+
+void WriteZip(const RandomAccessBytes& source, const ZipDirectory& directory, const ZipChanges& changes,
+              ReplacementFile& target)
+{
+    Writer(source, directory, changes, target).Write();
+}
+
+}  // namespace tessarine::builtin
