@@ -53,7 +53,7 @@ String DefaultProjectPath()
 bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider)
 {
     constexpr std::int32_t cannotCreate = 429;
-    const std::int32_t failure = Skip([&] { Set(provider)->CreateApplication()->Quit(); });
+    const std::int32_t failure = Skip([&] { NotNull(provider)->CreateApplication()->Quit(); });
     if (failure == 0)
         return true;
     ShowMessage(GetLngString(u"global msg", failure == cannotCreate ? u"1028" : u"1029"), MessageIcon::Critical);

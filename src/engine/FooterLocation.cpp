@@ -22,7 +22,7 @@ std::int32_t SearchFunctions::Footer()
                 body();
         };
 
-        const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
+        const auto walk = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
         while (true) {
             CurrentSlide.reset();
             statement([&] { CurrentSlide = walk->Next(); });
@@ -30,11 +30,11 @@ std::int32_t SearchFunctions::Footer()
                 return total;
 
             std::shared_ptr<powerpoint::HeaderFooter> footer;
-            statement([&] { footer = Set(CurrentSlide->HeadersFooters())->Footer(); });
+            statement([&] { footer = NotNull(CurrentSlide->HeadersFooters())->Footer(); });
             ignoresFailures = true;
 
             const std::int32_t number = Skip([&] {
-                const String text = FindandReplace(count, mItem, Set(footer)->Text(), true);
+                const String text = FindandReplace(count, mItem, NotNull(footer)->Text(), true);
                 if (!mIsFindOnly)
                     footer->PutText(text);
             });

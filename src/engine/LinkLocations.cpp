@@ -12,14 +12,14 @@ std::int32_t SearchFunctions::olelinks()
     return RaiseOn(u"olelinks", u"olelinks", SearchPlace, [&] {
         std::int32_t total = 0;
         std::int32_t count = 0;
-        const auto slides = Set(Set(xPresentation)->Slides())->NewEnum();
+        const auto slides = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
         // No Yield and no delivery of events in this walk. This is intended.
         while ((CurrentSlide = slides->Next())) {
-            const auto shapes = Set(CurrentSlide->Shapes())->NewEnum();
+            const auto shapes = NotNull(CurrentSlide->Shapes())->NewEnum();
             while ((CurrentShape = shapes->Next())) {
                 if (CurrentShape->Type() != powerpoint::msoLinkedOLEObject)
                     continue;
-                const auto link = Set(CurrentShape->LinkFormat());
+                const auto link = NotNull(CurrentShape->LinkFormat());
                 const String source = FindandReplace(count, mItem, link->SourceFullName(), true);
                 // Written back whether anything was found or not. This is intended.
                 if (!mIsFindOnly)

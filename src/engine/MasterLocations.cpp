@@ -54,10 +54,10 @@ std::int32_t SearchFunctions::SlidesMasterPerSlide()
         mCounter = 0;
         std::int32_t total = 0;
         DesignNames designNames;
-        const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
+        const auto walk = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
         while ((CurrentSlide = walk->Next())) {
-            if (designNames.Add(Set(CurrentSlide->Design())->Name()))
-                SearchShapes(Set(Set(CurrentSlide->Design())->SlideMaster())->Shapes(), perSlideRule, total);
+            if (designNames.Add(NotNull(CurrentSlide->Design())->Name()))
+                SearchShapes(NotNull(NotNull(CurrentSlide->Design())->SlideMaster())->Shapes(), perSlideRule, total);
         }
         return total;
     });
@@ -68,9 +68,9 @@ std::int32_t SearchFunctions::SlidesMasterPerPresentation()
     return RaiseOn(u"SlidesMasterPerPresentation", u"SlidesMasterPerPresentation ", SearchPlace, [&] {
         mCounter = 0;
         std::int32_t total = 0;
-        const auto walk = Set(Set(xPresentation)->Designs())->NewEnum();
+        const auto walk = NotNull(NotNull(xPresentation)->Designs())->NewEnum();
         while (const auto design = walk->Next())
-            SearchShapes(Set(design->SlideMaster())->Shapes(), perPresentationRule, total);
+            SearchShapes(NotNull(design->SlideMaster())->Shapes(), perPresentationRule, total);
         return total;
     });
 }
@@ -79,10 +79,10 @@ std::int32_t SearchFunctions::TitleMaster()
 {
     return RaiseOn(u"TitleMaster", u"TitleMaster ", SearchPlace, [&] {
         std::int32_t total = 0;
-        const auto walk = Set(Set(xPresentation)->Designs())->NewEnum();
+        const auto walk = NotNull(NotNull(xPresentation)->Designs())->NewEnum();
         while (const auto design = walk->Next()) {
             if (design->HasTitleMaster() != powerpoint::msoFalse)
-                SearchShapes(Set(design->TitleMaster())->Shapes(), titleMasterRule, total);
+                SearchShapes(NotNull(design->TitleMaster())->Shapes(), titleMasterRule, total);
         }
         return total;
     });
@@ -92,7 +92,7 @@ std::int32_t SearchFunctions::NotesMaster()
 {
     return RaiseOn(u"NotesMaster", u"NotesMaster ", SearchPlace, [&] {
         std::int32_t total = 0;
-        SearchShapes(Set(Set(xPresentation)->NotesMaster())->Shapes(), notesMasterRule, total);
+        SearchShapes(NotNull(NotNull(xPresentation)->NotesMaster())->Shapes(), notesMasterRule, total);
         SearchHeaderAndFooterOfNotesMaster(total);
         return total;
     });
@@ -102,10 +102,10 @@ std::int32_t SearchFunctions::HandoutMaster()
 {
     return RaiseOn(u"HandoutMaster", u"HandoutMaster", SearchPlace, [&] {
         std::int32_t total = 0;
-        SearchShapes(Set(Set(xPresentation)->HandoutMaster())->Shapes(), handoutMasterRule, total);
+        SearchShapes(NotNull(NotNull(xPresentation)->HandoutMaster())->Shapes(), handoutMasterRule, total);
         // Header and footer are those of the notes master, so they are left to NotesMaster when that is searched too;
         // the handout master's own are never read. This is intended.
-        if (!Set(Set(mItem)->OptionSetting)->InNotesMaster)
+        if (!NotNull(NotNull(mItem)->OptionSetting)->InNotesMaster)
             SearchHeaderAndFooterOfNotesMaster(total);
         return total;
     });
@@ -113,7 +113,7 @@ std::int32_t SearchFunctions::HandoutMaster()
 
 void SearchFunctions::SearchHeaderAndFooterOfNotesMaster(std::int32_t& total)
 {
-    const auto headersFooters = Set(Set(Set(xPresentation)->NotesMaster())->HeadersFooters());
+    const auto headersFooters = NotNull(NotNull(NotNull(xPresentation)->NotesMaster())->HeadersFooters());
     std::int32_t count = 0;
     const auto search = [&](powerpoint::HeaderFooter& headerFooter) {
         const String text = FindandReplace(count, mItem, headerFooter.Text(), true);
@@ -123,8 +123,8 @@ void SearchFunctions::SearchHeaderAndFooterOfNotesMaster(std::int32_t& total)
         if (count != -1)
             total = CheckedSum(total, count);
     };
-    search(*Set(headersFooters->Header()));
-    search(*Set(headersFooters->Footer()));
+    search(*NotNull(headersFooters->Header()));
+    search(*NotNull(headersFooters->Footer()));
 }
 
 }  // namespace tessarine

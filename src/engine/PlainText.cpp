@@ -72,8 +72,8 @@ String SearchFunctions::FindandReplace(std::int32_t& vFindCount, const std::shar
                                        const String& vText, bool vIsReplace)
 {
     return LogAndReturn({u"FindandReplace", SearchPlace}, [&] {
-        const FindAndReplaceItem& item = *Set(vItem);
-        const std::int32_t compare = Set(item.OptionSetting)->MatchCase ? compareExact : compareText;
+        const FindAndReplaceItem& item = *NotNull(vItem);
+        const std::int32_t compare = NotNull(item.OptionSetting)->MatchCase ? compareExact : compareText;
         vFindCount = -1;
         // Copies: the user may change the pair while the walk lets events through.
         const String find = item.FindWhat;

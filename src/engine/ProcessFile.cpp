@@ -47,7 +47,7 @@ std::shared_ptr<CounterStatuses> UnsearchedResults(const FindAndReplaceItems& it
 {
     auto results = std::make_shared<CounterStatuses>();
     for (const auto& item : items.NewEnum()) {
-        current = Set(item);
+        current = NotNull(item);
         results->Add(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, FileStatus::NothingCounted,
                      current->FindWhat, current->ReplaceWith, {});
     }
@@ -61,12 +61,12 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& /*pa
                                                               const std::shared_ptr<OptionSetting>& /*vOptionSetting*/)
 {
     return RaiseOn(u"ProcessFile", u"ProcessFile", SearchPlace, [&] {
-        const auto results = UnsearchedResults(*Set(mItems), mItem);
+        const auto results = UnsearchedResults(*NotNull(mItems), mItem);
         std::int32_t itemIndex = 1;
         std::int32_t runningCount = 0;
         for (const auto& item : mItems->NewEnum()) {
             mItem = item;
-            const auto status = Set(results->Item(itemIndex));
+            const auto status = NotNull(results->Item(itemIndex));
             ProcessItem(*status, runningCount);
             if (status->FileStausAfterProcess == FileStatus::Counted)
                 results->FileStausAfterProcess = FileStatus::Counted;
@@ -75,15 +75,15 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& /*pa
         }
         // A replace run saves every file, changed or not. This is intended.
         if (!mIsFindOnly)
-            Set(xPresentation)->Save();
-        Set(xPresentation)->Close();
+            NotNull(xPresentation)->Save();
+        NotNull(xPresentation)->Close();
         return results;
     });
 }
 
 void SearchFunctions::ProcessItem(CounterStatus& status, std::int32_t& runningCount)
 {
-    const auto options = Set(mItem)->OptionSetting;
+    const auto options = NotNull(mItem)->OptionSetting;
     if (!options)
         throw Failure(FailureNumber::TypeMismatch, u"Type mismatch: the find/replace item has no search options");
     MatchCaseFlag = options->MatchCase ? 1 : 0;

@@ -14,10 +14,10 @@ std::int32_t SearchFunctions::BuiltinProperties()
     return RaiseOn(u"BuiltinProperties", u"BuiltinProperties ", SearchPlace, [&] {
         std::int32_t total = 0;
         std::int32_t count = 0;
-        const auto bound = Checked<std::int16_t>(Set(Set(xPresentation)->BuiltInDocumentProperties())->Count());
+        const auto bound = Checked<std::int16_t>(NotNull(NotNull(xPresentation)->BuiltInDocumentProperties())->Count());
         for (std::int32_t index = 1; index <= bound; ++index) {
             std::shared_ptr<powerpoint::DocumentProperty> property;
-            const auto fetch = [&] { property = Set(xPresentation->BuiltInDocumentProperties())->Item(index); };
+            const auto fetch = [&] { property = NotNull(xPresentation->BuiltInDocumentProperties())->Item(index); };
             // Only the first property's failure counts; from there on failures are passed over.
             if (index == 1)
                 fetch();
@@ -27,7 +27,7 @@ std::int32_t SearchFunctions::BuiltinProperties()
             // One statement: when the value can't be read, `count` keeps what the property before gave, and that is
             // added once more. This is intended.
             Skip([&] {
-                const String text = FindandReplace(count, mItem, TextOf(Set(property)->Value()), true);
+                const String text = FindandReplace(count, mItem, TextOf(NotNull(property)->Value()), true);
                 if (!mIsFindOnly)
                     property->PutValue(text);
             });
@@ -44,11 +44,11 @@ std::int32_t SearchFunctions::CustomProperties()
     return RaiseOn(u"CustomProperties", u"CustomProperties ", SearchPlace, [&] {
         std::int32_t total = 0;
         std::int32_t count = 0;
-        const auto bound = Checked<std::int16_t>(Set(Set(xPresentation)->CustomDocumentProperties())->Count());
+        const auto bound = Checked<std::int16_t>(NotNull(NotNull(xPresentation)->CustomDocumentProperties())->Count());
         for (std::int32_t index = 1; index <= bound; ++index) {
-            const auto property = Set(Set(xPresentation->CustomDocumentProperties())->Item(index));
+            const auto property = NotNull(NotNull(xPresentation->CustomDocumentProperties())->Item(index));
             // The mode comes from the pair's project, not from mIsFindOnly. This is intended.
-            const bool isFindOnly = Set(Set(Set(mItem)->Project)->options)->IsFindOnly;
+            const bool isFindOnly = NotNull(NotNull(NotNull(mItem)->Project)->options)->IsFindOnly;
             const String text = FindandReplace(count, mItem, TextOf(property->Value()), true);
             if (!isFindOnly && count >= 1)
                 property->PutValue(text);

@@ -32,9 +32,9 @@ void SearchFunctions::UpdateISO9001Version(const String& vRevisionProperty,
     LogAndReturn({u"UpdateISO9001Version", SearchPlace}, [&] {
         const String name = ToUpper(vRevisionProperty);
         const std::optional<double> increment = NumberFromText(vRevisionDocumentPropertyIncrimentedBy);
-        const auto bound = Checked<std::int16_t>(Set(Set(xPresentation)->CustomDocumentProperties())->Count());
+        const auto bound = Checked<std::int16_t>(NotNull(NotNull(xPresentation)->CustomDocumentProperties())->Count());
         const auto property = [&](std::int32_t index) {
-            return Set(Set(xPresentation->CustomDocumentProperties())->Item(index));
+            return NotNull(NotNull(xPresentation->CustomDocumentProperties())->Item(index));
         };
         // No early exit: every property of that name is updated.
         for (std::int32_t index = 1; index <= bound; ++index) {

@@ -12,14 +12,14 @@ void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& sh
 {
     // Where nothing can be found there is nothing to wait for either: one delivery of events stands for the walk. A run
     // that is to spare the processor keeps its pace.
-    if (!mCPUUsage && !Set(shapes)->MayHoldText(Set(mItem)->FindWhat)) {
+    if (!mCPUUsage && !NotNull(shapes)->MayHoldText(NotNull(mItem)->FindWhat)) {
         DeliverPendingEvents();
         return;
     }
-    const auto walk = Set(shapes)->NewEnum();
+    const auto walk = NotNull(shapes)->NewEnum();
     while ((CurrentShape = walk->Next())) {
         if (rule.AcceptsType(CurrentShape->Type()) && rule.AcceptsTextFrame(CurrentShape->HasTextFrame()))
-            total = CheckedSum(total, SearchFunction(Set(CurrentShape->TextFrame())->TextRange()));
+            total = CheckedSum(total, SearchFunction(NotNull(CurrentShape->TextFrame())->TextRange()));
         if (rule.between == ShapeRule::Between::Yield)
             Yield();
         else

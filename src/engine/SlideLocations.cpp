@@ -24,8 +24,8 @@ constexpr ShapeRule notesRule{ShapeRule::Types::AutoShapeTextBoxAndPlaceholder, 
 std::int32_t SearchFunctions::SearchShapesOfSlides(const ShapeRule& rule)
 {
     std::int32_t total = 0;
-    const auto slides = Set(Set(xPresentation)->Slides());
-    if (!mCPUUsage && !slides->MayHoldText(Set(mItem)->FindWhat)) {
+    const auto slides = NotNull(NotNull(xPresentation)->Slides());
+    if (!mCPUUsage && !slides->MayHoldText(NotNull(mItem)->FindWhat)) {
         DeliverPendingEvents();
         return total;
     }
@@ -53,13 +53,13 @@ std::int32_t SearchFunctions::Notes()
 {
     return RaiseOn(u"Notes", u"Notes ", SearchPlace, [&] {
         std::int32_t total = 0;
-        if (!mCPUUsage && !Set(xPresentation)->NotesMayHoldText(Set(mItem)->FindWhat)) {
+        if (!mCPUUsage && !NotNull(xPresentation)->NotesMayHoldText(NotNull(mItem)->FindWhat)) {
             DeliverPendingEvents();
             return total;
         }
-        const auto walk = Set(Set(xPresentation)->Slides())->NewEnum();
+        const auto walk = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
         while ((CurrentSlide = walk->Next()))
-            SearchShapes(Set(CurrentSlide->NotesPage())->Shapes(), notesRule, total);
+            SearchShapes(NotNull(CurrentSlide->NotesPage())->Shapes(), notesRule, total);
         return total;
     });
 }
@@ -69,9 +69,9 @@ std::int32_t SearchFunctions::Hyperlinks()
     return RaiseOn(u"Hyperlinks", u"Hyperlinks", SearchPlace, [&] {
         mCounter = 0;
         std::int32_t total = 0;
-        const auto slides = Set(Set(xPresentation)->Slides())->NewEnum();
+        const auto slides = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
         while ((CurrentSlide = slides->Next())) {
-            const auto hyperlinks = Set(CurrentSlide->Hyperlinks())->NewEnum();
+            const auto hyperlinks = NotNull(CurrentSlide->Hyperlinks())->NewEnum();
             while (const auto hyperlink = hyperlinks->Next()) {
                 const String address = FindandReplace(mCounter, mItem, hyperlink->Address(), true);
                 // Written back whether anything was found or not. This is intended.

@@ -12,8 +12,8 @@ std::int32_t SearchFunctions::SearchFunction(const std::shared_ptr<powerpoint::T
 {
     // A failure gives 0, also when occurrences had been counted before. This is intended.
     return LogAndReturn({u"SearchFunction", SearchPlace}, [&] {
-        return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *Set(textRange))
-                           : ReplaceInTextRange<std::int32_t>(*this, *Set(textRange));
+        return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *NotNull(textRange))
+                           : ReplaceInTextRange<std::int32_t>(*this, *NotNull(textRange));
     });
 }
 

@@ -18,7 +18,7 @@ Count FindInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
     Count count = 0;
     std::int32_t After = 0;
     while (true) {
-        const FindAndReplaceItem& item = *Set(engine.mItem);
+        const FindAndReplaceItem& item = *NotNull(engine.mItem);
         const auto hit = textRange.Find(item.FindWhat, After, engine.MatchCaseFlag, engine.WholeWordsFlag);
         if (!hit)
             return count;
@@ -36,7 +36,7 @@ Count ReplaceInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRan
     Count count = 0;
     std::int32_t After = 0;
     while (true) {
-        const FindAndReplaceItem& item = *Set(engine.mItem);
+        const FindAndReplaceItem& item = *NotNull(engine.mItem);
         const auto hit =
             textRange.Replace(item.FindWhat, item.ReplaceWith, After, engine.MatchCaseFlag, engine.WholeWordsFlag);
         if (!hit)

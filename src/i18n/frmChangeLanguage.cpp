@@ -137,7 +137,7 @@ void frmChangeLanguage::cmdOK_Click()
     LogAndReturn({u"cmdOK_Click", place}, [this] {
         const String chosen = FromQt(cboLanguage->currentText());
         CurrentLanguageFile = chosen + String(extension);
-        Set(CurrentProject)->CustomProperies->Add(u"LANG", chosen);
+        NotNull(CurrentProject)->CustomProperies->Add(u"LANG", chosen);
         SaveSetting(String(ExecutableName), u"INIFILE", u"PATH", CurrentLanguageFile);
         hide();
         LanguageChanged.Raise();

@@ -53,17 +53,17 @@ String TextsThatAreOn(const Flag (&flags)[count], const OptionSetting& setting)
 
 String CreateLocationString(const FindAndReplaceItem& item)
 {
-    return TextsThatAreOn(locations, *Set(item.OptionSetting));
+    return TextsThatAreOn(locations, *NotNull(item.OptionSetting));
 }
 
 String CreateOptionStrin(const FindAndReplaceItem& item)
 {
-    return TextsThatAreOn(options, *Set(item.OptionSetting));
+    return TextsThatAreOn(options, *NotNull(item.OptionSetting));
 }
 
 String CreateSearchType(const FindAndReplaceItem& item)
 {
-    return SearchMethodText(Set(item.OptionSetting)->SearchMethod);
+    return SearchMethodText(NotNull(item.OptionSetting)->SearchMethod);
 }
 
 }  // namespace tessarine

@@ -49,12 +49,12 @@ bool EqualsTrue(const excel::Value& value)
 
 excel::Value ValueAt(excel::Range& cells, std::int32_t row, std::int32_t column)
 {
-    return Set(cells.Item(row, column))->Value();
+    return NotNull(cells.Item(row, column))->Value();
 }
 
 void PutAt(excel::Range& cells, std::int32_t row, std::int32_t column, const excel::Value& value)
 {
-    Set(cells.Item(row, column))->PutValue(value);
+    NotNull(cells.Item(row, column))->PutValue(value);
 }
 
 }  // namespace
@@ -88,10 +88,10 @@ void FindAndReplaceItems::Import(const String& path, bool& isAccepted)
     }
 
     application_ = excel::CreateApplication();
-    workbook_ = Set(Set(application_)->Workbooks())->Open(path);
-    worksheet_ = Set(Set(workbook_)->Sheets())->Item(1);
-    const auto usedRange = Set(Set(worksheet_)->UsedRange());
-    const std::int32_t columns = Set(usedRange->Columns())->Count();
+    workbook_ = NotNull(NotNull(application_)->Workbooks())->Open(path);
+    worksheet_ = NotNull(NotNull(workbook_)->Sheets())->Item(1);
+    const auto usedRange = NotNull(NotNull(worksheet_)->UsedRange());
+    const std::int32_t columns = NotNull(usedRange->Columns())->Count();
     if (columns != ListColumnCount) {
         // The workbook stays open and the application running. This is intended.
         ImportRefusal = ListRefusal{.reason = Reason::ColumnCount, .columns = columns};
@@ -101,8 +101,8 @@ void FindAndReplaceItems::Import(const String& path, bool& isAccepted)
     // Before the header is read, so that a bad one leaves an empty list. This is intended.
     if (!KeepExistingItems)
         items_ = {};
-    const auto rows = Checked<std::int16_t>(Set(usedRange->Rows())->Count());
-    const auto cells = Set(worksheet_->Cells());
+    const auto rows = Checked<std::int16_t>(NotNull(usedRange->Rows())->Count());
+    const auto cells = NotNull(worksheet_->Cells());
     std::shared_ptr<Project> owner;
     for (std::int32_t row = 1; row <= rows; ++row) {
         if (row == 1) {
@@ -154,9 +154,9 @@ void FindAndReplaceItems::ExportsList(const String& vFilepath)
         if (!isText)
             return;
         // A text has no workbook, so this fails behind a complete file. This is intended.
-        Set(workbook_)->Save();
+        NotNull(workbook_)->Save();
         workbook_->Close(excel::xlDoNotSaveChanges);
-        Set(application_)->Quit();
+        NotNull(application_)->Quit();
     });
 }
 
@@ -185,11 +185,11 @@ bool FindAndReplaceItems::Export(const String& path)
 void FindAndReplaceItems::ExportWorkbook(const String& path)
 {
     application_ = excel::CreateApplication();
-    Set(application_)->PutDisplayAlerts(false);
-    workbook_ = Set(application_->Workbooks())->Add();
-    worksheet_ = Set(workbook_)->ActiveSheet();
+    NotNull(application_)->PutDisplayAlerts(false);
+    workbook_ = NotNull(application_->Workbooks())->Add();
+    worksheet_ = NotNull(workbook_)->ActiveSheet();
 
-    const auto cells = Set(Set(worksheet_)->Cells());
+    const auto cells = NotNull(NotNull(worksheet_)->Cells());
     std::int32_t column = 1;
     for (const char16_t* header : ListHeaders)
         PutAt(*cells, 1, column++, String(header));
@@ -199,7 +199,7 @@ void FindAndReplaceItems::ExportWorkbook(const String& path)
         PutAt(*cells, row, ReplaceWithColumn, item->ReplaceWith);
         column = FirstSwitchColumn;
         for (const OptionKey& key : std::span(OptionKeys).first<ListSwitchCount>())
-            PutAt(*cells, row, column++, *Set(item->OptionSetting).*key.field);
+            PutAt(*cells, row, column++, *NotNull(item->OptionSetting).*key.field);
         ++row;
     }
 
@@ -225,7 +225,7 @@ void FindAndReplaceItems::ExportText(const String& path) const
         // No quoting: a tab or a line end in a text breaks the row. This is intended.
         String line = item->FindWhat + u"\t" + item->ReplaceWith;
         for (const OptionKey& key : std::span(OptionKeys).first<ListSwitchCount>())
-            line += *Set(item->OptionSetting).*key.field ? u"\tTrue" : u"\tFalse";
+            line += *NotNull(item->OptionSetting).*key.field ? u"\tTrue" : u"\tFalse";
         write(line += LineEnd);
     }
     file.Commit();

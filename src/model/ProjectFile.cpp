@@ -153,10 +153,11 @@ void WriteOptionSetting(PropertyBag& bag, const String& prefix, const OptionSett
 
 void WriteProject(PropertyBag& bag, const Project& project)
 {
-    const std::int32_t itemCount = Set(project.FindAndReplaceList)->Count();
+    const std::int32_t itemCount = NotNull(project.FindAndReplaceList)->Count();
     bag.WriteProperty(String(ItemCountKey), itemCount);
-    VisitOptions(*Set(project.options), [&](const String& key, const auto& field) { bag.WriteProperty(key, field); });
-    WriteOptionSetting(bag, {}, *Set(project.FindAndReplaceItemsOptionSetting));
+    VisitOptions(*NotNull(project.options),
+                 [&](const String& key, const auto& field) { bag.WriteProperty(key, field); });
+    WriteOptionSetting(bag, {}, *NotNull(project.FindAndReplaceItemsOptionSetting));
 
     Checked<std::int16_t>(itemCount);
     std::int32_t i = 0;
@@ -164,10 +165,10 @@ void WriteProject(PropertyBag& bag, const Project& project)
         const String key = ItemKey(i++);
         bag.WriteProperty(key + u"FindWhat", item->FindWhat);
         bag.WriteProperty(key + u"ReplaceWith", item->ReplaceWith);
-        WriteOptionSetting(bag, key, *Set(item->OptionSetting));
+        WriteOptionSetting(bag, key, *NotNull(item->OptionSetting));
     }
 
-    const auto customPropertyCount = Checked<std::int16_t>(Set(project.CustomProperies)->Count());
+    const auto customPropertyCount = Checked<std::int16_t>(NotNull(project.CustomProperies)->Count());
     std::int32_t n = 0;
     for (const auto& property : project.CustomProperies->NewEnum())
         bag.WriteProperty(PropertyKey(++n), property->ProperyName + u"|" + property->PropertyValue);
@@ -222,7 +223,7 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
             ReadItems(read, *loaded->FindAndReplaceList, shared_from_this());
             // Appended to the project at once, before anything else of it changes: a failure here leaves those before
             // it, and a project that has custom properties keeps them in front. Both are intended.
-            ReadCustomProperties(read, *Set(CustomProperies));
+            ReadCustomProperties(read, *NotNull(CustomProperies));
 
             options = loaded->options;
             FindAndReplaceList = loaded->FindAndReplaceList;

@@ -63,9 +63,9 @@ private:
 /// The failure of a use of a null reference: number 91, "Object variable or With block variable not set".
 Failure ObjectNotSet();
 
-/// The reference itself, or failure 91 when it is null.
+/// The reference itself. Raises 91 (`ObjectNotSet`) when it is null.
 template <class Reference>
-const Reference& Set(const Reference& reference)
+const Reference& NotNull(const Reference& reference)
 {
     if (!reference)
         throw ObjectNotSet();

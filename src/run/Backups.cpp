@@ -38,7 +38,7 @@ void Project::RestoreBackupFiles(const String&)
 
 void Project::AddFilesOfSource()
 {
-    if (Set(options)->FileToProcessSourceType == 0)
+    if (NotNull(options)->FileToProcessSourceType == 0)
         RetriveFolder(options->FileToProcessFolderPath);
     else
         RetriveFile();

@@ -43,7 +43,7 @@ std::int32_t Project::GetFileToProcessFileCount()
 {
     return LogAndReturn({u"GetFileToProcessFileCount", place}, [&] {
         FilesToProcess.clear();
-        const ProjectOptions& jobOptions = *Set(options);
+        const ProjectOptions& jobOptions = *NotNull(options);
         AllowedExtensionPatterns.clear();
         for (const StringView pattern : Split<StringView>(jobOptions.ComaSepAllowedExtensions, u";"))
             AllowedExtensionPatterns.emplace_back(pattern);
@@ -67,7 +67,7 @@ void Project::RetriveFolder(const String& path)
         for (const String& file : FilesOfFolder(path))
             if (CheckFileExt(file))
                 FilesToProcess.push_back(file);
-        if (!Set(options)->Include_Subfolders)
+        if (!NotNull(options)->Include_Subfolders)
             return;
         for (const String& folder : SubfoldersOfFolder(path))
             RetriveFolder(folder);
@@ -77,7 +77,7 @@ void Project::RetriveFolder(const String& path)
 void Project::RetriveFile()
 {
     LogAndReturn({u"RetriveFile", place}, [&] {
-        const std::string bytes = ReadWholeFile(Set(options)->FileToProcessFilepath);
+        const std::string bytes = ReadWholeFile(NotNull(options)->FileToProcessFilepath);
         // A line feed alone does not end a line: it may be part of a file's name.
         for (const std::string_view line : Split<std::string_view>(WithoutByteOrderMark(bytes), "\r\n")) {
             String path = FromUtf8(line);

@@ -6,7 +6,7 @@ namespace tessarine
 void Project::UnloadPowerPoint()
 {
     std::shared_ptr<powerpoint::Application> running;
-    Skip([&] { running = Set(provider_)->AttachToRunning(); });
+    Skip([&] { running = NotNull(provider_)->AttachToRunning(); });
     if (!running)
         return;
     Skip([&] { running->PutDisplayAlerts(0); });

@@ -39,10 +39,10 @@ void Project::Replacement(const std::shared_ptr<FindAndReplaceItems>& vFindAndRe
                           const std::shared_ptr<OptionSetting>& vOptionSettings)
 {
     LogAndReturn({u"Replacement", place}, [&] {
-        Set(options)->IsFindOnly = false;
+        NotNull(options)->IsFindOnly = false;
         Search(vFindAndReplaceList, vOptionSettings);
         // A failure of the run skips this, so that a following Search saves its changes. This is intended.
-        Set(options)->IsFindOnly = true;
+        NotNull(options)->IsFindOnly = true;
     });
 }
 
@@ -156,7 +156,7 @@ RunLoop::Step RunLoop::Open()
 {
     mode_ = Mode::Captured;
     const std::optional<Failure> failure = FailureOf([&] {
-        engine_.xPresentation = Set(Application().Presentations())
+        engine_.xPresentation = NotNull(Application().Presentations())
                                     ->Open(path_, powerpoint::msoFalse, powerpoint::msoFalse, powerpoint::msoFalse);
     });
     return failure ? SortOpenFailure(*failure) : Step::Process;
@@ -182,7 +182,7 @@ RunLoop::Step RunLoop::Restore()
     if (Options().KeepOriginalFileDate)
         SetFileDateTime(path_, savedTimes_);
     SetAttributes(path_, savedAttributes_);
-    Set(result_)->FileName = path_;
+    NotNull(result_)->FileName = path_;
     return Step::Report;
 }
 
@@ -247,12 +247,12 @@ RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
 
 ProjectOptions& RunLoop::Options() const
 {
-    return *Set(project_.options);
+    return *NotNull(project_.options);
 }
 
 powerpoint::Application& RunLoop::Application() const
 {
-    return *Set(project_.application_);
+    return *NotNull(project_.application_);
 }
 
 void RunLoop::ReportUnprocessed(const String& error)

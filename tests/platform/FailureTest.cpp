@@ -56,7 +56,7 @@ TEST(Failure, StandsForAnyOtherExceptionWithItsText)
 TEST(Failure, MeetsTheUseOfANullReference)
 {
     try {
-        Set(std::shared_ptr<int>());
+        NotNull(std::shared_ptr<int>());
         FAIL() << "a null reference was handed out";
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.number, 91);

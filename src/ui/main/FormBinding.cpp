@@ -45,7 +45,7 @@ String TextOf(const QLineEdit* box)
 void frmMain::FillProjectObject()
 {
     LogAndReturn({u"FillProjectObject", place}, [this] {
-        ProjectOptions& options = *Set(Set(CurrentProject)->options);
+        ProjectOptions& options = *NotNull(NotNull(CurrentProject)->options);
         options.AllowAlerts = IsChecked(chkAllowAlert);
         options.BackupMode = IsChecked(chkBackupMode);
         options.ComaSepAllowedExtensions = FromQt(cboSpreadsheetType->currentText());
@@ -64,7 +64,7 @@ void frmMain::FillProjectObject()
         options.CPUUsage = IsChecked(chkCPUUsage);
         // The password is not taken over. This is intended.
 
-        CustomProperties& properties = *Set(CurrentProject->CustomProperies);
+        CustomProperties& properties = *NotNull(CurrentProject->CustomProperies);
         while (properties.Count() > 0)
             properties.Remove(1);
         properties.Add(u"FindAndReplaceFilePath", TextOf(txtLoadsearch));
@@ -77,7 +77,7 @@ void frmMain::LoadProjectOnForm()
 {
     LogAndReturn({u"LoadProjectOnForm", place}, [this] {
         IsFillingItem = true;
-        const ProjectOptions& options = *Set(Set(CurrentProject)->options);
+        const ProjectOptions& options = *NotNull(NotNull(CurrentProject)->options);
         chkAllowAlert->setChecked(options.AllowAlerts);
         chkBackupMode->setChecked(options.BackupMode);
         txtStartFolder->setText(ToQt(options.FileToProcessFolderPath));
@@ -100,11 +100,11 @@ void frmMain::LoadProjectOnForm()
         txtRevisonProperty->setText(ToQt(options.RevisionDocumentPropertyName));
 
         // With a pair in the list this ends IsFillingItem already. The callers clear the mark that comes of it.
-        LoadGrid(*Set(CurrentProject->FindAndReplaceList));
+        LoadGrid(*NotNull(CurrentProject->FindAndReplaceList));
 
-        const CustomProperties& properties = *Set(CurrentProject->CustomProperies);
-        txtLoadsearch->setText(ToQt(Trim(Set(properties.Item(1))->PropertyValue)));
-        const String source = ToUpper(Trim(Set(properties.Item(2))->PropertyValue));
+        const CustomProperties& properties = *NotNull(CurrentProject->CustomProperies);
+        txtLoadsearch->setText(ToQt(Trim(NotNull(properties.Item(1))->PropertyValue)));
+        const String source = ToUpper(Trim(NotNull(properties.Item(2))->PropertyValue));
         const int index = source == u"EXTERNAL" ? 0 : 1;
         optLoad[static_cast<std::size_t>(index)]->setChecked(true);
         optLoad_Click(index);

@@ -20,7 +20,7 @@ constexpr StringView place = u"Form frmMain";
 
 FindAndReplaceItems& List()
 {
-    return *Set(Set(CurrentProject)->FindAndReplaceList);
+    return *NotNull(NotNull(CurrentProject)->FindAndReplaceList);
 }
 
 /// Tab, and Alt, which acts as Tab does.
@@ -43,7 +43,7 @@ void frmMain::LoadGrid(const FindAndReplaceItems& List)
         grdItems->Items().SetItems(List.NewEnum());
         if (grdItems->Rows() > 1) {
             grdItems->SetRow(1);
-            FillItemOnForm(*Set(grdItems->Items().RowData(1)));
+            FillItemOnForm(*NotNull(grdItems->Items().RowData(1)));
         }
         EnableDisableControl();
     });
@@ -63,7 +63,7 @@ void frmMain::cmdAdd_Click()
 
         std::shared_ptr<FindAndReplaceItem> shown;
         if (hasCurrentRow) {
-            shown = Set(GetItemFromForm());
+            shown = NotNull(GetItemFromForm());
             List().Add({}, {}, shown->OptionSetting, CurrentProject);
             grdItems->Items().SetRowData(added, shown);
         } else {
@@ -81,7 +81,7 @@ void frmMain::cmdAdd_Click()
 
         const auto last = List().Item(List().Count());
         SetItemOnGridRow(added, last);
-        FillItemOnForm(*Set(last));
+        FillItemOnForm(*NotNull(last));
         cmdDelete->setEnabled(grdItems->Rows() > 1);
         PutIsModifed(true);
         EnsureOneLocation();
@@ -120,7 +120,7 @@ void frmMain::cmdSwap_Click()
         grdItems->EndEdit();
         CheckRowCount(*grdItems);
         for (const std::int32_t row : grdItems->SelectedRows()) {
-            FindAndReplaceItem& item = *Set(List().Item(row));
+            FindAndReplaceItem& item = *NotNull(List().Item(row));
             std::swap(item.FindWhat, item.ReplaceWith);
         }
         LoadGrid(List());
@@ -131,7 +131,7 @@ void frmMain::cmdSwap_Click()
 /// Gives the pair of a row the two texts that stand in the grid.
 void frmMain::WriteBack(std::int32_t row)
 {
-    const auto item = Set(List().Item(row));
+    const auto item = NotNull(List().Item(row));
     if (String text = FromQt(grdItems->Items().FindWhat(row)); text != item->FindWhat)
         item->FindWhat = std::move(text);
     if (String text = FromQt(grdItems->Items().ReplaceWith(row)); text != item->ReplaceWith)

@@ -48,10 +48,10 @@ void frmMain::mnuImportList_Click()
             ShowMessage(GlobalMsg(u"1056"), MessageIcon::Exclamation);
             return;
         }
-        Set(CurrentProject)->FindAndReplaceList = list;
+        NotNull(CurrentProject)->FindAndReplaceList = list;
         LoadGrid(*list);
         if (grdItems->Rows() >= 2)
-            FillItemOnForm(*Set(list->Item(grdItems->Row())));
+            FillItemOnForm(*NotNull(list->Item(grdItems->Row())));
         EnableDisableControl();
         // An import does not mark the job as modified. This is intended.
     });
@@ -66,7 +66,7 @@ void frmMain::mnuExportList_Click()
             return;
         const Hourglass hourglass;
         if (!FileExists(common.FileName) || MayOverwrite(common.FileName))
-            Set(Set(CurrentProject)->FindAndReplaceList)->ExportsList(common.FileName);
+            NotNull(NotNull(CurrentProject)->FindAndReplaceList)->ExportsList(common.FileName);
     });
 }
 

@@ -37,7 +37,7 @@ void frmMain::FillItemOnForm(const FindAndReplaceItem& Item)
 {
     LogAndReturn({u"FillItemOnForm", place}, [&] {
         IsFillingItem = true;
-        const OptionSetting& setting = *Set(Item.OptionSetting);
+        const OptionSetting& setting = *NotNull(Item.OptionSetting);
         for (std::size_t row = 0; row < SearchLocations.size(); ++row)
             Check(*lstLookIn, row, setting.*SearchLocations[row].isOn);
         chkMatchCase->setChecked(setting.MatchCase);
@@ -63,8 +63,8 @@ std::shared_ptr<FindAndReplaceItem> frmMain::GetItemFromForm() const
 /// Copies all check marks to the pair of a row.
 void frmMain::TakeLocations(std::int32_t row)
 {
-    const auto item = Set(Set(CurrentProject)->FindAndReplaceList)->Item(row);
-    TakeLocationsFrom(*lstLookIn, *Set(Set(item)->OptionSetting));
+    const auto item = NotNull(NotNull(CurrentProject)->FindAndReplaceList)->Item(row);
+    TakeLocationsFrom(*lstLookIn, *NotNull(NotNull(item)->OptionSetting));
     SetItemOnGridRow(row, item);
 }
 

@@ -93,10 +93,10 @@ void frmMain::SetSearchOptions()
         const std::vector<std::int32_t> rows = grdItems->SelectedRows();
         if (rows.empty())
             return;
-        const auto& list = *Set(Set(CurrentProject)->FindAndReplaceList);
+        const auto& list = *NotNull(NotNull(CurrentProject)->FindAndReplaceList);
         for (const std::int32_t row : rows) {
             const auto item = list.Item(row);
-            OptionSetting& setting = *Set(Set(item)->OptionSetting);
+            OptionSetting& setting = *NotNull(NotNull(item)->OptionSetting);
             setting.MatchCase = chkMatchCase->isChecked();
             setting.MatchWholeWord = chkMatchWholeWord->isChecked();
             setting.PromptOnReplace = chkPromptOnReplace->isChecked();

@@ -54,7 +54,7 @@ void frmMain::mnuOpen_Click()
             return;
         }
         std::int32_t error = 0;
-        if (!Set(CurrentProject)->LoadProject(common.FileName, error)) {
+        if (!NotNull(CurrentProject)->LoadProject(common.FileName, error)) {
             TellLoadError(error);
             return;
         }

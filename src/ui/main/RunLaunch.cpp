@@ -67,7 +67,7 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         FillProjectObject();
         if (!Validation())
             return;
-        mTotalFiles = Set(CurrentProject)->GetFileToProcessFileCount();
+        mTotalFiles = NotNull(CurrentProject)->GetFileToProcessFileCount();
         if (mTotalFiles == 0) {
             ShowMessage(GlobalMsg(u"1052"), MessageIcon::Exclamation);
             SSTab1->setCurrentIndex(1);
@@ -104,7 +104,7 @@ void frmMain::PrepareProcessingWindow()
     window.ShowProgressTab();
     window.IsComplited = false;
     window.ForgetFailures();
-    const bool isCounted = Set(CurrentProject->options)->RequiredFindAndReplaceCount;
+    const bool isCounted = NotNull(CurrentProject->options)->RequiredFindAndReplaceCount;
     window.SetChangesMade(ProcessingText(mRunIndex == replacing ? u"lblChangesMade.Caption3"
                                          : isCounted            ? u"lblChangesMade.Caption2"
                                                                 : u"lblChangesMade.Caption5"));
@@ -142,7 +142,7 @@ void frmMain::Run()
         });
         if (mRunIndex == replacing) {
             CurrentProject->Replacement(list, nullptr);
-            hasEnded = Set(CurrentProject->options)->IsFindOnly;  // stays off after a failure
+            hasEnded = NotNull(CurrentProject->options)->IsFindOnly;  // stays off after a failure
         } else {
             CurrentProject->Search(list, nullptr);
             hasEnded = true;

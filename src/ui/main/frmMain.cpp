@@ -150,7 +150,7 @@ void frmMain::Form_QueryUnload(bool& Cancel)
     LogAndReturn({u"Form_QueryUnload", place}, [&] {
         FillProjectObject();
         String path = DefaultProjectPath();
-        Set(CurrentProject)->SaveAsProject(path, true);
+        NotNull(CurrentProject)->SaveAsProject(path, true);
         if (isModifed_)
             AskAndSave(Cancel);
     });

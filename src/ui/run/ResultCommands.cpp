@@ -32,7 +32,7 @@ void frmProcessingDocuments::cmdCopyLog_Click()
 void frmProcessingDocuments::cmdCommand_Click(int index)
 {
     LogAndReturn({u"cmdCommand_Click", place}, [&] {
-        const ProjectOptions& options = *Set(Set(CurrentProject)->options);
+        const ProjectOptions& options = *NotNull(NotNull(CurrentProject)->options);
         const String path =
             options.FileToProcessSourceType != 0 ? options.FileToProcessFilepath : options.FileToProcessFolderPath;
         if (index == 0)

@@ -89,7 +89,7 @@ void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount,
     const Position file = FileOf(results, status, counters);
     if (status.FileStausAfterProcess == FileStatus::Counted)
         for (const auto& item : status.NewEnum())
-            AddItem(results, file, *Set(item), isReqCount, counters);
+            AddItem(results, file, *NotNull(item), isReqCount, counters);
     if (status.FileStausAfterProcess == FileStatus::NotProcessed)
         results.AddItem(file, status.mError);
 }

@@ -155,7 +155,7 @@ void frmProcessingDocuments::cmdOK_Click()
         if (IsComplited)
             Unload();
         else
-            Set(CurrentProject)->IsProcessCancel = true;
+            NotNull(CurrentProject)->IsProcessCancel = true;
     });
 }
 
@@ -240,7 +240,7 @@ void frmProcessingDocuments::SetOKCaption(const String& text)
 
 ResultTree* frmProcessingDocuments::TreeOf(const std::shared_ptr<CounterStatuses>& vStatus) const
 {
-    switch (Set(vStatus)->FileStausAfterProcess) {
+    switch (NotNull(vStatus)->FileStausAfterProcess) {
         case FileStatus::Counted:
             return trvChangedFiles;
         case FileStatus::NothingCounted:

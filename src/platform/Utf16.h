@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+
+#include "platform/String.h"
+
+/// UTF-16 as units: surrogates, the pairs that they form, and code points (Unicode 3.9, D91).
+namespace tessarine
+{
+
+constexpr bool IsHighSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+constexpr bool IsLowSurrogate(char32_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+constexpr bool IsSurrogate(char32_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+/// The code point that a high and a low surrogate stand for together.
+constexpr char32_t JoinSurrogates(char16_t high, char16_t low)
+{
+    return 0x10000 + ((char32_t{high} - 0xD800) << 10) + (char32_t{low} - 0xDC00);
+}
+
+/// True when the units at `at` and `at + 1` are a pair; false at the last unit and beyond the end.
+constexpr bool IsPairAt(StringView text, std::size_t at)
+{
+    return at + 1 < text.size() && IsHighSurrogate(text[at]) && IsLowSurrogate(text[at + 1]);
+}
+
+/// True when a cut in front of the unit at `at` would divide a pair; false at both ends.
+constexpr bool DividesPair(StringView text, std::size_t at)
+{
+    return at > 0 && IsPairAt(text, at - 1);
+}
+
+/// The code point that begins at `at`, which is inside the text; a lone surrogate is given as it is.
+constexpr char32_t CodePointAt(StringView text, std::size_t at)
+{
+    return IsPairAt(text, at) ? JoinSurrogates(text[at], text[at + 1]) : text[at];
+}
+
+/// The code point that ends in front of `at`, which is at least 1; a lone surrogate is given as it is.
+constexpr char32_t CodePointBefore(StringView text, std::size_t at)
+{
+    return at >= 2 && IsPairAt(text, at - 2) ? JoinSurrogates(text[at - 2], text[at - 1]) : text[at - 1];
+}
+
+/// Appends a code point of at most U+10FFFF as one or two units.
+constexpr void AppendUtf16(String& text, char32_t codePoint)
+{
+    if (codePoint < 0x10000) {
+        text += static_cast<char16_t>(codePoint);
+    } else {
+        text += static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+        text += static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+    }
+}
+
+}  // namespace tessarine
