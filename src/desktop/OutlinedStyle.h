@@ -5,8 +5,8 @@
 namespace tessarine
 {
 
-/// The desktop's style, with outlines around check boxes and option buttons that can be seen on a dark desktop: Qt's own
-/// style draws them darker than the background, whatever that is.
+/// The desktop's style, with outlines around check boxes and option buttons that can be seen on a dark desktop: Qt's
+/// own style draws them darker than the background, whatever that is.
 class OutlinedStyle : public QProxyStyle
 {
     Q_OBJECT

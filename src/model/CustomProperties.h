@@ -16,15 +16,16 @@ struct CustomProperty {
     String ProperyName;
 };
 
-/// The named strings of a project, in order; not a presentation's custom document properties. Three are well known, by position:
-/// 1 "FindAndReplaceFilePath", 2 "FindAndReplaceListSource" ("EXTERNAL" or "INTERNAL"), 3 "LANG".
+/// The named strings of a project, in order; not a presentation's custom document properties. Three are well known, by
+/// position: 1 "FindAndReplaceFilePath", 2 "FindAndReplaceListSource" ("EXTERNAL" or "INTERNAL"), 3 "LANG".
 ///
 /// A failing operation writes one line to the error log and gives its empty result.
 class CustomProperties
 {
 public:
     /// Appends a property and returns it. A key already in use adds nothing and gives null.
-    std::shared_ptr<CustomProperty> Add(const String& ProperyName, const String& PropertyValue, const String& sKey = {});
+    std::shared_ptr<CustomProperty> Add(const String& ProperyName, const String& PropertyValue,
+                                        const String& sKey = {});
 
     std::shared_ptr<CustomProperty> Item(const IndexKey& vntIndexKey) const;  ///< Null for a bad position or key.
     std::int32_t Count() const;

@@ -15,8 +15,8 @@ struct FindAndReplaceItem {
     /// The options of this pair, made with it. May be shared with other pairs.
     std::shared_ptr<tessarine::OptionSetting> OptionSetting = std::make_shared<tessarine::OptionSetting>();
 
-    /// The project that the pair belongs to, may be null. The circle project, list, item, project is opened by the project's
-    /// owner, see ProjectOwner.
+    /// The project that the pair belongs to, may be null. The circle project, list, item, project is opened by the
+    /// project's owner, see ProjectOwner.
     std::shared_ptr<tessarine::Project> Project;
 
     String ReplaceWith;

@@ -17,9 +17,9 @@ namespace tessarine
 class IndexKey
 {
 public:
-    IndexKey(std::int32_t position) : value_(position) {}         // NOLINT(google-explicit-constructor)
-    IndexKey(String key) : value_(std::move(key)) {}              // NOLINT(google-explicit-constructor)
-    IndexKey(const char16_t* key) : value_(String(key)) {}        // NOLINT(google-explicit-constructor)
+    IndexKey(std::int32_t position) : value_(position) {}   // NOLINT(google-explicit-constructor)
+    IndexKey(String key) : value_(std::move(key)) {}        // NOLINT(google-explicit-constructor)
+    IndexKey(const char16_t* key) : value_(String(key)) {}  // NOLINT(google-explicit-constructor)
 
     const std::int32_t* Position() const { return std::get_if<std::int32_t>(&value_); }
     const String* Key() const { return std::get_if<String>(&value_); }
@@ -30,8 +30,8 @@ private:
 
 /// Elements in insertion order, positions from 1, an optional unique key per element.
 ///
-/// Failures: 9 for a position outside the collection, 5 for an unknown key, 457 for a key already in use. A failing call
-/// changes nothing.
+/// Failures: 9 for a position outside the collection, 5 for an unknown key, 457 for a key already in use. A failing
+/// call changes nothing.
 template <class Element>
 class KeyedCollection
 {
@@ -42,7 +42,8 @@ public:
     void Add(Reference element, const String& key = {})
     {
         if (!key.empty() && Find(key) != entries_.end())
-            throw Failure(FailureNumber::KeyAlreadyUsed, u"This key is already associated with an element of this collection");
+            throw Failure(FailureNumber::KeyAlreadyUsed,
+                          u"This key is already associated with an element of this collection");
         entries_.push_back({std::move(element), key});
     }
 

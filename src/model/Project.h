@@ -19,8 +19,8 @@ namespace tessarine
 
 class CounterStatuses;
 
-/// One job: the find/replace list, the options that hold for the whole run, a few named strings, and the operations that
-/// run it. Made through std::make_shared, because a run points the items of a list handed to it at this project.
+/// One job: the find/replace list, the options that hold for the whole run, a few named strings, and the operations
+/// that run it. Made through std::make_shared, because a run points the items of a list handed to it at this project.
 ///
 /// The operations of a run live in src/run: FileSet.cpp, RunLoop.cpp, Restart.cpp, Backups.cpp; those of its file in
 /// ProjectFile.cpp beside this.
@@ -43,16 +43,16 @@ public:
 
     // --- The project file (docs/formats/tsq.md) -----------------------------------------------------------------
 
-    /// Takes options, list and project-level options of a project file, and true, in place of its own; the file's custom
-    /// properties are appended to those that it has. The list file that they may name is not read.
+    /// Takes options, list and project-level options of a project file, and true, in place of its own; the file's
+    /// custom properties are appended to those that it has. The list file that they may name is not read.
     ///
-    /// False otherwise: `vError` is 1 when the file is not there, 2 when its extension is not "tsq", and stays as it was
-    /// for any other failure, which is logged. The project is unchanged then, except that custom properties before a bad one stay.
-    /// Items beyond 32,767 are failure 6.
+    /// False otherwise: `vError` is 1 when the file is not there, 2 when its extension is not "tsq", and stays as it
+    /// was for any other failure, which is logged. The project is unchanged then, except that custom properties before
+    /// a bad one stay. Items beyond 32,767 are failure 6.
     bool LoadProject(const String& vFilepath, std::int32_t& vError);
 
-    /// Writes the project to a file; a path with another extension gets ".tsq" behind it, in the caller's string too. An
-    /// empty path does nothing, a missing folder shows a message; every other failure is logged: a path without a
+    /// Writes the project to a file; a path with another extension gets ".tsq" behind it, in the caller's string too.
+    /// An empty path does nothing, a missing folder shows a message; every other failure is logged: a path without a
     /// folder (5), more than 32,767 items or custom properties (6), a file that can't be written. The file is then the
     /// old one. `vIsReplace` is ignored.
     ///
@@ -97,9 +97,9 @@ public:
     Event<> ManualInterventionRequired;  ///< Never raised: the procedure that raises it has no caller.
     Event<> ProcessCancel;               ///< Once, when the run sees IsProcessCancel.
 
-    /// Told of every failure that the run passes over for a file (the open, the processing, a failed first step), with the
-    /// file's path. What the run does is the same with and without it; it is the one place where the reason is known
-    /// for files whose result is null or the previous file's.
+    /// Told of every failure that the run passes over for a file (the open, the processing, a failed first step), with
+    /// the file's path. What the run does is the same with and without it; it is the one place where the reason is
+    /// known for files whose result is null or the previous file's.
     std::function<void(const String& path, const Failure& failure)> FailurePassedOver;
 
     // --- Backups ------------------------------------------------------------------------------------------------

@@ -22,10 +22,10 @@ public:
     String ComaSepAllowedExtensions;
     String FileToProcessFolderPath;
     std::int32_t RestartApplicationAfterSeconds = 0;  ///< Stored and shown; no run reads it.
-    std::int32_t FileToProcessSourceType = 0;         ///< 0 a folder scan, any other value a text file that lists files.
-    String ExeLocationIncaseOfFailure;                ///< Carried from file to file; no code uses it.
-    std::int32_t RestartApplicationAfterFiles = 0;    ///< Documents after which PowerPoint is restarted; 0 = never.
-    String RevisionDocumentPropertyIncrimentedBy;     ///< Step of the revision number, as text.
+    std::int32_t FileToProcessSourceType = 0;       ///< 0 a folder scan, any other value a text file that lists files.
+    String ExeLocationIncaseOfFailure;              ///< Carried from file to file; no code uses it.
+    std::int32_t RestartApplicationAfterFiles = 0;  ///< Documents after which PowerPoint is restarted; 0 = never.
+    String RevisionDocumentPropertyIncrimentedBy;   ///< Step of the revision number, as text.
     String RevisionDocumentPropertyName;
     String PasswordToOpen;  ///< Handed to the engine, which does not use it. Nothing writes it.
     bool ProcessReadonlyFiles = false;

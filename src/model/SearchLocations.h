@@ -10,8 +10,8 @@ namespace tessarine
 
 /// One of the 14 places of a presentation that a pair can be looked for in.
 struct SearchLocation {
-    const char16_t* caption;        ///< As the location list shows it, odd letters included.
-    const char* name;               ///< On the command line and in reports.
+    const char16_t* caption;  ///< As the location list shows it, odd letters included.
+    const char* name;         ///< On the command line and in reports.
     bool OptionSetting::*isOn;
 };
 

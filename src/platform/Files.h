@@ -7,11 +7,13 @@
 #include "platform/String.h"
 
 /// What the run does to files. Paths are the platform's own, as text. Failures carry the classic file numbers
-/// (53 file not found, 70 permission denied, 76 path not found, 61 disk full, 57 device I/O) and a text that names the path.
+/// (53 file not found, 70 permission denied, 76 path not found, 61 disk full, 57 device I/O) and a text that names the
+/// path.
 namespace tessarine
 {
 
-/// A directory search that sees hidden files too: true when the path names a file (not a folder). An empty path is false.
+/// A directory search that sees hidden files too: true when the path names a file (not a folder). An empty path is
+/// false.
 bool FileExists(StringView path);
 
 /// True when the path names a folder.
@@ -23,7 +25,8 @@ bool EnsureFolderExists(StringView path);
 /// Full paths of the files directly in a folder, in a stable order. Raises 76 when the folder can't be read.
 std::vector<String> FilesOfFolder(StringView folder);
 
-/// Full paths of the folders directly in a folder, in a stable order. Symbolic links to folders are left out, so that a walk ends.
+/// Full paths of the folders directly in a folder, in a stable order. Symbolic links to folders are left out, so that a
+/// walk ends.
 std::vector<String> SubfoldersOfFolder(StringView folder);
 
 /// Whole content of a file. Raises 53, 70 or 57.

@@ -19,7 +19,8 @@ public:
     virtual ~RandomAccessBytes() = default;
     virtual std::uint64_t Size() const = 0;
 
-    /// Fills the whole buffer from `offset`. Raises -2147023504 when the bytes end before, -2147024867 when reading fails.
+    /// Fills the whole buffer from `offset`. Raises -2147023504 when the bytes end before, -2147024867 when reading
+    /// fails.
     virtual void Read(std::uint64_t offset, std::span<std::byte> buffer) const = 0;
 
     /// The file descriptor behind the bytes, -1 for memory; lets a copy stay inside the system.
@@ -28,7 +29,8 @@ public:
 
 std::unique_ptr<RandomAccessBytes> BytesInMemory(std::span<const std::byte> bytes);  ///< Borrows `bytes`.
 
-/// A file opened for reading. It is not locked against others, and its access time stays as it was where the system allows that.
+/// A file opened for reading. It is not locked against others, and its access time stays as it was where the system
+/// allows that.
 class RandomAccessFile final : public RandomAccessBytes
 {
 public:

@@ -11,8 +11,8 @@ namespace tessarine
 {
 
 /// A new content for a file, all or nothing: written to a new file beside the old one, and only when it is complete
-/// and on the disk renamed over it. Whatever happens before Commit has returned (failure, kill, power cut), the path names the old
-/// file or the complete new one.
+/// and on the disk renamed over it. Whatever happens before Commit has returned (failure, kill, power cut), the path
+/// names the old file or the complete new one.
 ///
 /// A path that is a symbolic link stays one: the file it leads to is replaced. The new file has the old one's mode
 /// and, as far as the system allows, its owner.
@@ -22,7 +22,8 @@ public:
     /// What becomes of a path without a file: a failure, or a file with the mode of any new one.
     enum class Missing { Fails, IsMade };
 
-    /// Makes the new file. Raises as SystemFailure tells (folder not writable, disk full, ...), 53 for a path with a NUL.
+    /// Makes the new file. Raises as SystemFailure tells (folder not writable, disk full, ...), 53 for a path with a
+    /// NUL.
     explicit ReplacementFile(StringView path, Missing missing = Missing::Fails);
 
     /// Removes the new file unless it was committed.

@@ -1,12 +1,12 @@
 #include "platform/ReplacementFile.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "platform/NativePath.h"
 #include "platform/SystemFailure.h"
@@ -66,7 +66,8 @@ ReplacementFile::ReplacementFile(StringView path, Missing missing) : target_(Res
         temporary_.clear();
         Fail(errno, "save (no new file can be made beside)");
     }
-    // The owner first, since changing it clears bits of the mode. Only a privileged user may give files away: no failure.
+    // The owner first, since changing it clears bits of the mode. Only a privileged user may give files away: no
+    // failure.
     if (!isNew && (old.st_uid != geteuid() || old.st_gid != getegid()))
         static_cast<void>(!fchown(descriptor_, old.st_uid, old.st_gid));
     if (fchmod(descriptor_, isNew ? ModeOfNewFiles() : old.st_mode & 07777) != 0) {

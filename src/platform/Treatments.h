@@ -16,8 +16,8 @@ struct Procedure {
     StringView place;
 };
 
-/// "Error " number " (" description ") in procedure " name " at Line No. 0 of " place: the common text of a failure. The line is 0,
-/// as in unlabelled code.
+/// "Error " number " (" description ") in procedure " name " at Line No. 0 of " place: the common text of a failure.
+/// The line is 0, as in unlabelled code.
 String FailureText(const Failure& failure, StringView procedureName, StringView place);
 
 /// Writes the common line to the error log. Never raises.

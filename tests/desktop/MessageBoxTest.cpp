@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTimer>
 #include <QTest>
+#include <QTimer>
 
 #include "desktop/QtMessageBox.h"
 #include "support/qt/ShellRecorder.h"
