@@ -28,7 +28,7 @@ struct QtTimers {
     std::map<TimerIdentifier, std::unique_ptr<QTimer, DeleteLater>> running;
     TimerIdentifier last = 0;
 
-    TimerIdentifier NotNull(TimerIdentifier identifier, std::int32_t interval, const TimerCallback& callback)
+    TimerIdentifier Set(TimerIdentifier identifier, std::int32_t interval, const TimerCallback& callback)
     {
         if (!running.contains(identifier))
             identifier = ++last;
