@@ -10,7 +10,7 @@
 #include "office/builtin/properties/BuiltInProperties.h"
 #include "office/builtin/properties/CustomPropertyPart.h"
 #include "office/builtin/shapes/ShapeTreePart.h"
-#include "office/builtin/text/TextMatch.h"
+#include "office/builtin/matching/TextMatch.h"
 
 namespace tessarine::builtin
 {

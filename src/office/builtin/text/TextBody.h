@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "office/builtin/text/TextMatch.h"
+#include "office/builtin/matching/TextMatch.h"
 #include "office/builtin/text/TextTree.h"
 #include "platform/String.h"
 

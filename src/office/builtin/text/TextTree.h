@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "office/builtin/text/TextMatch.h"
+#include "office/builtin/matching/TextMatch.h"
 #include "platform/String.h"
 
 namespace tessarine::builtin

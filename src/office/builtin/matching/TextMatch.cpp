@@ -1,4 +1,4 @@
-#include "office/builtin/text/TextMatch.h"
+#include "office/builtin/matching/TextMatch.h"
 
 #include <algorithm>
 
