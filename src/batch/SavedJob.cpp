@@ -11,8 +11,8 @@
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
 #include "platform/Files.h"
+#include "platform/FolderOf.h"
 #include "platform/Locale.h"
-#include "platform/PathSeparator.h"
 
 namespace tessarine::batch
 {
@@ -184,7 +184,7 @@ void FillSavedJob(Project& project, const BatchCall& call)
 String SaveJob(Project& project, const String& path)
 {
     String full = FullPath(path);
-    const String folder = full.substr(0, std::max<std::size_t>(full.rfind(PathSeparator), 1));
+    const String folder(WithoutTrailingSeparator(FolderOf(full)));
     if (!FolderExists(folder))
         Refuse(u"there is no folder " + InQuotes(folder));
     const std::size_t length = full.size();

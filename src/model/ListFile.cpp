@@ -10,9 +10,9 @@
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Files.h"
+#include "platform/FolderOf.h"
 #include "platform/LineEnd.h"
 #include "platform/Messages.h"
-#include "platform/PathSeparator.h"
 #include "platform/ReplacementFile.h"
 #include "platform/Treatments.h"
 
@@ -29,12 +29,6 @@ String UpperExtensionOf(StringView path)
 {
     const std::size_t dot = path.rfind(u'.');
     return dot == StringView::npos ? String() : ToUpper(path.substr(dot + 1));
-}
-
-/// All up to and including the last separator.
-StringView FolderOf(StringView path)
-{
-    return path.substr(0, path.rfind(PathSeparator) + 1);
 }
 
 /// Equal to boolean true: the boolean itself, and the number -1, which is its value as a number. A text never is, nor

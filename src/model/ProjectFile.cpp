@@ -10,8 +10,8 @@
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Files.h"
+#include "platform/FolderOf.h"
 #include "platform/Messages.h"
-#include "platform/PathSeparator.h"
 #include "platform/RandomAccessFile.h"
 #include "platform/ReplacementFile.h"
 #include "platform/Treatments.h"
@@ -33,13 +33,13 @@ bool HasProjectExtension(StringView path)
     return dot != StringView::npos && ToUpper(path.substr(dot + 1)) == u"TSQ";
 }
 
-/// All before the last separator, of a file in the root the root itself.
-String FolderOf(const String& path)
+/// The folder of a project's file; a path must name one.
+String FolderOfProject(const String& path)
 {
-    const std::size_t separator = path.rfind(PathSeparator);
-    if (separator == String::npos)
+    const StringView folder = FolderOf(path);
+    if (folder.empty())
         throw Failure(FailureNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
-    return path.substr(0, separator == 0 ? 1 : separator);
+    return String(WithoutTrailingSeparator(folder));
 }
 
 // --- Reading -------------------------------------------------------------------------------------------------------
@@ -239,7 +239,7 @@ void Project::SaveAsProject(String& vFilepath, bool)
         KeepFailure(FileFailure, [&] {
             if (vFilepath.empty())
                 return;
-            const String folder = FolderOf(vFilepath);
+            const String folder = FolderOfProject(vFilepath);
             if (!FolderExists(folder)) {
                 ShowMessage(folder + u" directory is not present.", MessageIcon::Information);
                 return;

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/PathSeparator.h"
+#include "platform/String.h"
+
+namespace tessarine
+{
+
+/// The folder in a path: all up to and including the last separator, so that folder and name put together are the path
+/// again. Empty for a name alone; a path that ends in a separator is all folder. The result borrows from `path`.
+constexpr StringView FolderOf(StringView path)
+{
+    return path.substr(0, path.rfind(PathSeparator) + 1);
+}
+
+/// The same for a path as the system takes it (platform/NativePath.h).
+constexpr std::string_view FolderOf(std::string_view nativePath)
+{
+    return nativePath.substr(0, nativePath.rfind(static_cast<char>(PathSeparator)) + 1);
+}
+
+/// A folder without the one separator at its end, as messages show it. The root keeps its own.
+constexpr StringView WithoutTrailingSeparator(StringView folder)
+{
+    return folder.size() > 1 && folder.ends_with(PathSeparator) ? folder.substr(0, folder.size() - 1) : folder;
+}
+
+}  // namespace tessarine

@@ -1,0 +1,38 @@
+#include "platform/FolderOf.h"
+
+#include <gtest/gtest.h>
+
+namespace tessarine
+{
+
+TEST(FolderOf, IsAllUpToTheLastSeparator)
+{
+    EXPECT_EQ(FolderOf(u"/a/b/c.pptx"), u"/a/b/");
+    EXPECT_EQ(FolderOf(u"/c.pptx"), u"/");
+    EXPECT_EQ(FolderOf(u"a//c.pptx"), u"a//");
+    EXPECT_EQ(FolderOf(std::string_view("/a/b/c.pptx")), "/a/b/");
+}
+
+TEST(FolderOf, IsEmptyForANameAlone)
+{
+    EXPECT_EQ(FolderOf(u"c.pptx"), u"");
+    EXPECT_EQ(FolderOf(u""), u"");
+    EXPECT_EQ(FolderOf(std::string_view("c.pptx")), "");
+}
+
+TEST(FolderOf, IsAllOfAPathThatEndsInASeparator)
+{
+    EXPECT_EQ(FolderOf(u"/a/b/"), u"/a/b/");
+    EXPECT_EQ(FolderOf(u"/"), u"/");
+}
+
+TEST(WithoutTrailingSeparator, TakesOneSeparatorOffAndLeavesTheRoot)
+{
+    EXPECT_EQ(WithoutTrailingSeparator(u"/a/b/"), u"/a/b");
+    EXPECT_EQ(WithoutTrailingSeparator(u"/a/b//"), u"/a/b/");
+    EXPECT_EQ(WithoutTrailingSeparator(u"/a/b"), u"/a/b");
+    EXPECT_EQ(WithoutTrailingSeparator(u"/"), u"/");
+    EXPECT_EQ(WithoutTrailingSeparator(u""), u"");
+}
+
+}  // namespace tessarine
