@@ -7,8 +7,8 @@
 #include <optional>
 #include <string_view>
 
-#include "batch/FailureReason.h"
 #include "engine/CounterStatus.h"
+#include "platform/Failure.h"
 #include "platform/Files.h"
 #include "run/BackupPaths.h"
 
@@ -61,7 +61,7 @@ BackupReport Treat(const String& path, const BackupOwners& owners, Treatment&& t
         }
     } catch (const Failure& failure) {
         report.status = FileStatus::NotProcessed;
-        report.error = ReasonOf(failure);
+        report.error = failure.Reason();
     }
     return report;
 }

@@ -4,7 +4,6 @@
 
 #include "batch/BackupCommands.h"
 #include "batch/Cancellation.h"
-#include "batch/FailureReason.h"
 #include "batch/JobFiles.h"
 #include "batch/JobListing.h"
 #include "batch/JobProject.h"
@@ -212,7 +211,7 @@ int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& 
         }
     } catch (const Failure& failure) {
         // Files are reported one by one; what arrives here was raised before the first one.
-        output.Note("tessarine-batch: " + OnOneLine(ToUtf8(ReasonOf(failure))));
+        output.Note("tessarine-batch: " + OnOneLine(ToUtf8(failure.Reason())));
         return ExitStatus::NotValid;
     }
 }

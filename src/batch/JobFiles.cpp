@@ -4,10 +4,10 @@
 #include <filesystem>
 #include <unordered_set>
 
-#include "batch/FailureReason.h"
 #include "batch/FileIdentity.h"
 #include "batch/FilePattern.h"
 #include "batch/PathList.h"
+#include "platform/Failure.h"
 #include "platform/Files.h"
 #include "run/BackupPaths.h"
 
@@ -74,7 +74,7 @@ private:
             for (const String& subfolder : SubfoldersOfFolder(folder))
                 AddFolder(subfolder);
         } catch (const Failure& failure) {
-            Add(folder, ReasonOf(failure));
+            Add(folder, failure.Reason());
         }
     }
 

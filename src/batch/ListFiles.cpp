@@ -9,7 +9,6 @@
 
 #include "batch/BatchCall.h"
 #include "batch/EndlessPairs.h"
-#include "batch/FailureReason.h"
 #include "batch/Locations.h"
 #include "batch/TextLayout.h"
 #include "model/ListColumns.h"
@@ -62,7 +61,7 @@ String FailureText(const FindAndReplaceItems& list, const String& path)
         return u"it has more than 32767 rows";
     if (list.FileFailure->number == FailureNumber::TypeMismatch)
         return u"row " + NumberText(list.Count() + firstRow) + u" holds an error (such as #N/A) in place of a text";
-    String reason = ReasonOf(*list.FileFailure);
+    String reason = list.FileFailure->Reason();
     const String prefix = path + u": ";
     return reason.starts_with(prefix) ? reason.substr(prefix.size()) : reason;
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "batch/FailureReason.h"
 #include "engine/CounterStatuses.h"
 #include "model/Project.h"
 #include "platform/Treatments.h"
@@ -181,9 +180,9 @@ void ReportedRun::FailAllLeft(const String& reason)
 String ReportedRun::ReasonForCurrent() const
 {
     if (passedOver_)
-        return ReasonOf(*passedOver_);
+        return passedOver_->Reason();
     if (ended_)
-        return ReasonOf(*ended_);
+        return ended_->Reason();
     return u"The file could not be processed.";
 }
 

@@ -5,7 +5,6 @@
 
 #include "batch/BatchCall.h"
 #include "batch/EndlessPairs.h"
-#include "batch/FailureReason.h"
 #include "batch/ListFiles.h"
 #include "batch/TextLayout.h"
 #include "model/Project.h"
@@ -130,7 +129,7 @@ void LoadJob(Project& project, const String& path)
         Refuse(u"there is no job " + InQuotes(path));
     if (error == 2)
         Refuse(InQuotes(path) + u" is not a job: the name of a project file ends in .tsq");
-    const String reason = project.FileFailure ? ReasonOf(*project.FileFailure) : String();
+    const String reason = project.FileFailure ? project.FileFailure->Reason() : String();
     Refuse(u"can't load the job " + InQuotes(path) + u": " + reason);
 }
 
@@ -190,7 +189,7 @@ String SaveJob(Project& project, const String& path)
     const std::size_t length = full.size();
     project.SaveAsProject(full, true);
     if (project.FileFailure)
-        Refuse(u"can't save the job: " + ReasonOf(*project.FileFailure));
+        Refuse(u"can't save the job: " + project.FileFailure->Reason());
     return path + full.substr(length);  // as it was named, with the extension that the save may have added
 }
 

@@ -10,8 +10,21 @@ Failure::Failure(std::int32_t theNumber, String theDescription, String theSource
     : number(theNumber),
       description(std::move(theDescription)),
       source(std::move(theSource)),
+      reason_(description),
       what_("Error " + std::to_string(number) + " (" + ToUtf8(description) + ")")
 {
+}
+
+String Failure::Reason() const
+{
+    return reason_.empty() ? u"Error " + FromUtf8(std::to_string(number)) : reason_;
+}
+
+Failure Failure::RaisedOn(String theDescription, String theSource) const
+{
+    Failure raisedOn(number, std::move(theDescription), std::move(theSource));
+    raisedOn.reason_ = reason_;
+    return raisedOn;
 }
 
 Failure ObjectNotSet()
@@ -21,16 +34,14 @@ Failure ObjectNotSet()
 
 Failure CurrentFailure()
 {
-    constexpr std::int32_t outOfMemory = 7;
-    constexpr std::int32_t internalError = 51;
     try {
         throw;
     } catch (const Failure& failure) {
         return failure;
     } catch (const std::bad_alloc&) {
-        return {outOfMemory, u"Out of memory"};
+        return {FailureNumber::OutOfMemory, u"Out of memory"};
     } catch (const std::exception& exception) {
-        return {internalError, FromUtf8(exception.what())};
+        return {FailureNumber::InternalError, FromUtf8(exception.what())};
     }
 }
 

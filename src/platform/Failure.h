@@ -11,18 +11,22 @@ namespace tessarine
 
 /// The numbers that the system tells apart or raises itself. Numbers are the contract between the layers: the run
 /// sorts open failures by them, the locations test for one of them.
+///
+/// Trouble with files has two families. The classic file numbers (53 to 76) come from what the run does to files, as
+/// Visual Basic numbers it; the system's numbers (0x8007....) come from opening and saving presentations and jobs, as
+/// an application reports them. `FileTrouble` in platform/FileFailure.h says which numbers of the two mean the same.
 namespace FailureNumber
 {
 inline constexpr std::int32_t InvalidProcedureCall = 5;
 inline constexpr std::int32_t Overflow = 6;
+inline constexpr std::int32_t OutOfMemory = 7;
 inline constexpr std::int32_t SubscriptOutOfRange = 9;
-inline constexpr std::int32_t DivisionByZero = 11;
 inline constexpr std::int32_t TypeMismatch = 13;
+inline constexpr std::int32_t InternalError = 51;  ///< An exception of none of the kinds known here.
 inline constexpr std::int32_t FileNotFound = 53;
-inline constexpr std::int32_t FileAlreadyOpen = 55;
 inline constexpr std::int32_t DeviceIO = 57;
 inline constexpr std::int32_t DiskFull = 61;
-inline constexpr std::int32_t PermissionDenied = 70;
+inline constexpr std::int32_t PermissionDenied = 70;  ///< Also for a file that is in use, as in Visual Basic.
 inline constexpr std::int32_t PathNotFound = 76;
 inline constexpr std::int32_t ObjectNotSet = 91;
 inline constexpr std::int32_t InvalidFileFormat = 321;  ///< Not a property bag.
@@ -34,14 +38,14 @@ inline constexpr std::int32_t RemoteCallFailed = -2147023170;    ///< 0x800706BE
 inline constexpr std::int32_t Unspecified = -2147467259;         ///< 0x80004005, read by the run as a wrong password.
 inline constexpr std::int32_t InvalidRequest = -2147188160;      ///< 0x80048240, among others "shows no footer".
 inline constexpr std::int32_t SystemFileNotFound = -2147024894;  ///< 0x80070002
-inline constexpr std::int32_t SystemPathNotFound = -2147024893;  ///< 0x80070003
+inline constexpr std::int32_t SystemPathNotFound = -2147024893;  ///< 0x80070003, the folder is missing.
 inline constexpr std::int32_t AccessDenied = -2147024891;        ///< 0x80070005
 inline constexpr std::int32_t BadFormat = -2147024885;           ///< 0x8007000B, not a presentation.
-inline constexpr std::int32_t SharingViolation = -2147024864;    ///< 0x80070020
+inline constexpr std::int32_t SystemOutOfMemory = -2147024882;   ///< 0x8007000E
+inline constexpr std::int32_t WriteFault = -2147024867;          ///< 0x8007001D, any trouble without its own number.
+inline constexpr std::int32_t SharingViolation = -2147024864;    ///< 0x80070020, in use by another program.
 inline constexpr std::int32_t BadArgument = -2147024809;         ///< 0x80070057
 inline constexpr std::int32_t SystemDiskFull = -2147024784;      ///< 0x80070070
-inline constexpr std::int32_t WriteFault = -2147024867;          ///< 0x8007001D
-inline constexpr std::int32_t OutOfMemory = -2147024882;         ///< 0x8007000E
 inline constexpr std::int32_t FileCorrupt = -2147023504;         ///< 0x80070570, damaged package or part.
 }  // namespace FailureNumber
 
@@ -52,18 +56,27 @@ struct Failure : std::exception {
 
     const char* what() const noexcept override { return what_.c_str(); }  ///< "Error number (description)", UTF-8.
 
+    /// What went wrong, for people: the description that the failure was first raised with, before procedures that
+    /// raised it on put their texts around it. A failure raised without a description gives "Error " and its number.
+    String Reason() const;
+
+    /// The same failure as the procedure `source` raises it on: number and reason stay.
+    Failure RaisedOn(String description, String source) const;
+
     std::int32_t number;
     String description;
     String source;
 
 private:
+    String reason_;
     std::string what_;
 };
 
-/// The failure of a use of a null reference: number 91, "Object variable or With block variable not set".
+/// The failure of a use of a null reference: `FailureNumber::ObjectNotSet`, "Object variable or With block variable not
+/// set".
 Failure ObjectNotSet();
 
-/// The reference itself. Raises 91 (`ObjectNotSet`) when it is null.
+/// The reference itself. Raises `ObjectNotSet` when it is null.
 template <class Reference>
 const Reference& NotNull(const Reference& reference)
 {
@@ -73,7 +86,7 @@ const Reference& NotNull(const Reference& reference)
 }
 
 /// The Failure for whatever is being handled: a Failure as it is, another exception translated (running out of memory
-/// to number 7, anything else to 51 with its own text). Call inside a catch block only.
+/// to `OutOfMemory`, anything else to `InternalError` with its own text). Call inside a catch block only.
 Failure CurrentFailure();
 
 }  // namespace tessarine

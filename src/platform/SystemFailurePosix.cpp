@@ -34,7 +34,7 @@ std::int32_t NumberOf(int error, const std::string& path)
         case EFBIG:
             return FailureNumber::SystemDiskFull;
         case ENOMEM:
-            return FailureNumber::OutOfMemory;
+            return FailureNumber::SystemOutOfMemory;
         default:
             return FailureNumber::WriteFault;
     }

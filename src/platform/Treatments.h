@@ -5,7 +5,8 @@
 
 #include "platform/Failure.h"
 
-/// The three treatments of a failure. Which one a procedure follows stands in its first line.
+/// The three treatments of a failure: `LogAndReturn`, `RaiseOn` and `Skip`. A procedure follows one of them and says
+/// which in its first line.
 namespace tessarine
 {
 
@@ -17,7 +18,7 @@ struct Procedure {
 };
 
 /// "Error " number " (" description ") in procedure " name " at Line No. 0 of " place: the common text of a failure.
-/// The line is 0, as in unlabelled code.
+/// The line is always 0: logs keep the form that code with numbered lines gave them.
 String FailureText(const Failure& failure, StringView procedureName, StringView place);
 
 /// Writes the common line to the error log. Never raises.
@@ -36,8 +37,9 @@ auto LogAndReturn(const Procedure& procedure, Body&& body) -> std::invoke_result
         return {};
 }
 
-/// Raise on: runs `body`; a failure is raised again with the same number, `source` as its source, and the common text
-/// as description, so that texts nest. `procedureText` is the procedure's name as the text shows it, blanks included.
+/// Raise on: runs `body`; a failure is raised again with the same number and reason, `source` as its source, and the
+/// common text as description, so that texts nest. `procedureText` is the procedure's name as the text shows it, blanks
+/// included.
 template <class Body>
 auto RaiseOn(StringView source, StringView procedureText, StringView place, Body&& body) -> std::invoke_result_t<Body>
 {
@@ -45,7 +47,7 @@ auto RaiseOn(StringView source, StringView procedureText, StringView place, Body
         return body();
     } catch (...) {
         const Failure failure = CurrentFailure();
-        throw Failure(failure.number, FailureText(failure, procedureText, place), String(source));
+        throw failure.RaisedOn(FailureText(failure, procedureText, place), String(source));
     }
 }
 

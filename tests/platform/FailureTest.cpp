@@ -31,6 +31,17 @@ TEST(Failure, NamesNumberAndDescription)
     EXPECT_STREQ(Failure(53, u"File not found é").what(), "Error 53 (File not found é)");
 }
 
+TEST(Failure, GivesItsDescriptionAsTheReason)
+{
+    EXPECT_EQ(Failure(70, u"Permission denied: a.pptx").Reason(), u"Permission denied: a.pptx");
+    EXPECT_EQ(Failure(70, u"Error 5 (of many)").Reason(), u"Error 5 (of many)");
+}
+
+TEST(Failure, GivesItsNumberAsTheReasonWhenItHasNoDescription)
+{
+    EXPECT_EQ(Failure(-5, u"").Reason(), u"Error -5");
+}
+
 TEST(Failure, IsHandedOnAsItIs)
 {
     const Failure failure = Translated(Failure(1004, u"text", u"Slides"));

@@ -144,7 +144,7 @@ TEST(SystemFailure, HasANumberForEachKindOfError)
         EXPECT_EQ(number(error), FailureNumber::SharingViolation);
     for (const int error : {ENOSPC, EDQUOT, EFBIG})
         EXPECT_EQ(number(error), FailureNumber::SystemDiskFull);
-    EXPECT_EQ(number(ENOMEM), FailureNumber::OutOfMemory);
+    EXPECT_EQ(number(ENOMEM), FailureNumber::SystemOutOfMemory);
     for (const int error : {EIO, EMFILE, ENXIO})
         EXPECT_EQ(number(error), FailureNumber::WriteFault);
 }

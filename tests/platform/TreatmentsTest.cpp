@@ -67,6 +67,46 @@ TEST(RaiseOn, KeepsTheNumberAndNestsTheTexts)
     EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
+Failure RaisedOnTwice(const String& description)
+{
+    try {
+        RaiseOn(u"ProcessFile", u"ProcessFile", u"Class Module SearchFunctions", [&] {
+            RaiseOn(u"Notes", u"Notes ", u"Class Module SearchFunctions",
+                    [&] { throw Failure(FailureNumber::Unspecified, description); });
+        });
+    } catch (const Failure& failure) {
+        return failure;
+    }
+    return {0, u"nothing was raised"};
+}
+
+TEST(RaiseOn, KeepsTheReason)
+{
+    ASSERT_NE(RaisedOnTwice(u"the part is damaged").description, u"the part is damaged");
+
+    EXPECT_EQ(RaisedOnTwice(u"the part is damaged").Reason(), u"the part is damaged");
+    EXPECT_EQ(RaisedOnTwice(u"slide (3) at \"a (b)\"").Reason(), u"slide (3) at \"a (b)\"");
+    EXPECT_EQ(RaisedOnTwice(u"").Reason(), u"Error -2147467259");
+}
+
+TEST(RaiseOn, KeepsAReasonThatReadsLikeARaisedOnText)
+{
+    const String reason = u"Error 5 (a) in procedure b at Line No. 1 of c.pptx";
+
+    EXPECT_EQ(RaisedOnTwice(reason).Reason(), reason);
+}
+
+TEST(RaiseOn, TakesTheReasonOfAnyException)
+{
+    try {
+        RaiseOn(u"S", u"S", u"Module M", [] { throw std::runtime_error("odd"); });
+        FAIL() << "nothing was raised";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, FailureNumber::InternalError);
+        EXPECT_EQ(failure.Reason(), u"odd");
+    }
+}
+
 TEST(RaiseOn, HandsOnTheResultOfABodyThatSucceeds)
 {
     EXPECT_EQ(RaiseOn(u"S", u"S", u"Module M", [] { return 3; }), 3);

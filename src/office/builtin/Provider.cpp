@@ -54,7 +54,8 @@ public:
             // One of many files failed: the text says which.
             throw Failure(failure.number, FileName + u": " + failure.description, u"Presentations.Open");
         } catch (const std::bad_alloc&) {
-            throw Failure(FailureNumber::OutOfMemory, FileName + u": There is not enough memory to open the file");
+            throw Failure(FailureNumber::SystemOutOfMemory,
+                          FileName + u": There is not enough memory to open the file");
         }
     }
 

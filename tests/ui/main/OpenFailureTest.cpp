@@ -168,7 +168,7 @@ TEST_P(UnknownOpenFailure, OfALaterFileReportsTheFileBeforeOnceMoreAndCountsItIn
 INSTANTIATE_TEST_SUITE_P(Numbers, UnknownOpenFailure,
                          testing::Values(Number{"CallRejected", -2147418111}, Number{"Busy", -2147417846},
                                          Number{"FileCorrupt", FailureNumber::FileCorrupt},
-                                         Number{"OutOfMemory", FailureNumber::OutOfMemory},
+                                         Number{"OutOfMemory", FailureNumber::SystemOutOfMemory},
                                          Number{"Overflow", FailureNumber::Overflow}),
                          NameOf);
 
