@@ -16,13 +16,13 @@ void AppendToFile(StringView path, std::string_view bytes)
     const std::string nativePath = NativePath(path);
     const FileDescriptor file(open(nativePath.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
     if (!file.IsOpen())
-        throw FileFailure(errno, "open", nativePath);
+        throw ClassicFileFailure(errno, "open", nativePath);
     while (!bytes.empty()) {
         const ssize_t written = write(file.get(), bytes.data(), bytes.size());
         if (written >= 0)
             bytes.remove_prefix(static_cast<std::size_t>(written));
         else if (errno != EINTR)
-            throw FileFailure(errno, "write", nativePath);
+            throw ClassicFileFailure(errno, "write", nativePath);
     }
 }
 

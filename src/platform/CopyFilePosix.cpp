@@ -38,7 +38,7 @@ public:
           file_(mkostemp(path_.data(), O_CLOEXEC))
     {
         if (!file_.IsOpen())
-            throw FileFailure(errno, "write", target_);
+            throw ClassicFileFailure(errno, "write", target_);
     }
 
     ~FileBesideTarget()
@@ -84,7 +84,7 @@ private:
     void Require(bool succeeded) const
     {
         if (!succeeded)
-            throw FileFailure(errno, "write", target_);
+            throw ClassicFileFailure(errno, "write", target_);
     }
 
     std::string target_;
@@ -101,7 +101,7 @@ void CopyFile(StringView source, StringView target)
     const FileDescriptor original(open(sourcePath.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status = {};
     if (!original.IsOpen() || fstat(original.get(), &status) != 0)
-        throw FileFailure(errno, "open", sourcePath);
+        throw ClassicFileFailure(errno, "open", sourcePath);
 
     FileBesideTarget copy(TargetBehindLinks(NativePath(target)));
     char buffer[64 * 1024];
@@ -112,7 +112,7 @@ void CopyFile(StringView source, StringView target)
         if (count > 0)
             copy.Write(buffer, static_cast<std::size_t>(count));
         else if (errno != EINTR)
-            throw FileFailure(errno, "read", sourcePath);
+            throw ClassicFileFailure(errno, "read", sourcePath);
     }
     copy.TakeModeAndOwner(status.st_mode);
     copy.RenameOverTarget();

@@ -35,7 +35,7 @@ bool SetFileDateTime(StringView path, const FileTimes& times)
             return false;
         const timespec accessAndWrite[] = {times.lastAccess, times.lastWrite};
         if (futimens(file.get(), accessAndWrite) != 0)
-            throw FileFailure(errno, "set the times of", nativePath);
+            throw ClassicFileFailure(errno, "set the times of", nativePath);
         return true;
     });
 }

@@ -7,9 +7,32 @@
 namespace tessarine
 {
 
-/// The Failure for a file operation of the run that the system refused with `error` (an errno value): the classic file
-/// numbers 53, 57, 61, 70 or 76, and a text of the form "Permission denied: could not open /folder/a.pptx". `action` is
-/// what was attempted ("open").
-Failure FileFailure(int error, const char* action, const std::string& path);
+/// What can be wrong with a file, whatever error says so. Each kind has a number in either family:
+///
+///                    classic               system
+///     FileMissing    FileNotFound          SystemFileNotFound
+///     FolderMissing  PathNotFound          SystemPathNotFound
+///     NotPermitted   PermissionDenied      AccessDenied
+///     InUse          PermissionDenied      SharingViolation
+///     DiskFull       DiskFull              SystemDiskFull
+///     OutOfMemory    OutOfMemory           SystemOutOfMemory
+///     DeviceFault    DeviceIO              WriteFault
+///
+/// `NotPermitted` is for protected and write-protected files and for folders where a file is wanted. `InUse` is for
+/// files that another program holds; the classic family has no number of its own for that. `DeviceFault` is all the
+/// rest.
+enum class FileTrouble { FileMissing, FolderMissing, NotPermitted, InUse, DiskFull, OutOfMemory, DeviceFault };
+
+/// The kind that an error of the operating system (an errno value) is of. `path` is where it happened: whether a file
+/// that wasn't found lacks only itself or its folder too, is looked up there.
+FileTrouble FileTroubleOf(int error, const std::string& path);
+
+/// The failure, in the classic family, of something that the run does to a file, such as a backup: "Permission denied:
+/// could not open /folder/a.pptx". `action` is what was attempted ("open").
+Failure ClassicFileFailure(int error, const char* action, const std::string& path);
+
+/// The failure, in the system's family, of opening or saving a presentation or a job: "Can't save "/folder/a.pptx":
+/// Permission denied", with the system's own text for the error. `action` is what was attempted ("save").
+Failure SystemFileFailure(int error, const char* action, const std::string& path);
 
 }  // namespace tessarine

@@ -2,8 +2,11 @@
 
 #include <sys/stat.h>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
+
+#include "platform/FolderOf.h"
 
 namespace tessarine
 {
@@ -11,62 +14,87 @@ namespace tessarine
 namespace
 {
 
-bool ParentFolderExists(const std::string& path)
+struct Numbers {
+    FileTrouble trouble;
+    std::int32_t classic;
+    std::int32_t system;
+    const char* classicText;
+};
+
+constexpr std::array<Numbers, 7> numbers{{
+    {FileTrouble::FileMissing, FailureNumber::FileNotFound, FailureNumber::SystemFileNotFound, "File not found"},
+    {FileTrouble::FolderMissing, FailureNumber::PathNotFound, FailureNumber::SystemPathNotFound, "Path not found"},
+    {FileTrouble::NotPermitted, FailureNumber::PermissionDenied, FailureNumber::AccessDenied, "Permission denied"},
+    {FileTrouble::InUse, FailureNumber::PermissionDenied, FailureNumber::SharingViolation, "Permission denied"},
+    {FileTrouble::DiskFull, FailureNumber::DiskFull, FailureNumber::SystemDiskFull, "Disk full"},
+    {FileTrouble::OutOfMemory, FailureNumber::OutOfMemory, FailureNumber::SystemOutOfMemory, "Out of memory"},
+    {FileTrouble::DeviceFault, FailureNumber::DeviceIO, FailureNumber::WriteFault, "Device I/O error"},
+}};
+
+static_assert([] {
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        if (numbers[i].trouble != static_cast<FileTrouble>(i))
+            return false;
+    }
+    return numbers.back().trouble == FileTrouble::DeviceFault;
+}());
+
+const Numbers& NumbersOf(FileTrouble trouble)
 {
-    const std::size_t separator = path.rfind('/');
-    if (separator == std::string::npos || separator == 0)
-        return true;
+    return numbers[static_cast<std::size_t>(trouble)];
+}
+
+bool FolderIsThere(const std::string& path)
+{
+    const std::string folder(FolderOf(path));
     struct stat status = {};
-    return stat(path.substr(0, separator).c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
-std::int32_t NumberOf(int error, const std::string& path)
-{
-    switch (error) {
-        case ENOENT:
-            return ParentFolderExists(path) ? FailureNumber::FileNotFound : FailureNumber::PathNotFound;
-        case ENOTDIR:
-        case ENAMETOOLONG:
-        case ELOOP:
-            return FailureNumber::PathNotFound;
-        case EACCES:
-        case EPERM:
-        case EROFS:
-        case ETXTBSY:
-        case EISDIR:
-        case EBUSY:
-            return FailureNumber::PermissionDenied;
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            return FailureNumber::DiskFull;
-        default:
-            return FailureNumber::DeviceIO;
-    }
-}
-
-std::string TextOf(std::int32_t number, int error)
-{
-    switch (number) {
-        case FailureNumber::FileNotFound:
-            return "File not found";
-        case FailureNumber::PathNotFound:
-            return "Path not found";
-        case FailureNumber::PermissionDenied:
-            return "Permission denied";
-        case FailureNumber::DiskFull:
-            return "Disk full";
-        default:
-            return std::string("Device I/O error (") + std::strerror(error) + ")";
-    }
+    return folder.empty() || (stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode));
 }
 
 }  // namespace
 
-Failure FileFailure(int error, const char* action, const std::string& path)
+FileTrouble FileTroubleOf(int error, const std::string& path)
 {
-    const std::int32_t number = NumberOf(error, path);
-    return {number, FromUtf8(TextOf(number, error) + ": could not " + action + " " + path)};
+    switch (error) {
+        case ENOENT:
+            return FolderIsThere(path) ? FileTrouble::FileMissing : FileTrouble::FolderMissing;
+        case ENOTDIR:
+        case ENAMETOOLONG:
+        case ELOOP:
+            return FileTrouble::FolderMissing;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case EISDIR:
+            return FileTrouble::NotPermitted;
+        case ETXTBSY:
+        // Network file systems answer with EBUSY where a Windows program holds the file.
+        case EBUSY:
+            return FileTrouble::InUse;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return FileTrouble::DiskFull;
+        case ENOMEM:
+            return FileTrouble::OutOfMemory;
+        default:
+            return FileTrouble::DeviceFault;
+    }
+}
+
+Failure ClassicFileFailure(int error, const char* action, const std::string& path)
+{
+    const Numbers& row = NumbersOf(FileTroubleOf(error, path));
+    std::string text = row.classicText;
+    if (row.trouble == FileTrouble::DeviceFault)
+        text += std::string(" (") + std::strerror(error) + ")";
+    return {row.classic, FromUtf8(text + ": could not " + action + " " + path)};
+}
+
+Failure SystemFileFailure(int error, const char* action, const std::string& path)
+{
+    const Numbers& row = NumbersOf(FileTroubleOf(error, path));
+    return {row.system, FromUtf8(std::string("Can't ") + action + " \"" + path + "\": " + std::strerror(error))};
 }
 
 }  // namespace tessarine

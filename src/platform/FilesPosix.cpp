@@ -36,7 +36,7 @@ Status ExistingStatus(const std::string& path)
 {
     Status status = {};
     if (stat(path.c_str(), &status) != 0)
-        throw FileFailure(errno, "find", path);
+        throw ClassicFileFailure(errno, "find", path);
     return status;
 }
 
@@ -120,7 +120,7 @@ std::string ReadWholeFile(StringView path)
     const std::string nativePath = NativePath(path);
     const FileDescriptor file(open(nativePath.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.IsOpen())
-        throw FileFailure(errno, "open", nativePath);
+        throw ClassicFileFailure(errno, "open", nativePath);
 
     std::string content;
     char buffer[64 * 1024];
@@ -131,7 +131,7 @@ std::string ReadWholeFile(StringView path)
         if (count > 0)
             content.append(buffer, static_cast<std::size_t>(count));
         else if (errno != EINTR)
-            throw FileFailure(errno, "read", nativePath);
+            throw ClassicFileFailure(errno, "read", nativePath);
     }
 }
 
@@ -139,7 +139,7 @@ void DeleteFile(StringView path)
 {
     const std::string nativePath = NativePath(path);
     if (unlink(nativePath.c_str()) != 0)
-        throw FileFailure(errno, "delete", nativePath);
+        throw ClassicFileFailure(errno, "delete", nativePath);
 }
 
 FileAttributes GetAttributes(StringView path)
@@ -156,7 +156,7 @@ void SetAttributes(StringView path, const FileAttributes& attributes)
     if ((ExistingStatus(nativePath).st_mode & 07777) == mode)
         return;
     if (chmod(nativePath.c_str(), mode) != 0)
-        throw FileFailure(errno, "set the attributes of", nativePath);
+        throw ClassicFileFailure(errno, "set the attributes of", nativePath);
 }
 
 void ClearAttributes(StringView path)

@@ -7,7 +7,7 @@
 #include <cerrno>
 
 #include "platform/Failure.h"
-#include "platform/SystemFailure.h"
+#include "platform/FileFailure.h"
 
 namespace tessarine
 {
@@ -39,7 +39,7 @@ RandomAccessFile::RandomAccessFile(StringView path) : path_(ToUtf8(path))
     if (descriptor_ < 0 && errno == EPERM)
         descriptor_ = open(path_.c_str(), flags);
     if (descriptor_ < 0)
-        throw SystemFailure(errno, "open", path_);
+        throw SystemFileFailure(errno, "open", path_);
 
     struct stat status = {};
     const char* problem = nullptr;
@@ -52,7 +52,7 @@ RandomAccessFile::RandomAccessFile(StringView path) : path_(ToUtf8(path))
         problem = "open (another program has locked it)", error = ETXTBSY;
     if (problem != nullptr) {
         close(descriptor_);
-        throw SystemFailure(error, problem, path_);
+        throw SystemFileFailure(error, problem, path_);
     }
     size_ = static_cast<std::uint64_t>(status.st_size);
     identity_ = {status.st_dev, status.st_ino};
@@ -78,7 +78,7 @@ void RandomAccessFile::Read(std::uint64_t offset, std::span<std::byte> buffer) c
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
-            throw SystemFailure(errno, "read", path_);
+            throw SystemFileFailure(errno, "read", path_);
         if (count == 0)
             throw Failure(FailureNumber::FileCorrupt, u"The file ends too early: " + FromUtf8(path_));
         buffer = buffer.subspan(static_cast<std::size_t>(count));

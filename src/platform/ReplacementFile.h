@@ -22,8 +22,8 @@ public:
     /// What becomes of a path without a file: a failure, or a file with the mode of any new one.
     enum class Missing { Fails, IsMade };
 
-    /// Makes the new file. Raises as SystemFailure tells (folder not writable, disk full, ...), 53 for a path with a
-    /// NUL.
+    /// Makes the new file. Raises as SystemFileFailure tells (folder not writable, disk full, ...), 53 for a path with
+    /// a NUL.
     explicit ReplacementFile(StringView path, Missing missing = Missing::Fails);
 
     /// Removes the new file unless it was committed.
@@ -54,7 +54,7 @@ private:
 };
 
 /// Moves a file's modification time to now without touching its bytes; in a file of another owner that this process may
-/// write, the access time goes with it. Raises as SystemFailure tells.
+/// write, the access time goes with it. Raises as SystemFileFailure tells.
 void TouchFile(StringView path);
 
 }  // namespace tessarine

@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "platform/FileFailure.h"
 #include "platform/NativePath.h"
-#include "platform/SystemFailure.h"
 
 namespace tessarine
 {
@@ -89,7 +89,7 @@ ReplacementFile::~ReplacementFile()
 
 void ReplacementFile::Fail(int error, const char* attempt) const
 {
-    throw SystemFailure(error, attempt, target_);
+    throw SystemFileFailure(error, attempt, target_);
 }
 
 void ReplacementFile::Write(std::span<const std::byte> bytes)
@@ -167,13 +167,13 @@ void TouchFile(StringView path)
 {
     const std::string name = ToUtf8(path);
     if (!MayWrite(name))
-        throw SystemFailure(errno, "save", name);
+        throw SystemFileFailure(errno, "save", name);
     const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};
     if (utimensat(AT_FDCWD, name.c_str(), times.data(), 0) == 0)
         return;
     // Others than the owner may set both times to now, and nothing else.
     if (errno != EPERM || utimensat(AT_FDCWD, name.c_str(), nullptr, 0) != 0)
-        throw SystemFailure(errno, "save", name);
+        throw SystemFileFailure(errno, "save", name);
 }
 
 }  // namespace tessarine

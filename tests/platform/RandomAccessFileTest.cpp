@@ -7,7 +7,6 @@
 #include <filesystem>
 
 #include "platform/Failure.h"
-#include "platform/SystemFailure.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
 
@@ -109,6 +108,7 @@ TEST(RandomAccessFile, SaysWhyAFileCantBeOpened)
     EXPECT_EQ(OpenNumber(file + u"/file"), FailureNumber::SystemPathNotFound);
     EXPECT_EQ(OpenNumber(u""), FailureNumber::SystemFileNotFound);
     EXPECT_EQ(OpenNumber(folder.Path()), FailureNumber::AccessDenied);
+    EXPECT_EQ(OpenNumber(folder.PathOf(String(300, u'n'))), FailureNumber::SystemPathNotFound);
 }
 
 TEST(RandomAccessFile, OfAnotherOwnerCanBeRead)
@@ -131,28 +131,6 @@ TEST(RandomAccessFile, WithoutPermissionIsAccessDenied)
     const OrdinaryUser user;
 
     EXPECT_EQ(OpenNumber(path), FailureNumber::AccessDenied);
-}
-
-TEST(SystemFailure, HasANumberForEachKindOfError)
-{
-    const auto number = [](int error) { return SystemFailure(error, "open", "/").number; };
-
-    EXPECT_EQ(number(ENOENT), FailureNumber::SystemFileNotFound);
-    for (const int error : {EACCES, EPERM, EROFS, EISDIR})
-        EXPECT_EQ(number(error), FailureNumber::AccessDenied);
-    for (const int error : {ETXTBSY, EBUSY})
-        EXPECT_EQ(number(error), FailureNumber::SharingViolation);
-    for (const int error : {ENOSPC, EDQUOT, EFBIG})
-        EXPECT_EQ(number(error), FailureNumber::SystemDiskFull);
-    EXPECT_EQ(number(ENOMEM), FailureNumber::SystemOutOfMemory);
-    for (const int error : {EIO, EMFILE, ENXIO})
-        EXPECT_EQ(number(error), FailureNumber::WriteFault);
-}
-
-TEST(SystemFailure, TellsWhatWasAttemptedOnWhichFileAndWhyItFailed)
-{
-    EXPECT_EQ(SystemFailure(EACCES, "save", "/folder/a.pptx").description,
-              u"Can't save \"/folder/a.pptx\": Permission denied");
 }
 
 }  // namespace
