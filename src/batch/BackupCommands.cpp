@@ -10,6 +10,7 @@
 #include "engine/CounterStatus.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/NativePath.h"
 #include "run/BackupPaths.h"
 
 namespace tessarine::batch
@@ -24,7 +25,7 @@ constexpr std::array<StringView, 9> presentationExtensions{u"pptx", u"pptm", u"p
 std::string FirstBytes(const String& path)
 {
     std::string bytes(4, '\0');
-    std::ifstream(ToUtf8(path), std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ifstream(NativePath(path), std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return bytes;
 }
 

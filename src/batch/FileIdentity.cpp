@@ -2,12 +2,17 @@
 
 #include <filesystem>
 
+#include "platform/NativePath.h"
+
 namespace tessarine::batch
 {
 
 std::string FileIdentity::Of(StringView path)
 {
-    const std::filesystem::path named(ToUtf8(path));
+    const auto native = NativePathIfValid(path);
+    if (!native)
+        return ToUtf8(path);  // names no file, so it is like no other path
+    const std::filesystem::path named(*native);
     std::error_code error;
     if (std::filesystem::is_symlink(named, error)) {
         const auto target = std::filesystem::canonical(named, error);

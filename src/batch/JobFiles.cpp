@@ -9,6 +9,7 @@
 #include "batch/PathList.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/NativePath.h"
 #include "run/BackupPaths.h"
 
 namespace tessarine::batch
@@ -34,17 +35,17 @@ public:
 
     void AddPath(const String& path)
     {
-        const bool hasNul = path.find(u'\0') != String::npos;
+        const auto native = NativePathIfValid(path);
         std::error_code error;
-        const auto status = hasNul ? std::filesystem::file_status(std::filesystem::file_type::not_found)
-                                   : std::filesystem::status(ToUtf8(path), error);
+        const auto status = native ? std::filesystem::status(*native, error)
+                                   : std::filesystem::file_status(std::filesystem::file_type::not_found);
         switch (status.type()) {
             case std::filesystem::file_type::regular:
                 return Add(path, {});
             case std::filesystem::file_type::directory:
                 return AddFolder(path);
             case std::filesystem::file_type::not_found:
-                return Add(path, keepsMissing_ && !hasNul ? String() : u"File not found.");
+                return Add(path, keepsMissing_ && native ? String() : u"File not found.");
             case std::filesystem::file_type::none:
             case std::filesystem::file_type::unknown:
                 return Add(path, FromUtf8(error.message()) + u".");

@@ -26,8 +26,9 @@ using Status = struct stat;
 
 std::optional<Status> StatusOf(StringView path)
 {
+    const auto native = NativePathIfValid(path);
     Status status = {};
-    if (path.find(u'\0') != StringView::npos || stat(ToUtf8(path).c_str(), &status) != 0)
+    if (!native || stat(native->c_str(), &status) != 0)
         return std::nullopt;
     return status;
 }
@@ -98,10 +99,10 @@ bool FolderExists(StringView path)
 
 bool EnsureFolderExists(StringView path)
 {
-    if (path.find(u'\0') != StringView::npos)
-        return false;
+    const auto native = NativePathIfValid(path);
     std::error_code error;
-    std::filesystem::create_directories(ToUtf8(path), error);
+    if (native)
+        std::filesystem::create_directories(*native, error);
     return FolderExists(path);
 }
 

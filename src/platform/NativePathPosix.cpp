@@ -1,5 +1,7 @@
 #include "platform/NativePath.h"
 
+#include <utility>
+
 #include "platform/Failure.h"
 
 namespace tessarine
@@ -7,8 +9,15 @@ namespace tessarine
 
 std::string NativePath(StringView path)
 {
+    if (auto native = NativePathIfValid(path))
+        return *std::move(native);
+    throw Failure(FailureNumber::FileNotFound, u"File not found: a path can't hold a NUL character");
+}
+
+std::optional<std::string> NativePathIfValid(StringView path)
+{
     if (path.find(u'\0') != StringView::npos)
-        throw Failure(FailureNumber::FileNotFound, u"File not found: a path can't hold a NUL character");
+        return std::nullopt;
     return ToUtf8(path);
 }
 

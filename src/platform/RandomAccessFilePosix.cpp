@@ -8,6 +8,7 @@
 
 #include "platform/Failure.h"
 #include "platform/FileFailure.h"
+#include "platform/NativePath.h"
 
 namespace tessarine
 {
@@ -31,7 +32,7 @@ bool IsLockedByAnother(int descriptor)
 
 }  // namespace
 
-RandomAccessFile::RandomAccessFile(StringView path) : path_(ToUtf8(path))
+RandomAccessFile::RandomAccessFile(StringView path) : path_(NativePath(path))
 {
     // O_NONBLOCK keeps a named pipe from holding up a run; O_NOATIME is refused for files of other owners.
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
@@ -60,8 +61,9 @@ RandomAccessFile::RandomAccessFile(StringView path) : path_(ToUtf8(path))
 
 std::optional<RandomAccessFile::Identity> RandomAccessFile::IdOf(StringView path)
 {
+    const auto native = NativePathIfValid(path);
     struct stat status = {};
-    if (stat(ToUtf8(path).c_str(), &status) != 0)
+    if (!native || stat(native->c_str(), &status) != 0)
         return std::nullopt;
     return Identity{status.st_dev, status.st_ino};
 }

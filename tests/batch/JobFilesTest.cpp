@@ -90,6 +90,19 @@ TEST_F(JobFilesTest, APathThatNamesNothingIsRefusedInItsPlace)
                 ElementsAre("gone.pptx: File not found.", "a.pptx"));
 }
 
+TEST_F(JobFilesTest, APathWithANulIsRefusedBesideTheLinkInFrontOfIt)
+{
+    const String file = folder.Write(u"a.pptx");
+    std::filesystem::create_symlink("a.pptx", ToUtf8(folder.PathOf(u"link.pptx")));
+    const String cut = String(u"link.pptx") + u'\0';
+
+    const auto files = CollectFiles(CallFor({u"link.pptx", cut}));
+
+    ASSERT_EQ(files.size(), 2u);
+    EXPECT_EQ(files[0].refusal, u"");
+    EXPECT_EQ(files[1].refusal, u"File not found.");
+}
+
 TEST_F(JobFilesTest, ALostFileIsKeptWhereBackupsAreWanted)
 {
     BatchCall call = CallFor({u"gone.pptx"});

@@ -267,6 +267,18 @@ TEST_F(ListExport, ThatCannotWriteATabFileIsLoggedOnceAndLeavesTheOldOne)
     EXPECT_EQ(list.FileFailure->number, FailureNumber::AccessDenied);
 }
 
+TEST_F(ListExport, WritesNoOtherFileForAPathWithANul)
+{
+    const String path = folder_.Write(u"list.tab", "old");
+    FindAndReplaceItems list;
+
+    list.ExportsList(path + u'\0' + u".tab");
+
+    EXPECT_EQ(ContentOf(path), "old");
+    ASSERT_TRUE(list.FileFailure);
+    EXPECT_EQ(list.FileFailure->number, FailureNumber::FileNotFound);
+}
+
 // --- Refusals ----------------------------------------------------------------------------------------------------
 
 TEST_F(ListExport, IntoAMissingFolderTells)

@@ -36,6 +36,16 @@ TEST_F(ListImportFailure, OfAMissingFileTellsAndLeavesTheList)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
+TEST_F(ListImportFailure, OfAPathWithANulIsThatOfAMissingFile)
+{
+    const String path = Put(HeaderSheet());
+
+    EXPECT_FALSE(list_.ImportList(path + u'\0' + u".xls"));
+
+    EXPECT_EQ(list_.ImportRefusal->reason, Reason::FileMissing);
+    EXPECT_THAT(excel_.script.Calls(), IsEmpty());
+}
+
 TEST_F(ListImportFailure, OfAnotherExtensionIsSilentAndLeavesTheList)
 {
     for (const StringView name : {u"a.xlsx", u"a.txt", u"a", u"xls", u"a.", u"a.xls ", u"folder.xls/a"}) {

@@ -33,6 +33,14 @@ TEST_F(ProjectLoadFailure, OfAMissingFileIsError1WhateverItsExtension)
     EXPECT_FALSE(project->FileFailure);
 }
 
+TEST_F(ProjectLoadFailure, OfAPathWithANulIsError1)
+{
+    const ProjectOwner project;
+    Save(project, path_);
+
+    EXPECT_EQ(Load(project, path_ + u"\0.tsq"s).error, 1);
+}
+
 TEST_F(ProjectLoadFailure, OfAnotherExtensionIsError2)
 {
     const ProjectOwner project;

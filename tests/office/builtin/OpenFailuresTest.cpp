@@ -196,6 +196,14 @@ TEST(Open, OfAFileInAnAbsentFolderSaysThatTheFolderIsMissing)
                 FailsWith(FailureNumber::SystemPathNotFound, "deck.pptx/deck.pptx"));
 }
 
+TEST(Open, OfAPathWithANulDoesNotOpenTheFileInFrontOfIt)
+{
+    const DeckOnDisk deck(OneSlide());
+
+    EXPECT_THAT(RaisedBy([&] { deck.Open(deck.Path() + u'\0' + u".pptx"); }),
+                FailsWith(FailureNumber::FileNotFound, "NUL"));
+}
+
 TEST(Open, OfAFolderOrANamedPipeIsRefusedAtOnce)
 {
     const DeckOnDisk deck(OneSlide());

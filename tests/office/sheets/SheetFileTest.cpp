@@ -52,6 +52,18 @@ TEST(SheetFile, IsSavedAndOpenedAsItsNameAsks)
     EXPECT_EQ(ContentOf(folder.PathOf(u"list.csv")), "\xEF\xBB\xBF\"a,b\",TRUE\r\n");
 }
 
+TEST(SheetFile, OfAPathWithANulIsNeitherOpenedNorSaved)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"list.csv", "a,b\n");
+    const String cut = path + u'\0' + u".csv";
+
+    EXPECT_THAT(FailureOf([&] { OpenSheet(cut); }), testing::HasSubstr("a path can't hold a NUL character"));
+    EXPECT_THAT(FailureOf([&] { SaveSheet(cut, Sample()); }), testing::HasSubstr("a path can't hold a NUL character"));
+
+    EXPECT_EQ(ContentOf(path), "a,b\n");
+}
+
 TEST(SheetFile, OfTabSeparatedTextIsOpened)
 {
     const TemporaryFolder folder;
