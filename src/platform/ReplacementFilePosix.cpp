@@ -3,12 +3,16 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 
+#include "platform/FileDescriptor.h"
 #include "platform/FileFailure.h"
+#include "platform/FolderOf.h"
 #include "platform/NativePath.h"
 
 namespace tessarine
@@ -24,14 +28,6 @@ std::string ResolveLinks(const std::string& path)
     std::error_code error;
     const auto resolved = std::filesystem::canonical(path, error);
     return error ? path : resolved.string();
-}
-
-std::string FolderOf(const std::string& path)
-{
-    const auto slash = path.rfind('/');
-    if (slash == std::string::npos)
-        return ".";
-    return slash == 0 ? "/" : path.substr(0, slash);
 }
 
 /// Whether this process may write the file, by the rights that it acts with.
@@ -50,45 +46,127 @@ mode_t ModeOfNewFiles()
 
 }  // namespace
 
-ReplacementFile::ReplacementFile(StringView path, Missing missing) : target_(ResolveLinks(NativePath(path)))
+/// The new file, in the folder of the one whose place it is to take. Removed at its end unless it took the place. A
+/// member that gives false leaves the reason in errno.
+class ReplacementFile::NewFile
+{
+public:
+    explicit NewFile(const std::string& target)
+        : folder_(FolderOf(target)),
+          target_(target),
+          path_(folder_ + ".tessarine-XXXXXX"),
+          file_(mkostemp(path_.data(), O_CLOEXEC)),
+          isThere_(file_.IsOpen())
+    {
+    }
+
+    ~NewFile()
+    {
+        if (isThere_)
+            unlink(path_.c_str());
+    }
+
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    bool IsOpen() const { return file_.IsOpen(); }
+    int Descriptor() const { return file_.get(); }
+
+    bool Write(std::string_view bytes)
+    {
+        while (!bytes.empty()) {
+            const ssize_t count = write(file_.get(), bytes.data(), bytes.size());
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                return false;
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        }
+        return true;
+    }
+
+    /// Only a privileged user may give files away. For all others the new file simply is their own, which is no
+    /// failure.
+    void OfferTo(const Owner& owner)
+    {
+        if (owner.user != geteuid() || owner.group != getegid())
+            static_cast<void>(!fchown(file_.get(), owner.user, owner.group));
+    }
+
+    bool SetMode(std::uint32_t mode) { return fchmod(file_.get(), static_cast<mode_t>(mode)) == 0; }
+
+    bool FlushToDisk() { return fsync(file_.get()) == 0; }
+    bool Close() { return file_.Close(); }
+
+    bool TakePlace()
+    {
+        if (std::rename(path_.c_str(), target_.c_str()) != 0)
+            return false;
+        isThere_ = false;
+        return true;
+    }
+
+    /// Without it the rename may not last. Some network file systems can't flush a folder.
+    void FlushFolder() const
+    {
+        const FileDescriptor folder(open(folder_.empty() ? "." : folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (folder.IsOpen())
+            fsync(folder.get());
+    }
+
+private:
+    std::string folder_;
+    std::string target_;
+    std::string path_;
+    FileDescriptor file_;
+    bool isThere_;
+};
+
+ReplacementFile::ReplacementFile(StringView path, bool isCopy)
+    : isCopy_(isCopy), target_(ResolveLinks(NativePath(path)))
 {
     struct stat old = {};
-    const bool isNew = stat(target_.c_str(), &old) != 0;
-    if (isNew && (errno != ENOENT || missing == Missing::Fails))
+    if (stat(target_.c_str(), &old) == 0) {
+        owner_ = {old.st_uid, old.st_gid};
+        mode_ = old.st_mode & 07777;
+    } else if (errno != ENOENT) {
         Fail(errno, "save");
+    }
+}
+
+ReplacementFile::ReplacementFile(StringView path, Missing missing) : ReplacementFile(path, false)
+{
+    const bool isNew = !owner_;
+    if (isNew && missing == Missing::Fails)
+        Fail(ENOENT, "save");
     // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
     if (!isNew && !MayWrite(target_))
         Fail(errno, "save");
-
-    temporary_ = FolderOf(target_) + "/.tessarine-XXXXXX";
-    descriptor_ = mkostemp(temporary_.data(), O_CLOEXEC);
-    if (descriptor_ < 0) {
-        temporary_.clear();
-        Fail(errno, "save (no new file can be made beside)");
-    }
-    // The owner first, since changing it clears bits of the mode. Only a privileged user may give files away: no
-    // failure.
-    if (!isNew && (old.st_uid != geteuid() || old.st_gid != getegid()))
-        static_cast<void>(!fchown(descriptor_, old.st_uid, old.st_gid));
-    if (fchmod(descriptor_, isNew ? ModeOfNewFiles() : old.st_mode & 07777) != 0) {
-        const int error = errno;
-        close(descriptor_);
-        unlink(temporary_.c_str());
-        Fail(error, "save with the old permissions");
-    }
-    pending_.reserve(bufferSize);
+    if (isNew)
+        mode_ = ModeOfNewFiles();
+    MakeNewFile();
 }
 
-ReplacementFile::~ReplacementFile()
+ReplacementFile::ReplacementFile(StringView path, CopyOf original) : ReplacementFile(path, true)
 {
-    if (descriptor_ >= 0)
-        close(descriptor_);
-    if (!committed_)
-        unlink(temporary_.c_str());
+    mode_ = original.mode & 07777;
+    MakeNewFile();
+}
+
+ReplacementFile::~ReplacementFile() = default;
+
+void ReplacementFile::MakeNewFile()
+{
+    newFile_ = std::make_unique<NewFile>(target_);
+    if (!newFile_->IsOpen())
+        Fail(errno, "save (no new file can be made beside)");
+    pending_.reserve(bufferSize);
 }
 
 void ReplacementFile::Fail(int error, const char* attempt) const
 {
+    if (isCopy_)
+        throw ClassicFileFailure(error, "write", target_);
     throw SystemFileFailure(error, attempt, target_);
 }
 
@@ -104,15 +182,8 @@ void ReplacementFile::Write(std::span<const std::byte> bytes)
 
 void ReplacementFile::Flush()
 {
-    std::string_view rest = pending_;
-    while (!rest.empty()) {
-        const ssize_t count = write(descriptor_, rest.data(), rest.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            Fail(errno, "save");
-        rest.remove_prefix(static_cast<std::size_t>(count));
-    }
+    if (!newFile_->Write(pending_))
+        Fail(errno, "save");
     pending_.clear();
 }
 
@@ -123,7 +194,8 @@ void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t of
         Flush();
         off_t from = static_cast<off_t>(offset);
         while (length > 0) {
-            const ssize_t count = copy_file_range(source.Descriptor(), &from, descriptor_, nullptr, length, 0);
+            const ssize_t count =
+                copy_file_range(source.Descriptor(), &from, newFile_->Descriptor(), nullptr, length, 0);
             if (count <= 0)
                 break;  // not supported between these files, or a fault that the plain way below reports
             offset += static_cast<std::uint64_t>(count);
@@ -144,28 +216,23 @@ void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t of
 void ReplacementFile::Commit()
 {
     Flush();
-    if (fsync(descriptor_) != 0)
+    // After the last byte, as writing takes the set-user and set-group bits away; the owner first, as that does too.
+    if (owner_)
+        newFile_->OfferTo(*owner_);
+    if (!newFile_->SetMode(mode_))
+        Fail(errno, "save with the old permissions");
+    if (!newFile_->FlushToDisk())
         Fail(errno, "save (flushing to the disk failed)");
-    const int closed = close(descriptor_);
-    descriptor_ = -1;
-    if (closed != 0)
+    if (!newFile_->Close())
         Fail(errno, "save");
-    if (rename(temporary_.c_str(), target_.c_str()) != 0)
+    if (!newFile_->TakePlace())
         Fail(errno, "save (the new file can't take the old one's place)");
-    committed_ = true;
-
-    // The rename itself lasts only when the folder is on the disk. The new file is in place already, so a folder that
-    // can't be flushed (some network file systems) is no failure of the save.
-    const int folder = open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        fsync(folder);
-        close(folder);
-    }
+    newFile_->FlushFolder();
 }
 
 void TouchFile(StringView path)
 {
-    const std::string name = ToUtf8(path);
+    const std::string name = NativePath(path);
     if (!MayWrite(name))
         throw SystemFileFailure(errno, "save", name);
     const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};

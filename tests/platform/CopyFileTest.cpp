@@ -1,8 +1,11 @@
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 
 #include "FileSizeLimit.h"
+#include "FlushRecorder.h"
 #include "platform/Files.h"
 #include "platform/Treatments.h"
 #include "support/OrdinaryUser.h"
@@ -63,6 +66,56 @@ TEST_F(CopyingAFile, KeepsALinkAndReplacesTheFileBehindIt)
 
     EXPECT_EQ(ContentOf(target), "new");
     EXPECT_TRUE(std::filesystem::is_symlink(ToUtf8(folder_.PathOf(u"a.ppt"))));
+}
+
+TEST_F(CopyingAFile, GivesTheOlderTargetsOwner)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the superuser gives files away";
+    const String source = folder_.Write(u"a.ppt", "new");
+    const String target = folder_.Write(u"a.bak", "old");
+    ASSERT_EQ(chown(ToUtf8(target).c_str(), 12345, 23456), 0);
+
+    CopyFile(source, target);
+
+    struct stat status = {};
+    ASSERT_EQ(stat(ToUtf8(target).c_str(), &status), 0);
+    EXPECT_EQ(ContentOf(target), "new");
+    EXPECT_EQ(status.st_uid, 12345u);
+    EXPECT_EQ(status.st_gid, 23456u);
+}
+
+TEST_F(CopyingAFile, FlushesTheCopyAndThenItsFolder)
+{
+    const String source = folder_.Write(u"a.ppt");
+    const FlushRecorder recorder;
+
+    CopyFile(source, folder_.PathOf(u"a.bak"));
+
+    EXPECT_THAT(recorder.Flushed(), ElementsAre("file", "folder"));
+}
+
+TEST_F(CopyingAFile, OverALoopOfLinksRaisesAndKeepsTheLinks)
+{
+    const String source = folder_.Write(u"a.ppt");
+    const std::string link = ToUtf8(folder_.PathOf(u"a.bak"));
+    std::filesystem::create_symlink("a.bak", link);
+
+    EXPECT_EQ(Skip([&] { CopyFile(source, folder_.PathOf(u"a.bak")); }), FailureNumber::PathNotFound);
+
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+}
+
+TEST_F(CopyingAFile, IntoTheCurrentFolderNeedsNoFolderInThePath)
+{
+    const String source = folder_.Write(u"a.ppt", "content");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(ToUtf8(folder_.Path()));
+
+    CopyFile(u"a.ppt", u"a.bak");
+
+    std::filesystem::current_path(before);
+    EXPECT_EQ(ContentOf(folder_.PathOf(u"a.bak")), "content");
 }
 
 TEST_F(CopyingAFile, OverItselfLeavesItAsItWas)

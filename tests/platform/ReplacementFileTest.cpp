@@ -6,8 +6,10 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "FileSizeLimit.h"
+#include "FlushRecorder.h"
 #include "platform/Failure.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
@@ -138,6 +140,66 @@ TEST(ReplacementFile, KeepsModeAndOwner)
     EXPECT_EQ(StatusOf(path).st_mode, before.st_mode);
     EXPECT_EQ(StatusOf(path).st_uid, before.st_uid);
     EXPECT_EQ(StatusOf(path).st_gid, before.st_gid);
+}
+
+TEST(ReplacementFile, KeepsTheSetUserBitOfAnOrdinaryUsersFile)
+{
+    const TemporaryFolder folder;
+    SetMode(folder.Path(), 0777);
+    const String path = folder.PathOf(u"file");
+    const OrdinaryUser user;
+    std::ofstream(ToUtf8(path)) << "old";
+    SetMode(path, 04750);
+
+    Replace(path, "new");
+
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_EQ(ModeOf(path), 04750u);
+}
+
+TEST(ReplacementFile, IsItsOwnersAloneUntilItIsCommitted)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    SetMode(path, 0666);
+    ReplacementFile file(path);
+    file.Write(Bytes(std::string(200000, 'n')));
+
+    for (const auto& entry : std::filesystem::directory_iterator(ToUtf8(folder.Path()))) {
+        const bool isOld = entry.path().filename() == "file";
+        EXPECT_EQ(ModeOf(FromUtf8(entry.path().string())), isOld ? 0666u : 0600u);
+    }
+    file.Commit();
+
+    EXPECT_EQ(ModeOf(path), 0666u);
+}
+
+TEST(ReplacementFile, IsFlushedAndThenItsFolder)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"file", "old");
+    const FlushRecorder recorder;
+
+    Replace(path, "new");
+
+    EXPECT_THAT(recorder.Flushed(), testing::ElementsAre("file", "folder"));
+}
+
+TEST(ReplacementFile, OfACopyFailsInTheClassicFamily)
+{
+    const TemporaryFolder folder;
+    const ReplacementFile::CopyOf original{0644};
+
+    EXPECT_EQ(NumberOf([&] { ReplacementFile file(folder.PathOf(u"none/file"), original); }),
+              FailureNumber::PathNotFound);
+    EXPECT_EQ(NumberOf([&] {
+                  const FileSizeLimit full(100);
+                  ReplacementFile file(folder.PathOf(u"file"), original);
+                  file.Write(Bytes(std::string(101, 'n')));
+                  file.Commit();
+              }),
+              FailureNumber::DiskFull);
+    EXPECT_EQ(FilesIn(folder), 0);
 }
 
 TEST(ReplacementFile, FollowsChainsOfLinks)
