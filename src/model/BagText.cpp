@@ -2,21 +2,13 @@
 
 #include <cstdint>
 
+#include "platform/Utf16.h"
+
 namespace tessarine
 {
 
 namespace
 {
-
-bool IsHighSurrogate(char16_t unit)
-{
-    return (unit & 0xFC00) == 0xD800;
-}
-
-bool IsLowSurrogate(char16_t unit)
-{
-    return (unit & 0xFC00) == 0xDC00;
-}
 
 void AppendSurrogate(std::string& bytes, char16_t unit)
 {
@@ -57,16 +49,13 @@ std::string BagTextFrom(StringView text)
 {
     std::string bytes;
     bytes.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char16_t unit = text[at];
-        if (IsHighSurrogate(unit) && at + 1 < text.size() && IsLowSurrogate(text[at + 1])) {
-            AppendUtf8(bytes, 0x10000 + ((unit - 0xD800u) << 10) + (text[at + 1] - 0xDC00u));
-            ++at;
-        } else if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
-            AppendSurrogate(bytes, unit);
-        } else {
-            AppendUtf8(bytes, unit);
-        }
+    for (std::size_t at = 0; at < text.size();) {
+        const char32_t codePoint = CodePointAt(text, at);
+        if (IsSurrogate(codePoint))
+            AppendSurrogate(bytes, text[at]);
+        else
+            AppendUtf8(bytes, codePoint);
+        at += IsPairAt(text, at) ? 2 : 1;
     }
     return bytes;
 }
@@ -75,23 +64,16 @@ std::optional<String> TextFromBag(std::string_view bytes)
 {
     String text;
     text.reserve(bytes.size());
-    bool behindLoneHigh = false;
+    bool endsWithLoneHigh = false;
     while (!bytes.empty()) {
         const auto [length, codePoint] = FirstSequence(bytes);
         if (length == 0)
             return std::nullopt;
         bytes.remove_prefix(length);
-        if (codePoint >= 0x10000) {
-            text += static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
-            text += static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
-            behindLoneHigh = false;
-            continue;
-        }
-        const auto unit = static_cast<char16_t>(codePoint);
-        if (behindLoneHigh && IsLowSurrogate(unit))
+        if (endsWithLoneHigh && IsLowSurrogate(codePoint))
             return std::nullopt;
-        behindLoneHigh = IsHighSurrogate(unit);
-        text += unit;
+        endsWithLoneHigh = IsHighSurrogate(codePoint);
+        AppendUtf16(text, codePoint);
     }
     return text;
 }

@@ -62,7 +62,7 @@ struct TypeOf {
     Type operator()(const String&) const { return Type::Text; }
 };
 
-[[noreturn]] void Refuse(const std::string& reason)
+[[noreturn]] void RaiseInvalidFormat(const std::string& reason)
 {
     throw Failure(FailureNumber::InvalidFileFormat, FromUtf8("Invalid file format: " + reason));
 }
@@ -83,7 +83,7 @@ public:
         const auto bytes = Take(Integer(lengthLength));
         auto text = TextFromBag({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
         if (!text)
-            RefuseAt(begin, "a text is not valid UTF-8");
+            RaiseInvalidFormatAt(begin, "a text is not valid UTF-8");
         return *std::move(text);
     }
 
@@ -94,7 +94,7 @@ public:
             case Type::Boolean: {
                 const std::uint64_t value = Integer(1);
                 if (value > 1)
-                    RefuseAt(begin, "a boolean is neither 0 nor 1");
+                    RaiseInvalidFormatAt(begin, "a boolean is neither 0 nor 1");
                 return value == 1;
             }
             case Type::Integer:
@@ -102,19 +102,19 @@ public:
             case Type::Text:
                 return Text(8);
         }
-        RefuseAt(begin, "there is no type " + std::to_string(type));
+        RaiseInvalidFormatAt(begin, "there is no type " + std::to_string(type));
     }
 
-    [[noreturn]] static void RefuseAt(std::size_t offset, const std::string& reason)
+    [[noreturn]] static void RaiseInvalidFormatAt(std::size_t offset, const std::string& reason)
     {
-        Refuse("at byte " + std::to_string(offset) + " " + reason);
+        RaiseInvalidFormat("at byte " + std::to_string(offset) + " " + reason);
     }
 
 private:
     std::span<const std::byte> Take(std::uint64_t length)
     {
         if (length > block_.size() - at_)
-            RefuseAt(at_, "a record is longer than the block");
+            RaiseInvalidFormatAt(at_, "a record is longer than the block");
         const auto bytes = block_.subspan(at_, static_cast<std::size_t>(length));
         at_ += bytes.size();
         return bytes;
@@ -128,23 +128,23 @@ private:
 std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
 {
     if (!std::ranges::equal(bytes.first(std::min(bytes.size(), magic.size())), BytesOf(magic)))
-        Refuse("this is not a project file");
+        RaiseInvalidFormat("this is not a project file");
     if (bytes.size() < PropertyBag::HeaderLength)
-        Refuse("the file ends inside its header");
+        RaiseInvalidFormat("the file ends inside its header");
     const std::uint64_t found = IntegerIn(bytes.subspan(magic.size(), 4));
     if (found != version)
-        Refuse("the project file has version " + std::to_string(found) + ", and this program reads version " +
-               std::to_string(version));
+        RaiseInvalidFormat("the project file has version " + std::to_string(found) +
+                           ", and this program reads version " + std::to_string(version));
     const std::uint64_t length = IntegerIn(bytes.subspan(12, 8));
     if (length < PropertyBag::HeaderLength + checksumLength || length > PropertyBag::LongestBlock)
-        Refuse("the block gives its length as " + std::to_string(length));
+        RaiseInvalidFormat("the block gives its length as " + std::to_string(length));
     if (length > bytes.size())
-        Refuse("the file ends at byte " + std::to_string(bytes.size()) + ", its block at byte " +
-               std::to_string(length));
+        RaiseInvalidFormat("the file ends at byte " + std::to_string(bytes.size()) + ", its block at byte " +
+                           std::to_string(length));
 
     const auto block = bytes.first(static_cast<std::size_t>(length) - checksumLength);
     if (IntegerIn(bytes.subspan(block.size(), checksumLength)) != Crc32(block))
-        Refuse("the checksum does not match, so the file is damaged");
+        RaiseInvalidFormat("the checksum does not match, so the file is damaged");
     return block;
 }
 
@@ -201,7 +201,7 @@ void PropertyBag::PutContents(std::span<const std::byte> bytes)
     const auto block = SoundBlock(bytes);
     const std::uint64_t count = IntegerIn(block.subspan(20, 4));
     if (count > MostValues)
-        Refuse("the block holds " + std::to_string(count) + " values");
+        RaiseInvalidFormat("the block holds " + std::to_string(count) + " values");
 
     PropertyBag read;
     Reader reader(block, HeaderLength);
@@ -210,10 +210,10 @@ void PropertyBag::PutContents(std::span<const std::byte> bytes)
         const String name = reader.Text(4);
         read.WriteProperty(name, reader.Value(type));
         if (read.records_.size() != record + 1)
-            Refuse("the name " + ToUtf8(name) + " stands twice");
+            RaiseInvalidFormat("the name " + ToUtf8(name) + " stands twice");
     }
     if (!reader.IsAtEnd())
-        Refuse("the block goes on behind its last record");
+        RaiseInvalidFormat("the block goes on behind its last record");
     records_.swap(read.records_);
     index_.swap(read.index_);
     next_ = index_.end();

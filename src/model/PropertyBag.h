@@ -29,19 +29,19 @@ public:
     PropertyBag(const PropertyBag&) = delete;
     PropertyBag& operator=(const PropertyBag&) = delete;
 
-    /// Stores a value behind those before it; a name that is there already keeps its place and gets the new value.
-    /// Names are told apart by every letter and its case. Raises 6 when the bag is full.
+    /// Stores a value after those before it; a name that is there already keeps its place and gets the new value.
+    /// Names are told apart by every letter and its case. Raises Overflow when the bag is full.
     void WriteProperty(const String& name, Value value);
 
     /// The value of a name, nothing when the bag has none.
     std::optional<Value> ReadProperty(StringView name) const;
 
-    /// The whole bag as a block, values in the order of their writing. Raises 6 when it would be longer than
-    /// LongestBlock.
+    /// The whole bag as a block, values in the order of their writing. Raises Overflow when it would be longer
+    /// than LongestBlock.
     std::string Contents() const;
 
-    /// Replaces the whole bag by what a block holds; bytes behind the block are ignored. Raises 321 with a text that
-    /// tells the offset when the bytes do not begin with a sound block; the bag stays as it was.
+    /// Replaces the whole bag by what a block holds; bytes after the block are ignored. Raises InvalidFileFormat with a
+    /// text that tells the offset when the bytes do not begin with a sound block; the bag stays as it was.
     void PutContents(std::span<const std::byte> bytes);
 
     /// Bytes at the start of a block that BlockLength needs.
@@ -60,7 +60,7 @@ private:
 
     std::deque<Record> records_;  // a deque, as the index points at the names
     Index index_;
-    // Names are mostly written and read in their order within one item, so the place behind the last one is tried
+    // Names are mostly written and read in their order within one item, so the place after the last one is tried
     // first.
     mutable Index::const_iterator next_ = index_.end();
 };
