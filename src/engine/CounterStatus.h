@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 #include "model/SearchLocations.h"
@@ -9,24 +8,6 @@
 
 namespace tessarine
 {
-
-/// The 14 locations under the numbers of their rows in SearchLocations.
-enum class Location : std::size_t {
-    Slides,
-    HyperlinkAddresses,
-    ShapesAndTextboxes,
-    Header,
-    Footer,
-    BuiltinProperies,
-    CustomProperties,
-    Notes,
-    Links,
-    SlideMasterPerSlide,
-    SlideMasterPerPresentation,
-    TitleMaster,
-    HandoutMaster,
-    NotesMaster,
-};
 
 /// What became of a pair in a file, or of a whole file.
 namespace FileStatus

@@ -10,6 +10,22 @@ namespace
 constexpr StringView place = u"Class Module CounterStatuses";
 }
 
+std::shared_ptr<CounterStatus> CounterStatuses::Add(const CounterStatus::LocationCounts& counts,
+                                                    std::int32_t vFileStausAfterProcess, const String& FindWhat,
+                                                    const String& ReplaceWith, const String& sKey)
+{
+    return LogAndReturn({u"Add", place}, [&] {
+        auto status = std::make_shared<CounterStatus>();
+        for (const SearchLocation& row : SearchLocations)
+            status->PutCount(row.location, counts[static_cast<std::size_t>(row.location)]);
+        status->FileStausAfterProcess = vFileStausAfterProcess;
+        status->FindWhat = FindWhat;
+        status->ReplaceWith = ReplaceWith;
+        items_.Add(status, sKey);
+        return status;
+    });
+}
+
 std::shared_ptr<CounterStatus> CounterStatuses::Add(
     std::int32_t Slides_Replaced, std::int32_t HyperlinkAddresses_eplaced, std::int32_t ShapesAndTextboxes_Replaced,
     std::int32_t Header_Replaced, std::int32_t Footer_Replaced, std::int32_t BuiltinProperies_Replaced,
@@ -18,28 +34,24 @@ std::shared_ptr<CounterStatus> CounterStatuses::Add(
     std::int32_t TitleMaster_Replaced, std::int32_t HandoutMaster_Replaced, std::int32_t NotesMaster_Replaced,
     std::int32_t vFileStausAfterProcess, const String& FindWhat, const String& ReplaceWith, const String& sKey)
 {
-    return LogAndReturn({u"Add", place}, [&] {
-        auto status = std::make_shared<CounterStatus>();
-        status->PutSlides_Replaced(Slides_Replaced);
-        status->PutHyperlinkAddresses_Replaced(HyperlinkAddresses_eplaced);
-        status->PutShapesAndTextboxes_Replaced(ShapesAndTextboxes_Replaced);
-        status->PutHeader_Replaced(Header_Replaced);
-        status->PutFooter_Replaced(Footer_Replaced);
-        status->PutBuiltinProperies_Replaced(BuiltinProperies_Replaced);
-        status->PutCustomProperties_Replaced(CustomProperties_Replaced);
-        status->PutNotes_Replaced(Notes_Replaced);
-        status->PutLinks_Replaced(Links_Replaced);
-        status->PutSlideMasterPerSlide_Replaced(SlideMasterPerSlide_Replaced);
-        status->PutSlideMasterPerPresentation_Replaced(SlideMasterPerPresentation_Replaced);
-        status->PutTitleMaster_Replaced(TitleMaster_Replaced);
-        status->PutHandoutMaster_Replaced(HandoutMaster_Replaced);
-        status->PutNotesMaster_Replaced(NotesMaster_Replaced);
-        status->FileStausAfterProcess = vFileStausAfterProcess;  // after the counts: it overrides what they raised
-        status->FindWhat = FindWhat;
-        status->ReplaceWith = ReplaceWith;
-        items_.Add(status, sKey);
-        return status;
-    });
+    CounterStatus::LocationCounts counts;
+    counts.fill(-1);
+    const auto put = [&](Location location, std::int32_t count) { counts[static_cast<std::size_t>(location)] = count; };
+    put(Location::Slides, Slides_Replaced);
+    put(Location::HyperlinkAddresses, HyperlinkAddresses_eplaced);
+    put(Location::ShapesAndTextboxes, ShapesAndTextboxes_Replaced);
+    put(Location::Header, Header_Replaced);
+    put(Location::Footer, Footer_Replaced);
+    put(Location::BuiltinProperies, BuiltinProperies_Replaced);
+    put(Location::CustomProperties, CustomProperties_Replaced);
+    put(Location::Notes, Notes_Replaced);
+    put(Location::Links, Links_Replaced);
+    put(Location::SlideMasterPerSlide, SlideMasterPerSlide_Replaced);
+    put(Location::SlideMasterPerPresentation, SlideMasterPerPresentation_Replaced);
+    put(Location::TitleMaster, TitleMaster_Replaced);
+    put(Location::HandoutMaster, HandoutMaster_Replaced);
+    put(Location::NotesMaster, NotesMaster_Replaced);
+    return Add(counts, vFileStausAfterProcess, FindWhat, ReplaceWith, sKey);
 }
 
 std::shared_ptr<CounterStatus> CounterStatuses::Item(const IndexKey& vntIndexKey) const

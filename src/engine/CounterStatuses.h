@@ -21,9 +21,13 @@ public:
     std::int32_t FileStausAfterProcess = FileStatus::NotProcessed;
     String FileName;  ///< Full path. Set by the run.
 
-    /// Appends a result and returns it. The fields are written in the order of the parameters, so that the counts may
-    /// raise the status and `FileStausAfterProcess` has the last word. An empty `sKey` stands for none; a key already
-    /// in use adds nothing and gives null.
+    /// Appends a result and returns it. `FileStausAfterProcess` is written after the counts, so that it has the last
+    /// word over a status that a count has raised. An empty `sKey` stands for none; a key already in use adds nothing
+    /// and gives null.
+    std::shared_ptr<CounterStatus> Add(const CounterStatus::LocationCounts& counts, std::int32_t FileStausAfterProcess,
+                                       const String& FindWhat, const String& ReplaceWith, const String& sKey);
+
+    /// The same with the counts one by one. A location that has no parameter here counts as not searched.
     std::shared_ptr<CounterStatus> Add(std::int32_t Slides_Replaced, std::int32_t HyperlinkAddresses_eplaced,
                                        std::int32_t ShapesAndTextboxes_Replaced, std::int32_t Header_Replaced,
                                        std::int32_t Footer_Replaced, std::int32_t BuiltinProperies_Replaced,

@@ -1,6 +1,10 @@
 #include "engine/EndlessReplacement.h"
 
+#include <algorithm>
+
+#include "model/SearchLocations.h"
 #include "platform/CaseFolding.h"
+#include "platform/Utf16.h"
 
 namespace tessarine
 {
@@ -8,11 +12,11 @@ namespace tessarine
 namespace
 {
 
-bool SearchesShapeText(const OptionSetting& setting)
+bool SearchesReplacedTextAgain(const OptionSetting& setting)
 {
-    return setting.InSlides || setting.InShapesAndTextboxes || setting.InNotes || setting.InSlideMasterPerSlide ||
-           setting.InSlideMasterPerPresentation || setting.InTitleMaster || setting.InHandoutMaster ||
-           setting.InNotesMaster;
+    return std::ranges::any_of(SearchLocations, [&](const SearchLocation& row) {
+        return row.replacedText == ReplacedText::IsSearchedAgain && setting.*row.isOn;
+    });
 }
 
 /// The replacement as it stands in a shape's text afterwards: each line end becomes a paragraph break, which is one CR.
@@ -27,42 +31,20 @@ String AsInserted(StringView with)
     return text;
 }
 
-bool IsSurrogate(char16_t unit, char16_t first)
-{
-    return (unit & 0xFC00) == first;
-}
-
-/// The character that ends before `position`; a surrogate pair is one character.
-char32_t CharacterBefore(StringView text, std::size_t position)
-{
-    const char16_t low = text[position - 1];
-    if (IsSurrogate(low, 0xDC00) && position >= 2 && IsSurrogate(text[position - 2], 0xD800))
-        return 0x10000 + ((static_cast<char32_t>(text[position - 2]) & 0x3FF) << 10) + (low & 0x3FFu);
-    return low;
-}
-
-char32_t CharacterAt(StringView text, std::size_t position)
-{
-    const char16_t high = text[position];
-    if (IsSurrogate(high, 0xD800) && position + 1 < text.size() && IsSurrogate(text[position + 1], 0xDC00))
-        return 0x10000 + ((static_cast<char32_t>(high) & 0x3FF) << 10) + (text[position + 1] & 0x3FFu);
-    return high;
-}
-
 /// Whether a hit inside the inserted text stands alone. What follows the inserted text is never a word character,
 /// because the hit that it took the place of stood alone too.
 bool StandsAlone(StringView text, std::size_t start, std::size_t length)
 {
     const std::size_t end = start + length;
-    return !IsWordCharacter(CharacterBefore(text, start)) &&
-           (end == text.size() || !IsWordCharacter(CharacterAt(text, end)));
+    return !IsWordCharacter(CodePointBefore(text, start)) &&
+           (end == text.size() || !IsWordCharacter(CodePointAt(text, end)));
 }
 
 }  // namespace
 
 bool NeverEnds(StringView find, StringView with, const OptionSetting& setting)
 {
-    if (find.empty() || !SearchesShapeText(setting))
+    if (find.empty() || !SearchesReplacedTextAgain(setting))
         return false;
 
     const String inserted = AsInserted(with);

@@ -1,5 +1,6 @@
 #include "engine/SearchFunctions.h"
 
+#include <algorithm>
 #include <array>
 
 #include "engine/SearchPlace.h"
@@ -37,19 +38,26 @@ constexpr std::array<Step, SearchLocations.size()> steps{{
     {Location::Links, &SearchFunctions::olelinks},
 }};
 
+constexpr bool HasOneStep(const SearchLocation& row)
+{
+    return std::ranges::count(steps, row.location, &Step::location) == 1;
+}
+static_assert(std::ranges::all_of(SearchLocations, HasOneStep), "a location is searched never or twice");
+
 bool IsOn(const OptionSetting& options, Location location)
 {
-    return options.*SearchLocations[static_cast<std::size_t>(location)].isOn;
+    return options.*RowOf(location).isOn;
 }
 
 std::shared_ptr<CounterStatuses> UnsearchedResults(const FindAndReplaceItems& items,
                                                    std::shared_ptr<FindAndReplaceItem>& current)
 {
     auto results = std::make_shared<CounterStatuses>();
+    CounterStatus::LocationCounts notSearched;
+    notSearched.fill(-1);
     for (const auto& item : items.NewEnum()) {
         current = NotNull(item);
-        results->Add(-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, FileStatus::NothingCounted,
-                     current->FindWhat, current->ReplaceWith, {});
+        results->Add(notSearched, FileStatus::NothingCounted, current->FindWhat, current->ReplaceWith, {});
     }
     results->FileStausAfterProcess = FileStatus::NothingCounted;
     return results;
@@ -73,7 +81,8 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& /*pa
             itemIndex = CheckedSum(itemIndex, 1);
             DeliverPendingEvents();
         }
-        // A replace run saves every file, changed or not. This is intended.
+        // A replace run saves every file, changed or not: a footer is replaced without being counted, and a revision
+        // number was raised before, so the counts don't tell whether there is something to save.
         if (!mIsFindOnly)
             NotNull(xPresentation)->Save();
         NotNull(xPresentation)->Close();
@@ -95,8 +104,8 @@ void SearchFunctions::ProcessItem(CounterStatus& status, std::int32_t& runningCo
             status.PutCount(step.location, 0);
         if (!mItem->FindWhat.empty())
             runningCount = (this->*step.search)();
-        // Without a find text the running count is still that of the pair before, and is reported here once more. This
-        // is intended.
+        // Without a find text the running count is still that of the location searched last, which may belong to the
+        // pair before, and is reported here once more. Kept, because totals are compared with those of old logs.
         status.PutCount(step.location, CheckedSum(status.Count(step.location), runningCount));
     }
 }

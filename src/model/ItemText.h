@@ -8,7 +8,7 @@ namespace tessarine
 {
 
 /// The locations that are on, with "," between them and no blank. "Header" stands twice: at its place, and once more
-/// behind "Footer". Empty with no location on.
+/// after "Footer". Empty with no location on.
 String CreateLocationString(const FindAndReplaceItem& item);
 
 /// The options that are on, in the same form.

@@ -7,8 +7,8 @@
 #include "model/ProjectKeys.h"
 #include "platform/String.h"
 
-/// The columns of a list file, in their order: two texts, then the switches of an item. PromptOnReplace and
-/// SearchMethod have none. Columns count from 1.
+/// The columns of a list file (docs/lists.md), in their order: two texts, then the switches of an item. PromptOnReplace
+/// and SearchMethod have none. Columns count from 1.
 namespace tessarine
 {
 
@@ -21,6 +21,8 @@ inline constexpr std::size_t ListSwitchCount = OptionKeys.size() - 1;
 static_assert(OptionKeys.back().field == &OptionSetting::PromptOnReplace);
 
 inline constexpr std::int32_t ListColumnCount = FirstSwitchColumn - 1 + static_cast<std::int32_t>(ListSwitchCount);
+static_assert(ListColumnCount == 18,
+              "lists of older versions have 18 columns and are refused for any other number: settle how they are read");
 
 /// What stands above each column.
 inline constexpr std::array<const char16_t*, ListColumnCount> ListHeaders = [] {

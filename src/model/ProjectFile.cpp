@@ -24,9 +24,7 @@ namespace
 
 constexpr StringView place = u"Class Module Project";
 
-// --- Paths ---------------------------------------------------------------------------------------------------------
-
-/// What follows the last dot of the whole path is the extension, be the dot in a folder's name.
+/// The extension is what follows the last dot of the whole path, even when that dot stands in a folder's name.
 bool HasProjectExtension(StringView path)
 {
     const std::size_t dot = path.rfind(u'.');
@@ -41,8 +39,6 @@ String FolderOfProject(const String& path)
         throw Failure(FailureNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
     return String(WithoutTrailingSeparator(folder));
 }
-
-// --- Reading -------------------------------------------------------------------------------------------------------
 
 /// Fills fields from a bag. A key that is not there gives the empty value. A value of another type is taken as the
 /// platform converts it, except that a text is neither a boolean nor a number (13).
@@ -59,13 +55,21 @@ public:
         field = value ? std::visit(ToText(), *value) : String();
     }
 
+    /// All stored options, each by its key.
+    void operator()(RunOptions& options) const
+    {
+        for (const StoredOption& option : StoredOptions)
+            std::visit([&](auto field) { (*this)(option.key, options.*field); }, option.field);
+    }
+
+    /// All switches, each by `prefix` and its key.
     void operator()(const String& prefix, OptionSetting& setting) const
     {
         for (const OptionKey& key : OptionKeys)
             (*this)(prefix + key.name, setting.*key.field);
     }
 
-    /// A count, which no writer makes larger than 16 bits hold.
+    /// A count of items or properties. Writers keep to 16 bits; a larger number is an Overflow.
     std::int16_t Count(StringView key) const { return Checked<std::int16_t>(Number(String(key))); }
 
 private:
@@ -90,7 +94,8 @@ private:
     const PropertyBag& bag_;
 };
 
-/// Reads no more than the block that the file begins with: what is left of a longer, older file is not part of it.
+/// Puts a file's block into the bag. Reads no more than the block that the file begins with: what is left of a longer,
+/// older file is not part of it.
 void ReadStoredBlock(const String& path, PropertyBag& bag)
 {
     const RandomAccessFile file(path);
@@ -104,8 +109,7 @@ void ReadStoredBlock(const String& path, PropertyBag& bag)
         }
     }
     try {
-        // A file that is not a bag is noticed here. It is closed all the same: an open file hinders nobody on this
-        // system.
+        // A file that is not a bag is noticed here, while it is still open; `file` closes it on the way out.
         bag.PutContents(bytes);
     } catch (const Failure& failure) {
         throw Failure(failure.number, failure.description + u": " + path);
@@ -143,7 +147,11 @@ void ReadCustomProperties(const FieldReader& read, CustomProperties& properties)
     }
 }
 
-// --- Writing -------------------------------------------------------------------------------------------------------
+void WriteRunOptions(PropertyBag& bag, const RunOptions& options)
+{
+    for (const StoredOption& option : StoredOptions)
+        std::visit([&](auto field) { bag.WriteProperty(option.key, options.*field); }, option.field);
+}
 
 void WriteOptionSetting(PropertyBag& bag, const String& prefix, const OptionSetting& setting)
 {
@@ -155,8 +163,7 @@ void WriteProject(PropertyBag& bag, const Project& project)
 {
     const std::int32_t itemCount = NotNull(project.FindAndReplaceList)->Count();
     bag.WriteProperty(String(ItemCountKey), itemCount);
-    VisitOptions(*NotNull(project.options),
-                 [&](const String& key, const auto& field) { bag.WriteProperty(key, field); });
+    WriteRunOptions(bag, *NotNull(project.options));
     WriteOptionSetting(bag, {}, *NotNull(project.FindAndReplaceItemsOptionSetting));
 
     Checked<std::int16_t>(itemCount);
@@ -175,7 +182,7 @@ void WriteProject(PropertyBag& bag, const Project& project)
     bag.WriteProperty(String(CustomPropertyCountKey), std::int32_t{customPropertyCount});
 }
 
-/// The file that a path names, null when it names nothing.
+/// The file that a path names, or null when there is none.
 std::unique_ptr<RandomAccessFile> OldFile(const String& path)
 {
     try {
@@ -187,8 +194,8 @@ std::unique_ptr<RandomAccessFile> OldFile(const String& path)
     }
 }
 
-/// Puts the block over the start of a file, all or nothing. A file is not emptied first, so an older one that is longer
-/// leaves its tail behind the block. This is intended.
+/// Puts the block over the start of a file, all or nothing. A file is not emptied first, so the tail of an older one
+/// that is longer stays after the block: readers take the length that the block gives.
 void StoreBlock(const String& path, std::string_view block)
 {
     const auto old = OldFile(path);
@@ -218,11 +225,12 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
 
             const FieldReader read(bag);
             const auto loaded = std::make_shared<Project>();
-            VisitOptions(*loaded->options, read);
+            read(*loaded->options);
             read({}, *loaded->FindAndReplaceItemsOptionSetting);
             ReadItems(read, *loaded->FindAndReplaceList, shared_from_this());
             // Appended to the project at once, before anything else of it changes: a failure here leaves those before
-            // it, and a project that has custom properties keeps them in front. Both are intended.
+            // it. A project that has custom properties keeps them in front, so that a job opened later does not change
+            // the language and list source of the window, which are found by position.
             ReadCustomProperties(read, *NotNull(CustomProperies));
 
             options = loaded->options;

@@ -2,8 +2,13 @@
 
 #include <string>
 
+#include "platform/FieldCount.h"
+
 namespace tessarine
 {
+
+static_assert(FieldCount<RunOptions>() == StoredOptions.size() + 2,
+              "an option stands in no row of StoredOptions; only IsFindOnly and PasswordToOpen are not stored");
 
 String ItemKey(std::int32_t item)
 {

@@ -9,10 +9,8 @@
 namespace tessarine
 {
 
-/// The settings of a whole run. Every field starts at its zero value; Project's construction sets IsFindOnly.
-class ProjectOptions
-{
-public:
+/// What a user chooses for a whole run. Every field starts at its zero value.
+struct RunOptions {
     bool CPUUsage = false;                     ///< The engine's loops sleep 1 millisecond at each yield.
     bool RequiredFindAndReplaceCount = false;  ///< Count every occurrence; when false a find stops at the first one.
     bool IsFindOnly = false;                   ///< True for a search, false while a replacement runs.
@@ -30,12 +28,17 @@ public:
     String PasswordToOpen;  ///< Handed to the engine, which does not use it. Nothing writes it.
     bool ProcessReadonlyFiles = false;
     bool ProcessLongestFindwhatFirst = false;  ///< Stored and shown; items keep their list order in both states.
-    bool AllowAlerts = false;
-    bool KeepOriginalFileDate = false;
-    bool BackupMode = false;
-    String FileToProcessFilepath;
+    bool AllowAlerts = false;                  ///< PowerPoint may show its alerts during the run.
+    bool KeepOriginalFileDate = false;         ///< Each file gets its dates back after it was processed.
+    bool BackupMode = false;                   ///< Each file is copied before anything is done to it.
+    String FileToProcessFilepath;              ///< The text file that lists files.
     bool Include_Subfolders = false;
+};
 
+/// The settings of a whole run as a project holds them. Project's construction sets IsFindOnly.
+class ProjectOptions : public RunOptions
+{
+public:
     /// An option block of its own, made on first use. Nothing else touches it.
     const std::shared_ptr<tessarine::OptionSetting>& OptionSetting();
     void PutOptionSetting(const std::shared_ptr<tessarine::OptionSetting>& value);

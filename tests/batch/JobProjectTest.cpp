@@ -1,9 +1,10 @@
 #include "batch/JobProject.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "batch/BatchCall.h"
 #include "model/Project.h"
+#include "model/ProjectKeys.h"
 
 namespace tessarine::batch
 {
@@ -47,6 +48,33 @@ TEST(JobProject, OptionsAreThoseOfTheCall)
     EXPECT_EQ(options.RestartApplicationAfterFiles, 7);
     EXPECT_EQ(options.RevisionDocumentPropertyName, u"Rev");
     EXPECT_EQ(options.RevisionDocumentPropertyIncrimentedBy, u"0.5");
+}
+
+/// The options that `find` and `replace` can't set: what they need of them goes another way, or has no use without a
+/// window.
+TEST(JobProject, OnlyTheseStoredOptionsHaveNoOptionOnTheCommandLine)
+{
+    BatchCall call;
+    call.count = call.backup = call.keepDate = call.readOnly = call.recurse = true;
+    call.restartAfter = 7;
+    call.revision = u"Rev";
+    const ProjectOwner project;
+
+    FillProject(*project, call);
+
+    std::vector<String> untouched;
+    for (const StoredOption& option : StoredOptions)
+        std::visit(
+            [&](auto field) {
+                if ((*project->options).*field == RunOptions().*field)
+                    untouched.push_back(option.key);
+            },
+            option.field);
+    EXPECT_THAT(untouched,
+                testing::ElementsAre(u"AllowAlerts", u"ComaSepAllowedExtensions", u"ExeLocationIncaseOfFailure",
+                                     u"FileToProcessFilepath", u"FileToProcessFolderPath", u"FileToProcessSourceType",
+                                     u"ProcessLongestFindwhatFirst", u"RestartApplicationAfterSeconds",
+                                     u"PowerpointVersion", u"CPUUsage"));
 }
 
 TEST(JobProject, WithoutARevisionNoStepIsHandedOver)

@@ -1,6 +1,5 @@
 #include "ui/run/ResultReport.h"
 
-#include <array>
 #include <string>
 
 #include "platform/CheckedInteger.h"
@@ -12,30 +11,6 @@ namespace tessarine
 
 namespace
 {
-
-struct LocationRow {
-    const char16_t* label;
-    const char16_t* found = u"Found";
-    const char16_t* notFound = u"Not Found";
-};
-
-/// In the order of Location. Blanks and letters differ from row to row; this is intended.
-constexpr std::array<LocationRow, SearchLocations.size()> rows{{
-    {u"Slides ("},
-    {u"Hyperlinks Addresses (", u"FOund", u"Not FOund"},
-    {u"Shapes And Textboxes ("},
-    {u"Header ("},
-    {u"Footer ("},
-    {u"Builtin Properties("},
-    {u"Custom Properties("},
-    {u"Notes("},
-    {u"OLE And DDE Links("},
-    {u"Slide Master Per Slide("},
-    {u"Slide Master Per Presentation ("},
-    {u"Title Master("},
-    {u"Handout Master("},
-    {u"Notes Master("},
-}};
 
 using Position = ResultModel::Position;
 
@@ -68,12 +43,11 @@ Position FileOf(ResultModel& results, const CounterStatuses& status, ResultCount
 void AddItem(ResultModel& results, Position file, const CounterStatus& status, bool isReqCount, ResultCounters counters)
 {
     const Position item = results.AddItem(file, status.FindWhat);
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        const auto location = static_cast<Location>(row);
-        const std::int32_t count = status.Count(location);
+    for (const SearchLocation& row : SearchLocations) {
+        const std::int32_t count = status.Count(row.location);
         if (count == -1)
             continue;
-        results.AddLocation(file, item, LocationText(location, count, isReqCount));
+        results.AddLocation(file, item, LocationText(row.location, count, isReqCount));
         counters.mTotalChanges = CheckedSum(counters.mTotalChanges, count);
     }
 }
@@ -96,8 +70,8 @@ void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount,
 
 String LocationText(Location location, std::int32_t count, bool isReqCount)
 {
-    const LocationRow& row = rows[static_cast<std::size_t>(location)];
-    String text = row.label;
+    const SearchLocation& row = RowOf(location);
+    String text = row.inResults;
     if (isReqCount)
         text += FromUtf8(std::to_string(count));
     else
