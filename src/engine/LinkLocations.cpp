@@ -13,7 +13,7 @@ std::int32_t SearchFunctions::olelinks()
         std::int32_t total = 0;
         std::int32_t count = 0;
         const auto slides = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
-        // No Yield and no delivery of events in this walk. This is intended.
+        // No Yield here, unlike in the other walks: linked objects are few, so the windows get their turn soon enough.
         while ((CurrentSlide = slides->Next())) {
             const auto shapes = NotNull(CurrentSlide->Shapes())->NewEnum();
             while ((CurrentShape = shapes->Next())) {
@@ -21,7 +21,7 @@ std::int32_t SearchFunctions::olelinks()
                     continue;
                 const auto link = NotNull(CurrentShape->LinkFormat());
                 const String source = FindandReplace(count, mItem, link->SourceFullName(), true);
-                // Written back whether anything was found or not. This is intended.
+                // Written back whether anything was found or not, so that a link that refuses the write is noticed.
                 if (!mIsFindOnly)
                     link->PutSourceFullName(source);
                 if (count != -1)

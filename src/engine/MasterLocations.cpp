@@ -29,7 +29,8 @@ class DesignNames
 {
 public:
     /// False when the name has been met. At the start the list holds one empty entry, so that a first design without a
-    /// name counts as met; the first name takes that entry's place. This is intended.
+    /// name counts as met; the first name takes that entry's place. Kept, because it decides which masters old jobs
+    /// change.
     bool Add(const String& name)
     {
         if (names_.contains(name))
@@ -104,7 +105,7 @@ std::int32_t SearchFunctions::HandoutMaster()
         std::int32_t total = 0;
         SearchShapes(NotNull(NotNull(xPresentation)->HandoutMaster())->Shapes(), handoutMasterRule, total);
         // Header and footer are those of the notes master, so they are left to NotesMaster when that is searched too;
-        // the handout master's own are never read. This is intended.
+        // the handout master's own are never read. The help describes it so.
         if (!NotNull(NotNull(mItem)->OptionSetting)->InNotesMaster)
             SearchHeaderAndFooterOfNotesMaster(total);
         return total;
@@ -117,7 +118,7 @@ void SearchFunctions::SearchHeaderAndFooterOfNotesMaster(std::int32_t& total)
     std::int32_t count = 0;
     const auto search = [&](powerpoint::HeaderFooter& headerFooter) {
         const String text = FindandReplace(count, mItem, headerFooter.Text(), true);
-        // Written back whether anything was found or not. This is intended.
+        // Written back whether anything was found or not, so that one that refuses the write is noticed.
         if (!mIsFindOnly)
             headerFooter.PutText(text);
         if (count != -1)

@@ -36,7 +36,7 @@ public:
     Occurrences(const Occurrences&) = delete;
     Occurrences& operator=(const Occurrences&) = delete;
 
-    /// Index of the first occurrence at or behind `from`, npos for none.
+    /// Index of the first occurrence at `from` or later, npos for none.
     std::size_t Next(std::size_t from) const { return source_.find(find_, from); }
 
 private:
@@ -46,8 +46,8 @@ private:
     StringView find_;
 };
 
-/// Exactly A to Z in either case: digits, "_", blanks and every letter beyond them are boundaries of a whole word.
-/// This is intended.
+/// Exactly A to Z in either case: digits, "_", blanks and every other letter are boundaries of a whole word. Plain values
+/// have always been matched so, and old jobs rely on it; in text of shapes the presentation engine decides.
 bool IsWordLetter(char16_t unit)
 {
     return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
@@ -78,7 +78,8 @@ String SearchFunctions::FindandReplace(std::int32_t& vFindCount, const std::shar
         // Copies: the user may change the pair while the walk lets events through.
         const String find = item.FindWhat;
         const String replacement = vIsReplace ? item.ReplaceWith : find;
-        // The case rule comes from the pair, the word rule from the flag that ProcessFile set. This is intended.
+        // The case rule comes from the pair, the word rule from the flag that ProcessFile took from the pair at its
+        // start: a pair that is edited during the run changes the one at once and the other with the next file.
         return WholeWordsFlag == 0 ? ReplaceWord1(vText, find, replacement, 1, -1, compare, vFindCount)
                                    : ReplaceWord(vText, find, replacement, 1, -1, compare, vFindCount);
     });
@@ -104,20 +105,20 @@ String SearchFunctions::ReplaceWord(const String& Source, const String& Find, co
             const std::size_t hit = occurrences.Next(from);
             if (hit == String::npos)
                 return;
-            const std::size_t behind = hit + length;
+            const std::size_t end = hit + length;
             const std::size_t unread = Source.size() - rest.size();
             done.append(Source, unread, hit - unread);
             rest = StringView(Source).substr(hit);
             // The character before is the one of the text so far, so it may be the end of the last replacement.
             const bool touchesBefore = !done.empty() && IsWordLetter(done.back());
-            const bool touchesBehind = behind < Source.size() && IsWordLetter(Source[behind]);
-            if (!touchesBefore && !touchesBehind) {
+            const bool touchesAfter = end < Source.size() && IsWordLetter(Source[end]);
+            if (!touchesBefore && !touchesAfter) {
                 done += ReplaceStr;
                 rest.remove_prefix(length);
                 replacements = CheckedSum(replacements, 1);
                 FindAndReplaceCount = replacements;
             }
-            from = behind;
+            from = end;
             Yield();
             if (replacements == Count)
                 return;
@@ -144,7 +145,8 @@ String SearchFunctions::ReplaceWord1(const String& Source, const String& Find, c
                 break;
             Yield();
             hit = occurrences.Next(next);
-            // Off, one occurrence is counted, although all are replaced below. This is intended.
+            // Without a required count one occurrence stands for all: the run then only tells "Found". All of them are
+            // replaced below.
             if (!IsRequiredCount)
                 break;
         }

@@ -25,7 +25,7 @@ std::int32_t SearchFunctions::BuiltinProperties()
                 Skip(fetch);
 
             // One statement: when the value can't be read, `count` keeps what the property before gave, and that is
-            // added once more. This is intended.
+            // added once more. Kept, because totals are compared with those of old logs.
             Skip([&] {
                 const String text = FindandReplace(count, mItem, TextOf(NotNull(property)->Value()), true);
                 if (!mIsFindOnly)
@@ -47,7 +47,7 @@ std::int32_t SearchFunctions::CustomProperties()
         const auto bound = Checked<std::int16_t>(NotNull(NotNull(xPresentation)->CustomDocumentProperties())->Count());
         for (std::int32_t index = 1; index <= bound; ++index) {
             const auto property = NotNull(NotNull(xPresentation->CustomDocumentProperties())->Item(index));
-            // The mode comes from the pair's project, not from mIsFindOnly. This is intended.
+            // The mode comes from the pair's project, not from mIsFindOnly, which is a copy from the start of the run.
             const bool isFindOnly = NotNull(NotNull(NotNull(mItem)->Project)->options)->IsFindOnly;
             const String text = FindandReplace(count, mItem, TextOf(property->Value()), true);
             if (!isFindOnly && count >= 1)

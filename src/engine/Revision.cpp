@@ -14,7 +14,7 @@ namespace tessarine
 namespace
 {
 
-/// The number that a property's value stands for. A boolean is -1 or 0, a date and nothing are no numbers.
+/// The number that a property's value stands for. A boolean is -1 or 0; a date or no value at all isn't a number.
 struct ToNumber {
     std::optional<double> operator()(std::monostate) const { return {}; }
     std::optional<double> operator()(bool value) const { return value ? -1.0 : 0.0; }
@@ -44,7 +44,8 @@ void SearchFunctions::UpdateISO9001Version(const String& vRevisionProperty,
             const std::optional<double> number = std::visit(ToNumber(), value);
             if (increment && number)
                 value = *number + *increment;
-            // Written back as it was, too, when one of the two is no number. This is intended.
+            // Also written back when one of the two isn't a number: the property then keeps its value, and one that
+            // can't be written ends the update here as it would with a number.
             property(index)->PutValue(value);
         }
     });

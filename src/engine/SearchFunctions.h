@@ -20,10 +20,10 @@ struct ShapeRule;
 ///   give what their comment says.
 /// - The locations and ProcessFile raise the same number again, with their own name as source and the common text as
 ///   description, so that the texts nest.
-/// - Footer and BuiltinProperties pass over failures from a point on, see there.
+/// - Footer and BuiltinProperties pass over failures from a point on, which their comments tell.
 ///
-/// A null reference met on the way is failure 91, a total beyond 32 bits failure 6. The walks keep their place in
-/// members: no operation may be entered while another one runs, also not from an event that Yield delivers.
+/// A null reference met on the way is the failure ObjectNotSet, a total beyond 32 bits Overflow. The walks keep their
+/// place in members: no operation may be entered while another one runs, also not from an event that Yield delivers.
 class SearchFunctions
 {
 public:
@@ -35,12 +35,10 @@ public:
     bool IsRequiredCount = false;  ///< Copy of RequiredFindAndReplaceCount: off, a find stops at the first hit.
     bool mCPUUsage = false;        ///< Copy of CPUUsage: each Yield sleeps.
 
-    std::shared_ptr<powerpoint::Slide> CurrentSlide;  ///< Where a walk stands; null behind its end.
+    std::shared_ptr<powerpoint::Slide> CurrentSlide;  ///< Where a walk stands; null after its end.
     std::shared_ptr<powerpoint::Shape> CurrentShape;
     std::int32_t MatchCaseFlag = 0;   ///< 1 when the pair's MatchCase is on, else 0. Set by ProcessFile.
     std::int32_t WholeWordsFlag = 0;  ///< 1 when the pair's MatchWholeWord is on, else 0. Set by ProcessFile.
-
-    // --- The matchers -------------------------------------------------------------------------------------------
 
     /// Finds, or in a replace run replaces, mItem in a text range and gives the number of occurrences handled. A find
     /// with IsRequiredCount off stops at the first; a replace always goes on to the end, and does not end by itself
@@ -66,7 +64,7 @@ public:
     String ReplaceWord1(const String& Source, const String& Find, const String& ReplaceStr, std::int32_t Start,
                         const std::int32_t& Count, const std::int32_t& Compare, std::int32_t& FindAndReplaceCount);
 
-    // --- The locations: each searches mItem in xPresentation and gives its count ----------------------------------
+    // The locations: each searches mItem in xPresentation and gives its count.
 
     std::int32_t Slides();             ///< Placeholders of the slides.
     std::int32_t Hyperlinks();         ///< Addresses; in a replace run each is written back, found or not.
@@ -90,8 +88,6 @@ public:
     std::int32_t BuiltinProperties();
     std::int32_t CustomProperties();  ///< Finds or replaces by the mode of the pair's own project.
     std::int32_t olelinks();          ///< Sources of linked OLE objects; updates the links after a replacement.
-
-    // --- The file -----------------------------------------------------------------------------------------------
 
     /// Adds a number to every custom property of a name (case ignored), where both are numeric; otherwise writes the
     /// value back as it was. A failure ends the update.

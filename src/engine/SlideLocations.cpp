@@ -74,7 +74,7 @@ std::int32_t SearchFunctions::Hyperlinks()
             const auto hyperlinks = NotNull(CurrentSlide->Hyperlinks())->NewEnum();
             while (const auto hyperlink = hyperlinks->Next()) {
                 const String address = FindandReplace(mCounter, mItem, hyperlink->Address(), true);
-                // Written back whether anything was found or not. This is intended.
+                // Written back whether anything was found or not, so that a link that refuses the write is noticed.
                 if (!mIsFindOnly)
                     hyperlink->PutAddress(address);
                 if (mCounter != -1)
@@ -86,7 +86,7 @@ std::int32_t SearchFunctions::Hyperlinks()
     });
 }
 
-// Slide headers are not searched. This is intended.
+// Nothing to search: a slide has no header. Those of notes and handouts are part of their masters' locations.
 std::int32_t SearchFunctions::Header()
 {
     return 0;

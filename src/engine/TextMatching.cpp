@@ -10,7 +10,8 @@ namespace tessarine
 
 std::int32_t SearchFunctions::SearchFunction(const std::shared_ptr<powerpoint::TextRange>& textRange)
 {
-    // A failure gives 0, also when occurrences had been counted before. This is intended.
+    // A failure gives 0, also when occurrences had been counted before: the log has the failure, and a count that is
+    // only partly true would look complete.
     return LogAndReturn({u"SearchFunction", SearchPlace}, [&] {
         return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *NotNull(textRange))
                            : ReplaceInTextRange<std::int32_t>(*this, *NotNull(textRange));

@@ -10,8 +10,8 @@
 namespace tessarine
 {
 
-/// The two walks of SearchFunction over a text range. Both start again from the first character of the last hit, not
-/// from behind it, and give the number of hits. `Count` is the type in which they count: failure 6 when it is full.
+/// The two walks of SearchFunction over a text range. Both go on from the first character of the last hit, not from its
+/// end, and give the number of hits. `Count` is the type in which they count: Overflow when it is full.
 template <class Count>
 Count FindInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
 {
@@ -41,8 +41,8 @@ Count ReplaceInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRan
             textRange.Replace(item.FindWhat, item.ReplaceWith, After, engine.MatchCaseFlag, engine.WholeWordsFlag);
         if (!hit)
             return count;
-        // No guard for a replacement that holds the find text behind its start: it is found again until the count is
-        // full. This is intended.
+        // A replacement that holds the find text after its start is found again until the count is full: a guard here
+        // would change the counts of jobs that end today. NeverEnds tells such pairs beforehand.
         count = CheckedSum(count, 1);
         After = hit->Start();
         engine.Yield();

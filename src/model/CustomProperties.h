@@ -29,7 +29,9 @@ public:
 
     std::shared_ptr<CustomProperty> Item(const IndexKey& vntIndexKey) const;  ///< Null for a bad position or key.
     std::int32_t Count() const;
-    void Remove(const IndexKey& vntIndexKey);
+    void Remove(const IndexKey& vntIndexKey);  ///< Later properties close up. A bad position or key changes nothing.
+
+    /// The properties in order, for a for-each loop.
     std::vector<std::shared_ptr<CustomProperty>> NewEnum() const;
 
 private:

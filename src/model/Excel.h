@@ -9,9 +9,12 @@
 /// The automation surface for list files: every object and member of Excel's object model that the system uses, under
 /// its names there. Rows and columns count from 1.
 ///
-/// - Each member either succeeds or raises a Failure with a number and a text: 429 (no Excel), Disconnected (the
-///   workbook or its application has been closed), 1004 for anything else, with a text that tells the reason.
-/// - References are shared. Each member that gives one may give null, whose use is failure 91.
+/// - Each member either succeeds or raises a Failure with a number and a text: CannotCreateObject (no Excel),
+/// Disconnected (the
+///   workbook or its application has been closed), ApplicationDefined for anything else, with a text that tells the
+///   reason.
+/// - References are shared. Each member that gives one may give null, whose use is the failure
+///   ObjectNotSet.
 namespace tessarine::excel
 {
 
@@ -29,7 +32,7 @@ struct CellError {
 using Value = std::variant<std::monostate, bool, double, String, CellError>;
 
 /// The value as text, as the platform converts it: "" for empty, "True" or "False", a number with 15 significant digits
-/// at most under the system's locale. Raises 13 for an error.
+/// at most under the system's locale. Raises TypeMismatch for an error.
 String TextOf(const Value& value);
 
 /// One cell, or any number of them.
@@ -42,7 +45,8 @@ public:
     virtual std::shared_ptr<Range> Columns() = 0;
     virtual std::shared_ptr<Range> Rows() = 0;
 
-    /// The cell at a place, counted from the range's first cell. Beyond the sheet 1004.
+    /// The cell at a place, counted from the range's first cell. Beyond the sheet it raises
+    /// ApplicationDefined.
     virtual std::shared_ptr<Range> Item(std::int32_t row, std::int32_t column) = 0;
 
     virtual excel::Value Value() = 0;  ///< Of the range's first cell.
@@ -51,6 +55,7 @@ public:
     virtual void PutValue(const excel::Value& value) = 0;
 };
 
+/// A sheet with cells.
 class Worksheet
 {
 public:
@@ -63,22 +68,24 @@ public:
     virtual std::shared_ptr<Range> Cells() = 0;  ///< All cells of the sheet, so that Item(1, 1) is its first.
 };
 
+/// The sheets of a workbook, in the order of their tabs.
 class Sheets
 {
 public:
     virtual ~Sheets() = default;
-    virtual std::shared_ptr<Worksheet> Item(std::int32_t index) = 0;
+    virtual std::shared_ptr<Worksheet> Item(std::int32_t index) = 0;  ///< `index` from 1.
 };
 
 /// What becomes of changes when a workbook is closed.
 enum XlSaveAction : std::int32_t { xlSaveChanges = 1, xlDoNotSaveChanges = 2 };
 
+/// An open workbook, also one that a file of separated text was opened as.
 class Workbook
 {
 public:
     virtual ~Workbook() = default;
     virtual std::shared_ptr<excel::Sheets> Sheets() = 0;
-    virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;
+    virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;  ///< Of a new workbook, its only sheet.
 
     /// Saves under a name; its extension alone tells the format (".xls", ".csv"). Without alerts an existing file is
     /// replaced.
@@ -91,6 +98,7 @@ public:
     virtual void Close(std::int32_t SaveChanges) = 0;
 };
 
+/// The open workbooks of an application.
 class Workbooks
 {
 public:
@@ -102,13 +110,14 @@ public:
     virtual std::shared_ptr<Workbook> Add() = 0;  ///< A new workbook with an empty sheet.
 };
 
+/// A running Excel.
 class Application
 {
 public:
     virtual ~Application() = default;
     virtual std::shared_ptr<excel::Workbooks> Workbooks() = 0;
-    virtual void PutDisplayAlerts(bool value) = 0;
-    virtual void Quit() = 0;
+    virtual void PutDisplayAlerts(bool value) = 0;  ///< Off, an existing file is replaced without a question.
+    virtual void Quit() = 0;                        ///< Ends the instance.
 };
 
 /// Where applications come from.
@@ -117,7 +126,8 @@ class Provider
 public:
     virtual ~Provider() = default;
 
-    /// Starts a new, invisible instance of "Excel.Application". Raises 429 when there is none to start.
+    /// Starts a new, invisible instance of "Excel.Application". Raises CannotCreateObject when there is none to
+    /// start.
     virtual std::shared_ptr<Application> CreateApplication() = 0;
 };
 
@@ -125,7 +135,7 @@ public:
 /// stand-in; at first there is none.
 std::shared_ptr<Provider> SetProvider(std::shared_ptr<Provider> provider);
 
-/// Starts an application by the process's provider; 429 without one.
+/// Starts an application by the process's provider; CannotCreateObject without one.
 std::shared_ptr<Application> CreateApplication();
 
 }  // namespace tessarine::excel

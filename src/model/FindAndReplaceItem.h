@@ -19,8 +19,8 @@ struct FindAndReplaceItem {
     /// project's owner, see ProjectOwner.
     std::shared_ptr<tessarine::Project> Project;
 
-    String ReplaceWith;
-    String FindWhat;
+    String ReplaceWith;  ///< May be empty: what is found is deleted.
+    String FindWhat;     ///< Taken literally. With an empty one nothing is looked for.
 };
 
 }  // namespace tessarine

@@ -39,23 +39,21 @@ public:
     /// When true, an import adds to the list instead of starting from an empty one.
     bool KeepExistingItems = false;
 
-    // --- List files (docs/lists.md) -----------------------------------------------------------------------------
-
-    /// Reads the pairs of a list file, a table of 18 columns below a row of headers, by way of Excel (model/Excel.h).
-    /// True when the headers were accepted. The items share one project, made for the import.
+    /// Reads the pairs of a list file (docs/lists.md), a table of 18 columns below a row of headers, by way of Excel
+    /// (model/Excel.h). True when the headers were accepted. The items share one project, made for the import.
     ///
     /// False otherwise: a missing file (a message tells), an extension other than xls, tab and csv, or another number
     /// of columns leave the list as it was; headers that differ leave an empty one, or what KeepExistingItems keeps.
     /// Any failure is logged; the rows before it stay, and the result is true when the headers had been accepted. More
-    /// than 32,767 rows are failure 6.
+    /// than 32,767 rows are an Overflow.
     bool ImportList(const String& vFilepath);
 
     /// Writes the list to a file, in place of an older one: .xls and .csv by way of Excel, .tab as text, UTF-8 on
     /// Linux. A folder that is missing and any other extension show a message. A failure is logged; the file is then
     /// the old one or one that Excel had saved.
     ///
-    /// A .tab file is complete when it has been written; then saving a workbook that is not there fails, and is
-    /// logged. This is intended.
+    /// After a .tab file one failure is logged although the file is complete: the save that follows every export finds
+    /// no workbook. Kept, because the desktop has always logged it.
     void ExportsList(const String& vFilepath);
 
     /// What the last ImportList or ExportsList logged, nothing when the file was read or written: for callers that tell
@@ -64,8 +62,6 @@ public:
 
     /// Why the last ImportList gave false; nothing when it gave true or failed.
     std::optional<ListRefusal> ImportRefusal;
-
-    // --- The pairs ----------------------------------------------------------------------------------------------
 
     /// Appends a pair and returns it. `OptionSetting` is shared, not copied: two pairs given the same one change
     /// together. `sKey` may be empty. A key already in use adds nothing and gives null.
@@ -92,7 +88,7 @@ private:
     void ExportText(const String& path) const;
 
     KeyedCollection<FindAndReplaceItem> items_;
-    // What an import or export left: null, or closed, or still open behind one that did not end normally.
+    // What an import or export left: null, or closed, or still open after one that did not end normally.
     std::shared_ptr<excel::Application> application_;
     std::shared_ptr<excel::Workbook> workbook_;
     std::shared_ptr<excel::Worksheet> worksheet_;

@@ -7,7 +7,8 @@
 namespace tessarine
 {
 
-/// Runs `body` and keeps what it fails with, besides handing it on.
+/// Runs `body` and gives what it gives. What it fails with goes on to the caller, and is also left in `kept`, which is
+/// empty after a success.
 template <class Body>
 auto KeepFailure(std::optional<Failure>& kept, Body&& body)
 {

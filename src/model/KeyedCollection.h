@@ -13,7 +13,7 @@
 namespace tessarine
 {
 
-/// A position from 1, or a key.
+/// A position from 1, or a key. Letters of keys count with their case.
 class IndexKey
 {
 public:
@@ -21,7 +21,9 @@ public:
     IndexKey(String key) : value_(std::move(key)) {}        // NOLINT(google-explicit-constructor)
     IndexKey(const char16_t* key) : value_(String(key)) {}  // NOLINT(google-explicit-constructor)
 
+    /// Null when it is a key.
     const std::int32_t* Position() const { return std::get_if<std::int32_t>(&value_); }
+    /// Null when it is a position.
     const String* Key() const { return std::get_if<String>(&value_); }
 
 private:
@@ -30,8 +32,8 @@ private:
 
 /// Elements in insertion order, positions from 1, an optional unique key per element.
 ///
-/// Failures: 9 for a position outside the collection, 5 for an unknown key, 457 for a key already in use. A failing
-/// call changes nothing.
+/// Failures: SubscriptOutOfRange for a position outside the collection, InvalidProcedureCall for an unknown key,
+/// KeyAlreadyUsed for a key already in use. A failing call changes nothing.
 template <class Element>
 class KeyedCollection
 {
@@ -73,6 +75,7 @@ private:
         return std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.key == key; });
     }
 
+    /// The entry of an index, or the failure that the class names.
     Position Locate(const IndexKey& index) const
     {
         if (const std::int32_t* position = index.Position()) {

@@ -32,7 +32,7 @@ String UpperExtensionOf(StringView path)
 }
 
 /// Equal to boolean true: the boolean itself, and the number -1, which is its value as a number. A text never is, nor
-/// is the number 1. This is intended.
+/// is the number 1: lists in which somebody typed 1 have always been read as switched off.
 bool EqualsTrue(const excel::Value& value)
 {
     if (const bool* boolean = std::get_if<bool>(&value))
@@ -52,8 +52,6 @@ void PutAt(excel::Range& cells, std::int32_t row, std::int32_t column, const exc
 }
 
 }  // namespace
-
-// --- Import ------------------------------------------------------------------------------------------------------
 
 bool FindAndReplaceItems::ImportList(const String& vFilepath)
 {
@@ -87,12 +85,13 @@ void FindAndReplaceItems::Import(const String& path, bool& isAccepted)
     const auto usedRange = NotNull(NotNull(worksheet_)->UsedRange());
     const std::int32_t columns = NotNull(usedRange->Columns())->Count();
     if (columns != ListColumnCount) {
-        // The workbook stays open and the application running. This is intended.
+        // The workbook stays open and the application running, until the next import or export lets go of them: a
+        // refusal by the headers closes both, this one never has.
         ImportRefusal = ListRefusal{.reason = Reason::ColumnCount, .columns = columns};
         return;
     }
 
-    // Before the header is read, so that a bad one leaves an empty list. This is intended.
+    // Before the header is read, so that a bad one leaves an empty list and not the pairs of another file.
     if (!KeepExistingItems)
         items_ = {};
     const auto rows = Checked<std::int16_t>(NotNull(usedRange->Rows())->Count());
@@ -139,15 +138,13 @@ void FindAndReplaceItems::AddRow(excel::Range& cells, std::int32_t row, const st
     Add(findWhat, replaceWith, setting, owner);
 }
 
-// --- Export ------------------------------------------------------------------------------------------------------
-
 void FindAndReplaceItems::ExportsList(const String& vFilepath)
 {
     LogAndReturn({u"ExportsList", place}, [&] {
         const bool isText = KeepFailure(FileFailure, [&] { return Export(vFilepath); });
         if (!isText)
             return;
-        // A text has no workbook, so this fails behind a complete file. This is intended.
+        // A text has no workbook, so this fails after a complete file; the log line is part of what an export leaves.
         NotNull(workbook_)->Save();
         workbook_->Close(excel::xlDoNotSaveChanges);
         NotNull(application_)->Quit();
@@ -216,7 +213,7 @@ void FindAndReplaceItems::ExportText(const String& path) const
         (headers += headers.empty() ? u"" : u"\t") += header;
     write(headers += LineEnd);
     for (const auto& item : items_.NewEnum()) {
-        // No quoting: a tab or a line end in a text breaks the row. This is intended.
+        // No quoting, as the format has none: a tab or a line end in a text breaks the row (docs/lists.md).
         String line = item->FindWhat + u"\t" + item->ReplaceWith;
         for (const OptionKey& key : std::span(OptionKeys).first<ListSwitchCount>())
             line += *NotNull(item->OptionSetting).*key.field ? u"\tTrue" : u"\tFalse";

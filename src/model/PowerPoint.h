@@ -12,11 +12,11 @@
 ///
 /// - Collections are walked forward with an enumerator, never by index; document properties by index from 1 to Count.
 /// - Each member either succeeds or raises a Failure with a number and a text. Numbers that callers tell apart:
-///   429 (no PowerPoint), 462 and -2147023170 (it has gone), 1004 and -2147467259 (taken for a wrong password, by Open
-///   only), -2147188160 (the object shows no such header or footer).
+///   CannotCreateObject (no PowerPoint), ServerGone and RemoteCallFailed (it has gone), ApplicationDefined and
+///   Unspecified (taken for a wrong password, by Open only), InvalidRequest (the object shows no such header or
+///   footer).
 /// - References are shared. An object stays usable as long as somebody holds it; after Close of its presentation its
-/// members
-///   may raise.
+///   members may raise.
 namespace tessarine::powerpoint
 {
 
@@ -52,7 +52,7 @@ inline constexpr TriState msoTrue = -1;
 
 inline constexpr std::int32_t msoAutomationSecurityForceDisable = 3;
 
-/// A walk over a collection: the next element, null behind the last.
+/// A walk over a collection: the next element, or null after the last.
 template <class Element>
 class Enumerator
 {
@@ -68,8 +68,8 @@ public:
     virtual ~Collection() = default;
     virtual std::unique_ptr<Enumerator<Element>> NewEnum() = 0;
 
-    /// A hint, no member of the object model: false only when none of the elements' text ranges can hold the text,
-    /// whatever the case, so that a walk in search of it may be left out. What stands behind the surface and can't tell
+    /// A hint that PowerPoint's object model does not have: false only when none of the elements' text ranges can hold
+    /// the text, whatever the case, so that a walk in search of it may be left out. An implementation that can't tell
     /// says true.
     virtual bool MayHoldText(const String& /*text*/) { return true; }
 };
@@ -79,8 +79,8 @@ class TextRange
 public:
     virtual ~TextRange() = default;
 
-    /// The first occurrence at or behind the character following position `After` (UTF-16 units, 1-based; 0 = from the
-    /// first), or null. `MatchCase` and `WholeWords` are 1 or 0.
+    /// The first occurrence that begins after position `After` (UTF-16 units, 1-based; 0 = from the first), or null.
+    /// `MatchCase` and `WholeWords` are 1 or 0.
     virtual std::shared_ptr<TextRange> Find(const String& FindWhat, std::int32_t After, TriState MatchCase,
                                             TriState WholeWords) = 0;
 
@@ -92,6 +92,7 @@ public:
     virtual std::int32_t Start() = 0;
 };
 
+/// The part of a shape that holds its text.
 class TextFrame
 {
 public:
@@ -99,14 +100,17 @@ public:
     virtual std::shared_ptr<powerpoint::TextRange> TextRange() = 0;
 };
 
+/// Where a linked object comes from.
 class LinkFormat
 {
 public:
     virtual ~LinkFormat() = default;
-    virtual String SourceFullName() = 0;
+    virtual String SourceFullName() = 0;  ///< A path, or path and place inside the file ("a.xlsx!Sheet1!R1C1").
     virtual void PutSourceFullName(const String& value) = 0;
 };
 
+/// Anything drawn on a slide, notes page or master. Shapes inside groups and cells of tables are not elements of a
+/// collection of shapes.
 class Shape
 {
 public:
@@ -119,11 +123,12 @@ public:
 
 using Shapes = Collection<Shape>;
 
+/// A link of a slide, of a text or of a shape.
 class Hyperlink
 {
 public:
     virtual ~Hyperlink() = default;
-    virtual String Address() = 0;
+    virtual String Address() = 0;  ///< Without the place inside the target; empty for a link to a slide.
     virtual void PutAddress(const String& value) = 0;
 };
 
@@ -134,7 +139,7 @@ class HeaderFooter
 public:
     virtual ~HeaderFooter() = default;
 
-    /// Both raise -2147188160 when the object shows no such header or footer.
+    /// Both raise InvalidRequest when the object shows no such header or footer.
     virtual String Text() = 0;
     virtual void PutText(const String& value) = 0;
 };
@@ -147,6 +152,7 @@ public:
     virtual std::shared_ptr<HeaderFooter> Footer() = 0;
 };
 
+/// A slide, title, notes or handout master.
 class Master
 {
 public:
@@ -155,6 +161,7 @@ public:
     virtual std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() = 0;
 };
 
+/// A slide master with what belongs to it. A presentation without title masters answers HasTitleMaster with msoFalse.
 class Design
 {
 public:
@@ -175,6 +182,7 @@ public:
     virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
 };
 
+/// One slide. Its notes page is there even when nobody has written notes.
 class Slide
 {
 public:
@@ -219,6 +227,7 @@ public:
     virtual std::shared_ptr<DocumentProperty> Item(std::int32_t index) = 0;  ///< `index` from 1.
 };
 
+/// An open presentation.
 class Presentation
 {
 public:
@@ -229,33 +238,35 @@ public:
     virtual std::shared_ptr<Master> HandoutMaster() = 0;
     virtual std::shared_ptr<DocumentProperties> BuiltInDocumentProperties() = 0;
     virtual std::shared_ptr<DocumentProperties> CustomDocumentProperties() = 0;
-    virtual void UpdateLinks() = 0;
-    virtual void Save() = 0;
-    virtual void Close() = 0;
+    virtual void UpdateLinks() = 0;  ///< Reads linked objects again from their sources.
+    virtual void Save() = 0;         ///< Under the name that it was opened by.
+    virtual void Close() = 0;        ///< Unsaved changes are lost.
 
     /// A hint like Collection::MayHoldText, for the notes pages of all slides.
     virtual bool NotesMayHoldText(const String& /*text*/) { return true; }
 };
 
+/// The open presentations of an application.
 class Presentations
 {
 public:
     virtual ~Presentations() = default;
 
-    /// Opens a presentation. Failures: 462 or -2147023170 when the server has gone; 1004 or -2147467259 when the file
-    /// needs a password; any other number for any other reason.
+    /// Opens a presentation. Failures: ServerGone or RemoteCallFailed when the server has gone; ApplicationDefined or
+    /// Unspecified when the file needs a password; any other number for any other reason.
     virtual std::shared_ptr<Presentation> Open(const String& FileName, TriState ReadOnly, TriState Untitled,
                                                TriState WithWindow) = 0;
 };
 
+/// A running PowerPoint.
 class Application
 {
 public:
     virtual ~Application() = default;
     virtual std::shared_ptr<powerpoint::Presentations> Presentations() = 0;
     virtual void PutDisplayAlerts(std::int32_t value) = 0;
-    virtual void PutAutomationSecurity(std::int32_t value) = 0;
-    virtual void Quit() = 0;
+    virtual void PutAutomationSecurity(std::int32_t value) = 0;  ///< msoAutomationSecurityForceDisable: no macro runs.
+    virtual void Quit() = 0;                                     ///< Ends the instance.
 };
 
 /// Where applications come from. The composition root hands one to the run.
@@ -264,7 +275,8 @@ class Provider
 public:
     virtual ~Provider() = default;
 
-    /// Starts a new, invisible instance of "PowerPoint.Application". Raises 429 when there is none to start.
+    /// Starts a new, invisible instance of "PowerPoint.Application". Raises CannotCreateObject when there is none to
+    /// start.
     virtual std::shared_ptr<Application> CreateApplication() = 0;
 
     /// A running instance, also one that the user started; null when none runs.

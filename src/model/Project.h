@@ -27,7 +27,8 @@ class CounterStatuses;
 class Project : public std::enable_shared_from_this<Project>
 {
 public:
-    /// `provider` is where a run gets its PowerPoint from; without one a run fails with 429.
+    /// `provider` is where a run gets its PowerPoint from; without one a run fails with
+    /// CannotCreateObject.
     explicit Project(std::shared_ptr<powerpoint::Provider> provider = {});
 
     /// Stops a run before its next file. Cleared at the normal end of a run.
@@ -41,44 +42,40 @@ public:
     /// Copy of RequiredFindAndReplaceCount, taken when a run starts.
     bool IsReqCount = false;
 
-    // --- The project file (docs/formats/tsq.md) -----------------------------------------------------------------
-
-    /// Takes options, list and project-level options of a project file, and true, in place of its own; the file's
-    /// custom properties are appended to those that it has. The list file that they may name is not read.
+    /// Takes options, list and project-level options of a project file (docs/formats/tsq.md), and true, in place of its
+    /// own; the file's custom properties are appended to those that it has. The list file that they may name is not
+    /// read.
     ///
     /// False otherwise: `vError` is 1 when the file is not there, 2 when its extension is not "tsq", and stays as it
     /// was for any other failure, which is logged. The project is unchanged then, except that custom properties before
-    /// a bad one stay. Items beyond 32,767 are failure 6.
+    /// a bad one stay. Items beyond 32,767 are an Overflow.
     bool LoadProject(const String& vFilepath, std::int32_t& vError);
 
-    /// Writes the project to a file; a path with another extension gets ".tsq" behind it, in the caller's string too.
+    /// Writes the project to a file; a path with another extension gets ".tsq" appended, in the caller's string too.
     /// An empty path does nothing, a missing folder shows a message; every other failure is logged: a path without a
-    /// folder (5), more than 32,767 items or custom properties (6), a file that can't be written. The file is then the
-    /// old one. `vIsReplace` is ignored.
+    /// folder (InvalidProcedureCall), more than 32,767 items or custom properties (Overflow), a file that can't be
+    /// written. The file is then the old one. `vIsReplace` is ignored.
     ///
-    /// The file never gets shorter: what an older file has behind the length of the new block stays there.
+    /// The file never gets shorter: what an older file holds after the end of the new block stays there.
     void SaveAsProject(String& vFilepath, bool vIsReplace);
 
-    /// SaveAsProject to the project's own path. Nothing assigns that path, so this does nothing. This is intended.
+    /// SaveAsProject to the project's own path. Nothing assigns that path, so this does nothing: callers know the path
+    /// and use SaveAsProject.
     void SaveProject();
 
     /// What the last LoadProject or SaveAsProject logged, nothing when it logged nothing: for callers that tell more
     /// than a yes or no.
     std::optional<Failure> FileFailure;
 
-    // --- The file set -------------------------------------------------------------------------------------------
-
-    /// Full paths; the same path can stand twice. Outlives the run.
+    /// The files of a run, as full paths; the same path can stand twice. Outlives the run.
     std::vector<String> FilesToProcess;
-    std::vector<String> AllowedExtensionPatterns;
+    std::vector<String> AllowedExtensionPatterns;  ///< Of a folder scan; matched regardless of case.
 
     /// Builds FilesToProcess from the options and returns its count, -1 when the folder of a folder job does not exist.
     std::int32_t GetFileToProcessFileCount();
 
-    // --- The run ------------------------------------------------------------------------------------------------
-
     /// Takes FilesToProcess through PowerPoint, finding only unless called by Replacement. A null list stands for the
-    /// project's own. `vOptionSettings` is handed on and not used. May raise: see the error modes in RunLoop.cpp.
+    /// project's own. `vOptionSettings` is handed on and not used. May raise: see the error modes in run/RunLoop.h.
     void Search(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList = {},
                 const std::shared_ptr<OptionSetting>& vOptionSettings = {});
 
@@ -101,8 +98,6 @@ public:
     /// the file's path. What the run does is the same with and without it; it is the one place where the reason is
     /// known for files whose result is null or the previous file's.
     std::function<void(const String& path, const Failure& failure)> FailurePassedOver;
-
-    // --- Backups ------------------------------------------------------------------------------------------------
 
     /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read.
     void RemoveBackupFiles(const String& vPath);

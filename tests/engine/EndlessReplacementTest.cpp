@@ -21,8 +21,8 @@ OptionSetting InSlides(bool wholeWord = false, bool matchCase = true)
 bool StandsAlone(const String& text, std::size_t at, std::size_t length)
 {
     const bool before = at > 0 && IsWordCharacter(text[at - 1]);
-    const bool behind = at + length < text.size() && IsWordCharacter(text[at + length]);
-    return !before && !behind;
+    const bool after = at + length < text.size() && IsWordCharacter(text[at + length]);
+    return !before && !after;
 }
 
 /// The walk that a replace run makes over a shape's text: true when it is still going after many more steps than any
@@ -82,7 +82,7 @@ TEST(EndlessReplacement, IsExactlyWhatTheWalkShowsForWholeWords)
     CompareWithTheWalk(u"a ", true);
 }
 
-TEST(EndlessReplacement, NeedsTheTextBehindTheStartOfItsReplacement)
+TEST(EndlessReplacement, NeedsTheTextAfterTheStartOfItsReplacement)
 {
     EXPECT_FALSE(NeverEnds(u"cat", u"cats", InSlides()));
     EXPECT_TRUE(NeverEnds(u"cat", u"a cat", InSlides()));

@@ -11,7 +11,7 @@ namespace
 
 using ::testing::ElementsAre;
 
-TEST(FakeTextRange, SearchesFromTheCharacterBehindAfter)
+TEST(FakeTextRange, SearchesFromTheCharacterThatFollowsAfter)
 {
     const auto range = FakeTextRangeOver(std::make_shared<String>(u"cat cat"));
 

@@ -24,7 +24,7 @@ TEST_F(FooterTest, WalksAllSlidesWhenNoneShowsAFooter)
     EXPECT_THAT(script.Calls(), IsEmpty());
 }
 
-TEST_F(FooterTest, RewritesTheFirstFooterThatCanBeReadAndStopsThere)
+TEST_F(FooterTest, RewritesTheFirstReadableFooterOnly)
 {
     Open({.slides = {FakeSlide{}, {.footer = u"cat"}, {.footer = u"cat"}}});
     Look({.find = u"cat", .with = u"dog"});
@@ -45,7 +45,7 @@ TEST_F(FooterTest, RewritesTheFirstFooterAlsoWhenNothingIsFound)
     EXPECT_THAT(script.Calls(), ElementsAre("HeaderFooter.Text = none"));
 }
 
-TEST_F(FooterTest, AFindRunReadsTheFirstFooterWritesNothingAndCountsNothing)
+TEST_F(FooterTest, AFindRunCountsNothing)
 {
     Open({.slides = {FakeSlide{}, {.footer = u"cat"}, {.footer = u"cat"}}});
     Look({.find = u"cat", .with = u"dog", .findOnly = true});
@@ -56,7 +56,7 @@ TEST_F(FooterTest, AFindRunReadsTheFirstFooterWritesNothingAndCountsNothing)
     EXPECT_THAT(script.Calls(), IsEmpty());
 }
 
-TEST_F(FooterTest, CountsAFooterThatIsReadButShowsNoneWhenWritten)
+TEST_F(FooterTest, CountsAFooterThatIsGoneWhenWritten)
 {
     Open({.slides = {{.footer = u"cat cat"}}});
     Look({.find = u"cat", .with = u"dog"});
@@ -65,7 +65,7 @@ TEST_F(FooterTest, CountsAFooterThatIsReadButShowsNoneWhenWritten)
     EXPECT_EQ(engine.Footer(), 2);
 }
 
-TEST_F(FooterTest, RepeatsTheCountOnASlideWithoutAFooterBehindIt)
+TEST_F(FooterTest, RepeatsTheCountOnALaterSlideWithoutAFooter)
 {
     Open({.slides = {{.footer = u"cat cat"}, FakeSlide{}, FakeSlide{}}});
     Look({.find = u"cat", .with = u"dog"});
@@ -74,7 +74,7 @@ TEST_F(FooterTest, RepeatsTheCountOnASlideWithoutAFooterBehindIt)
     EXPECT_EQ(engine.Footer(), 6);
 }
 
-TEST_F(FooterTest, AddsNothingForAFooterWithoutAHitWhoseWriteShowsNone)
+TEST_F(FooterTest, AddsNothingForAFooterGoneWhenWrittenWithoutAHit)
 {
     Open({.slides = {{.footer = u"none"}, FakeSlide{}}});
     Look({.find = u"cat", .with = u"dog"});
@@ -107,7 +107,7 @@ TEST_F(FooterTest, ForgetsTheTotalAtAnyOtherFailure)
     EXPECT_EQ(content().slides[1].footer, u"dog");
 }
 
-TEST_F(FooterTest, AFooterObjectThatFailsOnTheFirstSlideIsRaised)
+TEST_F(FooterTest, AFooterObjectFailingOnTheFirstSlideIsRaised)
 {
     Open({.slides = {FakeSlide{}, FakeSlide{}}});
     script.FailOnce("HeadersFooters.Footer", showsNone, u"none");
@@ -118,7 +118,7 @@ TEST_F(FooterTest, AFooterObjectThatFailsOnTheFirstSlideIsRaised)
     EXPECT_EQ(failure.source, u"Footer");
 }
 
-TEST_F(FooterTest, AFooterObjectThatFailsOnALaterSlideEndsTheWalkWithZero)
+TEST_F(FooterTest, AFooterObjectFailingOnALaterSlideEndsWithZero)
 {
     Open({.slides = {FakeSlide{}, {.footer = u"cat"}, {.footer = u"cat"}}});
     Look({.find = u"cat", .with = u"dog"});
@@ -131,7 +131,7 @@ TEST_F(FooterTest, AFooterObjectThatFailsOnALaterSlideEndsTheWalkWithZero)
     EXPECT_EQ(content().slides[2].footer, u"cat");
 }
 
-TEST_F(FooterTest, DeliversEventsWithoutASleepForEachSlideWithoutAFooter)
+TEST_F(FooterTest, DeliversEventsForEachSlideWithoutAFooter)
 {
     Open({.slides = std::vector<FakeSlide>(30)});
     engine.mCPUUsage = true;
@@ -143,7 +143,7 @@ TEST_F(FooterTest, DeliversEventsWithoutASleepForEachSlideWithoutAFooter)
     EXPECT_FALSE(deliveries.EachAfterASleep());
 }
 
-TEST_F(FooterTest, PassesOverAFailingDeliveryAndAFailingStepToTheNextSlide)
+TEST_F(FooterTest, PassesOverFailuresBetweenSlides)
 {
     Open({.slides = {FakeSlide{}, FakeSlide{}, FakeSlide{}}});
     Deliveries deliveries;

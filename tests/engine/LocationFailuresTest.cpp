@@ -14,7 +14,7 @@ struct FailureCase : Named {
     Location location;
     const char* member;
     const char16_t* source;
-    const char16_t* procedureText;  ///< With the blank that some of the texts have behind the name.
+    const char16_t* procedureText;  ///< With the blank that some of the texts have after the name.
 };
 
 class LocationFailure : public EngineTest, public ::testing::WithParamInterface<FailureCase>
@@ -41,7 +41,7 @@ protected:
     }
 };
 
-TEST_P(LocationFailure, IsRaisedAgainUnderItsNumberWithTheLocationsNameAndText)
+TEST_P(LocationFailure, IsRaisedAgainWithTheLocationsName)
 {
     script.Fail(GetParam().member, 4711, u"gone");
 

@@ -35,7 +35,7 @@ TEST_F(MasterLocationsTest, PerPresentationSearchesADesignThatNoSlideUses)
     EXPECT_EQ(engine.SlidesMasterPerPresentation(), 3);
 }
 
-TEST_F(MasterLocationsTest, PerSlideGoesInTheOrderInWhichSlidesMeetTheDesigns)
+TEST_F(MasterLocationsTest, PerSlideFollowsTheOrderOfTheSlides)
 {
     Open({.slides = {{.design = 1}, {.design = 0}},
           .designs = {DesignWith(u"A", u"first"), DesignWith(u"B", u"second")}});
@@ -59,7 +59,7 @@ TEST_F(MasterLocationsTest, PerSlideTellsDesignsApartByNameAlone)
     EXPECT_EQ(engine.SlidesMasterPerSlide(), 2);
 }
 
-TEST_F(MasterLocationsTest, PerSlideTakesAFirstDesignWithoutANameForSeen)
+TEST_F(MasterLocationsTest, PerSlideSkipsAFirstDesignWithoutAName)
 {
     Open({.slides = {{.design = 0}}, .designs = {DesignWith(u"", u"cat")}});
     Look({.find = u"cat", .findOnly = true});
@@ -68,7 +68,7 @@ TEST_F(MasterLocationsTest, PerSlideTakesAFirstDesignWithoutANameForSeen)
     EXPECT_EQ(engine.SlidesMasterPerPresentation(), 1);
 }
 
-TEST_F(MasterLocationsTest, PerSlideSearchesADesignWithoutANameBehindANamedOne)
+TEST_F(MasterLocationsTest, PerSlideSearchesALaterDesignWithoutAName)
 {
     // The first name takes the place of the empty entry that the list starts with.
     Open({.slides = {{.design = 0}, {.design = 1}, {.design = 1}},
@@ -78,7 +78,7 @@ TEST_F(MasterLocationsTest, PerSlideSearchesADesignWithoutANameBehindANamedOne)
     EXPECT_EQ(engine.SlidesMasterPerSlide(), 2);
 }
 
-TEST_F(MasterLocationsTest, PerSlideOfAnEmptyPresentationGivesZeroWherePerPresentationStillSearches)
+TEST_F(MasterLocationsTest, WithoutSlidesOnlyPerPresentationSearches)
 {
     Open({.designs = {DesignWith(u"A", u"cat")}});
     Look({.find = u"cat", .findOnly = true});
@@ -142,7 +142,7 @@ TEST_F(MasterLocationsTest, NotesMasterCountsShapesHeaderAndFooter)
     EXPECT_THAT(script.Calls(), IsEmpty());
 }
 
-TEST_F(MasterLocationsTest, NotesMasterRewritesHeaderAndFooterAlsoWhenNothingIsFound)
+TEST_F(MasterLocationsTest, NotesMasterRewritesHeaderAndFooterWithoutAHitToo)
 {
     Open({.notesMaster = {.header = u"head", .footer = u"foot"}});
     Look({.find = u"cat", .with = u"dog"});
@@ -215,7 +215,7 @@ TEST_F(MasterLocationsTest, HandoutMasterAloneCountsTheTextsUnderItsOwnName)
     EXPECT_EQ(status->HandoutMaster_Replaced(), 2);
 }
 
-TEST_F(MasterLocationsTest, ANotesMasterWithoutAHeaderOrFooterEndsTheFile)
+TEST_F(MasterLocationsTest, ANotesMasterWithoutHeaderOrFooterEndsTheFile)
 {
     Open({.notesMaster = {.footer = u"cat"}});
     EXPECT_EQ(FailureOf([&] { engine.NotesMaster(); }).number, -2147188160);

@@ -64,7 +64,7 @@ TEST_P(WordBoundary, IsEverythingButALetterFromAToZ)
 }
 
 INSTANTIATE_TEST_SUITE_P(Characters, WordBoundary,
-                         ::testing::Values(BoundaryCase{{"DigitBehind"}, u"cat7", u"dog7"},
+                         ::testing::Values(BoundaryCase{{"DigitAfter"}, u"cat7", u"dog7"},
                                            BoundaryCase{{"DigitBefore"}, u"7cat", u"7dog"},
                                            BoundaryCase{{"Underscores"}, u"_cat_", u"_dog_"},
                                            BoundaryCase{{"AccentedLetter"}, u"écat", u"édog"},
@@ -80,8 +80,8 @@ INSTANTIATE_TEST_SUITE_P(Characters, WordBoundary,
                                            BoundaryCase{{"WholeText"}, u"cat", u"dog"},
                                            BoundaryCase{{"FirstUpperLetterBefore"}, u"Acat", u"Acat"},
                                            BoundaryCase{{"LastUpperLetterBefore"}, u"Zcat", u"Zcat"},
-                                           BoundaryCase{{"FirstLowerLetterBehind"}, u"cata", u"cata"},
-                                           BoundaryCase{{"LastLowerLetterBehind"}, u"catz", u"catz"}),
+                                           BoundaryCase{{"FirstLowerLetterAfter"}, u"cata", u"cata"},
+                                           BoundaryCase{{"LastLowerLetterAfter"}, u"catz", u"catz"}),
                          NameOf<BoundaryCase>);
 
 TEST_F(ReplaceWordTest, LooksAtTheReplacedTextForTheCharacterBefore)
@@ -97,7 +97,7 @@ TEST_F(ReplaceWordTest, LooksAtWhatAnEmptyReplacementLeftBefore)
     EXPECT_EQ(count, 1);
 }
 
-TEST_F(ReplaceWordTest, GoesOnBehindAHitThatIsNoWholeWord)
+TEST_F(ReplaceWordTest, GoesOnAfterAHitInsideAWord)
 {
     // From "aaa a" the first hit "aa" is no whole word and is left as a whole.
     EXPECT_EQ(Word(u"aaa aa", u"aa", u"b"), u"aaa b");
@@ -129,7 +129,7 @@ TEST_F(ReplaceWordTest, StopsAtTheNumberOfReplacementsGiven)
     EXPECT_EQ(count, 2);
 }
 
-TEST_F(ReplaceWordTest, WithALimitOfZeroStopsAtAHitThatIsNoWholeWord)
+TEST_F(ReplaceWordTest, WithALimitOfZeroStopsAtTheFirstPartOfAWord)
 {
     EXPECT_EQ(Word(u"ab a a", u"a", u"b", 0, 1, 0), u"ab a a");
     EXPECT_EQ(count, untouched);
@@ -158,7 +158,7 @@ TEST_F(ReplaceWordTest, OfAnEmptyFindTextIsLoggedAndGivesAnEmptyText)
                                    "0 of Class Module SearchFunctions"));
 }
 
-TEST_F(ReplaceWordTest, GivesTheTextAsFarAsItHadGotAfterALaterFailure)
+TEST_F(ReplaceWordTest, GivesTheTextReplacedBeforeAFailure)
 {
     Deliveries deliveries;
     deliveries.Fail(4711);
@@ -202,7 +202,7 @@ TEST_F(ReplaceWord1Test, CountsEveryHitWhenACountIsRequired)
     EXPECT_EQ(count, 3);
 }
 
-TEST_F(ReplaceWord1Test, LeavesTheLoopBehindAHitThatEndsTheText)
+TEST_F(ReplaceWord1Test, StopsAfterAHitAtTheEndOfTheText)
 {
     Deliveries deliveries;
 
@@ -224,7 +224,7 @@ TEST_F(ReplaceWord1Test, DoesNotSearchWhatItPutIn)
     EXPECT_EQ(count, 2);
 }
 
-TEST_F(ReplaceWord1Test, OfAnEmptyFindTextGivesAnEmptyTextWithoutALine)
+TEST_F(ReplaceWord1Test, OfAnEmptyFindTextGivesAnEmptyText)
 {
     EXPECT_EQ(All(u"cat", u"", u"dog"), u"");
 
@@ -255,7 +255,7 @@ TEST_F(ReplaceWord1Test, KeepsPositionsWhereFoldingMightChangeLengths)
     EXPECT_EQ(All(u"Straße İx CAT", u"cat", u"dog", 1), u"Straße İx dog");
 }
 
-TEST_F(ReplaceWord1Test, OfAFailureGivesAnEmptyTextAndLeavesTheCountAlone)
+TEST_F(ReplaceWord1Test, AFailureGivesAnEmptyTextAndKeepsTheCount)
 {
     Deliveries deliveries;
     deliveries.Fail(4711);
@@ -309,7 +309,7 @@ TEST_F(FindandReplaceTest, OfAnEmptyTextGivesMinusOneAndAnEmptyText)
     EXPECT_EQ(count, -1);
 }
 
-TEST_F(FindandReplaceTest, KeepsToThePairAsItWasWhenTheUserChangesItMeanwhile)
+TEST_F(FindandReplaceTest, DoesNotSeeChangesOfThePairMeanwhile)
 {
     for (const bool matchCase : {false, true}) {
         Look({.find = u"Fabrikam & Sons", .with = u"Contoso & Daughters", .matchCase = matchCase});
@@ -337,7 +337,7 @@ TEST_F(FindandReplaceTest, IgnoresCaseUnlessThePairMatchesCase)
     EXPECT_EQ(count, -1);
 }
 
-TEST_F(FindandReplaceTest, TakesTheCaseRuleFromThePairAndNotFromTheFlag)
+TEST_F(FindandReplaceTest, TakesTheCaseRuleFromThePair)
 {
     Look({.find = u"cat", .with = u"dog", .matchCase = true});
     engine.MatchCaseFlag = 0;
@@ -345,7 +345,7 @@ TEST_F(FindandReplaceTest, TakesTheCaseRuleFromThePairAndNotFromTheFlag)
     EXPECT_EQ(FindandReplace(u"CAT"), u"CAT");
 }
 
-TEST_F(FindandReplaceTest, TakesTheWordRuleFromTheFlagAndNotFromThePair)
+TEST_F(FindandReplaceTest, TakesTheWordRuleFromTheFlag)
 {
     Look({.find = u"cat", .with = u"dog", .wholeWord = true});
     engine.WholeWordsFlag = 0;

@@ -82,7 +82,7 @@ class Gate : public ProcessFileTest, public ::testing::WithParamInterface<GateCa
 {
 };
 
-TEST_P(Gate, LeadsToItsOwnLocationAndLeavesTheOthersAtMinusOne)
+TEST_P(Gate, LeadsToItsOwnLocationOnly)
 {
     Open(EveryLocation());
     engine.mIsFindOnly = true;
@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
         GateCase{{"InNotesMaster"}, Location::NotesMaster, "Presentation.NotesMaster"}),
     NameOf<GateCase>);
 
-TEST_F(ProcessFileTest, AFileWithoutAnyOccurrenceIsSavedInAReplaceRun)
+TEST_F(ProcessFileTest, AReplaceRunSavesAFileWithoutOccurrences)
 {
     Open({.slides = {{.shapes = {Placeholder(u"none")}}}});
     AddItem(u"cat", u"dog", {Location::Slides, Location::Notes});
@@ -178,7 +178,7 @@ TEST_F(ProcessFileTest, CarriesAPairThroughAllLocationsBeforeTheNext)
     EXPECT_EQ(content().slides[0].shapes[1].text, u"dog");
 }
 
-TEST_F(ProcessFileTest, AnEmptyFindTextRepeatsTheLastCountOfThePairBefore)
+TEST_F(ProcessFileTest, AnEmptyFindTextRepeatsTheLastCount)
 {
     Open({.slides = {{.shapes = {Placeholder(u"cat cat")}}}});
     AddItem(u"cat", u"dog", {Location::Slides});
@@ -222,7 +222,7 @@ TEST_F(ProcessFileTest, HeadersAreNeverCounted)
     EXPECT_EQ(ProcessFile()->Item(1)->Header_Replaced(), 0);
 }
 
-TEST_F(ProcessFileTest, AFileChangedOnlyInAFooterHasTheStatusOfAnUnchangedOneAndIsSaved)
+TEST_F(ProcessFileTest, AFileChangedOnlyInAFooterCountsAsUnchanged)
 {
     Open({.slides = {{.footer = u"cat"}}});
     AddItem(u"cat", u"dog", {Location::Footer});

@@ -43,7 +43,7 @@ TEST_F(BuiltinPropertiesTest, AReplaceRunWritesEachValueBackFoundOrNot)
     EXPECT_EQ(TextIn(content().builtInProperties[1]), u"none");
 }
 
-TEST_F(BuiltinPropertiesTest, AReplaceRunRewritesAValueOfAnotherTypeAsText)
+TEST_F(BuiltinPropertiesTest, AReplaceRunTurnsOtherTypesIntoText)
 {
     Open({.builtInProperties = {{u"Slides", std::int64_t{12}}, {u"Linked", true}}});
     Look({.find = u"cat", .with = u"dog"});
@@ -71,7 +71,7 @@ TEST_F(BuiltinPropertiesTest, AValueThatCannotBeReadRepeatsTheCountBefore)
                                 {.name = u"Links", .readFailure = noValue}}});
     Look({.find = u"cat", .findOnly = true});
 
-    // 2 for the title, 2 each for the two behind it; behind the count of -1 nothing is added.
+    // 2 for the title, 2 each for the two that follow it; after the count of -1 nothing is added.
     EXPECT_EQ(engine.BuiltinProperties(), 6);
 }
 
@@ -84,7 +84,7 @@ TEST_F(BuiltinPropertiesTest, AFirstValueThatCannotBeReadAddsNothing)
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(BuiltinPropertiesTest, AValueThatCannotBeWrittenIsCountedAllTheSame)
+TEST_F(BuiltinPropertiesTest, CountsAValueThatCannotBeWritten)
 {
     Open({.builtInProperties = {{.name = u"Title", .value = String(u"cat"), .writeFailure = 70}}});
     Look({.find = u"cat", .with = u"dog"});
@@ -158,7 +158,7 @@ TEST_F(CustomPropertiesTest, AFindRunCountsAndWritesNothing)
     EXPECT_THAT(script.Calls(), IsEmpty());
 }
 
-TEST_F(CustomPropertiesTest, AReplaceRunWritesOnlyWhatWasFoundAndKeepsOtherTypes)
+TEST_F(CustomPropertiesTest, AReplaceRunWritesOnlyPropertiesWithAHit)
 {
     Open(
         {.customProperties = {{u"A", String(u"cat")}, {u"B", std::int64_t{7}}, {u"C", true}, {u"D", String(u"none")}}});

@@ -44,7 +44,7 @@ TEST_F(RevisionTest, TakesABooleanForMinusOneOrZero)
     EXPECT_EQ(std::get<double>(Updated(false, u"3")), 3.0);
 }
 
-TEST_F(RevisionTest, WritesAValueThatIsNoNumberBackAsItWas)
+TEST_F(RevisionTest, WritesBackAValueThatIsNotANumber)
 {
     EXPECT_EQ(std::get<String>(Updated(String(u"A"), u"1")), u"A");
     EXPECT_THAT(script.Calls(), ElementsAre("DocumentProperty.Value = Revision"));
@@ -58,7 +58,7 @@ TEST_F(RevisionTest, WritesADateBackAsItWas)
     EXPECT_EQ(std::get<powerpoint::Date>(Updated(date, u"1")).local.tm_year, 124);
 }
 
-TEST_F(RevisionTest, WritesTheValueBackAsItWasWhenTheIncrementIsNoNumber)
+TEST_F(RevisionTest, WritesBackTheValueForAnIncrementThatIsNotANumber)
 {
     EXPECT_EQ(std::get<std::int64_t>(Updated(std::int64_t{3}, u"")), 3);
     EXPECT_EQ(std::get<std::int64_t>(Updated(std::int64_t{3}, u"one")), 3);

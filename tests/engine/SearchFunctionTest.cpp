@@ -80,7 +80,7 @@ private:
     }
 };
 
-TEST_F(SearchFunctionTest, AFindStopsAtTheFirstHitWhenNoCountIsRequired)
+TEST_F(SearchFunctionTest, AFindWithoutACountStopsAtTheFirstHit)
 {
     Look({.find = u"a", .findOnly = true, .countAll = false});
 
@@ -96,7 +96,7 @@ TEST_F(SearchFunctionTest, AFindCountsEveryHitWhenACountIsRequired)
     EXPECT_EQ(*text, u"a a a a a");
 }
 
-TEST_F(SearchFunctionTest, AReplaceHandlesEveryHitWhetherACountIsRequiredOrNot)
+TEST_F(SearchFunctionTest, AReplaceHandlesEveryHitWithoutACountToo)
 {
     for (const bool countAll : {false, true}) {
         Look({.find = u"a", .with = u"bb", .countAll = countAll});
@@ -119,7 +119,7 @@ TEST_F(SearchFunctionTest, AFindCountsHitsThatOverlap)
 {
     Look({.find = u"aa", .findOnly = true});
 
-    // Each search starts from the character behind the first one of the last hit.
+    // Each search starts from the character that follows the first one of the last hit.
     EXPECT_EQ(SearchIn(u"aaaa"), 3);
 }
 
@@ -131,7 +131,7 @@ TEST_F(SearchFunctionTest, AReplacementThatBeginsWithTheFindTextEnds)
     EXPECT_EQ(*text, u"cats cats");
 }
 
-TEST_F(SearchFunctionTest, AReplacementThatHoldsTheFindTextLaterIsFoundAgainAndAgain)
+TEST_F(SearchFunctionTest, AReplacementWithTheFindTextLaterIsFoundAgain)
 {
     Look({.find = u"cat", .with = u"a cat"});
     script.FailOnce("TextRange.Replace", 1234, u"enough", 4);
@@ -184,7 +184,7 @@ TEST_F(SearchFunctionTest, AReplaceEndsWhenTheReplacedRangeStartsAtZero)
     EXPECT_THAT(range->afters, ElementsAre(0));
 }
 
-TEST_F(SearchFunctionTest, TheNextSearchStartsFromTheFirstCharacterOfTheLastHit)
+TEST_F(SearchFunctionTest, EachSearchStartsAtTheLastHit)
 {
     Look({.find = u"a", .with = u"b"});
     const auto range = std::make_shared<AlwaysHits>(7);
@@ -220,7 +220,7 @@ TEST_F(SearchFunctionTest, ReplaceIsHandedThePairAndTheFlags)
     EXPECT_EQ(range->call, "Replace Cat Dog 0 0 0");
 }
 
-TEST_F(SearchFunctionTest, AFailureAfterSomeHitsGivesZeroAndLeavesTheReplacements)
+TEST_F(SearchFunctionTest, AFailureAfterHitsGivesZeroAndKeepsReplacements)
 {
     Look({.find = u"a", .with = u"b"});
     script.FailOnce("TextRange.Replace", 4711, u"gone", 3);
@@ -259,7 +259,7 @@ TEST_F(SearchFunctionTest, AMissingRangeOrItemIsLoggedAndGivesZero)
     EXPECT_THAT(Log(), ElementsAre(line, line));
 }
 
-TEST_F(SearchFunctionTest, AFindYieldsAfterEveryHitButTheOneThatEndsIt)
+TEST_F(SearchFunctionTest, AFindYieldsAfterEveryHitButTheLast)
 {
     Look({.find = u"a", .findOnly = true});
     Deliveries deliveries;

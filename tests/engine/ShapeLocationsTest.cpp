@@ -121,7 +121,7 @@ TEST_P(ShapeWalk, LeavesTheShapesAloneInAFindRun)
     EXPECT_THAT(script.Calls(), IsEmpty());
 }
 
-TEST_P(ShapeWalk, GivesTheWindowsATurnAfterEveryShapeReadOrNot)
+TEST_P(ShapeWalk, DeliversEventsAfterEveryShape)
 {
     engine.mCPUUsage = true;
     const std::int32_t type = *GetParam().types.begin();
@@ -151,7 +151,7 @@ TEST_P(ShapeWalk, MakesWayForOneDeliveryWhereNothingCanBeFound)
     EXPECT_EQ(deliveries.Count(), 1u);
 }
 
-TEST_P(ShapeWalk, IsMadeWhateverCanBeFoundInARunThatSparesTheProcessor)
+TEST_P(ShapeWalk, IsNeverLeftOutWhenTheProcessorIsSpared)
 {
     Shapes() = {ShapeOfType(*GetParam().types.begin(), u"cat"), ShapeOfType(*GetParam().types.begin(), u"cat")};
     script.DenyText();
@@ -170,7 +170,7 @@ TEST_P(ShapeWalk, CountsAFailingTextRangeAsZeroAndGoesOn)
     EXPECT_EQ(Shapes()[1].text, u"dog");
 }
 
-TEST_P(ShapeWalk, LeavesNoLoopVariableBehind)
+TEST_P(ShapeWalk, EndsWithoutAnOpenLoopVariable)
 {
     Shapes() = {ShapeOfType(*GetParam().types.begin(), u"cat")};
 

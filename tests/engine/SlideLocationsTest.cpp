@@ -117,7 +117,7 @@ TEST_F(HyperlinksTest, CountOnePerAddressWhenNoCountIsRequired)
     EXPECT_EQ(content().slides[0].hyperlinks[0], u"dog dog");
 }
 
-TEST_F(HyperlinksTest, AMatcherThatFailsLetsAnEmptyAddressBeWrittenAndTheCountBeAddedAgain)
+TEST_F(HyperlinksTest, AFailingMatcherWritesAnEmptyAddress)
 {
     Open({.slides = {{.hyperlinks = {u"cat", u"cat cat"}}}});
     Look({.find = u"cat", .with = u"dog"});

@@ -31,7 +31,7 @@ protected:
     FindAndReplaceItems list_;
 };
 
-TEST(Item, IsMadeWithOptionsOfItsOwnEmptyTextsAndNoProject)
+TEST(Item, IsMadeEmptyWithItsOwnOptions)
 {
     const FindAndReplaceItem item;
 
@@ -89,7 +89,7 @@ TEST_F(ItemList, SharesOptionsThatTwoItemsWereAddedWith)
     EXPECT_TRUE(second->OptionSetting->MatchCase);
 }
 
-TEST_F(ItemList, FindsNothingAtABadPositionAndLogsOneLineEach)
+TEST_F(ItemList, LogsEachBadPositionAndGivesNull)
 {
     Add(u"a");
 
@@ -126,7 +126,7 @@ TEST_F(ItemList, AddsNothingUnderAKeyInUse)
                                           "FindAndReplaceItems"));
 }
 
-TEST_F(ItemList, ClosesUpBehindARemovedItem)
+TEST_F(ItemList, ClosesUpAfterARemovedItem)
 {
     Add(u"a");
     Add(u"b");

@@ -49,7 +49,7 @@ TEST_F(Collection, GivesAnElementUnderItsKey)
     EXPECT_EQ(*collection_.Item(u"twenty"), 20);
 }
 
-TEST_F(Collection, ClosesUpBehindARemovedElement)
+TEST_F(Collection, ClosesUpAfterARemovedElement)
 {
     collection_.Remove(1);
     collection_.Remove(u"twenty");

@@ -25,8 +25,6 @@ MessageRecorder::Message Information(const String& text)
     return {text, MessageIcon::Information, MessageButtons::Ok};
 }
 
-// --- .xls and .csv -----------------------------------------------------------------------------------------------
-
 TEST_F(ListExport, PutsHeadersTextsAndSwitchesIntoAWorkbook)
 {
     FindAndReplaceItems list;
@@ -162,8 +160,6 @@ TEST_F(ListExport, OfAnItemWithoutOptionsFails)
     }
 }
 
-// --- .tab --------------------------------------------------------------------------------------------------------
-
 TEST_F(ListExport, WritesATabFileAsText)
 {
     FindAndReplaceItems list;
@@ -183,7 +179,7 @@ TEST_F(ListExport, WritesATabFileAsText)
     EXPECT_THAT(messages_.Messages(), IsEmpty());
 }
 
-TEST_F(ListExport, OfATabFileLogsAFailureThoughTheFileIsComplete)
+TEST_F(ListExport, OfACompleteTabFileLogsAFailure)
 {
     FindAndReplaceItems list;
 
@@ -194,7 +190,7 @@ TEST_F(ListExport, OfATabFileLogsAFailureThoughTheFileIsComplete)
     EXPECT_FALSE(list.FileFailure);
 }
 
-TEST_F(ListExport, OfATabFileBehindAnImportLogsTheSame)
+TEST_F(ListExport, OfATabFileAfterAnImportLogsTheSame)
 {
     FindAndReplaceItems list;
     ASSERT_TRUE(list.ImportList(Put(SheetWith({{u"cat", u"dog"}}))));
@@ -205,7 +201,7 @@ TEST_F(ListExport, OfATabFileBehindAnImportLogsTheSame)
     EXPECT_EQ(excel_.script.Count("Workbook.Save"), 0);
 }
 
-TEST_F(ListExport, OfATabFileBehindAnotherExportFailsOnTheClosedWorkbook)
+TEST_F(ListExport, OfATabFileAfterAnotherExportFailsOnTheClosedWorkbook)
 {
     FindAndReplaceItems list;
     list.ExportsList(folder_.PathOf(u"list.xls"));
@@ -231,7 +227,7 @@ TEST_F(ListExport, TakesTheTextPathForTabInAnyCase)
     EXPECT_THAT(excel_.script.Calls(), IsEmpty());
 }
 
-TEST_F(ListExport, WritesTabsAndLineEndsIntoATabFileAsTheyAre)
+TEST_F(ListExport, DoesNotQuoteTabsAndLineEndsInATabFile)
 {
     FindAndReplaceItems list;
     AddItem(list, u"a\tb", u"c\nd");
@@ -251,7 +247,7 @@ TEST_F(ListExport, ReplacesALongerTabFile)
     EXPECT_EQ(ContentOf(path), headerLine);
 }
 
-TEST_F(ListExport, ThatCannotWriteATabFileIsLoggedOnceAndLeavesTheOldOne)
+TEST_F(ListExport, ThatCannotWriteATabFileLeavesTheOldOne)
 {
     const String path = folder_.Write(u"list.tab", "old");
     SetMode(folder_.Path(), 0777);
@@ -278,8 +274,6 @@ TEST_F(ListExport, WritesNoOtherFileForAPathWithANul)
     ASSERT_TRUE(list.FileFailure);
     EXPECT_EQ(list.FileFailure->number, FailureNumber::FileNotFound);
 }
-
-// --- Refusals ----------------------------------------------------------------------------------------------------
 
 TEST_F(ListExport, IntoAMissingFolderTells)
 {

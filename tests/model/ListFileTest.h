@@ -41,7 +41,7 @@ protected:
         return sheet;
     }
 
-    /// Puts a workbook behind a file of the folder and gives its path.
+    /// Makes a file of the folder that Excel opens as this workbook, and gives its path.
     String Put(const FakeSheet& sheet, StringView name = u"list.xls")
     {
         const String path = folder_.Write(name);

@@ -59,7 +59,7 @@ TEST_F(ListImportFailure, OfAnotherExtensionIsSilentAndLeavesTheList)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(ListImportFailure, OfAnotherNumberOfColumnsIsSilentAndLeavesTheListAndExcelRunning)
+TEST_F(ListImportFailure, OfAnotherNumberOfColumnsLeavesListAndExcelAlone)
 {
     for (const std::int32_t columns : {17, 19, 1}) {
         FakeSheet sheet = HeaderSheet();
@@ -78,7 +78,7 @@ TEST_F(ListImportFailure, OfAnotherNumberOfColumnsIsSilentAndLeavesTheListAndExc
     EXPECT_EQ(excel_.Open(), 3);
 }
 
-TEST_F(ListImportFailure, OfAHeaderThatDiffersIsSilentAndEmptiesTheList)
+TEST_F(ListImportFailure, OfAnotherHeaderSilentlyEmptiesTheList)
 {
     for (std::int32_t column = 1; column <= ListColumnCount; ++column) {
         FakeSheet sheet = SheetWith({{u"cat", u"dog"}});
@@ -137,7 +137,7 @@ TEST_F(ListImportFailure, WithoutExcelIsLogged)
     EXPECT_FALSE(list_.ImportRefusal);
 }
 
-TEST_F(ListImportFailure, OfAFileThatExcelCannotReadIsLoggedAndExcelLeftRunning)
+TEST_F(ListImportFailure, OfAnUnreadableFileLeavesExcelRunning)
 {
     const String path = folder_.Write(u"list.xls");
 
@@ -163,7 +163,7 @@ TEST_F(ListImportFailure, BeforeTheRowsLeavesTheListAsItWas)
     EXPECT_EQ(excel_.Running(), 7);
 }
 
-TEST_F(ListImportFailure, OfTheRowCountOrTheHeaderLeavesAnEmptyList)
+TEST_F(ListImportFailure, OfRowCountOrHeaderLeavesAnEmptyList)
 {
     const String path = Put(SheetWith({{u"cat", u"dog"}}));
 

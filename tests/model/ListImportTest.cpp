@@ -182,7 +182,7 @@ TEST_F(ListImport, TakesMissingCellsOfAShortRowAsEmpty)
     EXPECT_EQ(list.Item(1)->OptionSetting->SearchMethod, 0);
 }
 
-TEST_F(ListImport, GivesEachItemOptionsOfItsOwnAndOneProjectToAll)
+TEST_F(ListImport, GivesEachItemItsOwnOptionsAndAllOneProject)
 {
     FindAndReplaceItems list;
 

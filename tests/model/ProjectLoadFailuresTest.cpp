@@ -54,7 +54,7 @@ TEST_F(ProjectLoadFailure, OfAnotherExtensionIsError2)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(ProjectLoadFailure, OfAFileThatIsNoBagIsLoggedAndChangesNothing)
+TEST_F(ProjectLoadFailure, OfSomethingElseThanABagChangesNothing)
 {
     const ProjectOwner project;
     AddItem(project, u"kept");
@@ -84,7 +84,7 @@ TEST_F(ProjectLoadFailure, OfAnEmptyFileIsLogged)
     EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr("this is not a project file")));
 }
 
-TEST_F(ProjectLoadFailure, OfAFileCutOffAnywhereIsLoggedAndChangesNothing)
+TEST_F(ProjectLoadFailure, OfATruncatedFileChangesNothing)
 {
     const ProjectOwner saved;
     AddItem(saved, u"a", u"b");
@@ -144,7 +144,7 @@ TEST_F(ProjectLoadFailure, RefusesCountsBeyond16Bits)
     EXPECT_THAT(log_.Lines(), ElementsAre("Error 6 (Overflow) "s + procedure, "Error 6 (Overflow) "s + procedure));
 }
 
-TEST_F(ProjectLoadFailure, OfATextInPlaceOfABooleanOrNumberIsLoggedAndChangesNothing)
+TEST_F(ProjectLoadFailure, OfATextWhereANumberBelongsChangesNothing)
 {
     const ProjectOwner project;
     AddItem(project, u"kept");

@@ -152,7 +152,7 @@ TEST_F(ProjectLoad, ReplacesOptionsAndListAndDropsTheOldObjects)
     EXPECT_TRUE(project->options->IsFindOnly);
 }
 
-TEST_F(ProjectLoad, AppendsTheCustomPropertiesBehindThoseThatAreThere)
+TEST_F(ProjectLoad, AppendsTheCustomPropertiesToThoseThatAreThere)
 {
     const ProjectOwner saved;
     saved->CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
@@ -206,7 +206,7 @@ TEST_F(ProjectLoad, TakesTheExtensionInAnyCase)
     EXPECT_TRUE(Load(project, folder_.PathOf(u"job.TsQ")).succeeded);
 }
 
-TEST_F(ProjectLoad, OfAShortProjectSavedOverALongFileGivesTheShortOne)
+TEST_F(ProjectLoad, IgnoresTheTailOfALongerOldFile)
 {
     const ProjectOwner longer;
     for (int i = 0; i < 100; ++i)
@@ -235,7 +235,7 @@ TEST_F(ProjectLoad, ReadsNoMoreOfAHugeFileThanItsBlock)
     EXPECT_TRUE(Load(project, path_).succeeded);
 }
 
-TEST_F(ProjectLoad, TakesAMissingKeyForFalseZeroOrTheEmptyText)
+TEST_F(ProjectLoad, TakesAMissingKeyForAnEmptyValue)
 {
     const ProjectOwner project;
     project->options->BackupMode = true;

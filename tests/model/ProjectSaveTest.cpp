@@ -22,7 +22,7 @@ using testing::StartsWith;
 
 using ProjectSave = ProjectFileTest;
 
-/// The 17 switches in the file's order, behind a prefix.
+/// The 17 switches in the file's order, each name after a prefix.
 std::vector<StoredRecord> Switches(const std::string& prefix, const std::vector<std::string>& on)
 {
     std::vector<StoredRecord> records;
@@ -126,7 +126,7 @@ TEST_F(ProjectSave, OfTwoItemsHasNoThird)
     EXPECT_THAT(names, Not(Contains(StartsWith("Item2"))));
 }
 
-TEST_F(ProjectSave, StoresNoPasswordKindOfSearchOrStateOfARun)
+TEST_F(ProjectSave, StoresNeitherPasswordNorStateOfARun)
 {
     const ProjectOwner project;
     project->options->PasswordToOpen = u"secret";
@@ -156,7 +156,7 @@ TEST_F(ProjectSave, AddsTheExtensionUnlessItIsThere)
         EXPECT_FALSE(RecordsIn(folder_.PathOf(name)).empty());
 }
 
-TEST_F(ProjectSave, TakesAllBehindADotInAFoldersNameForTheExtension)
+TEST_F(ProjectSave, TakesADotInAFoldersNameForTheExtension)
 {
     const ProjectOwner project;
     folder_.MakeFolder(u"jobs.tsq");
@@ -200,7 +200,7 @@ TEST_F(ProjectSave, WithoutAFolderIsLogged)
     EXPECT_EQ(project->FileFailure->number, 5);
 }
 
-TEST_F(ProjectSave, Of32767ItemsSucceedsAndOfOneMoreLeavesTheOldFile)
+TEST_F(ProjectSave, OfMoreThan32767ItemsLeavesTheOldFile)
 {
     const ProjectOwner project;
     for (int i = 0; i < 32767; ++i)
@@ -256,7 +256,7 @@ TEST_F(ProjectSave, LeavesAFolderOfThatNameAlone)
     EXPECT_EQ(folder_.Write(u"job.tsq/still there", ""), path_ + u"/still there");
 }
 
-TEST_F(ProjectSave, LeavesTheTailOfALongerFileBehindTheBlock)
+TEST_F(ProjectSave, LeavesTheTailOfALongerFile)
 {
     const ProjectOwner project;
     const std::string block = ContentOf(Save(project, folder_.PathOf(u"alone.tsq")));
@@ -279,7 +279,7 @@ TEST_F(ProjectSave, ReplacesAShorterFileWhole)
     EXPECT_EQ(ContentOf(path_), ContentOf(Save(project, folder_.PathOf(u"alone.tsq"))));
 }
 
-TEST_F(ProjectSave, GivesANewFileTheModeOfAnyNewFileAndKeepsThatOfAnOldOne)
+TEST_F(ProjectSave, KeepsTheModeOfAnOldFile)
 {
     const ProjectOwner project;
     const mode_t mask = umask(027);

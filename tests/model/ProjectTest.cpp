@@ -87,7 +87,7 @@ TEST(Project, DoesNotHandItsOptionBlockToItems)
     EXPECT_FALSE(item->OptionSetting->MatchCase);
 }
 
-TEST(Project, GoesAwayWithItsOwnerThoughItsItemsPointAtIt)
+TEST(Project, GoesAwayWithItsOwnerInSpiteOfTheCircle)
 {
     std::weak_ptr<Project> gone;
 

@@ -66,7 +66,7 @@ TEST(PropertyBag, KeepsValuesWithTheirTypes)
     EXPECT_EQ(bag.ReadProperty(u"empty"), Value(String()));
 }
 
-TEST(PropertyBag, GivesANameThatIsThereTheNewValueInItsOldPlace)
+TEST(PropertyBag, KeepsThePlaceOfANameThatIsWrittenAgain)
 {
     PropertyBag bag;
     bag.WriteProperty(u"a", 1);
@@ -123,7 +123,7 @@ TEST(PropertyBag, ReadsABlockThatAnotherProgramWrote)
     EXPECT_EQ(bag.Contents(), SmallBlock());
 }
 
-TEST(PropertyBag, LeavesAsideWhatStandsBehindTheBlock)
+TEST(PropertyBag, IgnoresBytesAfterTheBlock)
 {
     PropertyBag bag;
 
