@@ -5,7 +5,7 @@
 #include <memory>
 #include <span>
 
-#include "office/builtin/objects/Objects.h"
+#include "office/builtin/objects/PresentationObject.h"
 #include "office/builtin/presentation/PresentationFile.h"
 #include "platform/ErrorLog.h"
 #include "platform/Failure.h"

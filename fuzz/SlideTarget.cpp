@@ -106,7 +106,7 @@ void EditLinkedObjects(ShapeTreePart& part)
         if (part.Shapes()[shape].linkId.empty())
             continue;
         part.PutLinkSource(shape, newSource);
-        Require(part.LinkSource(part.Shapes()[shape]) == newSource, "a linked object has the source that it was given");
+        Require(part.LinkSource(shape) == newSource, "a linked object has the source that it was given");
     }
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "office/builtin/limits/Damage.h"
-#include "office/builtin/objects/Objects.h"
+#include "office/builtin/objects/PresentationObject.h"
 #include "office/builtin/package/FileKind.h"
 #include "office/builtin/presentation/PresentationFile.h"
 #include "platform/Failure.h"
@@ -17,11 +17,12 @@ namespace tessarine::builtin
 namespace
 {
 
-void RefuseOtherKinds(FileKind kind)
+/// The reader for what a file is by its content; a failure for what there is no reader for.
+std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes> bytes)
 {
-    switch (kind) {
+    switch (FileKindOf(*bytes)) {
         case FileKind::Package:
-            return;
+            return std::make_shared<PresentationFile>(std::move(bytes));
         case FileKind::EncryptedPackage:
             throw Failure(FailureNumber::Unspecified,
                           u"The presentation is encrypted and needs a password to be opened");
@@ -38,8 +39,9 @@ void RefuseOtherKinds(FileKind kind)
         case FileKind::Empty:
             throw Damage({}, "it is empty");
         case FileKind::Other:
-            throw NotAPresentation("The file is not a presentation");
+            break;
     }
+    throw NotAPresentation("The file is not a presentation");
 }
 
 class PresentationsObject final : public powerpoint::Presentations
@@ -65,7 +67,7 @@ private:
     struct OpenPresentation {
         RandomAccessFile::Identity file;
         String path;
-        std::weak_ptr<PresentationFile> reference;
+        std::weak_ptr<PresentationReader> reader;  // gone when nobody holds an object of it any more
 
         /// A save puts another file in the place of the one that was opened.
         bool Is(const RandomAccessFile::Identity& other) const
@@ -78,14 +80,13 @@ private:
     {
         auto bytes = std::make_unique<RandomAccessFile>(path);
         const RandomAccessFile::Identity id = bytes->Id();
-        std::erase_if(open_, [](const OpenPresentation& entry) { return entry.reference.expired(); });
+        std::erase_if(open_, [](const OpenPresentation& entry) { return entry.reader.expired(); });
         if (std::ranges::any_of(open_, [&](const OpenPresentation& entry) { return entry.Is(id); }))
             throw Failure(FailureNumber::SharingViolation, u"The presentation is open already");
 
-        RefuseOtherKinds(FileKindOf(*bytes));
-        auto file = std::make_shared<PresentationFile>(std::move(bytes));
-        open_.push_back({id, path, file});
-        return MakePresentation(std::move(file), path);
+        auto reader = OpenReader(std::move(bytes));
+        open_.push_back({id, path, reader});
+        return MakePresentation(std::move(reader), path);
     }
 
     std::vector<OpenPresentation> open_;

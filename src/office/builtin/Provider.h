@@ -8,12 +8,18 @@ namespace tessarine::builtin
 {
 
 /// The built-in presentation engine behind the automation surface: PowerPoint's members over Office Open XML files
-/// (.pptx .pptm .potx .potm .ppsx .ppsm), told apart by content.
+/// (.pptx .pptm .potx .potm .ppsx .ppsm), which are told by their content, not by their names.
 ///
-/// Open raises -2147467259 for a file that needs a password (and for nothing else), -2147024894, -2147024893 and
-/// -2147024891 for a missing file, a missing folder and a lacking permission, -2147024864 for a file that is locked or
-/// open already, -2147023504 for a damaged one and -2147024885 for anything that is no presentation, binary
-/// presentations included. It never raises 462 or -2147023170.
+/// `Presentations::Open` raises
+/// - `Unspecified` for a file that needs a password, to be opened or to be changed, and for nothing else;
+/// - `SystemFileNotFound`, `SystemPathNotFound` and `AccessDenied` for a missing file, a missing folder and a lacking
+///   permission;
+/// - `SharingViolation` for a file that is locked, or open already in the same application;
+/// - `FileCorrupt` for a damaged presentation, and `BadFormat` for anything else than a presentation. Binary
+///   presentations (.ppt) count as something else so far.
+///
+/// It never raises `ServerGone` or `RemoteCallFailed`, after which a run would start PowerPoint again and try the file
+/// once more.
 std::shared_ptr<powerpoint::Provider> CreateProvider();
 
 }  // namespace tessarine::builtin

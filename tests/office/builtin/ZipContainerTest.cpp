@@ -2,7 +2,7 @@
 #include <span>
 
 #include "DeckOnDisk.h"
-#include "office/builtin/objects/Objects.h"
+#include "office/builtin/objects/PresentationObject.h"
 #include "office/builtin/presentation/PresentationFile.h"
 #include "platform/ReplacementFile.h"
 #include "support/Fixtures.h"

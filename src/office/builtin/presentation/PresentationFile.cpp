@@ -107,7 +107,7 @@ ShapeTreePart* PresentationFile::OptionalPart(const std::optional<Package::Entry
     return entry ? &Part(*entry) : nullptr;
 }
 
-ShapeTreePart* PresentationFile::NotesPage(std::size_t slide)
+PageReader* PresentationFile::NotesPage(std::size_t slide)
 {
     const Package::Entry entry = slides_[slide];
     const auto notes = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("notesSlide"));
@@ -123,8 +123,10 @@ const std::vector<Package::Entry>& PresentationFile::NotesPages()
     return *notesPages_;
 }
 
-std::size_t PresentationFile::DesignOfSlide(std::size_t slide)
+std::optional<std::size_t> PresentationFile::DesignOfSlide(std::size_t slide)
 {
+    if (masters_.empty())
+        return std::nullopt;
     const Package::Entry entry = slides_[slide];
     const auto layout = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("slideLayout"));
     if (!layout)
@@ -134,15 +136,8 @@ std::size_t PresentationFile::DesignOfSlide(std::size_t slide)
     return found == masters_.end() ? 0 : static_cast<std::size_t>(found - masters_.begin());
 }
 
-ShapeTreePart* PresentationFile::SlideMaster(std::size_t design)
+PageReader* PresentationFile::TitleMaster(std::size_t design)
 {
-    return design < masters_.size() ? &Part(masters_[design]) : nullptr;
-}
-
-ShapeTreePart* PresentationFile::TitleMaster(std::size_t design)
-{
-    if (design >= masters_.size())
-        return nullptr;
     const Package::Entry master = masters_[design];
     for (const std::string& id : Part(master).Read().layoutIds) {
         const auto layout = package_.Follow(master, package_.RelationshipsOf(master).Find(id));
@@ -154,8 +149,6 @@ ShapeTreePart* PresentationFile::TitleMaster(std::size_t design)
 
 String PresentationFile::DesignName(std::size_t design)
 {
-    if (design >= masters_.size())
-        return {};
     const Package::Entry master = masters_[design];
     const auto theme = package_.Follow(master, package_.RelationshipsOf(master).FirstOf("theme"));
     if (!theme)
@@ -165,42 +158,18 @@ String PresentationFile::DesignName(std::size_t design)
     return FromUtf8(document.Attribute(document.Root(), "name"));
 }
 
-ShapeTreePart* PresentationFile::NotesMaster()
-{
-    return OptionalPart(notesMaster_);
-}
-
-ShapeTreePart* PresentationFile::HandoutMaster()
-{
-    return OptionalPart(handoutMaster_);
-}
-
-BuiltInProperties& PresentationFile::BuiltIn()
+BuiltInPropertiesReader& PresentationFile::BuiltIn()
 {
     if (!builtIn_)
-        builtIn_.emplace(package_, static_cast<std::int64_t>(slides_.size()));
+        builtIn_.emplace(package_);
     return *builtIn_;
 }
 
-CustomPropertyPart& PresentationFile::Custom()
+CustomPropertiesReader& PresentationFile::Custom()
 {
     if (!custom_)
         custom_.emplace(package_);
     return *custom_;
-}
-
-const TextPattern& PresentationFile::Pattern(const String& findWhat, bool matchCase, bool wholeWords)
-{
-    if (!pattern_ || !pattern_->IsFor(findWhat, matchCase, wholeWords))
-        pattern_.emplace(findWhat, matchCase, wholeWords);
-    return *pattern_;
-}
-
-const SoughtText& PresentationFile::Sought(const String& text)
-{
-    if (!sought_ || sought_->text != text)
-        sought_.emplace(text);
-    return *sought_;
 }
 
 TextOfParts PresentationFile::MakeTextOf(const std::vector<Package::Entry>& entries)
@@ -211,19 +180,19 @@ TextOfParts PresentationFile::MakeTextOf(const std::vector<Package::Entry>& entr
     return TextOfParts(std::move(parts));
 }
 
-bool PresentationFile::SlidesMayHold(const String& text)
+bool PresentationFile::SlidesMayHold(const SoughtText& sought)
 {
     if (!slidesText_)
         slidesText_ = MakeTextOf(slides_);
     // The first walk reads slide by slide: a slide that holds the text is then read from bytes that are at hand.
-    return !slidesText_->IsGathered() || slidesText_->MayHold(Sought(text));
+    return !slidesText_->IsGathered() || slidesText_->MayHold(sought);
 }
 
-bool PresentationFile::NotesMayHold(const String& text)
+bool PresentationFile::NotesMayHold(const SoughtText& sought)
 {
     if (!notesText_)
         notesText_ = MakeTextOf(NotesPages());
-    return notesText_->MayHold(Sought(text));
+    return notesText_->MayHold(sought);
 }
 
 void PresentationFile::Save(StringView path)

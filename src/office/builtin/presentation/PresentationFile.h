@@ -9,52 +9,50 @@
 #include "office/builtin/presentation/TextOfParts.h"
 #include "office/builtin/properties/BuiltInProperties.h"
 #include "office/builtin/properties/CustomPropertyPart.h"
+#include "office/builtin/reader/PresentationReader.h"
 #include "office/builtin/shapes/ShapeTreePart.h"
-#include "office/builtin/matching/TextMatch.h"
 
 namespace tessarine::builtin
 {
 
 class XmlDocument;
 
-/// An opened presentation: its package and the parts that make it up, found by relationships alone
-/// (ECMA-376 19.2.1.26 `p:presentation`).
-class PresentationFile
+/// A presentation in a package: the parts that make it up, found by relationships alone (ECMA-376 19.2.1.26
+/// `p:presentation`).
+class PresentationFile final : public PresentationReader
 {
 public:
-    /// Raises -2147024885 for a package that holds no presentation, -2147023504 for a damaged one (a slide that is
-    /// named but missing among them), -2147467259 for one that is protected against changes by a password.
+    /// Raises `BadFormat` for a package that holds no presentation, `FileCorrupt` for a damaged one (also when a slide
+    /// is named but missing), and `Unspecified` for one that is protected against changes by a password.
     explicit PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default());
 
-    std::size_t SlideCount() const { return slides_.size(); }
-    ShapeTreePart& Slide(std::size_t index) { return Part(slides_[index]); }
-    ShapeTreePart* NotesPage(std::size_t slide);   ///< Null when the slide has none of the content type of notes pages.
-    std::size_t DesignOfSlide(std::size_t slide);  ///< The first design when the file does not say.
+    std::size_t SlideCount() override { return slides_.size(); }
+    PageReader& Slide(std::size_t slide) override { return Part(slides_[slide]); }
 
-    std::size_t DesignCount() const { return masters_.size(); }
-    ShapeTreePart* SlideMaster(std::size_t design);  ///< Null, like the others here, for a design that is not there.
-    ShapeTreePart* TitleMaster(
-        std::size_t design);                ///< The master's first layout of type "title"; null when there is none.
-    String DesignName(std::size_t design);  ///< The theme's name; "" without one.
+    /// Null also for a part that a slide names as its notes page and that has another content type.
+    PageReader* NotesPage(std::size_t slide) override;
 
-    ShapeTreePart* NotesMaster();  ///< Null when the presentation has none.
-    ShapeTreePart* HandoutMaster();
+    /// Found through the slide's layout. The first design when the file doesn't say.
+    std::optional<std::size_t> DesignOfSlide(std::size_t slide) override;
 
-    BuiltInProperties& BuiltIn();
-    CustomPropertyPart& Custom();
+    std::size_t DesignCount() override { return masters_.size(); }
+    String DesignName(std::size_t design) override;  ///< The theme's name; "" without one.
+    PageReader& SlideMaster(std::size_t design) override { return Part(masters_[design]); }
 
-    /// The search text prepared; the last one is kept, as a run looks for one text all through a file.
-    const TextPattern& Pattern(const String& findWhat, bool matchCase, bool wholeWords);
+    /// Packages have title slide layouts in the place of title masters: the master's first layout of type "title".
+    PageReader* TitleMaster(std::size_t design) override;
 
-    const SoughtText& Sought(const String& text);  ///< Likewise.
+    PageReader* NotesMaster() override { return OptionalPart(notesMaster_); }
+    PageReader* HandoutMaster() override { return OptionalPart(handoutMaster_); }
 
-    /// False only when no shape's text of any slide, or of any notes page, holds the text, whatever the case.
-    bool SlidesMayHold(const String& text);
-    bool NotesMayHold(const String& text);
+    BuiltInPropertiesReader& BuiltIn() override;
+    CustomPropertiesReader& Custom() override;
 
-    /// Replaces the file by one with the edits, all or nothing; without edits only its modification time moves. An
-    /// edited package loses its digital signatures, which would not be valid any more; the error log says so.
-    void Save(StringView path);
+    bool SlidesMayHold(const SoughtText& sought) override;
+    bool NotesMayHold(const SoughtText& sought) override;
+
+    /// An edited package loses its digital signatures, which would not be valid any more; the error log says so.
+    void Save(StringView path) override;
 
 private:
     void ReadMainPart(Package::Entry main);
@@ -74,8 +72,6 @@ private:
     std::map<Package::Entry, std::unique_ptr<ShapeTreePart>> parts_;
     std::optional<BuiltInProperties> builtIn_;
     std::optional<CustomPropertyPart> custom_;
-    std::optional<TextPattern> pattern_;
-    std::optional<SoughtText> sought_;
     std::optional<std::vector<Package::Entry>> notesPages_;
     std::optional<TextOfParts> slidesText_;
     std::optional<TextOfParts> notesText_;

@@ -1,28 +1,27 @@
 #pragma once
 
-#include <cstdint>
+#include <optional>
 
-#include "model/PowerPoint.h"
 #include "office/builtin/properties/PropertyPart.h"
+#include "office/builtin/reader/PropertiesReader.h"
 
 namespace tessarine::builtin
 {
 
-/// The 34 built-in document properties in the object model's order, stored in the core and the extended property part.
-///
-/// Reading one that the host leaves undefined raises -2147467259 while its element is absent; so does putting one that
-/// is read-only. A text of more than 255 units raises -2147024809. Putting what is there is no change.
-class BuiltInProperties
+/// The built-in document properties of a package: elements of its core and its extended property part.
+class BuiltInProperties final : public BuiltInPropertiesReader
 {
 public:
-    static constexpr std::int32_t count = 34;
+    explicit BuiltInProperties(Package& package);
 
-    /// `slides` is what "Number of slides" gives when the file does not say.
-    BuiltInProperties(Package& package, std::int64_t slides);
+    /// Numbers and dates are read from the element's text. A number that isn't one reads as 0.
+    std::optional<powerpoint::Value> Read(BuiltInProperty property) const override;
 
-    static String NameOf(std::int32_t index);  ///< `index` from 1.
-    powerpoint::Value Read(std::int32_t index) const;
-    void Put(std::int32_t index, const powerpoint::Value& value);
+    /// Makes the element, and the part around it, where there is none. Raises `Unspecified` for the one property that
+    /// packages have no place for.
+    void Put(BuiltInProperty property, const String& text) override;
+
+    /// Hands the edits to the package.
     void Flush();
 
 private:
@@ -30,7 +29,6 @@ private:
 
     PropertyPart core_;
     PropertyPart extended_;
-    std::int64_t slides_;
 };
 
 }  // namespace tessarine::builtin

@@ -7,11 +7,11 @@
 #include <limits>
 
 #include "office/builtin/properties/PropertyDate.h"
+#include "office/builtin/reader/Refusals.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlEdits.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
-#include "platform/Failure.h"
 
 namespace tessarine::builtin
 {
@@ -137,28 +137,18 @@ CustomPropertyPart::CustomPropertyPart(Package& package) : package_(package)
     }
 }
 
-const CustomPropertyPart::Property& CustomPropertyPart::At(std::int32_t index) const
+void CustomPropertyPart::Put(std::size_t index, const Value& value)
 {
-    if (index < 1 || index > Count())
-        throw Failure(FailureNumber::BadArgument, u"DocumentProperties (unknown member) : The index is out of range.");
-    return properties_[static_cast<std::size_t>(index) - 1];
-}
-
-void CustomPropertyPart::Put(std::int32_t index, const Value& value)
-{
-    auto& property = const_cast<Property&>(At(index));
-    const String text = powerpoint::TextOf(value);
-    if (powerpoint::TextOf(property.value) == text)
-        return;
+    Property& property = properties_[index];
     if (IsOpaque(property.kind))
-        throw Failure(FailureNumber::Unspecified, u"Unspecified error");
+        throw UnspecifiedError();
 
     const auto number = NumberOf(value);
     const IntegerKind* integer = IntegerKindOf(property.kind);
     if (IsText(property.kind) || !number) {
         if (!IsText(property.kind))
             property.kind = "lpwstr";
-        property.value = text;
+        property.value = powerpoint::TextOf(value);
     } else if (integer != nullptr && std::trunc(*number) == *number && *number >= integer->least &&
                *number <= integer->largest) {
         property.value = *number;

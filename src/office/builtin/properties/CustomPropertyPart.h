@@ -4,28 +4,27 @@
 #include <string>
 #include <vector>
 
-#include "model/PowerPoint.h"
 #include "office/builtin/package/Package.h"
+#include "office/builtin/reader/PropertiesReader.h"
 
 namespace tessarine::builtin
 {
 
 /// The custom document properties, docProps/custom.xml (ECMA-376 part 1, 22.3), in document order. An absent part holds
 /// none.
-class CustomPropertyPart
+class CustomPropertyPart final : public CustomPropertiesReader
 {
 public:
     explicit CustomPropertyPart(Package& package);
 
-    std::int32_t Count() const { return static_cast<std::int32_t>(properties_.size()); }
-    const String& NameOf(std::int32_t index) const { return At(index).name; }  ///< `index` from 1.
-    powerpoint::Value Read(std::int32_t index) const { return At(index).value; }
+    std::size_t Count() const override { return properties_.size(); }
+    const String& NameOf(std::size_t index) const override { return properties_[index].name; }
+    powerpoint::Value Read(std::size_t index) const override { return properties_[index].value; }
 
-    /// Puts a value. What is there already, as text, is no change. A text makes the property a text (vt:lpwstr); a
-    /// number keeps an integer or float kind where it fits, becomes the text of a text, and otherwise a vt:r8. Raises
-    /// -2147467259 for vectors, blobs and the like, which read as "".
-    void Put(std::int32_t index, const powerpoint::Value& value);
+    /// A text becomes a `vt:lpwstr`, a number that fits nothing else a `vt:r8`.
+    void Put(std::size_t index, const powerpoint::Value& value) override;
 
+    /// Hands the edits to the package.
     void Flush();
 
 private:
@@ -37,7 +36,6 @@ private:
         bool changed = false;
     };
 
-    const Property& At(std::int32_t index) const;
     std::string ElementOf(const Property& property) const;
 
     Package& package_;

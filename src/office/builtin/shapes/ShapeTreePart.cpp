@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "office/builtin/limits/Damage.h"
+#include "office/builtin/reader/Refusals.h"
 #include "office/builtin/shapes/HyperlinkAddress.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlScanner.h"
@@ -108,6 +109,18 @@ const std::string& ShapeTreePart::Text()
     return text_;
 }
 
+ShapeFacts ShapeTreePart::Shape(std::size_t shape)
+{
+    const ShapeRecord& record = Shapes()[shape];
+    return {record.type, record.hasTextFrame};
+}
+
+std::optional<std::size_t> ShapeTreePart::FindText(std::size_t shape, const TextPattern& pattern, std::size_t from)
+{
+    const std::int32_t body = Shapes()[shape].body;
+    return body < 0 ? std::nullopt : Body(body).Find(pattern, from);
+}
+
 std::size_t ShapeTreePart::ReplaceText(std::size_t shapeIndex, std::size_t begin, std::size_t length, StringView with)
 {
     FlushLinks();
@@ -124,6 +137,31 @@ void ShapeTreePart::PutText(std::size_t shapeIndex, StringView text)
 {
     FlushLinks();
     Body(Shapes()[shapeIndex].body).PutText(text, Text());
+}
+
+/// Null when the page shows none.
+const ShapeRecord* ShapeTreePart::FirstHeaderFooter(HeaderFooterKind kind)
+{
+    const Placeholder placeholder = kind == HeaderFooterKind::Header ? Placeholder::Header : Placeholder::Footer;
+    const auto& shapes = Shapes();
+    const auto found = std::ranges::find(shapes, placeholder, &ShapeRecord::placeholder);
+    return found == shapes.end() ? nullptr : &*found;
+}
+
+std::optional<String> ShapeTreePart::HeaderFooter(HeaderFooterKind kind)
+{
+    const ShapeRecord* const shape = FirstHeaderFooter(kind);
+    if (shape == nullptr)
+        return std::nullopt;
+    return shape->body < 0 ? String() : Body(shape->body).Text();
+}
+
+void ShapeTreePart::PutHeaderFooter(HeaderFooterKind kind, StringView text)
+{
+    const ShapeRecord* const shape = FirstHeaderFooter(kind);
+    if (shape == nullptr || shape->body < 0)
+        throw NoHeaderFooter();
+    PutText(static_cast<std::size_t>(shape - Shapes().data()), text);
 }
 
 bool ShapeTreePart::HasEditedBodies() const
@@ -298,9 +336,9 @@ std::size_t& ShapeTreePart::UsesOf(const std::string& relationshipId)
     return entry->second;
 }
 
-String ShapeTreePart::LinkSource(const ShapeRecord& shape)
+String ShapeTreePart::LinkSource(std::size_t shape)
 {
-    const Relationship* relationship = Links().Find(shape.linkId);
+    const Relationship* relationship = Links().Find(Shapes()[shape].linkId);
     if (relationship == nullptr)
         throw Failure(FailureNumber::InvalidRequest, u"LinkFormat (unknown member) : Invalid request.");
     return ReadTarget(relationship->target, false).address;
@@ -309,7 +347,7 @@ String ShapeTreePart::LinkSource(const ShapeRecord& shape)
 void ShapeTreePart::PutLinkSource(std::size_t index, const String& source)
 {
     const ShapeRecord& shape = Shapes()[index];
-    if (source == LinkSource(shape))
+    if (source == LinkSource(index))
         return;
     const Relationship* relationship = Links().Find(shape.linkId);
     const std::string target = WriteTarget(relationship->target, source, false);

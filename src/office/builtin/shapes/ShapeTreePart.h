@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "office/builtin/package/Package.h"
+#include "office/builtin/reader/PageReader.h"
 #include "office/builtin/shapes/ShapeTree.h"
 #include "office/builtin/text/PartText.h"
 #include "office/builtin/xml/XmlEdits.h"
@@ -16,7 +17,7 @@ namespace tessarine::builtin
 /// A part with a shape tree. Read when first walked, once for the file's life unless it is edited in two ways: a part
 /// holds pending edits of its texts or of its link elements, never of both; beginning the other kind puts the first
 /// into the bytes and reads the part again. Indices of shapes, bodies and links stay the same all the while.
-class ShapeTreePart
+class ShapeTreePart final : public PageReader
 {
 public:
     ShapeTreePart(Package& package, Package::Entry entry) : package_(package), entry_(entry) {}
@@ -24,35 +25,43 @@ public:
     Package::Entry entry() const { return entry_; }
     Relationships& Links() { return package_.RelationshipsOf(entry_); }
 
+    std::size_t ShapeCount() override { return Tree().shapes.size(); }
+    ShapeFacts Shape(std::size_t shape) override;
     const std::vector<ShapeRecord>& Shapes() { return Tree().shapes; }
     const ShapeTree& Read() { return Tree(); }
 
     /// False only when no shape's text holds what is sought, whatever the case. Much cheaper than reading the shapes.
-    bool MayHold(const SoughtText& sought);
+    bool MayHold(const SoughtText& sought) override;
 
     /// The part's text without structure; null when that can't be had, or not any more since the part was edited.
     PartText* UnstructuredText();
     bool IsGathered() const { return isGathered_; }  ///< That text was asked for before, so that it costs nothing now.
     TextBody& Body(std::int32_t index) { return Tree().bodies[static_cast<std::size_t>(index)]; }
 
+    std::optional<std::size_t> FindText(std::size_t shape, const TextPattern& pattern, std::size_t from) override;
+
     /// Replaces text of a shape, and of its twin in the other branch of alternate content. Returns the units put in.
-    std::size_t ReplaceText(std::size_t shapeIndex, std::size_t begin, std::size_t length, StringView with);
+    std::size_t ReplaceText(std::size_t shapeIndex, std::size_t begin, std::size_t length, StringView with) override;
     void PutText(std::size_t shapeIndex, StringView text);
+
+    /// The first placeholder of that kind, by its own text alone.
+    std::optional<String> HeaderFooter(HeaderFooterKind kind) override;
+    void PutHeaderFooter(HeaderFooterKind kind, StringView text) override;
 
     // --- Hyperlinks ---------------------------------------------------------------------------------------------
 
     /// Hyperlinks that belong to the object model's collection, as indices for the calls below.
-    std::vector<std::size_t> HyperlinkIndices();
-    String HyperlinkAddress(std::size_t link);
+    std::vector<std::size_t> HyperlinkIndices() override;
+    String HyperlinkAddress(std::size_t link) override;
 
     /// Equal to what HyperlinkAddress gives: no change. Empty: the link goes, unless it leads to a place by its
     /// fragment.
-    void PutHyperlinkAddress(std::size_t link, const String& address);
+    void PutHyperlinkAddress(std::size_t link, const String& address) override;
 
     // --- Linked objects -----------------------------------------------------------------------------------------
 
-    String LinkSource(const ShapeRecord& shape);
-    void PutLinkSource(std::size_t shapeIndex, const String& source);
+    String LinkSource(std::size_t shape) override;
+    void PutLinkSource(std::size_t shapeIndex, const String& source) override;
 
     /// Hands the edits to the package.
     void Flush();
@@ -67,6 +76,7 @@ private:
     };
 
     ShapeTree& Tree();
+    const ShapeRecord* FirstHeaderFooter(HeaderFooterKind kind);
     void ReadTree();
     const std::string& Text();
     bool HasEditedBodies() const;

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "model/PowerPoint.h"
+#include "office/builtin/objects/ListObject.h"
+#include "office/builtin/objects/OpenFile.h"
+
+namespace tessarine::builtin
+{
+
+/// The designs of a presentation, one per slide master.
+class DesignsObject final : public ListObject<powerpoint::Design>
+{
+public:
+    explicit DesignsObject(OpenFileReference file);
+
+    /// The design at an index from 0. Without an index, the design of a slide that has none in the file: one without a
+    /// name and without shapes.
+    std::shared_ptr<powerpoint::Design> At(std::optional<std::size_t> index) const;
+
+protected:
+    std::vector<std::shared_ptr<powerpoint::Design>> MakeElements() override { return designs_; }
+
+private:
+    OpenFileReference file_;
+    std::vector<std::shared_ptr<powerpoint::Design>> designs_;
+};
+
+}  // namespace tessarine::builtin

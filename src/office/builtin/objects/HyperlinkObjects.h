@@ -1,0 +1,14 @@
+#pragma once
+
+#include <memory>
+
+#include "model/PowerPoint.h"
+#include "office/builtin/objects/OpenFile.h"
+
+namespace tessarine::builtin
+{
+
+/// The hyperlinks of a page as they are now. To be made anew for every use, since an edit of a text may remove links.
+std::shared_ptr<powerpoint::Hyperlinks> MakeHyperlinks(OpenFileReference file, PageReader& page);
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "model/PowerPoint.h"
+
+namespace tessarine::builtin
+{
+
+/// A collection whose elements are made when it is first walked and handed out again on later walks: a run walks the
+/// same slides for every pair and every location.
+template <class Element>
+class ListObject : public powerpoint::Collection<Element>, public std::enable_shared_from_this<ListObject<Element>>
+{
+public:
+    std::unique_ptr<powerpoint::Enumerator<Element>> NewEnum() override
+    {
+        if (!elements_)
+            elements_ = MakeElements();
+        return std::make_unique<Walk>(this->shared_from_this());
+    }
+
+protected:
+    virtual std::vector<std::shared_ptr<Element>> MakeElements() = 0;
+
+private:
+    class Walk final : public powerpoint::Enumerator<Element>
+    {
+    public:
+        explicit Walk(std::shared_ptr<ListObject> list) : list_(std::move(list)) {}
+
+        std::shared_ptr<Element> Next() override
+        {
+            return next_ < list_->elements_->size() ? (*list_->elements_)[next_++] : nullptr;
+        }
+
+    private:
+        std::shared_ptr<ListObject> list_;  // the walk may outlive everything else that holds the collection
+        std::size_t next_ = 0;
+    };
+
+    std::optional<std::vector<std::shared_ptr<Element>>> elements_;
+};
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,41 @@
+#include "office/builtin/objects/MasterObjects.h"
+
+#include "office/builtin/objects/ShapeObjects.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+class MasterObject final : public powerpoint::Master
+{
+public:
+    MasterObject(OpenFileReference file, PageReader& page, CanHaveHeader canHaveHeader)
+        : file_(std::move(file)), page_(page), canHaveHeader_(canHaveHeader), shapes_(MakeShapes(file_, page))
+    {
+    }
+
+    std::shared_ptr<powerpoint::Shapes> Shapes() override { return shapes_; }
+
+    std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() override
+    {
+        return MakeHeadersFooters(file_, page_, canHaveHeader_);
+    }
+
+private:
+    OpenFileReference file_;
+    PageReader& page_;
+    CanHaveHeader canHaveHeader_;
+    std::shared_ptr<powerpoint::Shapes> shapes_;
+};
+
+}  // namespace
+
+std::shared_ptr<powerpoint::Master> MakeMaster(OpenFileReference file, PageReader* page, CanHaveHeader canHaveHeader)
+{
+    PageReader& there = file->PageOrEmpty(page);
+    return std::make_shared<MasterObject>(std::move(file), there, canHaveHeader);
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,18 @@
+#include "office/builtin/objects/ParagraphBreaks.h"
+
+namespace tessarine::builtin
+{
+
+String WithParagraphBreaks(StringView text)
+{
+    String paragraphs;
+    paragraphs.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool isRestOfLineEnd = text[at] == u'\n' && at > 0 && text[at - 1] == u'\r';
+        if (!isRestOfLineEnd)
+            paragraphs += text[at] == u'\n' ? u'\r' : text[at];
+    }
+    return paragraphs;
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/String.h"
+
+namespace tessarine::builtin
+{
+
+/// A text as PowerPoint takes it in: each line end (CR LF, LF or CR) is one paragraph break, a CR.
+String WithParagraphBreaks(StringView text);
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,86 @@
+#include "office/builtin/objects/PresentationObject.h"
+
+#include "office/builtin/objects/DesignObjects.h"
+#include "office/builtin/objects/MasterObjects.h"
+#include "office/builtin/objects/PropertyObjects.h"
+#include "office/builtin/objects/SlideObjects.h"
+#include "platform/Failure.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+class PresentationObject final : public powerpoint::Presentation
+{
+public:
+    PresentationObject(OpenFileReference file, String path)
+        : file_(std::move(file)),
+          path_(std::move(path)),
+          designs_(std::make_shared<DesignsObject>(file_)),
+          slides_(MakeSlides(file_, designs_))
+    {
+    }
+
+    std::shared_ptr<powerpoint::Slides> Slides() override { return File(), slides_; }
+    std::shared_ptr<powerpoint::Designs> Designs() override { return File(), designs_; }
+
+    std::shared_ptr<powerpoint::Master> NotesMaster() override
+    {
+        return MakeMaster(File(), File()->Reader().NotesMaster(), CanHaveHeader::Yes);
+    }
+
+    std::shared_ptr<powerpoint::Master> HandoutMaster() override
+    {
+        return MakeMaster(File(), File()->Reader().HandoutMaster(), CanHaveHeader::Yes);
+    }
+
+    std::shared_ptr<powerpoint::DocumentProperties> BuiltInDocumentProperties() override
+    {
+        return MakeBuiltInProperties(File());
+    }
+
+    std::shared_ptr<powerpoint::DocumentProperties> CustomDocumentProperties() override
+    {
+        return MakeCustomProperties(File());
+    }
+
+    bool NotesMayHoldText(const String& text) override { return File()->Reader().NotesMayHold(file_->Sought(text)); }
+
+    /// Nothing to do: a link's source is never opened, and its preview picture stays as it was.
+    void UpdateLinks() override { File(); }
+
+    void Save() override { File()->Reader().Save(path_); }
+
+    void Close() override
+    {
+        File();
+        slides_.reset();
+        designs_.reset();
+        file_.reset();
+    }
+
+private:
+    const OpenFileReference& File() const
+    {
+        if (!file_)
+            throw Failure(FailureNumber::InvalidRequest,
+                          u"Presentation (unknown member) : The presentation is closed.");
+        return file_;
+    }
+
+    OpenFileReference file_;  // null after Close
+    String path_;
+    std::shared_ptr<DesignsObject> designs_;
+    std::shared_ptr<powerpoint::Slides> slides_;
+};
+
+}  // namespace
+
+std::shared_ptr<powerpoint::Presentation> MakePresentation(std::shared_ptr<PresentationReader> reader, String path)
+{
+    return std::make_shared<PresentationObject>(std::make_shared<OpenFile>(std::move(reader)), std::move(path));
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#include "model/PowerPoint.h"
+#include "office/builtin/reader/PresentationReader.h"
+
+namespace tessarine::builtin
+{
+
+/// The surface's presentation over an opened file of any format. `path` is where Save writes. After Close every member
+/// raises `InvalidRequest`; slides and other objects that somebody holds go on working, and keep the reader alive.
+std::shared_ptr<powerpoint::Presentation> MakePresentation(std::shared_ptr<PresentationReader> reader, String path);
+
+}  // namespace tessarine::builtin

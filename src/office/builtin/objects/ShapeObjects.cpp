@@ -1,0 +1,126 @@
+#include "office/builtin/objects/ShapeObjects.h"
+
+#include <algorithm>
+
+#include "office/builtin/objects/ListObject.h"
+#include "office/builtin/objects/ParagraphBreaks.h"
+#include "office/builtin/objects/TextRanges.h"
+#include "platform/Failure.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+/// The unit at which a search begins. A negative `After` is taken for 0.
+std::size_t StartOfSearch(std::int32_t after)
+{
+    return static_cast<std::size_t>(std::max(after, 0));
+}
+
+/// A shape of a page. It is its own text frame, text range and link format as well, since there is one of each per
+/// shape and a walk asks for all of them.
+class ShapeObject final : public powerpoint::Shape,
+                          public powerpoint::TextFrame,
+                          public powerpoint::TextRange,
+                          public powerpoint::LinkFormat,
+                          public std::enable_shared_from_this<ShapeObject>
+{
+public:
+    ShapeObject(OpenFileReference file, PageReader& page, std::size_t shape)
+        : file_(std::move(file)), page_(page), shape_(shape)
+    {
+    }
+
+    std::int32_t Type() override { return page_.Shape(shape_).type; }
+
+    powerpoint::TriState HasTextFrame() override
+    {
+        return page_.Shape(shape_).hasTextFrame ? powerpoint::msoTrue : powerpoint::msoFalse;
+    }
+
+    std::shared_ptr<powerpoint::TextFrame> TextFrame() override
+    {
+        if (!page_.Shape(shape_).hasTextFrame)
+            throw Failure(FailureNumber::InvalidRequest, u"Shape (unknown member) : This object has no text.");
+        return shared_from_this();
+    }
+
+    std::shared_ptr<powerpoint::LinkFormat> LinkFormat() override
+    {
+        if (Type() != powerpoint::msoLinkedOLEObject)
+            throw Failure(FailureNumber::InvalidRequest, u"Shape (unknown member) : This object is not linked.");
+        return shared_from_this();
+    }
+
+    std::shared_ptr<powerpoint::TextRange> TextRange() override { return shared_from_this(); }
+
+    std::shared_ptr<powerpoint::TextRange> Find(const String& FindWhat, std::int32_t After,
+                                                powerpoint::TriState MatchCase,
+                                                powerpoint::TriState WholeWords) override
+    {
+        const TextPattern& pattern = file_->Pattern(FindWhat, MatchCase != 0, WholeWords != 0);
+        const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
+        return hit ? MakeHitRange(shared_from_this(), *hit, FindWhat.size()) : nullptr;
+    }
+
+    std::shared_ptr<powerpoint::TextRange> Replace(const String& FindWhat, const String& ReplaceWhat,
+                                                   std::int32_t After, powerpoint::TriState MatchCase,
+                                                   powerpoint::TriState WholeWords) override
+    {
+        const TextPattern& pattern = file_->Pattern(FindWhat, MatchCase != 0, WholeWords != 0);
+        const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
+        if (!hit)
+            return nullptr;
+        const std::size_t length = page_.ReplaceText(shape_, *hit, FindWhat.size(), WithParagraphBreaks(ReplaceWhat));
+        return MakeHitRange(shared_from_this(), *hit, length);
+    }
+
+    std::int32_t Start() override { return 1; }
+
+    String SourceFullName() override { return page_.LinkSource(shape_); }
+
+    void PutSourceFullName(const String& value) override
+    {
+        if (page_.LinkSource(shape_) != value)
+            page_.PutLinkSource(shape_, value);
+    }
+
+private:
+    OpenFileReference file_;
+    PageReader& page_;
+    std::size_t shape_;
+};
+
+class ShapesObject final : public ListObject<powerpoint::Shape>
+{
+public:
+    ShapesObject(OpenFileReference file, PageReader& page) : file_(std::move(file)), page_(page) {}
+
+    bool MayHoldText(const String& text) override { return page_.MayHold(file_->Sought(text)); }
+
+protected:
+    std::vector<std::shared_ptr<powerpoint::Shape>> MakeElements() override
+    {
+        std::vector<std::shared_ptr<powerpoint::Shape>> shapes;
+        const std::size_t count = page_.ShapeCount();
+        shapes.reserve(count);
+        for (std::size_t shape = 0; shape < count; ++shape)
+            shapes.push_back(std::make_shared<ShapeObject>(file_, page_, shape));
+        return shapes;
+    }
+
+private:
+    OpenFileReference file_;
+    PageReader& page_;
+};
+
+}  // namespace
+
+std::shared_ptr<powerpoint::Shapes> MakeShapes(OpenFileReference file, PageReader& page)
+{
+    return std::make_shared<ShapesObject>(std::move(file), page);
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#include "model/PowerPoint.h"
+#include "office/builtin/objects/DesignObjects.h"
+#include "office/builtin/objects/OpenFile.h"
+
+namespace tessarine::builtin
+{
+
+/// The slides of a presentation with their notes pages. The slides hand out the designs' own objects.
+std::shared_ptr<powerpoint::Slides> MakeSlides(OpenFileReference file, std::shared_ptr<DesignsObject> designs);
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Failure.h"
+
+/// The failures, in PowerPoint's words, that a reader and the objects raise alike.
+namespace tessarine::builtin
+{
+
+/// `InvalidRequest`: the page shows no such header or footer. The search of footers goes on at the next slide after
+/// this number, and ends at any other, so that nothing else about a header or footer may raise it.
+Failure NoHeaderFooter();
+
+/// `InvalidRequest`: a hyperlink that was removed, or went with the text around it.
+Failure NoHyperlink();
+
+/// `Unspecified`: a value that is not there, or that can't be changed.
+Failure UnspecifiedError();
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,1 @@
+#include "office/builtin/presentation/PresentationFile.h"
