@@ -5,6 +5,7 @@
 #include "platform/ProfileText.h"
 #include "platform/ProgramFolder.h"
 #include "platform/Treatments.h"
+#include "platform/Utf16.h"
 
 namespace tessarine
 {
@@ -14,16 +15,15 @@ namespace
 
 constexpr std::size_t longestText = 4095;
 
-/// Drops as many characters at the end as spaces lead the text.
+/// The text without its last characters, as many as there are spaces in front. Empty for a text of spaces alone.
 String ShortenedByLeadingSpaces(String text)
 {
     std::size_t spaces = text.find_first_not_of(u' ');
     if (spaces == String::npos)
         return {};
     for (; spaces > 0; --spaces) {
-        const bool isPair =
-            text.size() >= 2 && (text.back() & 0xFC00) == 0xDC00 && (text[text.size() - 2] & 0xFC00) == 0xD800;
-        text.resize(text.size() - (isPair ? 2 : 1));
+        const std::size_t last = text.size() - 1;
+        text.resize(DividesPair(text, last) ? last - 1 : last);
     }
     return text;
 }
@@ -39,7 +39,8 @@ String GetLngString(const String& section, const String& key)
 {
     return LogAndReturn({u"GetLngString", u"Module modLanguage"}, [&] {
         const String path = LanguageFolder() + PathSeparator + CurrentLanguageFile;
-        // The end that is lost to leading spaces looks like a slip; texts depend on it and it is intended.
+        // Losing the end to leading spaces looks like a slip. Intended: the lookup has always counted the trimmed text
+        // and cut the untrimmed one, and a language file is to give the texts that it always gave.
         return ShortenedByLeadingSpaces(ReadProfileValue(path, section, key, longestText));
     });
 }

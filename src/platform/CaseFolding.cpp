@@ -6,6 +6,8 @@
 #include <array>
 #include <memory>
 
+#include "platform/Utf16.h"
+
 namespace tessarine
 {
 
@@ -13,11 +15,6 @@ namespace
 {
 
 constexpr std::size_t pageSize = 256;
-
-bool IsSurrogate(char32_t codePoint)
-{
-    return codePoint >= 0xD800 && codePoint <= 0xDFFF;
-}
 
 char32_t SimpleFold(char32_t codePoint)
 {
@@ -63,13 +60,8 @@ private:
 UnitTable<SimpleFold> foldTable;
 UnitTable<SimpleUpper> upperTable;
 
-bool IsPairAt(StringView text, std::size_t i)
-{
-    return (text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
-}
-
-/// Maps the units [begin, end) and gives the index behind the last one: one more when a surrogate pair lies across the
-/// end.
+/// Maps the units [begin, end), and the rest of a surrogate pair that lies across the end. Gives the index after the
+/// last mapped unit.
 template <char32_t (*Map)(char32_t)>
 std::size_t MapRange(StringView text, String& result, std::size_t begin, std::size_t end, UnitTable<Map>& table)
 {
@@ -79,10 +71,10 @@ std::size_t MapRange(StringView text, String& result, std::size_t begin, std::si
             result[i] = table(text[i]);
             continue;
         }
-        const char32_t pair = 0x10000 + ((text[i] - 0xD800u) << 10) + (text[i + 1] - 0xDC00u);
-        if (const char32_t mapped = Map(pair); mapped >= 0x10000) {
-            result[i] = static_cast<char16_t>(0xD7C0 + (mapped >> 10));
-            result[i + 1] = static_cast<char16_t>(0xDC00 + (mapped & 0x3FF));
+        // A mapping into one unit would change the length, so that pair stays as it is.
+        if (const char32_t mapped = Map(JoinSurrogates(text[i], text[i + 1])); mapped >= 0x10000) {
+            result[i] = HighSurrogateOf(mapped);
+            result[i + 1] = LowSurrogateOf(mapped);
         }
         ++i;
     }
@@ -127,6 +119,7 @@ String FoldCase(StringView text)
 
 char16_t FoldCase(char16_t unit)
 {
+    // Without a look at the table, for the case of nearly every call.
     if (unit < 0x80)
         return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
     return foldTable(unit);
@@ -141,6 +134,7 @@ String ToUpper(StringView text)
 
 bool IsWordCharacter(char32_t codePoint)
 {
+    // ASCII is asked for most, and the underscore has no category of its own.
     if (codePoint < 0x80)
         return (codePoint >= U'0' && codePoint <= U'9') || (codePoint >= U'A' && codePoint <= U'Z') ||
                (codePoint >= U'a' && codePoint <= U'z') || codePoint == U'_';

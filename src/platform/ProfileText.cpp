@@ -6,6 +6,7 @@
 
 #include "platform/CaseFolding.h"
 #include "platform/Files.h"
+#include "platform/Utf16.h"
 
 namespace tessarine
 {
@@ -29,8 +30,8 @@ std::string_view Trimmed(std::string_view text)
     return text;
 }
 
-/// Takes the first line off `rest`. An empty line between CR and LF does no harm, as empty lines say nothing. The
-/// search for CR ends at the LF, so that a file without a CR is not read to its end for each line.
+/// Takes the first line off `rest`. CR and LF together give an empty line between them, which does no harm. The search
+/// for CR ends at the LF, so that a file without a CR is not read to its end for each line.
 std::string_view TakeLine(std::string_view& rest)
 {
     std::string_view line = rest.substr(0, rest.find('\n'));
@@ -65,7 +66,7 @@ private:
     std::string bytes_;
 };
 
-/// What stands between the brackets of a section line; nothing for any other line.
+/// The name between the brackets of a section line; nothing for any other line.
 std::optional<std::string_view> SectionOf(std::string_view line)
 {
     if (!line.starts_with('['))
@@ -81,7 +82,8 @@ std::optional<std::string_view> SectionOf(std::string_view line)
 std::string_view LinesOfSection(std::string_view content, const Name& section)
 {
     for (std::size_t bracket = content.find('['); bracket != std::string_view::npos; bracket = content.find('[')) {
-        const std::size_t begin = content.find_last_of("\r\n", bracket) + 1;  // 0 in the first line: none is found
+        // In the first line no line end is found, and npos + 1 is 0.
+        const std::size_t begin = content.find_last_of("\r\n", bracket) + 1;
         content.remove_prefix(begin);
         const auto name = SectionOf(TakeLine(content));
         if (name && section.Is(*name))
@@ -90,7 +92,7 @@ std::string_view LinesOfSection(std::string_view content, const Name& section)
     return {};
 }
 
-/// The value as it stands behind the equals sign of its line, in the first section of that name.
+/// What follows the equals sign on the key's line, in the first section of that name.
 std::string_view RawValue(std::string_view content, const Name& section, const Name& key)
 {
     for (std::string_view rest = LinesOfSection(content, section); !rest.empty();) {
@@ -108,6 +110,7 @@ std::string_view RawValue(std::string_view content, const Name& section, const N
 
 std::string_view WithoutQuotes(std::string_view value)
 {
+    // A single quote character is no pair, although it is the first and the last one.
     const bool isQuoted =
         value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.front() == value.back();
     return isQuoted ? value.substr(1, value.size() - 2) : value;
@@ -118,9 +121,7 @@ String FirstCharacters(String text, std::size_t count)
 {
     std::size_t end = 0;
     for (; end < text.size() && count > 0; --count) {
-        const bool isPair =
-            (text[end] & 0xFC00) == 0xD800 && end + 1 < text.size() && (text[end + 1] & 0xFC00) == 0xDC00;
-        end += isPair ? 2 : 1;
+        end += IsPairAt(text, end) ? 2 : 1;
     }
     text.resize(end);
     return text;
@@ -132,6 +133,7 @@ String ProfileValue(std::string_view content, StringView section, StringView key
 {
     if (content.starts_with(byteOrderMark))
         content.remove_prefix(byteOrderMark.size());
+    // A value ends at its first NUL, as the texts that the Windows calls give.
     const std::string_view raw = RawValue(content, Name(section), Name(key));
     return FirstCharacters(FromUtf8(WithoutQuotes(Trimmed(raw.substr(0, raw.find('\0'))))), longest);
 }

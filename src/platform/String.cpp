@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "platform/Utf16.h"
+
 namespace tessarine
 {
 
@@ -10,15 +12,9 @@ namespace
 
 constexpr char32_t replacementCharacter = 0xFFFD;
 
-bool IsHighSurrogate(char32_t unit)
-{
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsLowSurrogate(char32_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
+/// What is added to a byte that is not part of valid UTF-8, 80 to FF. The sum is a lone low surrogate, which no valid
+/// text holds.
+constexpr char16_t foreignBytes = 0xDC00;
 
 struct Sequence {
     std::size_t length;  // bytes, 0 when the bytes are not valid UTF-8
@@ -31,6 +27,7 @@ Sequence DecodeSequence(std::string_view text)
     const auto follows = [&](std::size_t i) { return i < text.size() && (byte(i) & 0xC0) == 0x80; };
     const auto bits = [&](std::size_t i) { return static_cast<char32_t>(byte(i) & 0x3F); };
 
+    // Shorter forms than needed, surrogates and values above U+10FFFF are not valid (Unicode, table 3-7).
     const std::uint8_t lead = byte(0);
     if (lead < 0x80)
         return {1, lead};
@@ -38,7 +35,7 @@ Sequence DecodeSequence(std::string_view text)
         return {2, (lead & 0x1Fu) << 6 | bits(1)};
     if ((lead & 0xF0) == 0xE0 && follows(1) && follows(2)) {
         const char32_t codePoint = (lead & 0x0Fu) << 12 | bits(1) << 6 | bits(2);
-        if (codePoint >= 0x800 && !(codePoint >= 0xD800 && codePoint <= 0xDFFF))
+        if (codePoint >= 0x800 && !IsSurrogate(codePoint))
             return {3, codePoint};
     }
     if (lead >= 0xF0 && lead <= 0xF4 && follows(1) && follows(2) && follows(3)) {
@@ -53,21 +50,17 @@ Sequence DecodeSequence(std::string_view text)
 
 String FromUtf8(std::string_view text)
 {
+    // Never more units than bytes.
     String result;
     result.reserve(text.size());
     while (!text.empty()) {
         const Sequence sequence = DecodeSequence(text);
         if (sequence.length == 0) {
-            result += static_cast<char16_t>(0xDC00 + static_cast<std::uint8_t>(text.front()));
+            result += static_cast<char16_t>(foreignBytes + static_cast<std::uint8_t>(text.front()));
             text.remove_prefix(1);
             continue;
         }
-        if (sequence.codePoint < 0x10000) {
-            result += static_cast<char16_t>(sequence.codePoint);
-        } else {
-            result += static_cast<char16_t>(0xD7C0 + (sequence.codePoint >> 10));
-            result += static_cast<char16_t>(0xDC00 + (sequence.codePoint & 0x3FF));
-        }
+        AppendUtf16(result, sequence.codePoint);
         text.remove_prefix(sequence.length);
     }
     return result;
@@ -75,7 +68,7 @@ String FromUtf8(std::string_view text)
 
 void AppendUtf8(std::string& text, char32_t codePoint)
 {
-    if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF))
+    if (codePoint > 0x10FFFF || IsSurrogate(codePoint))
         codePoint = replacementCharacter;
     const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
     if (codePoint < 0x80) {
@@ -100,12 +93,12 @@ std::string ToUtf8(StringView text)
     std::string result;
     result.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const char32_t unit = text[i];
-        if (IsHighSurrogate(unit) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-            AppendUtf8(result, 0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00u));
+        const char16_t unit = text[i];
+        if (IsPairAt(text, i)) {
+            AppendUtf8(result, JoinSurrogates(unit, text[i + 1]));
             ++i;
-        } else if (unit >= 0xDC80 && unit <= 0xDCFF) {
-            result += static_cast<char>(unit - 0xDC00);
+        } else if (unit >= foreignBytes + 0x80 && unit <= foreignBytes + 0xFF) {
+            result += static_cast<char>(unit - foreignBytes);
         } else {
             AppendUtf8(result, unit);
         }

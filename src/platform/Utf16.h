@@ -29,6 +29,17 @@ constexpr char32_t JoinSurrogates(char16_t high, char16_t low)
     return 0x10000 + ((char32_t{high} - 0xD800) << 10) + (char32_t{low} - 0xDC00);
 }
 
+/// The two surrogates that stand for a code point of U+10000 to U+10FFFF.
+constexpr char16_t HighSurrogateOf(char32_t codePoint)
+{
+    return static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+}
+
+constexpr char16_t LowSurrogateOf(char32_t codePoint)
+{
+    return static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+}
+
 /// True when the units at `at` and `at + 1` are a pair; false at the last unit and beyond the end.
 constexpr bool IsPairAt(StringView text, std::size_t at)
 {
@@ -59,8 +70,8 @@ constexpr void AppendUtf16(String& text, char32_t codePoint)
     if (codePoint < 0x10000) {
         text += static_cast<char16_t>(codePoint);
     } else {
-        text += static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
-        text += static_cast<char16_t>(0xDC00 + (codePoint & 0x3FF));
+        text += HighSurrogateOf(codePoint);
+        text += LowSurrogateOf(codePoint);
     }
 }
 
