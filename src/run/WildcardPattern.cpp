@@ -13,8 +13,7 @@ namespace
 
 Failure InvalidPattern()
 {
-    constexpr std::int32_t invalidPatternString = 93;
-    return {invalidPatternString, u"Invalid pattern string"};
+    return {InvalidPatternString, u"Invalid pattern string"};
 }
 
 }  // namespace
