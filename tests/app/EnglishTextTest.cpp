@@ -1,4 +1,4 @@
-// English texts that are the wording the windows are built with, letter by letter. Odd spellings are intended.
+// The English texts that the windows are built with, letter by letter. Odd spellings are part of that wording.
 #include <gtest/gtest.h>
 
 #include "app/ChosenLanguage.h"

@@ -123,7 +123,7 @@ protected:
     const LanguageFile file_ = FileOf(GetParam().name);
 };
 
-TEST_P(LanguageFilesTest, HasEachKeyThatIsAskedForOnceAndNoOther)
+TEST_P(LanguageFilesTest, HasExactlyTheKeysThatAreAskedFor)
 {
     std::set<std::string> missing;
     for (const LanguageKey& key : test::LanguageKeys())
@@ -223,7 +223,7 @@ TEST_P(LanguageFilesTest, IsReadByTheProgramAsItIsWritten)
         EXPECT_EQ(ToUtf8(GetLngString(FromUtf8(key.section), FromUtf8(key.key))), file_.Value(key.section, key.key));
 }
 
-TEST_P(LanguageFilesTest, HasACopyForWindowsThatSaysTheSame)
+TEST_P(LanguageFilesTest, HasAnEqualCopyForWindows)
 {
     std::string expected;
     for (const char letter : ReadWholeFile(PathIn(TESSARINE_PROGRAM_FOLDER "/Languages", GetParam().name)))

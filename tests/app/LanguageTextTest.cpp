@@ -45,7 +45,7 @@ TEST_F(LanguageTextTest, ComesFromTheSectionAndKeyAskedFor)
     EXPECT_EQ(GetLngString(u"global msg", u"1001"), u"Go on?");
 }
 
-TEST_F(LanguageTextTest, IsEmptyWithoutAWordWhenTheKeyTheSectionOrTheFileIsMissing)
+TEST_F(LanguageTextTest, IsEmptyForAMissingKeySectionOrFile)
 {
     Write("[frmMain]\n106=Open\n");
 
@@ -56,7 +56,7 @@ TEST_F(LanguageTextTest, IsEmptyWithoutAWordWhenTheKeyTheSectionOrTheFileIsMissi
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(LanguageTextTest, IsEmptyWhenNoLanguageWasChosenFromAnEmptyList)
+TEST_F(LanguageTextTest, IsEmptyForALanguageWithoutAName)
 {
     Write("[frmMain]\n106=Open\n");
     CurrentLanguageFile = u".lng";
@@ -73,7 +73,7 @@ TEST_F(LanguageTextTest, IsEmptyWhenNoLanguageIsSettled)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(LanguageTextTest, FollowsAChangeOfLanguageAndOfTheFileAtOnce)
+TEST_F(LanguageTextTest, FollowsAChangeOfLanguageAtOnce)
 {
     folder_.Write(u"Languages/Other.lng", "[frmMain]\ncmdAdd.caption=other\n");
     const String first = TextWritten("first");
@@ -86,7 +86,7 @@ TEST_F(LanguageTextTest, FollowsAChangeOfLanguageAndOfTheFileAtOnce)
     EXPECT_EQ(GetLngString(u"frmMain", u"cmdAdd.caption"), u"other");
 }
 
-TEST_F(LanguageTextTest, KeepsNoBlanksAtTheEndsOfAnUnquotedValue)
+TEST_F(LanguageTextTest, DropsBlanksAroundAnUnquotedValue)
 {
     EXPECT_EQ(TextWritten("  Add  "), u"Add");
 }
@@ -96,7 +96,7 @@ TEST_F(LanguageTextTest, KeepsBlanksAtTheEndOfAQuotedValue)
     EXPECT_EQ(TextWritten("\"Process read only File \""), u"Process read only File ");
 }
 
-TEST_F(LanguageTextTest, LosesAsManyCharactersAtTheEndAsSpacesLeadIt)
+TEST_F(LanguageTextTest, LosesACharacterForEachLeadingSpace)
 {
     EXPECT_EQ(TextWritten("\"  word\""), u"  wo");
     EXPECT_EQ(TextWritten("' word '"), u" word");
@@ -125,7 +125,7 @@ TEST_F(LanguageTextTest, IsCutTo4095Characters)
     EXPECT_EQ(TextWritten('"' + std::string(5, ' ') + std::string(5000, 'x') + '"').size(), 4090u);
 }
 
-TEST_F(LanguageTextTest, IsEmptyAndLoggedWhenTheFileCannotBeRead)
+TEST_F(LanguageTextTest, IsEmptyForAFileThatCannotBeRead)
 {
     SetMode(folder_.Path(), 0755);
     Write("[frmMain]\n106=Open\n");

@@ -80,7 +80,7 @@ protected:
         [this] { ++windows_; }};
 };
 
-TEST_F(MainTest, ShowsTheWindowOnANewAccountAndWritesNoProject)
+TEST_F(MainTest, ShowsTheWindowOnANewAccount)
 {
     Start();
 
@@ -138,7 +138,7 @@ TEST_F(MainTest, SpeaksEnglishWhenTheDefaultProjectHasTwoProperties)
     EXPECT_EQ(windows_, 1);
 }
 
-TEST_F(MainTest, SpeaksEnglishWhenTheLanguageFileIsGoneAndKeepsItsName)
+TEST_F(MainTest, SpeaksEnglishWhenTheLanguageFileIsGone)
 {
     SaveDefaultProject({u"", u"INTERNAL", u"Klingon.lng"});
 
@@ -148,7 +148,7 @@ TEST_F(MainTest, SpeaksEnglishWhenTheLanguageFileIsGoneAndKeepsItsName)
     EXPECT_THAT(PropertyValues(), ElementsAre(u"", u"INTERNAL", u"Klingon.lng"));
 }
 
-TEST_F(MainTest, IgnoresThatTheDefaultProjectIsDamaged)
+TEST_F(MainTest, IgnoresADamagedDefaultProject)
 {
     dataHome_.Write(u"Tessarine/Tessarine/Default.tsq", "no project");
 

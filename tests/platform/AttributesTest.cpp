@@ -14,7 +14,7 @@ protected:
     const TemporaryFolder folder_;
 };
 
-TEST_F(Attributes, ShowAFileWithoutTheOwnersWriteBitAsReadOnly)
+TEST_F(Attributes, ShowReadOnlyByTheOwnersWriteBit)
 {
     const String path = folder_.Write(u"a.ppt");
 
@@ -28,7 +28,7 @@ TEST_F(Attributes, ShowAFileWithoutTheOwnersWriteBitAsReadOnly)
     }
 }
 
-TEST_F(Attributes, ClearedLeaveTheFileWritableForItsOwnerAndItsOtherBitsAlone)
+TEST_F(Attributes, ClearedAddTheOwnersWriteBitAlone)
 {
     const String path = folder_.Write(u"a.ppt");
     SetMode(path, 0454);
@@ -61,7 +61,7 @@ TEST_F(Attributes, OfAMissingFileRaise)
     EXPECT_EQ(Skip([&] { GetAttributes(u""); }), 53);
 }
 
-TEST_F(Attributes, OfSomebodyElsesFileCanBePutBackOnlyWhenNothingChanges)
+TEST_F(Attributes, OfAnothersFileCanOnlyBePutBackUnchanged)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "needs a file of another user";

@@ -40,7 +40,7 @@ TEST(FoldCase, LeavesLoneSurrogatesAndNulAlone)
     EXPECT_EQ(FoldCase(odd), folded);
 }
 
-TEST(FoldCase, GivesTheSameForAUnitAndATextOfOneUnitAndNeverChangesALength)
+TEST(FoldCase, FoldsAUnitAsATextOfOneUnit)
 {
     for (int unit = 0; unit <= 0xFFFF; ++unit) {
         const String text(1, static_cast<char16_t>(unit));

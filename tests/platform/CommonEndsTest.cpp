@@ -46,7 +46,7 @@ TEST(CommonEnds, KeepPairsWithTheSameLowSurrogateWhole)
     ExpectEnds(u"a\U0001F600b", u"a\U00020200b", 1, 1);
 }
 
-TEST(CommonEnds, KeepAPairWholeWhereTheOtherTextHasHalfOfIt)
+TEST(CommonEnds, KeepAPairWholeBesideHalfOfIt)
 {
     ExpectEnds(u"\U0001F600", StringView(u"\U0001F600").substr(0, 1), 0, 0);
     ExpectEnds(u"\U0001F600", StringView(u"\U0001F600").substr(1), 0, 0);

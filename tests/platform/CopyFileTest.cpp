@@ -22,7 +22,7 @@ protected:
     const TemporaryFolder folder_;
 };
 
-TEST_F(CopyingAFile, GivesTheContentAndTheModeToANewFile)
+TEST_F(CopyingAFile, GivesContentAndModeToANewFile)
 {
     const std::string content = std::string(100000, 'x') + std::string("\0\r\n", 3);
     const String source = folder_.Write(u"a.ppt", content);
@@ -56,7 +56,7 @@ TEST_F(CopyingAFile, OverwritesAReadOnlyTargetToo)
     EXPECT_EQ(ContentOf(target), "new");
 }
 
-TEST_F(CopyingAFile, KeepsALinkAndReplacesTheFileBehindIt)
+TEST_F(CopyingAFile, KeepsALinkAndReplacesItsTarget)
 {
     const String source = folder_.Write(u"a.bak", "new");
     const String target = folder_.Write(u"real/a.ppt", "old");
@@ -68,7 +68,7 @@ TEST_F(CopyingAFile, KeepsALinkAndReplacesTheFileBehindIt)
     EXPECT_TRUE(std::filesystem::is_symlink(ToUtf8(folder_.PathOf(u"a.ppt"))));
 }
 
-TEST_F(CopyingAFile, GivesTheOlderTargetsOwner)
+TEST_F(CopyingAFile, KeepsTheOwnerOfAnOlderTarget)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only the superuser gives files away";
@@ -95,7 +95,7 @@ TEST_F(CopyingAFile, FlushesTheCopyAndThenItsFolder)
     EXPECT_THAT(recorder.Flushed(), ElementsAre("file", "folder"));
 }
 
-TEST_F(CopyingAFile, OverALoopOfLinksRaisesAndKeepsTheLinks)
+TEST_F(CopyingAFile, OverALoopOfLinksKeepsTheLinks)
 {
     const String source = folder_.Write(u"a.ppt");
     const std::string link = ToUtf8(folder_.PathOf(u"a.bak"));
@@ -106,7 +106,7 @@ TEST_F(CopyingAFile, OverALoopOfLinksRaisesAndKeepsTheLinks)
     EXPECT_TRUE(std::filesystem::is_symlink(link));
 }
 
-TEST_F(CopyingAFile, IntoTheCurrentFolderNeedsNoFolderInThePath)
+TEST_F(CopyingAFile, TakesPathsWithoutAFolder)
 {
     const String source = folder_.Write(u"a.ppt", "content");
     const auto before = std::filesystem::current_path();
@@ -151,7 +151,7 @@ TEST_F(CopyingAFile, OverAFolderRaises)
     EXPECT_THAT(FilesOfFolder(folder_.Path()), ElementsAre(source));
 }
 
-TEST_F(CopyingAFile, IntoAReadOnlyFolderRaisesAndKeepsTheTarget)
+TEST_F(CopyingAFile, IntoAReadOnlyFolderKeepsTheTarget)
 {
     const String source = folder_.Write(u"sub/a.ppt", "new");
     const String target = folder_.Write(u"sub/a.bak", "old");
@@ -166,7 +166,7 @@ TEST_F(CopyingAFile, IntoAReadOnlyFolderRaisesAndKeepsTheTarget)
     EXPECT_EQ(ContentOf(target), "old");
 }
 
-TEST_F(CopyingAFile, OnAFullDiskRaisesKeepsTheTargetAndLeavesNothingBehind)
+TEST_F(CopyingAFile, OnAFullDiskKeepsTheTarget)
 {
     const String source = folder_.Write(u"a.ppt", std::string(100000, 'x'));
     const String target = folder_.Write(u"a.bak", "old");

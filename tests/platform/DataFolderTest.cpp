@@ -21,7 +21,7 @@ protected:
     const TemporaryFolder home_;
 };
 
-TEST_F(DataFolder, LiesTwoLevelsBelowTheUsersDataHomeAndIsMade)
+TEST_F(DataFolder, IsMadeTwoLevelsBelowTheDataHome)
 {
     const ScopedEnvironment dataHome("XDG_DATA_HOME", ToUtf8(home_.PathOf(u"new/data")));
 
@@ -63,7 +63,7 @@ TEST_F(DataFolder, IgnoresARelativeDataHome)
     EXPECT_EQ(ApplicationDataFolder, home_.PathOf(u".local/share/Tessarine/Tessarine"));
 }
 
-TEST_F(DataFolder, ThatCannotBeMadeEndsTheStartWithoutAMessage)
+TEST_F(DataFolder, ThatCannotBeMadeShowsNoMessage)
 {
     const String file = home_.Write(u"file");
     const ScopedEnvironment dataHome("XDG_DATA_HOME", ToUtf8(file));
@@ -73,7 +73,7 @@ TEST_F(DataFolder, ThatCannotBeMadeEndsTheStartWithoutAMessage)
     EXPECT_THAT(messages_.Messages(), IsEmpty());
 }
 
-TEST_F(DataFolder, MayHaveBlanksEmojiAndForeignBytesInItsPath)
+TEST_F(DataFolder, MayHaveOddBytesInItsPath)
 {
     const std::string odd = ToUtf8(home_.Path()) + "/my 😀 \xE9";
     const ScopedEnvironment dataHome("XDG_DATA_HOME", odd);

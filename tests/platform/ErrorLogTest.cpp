@@ -34,7 +34,7 @@ private:
 
 }  // namespace
 
-TEST(ErrorLog, PutsTheTimeBehindTheMessageAndEndsTheLineWithCrLf)
+TEST(ErrorLog, EndsALineWithTheTimeAndCrLf)
 {
     const ErrorLogRecorder log;
 
@@ -92,7 +92,7 @@ TEST(ErrorLog, LosesALineThatHasNoFolder)
     EXPECT_FALSE(std::filesystem::exists(ToUtf8(folder.PathOf(u"missing"))));
 }
 
-TEST(ErrorLog, LosesALineWhenAFolderStandsInItsPlace)
+TEST(ErrorLog, LosesALineToAFolderOfItsName)
 {
     const TemporaryFolder folder;
     folder.MakeFolder(u"Errors.Log");

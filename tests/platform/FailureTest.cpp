@@ -37,7 +37,7 @@ TEST(Failure, GivesItsDescriptionAsTheReason)
     EXPECT_EQ(Failure(70, u"Error 5 (of many)").Reason(), u"Error 5 (of many)");
 }
 
-TEST(Failure, GivesItsNumberAsTheReasonWhenItHasNoDescription)
+TEST(Failure, GivesItsNumberWithoutADescription)
 {
     EXPECT_EQ(Failure(-5, u"").Reason(), u"Error -5");
 }

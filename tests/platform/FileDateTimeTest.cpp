@@ -59,7 +59,7 @@ TEST_F(FileDates, OfAMissingFileAreNotValidAndSetNothing)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(FileDates, OfAFileThatCannotBeOpenedStayQuietly)
+TEST_F(FileDates, OfAFileThatCannotBeOpenedStay)
 {
     const String path = folder_.Write(u"a.ppt");
     SetFileDateTime(path, {{1, 2}, {3, 4}, true});

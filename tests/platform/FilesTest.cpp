@@ -27,22 +27,12 @@ TEST_F(Files, ExistAlsoWhenHidden)
     EXPECT_TRUE(FileExists(folder_.Write(u".hidden.ppt")));
 }
 
-TEST_F(Files, DoNotExistUnderAnEmptyOrMissingPathOrAFoldersPath)
+TEST_F(Files, DoNotExistUnderPathsOfNoFile)
 {
     EXPECT_FALSE(FileExists(u""));
     EXPECT_FALSE(FileExists(folder_.PathOf(u"missing.ppt")));
     EXPECT_FALSE(FileExists(folder_.Path()));
     EXPECT_FALSE(FileExists(folder_.Write(u"a.ppt") + u"/b.ppt"));
-}
-
-TEST_F(Files, AreNotMistakenForTheNameBeforeANul)
-{
-    const String path = folder_.Write(u"a.ppt") + String(1, u'\0') + u".txt";
-
-    EXPECT_FALSE(FileExists(path));
-    EXPECT_FALSE(FolderExists(folder_.Path() + String(1, u'\0')));
-    EXPECT_EQ(Skip([&] { ReadWholeFile(path); }), 53);
-    EXPECT_EQ(Skip([&] { DeleteFile(path); }), 53);
 }
 
 TEST_F(Files, WithOddNamesExistAndAreListedUnderTheSameName)
@@ -58,7 +48,7 @@ TEST_F(Files, WithOddNamesExistAndAreListedUnderTheSameName)
         EXPECT_TRUE(FileExists(path)) << ToUtf8(path);
 }
 
-TEST_F(Files, ThatAreNoneAreLeftAlone)
+TEST_F(Files, DoNotIncludePipes)
 {
     ASSERT_EQ(mkfifo(ToUtf8(folder_.PathOf(u"pipe.ppt")).c_str(), 0600), 0);
 
@@ -66,7 +56,7 @@ TEST_F(Files, ThatAreNoneAreLeftAlone)
     EXPECT_THAT(FilesOfFolder(folder_.Path()), IsEmpty());
 }
 
-TEST_F(Files, OfAFolderComeInAStableOrderWithoutThoseOfItsSubfolders)
+TEST_F(Files, OfAFolderComeInTheOrderOfTheirNames)
 {
     const String b = folder_.Write(u"b.ppt");
     const String a = folder_.Write(u"a.ppt");
@@ -77,7 +67,7 @@ TEST_F(Files, OfAFolderComeInAStableOrderWithoutThoseOfItsSubfolders)
     EXPECT_THAT(FilesOfFolder(folder_.Path() + u"/"), ElementsAre(hidden, a, b));
 }
 
-TEST_F(Files, BehindLinksAreListedAndLinksToFoldersAreNotEntered)
+TEST_F(Files, AreListedBehindLinksButFoldersAreNot)
 {
     folder_.Write(u"sub/a.ppt");
     std::filesystem::create_symlink(ToUtf8(folder_.PathOf(u"sub/a.ppt")), ToUtf8(folder_.PathOf(u"link.ppt")));
@@ -148,14 +138,14 @@ TEST_F(Files, InAReadOnlyFolderAreNotDeleted)
     EXPECT_TRUE(FileExists(path));
 }
 
-TEST_F(Files, LieInFoldersThatAreMadeWithAllTheirParents)
+TEST_F(Files, GetFoldersWithAllTheirParents)
 {
     EXPECT_TRUE(EnsureFolderExists(folder_.PathOf(u"x/y z/😀")));
     EXPECT_TRUE(FolderExists(folder_.PathOf(u"x/y z/😀")));
     EXPECT_TRUE(EnsureFolderExists(folder_.PathOf(u"x/y z/😀/")));
 }
 
-TEST_F(Files, StandInTheWayOfAFolderOfTheirName)
+TEST_F(Files, KeepFoldersOfTheirNameFromBeingMade)
 {
     const String file = folder_.Write(u"file");
 

@@ -32,14 +32,14 @@ TEST(Messages, ReachTheReceiverWithIconAndButtons)
                 ElementsAre(MessageRecorder::Message{u"Sure?", MessageIcon::Question, MessageButtons::YesNo}));
 }
 
-TEST(Messages, WithoutAPreparedAnswerFailTheTestWithTheirText)
+TEST(Messages, FailATestThatPreparedNoAnswer)
 {
     MessageRecorder recorder;
 
     EXPECT_NONFATAL_FAILURE(ShowMessage(u"Overwrite?", MessageIcon::Question, MessageButtons::YesNo), "Overwrite?");
 }
 
-TEST(Messages, GiveThePlaceBackToTheReceiverBefore)
+TEST(Messages, ReachTheEarlierReceiverOnceItIsBack)
 {
     const MessageRecorder outer;
 
@@ -71,7 +71,7 @@ TEST(PendingEvents, AreDeliveredWhenAskedFor)
     SetDeliverPendingEvents(before);
 }
 
-TEST(PendingEvents, AndThePointerGoNowhereWithoutAReceiver)
+TEST(PendingEvents, AndThePointerNeedNoReceiver)
 {
     const PendingEventsPort before = SetDeliverPendingEvents({});
 

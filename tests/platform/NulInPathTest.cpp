@@ -50,7 +50,7 @@ class NulInPathOf : public NulInPath, public testing::WithParamInterface<Row>
 {
 };
 
-TEST_P(NulInPathOf, IsRefusedAsAFileThatIsNotThere)
+TEST_P(NulInPathOf, IsRefusedAsAMissingFile)
 {
     EXPECT_EQ(Skip([&] { GetParam().call(path_, file_); }), FailureNumber::FileNotFound);
 }
@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"TouchFile", [](const String& path, const String&) { TouchFile(path); }}),
     [](const testing::TestParamInfo<Row>& row) { return row.param.name; });
 
-TEST_F(NulInPath, IsNoToAQuestion)
+TEST_F(NulInPath, AnswersNoToQuestions)
 {
     const ErrorLogRecorder log;
 
@@ -94,7 +94,7 @@ TEST_F(NulInPath, IsNoToAQuestion)
     EXPECT_EQ(RandomAccessFile::IdOf(path_), std::nullopt);
 }
 
-TEST_F(NulInPath, KeepsTheDatesOfTheFileInFrontOfIt)
+TEST_F(NulInPath, SetsNoDatesOfAnotherFile)
 {
     const ErrorLogRecorder log;
     const FileTimes before = GetFileDateTime(file_);

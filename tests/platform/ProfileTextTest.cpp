@@ -81,7 +81,7 @@ TEST(ProfileText, TakesTheFirstOfTwoKeys)
     EXPECT_EQ(ValueIn("[window]\nKEY=first\nkey=second\n"), u"first");
 }
 
-TEST(ProfileText, TakesTheFirstOfTwoKeysAlsoWhenItsValueIsEmpty)
+TEST(ProfileText, TakesTheFirstOfTwoKeysEvenWhenEmpty)
 {
     EXPECT_EQ(ValueIn("[window]\nkey=\nkey=second\n"), u"");
 }
@@ -124,14 +124,14 @@ TEST(ProfileText, PassesOverWhatFollowsASectionName)
     EXPECT_EQ(ValueIn("[window] ; the main one [sic]\nkey=value\n"), u"value");
 }
 
-TEST(ProfileText, TakesAnEarlierLineThatNamesTheSectionForNoSection)
+TEST(ProfileText, FindsASectionOnlyAtTheStartOfALine)
 {
     EXPECT_EQ(ValueIn("; [window]\nkey=no\n[window]\nkey=yes\n"), u"yes");
     EXPECT_EQ(ValueIn("[other]\nkey=[window]\nsee [window]\rkey=no\r\n[window]\nkey=yes\n"), u"yes");
     EXPECT_EQ(ValueIn("x [window]\nkey=no\n"), u"");
 }
 
-TEST(ProfileText, TakesALineWithAnOpenBracketForNoSection)
+TEST(ProfileText, IgnoresASectionWithoutItsClosingBracket)
 {
     EXPECT_EQ(ValueIn("[window]\n[key=no\nkey=value\n"), u"value");
     EXPECT_EQ(ValueIn("[window\nkey=value\n"), u"");

@@ -54,7 +54,7 @@ struct stat StatusOf(StringView path)
     return status;
 }
 
-TEST(ReplacementFile, TakesThePlaceOfTheOldFileOnlyWhenCommitted)
+TEST(ReplacementFile, ReplacesTheOldFileOnlyWhenCommitted)
 {
     const TemporaryFolder folder;
     const String path = folder.Write(u"file", "old");
@@ -157,7 +157,7 @@ TEST(ReplacementFile, KeepsTheSetUserBitOfAnOrdinaryUsersFile)
     EXPECT_EQ(ModeOf(path), 04750u);
 }
 
-TEST(ReplacementFile, IsItsOwnersAloneUntilItIsCommitted)
+TEST(ReplacementFile, BelongsToItsOwnerAloneUntilCommitted)
 {
     const TemporaryFolder folder;
     const String path = folder.Write(u"file", "old");
@@ -285,7 +285,7 @@ TEST(TouchFile, MovesTheModificationTimeAlone)
     EXPECT_EQ(ContentOf(path), "old");
 }
 
-TEST(TouchFile, WorksOnAFileOfAnotherOwnerThatMayBeWritten)
+TEST(TouchFile, WorksOnAWritableFileOfAnotherOwner)
 {
     const TemporaryFolder folder;
     const String path = folder.Write(u"file", "old");

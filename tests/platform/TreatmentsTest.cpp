@@ -24,7 +24,7 @@ TEST(FailureText, ShowsNegativeNumbersAsTheyAre)
               u"Error -2147023170 () in procedure P at Line No. 0 of Form frmMain");
 }
 
-TEST(TrapAndLog, HandsOnTheResultOfABodyThatSucceeds)
+TEST(LogAndReturn, HandsOnTheResultOfABodyThatSucceeds)
 {
     const ErrorLogRecorder log;
 
@@ -32,7 +32,7 @@ TEST(TrapAndLog, HandsOnTheResultOfABodyThatSucceeds)
     EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
-TEST(TrapAndLog, GivesTheEmptyResultAndOneLine)
+TEST(LogAndReturn, GivesTheEmptyResultAndOneLine)
 {
     const ErrorLogRecorder log;
 
@@ -89,7 +89,7 @@ TEST(RaiseOn, KeepsTheReason)
     EXPECT_EQ(RaisedOnTwice(u"").Reason(), u"Error -2147467259");
 }
 
-TEST(RaiseOn, KeepsAReasonThatReadsLikeARaisedOnText)
+TEST(RaiseOn, KeepsAReasonThatReadsLikeAWrapping)
 {
     const String reason = u"Error 5 (a) in procedure b at Line No. 1 of c.pptx";
 
@@ -112,7 +112,7 @@ TEST(RaiseOn, HandsOnTheResultOfABodyThatSucceeds)
     EXPECT_EQ(RaiseOn(u"S", u"S", u"Module M", [] { return 3; }), 3);
 }
 
-TEST(Skip, HandsBackTheNumberOfAFailingStatementOrZero)
+TEST(Skip, GivesTheNumberOfTheFailureOrZero)
 {
     const ErrorLogRecorder log;
 
