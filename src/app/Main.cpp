@@ -23,6 +23,7 @@ constexpr std::int32_t languageProperty = 3;
 void LoadDefaultProject()
 {
     const auto& properties = *CurrentProject->CustomProperies;
+    // Whatever becomes of the loading, the start goes on: a language that isn't settled here is English.
     if (FileExists(DefaultProjectPath())) {
         std::int32_t error = 0;
         CurrentProject->LoadProject(DefaultProjectPath(), error);
@@ -31,7 +32,8 @@ void LoadDefaultProject()
         return;
     }
     CurrentProject->CustomProperies->Add(u"FindAndReplaceFilePath", {});
-    // Written as "INTERNAL" first and set to "EXTERNAL" at once. This is intended.
+    // In two steps on purpose: the property begins with the list in the grid, and a first start then chooses the list
+    // file, whose path is still empty.
     CurrentProject->CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
     CurrentProject->CustomProperies->Add(u"LANG", CurrentLanguageFile);
     properties.Item(2)->PropertyValue = u"EXTERNAL";
@@ -52,11 +54,11 @@ String DefaultProjectPath()
 
 bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider)
 {
-    constexpr std::int32_t cannotCreate = 429;
     const std::int32_t failure = Skip([&] { NotNull(provider)->CreateApplication()->Quit(); });
     if (failure == 0)
         return true;
-    ShowMessage(GetLngString(u"global msg", failure == cannotCreate ? u"1028" : u"1029"), MessageIcon::Critical);
+    ShowMessage(GetLngString(u"global msg", failure == FailureNumber::CannotCreateObject ? u"1028" : u"1029"),
+                MessageIcon::Critical);
     return false;
 }
 

@@ -22,14 +22,14 @@ struct Desktop {
 };
 
 /// The program's entry: the data folder, the default project, the language, the file type, PowerPoint, then the main
-/// window. Ends the process by returning without a window: silently when another instance runs, behind a message when
-/// there is no data folder or no PowerPoint. A failure is logged.
+/// window. Ends the process by returning without a window: silently when another instance runs or the data folder can't
+/// be made, after a message when its path can't be built or PowerPoint can't be started. A failure is logged.
 ///
 /// `provider` is where the jobs get their PowerPoint from. The process's arguments are not read.
 void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& desktop);
 
-/// Starts PowerPoint and shuts it. When that fails, says so (keys "1028" for failure 429, "1029" for any other) and
-/// gives false.
+/// Starts PowerPoint and shuts it. When that fails, says so (key "1028" for `CannotCreateObject`, "1029" for any other
+/// failure) and gives false.
 bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider);
 
 /// Full path of the default project: the state of the main window at its last close.

@@ -19,6 +19,7 @@ public:
 
     void Read(std::uint64_t offset, std::span<std::byte> buffer) const override
     {
+        // Subtracted, because the sum of an offset and a size from a damaged file may overflow.
         if (offset > bytes_.size() || buffer.size() > bytes_.size() - offset)
             throw Failure(FailureNumber::FileCorrupt, u"The bytes end too early");
         if (!buffer.empty())

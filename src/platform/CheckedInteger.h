@@ -9,7 +9,7 @@
 namespace tessarine
 {
 
-/// `value` as the narrower `Integer`, or failure 6 ("Overflow") when it does not fit.
+/// `value` as the narrower `Integer`. Raises `Overflow` when it does not fit.
 template <class Integer>
 Integer Checked(std::int64_t value)
 {
@@ -18,16 +18,18 @@ Integer Checked(std::int64_t value)
     return static_cast<Integer>(value);
 }
 
-/// A number as an integer, a half to the even neighbour, or failure 6 ("Overflow") when it does not fit.
+/// A number as an integer, a half to the even neighbour. Raises `Overflow` when it does not fit, and for what is not a
+/// number.
 inline std::int32_t RoundedToInt32(double number)
 {
     const double rounded = std::nearbyint(number);
-    if (!(std::abs(rounded) < 9e15))  // also what is not a number
+    // Said this way round, so that what is not a number is refused too.
+    if (!(std::abs(rounded) < 9e15))
         throw Failure(FailureNumber::Overflow, u"Overflow");
     return Checked<std::int32_t>(static_cast<std::int64_t>(rounded));
 }
 
-/// The sum in the type of `left`, or failure 6 ("Overflow").
+/// The sum in the type of `left`. Raises `Overflow` when it does not fit.
 template <class Integer>
 Integer CheckedSum(Integer left, std::int64_t right)
 {

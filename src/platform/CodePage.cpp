@@ -24,6 +24,7 @@ Converter Open(const char* name)
 String FromCodePage(std::string_view bytes, const std::string& name)
 {
     Converter converter = Open(name.c_str());
+    // This one is part of the library and always there.
     if (!converter)
         converter = Open("windows-1252");
     String text;
@@ -31,6 +32,8 @@ String FromCodePage(std::string_view bytes, const std::string& name)
     std::array<char16_t, 4096> buffer;
     const char* source = bytes.data();
     const char* const end = source + bytes.size();
+    // Each round fills the buffer once. "true" says that all bytes are given, so that a character cut off at the end
+    // counts as bytes without a meaning.
     for (;;) {
         UErrorCode error = U_ZERO_ERROR;
         char16_t* target = buffer.data();

@@ -14,6 +14,7 @@ std::string SystemCodePage()
         return usual;
     const std::string name = nl_langinfo_l(CODESET, locale);
     freelocale(locale);
+    // The second name stands for ASCII. A system that is set to one of these says nothing of texts from elsewhere.
     return name == "UTF-8" || name == "ANSI_X3.4-1968" ? usual : name;
 }
 

@@ -16,6 +16,7 @@ CommonEnds CommonEndsOf(StringView before, StringView after)
     if (DividesPair(before, front) || DividesPair(after, front))
         --front;
 
+    // What is common at the front is not looked at again: "aa" and "aaa" have two units in common, not four.
     std::size_t back = 0;
     while (back < shorter - front && before[before.size() - 1 - back] == after[after.size() - 1 - back])
         ++back;

@@ -11,7 +11,7 @@ namespace
 constexpr std::size_t stride = 8;
 using Tables = std::array<std::array<std::uint32_t, 256>, stride>;
 
-/// Table 0 takes one byte on; table n takes a byte that n further bytes follow, so that eight go on in one step.
+/// Table 0 takes one byte on. Table n takes on a byte that n further bytes follow, so that eight are done in one step.
 constexpr Tables MakeTables()
 {
     Tables tables{};
@@ -38,6 +38,7 @@ std::uint32_t Crc32(std::span<const std::byte> bytes)
     std::uint32_t rest = 0xFFFFFFFF;
     for (; bytes.size() >= stride; bytes = bytes.subspan(stride)) {
         std::uint32_t next = 0;
+        // The 32 bits so far concern the first four bytes alone; the last four stand for themselves.
         for (std::size_t at = 0; at < stride; ++at) {
             const std::uint32_t mask = at < 4 ? rest >> 8 * at & 0xFF : 0;
             next ^= tables[stride - 1 - at][std::to_integer<std::uint32_t>(bytes[at]) ^ mask];

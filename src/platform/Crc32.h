@@ -7,8 +7,8 @@
 namespace tessarine
 {
 
-/// CRC-32 as in zip, gzip and PNG (ISO 3309): reflected polynomial 0xEDB88320, all bits set before and inverted behind.
-/// Of the nine characters "123456789" it is 0xCBF43926, of nothing 0.
+/// CRC-32 as in zip, gzip and PNG (ISO 3309): reflected polynomial 0xEDB88320, all bits set before the first
+/// byte and inverted after the last. The nine characters "123456789" have 0xCBF43926, no bytes 0.
 std::uint32_t Crc32(std::span<const std::byte> bytes);
 
 }  // namespace tessarine

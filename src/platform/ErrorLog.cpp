@@ -41,8 +41,8 @@ bool GetFileStorageFolder()
         ShowMessage(u"Unable to get file storage folder path", MessageIcon::Critical);
         return false;
     }
-    // A folder that can't be made ends the start without a message, unlike a path that can't be built. This is
-    // intended.
+    // A folder that can't be made ends the start without a message, unlike a path that can't be built. Intended: the
+    // message has always been for the path alone.
     return EnsureFolderExists(ApplicationDataFolder);
 }
 

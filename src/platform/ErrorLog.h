@@ -10,11 +10,12 @@ namespace tessarine
 extern String ApplicationDataFolder;
 
 /// Settles ApplicationDataFolder (the user's data home, the company name, the application's title) and makes the folder
-/// with all its parents. False when the folder can't be made. A path that can't be built at all shows
-/// "Unable to get file storage folder path" and gives false.
+/// with all its parents. False when the folder can't be made, without a message. A path that can't be built at all
+/// shows "Unable to get file storage folder path" and gives false.
 bool GetFileStorageFolder();
 
-/// Full path of the error log, there or not. Not to be asked for before GetFileStorageFolder has run.
+/// Full path of the error log, whether the file is there or not. Not to be asked for before GetFileStorageFolder has
+/// run.
 String ErrorLogPath();
 
 /// Appends `message`, "- " and the date and time as the system displays them to "Errors.Log" in

@@ -34,6 +34,7 @@ Failure ObjectNotSet()
 
 Failure CurrentFailure()
 {
+    // Thrown once more only to sort it by its type.
     try {
         throw;
     } catch (const Failure& failure) {

@@ -7,8 +7,8 @@
 namespace tessarine
 {
 
-/// A file's times. On Linux to the nanosecond, last access and last write; the creation time can't be set there and is
-/// not kept.
+/// A file's times of last access and last write, on Linux to the nanosecond. The creation time can't be set there and
+/// is not kept.
 struct FileTimes {
     timespec lastAccess{};
     timespec lastWrite{};
@@ -19,7 +19,8 @@ struct FileTimes {
 FileTimes GetFileDateTime(StringView path);
 
 /// Writes a file's times back. An error writes one line to the error log (procedure SetFileDateTime, "Module
-/// modFileDateTime at time"); a file that can't be opened keeps its times quietly. The result is not used.
+/// modFileDateTime at time"); a file that can't be opened keeps its times without a word. True when the times were
+/// set.
 bool SetFileDateTime(StringView path, const FileTimes& times);
 
 }  // namespace tessarine

@@ -30,6 +30,8 @@ bool SetFileDateTime(StringView path, const FileTimes& times)
         if (!times.valid)
             return false;
         const std::string nativePath = NativePath(path);
+        // Opened for writing, so that a file that can't be written keeps its times; and without waiting for the other
+        // end of a named pipe.
         const FileDescriptor file(open(nativePath.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
         if (!file.IsOpen())
             return false;

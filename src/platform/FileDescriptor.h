@@ -11,6 +11,7 @@ namespace tessarine
 class FileDescriptor
 {
 public:
+    /// Takes over what a call such as `open` gave; a negative number is a descriptor that isn't open.
     explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
     ~FileDescriptor() { Close(); }
     FileDescriptor(const FileDescriptor&) = delete;

@@ -6,36 +6,38 @@
 
 #include "platform/String.h"
 
-/// What the run does to files. Paths are the platform's own, as text. Failures carry the classic file numbers
-/// (53 file not found, 70 permission denied, 76 path not found, 61 disk full, 57 device I/O) and a text that names the
-/// path.
+/// What the run does to files. Paths are the platform's own, as text; one with a NUL names no file (NativePath). Where
+/// nothing else is said, failures are those of ClassicFileFailure: `FileNotFound`, `PathNotFound`, `PermissionDenied`,
+/// `DiskFull`, `DeviceIO`, with a text that names the path.
 namespace tessarine
 {
 
-/// A directory search that sees hidden files too: true when the path names a file (not a folder). An empty path is
-/// false.
+/// True when the path names a file (not a folder), hidden ones included, or a link to one. An empty path is false.
 bool FileExists(StringView path);
 
-/// True when the path names a folder.
+/// True when the path names a folder or a link to one.
 bool FolderExists(StringView path);
 
 /// Makes a folder with all of its missing parents. False when it can't be made; never raises.
 bool EnsureFolderExists(StringView path);
 
-/// Full paths of the files directly in a folder, in a stable order. Raises 76 when the folder can't be read.
+/// Full paths of the files directly in a folder, sorted by the bytes of their names, hidden ones included. Links to
+/// files count as files. Raises `PathNotFound` when the folder can't be read, for whatever reason.
 std::vector<String> FilesOfFolder(StringView folder);
 
-/// Full paths of the folders directly in a folder, in a stable order. Symbolic links to folders are left out, so that a
-/// walk ends.
+/// Full paths of the folders directly in a folder, in the same order. Symbolic links to folders are left out, so that a
+/// walk through all levels ends. Raises as FilesOfFolder does.
 std::vector<String> SubfoldersOfFolder(StringView folder);
 
-/// Whole content of a file. Raises 53, 70 or 57.
+/// Whole content of a file.
 std::string ReadWholeFile(StringView path);
 
-/// Copies a file's content and mode over `target`, all or nothing: on failure an older target stays as it was. An older
-/// target is replaced even when it is read-only; a link stays and the file behind it is replaced.
+/// Copies a file's content and mode over `target`, all or nothing: on failure or a power cut an older target stays as
+/// it was. An older target is replaced even when it is read-only, and keeps its owner as far as the system allows; a
+/// link stays and the file behind it is replaced (ReplacementFile).
 void CopyFile(StringView source, StringView target);
 
+/// Deletes a file; of a link the link itself.
 void DeleteFile(StringView path);
 
 /// Read-only, hidden, system and archive as the run knows them. On Linux a file is read-only when its owner has no
@@ -50,19 +52,20 @@ inline constexpr std::int32_t Archive = 32;
 }  // namespace FileAttribute
 
 /// What GetAttributes read: the attribute bits, and beside them the platform's own form (the mode bits on Linux), so
-/// that SetAttributes gives back exactly what was there.
+/// that SetAttributes puts back exactly what was there.
 struct FileAttributes {
     std::int32_t bits = FileAttribute::Normal;
     std::uint32_t mode = 0;
 };
 
-/// Raises 53 when the file is missing.
+/// A file's attributes; of a link those of its target.
 FileAttributes GetAttributes(StringView path);
 
-/// Puts back what GetAttributes read; a file that still has it is left alone. Raises 53 or 70.
+/// Puts back what GetAttributes read. A file that still has it is left alone, because only its owner may set a mode,
+/// but others may run over it without a change.
 void SetAttributes(StringView path, const FileAttributes& attributes);
 
-/// Attributes to 0: the file becomes writable for its owner.
+/// Sets the attributes to `Normal`: the file becomes writable for its owner, and its other mode bits stay.
 void ClearAttributes(StringView path);
 
 }  // namespace tessarine

@@ -45,6 +45,7 @@ enum class EntryKind { File, Folder, Other };
 
 EntryKind KindOf(const std::string& folder, const dirent& entry)
 {
+    // Most file systems tell the kind with the name, which saves a call for each file of a large folder.
     if (entry.d_type == DT_REG)
         return EntryKind::File;
     if (entry.d_type == DT_DIR)
@@ -69,6 +70,7 @@ std::vector<String> EntriesOfFolder(StringView folder, EntryKind kind)
         path += '/';
 
     std::vector<std::string> names;
+    // Bytes of a name that aren't UTF-8 survive the way through String, see FromUtf8.
     while (const dirent* entry = readdir(directory.get())) {
         const std::string_view name = entry->d_name;
         if (name != "." && name != ".." && KindOf(path, *entry) == kind)
@@ -100,6 +102,7 @@ bool FolderExists(StringView path)
 bool EnsureFolderExists(StringView path)
 {
     const auto native = NativePathIfValid(path);
+    // Whatever goes wrong shows in the answer: the folder is there or it isn't.
     std::error_code error;
     if (native)
         std::filesystem::create_directories(*native, error);
@@ -153,7 +156,7 @@ void SetAttributes(StringView path, const FileAttributes& attributes)
 {
     const std::string nativePath = NativePath(path);
     const auto mode = static_cast<mode_t>(attributes.mode);
-    // Only a file's owner may set its mode, but whoever may read it can have a run over it that changes nothing.
+    // Only a file's owner may set its mode, even to what it is. Others must be able to run over it all the same.
     if ((ExistingStatus(nativePath).st_mode & 07777) == mode)
         return;
     if (chmod(nativePath.c_str(), mode) != 0)
@@ -162,6 +165,7 @@ void SetAttributes(StringView path, const FileAttributes& attributes)
 
 void ClearAttributes(StringView path)
 {
+    // The write bit alone says whether a file is read-only; the others stay for whoever else uses it.
     FileAttributes attributes = GetAttributes(path);
     attributes.mode |= S_IWUSR;
     SetAttributes(path, attributes);

@@ -5,7 +5,7 @@
 namespace tessarine
 {
 
-/// What ends the lines of a text file.
+/// What ends the lines of a text file that the program writes for other programs of this system.
 #ifdef _WIN32
 inline constexpr StringView LineEnd = u"\r\n";
 #else

@@ -79,6 +79,7 @@ private:
         return true;
     }
 
+    /// Grouping signs may stand anywhere after the first digit: "1,2,3" is 123.
     bool ReadDigits(std::string_view grouping)
     {
         bool hasDigit = false;
@@ -116,6 +117,7 @@ struct Decimal {
 
 Decimal DecimalOf(double number)
 {
+    // Without a precision these are the fewest digits that read back as the same number: "d.ddde+xx" or "de+xx".
     char buffer[64];
     const auto end =
         std::to_chars(buffer, buffer + sizeof buffer, std::fabs(number), std::chars_format::scientific).ptr;
@@ -124,6 +126,7 @@ Decimal DecimalOf(double number)
     Decimal decimal{number < 0, std::string(1, text.front()), 0};
     if (e > 2)
         decimal.digits += text.substr(2, e - 2);
+    // from_chars takes a minus but no plus.
     const std::size_t exponentAt = text[e + 1] == '+' ? e + 2 : e + 1;
     std::from_chars(text.data() + exponentAt, text.data() + text.size(), decimal.exponent);
     return decimal;
@@ -140,6 +143,7 @@ std::string Scientific(const Decimal& decimal)
 
 std::string Positional(Decimal decimal)
 {
+    // 5 with the exponent -3 is 0.005: two zeros between the sign and the digits.
     if (decimal.exponent < 0)
         return "0" + std::string(DecimalSign()) + std::string(static_cast<std::size_t>(-decimal.exponent - 1), '0') +
                decimal.digits;
@@ -194,7 +198,8 @@ String TextFromNumber(double number)
 String DisplayDateTime(const std::tm& local)
 {
     std::tm time = local;
-    timegm(&time);  // Settles the day of the week, which some locales show.
+    // Settles the day of the week, which some locales show. The local time zone plays no part in that.
+    timegm(&time);
     const bool isMidnight = time.tm_hour == 0 && time.tm_min == 0 && time.tm_sec == 0;
     return FromUtf8(TimeText(isMidnight ? "%x" : "%x %X", time));
 }

@@ -27,12 +27,14 @@ struct Message {
     bool operator==(const Message&) const = default;
 };
 
+/// Shows a message, waits, and gives the button that was pressed.
 using MessageBoxPort = std::function<MessageAnswer(const Message& message)>;
+/// Has the windows handle the events that have come in, and returns.
 using PendingEventsPort = std::function<void()>;
+/// Shows a pointer in place of those of the windows; the default one leaves the windows theirs.
 using MousePointerPort = std::function<void(MousePointer pointer)>;
 
-/// Replaces a port and returns the one before. An empty port answers Ok, delivers nothing, or shows no
-/// pointer.
+/// Replaces a port and returns the one before. An empty port answers Ok, delivers nothing, or shows no pointer.
 MessageBoxPort SetMessageBox(MessageBoxPort port);
 PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port);
 MousePointerPort SetMousePointerReceiver(MousePointerPort port);
@@ -41,9 +43,10 @@ MousePointerPort SetMousePointerReceiver(MousePointerPort port);
 MessageAnswer ShowMessage(const Message& message);
 MessageAnswer ShowMessage(const String& text, MessageIcon icon, MessageButtons buttons = MessageButtons::Ok);
 
-/// Lets the windows handle what has come in. Cheap when nothing has.
+/// Lets the windows handle the events that have come in. Cheap when there are none.
 void DeliverPendingEvents();
 
+/// Shows a pointer until the next call.
 void SetMousePointer(MousePointer pointer);
 
 /// Sleeps 1 millisecond, then delivers pending events.

@@ -31,8 +31,8 @@ namespace tessarine
 /// section or key.
 String ProfileValue(std::string_view content, StringView section, StringView key, std::size_t longest);
 
-/// The same in a file, which is read anew each time. Empty when there is no such file. Raises 70 or 57 when there is
-/// one that can't be read.
+/// The same in a file, which is read anew each time. Empty when there is no such file. Raises `PermissionDenied` or
+/// `DeviceIO` when there is one that can't be read.
 String ReadProfileValue(StringView path, StringView section, StringView key, std::size_t longest);
 
 }  // namespace tessarine

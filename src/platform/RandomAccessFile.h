@@ -19,11 +19,11 @@ public:
     virtual ~RandomAccessBytes() = default;
     virtual std::uint64_t Size() const = 0;
 
-    /// Fills the whole buffer from `offset`. Raises -2147023504 when the bytes end before, -2147024867 when reading
-    /// fails.
+    /// Fills the whole buffer from `offset`. Raises `FileCorrupt` when the bytes end before it is full, `WriteFault`
+    /// when reading fails.
     virtual void Read(std::uint64_t offset, std::span<std::byte> buffer) const = 0;
 
-    /// The file descriptor behind the bytes, -1 for memory; lets a copy stay inside the system.
+    /// The file descriptor behind the bytes, -1 for memory. With it the system can copy from file to file by itself.
     virtual int Descriptor() const { return -1; }
 };
 
@@ -41,19 +41,20 @@ public:
         bool operator==(const Identity&) const = default;
     };
 
-    /// Raises -2147024894 (no such file), -2147024893 (no such folder), -2147024891 (no permission, or a folder),
-    /// -2147024864 (another process holds a lock on it).
+    /// Raises `SystemFileNotFound`, `SystemPathNotFound` (no such folder), `AccessDenied` (no permission, or not a
+    /// file), `SharingViolation` (another process holds a write lock on it), or another number of SystemFileFailure;
+    /// `FileNotFound` for a path with a NUL.
     explicit RandomAccessFile(StringView path);
     ~RandomAccessFile() override;
     RandomAccessFile(const RandomAccessFile&) = delete;
     RandomAccessFile& operator=(const RandomAccessFile&) = delete;
 
-    std::uint64_t Size() const override { return size_; }
+    std::uint64_t Size() const override { return size_; }  ///< As it was when the file was opened.
     void Read(std::uint64_t offset, std::span<std::byte> buffer) const override;
     int Descriptor() const override { return descriptor_; }
     Identity Id() const { return identity_; }
 
-    /// The file that a path names now; nothing when it names none.
+    /// The file that a path names now; nothing when there is no such file.
     static std::optional<Identity> IdOf(StringView path);
 
 private:

@@ -19,6 +19,7 @@ namespace
 /// True when another process holds a write lock of either kind. Locks are advisory here: programs that care set one.
 bool IsLockedByAnother(int descriptor)
 {
+    // Locks by fcntl can be asked for. Locks by flock can only be tried, and a try that succeeds is undone.
     struct flock lock = {};
     lock.l_type = F_RDLCK;
     lock.l_whence = SEEK_SET;
@@ -81,6 +82,7 @@ void RandomAccessFile::Read(std::uint64_t offset, std::span<std::byte> buffer) c
             continue;
         if (count < 0)
             throw SystemFileFailure(errno, "read", path_);
+        // Another program has cut the file since it was opened.
         if (count == 0)
             throw Failure(FailureNumber::FileCorrupt, u"The file ends too early: " + FromUtf8(path_));
         buffer = buffer.subspan(static_cast<std::size_t>(count));

@@ -21,8 +21,11 @@ namespace tessarine
 namespace
 {
 
+/// Bytes that a write to the system takes at once. Zip files are written in many small pieces.
 constexpr std::size_t bufferSize = 1 << 16;
 
+/// The file that a path stands for, so that replacing it leaves the links on the way. A path that can't be followed to
+/// its end comes back as it is.
 std::string ResolveLinks(const std::string& path)
 {
     std::error_code error;
@@ -189,6 +192,7 @@ void ReplacementFile::Flush()
 
 void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t offset, std::uint64_t length)
 {
+    // The system copies from file to file without the way through this process, which pays for long ranges only.
     constexpr std::uint64_t worthACall = 16384;
     if (source.Descriptor() >= 0 && length >= worthACall) {
         Flush();

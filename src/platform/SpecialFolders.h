@@ -10,7 +10,8 @@ namespace tessarine
 /// Number of the per-user folder for the data of applications.
 inline constexpr std::int32_t ApplicationDataFolderNumber = 26;
 
-/// Path of a special folder of the system, without a trailing separator; empty when the system has none of that number.
+/// Path of a special folder of the system, without a trailing separator; empty when the system has no folder of that
+/// number.
 /// On Linux only ApplicationDataFolderNumber exists: $XDG_DATA_HOME when it is an absolute path, else ".local/share" in
 /// the home folder.
 String GetSpecialFolderPath(std::int32_t folder);

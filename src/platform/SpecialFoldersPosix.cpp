@@ -22,6 +22,7 @@ std::string HomeFolder()
 {
     if (std::string home = Environment("HOME"); !home.empty())
         return home;
+    // Services and scheduled jobs often run without the variable.
     const passwd* user = getpwuid(getuid());
     return user && user->pw_dir ? user->pw_dir : "";
 }

@@ -21,12 +21,11 @@ struct SystemTimerPort {
 /// Replaces the port and returns the one before. An empty port starts no timers.
 SystemTimerPort SetSystemTimer(SystemTimerPort port);
 
-/// Starts a timer that ticks every `interval` milliseconds, and gives its identifier. With the identifier of a running
-/// timer that one begins anew, with the new interval and callback, and keeps its identifier. 0 when none could be
-/// started.
+/// Starts a timer that ticks every `interval` milliseconds, and gives its identifier. The identifier of a running timer
+/// restarts that timer with the new interval and callback. Gives 0 when no timer could be started.
 TimerIdentifier SetTimer(TimerIdentifier identifier, std::int32_t interval, TimerCallback callback);
 
-/// Stops a timer. An identifier of none does nothing.
+/// Stops a timer. An identifier that no timer has does nothing.
 void KillTimer(TimerIdentifier identifier);
 
 }  // namespace tessarine
