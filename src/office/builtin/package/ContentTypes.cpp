@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "office/builtin/package/PartName.h"
+#include "office/builtin/xml/RootElement.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
@@ -21,7 +22,8 @@ std::string PlainType(std::string_view type)
     type = type.substr(0, type.find(';'));
     while (type.ends_with(' '))
         type.remove_suffix(1);
-    return ComparableName(type);  // types, too, are compared without regard to case
+    // Types are compared without regard to case (RFC 2045, 5.1), as part names are.
+    return ComparableName(type);
 }
 
 }  // namespace
@@ -83,14 +85,8 @@ bool ContentTypes::HasDefaultOf(std::string_view type) const
 
 void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
 {
-    ElementRange root = ScanElement(bytes_, NextChild(bytes_, 0, bytes_.size()));
-    if (root.IsEmptyTag()) {
-        bytes_.replace(root.end - 2, 2, "></" + std::string(root.name) + ">");
-        root = ScanElement(bytes_, root.begin);
-    }
-    const std::string element = "<" + std::string(root.Prefix()) + "Override PartName=\"/" +
-                                EscapeAttribute(FromUtf8(partName)) + "\" ContentType=\"" + std::string(type) + "\"/>";
-    edits_.push_back({root.contentEnd, root.contentEnd, element});
+    added_ += "<" + std::string(RootElement(bytes_).Prefix()) + "Override PartName=\"/" +
+              EscapeAttribute(FromUtf8(partName)) + "\" ContentType=\"" + std::string(type) + "\"/>";
 }
 
 void ContentTypes::RemoveOverride(std::string_view partName)
@@ -100,7 +96,15 @@ void ContentTypes::RemoveOverride(std::string_view partName)
     for (const Node element : document.Root().ChildElements())
         if (document.Is(element, Ns::ContentTypes, "Override") &&
             equal(document.Attribute(element, "PartName"), partName))
-            edits_.push_back({document.OffsetOf(element), ScanElement(bytes_, document.OffsetOf(element)).end, {}});
+            removals_.push_back({document.OffsetOf(element), ScanElement(bytes_, document.OffsetOf(element)).end, {}});
+}
+
+std::string ContentTypes::Bytes() const
+{
+    std::vector<ByteEdit> edits = removals_;
+    if (!added_.empty())
+        edits.push_back(AppendToRoot(bytes_, added_));
+    return ApplyEdits(bytes_, std::move(edits));
 }
 
 }  // namespace tessarine::builtin

@@ -11,18 +11,21 @@
 namespace tessarine::builtin
 {
 
-/// "[Content_Types].xml" (ECMA-376 part 2, 10.1.2): what kind of content each part holds. Read when first asked.
+/// "[Content_Types].xml" (ECMA-376 part 2, 10.1.2): what kind of content each part holds, by the part's name (an
+/// override) or by its extension (a default).
+///
+/// The part is read when it is first asked for a type. What is added or removed shows in Bytes and not in the answers.
 class ContentTypes
 {
 public:
-    /// `bytes` is the part as UTF-8.
+    /// `bytes` is the part as UTF-8. It is not looked at yet.
     ContentTypes(std::string bytes, const Limits& limits) : bytes_(std::move(bytes)), limits_(limits) {}
 
     ContentTypes(const ContentTypes&) = delete;
     ContentTypes& operator=(const ContentTypes&) = delete;
 
     /// The type of a part, in lower case, without parameters: its override, else the default of its extension, else "".
-    /// Raises -2147023504 when the part is damaged.
+    /// Raises `FileCorrupt` when the part is damaged.
     std::string TypeOf(std::string_view partName) const;
 
     /// The names, as written, of the parts that an override gives this type (in lower case). Raises as TypeOf does.
@@ -31,11 +34,14 @@ public:
     /// True when an extension stands for this type (in lower case), so that other parts may have it than those above.
     bool HasDefaultOf(std::string_view type) const;
 
+    /// Gives a part a type of its own. The part must not have an override that stays.
     void AddOverride(std::string_view partName, std::string_view type);
+
+    /// Removes every override of a part from the file's bytes; those that AddOverride added stay.
     void RemoveOverride(std::string_view partName);
 
-    bool IsEdited() const { return !edits_.empty(); }
-    std::string Bytes() const { return ApplyEdits(bytes_, edits_); }
+    bool IsEdited() const { return !removals_.empty() || !added_.empty(); }
+    std::string Bytes() const;  ///< The part with the edits made, in UTF-8.
 
 private:
     struct Type {
@@ -51,7 +57,8 @@ private:
     mutable std::vector<Type> defaults_;
     mutable std::deque<std::string> texts_;  // that do not stand in the bytes as they read
     Limits limits_;
-    std::vector<ByteEdit> edits_;
+    std::vector<ByteEdit> removals_;
+    std::string added_;  // overrides, as markup
 };
 
 }  // namespace tessarine::builtin

@@ -54,7 +54,7 @@ std::string ComparableName(std::string_view name)
     return comparable;
 }
 
-std::string_view FolderOf(std::string_view partName)
+std::string_view FolderOfPart(std::string_view partName)
 {
     const std::size_t slash = partName.rfind('/');
     return slash == std::string_view::npos ? std::string_view() : partName.substr(0, slash + 1);
@@ -62,18 +62,18 @@ std::string_view FolderOf(std::string_view partName)
 
 std::string RelationshipPartName(std::string_view partName)
 {
-    const std::string_view folder = FolderOf(partName);
+    const std::string_view folder = FolderOfPart(partName);
     return std::string(folder) + "_rels/" + std::string(partName.substr(folder.size())) + ".rels";
 }
 
 std::string ResolveTarget(std::string_view sourcePart, std::string_view target)
 {
-    std::string_view folder = target.find_first_of("/\\") == 0 ? std::string_view() : FolderOf(sourcePart);
+    std::string_view folder = target.find_first_of("/\\") == 0 ? std::string_view() : FolderOfPart(sourcePart);
     // From a slide to its notes page or layout.
     constexpr std::string_view up = "../";
     if (folder.size() > 1 && target.starts_with(up) && folder.find("./") == std::string_view::npos &&
         folder.find("//") == std::string_view::npos) {
-        folder = FolderOf(folder.substr(0, folder.size() - 1));
+        folder = FolderOfPart(folder.substr(0, folder.size() - 1));
         target.remove_prefix(up.size());
     }
     std::string whole;

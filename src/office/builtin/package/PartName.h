@@ -8,7 +8,8 @@
 namespace tessarine::builtin
 {
 
-/// The form in which names are compared: no leading slash, slashes for backslashes, ASCII letters in lower case.
+/// The form in which part names are compared: no leading slash, slashes for backslashes, ASCII letters in lower case.
+/// Some programs write the slashes and the letters otherwise than the part's name has them.
 std::string ComparableName(std::string_view name);
 
 /// Hashing and comparing names as ComparableName would have them, without making it.
@@ -19,8 +20,8 @@ struct PartNameEqual {
     bool operator()(std::string_view left, std::string_view right) const;
 };
 
-/// The folder of a part name, with its slash; "" at the root.
-std::string_view FolderOf(std::string_view partName);
+/// The folder of a part: "ppt/slides/" for "ppt/slides/slide1.xml", always with its slash; "" at the root.
+std::string_view FolderOfPart(std::string_view partName);
 
 /// "ppt/slides/_rels/slide1.xml.rels" for "ppt/slides/slide1.xml"; "_rels/.rels" for the package ("").
 std::string RelationshipPartName(std::string_view partName);
@@ -30,7 +31,7 @@ std::string RelationshipPartName(std::string_view partName);
 /// stay.
 std::string ResolveTarget(std::string_view sourcePart, std::string_view target);
 
-/// Percent escapes decoded; one that is none stays as it is.
+/// The text with its percent escapes decoded. A percent sign that two hexadecimal digits don't follow stays as it is.
 std::string DecodePercent(std::string_view text);
 
 }  // namespace tessarine::builtin

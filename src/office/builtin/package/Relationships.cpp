@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "office/builtin/limits/Damage.h"
+#include "office/builtin/xml/RootElement.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
@@ -38,8 +39,8 @@ std::string ElementOf(const Relationship& relationship, std::string_view prefix)
     return element.append(relationship.external ? "\" TargetMode=\"External\"/>" : "\"/>");
 }
 
-/// A relationship part as nearly all programs write it: one element under the usual names behind the other, attributes
-/// without references. Every slide has such a part; reading it this way costs a small part of what an index does.
+/// A relationship part as nearly all programs write it: one element after the other under the usual names, attributes
+/// without references. Every slide has such a part; reading it this way costs a fraction of what an index does.
 class PlainPart
 {
 public:
@@ -212,7 +213,7 @@ std::string Relationships::NewId() const
     std::string id;
     do
         id = "rId" + std::to_string(++largest);
-    while (IndexOf(id));  // one with more digits than were looked at
+    while (IndexOf(id));  // an id with more digits than were looked at may be this one
     return id;
 }
 
@@ -256,15 +257,13 @@ std::string Relationships::Bytes() const
         }
     }
 
-    const ElementRange root = ScanElement(bytes, NextChild(bytes, 0, bytes.size()));
+    const std::string_view prefix = RootElement(bytes).Prefix();
     std::string added;
     for (std::size_t i = parsed_; i < relationships_.size(); ++i)
         if (!relationships_[i].removed)
-            added += ElementOf(relationships_[i], root.Prefix());
-    if (!added.empty() && root.IsEmptyTag())
-        edits.push_back({root.end - 2, root.end, ">" + added + "</" + std::string(root.name) + ">"});
-    else if (!added.empty())
-        edits.push_back({root.contentEnd, root.contentEnd, added});
+            added += ElementOf(relationships_[i], prefix);
+    if (!added.empty())
+        edits.push_back(AppendToRoot(bytes, std::move(added)));
     return ApplyEdits(bytes, std::move(edits));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "office/builtin/xml/RootElement.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlEdits.h"
 #include "office/builtin/xml/XmlScanner.h"
@@ -17,7 +18,7 @@ constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8
 
 /// What one of the two parts is made of when a file has none.
 struct PartKind {
-    std::string_view relationship;  // kind, for looking it up
+    std::string_view relationship;  // its kind, by which the part is found
     std::string_view relationshipType;
     std::string_view contentType;
     std::string_view partName;
@@ -156,11 +157,8 @@ std::string PropertyPart::EditedBytes() const
                 {range.contentBegin, range.contentEnd, ReplaceContent(content, element.text, EscapePropertyText)});
         }
     }
-    const ElementRange root = ScanElement(bytes_, NextChild(bytes_, 0, bytes_.size()));
-    if (!added.empty() && root.IsEmptyTag())
-        edits.push_back({root.end - 2, root.end, ">" + added + "</" + std::string(root.name) + ">"});
-    else if (!added.empty())
-        edits.push_back({root.contentEnd, root.contentEnd, added});
+    if (!added.empty())
+        edits.push_back(AppendToRoot(bytes_, std::move(added)));
     return ApplyEdits(bytes_, std::move(edits));
 }
 
@@ -184,10 +182,11 @@ void PropertyPart::AddPart()
     std::string content;
     for (const Element& element : elements_)
         content += NewElement(element);
-    std::string bytes = std::string(declaration) + std::string(kind.emptyRoot);
-    bytes.insert(bytes.rfind("</"), content);
+    const std::string empty = std::string(declaration) + std::string(kind.emptyRoot);
+    std::string bytes = ApplyEdits(empty, {AppendToRoot(empty, std::move(content))});
     std::string name(kind.partName);
-    for (int number = 1; package_.Find(name); ++number)  // an entry of that name that nothing points to
+    // The usual name may be that of an entry which nothing points to.
+    for (int number = 1; package_.Find(name); ++number)
         name = std::string(kind.partName.substr(0, kind.partName.rfind('.'))) + std::to_string(number) + ".xml";
     if (!added_) {
         if (package_.Types().TypeOf(name) != kind.contentType) {
@@ -203,7 +202,7 @@ void PropertyPart::AddPart()
             root.Add(kind.relationshipType, name);
         added_ = true;
     }
-    package_.Add(name, bytes);
+    package_.Add(name, std::move(bytes));
 }
 
 }  // namespace tessarine::builtin
