@@ -96,7 +96,7 @@ class ApplicationObject final : public powerpoint::Application
 {
 public:
     std::shared_ptr<powerpoint::Presentations> Presentations() override { return presentations_; }
-    void PutDisplayAlerts(std::int32_t) override {}       // there are none to show
+    void PutDisplayAlerts(std::int32_t) override {}       // the engine never asks anything
     void PutAutomationSecurity(std::int32_t) override {}  // macros are never run
     void Quit() override { presentations_->CloseAll(); }
 

@@ -6,8 +6,8 @@
 namespace tessarine::builtin
 {
 
-/// What the engine is willing to hold for one presentation. Far beyond what real decks need; a hostile file meets a
-/// failure (-2147023504) here instead of the machine's memory.
+/// What the engine is willing to hold for one presentation. It is far more than real decks need: a hostile file fails
+/// here (`FileCorrupt`) before it has taken the machine's memory. Sizes are in bytes.
 struct Limits {
     std::uint64_t directoryBytes = 64u << 20;  ///< Central directory of the zip file.
     std::uint64_t partBytes = 64u << 20;       ///< One XML part, inflated.

@@ -12,11 +12,12 @@
 namespace tessarine::builtin
 {
 
-/// The designs of a presentation, one per slide master.
+/// The designs of a presentation, one per slide master. All slides of a design are given the same object, so that its
+/// name and its master are read once.
 class DesignsObject final : public ListObject<powerpoint::Design>
 {
 public:
-    explicit DesignsObject(OpenFileReference file);
+    explicit DesignsObject(OpenFileReference file);  ///< Counts the designs, and reads none.
 
     /// The design at an index from 0. Without an index, the design of a slide that has none in the file: one without a
     /// name and without shapes.

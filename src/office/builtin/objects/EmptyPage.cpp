@@ -8,7 +8,7 @@ namespace tessarine::builtin
 namespace
 {
 
-/// What there is none of can't be asked for anything; no object names a shape or a link of this page.
+/// No object names a shape or a link of this page, because it has none.
 Failure NothingThere()
 {
     return {FailureNumber::InvalidRequest, u"The page (unknown member) : Invalid request."};

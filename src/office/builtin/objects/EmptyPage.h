@@ -12,13 +12,15 @@ class EmptyPage final : public PageReader
 {
 public:
     std::size_t ShapeCount() override { return 0; }
+
+    /// This and every member below that names a shape or a link raises `InvalidRequest`, as there is none to name.
     ShapeFacts Shape(std::size_t shape) override;
     bool MayHold(const SoughtText& /*sought*/) override { return false; }
     std::optional<std::size_t> FindText(std::size_t shape, const TextPattern& pattern, std::size_t from) override;
     std::size_t ReplaceText(std::size_t shape, std::size_t begin, std::size_t length, StringView with) override;
     String LinkSource(std::size_t shape) override;
     void PutLinkSource(std::size_t shape, const String& source) override;
-    std::optional<String> HeaderFooter(HeaderFooterKind kind) override;
+    std::optional<String> HeaderFooter(HeaderFooterKind kind) override;     ///< "", as PowerPoint's default ones.
     void PutHeaderFooter(HeaderFooterKind kind, StringView text) override;  ///< Raises `InvalidRequest`.
     std::vector<std::size_t> HyperlinkIndices() override { return {}; }
     String HyperlinkAddress(std::size_t link) override;

@@ -8,7 +8,8 @@
 namespace tessarine::builtin
 {
 
-/// The hyperlinks of a page as they are now. To be made anew for every use, since an edit of a text may remove links.
+/// The hyperlinks of a page as they are now. To be made anew for every use, since an edit of a text may remove links;
+/// a link that has gone in the meantime raises `InvalidRequest`.
 std::shared_ptr<powerpoint::Hyperlinks> MakeHyperlinks(OpenFileReference file, PageReader& page);
 
 }  // namespace tessarine::builtin

@@ -23,6 +23,7 @@ public:
     }
 
 protected:
+    /// All elements in their order. Called once; what it raises is tried again by the next walk.
     virtual std::vector<std::shared_ptr<Element>> MakeElements() = 0;
 
 private:

@@ -9,7 +9,8 @@
 namespace tessarine::builtin
 {
 
-/// A master. Null for `page` is one that the file doesn't have: without shapes, its header and footer empty.
+/// A slide, title, notes or handout master. Null for `page` is one that the file doesn't have: it has no shapes, and
+/// its header and footer read "" and take no text.
 std::shared_ptr<powerpoint::Master> MakeMaster(OpenFileReference file, PageReader* page, CanHaveHeader canHaveHeader);
 
 }  // namespace tessarine::builtin

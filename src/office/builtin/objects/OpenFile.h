@@ -16,7 +16,7 @@ class OpenFile
 public:
     explicit OpenFile(std::shared_ptr<PresentationReader> reader) : reader_(std::move(reader)) {}
 
-    PresentationReader& Reader() { return *reader_; }
+    PresentationReader& Reader() { return *reader_; }  ///< The door to the file.
 
     /// The page itself, or a page without shapes in place of null.
     PageReader& PageOrEmpty(PageReader* page) { return page == nullptr ? emptyPage_ : *page; }
@@ -27,7 +27,7 @@ public:
     const SoughtText& Sought(const String& text);  ///< The same for hints.
 
 private:
-    std::shared_ptr<PresentationReader> reader_;
+    std::shared_ptr<PresentationReader> reader_;  // the provider watches it to know which files are open
     EmptyPage emptyPage_;
     std::optional<TextPattern> pattern_;
     std::optional<SoughtText> sought_;

@@ -8,7 +8,8 @@
 namespace tessarine::builtin
 {
 
-/// The shapes of a page, with their texts and the sources of linked objects.
+/// The shapes of a page, with their texts and the sources of linked objects. A shape without a text frame raises
+/// `InvalidRequest` for its text, one that isn't a linked object for its source.
 std::shared_ptr<powerpoint::Shapes> MakeShapes(OpenFileReference file, PageReader& page);
 
 }  // namespace tessarine::builtin

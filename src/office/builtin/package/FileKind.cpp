@@ -29,11 +29,11 @@ void KeepQuiet(const char*, GLogLevelFlags, const char*, void*) {}
 /// The names in a compound file's root (MS-CFB 2.6). Empty when it can't be read.
 std::vector<std::string> RootNames(const RandomAccessBytes& bytes)
 {
-    // Compound files that matter here are read for their directory alone; a far larger one is somebody else's.
+    // Only the directory is wanted. A file beyond this is too large to be a presentation that the engine would take.
     constexpr std::uint64_t largest = 1u << 30;
     if (bytes.Size() > largest)
         return {};
-    // What the library thinks of a damaged file is no message for the user's terminal; the result says it.
+    // The library writes its opinion of a damaged file to the terminal. The user gets it from the result instead.
     [[maybe_unused]] static const guint handler =
         g_log_set_handler("libgsf:msole", G_LOG_LEVEL_MASK, KeepQuiet, nullptr);
     const WholeFile content(bytes);
@@ -82,7 +82,7 @@ FileKind FileKindOf(const RandomAccessBytes& bytes)
         return CompoundKind(bytes);
     if (head.find("<pkg:package") != std::string_view::npos)
         return FileKind::FlatPackage;
-    // A package may stand behind other bytes; its directory is at its end.
+    // Other bytes may stand in front of a package; its directory is at its end.
     return HasZipEnd(bytes) ? FileKind::Package : FileKind::Other;
 }
 

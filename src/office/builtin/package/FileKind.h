@@ -5,7 +5,8 @@
 namespace tessarine::builtin
 {
 
-/// What a file is, by its content; names lie.
+/// What a file is by its content. Names and extensions don't count: people rename files, and programs save one kind
+/// under another's name.
 enum class FileKind {
     Package,             ///< A zip file; whether a presentation shows inside.
     EncryptedPackage,    ///< A compound file around an encrypted or rights-managed package.
@@ -18,6 +19,8 @@ enum class FileKind {
     Other
 };
 
+/// Looks at the file's first bytes and, where these don't decide, at its end or its directory. Raises what reading the
+/// file raises.
 FileKind FileKindOf(const RandomAccessBytes& bytes);
 
 }  // namespace tessarine::builtin

@@ -22,13 +22,15 @@ namespace tessarine::builtin
 
 /// An Office Open XML package: parts in a zip file, their content types and relationships (ECMA-376 part 2).
 ///
-/// Opening reads the zip directory and nothing else; a part is read when it is asked for. Edits are kept until Save.
+/// Opening reads the zip directory and nothing else; a part is read when it is asked for. Edits are kept until Save. A
+/// part is named by its entry, which stays the same for the package's life. All XML goes in and out as UTF-8, whatever
+/// the encoding in the file.
 class Package
 {
 public:
-    using Entry = std::size_t;
+    using Entry = std::size_t;  ///< The number of an entry of the zip file, in the order of its directory.
 
-    /// Raises -2147023504 for a file that is no zip file or is damaged.
+    /// Raises `FileCorrupt` for a file that isn't a zip file or is damaged.
     explicit Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default());
 
     const Limits& limits() const { return limits_; }
@@ -45,29 +47,35 @@ public:
     /// relationship, an external or a dangling one.
     std::optional<Entry> Follow(std::optional<Entry> source, const Relationship* relationship) const;
 
-    /// A part's bytes, with edits. Raises -2147023504 when it is damaged or larger than the limits allow, -2147467259
-    /// when the entry is encrypted, -2147024885 when it is packed in a way that packages don't use.
+    /// A part's bytes, with edits. Raises `FileCorrupt` when it is damaged or larger than the limits allow,
+    /// `Unspecified` when the entry is encrypted, `BadFormat` when it is packed in a way that packages don't use.
     std::string Read(Entry entry) const;
 
     /// As Read, decoded to UTF-8 (see XmlEncoding).
     std::string ReadXml(Entry entry) const;
 
-    /// As ReadXml, into memory that the next such call for another part uses again: for a part that is not kept.
+    /// As ReadXml, for a part that is not kept: the text is good until the next call for another part, which uses the
+    /// memory again.
     std::string_view ReadXmlOnce(Entry entry);
 
     /// The new content, as UTF-8, of an XML part that was read; put back into the part's encoding.
     void ReplaceXml(Entry entry, std::string_view utf8);
+
+    /// Adds a part at the end of the zip file, or replaces one that was added before. Its content type and the
+    /// relationship to it are the caller's to add, as they are to remove after Remove.
     void Add(std::string partName, std::string bytes);
     void Remove(Entry entry);
 
-    /// The relationships of a part; of the package with no entry. Parsed once.
+    /// The relationships of a part, or of the package when no entry is given. Parsed once; edits of them are saved.
+    /// Raises as ReadXml does.
     Relationships& RelationshipsOf(std::optional<Entry> entry);
-    ContentTypes& Types();
+    ContentTypes& Types();  ///< Raises `FileCorrupt` when the package has none.
 
     /// True when a save would write something else than what is there.
     bool IsChanged() const;
 
-    /// Replaces the file by one with the edits, all or nothing. Without edits only its modification time moves.
+    /// Replaces the file by one with the edits, all or nothing. Without edits only its modification time moves. May be
+    /// called again; `path` is a file with the bytes that were opened, or the result of the save before.
     void Save(StringView path);
 
 private:

@@ -13,36 +13,41 @@
 namespace tessarine::builtin
 {
 
-/// One relationship (ECMA-376 part 2, 9.3). Its texts live as long as the Relationships that it belongs to.
+/// One relationship (ECMA-376 part 2, 9.3): how a part points to another part of the package or to a place outside. Its
+/// texts live as long as the Relationships that it belongs to.
 struct Relationship {
-    std::string_view id;
+    std::string_view id;      ///< What the part's markup names it by (r:id).
     std::string_view type;    ///< The URI, as written.
     std::string_view target;  ///< Decoded from XML only.
-    bool external = false;
-    bool removed = false;
-    std::size_t offset = 0;  ///< Of the element's "<"; unused for an added one.
+    bool external = false;    ///< The target is a web address or a file, not a part.
+    bool removed = false;     ///< By Remove; it is still in All.
+    std::size_t offset = 0;   ///< Of the element's "<"; unused for an added one.
 
     /// True for a relationship of that kind, given as the last segment of its type: "slide", "hyperlink",
     /// "core-properties". Transitional and Strict spell some kinds differently; ask for the Transitional one.
     bool Is(std::string_view kind) const;
 };
 
-/// The relationships of one part, or of the package. Edits are kept and put into the bytes on demand.
+/// The relationships of one part, or of the package. Edits show at once in the answers, and in Bytes; what they don't
+/// touch keeps its bytes.
 class Relationships
 {
 public:
     Relationships() = default;  ///< None, for a part without a relationship part.
 
-    /// Parses a relationship part (UTF-8). Raises -2147023504.
+    /// Parses a relationship part (UTF-8), whose name `part` is for failures. Raises `FileCorrupt`.
     Relationships(std::string bytes, std::string_view part, const Limits& limits);
     Relationships(const Relationships&) = delete;
     Relationships& operator=(const Relationships&) = delete;
 
+    /// The first relationship of an id; null when there is none or it was removed. The pointer is good until one is
+    /// added.
     const Relationship* Find(std::string_view id) const;
-    const Relationship* FirstOf(std::string_view kind) const;
+    const Relationship* FirstOf(std::string_view kind) const;  ///< In the same way, by the kind (see Relationship::Is).
     const std::vector<Relationship>& All() const { return relationships_; }
 
-    /// Raises -2147023504 for a relationship that has no target.
+    /// Points a relationship to another target; the id must exist. Raises `FileCorrupt` for one that the file gives no
+    /// target.
     void PutTarget(std::string_view id, std::string target);
 
     /// Adds an external relationship of the same type as another one and returns its id, "rId" and the next free
@@ -51,7 +56,7 @@ public:
 
     /// Adds an internal relationship and returns its id.
     std::string_view Add(std::string_view type, std::string target);
-    void Remove(std::string_view id);
+    void Remove(std::string_view id);  ///< The id must exist.
 
     bool IsEdited() const { return edited_; }
     std::string Bytes() const;  ///< With the edits made.

@@ -14,7 +14,7 @@ namespace tessarine::builtin
 class WholeFile
 {
 public:
-    explicit WholeFile(const RandomAccessBytes& file);  ///< Raises as RandomAccessBytes::Read tells.
+    explicit WholeFile(const RandomAccessBytes& file);  ///< Raises what RandomAccessBytes::Read raises.
     ~WholeFile();
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;

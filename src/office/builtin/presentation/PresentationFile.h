@@ -56,13 +56,15 @@ public:
 
 private:
     void ReadMainPart(Package::Entry main);
+
+    /// The parts that a list of the main part names, in its order. Raises `FileCorrupt` when one is missing.
     std::vector<Package::Entry> ReadIdList(const XmlDocument& document, const char* list, const char* item,
                                            Package::Entry main);
-    ShapeTreePart& Part(Package::Entry entry);
+    ShapeTreePart& Part(Package::Entry entry);  ///< The one object for a part, made when it is first asked for.
     const std::vector<Package::Entry>& NotesPages();
     TextOfParts MakeTextOf(const std::vector<Package::Entry>& entries);
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
-    void DropSignatures(StringView path);
+    void DropSignatures(StringView path);  ///< `path` is for the error log.
 
     Package package_;
     std::vector<Package::Entry> slides_;

@@ -12,6 +12,7 @@ namespace tessarine::builtin
 class BuiltInProperties final : public BuiltInPropertiesReader
 {
 public:
+    /// Reads both parts. The package must outlive this object. Raises `FileCorrupt` when one of them is damaged.
     explicit BuiltInProperties(Package& package);
 
     /// Numbers and dates are read from the element's text. A number that isn't one reads as 0.
@@ -21,7 +22,7 @@ public:
     /// packages have no place for.
     void Put(BuiltInProperty property, const String& text) override;
 
-    /// Hands the edits to the package.
+    /// Hands the edits to the package, which writes them when it is saved.
     void Flush();
 
 private:

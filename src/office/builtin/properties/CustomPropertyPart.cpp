@@ -27,7 +27,8 @@ struct IntegerKind {
     double largest;
 };
 
-/// Bounds as doubles: exact but for 64 bits, where the nearest double below the bound is taken.
+/// The bounds are doubles, because a number is put as one. They are exact but for 64 bits, where the nearest double
+/// below the bound is taken.
 constexpr std::array integerKinds{
     IntegerKind{"i1", -128, 127},
     IntegerKind{"i2", -32768, 32767},
@@ -177,9 +178,9 @@ std::string CustomPropertyPart::ElementOf(const Property& property) const
         content = ReplaceContent(IsText(LocalName(range.name)) ? old : std::string_view(),
                                  powerpoint::TextOf(property.value), EscapePropertyText);
     }
-    // The start tag may declare the prefix itself: everything behind its name stays.
-    const std::size_t behindName = range.begin + 1 + range.name.size();
-    std::string_view rest = std::string_view(bytes_).substr(behindName, range.contentBegin - behindName);
+    // The start tag may declare the prefix itself: everything after its name stays.
+    const std::size_t afterName = range.begin + 1 + range.name.size();
+    std::string_view rest = std::string_view(bytes_).substr(afterName, range.contentBegin - afterName);
     rest.remove_suffix(range.IsEmptyTag() ? 2 : 1);
     return "<" + name + std::string(rest) + ">" + content + "</" + name + ">";
 }

@@ -10,11 +10,12 @@
 namespace tessarine::builtin
 {
 
-/// The custom document properties, docProps/custom.xml (ECMA-376 part 1, 22.3), in document order. An absent part holds
-/// none.
+/// The custom document properties of a package: docProps/custom.xml (ECMA-376 part 1, 22.3), in document order. A
+/// package without the part has none, and gets none: properties are changed, never added.
 class CustomPropertyPart final : public CustomPropertiesReader
 {
 public:
+    /// Reads the part. The package must outlive this object. Raises `FileCorrupt` when the part is damaged.
     explicit CustomPropertyPart(Package& package);
 
     std::size_t Count() const override { return properties_.size(); }
@@ -24,13 +25,13 @@ public:
     /// A text becomes a `vt:lpwstr`, a number that fits nothing else a `vt:r8`.
     void Put(std::size_t index, const powerpoint::Value& value) override;
 
-    /// Hands the edits to the package.
+    /// Hands the edits to the package, which writes them when it is saved.
     void Flush();
 
 private:
     struct Property {
         String name;
-        std::string kind;  // local name of the variant element; "" when there is none
+        std::string kind;  // local name of the variant element (vt:i4); "" for a property without one
         powerpoint::Value value;
         std::size_t offset = 0;  // of the variant element's "<"
         bool changed = false;

@@ -19,8 +19,9 @@ bool TakeNumber(std::string_view& text, std::size_t digits, int& value)
     if (text.size() < digits)
         return false;
     const char* end = text.data() + digits;
-    const auto [behind, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || behind != end || text[0] == '-')
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    // A sign is no digit, though the library takes it.
+    if (error != std::errc() || stop != end || text[0] == '-')
         return false;
     text.remove_prefix(digits);
     return true;

@@ -13,12 +13,14 @@ namespace tessarine::builtin
 {
 
 /// A part whose root holds one element per property: docProps/core.xml (ECMA-376 part 2, 11) or docProps/app.xml
-/// (part 1, 22.2). Absent parts read as unset and are made when something is put.
+/// (part 1, 22.2). In a package without the part every property reads as absent, and the part is made when something is
+/// put. Properties are named by namespace and local name; the prefixes are the part's own.
 class PropertyPart
 {
 public:
     enum class Which { Core, Extended };
 
+    /// Reads the part. The package must outlive this object. Raises `FileCorrupt` when the part is damaged.
     PropertyPart(Package& package, Which which);
 
     /// The text of a property, with "_x000d_" and its like decoded; nothing when its element is absent.
@@ -27,7 +29,7 @@ public:
     /// Sets the text, making the element when it is absent. An empty text for an absent element is no change.
     void Put(Ns ns, std::string_view localName, const String& text);
 
-    /// Hands the edits to the package.
+    /// Hands the edits to the package, which writes them when it is saved.
     void Flush();
 
 private:

@@ -6,7 +6,8 @@
 namespace tessarine::builtin
 {
 
-/// The built-in document properties, in the order of PowerPoint's object model, which counts them from 1.
+/// The built-in document properties, in the order of PowerPoint's object model, which counts them from 1. The order
+/// matters to counts: a search repeats the count of the property before where one can't be read.
 enum class BuiltInProperty : std::uint8_t {
     Title,
     Subject,
@@ -15,21 +16,21 @@ enum class BuiltInProperty : std::uint8_t {
     Comments,
     Template,
     LastAuthor,
-    RevisionNumber,
+    RevisionNumber,  ///< A text, for all its name.
     ApplicationName,
-    LastPrintDate,
+    LastPrintDate,  ///< A date, like the next two.
     CreationDate,
     LastSaveTime,
-    TotalEditingTime,  ///< In minutes.
+    TotalEditingTime,  ///< A number, in minutes. The properties called "Number of ..." are numbers, too.
     NumberOfPages,
     NumberOfWords,
     NumberOfCharacters,
-    Security,
+    Security,  ///< A number: the protection that the file asks for.
     Category,
-    Format,
+    Format,  ///< A text, such as "On-screen Show (4:3)".
     Manager,
     Company,
-    NumberOfBytes,
+    NumberOfBytes,  ///< Held by binary presentations only.
     NumberOfLines,
     NumberOfParagraphs,
     NumberOfSlides,

@@ -7,12 +7,14 @@
 namespace tessarine::builtin
 {
 
-/// Inflates raw deflate data whose size is known. False when the data is damaged or has another size.
+/// Inflates raw deflate data (RFC 1951) into `size` bytes at `target`. False when the data is damaged or has another
+/// size; then the target holds anything.
 bool Inflate(std::string_view packed, char* target, std::size_t size);
 
-/// Raw deflate at the level that office programs use.
+/// The data as raw deflate, at the level that office programs use.
 std::string Deflate(std::string_view data);
 
+/// The checksum that zip files keep of each entry.
 std::uint32_t Crc32(std::string_view data);
 
 }  // namespace tessarine::builtin

@@ -26,7 +26,7 @@ struct End {
     std::uint64_t count = 0;
     std::uint64_t directorySize = 0;
     std::uint64_t directoryStart = 0;  // as stored
-    std::uint64_t directoryLimit = 0;  // offset behind the directory: where the first end record really lies
+    std::uint64_t directoryLimit = 0;  // where the directory ends: the offset at which the first end record really lies
     std::string comment;
     std::string trailer;
 };

@@ -16,10 +16,10 @@ namespace tessarine::builtin
 struct ZipEntry {
     std::string_view name;  ///< Raw bytes, in the directory's memory.
     std::uint16_t flags = 0;
-    std::uint16_t method = 0;
-    std::uint32_t crc = 0;
-    std::uint64_t packedSize = 0;
-    std::uint64_t size = 0;
+    std::uint16_t method = 0;       ///< How the bytes are packed: zipStored, zipDeflated or what packages don't use.
+    std::uint32_t crc = 0;          ///< Of the unpacked bytes.
+    std::uint64_t packedSize = 0;   ///< In bytes, as it lies in the file.
+    std::uint64_t size = 0;         ///< In bytes, unpacked.
     std::uint64_t localHeader = 0;  ///< Offset in the file.
     std::size_t record = 0;         ///< Offset of its record in ZipDirectory::Records().
     std::size_t recordSize = 0;
@@ -27,8 +27,8 @@ struct ZipEntry {
     bool IsEncrypted() const { return (flags & 1) != 0; }
 };
 
-constexpr std::uint16_t zipStored = 0;
-constexpr std::uint16_t zipDeflated = 8;
+constexpr std::uint16_t zipStored = 0;    ///< Not packed at all.
+constexpr std::uint16_t zipDeflated = 8;  ///< Deflate, what all programs use.
 
 /// True when the bytes end as a zip file does, whatever they begin with.
 bool HasZipEnd(const RandomAccessBytes& bytes);
@@ -37,10 +37,12 @@ bool HasZipEnd(const RandomAccessBytes& bytes);
 /// stands in the file, because a save hands on what it does not change.
 ///
 /// Bytes in front of the first entry, zip64 and data descriptors are understood. Archives in several pieces are not.
+/// The limits bound the memory that a hostile file can take.
 class ZipDirectory
 {
 public:
-    /// Reads the directory. Raises -2147023504 when there is none or it does not hold together.
+    /// Reads the directory. Raises `FileCorrupt` when there is none, or when what it says doesn't fit together or into
+    /// the file.
     ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits);
 
     const std::vector<ZipEntry>& Entries() const { return entries_; }
@@ -48,9 +50,9 @@ public:
     std::uint64_t Start() const { return start_; }         ///< Offset of the central directory in the file.
     std::uint64_t Shift() const { return shift_; }  ///< What stored offsets lack against the file's (bytes in front).
     std::string_view Comment() const { return comment_; }  ///< The archive comment.
-    std::string_view Trailer() const { return trailer_; }  ///< Bytes behind the archive, as padding to whole blocks.
+    std::string_view Trailer() const { return trailer_; }  ///< Bytes after the archive, such as padding.
 
-    /// Offset of an entry's packed bytes. Reads its local header; raises -2147023504 when it is not one.
+    /// Offset of an entry's packed bytes. Reads its local header; raises `FileCorrupt` when there is none.
     static std::uint64_t DataOffset(const RandomAccessBytes& bytes, const ZipEntry& entry);
 
     /// An entry's packed bytes, read together with its local header; they lie in `buffer`. Raises as DataOffset does.

@@ -5,26 +5,29 @@
 #include <string>
 #include <string_view>
 
-/// Signatures, field offsets and little-endian access for the records of a zip file (PKWARE APPNOTE 4.3).
+/// Signatures, field offsets and little-endian access for the records of a zip file (PKWARE APPNOTE 4.3). All sizes and
+/// offsets are in bytes from the start of a record.
 namespace tessarine::builtin::zip
 {
 
+// The first four bytes of each kind of record: "PK" and two bytes of its own.
 constexpr std::uint32_t localSignature = 0x04034b50;
 constexpr std::uint32_t centralSignature = 0x02014b50;
 constexpr std::uint32_t endSignature = 0x06054b50;
 constexpr std::uint32_t end64Signature = 0x06064b50;
 constexpr std::uint32_t end64LocatorSignature = 0x07064b50;
 
+// The fixed part of each record; names, extra fields and comments follow it.
 constexpr std::size_t localSize = 30;
 constexpr std::size_t centralSize = 46;
 constexpr std::size_t endSize = 22;
 constexpr std::size_t end64Size = 56;
 constexpr std::size_t end64LocatorSize = 20;
 
-constexpr std::uint16_t flagDataDescriptor = 0x0008;
-constexpr std::uint16_t extraZip64 = 0x0001;
-constexpr std::uint32_t in64 = 0xFFFFFFFF;  ///< "The value stands in the zip64 field."
-constexpr std::uint16_t count64 = 0xFFFF;
+constexpr std::uint16_t flagDataDescriptor = 0x0008;  ///< The sizes follow the packed data.
+constexpr std::uint16_t extraZip64 = 0x0001;          ///< The id of the extra field with 64-bit values.
+constexpr std::uint32_t in64 = 0xFFFFFFFF;            ///< "The value stands in the zip64 field."
+constexpr std::uint16_t count64 = 0xFFFF;             ///< The same for a count of entries.
 
 /// An unsigned little-endian integer at an offset; the caller has checked the length.
 template <class Integer>

@@ -204,7 +204,7 @@ private:
         return record;
     }
 
-    /// The offset stands behind the sizes in the zip64 field, as far as these are there.
+    /// In the zip64 field the offset follows the sizes, as far as these are there (APPNOTE 4.5.3).
     static void PutOffset64(std::string& record, const ZipEntry& entry, std::uint64_t offset)
     {
         const std::size_t extraStart = centralSize + entry.name.size();

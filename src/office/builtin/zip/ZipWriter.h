@@ -21,7 +21,9 @@ struct ZipChanges {
     bool Empty() const { return replaced.empty() && removed.empty() && added.empty(); }
 };
 
-/// Writes the changed zip file. Raises -2147023504 when the old file's entries overlap, and what `target` raises.
+/// Writes the changed zip file to `target`, which the caller commits. `directory` is that of `source`. Raises
+/// `FileCorrupt` when the old file's entries overlap, `BadFormat` when the new file would pass 4 GiB, and what reading
+/// and writing raise.
 void WriteZip(const RandomAccessBytes& source, const ZipDirectory& directory, const ZipChanges& changes,
               ReplacementFile& target);
 
