@@ -17,7 +17,7 @@ namespace tessarine
 /// names the old file or the complete new one.
 ///
 /// A path that is a symbolic link stays one: the file it leads to is replaced. As far as the system allows, the new
-/// file has the old one's owner. Until Commit nobody but its owner may read it.
+/// file has the old one's owner. Until Commit nobody but this process's user may read it.
 class ReplacementFile
 {
 public:
