@@ -7,6 +7,9 @@
 namespace tessarine
 {
 
+/// The language file of a job that names none.
+inline constexpr StringView DefaultLanguageFile = u"English.lng";
+
 /// Folder of the language files: "Languages" beside the executable. Without a trailing separator.
 String LanguageFolder();
 

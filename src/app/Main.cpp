@@ -2,6 +2,7 @@
 
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
+#include "model/JobProperties.h"
 #include "platform/ErrorLog.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
@@ -17,32 +18,27 @@ namespace tessarine
 namespace
 {
 
-/// The third custom property of the default project is the language.
-constexpr std::int32_t languageProperty = 3;
-
 void LoadDefaultProject()
 {
-    const auto& properties = *CurrentProject->CustomProperies;
+    CustomProperties& properties = *CurrentProject->CustomProperies;
     // Whatever becomes of the loading, the start goes on: a language that isn't settled here is English.
     if (FileExists(DefaultProjectPath())) {
         std::int32_t error = 0;
         CurrentProject->LoadProject(DefaultProjectPath(), error);
-        if (properties.Count() >= languageProperty)
-            CurrentLanguageFile = properties.Item(languageProperty)->PropertyValue;
+        if (const std::optional<String> language = LanguageFileOf(properties))
+            CurrentLanguageFile = *language;
         return;
     }
-    CurrentProject->CustomProperies->Add(u"FindAndReplaceFilePath", {});
-    // In two steps on purpose: the property begins with the list in the grid, and a first start then chooses the list
-    // file, whose path is still empty.
-    CurrentProject->CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
-    CurrentProject->CustomProperies->Add(u"LANG", CurrentLanguageFile);
-    properties.Item(2)->PropertyValue = u"EXTERNAL";
+    // In two steps on purpose: the job begins with the list in the grid, and a first start then chooses the list file,
+    // whose path is still empty.
+    AddJobProperties(properties, {.languageFile = CurrentLanguageFile});
+    PutListSource(properties, ListSource::External);
 }
 
 void ChooseLanguage()
 {
     if (CurrentLanguageFile.empty() || !FileExists(LanguageFolder() + PathSeparator + CurrentLanguageFile))
-        CurrentLanguageFile = u"English.lng";
+        CurrentLanguageFile = DefaultLanguageFile;
 }
 
 }  // namespace

@@ -12,8 +12,8 @@
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
 #include "batch/TextLayout.h"
-#include "platform/CaseFolding.h"
 #include "platform/Failure.h"
+#include "run/JobInputs.h"
 
 namespace tessarine::batch
 {
@@ -227,7 +227,7 @@ void CheckJobToMake(const BatchCall& call)
         Refuse("a saved job takes its files from one folder, or from one list (--files-from)");
     if (call.filesFrom == u"-")
         Refuse("--files-from: a saved job can't read its list from standard input");
-    if (call.filesFrom && !ToUpper(*call.filesFrom).ends_with(u".TXT"))
+    if (call.filesFrom && !HasExtension(*call.filesFrom, FileListExtensions))
         Refuse("--files-from: the list of a saved job must be a .txt file");
 }
 

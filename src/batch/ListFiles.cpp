@@ -13,8 +13,8 @@
 #include "batch/TextLayout.h"
 #include "model/ListColumns.h"
 #include "model/Project.h"
-#include "platform/CaseFolding.h"
 #include "platform/Files.h"
+#include "run/JobInputs.h"
 
 namespace tessarine::batch
 {
@@ -94,8 +94,7 @@ std::string LossIn(const String& path, const FindAndReplaceItems& written)
 
 bool IsListName(StringView path)
 {
-    const String name = ToUpper(path);
-    return std::ranges::any_of(ListExtensions, [&](StringView extension) { return name.ends_with(extension); });
+    return HasExtension(path, PairListExtensions);
 }
 
 String ImportReason(const FindAndReplaceItems& list, const String& path)

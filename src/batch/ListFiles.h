@@ -17,9 +17,6 @@ namespace tessarine::batch
 
 struct BatchCall;
 
-/// The extensions of list files, with the dot, in capital letters.
-inline constexpr StringView ListExtensions[] = {u".XLS", u".CSV", u".TAB"};
-
 /// Whether a name ends as that of a list file does, whatever the case.
 bool IsListName(StringView path);
 

@@ -3,24 +3,24 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "app/LanguageText.h"
 #include "batch/BatchCall.h"
 #include "batch/EndlessPairs.h"
 #include "batch/ListFiles.h"
 #include "batch/TextLayout.h"
+#include "model/JobProperties.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/Locale.h"
+#include "run/JobInputs.h"
 
 namespace tessarine::batch
 {
 
 namespace
 {
-
-/// The one entry of the window's list of file patterns.
-constexpr StringView offeredPattern = u"*.Ppt*";
 
 [[noreturn]] void Refuse(const String& text)
 {
@@ -36,30 +36,34 @@ String InQuotes(StringView text)
 /// step that is not a number does not.
 void PassThroughControls(ProjectOptions& options, std::vector<std::string>& notes)
 {
-    if (ToUpper(options.ComaSepAllowedExtensions) != ToUpper(offeredPattern))
+    if (ToUpper(options.ComaSepAllowedExtensions) != ToUpper(PresentationPattern))
         notes.push_back("the job's file pattern " + Quoted(options.ComaSepAllowedExtensions) +
-                        " is not one that the window offers; as there, the run takes " + Quoted(offeredPattern));
-    options.ComaSepAllowedExtensions = offeredPattern;
+                        " is not one that the window offers; as there, the run takes " + Quoted(PresentationPattern));
+    options.ComaSepAllowedExtensions = PresentationPattern;
     if (!NumberFromText(options.RevisionDocumentPropertyIncrimentedBy))
         options.RevisionDocumentPropertyIncrimentedBy.clear();
 }
 
-/// Refuses a path that is empty, names no file, or has none of the extensions (upper case, with the dot).
-void CheckFile(const String& what, const String& path, std::initializer_list<StringView> extensions)
+/// Refuses a path that did not pass its test. `what` the path names goes into the text.
+void CheckInput(std::int32_t tested, const String& what, const String& path)
 {
-    if (path.empty())
-        Refuse(u"the job does not name its " + what);
-    const std::size_t dot = path.rfind(u'.');
-    if (!FileExists(path) || dot == String::npos)
-        Refuse(u"there is no " + what + u" " + InQuotes(path));
-    if (std::ranges::find(extensions, StringView(ToUpper(path.substr(dot)))) == extensions.end())
-        Refuse(u"the " + what + u" " + InQuotes(path) + u" has an extension that such a file can't have");
+    switch (tested) {
+        case InputTest::Empty:
+            Refuse(u"the job does not name its " + what);
+        case InputTest::FileNotFound:
+        case InputTest::FolderNotFound:
+            Refuse(u"there is no " + what + u" " + InQuotes(path));
+        case InputTest::OtherExtension:
+            Refuse(u"the " + what + u" " + InQuotes(path) + u" has an extension that such a file can't have");
+        default:
+            break;
+    }
 }
 
 /// The pairs of a list file. One that can't be read to its end gives the rows before, with a note.
 std::shared_ptr<FindAndReplaceItems> ImportedList(const String& path, std::vector<std::string>& notes)
 {
-    CheckFile(u"list of pairs", path, {u".CSV", u".TAB", u".XLS"});
+    CheckInput(ValidateFile(path, PairListExtensions), u"list of pairs", path);
     auto list = std::make_shared<FindAndReplaceItems>();
     const bool isAccepted = list->ImportList(path);
     const String reason = ImportReason(*list, path);
@@ -83,15 +87,12 @@ void CheckPairs(const FindAndReplaceItems& items, bool replaces)
 std::vector<JobFile> FilesOfJob(Project& project)
 {
     const ProjectOptions& options = *project.options;
-    if (options.FileToProcessSourceType != 0) {
-        CheckFile(u"list of files", options.FileToProcessFilepath, {u".TXT"});
-    } else {
-        const String& folder = options.FileToProcessFolderPath;
-        if (folder.empty())
-            Refuse(u"the job does not name its folder");
-        if (!FolderExists(folder))
-            Refuse(u"there is no folder " + InQuotes(folder));
-    }
+    const String& list = options.FileToProcessFilepath;
+    const String& folder = options.FileToProcessFolderPath;
+    if (options.TakesListedFiles())
+        CheckInput(ValidateFile(list, FileListExtensions), u"list of files", list);
+    else
+        CheckInput(ValidateFolder(folder), u"folder", folder);
     project.GetFileToProcessFileCount();
     std::vector<JobFile> files;
     for (const String& path : project.FilesToProcess)
@@ -133,13 +134,12 @@ void LoadJob(Project& project, const String& path)
     Refuse(u"can't load the job " + InQuotes(path) + u": " + reason);
 }
 
-ListSource ListSourceOf(const Project& project)
+SavedSource SourceOf(const Project& project)
 {
-    const auto properties = project.CustomProperies->NewEnum();
-    if (properties.size() < 2)
+    const CustomProperties& properties = *project.CustomProperies;
+    if (!HasListSource(properties))
         return {};
-    const bool isExternal = ToUpper(Trim(properties[1]->PropertyValue)) == u"EXTERNAL";
-    return {true, isExternal, Trim(properties[0]->PropertyValue)};
+    return {true, ListSourceOf(properties) == ListSource::External, ListFileOf(properties)};
 }
 
 SavedRun PrepareRun(Project& project, const BatchCall& call)
@@ -147,7 +147,7 @@ SavedRun PrepareRun(Project& project, const BatchCall& call)
     SavedRun run;
     PassThroughControls(*project.options, run.notes);
 
-    const ListSource source = ListSourceOf(project);
+    const SavedSource source = SourceOf(project);
     if (!source.isKnown)
         Refuse(u"the job does not tell where its pairs come from: it lacks its first two custom properties");
     if (source.isExternal)
@@ -163,8 +163,8 @@ SavedRun PrepareRun(Project& project, const BatchCall& call)
 void FillSavedJob(Project& project, const BatchCall& call)
 {
     ProjectOptions& options = *project.options;
-    options.ComaSepAllowedExtensions = offeredPattern;
-    options.FileToProcessSourceType = call.filesFrom ? 1 : 0;
+    options.ComaSepAllowedExtensions = PresentationPattern;
+    options.FileToProcessSourceType = call.filesFrom ? FileSource::List : FileSource::Folder;
     if (call.filesFrom) {
         options.FileToProcessFilepath = FullPath(*call.filesFrom);
     } else {
@@ -175,9 +175,7 @@ void FillSavedJob(Project& project, const BatchCall& call)
                    u"(--files-from)");
         options.FileToProcessFolderPath = FullPath(folder);
     }
-    project.CustomProperies->Add(u"FindAndReplaceFilePath", u"");
-    project.CustomProperies->Add(u"FindAndReplaceListSource", u"INTERNAL");
-    project.CustomProperies->Add(u"LANG", u"English.lng");
+    AddJobProperties(*project.CustomProperies, {.languageFile = String(DefaultLanguageFile)});
 }
 
 String SaveJob(Project& project, const String& path)

@@ -21,13 +21,13 @@ struct BatchCall;
 /// Loads a project file into a fresh project. Raises a failure with a text for one line when that is not possible.
 void LoadJob(Project& project, const String& path);
 
-/// Where a saved job's pairs come from, by its first two custom properties.
-struct ListSource {
-    bool isKnown = false;     ///< False when the job lacks the properties.
+/// Where a saved job's pairs come from (model/JobProperties.h).
+struct SavedSource {
+    bool isKnown = false;     ///< False when the job lacks the properties that tell it.
     bool isExternal = false;  ///< The pairs are those of the list file, not the job's own.
     String path;              ///< Of the list file.
 };
-ListSource ListSourceOf(const Project& project);
+SavedSource SourceOf(const Project& project);
 
 /// What a run of a saved job takes.
 struct SavedRun {

@@ -11,6 +11,7 @@
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
 #include "i18n/QtText.h"
+#include "model/JobProperties.h"
 #include "platform/CaseFolding.h"
 #include "platform/Files.h"
 #include "platform/PathSeparator.h"
@@ -137,7 +138,7 @@ void frmChangeLanguage::cmdOK_Click()
     LogAndReturn({u"cmdOK_Click", place}, [this] {
         const String chosen = FromQt(cboLanguage->currentText());
         CurrentLanguageFile = chosen + String(extension);
-        NotNull(CurrentProject)->CustomProperies->Add(u"LANG", chosen);
+        AddLanguage(*NotNull(CurrentProject)->CustomProperies, chosen);
         SaveSetting(String(ExecutableName), u"INIFILE", u"PATH", CurrentLanguageFile);
         hide();
         LanguageChanged.Raise();

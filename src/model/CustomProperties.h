@@ -16,8 +16,8 @@ struct CustomProperty {
     String ProperyName;
 };
 
-/// The named strings of a project, in order; not a presentation's custom document properties. Three are well known, by
-/// position: 1 "FindAndReplaceFilePath", 2 "FindAndReplaceListSource" ("EXTERNAL" or "INTERNAL"), 3 "LANG".
+/// The named strings of a project, in order; not a presentation's custom document properties. JobProperties.h tells
+/// what the first three stand for.
 ///
 /// A failing operation writes one line to the error log and gives its empty result.
 class CustomProperties

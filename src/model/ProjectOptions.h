@@ -9,6 +9,13 @@
 namespace tessarine
 {
 
+/// Values of ProjectOptions::FileToProcessSourceType; every other one counts as List.
+namespace FileSource
+{
+inline constexpr std::int32_t Folder = 0;  ///< The files of a folder that match a pattern.
+inline constexpr std::int32_t List = 1;    ///< The files that a text file lists.
+}  // namespace FileSource
+
 /// What a user chooses for a whole run. Every field starts at its zero value.
 struct RunOptions {
     bool CPUUsage = false;                     ///< The engine's loops sleep 1 millisecond at each yield.
@@ -20,7 +27,7 @@ struct RunOptions {
     String ComaSepAllowedExtensions;
     String FileToProcessFolderPath;
     std::int32_t RestartApplicationAfterSeconds = 0;  ///< Stored and shown; no run reads it.
-    std::int32_t FileToProcessSourceType = 0;       ///< 0 a folder scan, any other value a text file that lists files.
+    std::int32_t FileToProcessSourceType = FileSource::Folder;
     String ExeLocationIncaseOfFailure;              ///< Carried from file to file; no code uses it.
     std::int32_t RestartApplicationAfterFiles = 0;  ///< Documents after which PowerPoint is restarted; 0 = never.
     String RevisionDocumentPropertyIncrimentedBy;   ///< Step of the revision number, as text.
@@ -33,6 +40,9 @@ struct RunOptions {
     bool BackupMode = false;                   ///< Each file is copied before anything is done to it.
     String FileToProcessFilepath;              ///< The text file that lists files.
     bool Include_Subfolders = false;
+
+    /// Whether the files come from FileToProcessFilepath, and not from FileToProcessFolderPath.
+    bool TakesListedFiles() const { return FileToProcessSourceType != FileSource::Folder; }
 };
 
 /// The settings of a whole run as a project holds them. Project's construction sets IsFindOnly.

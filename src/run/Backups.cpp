@@ -38,10 +38,10 @@ void Project::RestoreBackupFiles(const String&)
 
 void Project::AddFilesOfSource()
 {
-    if (NotNull(options)->FileToProcessSourceType == 0)
-        RetriveFolder(options->FileToProcessFolderPath);
-    else
+    if (NotNull(options)->TakesListedFiles())
         RetriveFile();
+    else
+        RetriveFolder(options->FileToProcessFolderPath);
 }
 
 }  // namespace tessarine

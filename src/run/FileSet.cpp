@@ -48,7 +48,7 @@ std::int32_t Project::GetFileToProcessFileCount()
         for (const StringView pattern : Split<StringView>(jobOptions.ComaSepAllowedExtensions, u";"))
             AllowedExtensionPatterns.emplace_back(pattern);
 
-        if (jobOptions.FileToProcessSourceType == 0) {
+        if (!jobOptions.TakesListedFiles()) {
             if (!FolderExists(jobOptions.FileToProcessFolderPath))
                 return std::int32_t{-1};
             RetriveFolder(jobOptions.FileToProcessFolderPath);

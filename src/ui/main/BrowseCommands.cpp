@@ -2,10 +2,10 @@
 
 #include "app/LanguageText.h"
 #include "i18n/QtText.h"
-#include "platform/CaseFolding.h"
 #include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/Treatments.h"
+#include "run/JobInputs.h"
 #include "shell/BrowseFolder.h"
 #include "shell/OpenDoc.h"
 #include "ui/main/EntryBox.h"
@@ -19,18 +19,11 @@ namespace
 
 constexpr StringView place = u"Form frmMain";
 
-/// The file name from its last dot on, in upper case; empty without one.
-String UpperExtensionOf(const String& path)
-{
-    const std::size_t dot = path.rfind(u'.');
-    return dot == String::npos ? String() : ToUpper(path.substr(dot));
-}
-
 /// One of the two choices of a file that goes into a text box.
 struct Choice {
     String filter;
     String title;
-    std::initializer_list<StringView> extensions;
+    StringView extensions;
     String wrongType;  // message
     MessageIcon icon;
 };
@@ -43,8 +36,7 @@ void Choose(CommonDialog& common, const Choice& choice, QLineEdit& target)
     common.DialogTitle = choice.title;
     if (Skip([&] { common.ShowOpen(); }) == CancelSelected)
         return;
-    const String extension = UpperExtensionOf(common.FileName);
-    if (std::find(choice.extensions.begin(), choice.extensions.end(), extension) == choice.extensions.end())
+    if (!HasExtension(common.FileName, choice.extensions))
         ShowMessage(choice.wrongType, choice.icon);
     else if (!FileExists(common.FileName))
         ShowMessage(GlobalMsg(u"1008"), choice.icon);
@@ -58,11 +50,8 @@ void frmMain::cmdBrowse1_Click()
 {
     LogAndReturn({u"cmdBrowse1_Click", place}, [this] {
         Choose(common,
-               {u"Tab File|*.Tab|CSV Files|*.csv|Excel Files|*.xls",
-                GetLngString(u"frmMain", u"106"),
-                {u".XLS", u".CSV", u".TAB"},
-                GlobalMsg(u"1039"),
-                MessageIcon::None},
+               {u"Tab File|*.Tab|CSV Files|*.csv|Excel Files|*.xls", GetLngString(u"frmMain", u"106"),
+                PairListExtensions, GlobalMsg(u"1039"), MessageIcon::None},
                *txtLoadsearch);
     });
 }
@@ -80,10 +69,7 @@ void frmMain::cmdBrowse3_Click()
 {
     LogAndReturn({u"cmdBrowse3_Click", place}, [this] {
         Choose(common,
-               {u"Text File|*.txt",
-                GetLngString(u"frmMain", u"111"),
-                {u".TXT"},
-                GlobalMsg(u"1037"),
+               {u"Text File|*.txt", GetLngString(u"frmMain", u"111"), FileListExtensions, GlobalMsg(u"1037"),
                 MessageIcon::Exclamation},
                *txtGetFileName);
     });

@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QRadioButton>
 
+#include "i18n/QtText.h"
+#include "run/JobInputs.h"
 #include "ui/main/Controls.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/Frame.h"
@@ -35,7 +37,7 @@ QWidget* frmMain::BuildFilesTab()
     chkIncludesubfolders = Named<QCheckBox>("chkIncludesubfolders", "&Include subfolders");
     lblSpreadsheettypes = Named<QLabel>("lblSpreadsheettypes", "File Type");
     cboSpreadsheetType = Named<QComboBox>("cboSpreadsheetType");
-    cboSpreadsheetType->addItem("*.Ppt*");
+    cboSpreadsheetType->addItem(ToQt(PresentationPattern));
     lblSpreadsheettypes->setBuddy(cboSpreadsheetType);
     scan->addWidget(lblStartfolder, 0, 0);
     scan->addWidget(picBrowse2, 0, 1, 1, 2);

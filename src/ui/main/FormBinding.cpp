@@ -6,6 +6,7 @@
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
+#include "model/JobProperties.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Locale.h"
@@ -51,7 +52,7 @@ void frmMain::FillProjectObject()
         options.ComaSepAllowedExtensions = FromQt(cboSpreadsheetType->currentText());
         options.FileToProcessFolderPath = TextOf(txtStartFolder);
         options.FileToProcessFilepath = TextOf(txtGetFileName);
-        options.FileToProcessSourceType = optFileProcess[0]->isChecked() ? 0 : 1;
+        options.FileToProcessSourceType = optFileProcess[0]->isChecked() ? FileSource::Folder : FileSource::List;
         options.Include_Subfolders = IsChecked(chkIncludesubfolders);
         options.KeepOriginalFileDate = IsChecked(chkKeepOiginal);
         options.ProcessLongestFindwhatFirst = IsChecked(chkProccessLongestFileFirst);
@@ -67,9 +68,8 @@ void frmMain::FillProjectObject()
         CustomProperties& properties = *NotNull(CurrentProject->CustomProperies);
         while (properties.Count() > 0)
             properties.Remove(1);
-        properties.Add(u"FindAndReplaceFilePath", TextOf(txtLoadsearch));
-        properties.Add(u"FindAndReplaceListSource", optLoad[0]->isChecked() ? u"EXTERNAL" : u"INTERNAL");
-        properties.Add(u"LANG", CurrentLanguageFile);
+        const ListSource source = optLoad[0]->isChecked() ? ListSource::External : ListSource::Internal;
+        AddJobProperties(properties, {TextOf(txtLoadsearch), source, CurrentLanguageFile});
     });
 }
 
@@ -82,7 +82,7 @@ void frmMain::LoadProjectOnForm()
         chkBackupMode->setChecked(options.BackupMode);
         txtStartFolder->setText(ToQt(options.FileToProcessFolderPath));
         txtGetFileName->setText(ToQt(options.FileToProcessFilepath));
-        optFileProcess[options.FileToProcessSourceType == 0 ? 0 : 1]->setChecked(true);
+        optFileProcess[options.TakesListedFiles() ? 1 : 0]->setChecked(true);
         chkIncludesubfolders->setChecked(options.Include_Subfolders);
         chkKeepOiginal->setChecked(options.KeepOriginalFileDate);
         txtPasswordOpen->setText(ToQt(options.PasswordToOpen));
@@ -103,9 +103,8 @@ void frmMain::LoadProjectOnForm()
         LoadGrid(*NotNull(CurrentProject->FindAndReplaceList));
 
         const CustomProperties& properties = *NotNull(CurrentProject->CustomProperies);
-        txtLoadsearch->setText(ToQt(Trim(NotNull(properties.Item(1))->PropertyValue)));
-        const String source = ToUpper(Trim(NotNull(properties.Item(2))->PropertyValue));
-        const int index = source == u"EXTERNAL" ? 0 : 1;
+        txtLoadsearch->setText(ToQt(ListFileOf(properties)));
+        const int index = ListSourceOf(properties) == ListSource::External ? 0 : 1;
         optLoad[static_cast<std::size_t>(index)]->setChecked(true);
         optLoad_Click(index);
 

@@ -5,9 +5,9 @@
 #include "i18n/QtText.h"
 #include "platform/Messages.h"
 #include "platform/Treatments.h"
+#include "run/JobInputs.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
-#include "ui/main/InputTests.h"
 #include "ui/main/ItemsGrid.h"
 
 namespace tessarine
@@ -51,7 +51,7 @@ bool frmMain::ValidateList()
 
     const String path = FromQt(txtLoadsearch->text());
     String complaint;
-    switch (ValidateFile(path, u".CSV;.TAB;.XLS")) {
+    switch (ValidateFile(path, PairListExtensions)) {
         case InputTest::Empty:
             complaint = u"1043";
             break;
@@ -83,7 +83,7 @@ bool frmMain::ValidateFiles()
     const bool isFolder = optFileProcess[0]->isChecked();
     QPushButton& browse = isFolder ? *cmdBrowse2 : *cmdBrowse3;
     const std::int32_t code = isFolder ? ValidateFolder(FromQt(txtStartFolder->text()))
-                                       : ValidateFile(FromQt(txtGetFileName->text()), u".TXT");
+                                       : ValidateFile(FromQt(txtGetFileName->text()), FileListExtensions);
     switch (code) {
         case InputTest::Empty:
             Complain(isFolder ? u"1046" : u"1049");

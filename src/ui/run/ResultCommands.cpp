@@ -34,7 +34,7 @@ void frmProcessingDocuments::cmdCommand_Click(int index)
     LogAndReturn({u"cmdCommand_Click", place}, [&] {
         const ProjectOptions& options = *NotNull(NotNull(CurrentProject)->options);
         const String path =
-            options.FileToProcessSourceType != 0 ? options.FileToProcessFilepath : options.FileToProcessFolderPath;
+            options.TakesListedFiles() ? options.FileToProcessFilepath : options.FileToProcessFolderPath;
         if (index == 0)
             CurrentProject->RemoveBackupFiles(path);
         else if (index == 1)
