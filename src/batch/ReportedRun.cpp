@@ -85,6 +85,7 @@ void ReportedRun::SearchThrough(const std::vector<std::size_t>& turn)
     beginsAnew_ = false;
     passedOver_.reset();
     ended_.reset();
+    results_ = {};
     project_.IsProcessCancel = false;
     project_.FilesToProcess.clear();
     for (const std::size_t at : turn)
@@ -131,10 +132,7 @@ void ReportedRun::OnAfter(const std::shared_ptr<CounterStatuses>& result)
     if (!current_)
         return;  // the set-up failed: the run raises this event without having named a file
 
-    // No result, or again the object that the file before had: the run has none for this file.
-    const bool lost = !result || result == last_;
-    if (result)
-        last_ = result;
+    const bool lost = !results_.Take(result);
     if (lost || passedOver_) {
         beginsAnew_ = true;
         project_.IsProcessCancel = true;

@@ -9,6 +9,7 @@
 #include "batch/FileReport.h"
 #include "batch/JobFiles.h"
 #include "platform/Failure.h"
+#include "run/OwnResults.h"
 
 namespace tessarine
 {
@@ -74,12 +75,12 @@ private:
     std::size_t reported_ = 0;  // files that have their report; the first one without it has this index
     bool cancelled_ = false;
     const std::vector<std::size_t>* turn_ = nullptr;
-    std::ptrdiff_t position_ = 0;            // in the turn: the file that BeforFileProcess should name next
-    std::optional<std::size_t> current_;     // the file between BeforFileProcess and its report
-    bool beginsAnew_ = false;                // the cancel in progress is our own
-    std::optional<Failure> passedOver_;      // what the run passed over since BeforFileProcess, or before any file
-    std::optional<Failure> ended_;           // what ended the run early
-    std::shared_ptr<CounterStatuses> last_;  // the result handed over last; held, so that it is known again
+    std::ptrdiff_t position_ = 0;         // in the turn: the file that BeforFileProcess should name next
+    std::optional<std::size_t> current_;  // the file between BeforFileProcess and its report
+    bool beginsAnew_ = false;             // the cancel in progress is our own
+    std::optional<Failure> passedOver_;   // what the run passed over since BeforFileProcess, or before any file
+    std::optional<Failure> ended_;        // what ended the run early
+    OwnResults results_;                  // of the run in progress
 };
 
 }  // namespace tessarine::batch

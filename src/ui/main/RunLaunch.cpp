@@ -96,7 +96,7 @@ void frmMain::PrepareProcessingWindow()
     mTotalChanges = 0;
     currentFile_.clear();
     passedOver_.reset();
-    lastResult_.reset();
+    results_ = {};
     frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
     window.setWindowTitle(ToQt(ProcessingText(u"frmProcessingDocuments.caption")));
     window.show();

@@ -34,9 +34,8 @@ void frmMain::mProject_BeforFileProcess(const String& vFilepath)
 
 void frmMain::mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& vStatus)
 {
-    // The trees show a failure by a result of its file's own; that of the file before once more tells nothing of it.
-    const bool isNew = vStatus != nullptr && vStatus != std::exchange(lastResult_, vStatus);
-    if (isNew && !currentFile_.empty())
+    // The trees show a failure by its file's own result.
+    if (results_.Take(vStatus) && !currentFile_.empty())
         passedOver_.reset();
     TellOfHiddenFailure();
     ResultTree* tree = nullptr;

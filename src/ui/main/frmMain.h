@@ -12,6 +12,7 @@
 #include "model/FindAndReplaceItems.h"
 #include "model/Project.h"
 #include "platform/Failure.h"
+#include "run/OwnResults.h"
 #include "shell/CommonDialog.h"
 
 class QCheckBox;
@@ -251,13 +252,13 @@ private:
     bool isRunGoing_ = false;
     bool isClosed_ = false;  // by the user, maybe during a run
     std::int16_t mRunIndex = 0;
-    std::int32_t mTotalFiles = 0;                  // as chosen for the run
-    std::int32_t mFilesProcessed = 0;              // begun
-    std::int32_t mFilesChanged = 0;                // file nodes added for a file with a count
-    std::int32_t mTotalChanges = 0;                // sum of all location counts
-    String currentFile_;                           // of the run; empty before its first file
-    std::optional<Failure> passedOver_;            // for the current file
-    std::shared_ptr<CounterStatuses> lastResult_;  // reported for the file before
+    std::int32_t mTotalFiles = 0;        // as chosen for the run
+    std::int32_t mFilesProcessed = 0;    // begun
+    std::int32_t mFilesChanged = 0;      // file nodes added for a file with a count
+    std::int32_t mTotalChanges = 0;      // sum of all location counts
+    String currentFile_;                 // of the run; empty before its first file
+    std::optional<Failure> passedOver_;  // for the current file
+    OwnResults results_;
     CommonDialog common;
     std::shared_ptr<Project> mProject;
     std::unique_ptr<frmChangeLanguage> mfrmChangeLanguage;
