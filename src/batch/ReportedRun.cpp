@@ -1,6 +1,5 @@
 #include "batch/ReportedRun.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "engine/CounterStatuses.h"
@@ -57,30 +56,30 @@ std::size_t ReportedRun::Run(const std::vector<JobFile>& files)
 {
     files_ = &files;
     ReportRefused();
-    while (reported_ < files.size() && !cancelled_)
+    while (reported_ < files.size() && !cancelled_) {
         TakeTurn();
+        ReportRefused();  // some are left when the report of a file before them raised
+    }
     return files.size() - reported_;
 }
 
 void ReportedRun::TakeTurn()
 {
-    std::vector<std::size_t> turn;
-    for (std::size_t at = reported_; at < files_->size() && turn.size() < FilesPerTurn; ++at) {
+    turn_.clear();
+    for (std::size_t at = reported_; at < files_->size() && turn_.size() < FilesPerTurn; ++at) {
         if ((*files_)[at].refusal.empty())
-            turn.push_back(at);
+            turn_.push_back(at);
     }
 
     const std::size_t before = reported_;
-    SearchThrough(turn);
+    SearchThrough();
     // A run that reaches no file at all would reach none the next time either.
     if (reported_ == before && !cancelled_)
-        FailAllLeft(ReasonForCurrent());
+        FailUpTo(files_->size());
 }
 
-void ReportedRun::SearchThrough(const std::vector<std::size_t>& turn)
+void ReportedRun::SearchThrough()
 {
-    turn_ = &turn;
-    position_ = 0;
     current_.reset();
     beginsAnew_ = false;
     passedOver_.reset();
@@ -88,7 +87,7 @@ void ReportedRun::SearchThrough(const std::vector<std::size_t>& turn)
     results_ = {};
     project_.IsProcessCancel = false;
     project_.FilesToProcess.clear();
-    for (const std::size_t at : turn)
+    for (const std::size_t at : turn_)
         project_.FilesToProcess.push_back((*files_)[at].path);
 
     const SavingWhile saving(project_, mode_ == Mode::Replace);
@@ -100,26 +99,17 @@ void ReportedRun::SearchThrough(const std::vector<std::size_t>& turn)
         project_.UnloadPowerPoint();  // the end steps of the run were left out
     }
     if (current_)
-        ReportCurrent(FailedFile((*files_)[*current_].path, ReasonForCurrent()));
+        FailUpTo(*current_ + 1);
     project_.IsProcessCancel = false;
 }
 
 void ReportedRun::OnBefore(const String& path)
 {
-    if (beginsAnew_)
-        return;  // our own cancel: the file belongs to the next turn
-    if (current_)
-        ReportCurrent(FailedFile((*files_)[*current_].path, ReasonForCurrent()));
-
-    const auto named = std::find_if(turn_->begin() + position_, turn_->end(),
-                                    [&](std::size_t at) { return (*files_)[at].path == path; });
-    if (named == turn_->end())
+    const std::optional<std::size_t> file = FileInRun();
+    if (!file)
         return;
-    for (; turn_->begin() + position_ != named; ++position_)  // the run went past them without a word
-        ReportCurrent(FailedFile((*files_)[(*turn_)[static_cast<std::size_t>(position_)]].path, ReasonForCurrent()));
-
-    current_ = *named;
-    ++position_;
+    FailUpTo(*file);  // the run went past them without a word
+    current_ = file;
     passedOver_.reset();
     if (CancelRequested && CancelRequested())
         project_.IsProcessCancel = true;
@@ -129,16 +119,20 @@ void ReportedRun::OnBefore(const String& path)
 
 void ReportedRun::OnAfter(const std::shared_ptr<CounterStatuses>& result)
 {
-    if (!current_)
-        return;  // the set-up failed: the run raises this event without having named a file
+    const std::optional<std::size_t> file = FileInRun();
+    // The run also raises this event outside of any file, when its set-up or its end fails, and a second time for a
+    // file when a receiver failed.
+    if (!file || *file < reported_)
+        return;
+    FailUpTo(*file);
 
-    const bool lost = !results_.Take(result);
-    if (lost || passedOver_) {
+    const bool isLost = !results_.Take(result);
+    if (isLost || passedOver_) {
         beginsAnew_ = true;
         project_.IsProcessCancel = true;
     }
-    const String& path = (*files_)[*current_].path;
-    ReportCurrent(lost ? FailedFile(path, ReasonForCurrent()) : ReportOf(path, *result));
+    const String& path = (*files_)[*file].path;
+    ReportNext(isLost ? FailedFile(path, Reason()) : ReportOf(path, *result));
 }
 
 void ReportedRun::OnCancel()
@@ -153,7 +147,17 @@ void ReportedRun::OnPassedOver(const Failure& failure)
         passedOver_ = failure;  // the first one is the cause, the others follow from it
 }
 
-void ReportedRun::ReportCurrent(const FileReport& report)
+/// The file that the run is at. None outside of any file, and none under our own cancel: the file at which the run sees
+/// the cancel belongs to the next run.
+std::optional<std::size_t> ReportedRun::FileInRun() const
+{
+    const auto position = static_cast<std::size_t>(project_.PositionInRun);
+    if (beginsAnew_ || position == 0 || position > turn_.size())
+        return {};
+    return turn_[position - 1];
+}
+
+void ReportedRun::ReportNext(const FileReport& report)
 {
     current_.reset();
     ++reported_;
@@ -163,19 +167,21 @@ void ReportedRun::ReportCurrent(const FileReport& report)
 
 void ReportedRun::ReportRefused()
 {
-    for (; reported_ < files_->size() && !(*files_)[reported_].refusal.empty(); ++reported_)
-        sink_(FailedFile((*files_)[reported_].path, (*files_)[reported_].refusal));
-}
-
-void ReportedRun::FailAllLeft(const String& reason)
-{
-    for (; reported_ < files_->size(); ++reported_) {
-        const JobFile& file = (*files_)[reported_];
-        sink_(FailedFile(file.path, file.refusal.empty() ? reason : file.refusal));
+    while (reported_ < files_->size() && !(*files_)[reported_].refusal.empty()) {
+        const JobFile& file = (*files_)[reported_++];
+        sink_(FailedFile(file.path, file.refusal));
     }
 }
 
-String ReportedRun::ReasonForCurrent() const
+/// Reports the files before `end` that have no report yet as failed, for the reason why the run has no result now.
+void ReportedRun::FailUpTo(std::size_t end)
+{
+    const String reason = Reason();
+    while (reported_ < end)
+        ReportNext(FailedFile((*files_)[reported_].path, reason));
+}
+
+String ReportedRun::Reason() const
 {
     if (passedOver_)
         return passedOver_->Reason();

@@ -26,10 +26,12 @@ namespace tessarine::batch
 ///
 /// The run itself promises less: a file that fails may come back as no result at all or as the result of the file
 /// before, and a failure at the wrong moment ends the run with files still to come. Here such a file is reported as
-/// failed with the reason that the run passed over, or that ended it, and the files behind it go into a new run.
+/// failed with the reason that the run passed over, or that ended it, and the files after it go into a new run.
 ///
 /// After a file that could not be opened or processed a new run is begun as well, because the old one would pass over
 /// failures of the next file's first steps too: a file could be changed without the backup that was asked for.
+///
+/// An event belongs to the file at Project::PositionInRun, never to a path: a path may stand among the files twice.
 class ReportedRun
 {
 public:
@@ -46,25 +48,30 @@ public:
     ReportedRun(const ReportedRun&) = delete;
     ReportedRun& operator=(const ReportedRun&) = delete;
 
-    std::shared_ptr<FindAndReplaceItems> List;  ///< The pairs to look for; null for the project's own.
-    std::function<void(const String& path)>
-        Started;                            ///< Told of each file that is about to be processed. May be empty.
-    std::function<bool()> CancelRequested;  ///< Asked before each file; true stops before it. May be empty.
+    /// The pairs to look for; null for the project's own.
+    std::shared_ptr<FindAndReplaceItems> List;
+
+    /// Told of each file that is about to be processed. May be empty.
+    std::function<void(const String& path)> Started;
+
+    /// Asked before each file; true stops before it. May be empty.
+    std::function<bool()> CancelRequested;
 
     /// Returns the number of files that a cancel left without a report, 0 as a rule. To be called once.
     std::size_t Run(const std::vector<JobFile>& files);
 
 private:
     void TakeTurn();
-    void SearchThrough(const std::vector<std::size_t>& turn);
+    void SearchThrough();
     void OnBefore(const String& path);
     void OnAfter(const std::shared_ptr<CounterStatuses>& result);
     void OnCancel();
     void OnPassedOver(const Failure& failure);
-    void ReportCurrent(const FileReport& report);
+    std::optional<std::size_t> FileInRun() const;
+    void ReportNext(const FileReport& report);
     void ReportRefused();
-    void FailAllLeft(const String& reason);
-    String ReasonForCurrent() const;
+    void FailUpTo(std::size_t end);
+    String Reason() const;
 
     Project& project_;
     const std::shared_ptr<void> alive_ = std::make_shared<char>();  // ends with this object
@@ -74,13 +81,14 @@ private:
     const std::vector<JobFile>* files_ = nullptr;
     std::size_t reported_ = 0;  // files that have their report; the first one without it has this index
     bool cancelled_ = false;
-    const std::vector<std::size_t>* turn_ = nullptr;
-    std::ptrdiff_t position_ = 0;         // in the turn: the file that BeforFileProcess should name next
+
+    // Of the run in progress.
+    std::vector<std::size_t> turn_;       // its files, as indexes
     std::optional<std::size_t> current_;  // the file between BeforFileProcess and its report
-    bool beginsAnew_ = false;             // the cancel in progress is our own
-    std::optional<Failure> passedOver_;   // what the run passed over since BeforFileProcess, or before any file
-    std::optional<Failure> ended_;        // what ended the run early
-    OwnResults results_;                  // of the run in progress
+    bool beginsAnew_ = false;             // its cancel is our own
+    std::optional<Failure> passedOver_;   // what it passed over since BeforFileProcess, or before any file
+    std::optional<Failure> ended_;        // what ended it early
+    OwnResults results_;
 };
 
 }  // namespace tessarine::batch

@@ -94,6 +94,10 @@ public:
     Event<> ManualInterventionRequired;  ///< Never raised: the procedure that raises it has no caller.
     Event<> ProcessCancel;               ///< Once, when the run sees IsProcessCancel.
 
+    /// Position in FilesToProcess, from 1, of the file that the run is at, for receivers of its events: the same path
+    /// can stand in the list twice. 0 before the first file and after the last one; a run that raises leaves it.
+    std::int32_t PositionInRun = 0;
+
     /// Told of every failure that the run passes over for a file (the open, the processing, a failed first step), with
     /// the file's path. What the run does is the same with and without it; it is the one place where the reason is
     /// known for files whose result is null or the previous file's.

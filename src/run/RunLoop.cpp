@@ -95,6 +95,7 @@ RunLoop::Step RunLoop::SetUp()
 {
     SetMousePointer(MousePointer::Hourglass);
 
+    project_.PositionInRun = 0;
     project_.IsReqCount = Options().RequiredFindAndReplaceCount;
     engine_.IsRequiredCount = Options().RequiredFindAndReplaceCount;
     engine_.mCPUUsage = Options().CPUUsage;
@@ -204,7 +205,9 @@ RunLoop::Step RunLoop::NextFile()
     // No further than one behind the end: the general handler may come back here from behind the loop.
     if (index_ <= bound_)
         ++index_;
-    return index_ <= bound_ ? Step::Begin : Step::End;
+    const bool isFile = index_ <= bound_;
+    project_.PositionInRun = isFile ? index_ : 0;
+    return isFile ? Step::Begin : Step::End;
 }
 
 RunLoop::Step RunLoop::End()

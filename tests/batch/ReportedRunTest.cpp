@@ -25,8 +25,8 @@ using testing::ElementsAre;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr std::int32_t unknownError = -2147023504;
-constexpr std::int32_t passwordError = -2147467259;
+constexpr std::int32_t unknownError = FailureNumber::FileCorrupt;
+constexpr std::int32_t passwordError = FailureNumber::Unspecified;
 
 /// A run of real files in a folder, whose contents the stand-in for PowerPoint supplies. Each file holds "cat" twice
 /// unless a test says otherwise; the job is "cat" by "dog" in slides.
@@ -119,7 +119,7 @@ TEST_F(ReportedRunTest, GivesOneReportForEachFileInOrder)
     EXPECT_EQ(reports[0].pairs[0].replace, u"dog");
 }
 
-TEST_F(ReportedRunTest, AFindSavesNothing)
+TEST_F(ReportedRunTest, SavesNothingInAFind)
 {
     AddThree();
 
@@ -129,7 +129,7 @@ TEST_F(ReportedRunTest, AFindSavesNothing)
     EXPECT_THAT(Saves(), ElementsAre());
 }
 
-TEST_F(ReportedRunTest, NoFilesGiveNoReportAndStartNothing)
+TEST_F(ReportedRunTest, StartsNothingWithoutFiles)
 {
     EXPECT_EQ(Run(), 0u);
 
@@ -137,7 +137,7 @@ TEST_F(ReportedRunTest, NoFilesGiveNoReportAndStartNothing)
     EXPECT_EQ(powerPoint.script.Count("CreateApplication"), 0);
 }
 
-TEST_F(ReportedRunTest, AFileThatCannotBeOpenedIsReportedWithTheReasonWhereverItStands)
+TEST_F(ReportedRunTest, SaysWhyAFileCannotBeOpenedWhereverItStands)
 {
     for (const auto* bad : {u"a.ppt", u"b.ppt", u"c.ppt"}) {
         files.clear();
@@ -154,7 +154,7 @@ TEST_F(ReportedRunTest, AFileThatCannotBeOpenedIsReportedWithTheReasonWhereverIt
     }
 }
 
-TEST_F(ReportedRunTest, NeighboursThatFailAreEachReportedWithTheirOwnReason)
+TEST_F(ReportedRunTest, GivesNeighboursThatFailTheirOwnReasons)
 {
     AddThree();
     powerPoint.FailOpen(PathOf(u"a.ppt"), unknownError, u"first reason");
@@ -165,7 +165,7 @@ TEST_F(ReportedRunTest, NeighboursThatFailAreEachReportedWithTheirOwnReason)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 0 first reason", "b.ppt 0 second reason", "c.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, AFileWithAPasswordKeepsTheTextOfTheRunLetterByLetter)
+TEST_F(ReportedRunTest, GivesThePasswordTextOfTheRunLetterByLetter)
 {
     AddThree();
     powerPoint.FailOpen(PathOf(u"a.ppt"), passwordError, u"cannot open");
@@ -177,7 +177,7 @@ TEST_F(ReportedRunTest, AFileWithAPasswordKeepsTheTextOfTheRunLetterByLetter)
                                      "c.ppt 0   Wrong Password has been supplied."));
 }
 
-TEST_F(ReportedRunTest, AReadOnlyFileIsReportedAsSuchAndNotOpened)
+TEST_F(ReportedRunTest, ReportsAReadOnlyFileWithoutOpeningIt)
 {
     AddThree();
     SetMode(PathOf(u"a.ppt"), 0444);
@@ -189,7 +189,7 @@ TEST_F(ReportedRunTest, AReadOnlyFileIsReportedAsSuchAndNotOpened)
     EXPECT_EQ(powerPoint.script.Count("CreateApplication"), 1);
 }
 
-TEST_F(ReportedRunTest, AFailureInsideAFileIsReportedWithItsInnermostText)
+TEST_F(ReportedRunTest, GivesTheInnermostTextOfAFailureInsideAFile)
 {
     for (int nth : {1, 2, 3}) {
         files.clear();
@@ -207,7 +207,7 @@ TEST_F(ReportedRunTest, AFailureInsideAFileIsReportedWithItsInnermostText)
     }
 }
 
-TEST_F(ReportedRunTest, AFailedSaveIsAFailureOfItsFile)
+TEST_F(ReportedRunTest, ReportsAFailedSaveForItsFile)
 {
     AddThree();
     powerPoint.script.FailOnce("Presentation.Save", 61, u"the disk is full", 2);
@@ -217,9 +217,9 @@ TEST_F(ReportedRunTest, AFailedSaveIsAFailureOfItsFile)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "b.ppt 0 the disk is full", "c.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, AFileThatIsGoneIsReportedInEveryModeOfTheRun)
+TEST_F(ReportedRunTest, ReportsAMissingFileInEveryModeOfTheRun)
 {
-    // First in the run, behind a processed file, behind a file that failed to open, behind a skipped one.
+    // First in the run, after a processed file, after a file that failed to open, after a skipped one.
     for (const auto* name : {u"a.ppt", u"b.ppt", u"c.ppt", u"d.ppt", u"e.ppt", u"f.ppt", u"g.ppt"})
         Add(name);
     DeleteFile(PathOf(u"a.ppt"));
@@ -241,9 +241,9 @@ TEST_F(ReportedRunTest, AFileThatIsGoneIsReportedInEveryModeOfTheRun)
     EXPECT_THAT(Saves(), ElementsAre("b.ppt"));
 }
 
-TEST_F(ReportedRunTest, AFileIsNotChangedWhenItsBackupCannotBeMade)
+TEST_F(ReportedRunTest, ChangesNoFileWhoseBackupCannotBeMade)
 {
-    // In each mode of the run: first, behind a processed file, behind a failed one.
+    // In each mode of the run: first, after a processed file, after a failed one.
     call.backup = true;
     for (const auto* name : {u"a.ppt", u"b.ppt", u"c.ppt", u"d.ppt", u"e.ppt"})
         Add(name);
@@ -261,7 +261,7 @@ TEST_F(ReportedRunTest, AFileIsNotChangedWhenItsBackupCannotBeMade)
     EXPECT_TRUE(FileExists(PathOf(u"b.bak")));
 }
 
-TEST_F(ReportedRunTest, TheSamePathTwiceGetsTwoReports)
+TEST_F(ReportedRunTest, GivesAPathThatStandsTwiceTwoReports)
 {
     Add(u"a.ppt");
     files.push_back(files.front());
@@ -272,7 +272,22 @@ TEST_F(ReportedRunTest, TheSamePathTwiceGetsTwoReports)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 0 damaged", "a.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, RefusedFilesAreReportedInTheirPlaceAndNotTouched)
+TEST_F(ReportedRunTest, KeepsAFailureAtItsPlaceWhenAPathStandsTwice)
+{
+    Add(u"a.ppt");
+    files.push_back(files.front());
+    project->BeforFileProcess += [calls = 0](const String&) mutable {
+        if (++calls == 1)
+            throw Failure(5, u"a receiver failed");
+    };
+
+    Run();
+
+    EXPECT_THAT(Lines(), ElementsAre("a.ppt 0 a receiver failed", "a.ppt 1 2"));
+    EXPECT_THAT(Saves(), ElementsAre("a.ppt"));
+}
+
+TEST_F(ReportedRunTest, ReportsRefusedFilesInTheirPlacesUntouched)
 {
     files.push_back({u"/x/first", u"not this one"});
     Add(u"a.ppt");
@@ -288,7 +303,7 @@ TEST_F(ReportedRunTest, RefusedFilesAreReportedInTheirPlaceAndNotTouched)
     EXPECT_THAT(started, ElementsAre("a.ppt", "b.ppt"));
 }
 
-TEST_F(ReportedRunTest, WithoutPowerPointEveryFileFailsWithThatReason)
+TEST_F(ReportedRunTest, FailsEveryFileForTheSameReasonWithoutPowerPoint)
 {
     AddThree();
     files.push_back({u"/x/refused", u"its own reason"});
@@ -302,7 +317,7 @@ TEST_F(ReportedRunTest, WithoutPowerPointEveryFileFailsWithThatReason)
     EXPECT_EQ(powerPoint.script.Count("CreateApplication"), 1);
 }
 
-TEST_F(ReportedRunTest, PowerPointThatCannotBeStartedAgainFailsTheFilesBehind)
+TEST_F(ReportedRunTest, FailsTheOtherFilesWhenPowerPointCannotBeStartedAgain)
 {
     call.restartAfter = 1;
     AddThree();
@@ -314,7 +329,7 @@ TEST_F(ReportedRunTest, PowerPointThatCannotBeStartedAgainFailsTheFilesBehind)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "b.ppt 0 none to start", "c.ppt 0 none to start"));
 }
 
-TEST_F(ReportedRunTest, AServerThatGoesAwayIsStartedAgainForTheSameFile)
+TEST_F(ReportedRunTest, StartsALostServerAgainForTheSameFile)
 {
     AddThree();
     powerPoint.FailOpen(PathOf(u"b.ppt"), 462, u"gone", 2);
@@ -324,7 +339,7 @@ TEST_F(ReportedRunTest, AServerThatGoesAwayIsStartedAgainForTheSameFile)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "b.ppt 1 2", "c.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, AReceiverThatRaisesLeavesNoFileWithoutAReport)
+TEST_F(ReportedRunTest, ReportsEveryFileWhenAReceiverRaises)
 {
     AddThree();
     project->BeforFileProcess += [](const String& path) {
@@ -338,7 +353,7 @@ TEST_F(ReportedRunTest, AReceiverThatRaisesLeavesNoFileWithoutAReport)
     EXPECT_TRUE(project->options->IsFindOnly);
 }
 
-TEST_F(ReportedRunTest, AFailureBehindTheReportIsNoSecondReport)
+TEST_F(ReportedRunTest, ReportsAFileOnceWhenTheReportRaises)
 {
     AddThree();
     onReport = [] { throw Failure(5, u"a receiver failed"); };
@@ -348,7 +363,23 @@ TEST_F(ReportedRunTest, AFailureBehindTheReportIsNoSecondReport)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "b.ppt 1 2", "c.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, AFailureThatEndsTheRunIsLoggedAndPowerPointShut)
+TEST_F(ReportedRunTest, KeepsTheReasonOfARefusedFileWhenTheReportRaises)
+{
+    Add(u"a.ppt");
+    files.push_back({u"/x/refused", u"its own reason"});
+    Add(u"b.ppt");
+    onReport = [this] {
+        if (reports.size() == 1)
+            throw Failure(5, u"a receiver failed");
+    };
+
+    Run();
+
+    EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "refused 0 its own reason", "b.ppt 1 2"));
+    EXPECT_THAT(Saves(), ElementsAre("a.ppt", "b.ppt"));
+}
+
+TEST_F(ReportedRunTest, LogsWhatEndsTheRunAndShutsPowerPoint)
 {
     AddThree();
     powerPoint.script.FailOnce("Slide.Shapes", 57, u"the part can't be read", 1);
@@ -360,7 +391,7 @@ TEST_F(ReportedRunTest, AFailureThatEndsTheRunIsLoggedAndPowerPointShut)
     EXPECT_TRUE(project->options->IsFindOnly);
 }
 
-TEST_F(ReportedRunTest, ACancelLeavesTheFilesBehindWithoutAReport)
+TEST_F(ReportedRunTest, LeavesTheFilesAfterACancelWithoutAReport)
 {
     AddThree();
     files.push_back({u"/x/refused", u"not reached"});
@@ -376,7 +407,7 @@ TEST_F(ReportedRunTest, ACancelLeavesTheFilesBehindWithoutAReport)
     EXPECT_FALSE(project->IsProcessCancel);
 }
 
-TEST_F(ReportedRunTest, ACancelBehindAFailedFileIsACancelToo)
+TEST_F(ReportedRunTest, CanBeCancelledAfterAFailedFile)
 {
     AddThree();
     powerPoint.FailOpen(PathOf(u"a.ppt"), unknownError, u"damaged");
@@ -389,7 +420,7 @@ TEST_F(ReportedRunTest, ACancelBehindAFailedFileIsACancelToo)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 0 damaged"));
 }
 
-TEST_F(ReportedRunTest, ACancelDuringTheLastFileLeavesNothing)
+TEST_F(ReportedRunTest, LeavesNothingWhenCancelledDuringTheLastFile)
 {
     Add(u"a.ppt");
     bool wanted = false;
@@ -399,7 +430,7 @@ TEST_F(ReportedRunTest, ACancelDuringTheLastFileLeavesNothing)
     EXPECT_EQ(Run(), 0u);
 }
 
-TEST_F(ReportedRunTest, TheProjectsOwnCancelFlagStopsTheRun)
+TEST_F(ReportedRunTest, StopsAtTheProjectsOwnCancelFlag)
 {
     AddThree();
     onReport = [&] { project->IsProcessCancel = true; };
@@ -409,7 +440,7 @@ TEST_F(ReportedRunTest, TheProjectsOwnCancelFlagStopsTheRun)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, MoreFilesThanOneRunHoldsAreTakenInTurns)
+TEST_F(ReportedRunTest, TakesMoreFilesThanOneRunHoldsInTurns)
 {
     Add(u"a.ppt");
     const std::size_t many = 33'000;
@@ -421,7 +452,7 @@ TEST_F(ReportedRunTest, MoreFilesThanOneRunHoldsAreTakenInTurns)
     EXPECT_EQ(std::ranges::count(reports, FileStatus::Counted, &FileReport::status), static_cast<std::ptrdiff_t>(many));
 }
 
-TEST_F(ReportedRunTest, ManyFailedFilesEachGetTheirReport)
+TEST_F(ReportedRunTest, ReportsEachOfManyFailedFiles)
 {
     Add(u"a.ppt");
     files.assign(ReportedRun::FilesPerTurn + 3, files.front());
