@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "batch/Refusal.h"
 #include "engine/CounterStatus.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
@@ -37,8 +38,7 @@ String BackupOf(const String& path, const BackupOwners& owners)
     const String made = BackupTargetOf(path);
     if (made != path && FileExists(made)) {
         if (const auto other = owners.OtherThan(path, made))
-            throw Failure(FailureNumber::InvalidProcedureCall,
-                          u"The backup " + made + u" may be that of " + *other + u"; copy or delete it by hand.");
+            Refuse(u"The backup " + made + u" may be that of " + *other + u"; copy or delete it by hand.");
         return made;
     }
     const String lookedFor = BackupPathOf(path);

@@ -12,7 +12,8 @@ namespace tessarine::batch
 {
 
 enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake, ListConvert };
-enum class OutputFormat { Text, Json };
+
+struct ReportFormat;
 
 struct TextPair {
     String find;
@@ -46,8 +47,8 @@ struct BatchCall {
     std::vector<String> patterns;     ///< File name patterns of folder scans.
     bool recurse = false;
 
-    OutputFormat format = OutputFormat::Text;
-    bool verbose = false;  ///< Text reports name unchanged files too.
+    const ReportFormat* format = nullptr;  ///< Null for the first of ReportFormats, the one for people.
+    bool verbose = false;                  ///< Text reports name unchanged files too.
 };
 
 }  // namespace tessarine::batch

@@ -5,15 +5,14 @@
 #include "batch/BackupCommands.h"
 #include "batch/Cancellation.h"
 #include "batch/JobFiles.h"
-#include "batch/JobListing.h"
 #include "batch/JobProject.h"
-#include "batch/JsonLines.h"
+#include "batch/LineText.h"
 #include "batch/ListFiles.h"
 #include "batch/Locations.h"
 #include "batch/Output.h"
 #include "batch/ReportedRun.h"
+#include "batch/ReportFormats.h"
 #include "batch/SavedJob.h"
-#include "batch/TextLayout.h"
 #include "model/Project.h"
 
 namespace tessarine::batch
@@ -21,46 +20,6 @@ namespace tessarine::batch
 
 namespace
 {
-
-/// Writes the lines of a report in the format of the call.
-class Writer
-{
-public:
-    Writer(const BatchCall& call, Output& output)
-        : call_(call), output_(output), style_{call.command, call.verbose, output.colors()}
-    {
-    }
-
-    void File(const FileReport& file)
-    {
-        Write(IsJson() ? JsonLine(file, call_.setting) : TextLines(file, call_.setting, style_));
-    }
-    void File(const BackupReport& file) { Write(IsJson() ? JsonLine(file) : TextLines(file, style_)); }
-
-    void End(const RunSummary& summary) { WriteLast(IsJson() ? JsonLine(summary) : TextLine(summary, style_)); }
-    void End(const BackupSummary& summary)
-    {
-        WriteLast(IsJson() ? JsonLine(summary, call_.command) : TextLine(summary, style_));
-    }
-
-private:
-    bool IsJson() const { return call_.format == OutputFormat::Json; }
-
-    void Write(const std::string& lines)
-    {
-        if (lines.empty())
-            return;
-        output_.Write(lines);
-        wroteLines_ = true;
-    }
-
-    void WriteLast(const std::string& line) { output_.Write(wroteLines_ && !IsJson() ? "\n" + line : line); }
-
-    const BatchCall& call_;
-    Output& output_;
-    TextStyle style_;
-    bool wroteLines_ = false;
-};
 
 int StatusOf(std::int64_t failed, std::size_t notReached, Output& output)
 {
@@ -83,12 +42,12 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     if (project.options->BackupMode)
         RefuseSharedBackups(files);
 
-    Writer writer(call, output);
+    const auto report = CreateReport(call, output.colors());
     RunSummary summary;
     ReportedRun run(project, call.command == Command::Replace ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
                     [&](const FileReport& file) {
                         summary.Add(file);
-                        writer.File(file);
+                        output.Write(report->OfFile(file));
                     });
     run.List = list;
     run.CancelRequested = IsCancelRequested;
@@ -97,7 +56,7 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     };
 
     const std::size_t notReached = run.Run(files);
-    writer.End(summary);
+    output.Write(report->AtEnd(summary));
     return StatusOf(summary.failed, notReached, output);
 }
 
@@ -137,7 +96,7 @@ int ShowJob(const BatchCall& call, Output& output)
 {
     const ProjectOwner project;
     LoadJob(*project, call.job);
-    output.Write(call.format == OutputFormat::Json ? JobAsJson(call.job, *project) : JobAsText(call.job, *project));
+    output.Write(CreateReport(call, output.colors())->OfJob(call.job, *project));
     return output.failed() ? ExitStatus::FileFailed : ExitStatus::Done;
 }
 
@@ -164,7 +123,7 @@ int ConvertListFile(const BatchCall& call, Output& output)
 
 int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& files, Output& output)
 {
-    Writer writer(call, output);
+    const auto report = CreateReport(call, output.colors());
     const BackupOwners owners(call, files);
     BackupSummary summary;
     std::size_t reached = 0;
@@ -172,13 +131,13 @@ int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& file
         if (IsCancelRequested())
             break;
         output.Progress(ProgressLine(++reached, files.size(), file.path));
-        const auto report = !file.refusal.empty()              ? BackupReport{0, file.path, {}, file.refusal}
-                            : call.command == Command::Restore ? RestoreFile(file.path, owners)
-                                                               : RemoveBackup(file.path, owners);
-        summary.Add(report);
-        writer.File(report);
+        const auto done = !file.refusal.empty()              ? BackupReport{0, file.path, {}, file.refusal}
+                          : call.command == Command::Restore ? RestoreFile(file.path, owners)
+                                                             : RemoveBackup(file.path, owners);
+        summary.Add(done);
+        output.Write(report->OfFile(done));
     }
-    writer.End(summary);
+    output.Write(report->AtEnd(summary));
     return StatusOf(summary.failed, files.size() - reached, output);
 }
 

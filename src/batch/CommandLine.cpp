@@ -8,10 +8,11 @@
 
 #include "batch/EndlessPairs.h"
 #include "batch/Help.h"
+#include "batch/LineText.h"
 #include "batch/ListFiles.h"
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
-#include "batch/TextLayout.h"
+#include "batch/Refusal.h"
 #include "platform/Failure.h"
 #include "run/JobInputs.h"
 
@@ -24,11 +25,6 @@ namespace
 constexpr int callNotValid = 2;
 constexpr std::array<Command, 8> allCommands{Command::Find, Command::Replace, Command::Restore, Command::Clean,
                                              Command::Run,  Command::JobShow, Command::JobMake, Command::ListConvert};
-
-[[noreturn]] void Refuse(const std::string& text)
-{
-    throw Failure(FailureNumber::InvalidProcedureCall, FromUtf8(text));
-}
 
 std::size_t WordsOf(Command command)
 {
@@ -87,8 +83,8 @@ const OptionRow& RowOf(std::string_view name, Command command)
     return *row;
 }
 
-/// Reads the arguments behind the command. Every argument is taken literally: the one behind an option that takes one
-/// is its value whatever it looks like, and "--option=" gives the empty text.
+/// Reads the arguments after the command. Every argument is taken literally: the one after an option that takes one is
+/// its value whatever it looks like, and "--option=" gives the empty text.
 class ArgumentReader
 {
 public:
@@ -154,7 +150,7 @@ private:
 
     Command command_;
     const std::vector<std::string>& arguments_;
-    std::size_t next_;  // behind the command
+    std::size_t next_;  // the first argument after the command
     bool optionsEnded_ = false;
     std::set<std::string_view> given_;
     OptionValues values_;

@@ -6,7 +6,7 @@
 namespace tessarine::batch
 {
 
-/// Raises 5 with a text for one line when replacing `find` by `with` never ends (engine/EndlessReplacement.h).
+/// Refuses (Refusal.h) a pair when replacing `find` by `with` never ends (engine/EndlessReplacement.h).
 void CheckEnds(StringView find, StringView with, const OptionSetting& setting);
 
 }  // namespace tessarine::batch

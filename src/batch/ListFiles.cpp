@@ -9,8 +9,9 @@
 
 #include "batch/BatchCall.h"
 #include "batch/EndlessPairs.h"
+#include "batch/LineText.h"
 #include "batch/Locations.h"
-#include "batch/TextLayout.h"
+#include "batch/Refusal.h"
 #include "model/ListColumns.h"
 #include "model/Project.h"
 #include "platform/Files.h"
@@ -21,16 +22,6 @@ namespace tessarine::batch
 
 namespace
 {
-
-[[noreturn]] void Refuse(const String& text)
-{
-    throw Failure(FailureNumber::InvalidProcedureCall, text);
-}
-
-String InQuotes(StringView text)
-{
-    return FromUtf8(Quoted(text));
-}
 
 String NumberText(std::int64_t number)
 {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "batch/Refusal.h"
 #include "model/SearchLocations.h"
-#include "platform/Failure.h"
 
 namespace tessarine::batch
 {
@@ -21,9 +21,8 @@ void SwitchOnOne(OptionSetting& setting, std::string_view name)
     const auto found =
         std::ranges::find_if(SearchLocations, [&](const auto& location) { return location.name == name; });
     if (found == SearchLocations.end())
-        throw Failure(FailureNumber::InvalidProcedureCall,
-                      FromUtf8("--in: there is no location \"" + std::string(name) + "\"; the names are " +
-                               LocationNames() + ", or all"));
+        Refuse("--in: there is no location \"" + std::string(name) + "\"; the names are " + LocationNames() +
+               ", or all");
     setting.*found->isOn = true;
 }
 
@@ -43,6 +42,15 @@ void SwitchOn(OptionSetting& setting, std::string_view names)
 bool HasLocation(const OptionSetting& setting)
 {
     return std::ranges::any_of(SearchLocations, [&](const auto& row) { return setting.*row.isOn; });
+}
+
+std::vector<std::string> LocationsOf(const OptionSetting& setting)
+{
+    std::vector<std::string> names;
+    for (const SearchLocation& location : SearchLocations)
+        if (setting.*location.isOn)
+            names.emplace_back(location.name);
+    return names;
 }
 
 std::string LocationNames()

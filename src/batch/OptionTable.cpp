@@ -7,7 +7,10 @@
 #include "batch/FilePattern.h"
 #include "batch/ListFiles.h"
 #include "batch/Locations.h"
+#include "batch/Refusal.h"
+#include "batch/ReportFormats.h"
 #include "platform/Failure.h"
+#include "platform/Utf16.h"
 
 namespace tessarine::batch
 {
@@ -15,26 +18,14 @@ namespace tessarine::batch
 namespace
 {
 
-[[noreturn]] void Refuse(const std::string& text)
-{
-    throw Failure(FailureNumber::InvalidProcedureCall, FromUtf8(text));
-}
-
-bool IsSurrogate(char16_t unit, char16_t first)
-{
-    return (unit & 0xFC00) == first;
-}
-
 /// Text to search for or to insert must be text that a presentation can hold: valid UTF-8 without U+FFFE and U+FFFF.
 String CheckedText(std::string_view option, const std::string& argument)
 {
     const String text = FromUtf8(argument);
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const bool pair = IsSurrogate(text[at], 0xD800) && at + 1 < text.size() && IsSurrogate(text[at + 1], 0xDC00);
-        const bool lone = !pair && (text[at] & 0xF800) == 0xD800;
-        if (lone || text[at] >= 0xFFFE)
+    for (std::size_t at = 0; at < text.size(); at += IsPairAt(text, at) ? 2 : 1) {
+        const char32_t codePoint = CodePointAt(text, at);
+        if (IsSurrogate(codePoint) || codePoint == 0xFFFE || codePoint == 0xFFFF)
             Refuse(std::string(option) + ": the text is not valid UTF-8");
-        at += pair ? 1 : 0;
     }
     return text;
 }
@@ -120,14 +111,30 @@ void TakeRestartAfter(OptionValues& values, const std::string& argument)
         Refuse("--restart-after: \"" + argument + "\" is not a whole number from 1 up");
 }
 
-void TakeFormat(OptionValues& values, const std::string& argument)
+/// One column of the table of formats, with `separator` between its texts and `last` before the last one.
+std::string OfAllFormats(std::string_view ReportFormat::*column, std::string_view separator, std::string_view last)
 {
-    if (argument != "text" && argument != "json")
-        Refuse("--format: \"" + argument + "\" is neither text nor json");
-    values.call.format = argument == "json" ? OutputFormat::Json : OutputFormat::Text;
+    std::string texts;
+    for (const ReportFormat& format : ReportFormats) {
+        if (&format != &ReportFormats.front())
+            texts += &format == &ReportFormats.back() ? last : separator;
+        texts += format.*column;
+    }
+    return texts;
 }
 
-constexpr std::array<OptionRow, 22> rows{{
+void TakeFormat(OptionValues& values, const std::string& argument)
+{
+    values.call.format = ReportFormatNamed(argument);
+    if (!values.call.format)
+        Refuse("--format: \"" + argument + "\" is neither " + OfAllFormats(&ReportFormat::name, ", ", " nor "));
+}
+
+// What the help says about --format, from the table of formats.
+const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
+const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
+
+const std::array<OptionRow, 22> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -193,8 +200,8 @@ constexpr std::array<OptionRow, 22> rows{{
     {"-o", "JOB.tsq", false, Only(Command::JobMake), "Result", "The project file to write; an older one is replaced.",
      TakeOutput},
 
-    {"--format", "text|json", false, TakesFiles | Only(Command::Run) | Only(Command::JobShow), "Report",
-     "A report for people (the default), or one JSON object a line.", TakeFormat},
+    {"--format", formatArgument, false, TakesFiles | Only(Command::Run) | Only(Command::JobShow), "Report", formatHelp,
+     TakeFormat},
     {"--verbose", "", false, TakesFiles | Only(Command::Run), "Report",
      "Name the files without an occurrence too (text format).",
      [](OptionValues& values, const std::string&) { values.call.verbose = true; }},

@@ -40,7 +40,7 @@ struct OptionRow {
     CommandSet commands;
     std::string_view group;  ///< Heading in the help.
     std::string_view help;   ///< Lines of at most 86 characters.
-    /// Takes the argument as it was typed, raises failure 5 with a text when it is not valid.
+    /// Takes the argument as it was typed; refuses (Refusal.h) one that is not valid. Null for `--help`.
     void (*apply)(OptionValues& values, const std::string& argument);
 };
 

@@ -39,6 +39,8 @@ Output::Output(std::FILE* report, std::FILE* progress)
 
 void Output::Write(std::string_view piece)
 {
+    if (piece.empty())
+        return;
     EndProgress();
     const bool written = std::fwrite(piece.data(), 1, piece.size(), report_) == piece.size();
     const bool flushed = std::fflush(report_) == 0;

@@ -16,7 +16,7 @@ class Output
 public:
     Output(std::FILE* report, std::FILE* progress);
 
-    /// Writes a piece of the report and flushes it.
+    /// Writes a piece of the report and flushes it. An empty piece leaves the progress on the screen.
     void Write(std::string_view piece);
 
     /// Writes a line for the user to standard error.
@@ -26,11 +26,11 @@ public:
     void Progress(std::string_view line);
     void EndProgress();
 
-    bool colors() const
-    {
-        return colors_;
-    }  ///< Standard output is a terminal, and the user has not switched colors off.
-    bool failed() const { return failed_; }  ///< A piece of the report could not be written.
+    /// Standard output is a terminal, and the user has not switched colors off.
+    bool colors() const { return colors_; }
+
+    /// A piece of the report could not be written.
+    bool failed() const { return failed_; }
 
 private:
     std::FILE* report_;
@@ -41,9 +41,8 @@ private:
     bool failed_ = false;
 };
 
-/// The part of a UTF-8 text that fits into `columns` character cells, counting a code point as one; its start is cut
-/// away and
-/// "..." stands there when it is longer.
+/// The part of a UTF-8 text that fits into `columns` character cells, counting a code point as one. Of a longer text
+/// the start is cut away, and "..." stands there.
 std::string FittedTo(std::string_view text, std::size_t columns);
 
 }  // namespace tessarine::batch

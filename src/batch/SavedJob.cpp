@@ -6,8 +6,9 @@
 #include "app/LanguageText.h"
 #include "batch/BatchCall.h"
 #include "batch/EndlessPairs.h"
+#include "batch/LineText.h"
 #include "batch/ListFiles.h"
-#include "batch/TextLayout.h"
+#include "batch/Refusal.h"
 #include "model/JobProperties.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
@@ -21,16 +22,6 @@ namespace tessarine::batch
 
 namespace
 {
-
-[[noreturn]] void Refuse(const String& text)
-{
-    throw Failure(FailureNumber::InvalidProcedureCall, text);
-}
-
-String InQuotes(StringView text)
-{
-    return FromUtf8(Quoted(text));
-}
 
 /// The window takes the options into its controls and back: only a pattern that its list offers comes through, and a
 /// step that is not a number does not.
@@ -188,7 +179,7 @@ String SaveJob(Project& project, const String& path)
     project.SaveAsProject(full, true);
     if (project.FileFailure)
         Refuse(u"can't save the job: " + project.FileFailure->Reason());
-    return path + full.substr(length);  // as it was named, with the extension that the save may have added
+    return path + full.substr(length);
 }
 
 }  // namespace tessarine::batch

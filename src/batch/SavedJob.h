@@ -13,12 +13,13 @@ class FindAndReplaceItems;
 class Project;
 }  // namespace tessarine
 
+/// Jobs in project files. What is not possible with one is refused (Refusal.h).
 namespace tessarine::batch
 {
 
 struct BatchCall;
 
-/// Loads a project file into a fresh project. Raises a failure with a text for one line when that is not possible.
+/// Loads a project file into a fresh project.
 void LoadJob(Project& project, const String& path);
 
 /// Where a saved job's pairs come from (model/JobProperties.h).
@@ -38,14 +39,14 @@ struct SavedRun {
 
 /// Makes a loaded project ready to run as the desktop's window does between opening a job and starting it: the options
 /// become what the window's controls make of them, the inputs are checked, the files are found. Paths of the call take
-/// the place of the job's folder or list of files. Raises a failure with a text for one line when the job can't run.
+/// the place of the job's folder or list of files.
 SavedRun PrepareRun(Project& project, const BatchCall& call);
 
-/// Completes a filled project to a job that the desktop opens: where the files are, and the three custom properties.
-/// Raises 5 with a text when the call's path is a file.
+/// Completes a filled project to a job that the desktop opens: where the files are, and the custom properties. The
+/// call's path must not be a file.
 void FillSavedJob(Project& project, const BatchCall& call);
 
-/// Saves a project and gives the path as it was written, with the extension. Raises with a text for one line.
+/// Saves a project and gives the path as it was named, with the extension that the save may have added.
 String SaveJob(Project& project, const String& path);
 
 }  // namespace tessarine::batch

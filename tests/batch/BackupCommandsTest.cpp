@@ -29,7 +29,7 @@ protected:
     std::vector<JobFile> named;
 };
 
-TEST_F(BackupCommandsTest, RestoreBringsBackWhatTheRunCopiedAndKeepsTheBackup)
+TEST_F(BackupCommandsTest, RestoreBringsTheFileBackAndKeepsTheBackup)
 {
     const String file = folder.Write(u"a.pptx", "PK new");
     folder.Write(u"a..bak", "PK old");
@@ -78,7 +78,7 @@ TEST_F(BackupCommandsTest, AMissingFileWithoutABackupFails)
     EXPECT_EQ(report.error, u"File not found.");
 }
 
-TEST_F(BackupCommandsTest, ABackupUnderTheDesktopsNameIsTakenWhenThereIsNoOther)
+TEST_F(BackupCommandsTest, TakesTheDesktopsBackupWhenThereIsNoOther)
 {
     const String file = folder.Write(u"a.pptx", "PK\x03\x04 new");
     folder.Write(u"a.bak", "PK\x03\x04 old");
@@ -87,7 +87,7 @@ TEST_F(BackupCommandsTest, ABackupUnderTheDesktopsNameIsTakenWhenThereIsNoOther)
     EXPECT_EQ(Content(u"a.pptx"), "PK\x03\x04 old");
 }
 
-TEST_F(BackupCommandsTest, TheBackupOfABinaryPresentationIsNotPutOverAPackage)
+TEST_F(BackupCommandsTest, PutsNoBinaryBackupOverAPackage)
 {
     const String file = folder.Write(u"a.pptx", "PK\x03\x04 new");
     folder.Write(u"a.bak", "\xD0\xCF\x11\xE0 old");
@@ -96,7 +96,7 @@ TEST_F(BackupCommandsTest, TheBackupOfABinaryPresentationIsNotPutOverAPackage)
     EXPECT_EQ(Content(u"a.pptx"), "PK\x03\x04 new");
 }
 
-TEST_F(BackupCommandsTest, TheBackupOfANeighbourIsNotPutOverAFile)
+TEST_F(BackupCommandsTest, PutsNoNeighboursBackupOverAFile)
 {
     const String file = folder.Write(u"a.pptx", "PK\x03\x04 new");
     folder.Write(u"a.ppt", "PK\x03\x04 in truth");
@@ -105,7 +105,7 @@ TEST_F(BackupCommandsTest, TheBackupOfANeighbourIsNotPutOverAFile)
     EXPECT_EQ(Restore(file).status, FileStatus::NothingCounted);
 }
 
-TEST_F(BackupCommandsTest, ABackupThatTwoFilesMayOwnIsTouchedByNeitherCommand)
+TEST_F(BackupCommandsTest, TouchesNoBackupThatTwoFilesMayOwn)
 {
     const String file = folder.Write(u"a.pptx", "new");
     folder.Write(u"a.pptm", "macros");
@@ -121,7 +121,7 @@ TEST_F(BackupCommandsTest, ABackupThatTwoFilesMayOwnIsTouchedByNeitherCommand)
     EXPECT_EQ(Content(u"a..bak"), "old");
 }
 
-TEST_F(BackupCommandsTest, ANeighbourThatTheCallDoesNotTakeOwnsNoBackup)
+TEST_F(BackupCommandsTest, ANeighbourOutsideTheCallOwnsNoBackup)
 {
     const String file = folder.Write(u"a.pptx", "new");
     const String show = folder.Write(u"a.ppsx", "show");

@@ -5,6 +5,7 @@
 
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
+#include "batch/ReportFormats.h"
 #include "model/SearchLocations.h"
 
 namespace tessarine::batch
@@ -76,7 +77,7 @@ TEST(CommandLine, DefaultsAreThoseOfTheHelp)
     EXPECT_THAT(call.patterns, ElementsAre(u"*.ppt*"));
     EXPECT_EQ(call.revisionBy, 1);
     EXPECT_EQ(call.restartAfter, 0);
-    EXPECT_EQ(call.format, OutputFormat::Text);
+    EXPECT_EQ(call.format, nullptr);
     EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
     EXPECT_FALSE(call.setting.MatchCase || call.setting.MatchWholeWord);
 }
@@ -99,7 +100,7 @@ TEST(CommandLine, TakesEveryOption)
     EXPECT_EQ(call.revision, u"Rev");
     EXPECT_EQ(call.revisionBy, 0.5);
     EXPECT_EQ(call.restartAfter, 20);
-    EXPECT_EQ(call.format, OutputFormat::Json);
+    EXPECT_EQ(call.format, ReportFormatNamed("json"));
     EXPECT_THAT(call.paths, IsEmpty());
 }
 

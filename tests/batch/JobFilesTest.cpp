@@ -55,7 +55,7 @@ TEST_F(JobFilesTest, AFolderGivesItsFilesThatMatchInOrder)
     EXPECT_THAT(Names(CollectFiles(CallFor({u""}))), ElementsAre("a.ppt", "b.pptx"));
 }
 
-TEST_F(JobFilesTest, RecurseGivesTheFilesOfAFolderBeforeThoseOfItsSubfolders)
+TEST_F(JobFilesTest, RecurseGivesAFoldersFilesBeforeItsSubfolders)
 {
     folder.Write(u"a/z.pptx");
     folder.Write(u"a/b/y.pptx");
@@ -119,7 +119,7 @@ TEST_F(JobFilesTest, APipeIsRefusedAndNotOpened)
     EXPECT_THAT(CollectFiles(CallFor({u""})), IsEmpty());
 }
 
-TEST_F(JobFilesTest, AFileIsTakenOnceByWhicheverWayItIsNamed)
+TEST_F(JobFilesTest, TakesAFileOnceHoweverItIsNamed)
 {
     folder.Write(u"a.pptx");
     folder.Write(u"b.pptx");
@@ -178,7 +178,7 @@ TEST_F(JobFilesTest, AMissingListIsAFailureOfTheCall)
     EXPECT_THROW(CollectFiles(call), Failure);
 }
 
-TEST_F(JobFilesTest, AFileWhoseBackupWouldOverwriteAnotherOneIsRefused)
+TEST_F(JobFilesTest, RefusesAFileWhoseBackupWouldOverwriteAnother)
 {
     folder.Write(u"a.ppt");
     folder.Write(u"a.pptm");
@@ -193,7 +193,7 @@ TEST_F(JobFilesTest, AFileWhoseBackupWouldOverwriteAnotherOneIsRefused)
                                     folder.PathOf(u"a..bak"));
 }
 
-TEST_F(JobFilesTest, AFileWhoseBackupIsAFileOfTheJobIsRefused)
+TEST_F(JobFilesTest, RefusesAFileWhoseBackupBelongsToTheJob)
 {
     folder.Write(u"a.ppt");
     folder.Write(u"a.bak");

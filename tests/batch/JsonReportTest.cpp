@@ -1,56 +1,45 @@
-#include "batch/JsonLines.h"
-
 #include <gtest/gtest.h>
+
+#include "batch/ReportFormats.h"
+#include "ReportTest.h"
 
 namespace tessarine::batch
 {
 namespace
 {
 
-OptionSetting SlidesAndNotes()
+std::string JsonOf(const FileReport& file)
 {
-    OptionSetting setting;
-    setting.InSlides = true;
-    setting.InNotes = true;
-    return setting;
+    return CreateJsonReport(StyleOf(Command::Replace))->OfFile(file);
 }
 
-PairReport Pair(const String& find, const String& replace, std::int32_t slides, std::int32_t notes)
-{
-    PairReport pair{find, replace, {}};
-    pair.counts.fill(-1);
-    pair.counts[static_cast<std::size_t>(Location::Slides)] = slides;
-    pair.counts[static_cast<std::size_t>(Location::Notes)] = notes;
-    return pair;
-}
-
-TEST(JsonLines, AFileHasItsKeysInOrderAndTheSearchedLocationsAlone)
+TEST(JsonReport, GivesAFileItsKeysAndTheSearchedLocationsAlone)
 {
     const FileReport file{u"decks/a.pptx", 1, {}, {Pair(u"cat", u"dog", 3, 0), Pair(u"x", u"", 0, 0)}};
 
-    EXPECT_EQ(JsonLine(file, SlidesAndNotes()), R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
-                                                R"({"find":"cat","replace":"dog","counts":{"slides":3,"notes":0}},)"
-                                                R"({"find":"x","replace":"","counts":{"slides":0,"notes":0}}]})"
-                                                "\n");
+    EXPECT_EQ(JsonOf(file), R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
+                            R"({"find":"cat","replace":"dog","counts":{"slides":3,"notes":0}},)"
+                            R"({"find":"x","replace":"","counts":{"slides":0,"notes":0}}]})"
+                            "\n");
 }
 
-TEST(JsonLines, AFailedFileHasNoItems)
+TEST(JsonReport, GivesAFailedFileNoItems)
 {
-    EXPECT_EQ(JsonLine(FailedFile(u"a.pptx", u"  Wrong Password has been supplied."), SlidesAndNotes()),
+    EXPECT_EQ(JsonOf(FailedFile(u"a.pptx", u"  Wrong Password has been supplied.")),
               R"({"file":"a.pptx","status":0,"error":"  Wrong Password has been supplied.","items":[]})"
               "\n");
 }
 
-TEST(JsonLines, CountsStandInTheOrderOfTheLocationsUnderTheNamesOfTheCommandLine)
+TEST(JsonReport, NamesLocationsInTheirOrderAsTheCommandLineDoes)
 {
-    OptionSetting setting;
+    ReportStyle style;
     PairReport pair{u"a", u"b", {}};
     for (std::size_t row = 0; row < SearchLocations.size(); ++row) {
-        setting.*SearchLocations[row].isOn = true;
+        style.setting.*SearchLocations[row].isOn = true;
         pair.counts[row] = static_cast<std::int32_t>(row);
     }
 
-    EXPECT_EQ(JsonLine({u"a.pptx", 1, {}, {pair}}, setting),
+    EXPECT_EQ(CreateJsonReport(style)->OfFile(FileReport{u"a.pptx", 1, {}, {pair}}),
               R"({"file":"a.pptx","status":1,"error":"","items":[{"find":"a","replace":"b","counts":{)"
               R"("slides":0,"hyperlinks":1,"shapes":2,"header":3,"footer":4,"builtin-properties":5,)"
               R"("custom-properties":6,"notes":7,"links":8,"master-per-slide":9,"master-per-presentation":10,)"
@@ -58,43 +47,46 @@ TEST(JsonLines, CountsStandInTheOrderOfTheLocationsUnderTheNamesOfTheCommandLine
               "\n");
 }
 
-TEST(JsonLines, TextIsUtf8OnOneLine)
+TEST(JsonReport, IsUtf8OnOneLine)
 {
     const FileReport file{u"Zürich 😀.pptx", 1, {}, {Pair(u"a\"b\n\t\\", u"\u0001", 1, 0)}};
 
-    EXPECT_EQ(JsonLine(file, SlidesAndNotes()),
+    EXPECT_EQ(JsonOf(file),
               "{\"file\":\"Zürich 😀.pptx\",\"status\":1,\"error\":\"\",\"items\":[{\"find\":\"a\\\"b\\n\\t\\\\\","
               "\"replace\":\"\\u0001\",\"counts\":{\"slides\":1,\"notes\":0}}]}\n");
 }
 
-TEST(JsonLines, BytesThatAreNotUtf8AreReplaced)
+TEST(JsonReport, ReplacesBytesThatAreNotUtf8)
 {
-    EXPECT_EQ(JsonLine(FailedFile(FromUtf8("caf\xE9.pptx"), u"\xD800"), SlidesAndNotes()),
+    EXPECT_EQ(JsonOf(FailedFile(FromUtf8("caf\xE9.pptx"), u"\xD800")),
               "{\"file\":\"caf\uFFFD.pptx\",\"status\":0,\"error\":\"\uFFFD\",\"items\":[]}\n");
 }
 
-TEST(JsonLines, TheSummaryComesLast)
+TEST(JsonReport, AddsUpAtTheEnd)
 {
     RunSummary summary;
     summary.Add({u"a", 1, {}, {Pair(u"cat", u"dog", 3, -1), Pair(u"x", u"y", 2, 2)}});
     summary.Add({u"b", 2, {}, {Pair(u"cat", u"dog", 0, 0)}});
     summary.Add(FailedFile(u"c", u"damaged"));
 
-    EXPECT_EQ(JsonLine(summary), R"({"summary":{"files":3,"changed":1,"unchanged":1,"failed":1,"occurrences":7}})"
-                                 "\n");
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Replace))->AtEnd(summary),
+              R"({"summary":{"files":3,"changed":1,"unchanged":1,"failed":1,"occurrences":7}})"
+              "\n");
 }
 
-TEST(JsonLines, BackupCommandsReportTheBackup)
+TEST(JsonReport, NamesTheBackupOfAFile)
 {
-    EXPECT_EQ(JsonLine(BackupReport{1, u"a.pptx", u"a..bak", {}}),
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Restore))->OfFile(BackupReport{1, u"a.pptx", u"a..bak", {}}),
               R"({"file":"a.pptx","backup":"a..bak","status":1,"error":""})"
               "\n");
     BackupSummary summary;
     summary.Add({1, u"a", u"b", {}});
-    EXPECT_EQ(JsonLine(summary, Command::Restore), R"({"summary":{"files":1,"restored":1,"unchanged":0,"failed":0}})"
-                                                   "\n");
-    EXPECT_EQ(JsonLine(summary, Command::Clean), R"({"summary":{"files":1,"removed":1,"unchanged":0,"failed":0}})"
-                                                 "\n");
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Restore))->AtEnd(summary),
+              R"({"summary":{"files":1,"restored":1,"unchanged":0,"failed":0}})"
+              "\n");
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Clean))->AtEnd(summary),
+              R"({"summary":{"files":1,"removed":1,"unchanged":0,"failed":0}})"
+              "\n");
 }
 
 }  // namespace

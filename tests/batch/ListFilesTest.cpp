@@ -107,7 +107,7 @@ TEST_F(ListFilesTest, PairsKeepTheirPlacesAndSwitches)
     EXPECT_THAT(notes_, IsEmpty());
 }
 
-TEST_F(ListFilesTest, PlacesOfTheCallTakeThePlaceOfThoseOfThePairs)
+TEST_F(ListFilesTest, PlacesOfTheCallReplaceThoseOfThePairs)
 {
     Row(u"cat", u"dog", {inSlides, matchCase});
     Row(u"old", u"", {});
@@ -161,7 +161,7 @@ TEST_F(ListFilesTest, AListWithoutPairsIsRefused)
     EXPECT_THROW(Taken(Call()), Failure);
 }
 
-TEST_F(ListFilesTest, APairThatNeverEndsIsRefusedWhereItWouldRun)
+TEST_F(ListFilesTest, RefusesAnEndlessPairWhereItWouldRun)
 {
     Row(u"cat", u"a cat", {inSlides});
     EXPECT_THROW(Taken(Call()), Failure);
@@ -174,7 +174,7 @@ TEST_F(ListFilesTest, APairThatNeverEndsIsRefusedWhereItWouldRun)
 
 // --- Reasons -----------------------------------------------------------------------------------------------------
 
-TEST_F(ListFilesTest, AListThatIsNotTakenWholeIsRefusedWithTheReason)
+TEST_F(ListFilesTest, SaysWhyAListIsNotTakenWhole)
 {
     const std::string refused = "can't take the list \"" + ToUtf8(path_) + "\": ";
     EXPECT_EQ(Refusal(), "taken");

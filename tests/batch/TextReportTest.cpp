@@ -1,106 +1,111 @@
-#include "batch/TextLayout.h"
-
 #include <gtest/gtest.h>
+
+#include "batch/ReportFormats.h"
+#include "ReportTest.h"
 
 namespace tessarine::batch
 {
 namespace
 {
 
-constexpr TextStyle finding{Command::Find, false, false};
-constexpr TextStyle replacing{Command::Replace, false, false};
-
-OptionSetting SlidesAndNotes()
+std::string TextOf(const FileReport& file, const ReportStyle& style)
 {
-    OptionSetting setting;
-    setting.InSlides = true;
-    setting.InNotes = true;
-    return setting;
+    return CreateTextReport(style)->OfFile(file);
 }
 
-PairReport Pair(const String& find, const String& replace, std::int32_t slides, std::int32_t notes)
+std::string TextOf(const BackupReport& file, const ReportStyle& style)
 {
-    PairReport pair{find, replace, {}};
-    pair.counts.fill(-1);
-    pair.counts[static_cast<std::size_t>(Location::Slides)] = slides;
-    pair.counts[static_cast<std::size_t>(Location::Notes)] = notes;
-    return pair;
+    return CreateTextReport(style)->OfFile(file);
 }
 
-TEST(TextLayout, AChangedFileNamesItsPairsAndPlaces)
+const ReportStyle finding = StyleOf(Command::Find);
+const ReportStyle replacing = StyleOf(Command::Replace);
+
+TEST(TextReport, NamesThePairsAndPlacesOfAChangedFile)
 {
     const FileReport file{
         u"a.pptx", 1, {}, {Pair(u"Fabrikam", u"Contoso", 2, 1), Pair(u"none", u"", 0, 0), Pair(u"Züri", u"", 0, 4)}};
 
-    EXPECT_EQ(TextLines(file, SlidesAndNotes(), replacing),
+    EXPECT_EQ(TextOf(file, replacing),
               "a.pptx: changed, 7 replaced\n"
               "    \"Fabrikam\" -> \"Contoso\"  slides 2, notes 1\n"
               "    \"Züri\" -> \"\"             notes 4\n");
 }
 
-TEST(TextLayout, AFindNamesTheTextsFound)
+TEST(TextReport, NamesTheTextsThatAFindFound)
 {
-    EXPECT_EQ(TextLines({u"a.pptx", 1, {}, {Pair(u"cat", {}, 2, 0)}}, SlidesAndNotes(), finding),
+    EXPECT_EQ(TextOf(FileReport{u"a.pptx", 1, {}, {Pair(u"cat", {}, 2, 0)}}, finding),
               "a.pptx: 2 found\n"
               "    \"cat\"  slides 2\n");
 }
 
-TEST(TextLayout, AnUnchangedFileIsQuietUnlessWanted)
+TEST(TextReport, LeavesOutAnUnchangedFileUnlessVerbose)
 {
     const FileReport file{u"a.pptx", 2, {}, {Pair(u"cat", {}, 0, 0)}};
 
-    EXPECT_EQ(TextLines(file, SlidesAndNotes(), replacing), "");
-    EXPECT_EQ(TextLines(file, SlidesAndNotes(), {Command::Replace, true, false}), "a.pptx: unchanged\n");
-    EXPECT_EQ(TextLines(file, SlidesAndNotes(), {Command::Find, true, false}), "a.pptx: nothing found\n");
+    EXPECT_EQ(TextOf(file, replacing), "");
+    EXPECT_EQ(TextOf(file, StyleOf(Command::Replace, true)), "a.pptx: unchanged\n");
+    EXPECT_EQ(TextOf(file, StyleOf(Command::Find, true)), "a.pptx: nothing found\n");
 }
 
-TEST(TextLayout, AFailedFileSaysWhyOnOneLine)
+TEST(TextReport, SaysOnOneLineWhyAFileFailed)
 {
-    EXPECT_EQ(TextLines(FailedFile(u"a.pptx", u"  Wrong Password has been supplied."), SlidesAndNotes(), finding),
+    EXPECT_EQ(TextOf(FailedFile(u"a.pptx", u"  Wrong Password has been supplied."), finding),
               "a.pptx: failed: Wrong Password has been supplied.\n");
-    EXPECT_EQ(TextLines(FailedFile(u"a.pptx", u"two\nlines"), SlidesAndNotes(), finding),
-              "a.pptx: failed: two\\nlines\n");
-    EXPECT_EQ(TextLines(FailedFile(u"a.pptx", u"  "), SlidesAndNotes(), finding), "a.pptx: failed: \n");
+    EXPECT_EQ(TextOf(FailedFile(u"a.pptx", u"two\nlines"), finding), "a.pptx: failed: two\\nlines\n");
+    EXPECT_EQ(TextOf(FailedFile(u"a.pptx", u"  "), finding), "a.pptx: failed: \n");
 }
 
-TEST(TextLayout, PathsKeepTheirBytesAndTextsCannotDriveTheTerminal)
+TEST(TextReport, KeepsTheBytesOfPathsAndEscapesTexts)
 {
-    EXPECT_EQ(
-        TextLines({FromUtf8("caf\xE9.pptx"), 1, {}, {Pair(u"\x1B[31m\t\r\x7F", {}, 1, 0)}}, SlidesAndNotes(), finding),
-        "caf\xE9.pptx: 1 found\n"
-        "    \"\\x1B[31m\\t\\r\\x7F\"  slides 1\n");
+    EXPECT_EQ(TextOf(FileReport{FromUtf8("caf\xE9.pptx"), 1, {}, {Pair(u"\x1B[31m\t\r\x7F", {}, 1, 0)}}, finding),
+              "caf\xE9.pptx: 1 found\n"
+              "    \"\\x1B[31m\\t\\r\\x7F\"  slides 1\n");
 }
 
-TEST(TextLayout, ColorsFrameTheTextWithoutChangingIt)
+TEST(TextReport, PutsColorsAroundTextsOnly)
 {
-    EXPECT_EQ(TextLines(FailedFile(u"a.pptx", u"damaged"), SlidesAndNotes(), {Command::Find, false, true}),
+    EXPECT_EQ(TextOf(FailedFile(u"a.pptx", u"damaged"), StyleOf(Command::Find, false, true)),
               "\x1b[1ma.pptx\x1b[0m: \x1b[31mfailed\x1b[0m: damaged\n");
 }
 
-TEST(TextLayout, TheSummaryTellsOneFromMany)
+TEST(TextReport, TellsOneFromManyInTheSummary)
 {
     RunSummary summary;
     summary.Add({u"a", 1, {}, {Pair(u"cat", u"dog", 1, 0)}});
-    EXPECT_EQ(TextLine(summary, replacing), "1 file: 1 changed, 0 unchanged, 0 failed; 1 occurrence replaced\n");
+    EXPECT_EQ(CreateTextReport(replacing)->AtEnd(summary),
+              "1 file: 1 changed, 0 unchanged, 0 failed; 1 occurrence replaced\n");
 
     summary.Add(FailedFile(u"c", u"damaged"));
     summary.Add({u"a", 1, {}, {Pair(u"cat", u"dog", 1, 0)}});
-    EXPECT_EQ(TextLine(summary, finding), "3 files: 2 with hits, 0 without, 1 failed; 2 occurrences found\n");
+    EXPECT_EQ(CreateTextReport(finding)->AtEnd(summary),
+              "3 files: 2 with hits, 0 without, 1 failed; 2 occurrences found\n");
 }
 
-TEST(TextLayout, BackupCommandsSayWhatTheyDid)
+TEST(TextReport, SaysWhatBecameOfBackups)
 {
-    EXPECT_EQ(TextLines(BackupReport{1, u"a.pptx", u"a..bak", {}}, {Command::Restore, false, false}),
+    EXPECT_EQ(TextOf(BackupReport{1, u"a.pptx", u"a..bak", {}}, StyleOf(Command::Restore)),
               "a.pptx: restored from a..bak\n");
-    EXPECT_EQ(TextLines(BackupReport{1, u"a.pptx", u"a..bak", {}}, {Command::Clean, false, false}),
-              "a.pptx: removed a..bak\n");
-    EXPECT_EQ(TextLines(BackupReport{2, u"a.pptx", {}, {}}, {Command::Clean, true, false}), "a.pptx: no backup\n");
-    EXPECT_EQ(TextLines(BackupReport{0, u"a.pptx", {}, u"no"}, {Command::Clean, false, false}), "a.pptx: failed: no\n");
+    EXPECT_EQ(TextOf(BackupReport{1, u"a.pptx", u"a..bak", {}}, StyleOf(Command::Clean)), "a.pptx: removed a..bak\n");
+    EXPECT_EQ(TextOf(BackupReport{2, u"a.pptx", {}, {}}, StyleOf(Command::Clean, true)), "a.pptx: no backup\n");
+    EXPECT_EQ(TextOf(BackupReport{0, u"a.pptx", {}, u"no"}, StyleOf(Command::Clean)), "a.pptx: failed: no\n");
 
     BackupSummary summary;
     summary.Add({1, u"a", u"b", {}});
-    EXPECT_EQ(TextLine(summary, {Command::Restore, false, false}),
+    EXPECT_EQ(CreateTextReport(StyleOf(Command::Restore))->AtEnd(summary),
               "1 file: 1 restored, 0 without a backup, 0 failed\n");
+}
+
+TEST(TextReport, PutsAnEmptyLineBetweenFilesAndSummary)
+{
+    const auto silent = CreateTextReport(finding);
+    EXPECT_EQ(silent->OfFile(FileReport{u"a.pptx", FileStatus::NothingCounted, {}, {}}), "");
+    EXPECT_TRUE(silent->AtEnd(RunSummary{}).starts_with("0 files: "));
+
+    const auto telling = CreateTextReport(finding);
+    EXPECT_NE(telling->OfFile(FailedFile(u"a.pptx", u"damaged")), "");
+    EXPECT_EQ(telling->OfFile(FileReport{u"b.pptx", FileStatus::NothingCounted, {}, {}}), "");
+    EXPECT_TRUE(telling->AtEnd(RunSummary{}).starts_with("\n0 files: "));
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ TEST_F(BackupProgramTest, CleanDeletesTheBackups)
     EXPECT_EQ(Content(u"decks/a..bak"), "<missing>");
 }
 
-TEST_F(BackupProgramTest, AFileIsNotChangedWhenItsBackupWouldOverwriteAnother)
+TEST_F(BackupProgramTest, ChangesNoFileWhoseBackupWouldOverwriteAnother)
 {
     program.folder.Write(u"decks/a.pptm", Deck().Kind(DeckKind::Pptm).Slide(Title(u"Fabrikam")).Bytes());
     const std::string before = Content(u"decks/a.pptx");

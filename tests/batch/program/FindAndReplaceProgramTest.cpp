@@ -148,7 +148,7 @@ TEST_F(FindAndReplaceProgramTest, KeepDateGivesAChangedFileItsOldDate)
     EXPECT_EQ(ModifiedAt(u"decks/a.pptx").tv_nsec, modified.tv_nsec);
 }
 
-TEST_F(FindAndReplaceProgramTest, AReadOnlyFileFailsUnlessItIsToBeProcessed)
+TEST_F(FindAndReplaceProgramTest, AReadOnlyFileFailsWithoutReadOnly)
 {
     SetMode(PathOf(u"decks/a.pptx"), 0444);
 
@@ -282,7 +282,7 @@ TEST_F(FindAndReplaceProgramTest, NamesAndTextsMayBeOfAnyScript)
               "1 file: 1 changed, 0 unchanged, 0 failed; 1 occurrence replaced\n");
 }
 
-TEST_F(FindAndReplaceProgramTest, AFileNameThatIsNotUtf8IsFoundAndNamedByItsBytes)
+TEST_F(FindAndReplaceProgramTest, NamesAFileThatIsNotUtf8ByItsBytes)
 {
     const std::string name = "caf\xE9.pptx";
     program.folder.Write(FromUtf8(name), Deck().Slide(Title(u"Fabrikam")).Bytes());

@@ -84,7 +84,7 @@ TEST_F(ListProgramTest, AReportForProgramsHoldsThePlacesOfEachPair)
                           R"({"find":"2023","replace":"","counts":{"slides":1}}])"));
 }
 
-TEST_F(ListProgramTest, PlacesOfTheCallTakeThePlaceOfThoseOfTheList)
+TEST_F(ListProgramTest, PlacesOfTheCallReplaceThoseOfTheList)
 {
     const Outcome outcome = program.Run({"find", "--list", "pairs.csv", "--in", "shapes", "decks"});
 
@@ -92,7 +92,7 @@ TEST_F(ListProgramTest, PlacesOfTheCallTakeThePlaceOfThoseOfTheList)
     EXPECT_THAT(outcome.output, HasSubstr("1 occurrence found\n"));
 }
 
-TEST_F(ListProgramTest, WhatIsStrangeInAListIsNotedAndTheRunGoesOn)
+TEST_F(ListProgramTest, NotesWhatIsStrangeInAListAndGoesOn)
 {
     program.folder.Write(u"odd.csv", headers + Row("Fabrikam", "Contoso", {}) + Row("", "x", {inSlides}));
 
@@ -106,7 +106,7 @@ TEST_F(ListProgramTest, WhatIsStrangeInAListIsNotedAndTheRunGoesOn)
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(ListProgramTest, AListThatCantBeTakenIsRefusedBeforeAnyFileIsTouched)
+TEST_F(ListProgramTest, RefusesAUselessListBeforeAnyFileIsTouched)
 {
     const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
     const auto refusal = [&](StringView name, const std::string& content) {
@@ -172,7 +172,7 @@ TEST_F(ListProgramTest, AListIsConvertedBetweenAllFormats)
     EXPECT_THAT(program.Run({"find", "--list", "e.XLS", "decks"}).output, HasSubstr("3 found"));
 }
 
-TEST_F(ListProgramTest, AConversionToTextLogsALineThoughItIsDone)
+TEST_F(ListProgramTest, AConversionToTabLogsALineThoughItIsDone)
 {
     EXPECT_EQ(program.Run({"list", "convert", "pairs.csv", "a.tab"}).status, 0);
 
@@ -197,7 +197,7 @@ TEST_F(ListProgramTest, AConversionThatLosesTextsSaysSo)
     EXPECT_EQ(number.status, 1);
 }
 
-TEST_F(ListProgramTest, AConversionThatIsNotPossibleIsRefusedAndLeavesTheOldFile)
+TEST_F(ListProgramTest, AnImpossibleConversionLeavesTheOldFile)
 {
     program.folder.Write(u"old.xls", "old");
     program.folder.Write(u"bad.csv", "a,b\r\n");

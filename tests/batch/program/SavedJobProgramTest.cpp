@@ -90,7 +90,7 @@ protected:
     Program program;
 };
 
-TEST_F(SavedJobProgramTest, AJobThatIsMadeHoldsTheOptionsOfTheCall)
+TEST_F(SavedJobProgramTest, AMadeJobHoldsTheOptionsOfTheCall)
 {
     const Outcome outcome = Make(
         {"--find",    "Fabrikam",   "--with",      "Contoso",      "--find",        "2023",        "--with",
@@ -179,7 +179,7 @@ TEST_F(SavedJobProgramTest, MakingAJobNeedsWhatAJobCanHold)
     EXPECT_EQ(ContentOf(PathOf(u"x.tsq")), "<missing>");
 }
 
-TEST_F(SavedJobProgramTest, AJobRunsAsAFindUnlessItIsToReplace)
+TEST_F(SavedJobProgramTest, AJobOnlyFindsWithoutReplace)
 {
     SavePairOfDesktop();
     const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
@@ -236,7 +236,7 @@ TEST_F(SavedJobProgramTest, ARunFollowsTheOptionsOfTheJob)
     EXPECT_EQ(ContentOf(PathOf(u"decks/inner/c..bak")), before);
 }
 
-TEST_F(SavedJobProgramTest, ARunReadsTheListOfFilesAsTheDesktopDoes)
+TEST_F(SavedJobProgramTest, ReadsAListOfFilesAsTheDesktopDoes)
 {
     // Lines end in CR LF, a file that is not there is left out without a word.
     program.folder.Write(u"list.TXT", FullPath(u"decks/inner/c.pptx") + "\r\n" + FullPath(u"decks/gone.pptx") + "\r\n" +
@@ -263,7 +263,7 @@ TEST_F(SavedJobProgramTest, PathsTakeThePlaceOfTheJobsOwn)
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(SavedJobProgramTest, AFilePatternThatTheWindowDoesNotOfferIsNotedAndReplaced)
+TEST_F(SavedJobProgramTest, NotesAndReplacesAPatternThatTheWindowDoesNotOffer)
 {
     SavePairOfDesktop([](const ProjectOwner& project) { project->options->ComaSepAllowedExtensions = u"*.pot*"; });
 
@@ -289,7 +289,7 @@ TEST_F(SavedJobProgramTest, AJobWithoutAMatchingFileSaysSo)
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(SavedJobProgramTest, AFileThatIsNoJobIsRefusedInOneLine)
+TEST_F(SavedJobProgramTest, RefusesAFileThatIsNoJobInOneLine)
 {
     program.folder.Write(u"text.tsq", "a\ntext");
     SavePairOfDesktop();
@@ -317,7 +317,7 @@ TEST_F(SavedJobProgramTest, AFileThatIsNoJobIsRefusedInOneLine)
     }
 }
 
-TEST_F(SavedJobProgramTest, AJobThatCantRunIsRefusedInOneLine)
+TEST_F(SavedJobProgramTest, RefusesAJobThatCantRunInOneLine)
 {
     const auto refusal = [&](const std::function<void(const ProjectOwner&)>& change) {
         SavePairOfDesktop(change);
@@ -386,7 +386,7 @@ TEST_F(SavedJobProgramTest, AJobMayTakeItsPairsFromAListFile)
         HasSubstr("Pairs: those of the list \"" + FullPath(u"pairs.Csv") + "\"; not the job's own (1 pair):\n"));
 }
 
-TEST_F(SavedJobProgramTest, AListFileThatCantBeTakenIsRefusedInOneLine)
+TEST_F(SavedJobProgramTest, RefusesAUselessListFileInOneLine)
 {
     const auto refusal = [&](const String& list) {
         SaveFromDesktop([&](const ProjectOwner& project) {

@@ -35,7 +35,7 @@ TEST(SurroundingsProgramTest, WithoutAPlaceForTheLogTheRunGoesOn)
     EXPECT_EQ(outcome.status, 1);
 }
 
-TEST(SurroundingsProgramTest, AReportThatCannotBeWrittenShowsInTheExitStatus)
+TEST(SurroundingsProgramTest, AnUnwritableReportShowsInTheExitStatus)
 {
     Program program;
     program.folder.Write(u"a.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());

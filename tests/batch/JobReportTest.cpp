@@ -1,9 +1,8 @@
-#include "batch/JobListing.h"
-
 #include <gmock/gmock.h>
 
 #include <algorithm>
 
+#include "batch/ReportFormats.h"
 #include "model/Project.h"
 #include "model/ProjectKeys.h"
 
@@ -18,17 +17,22 @@ struct PutUnusualValue {
     void operator()(String& field) const { field = u"unusual"; }
 };
 
-TEST(JobListing, TellsEveryStoredOptionThatARunOrTheWindowReads)
+std::string JobAsJson(const Project& project)
+{
+    return CreateJsonReport({})->OfJob(u"a.tsq", project);
+}
+
+TEST(JobReport, TellsEveryStoredOptionThatARunOrTheWindowReads)
 {
     const std::vector<String> carriedAlong{u"ExeLocationIncaseOfFailure", u"PowerpointVersion"};
     const ProjectOwner fresh;
-    const std::string freshAsJson = JobAsJson(u"a.tsq", *fresh);
+    const std::string freshAsJson = JobAsJson(*fresh);
 
     for (const StoredOption& option : StoredOptions) {
         const ProjectOwner project;
         std::visit([&](auto field) { PutUnusualValue()((*project->options).*field); }, option.field);
 
-        const bool isTold = JobAsJson(u"a.tsq", *project) != freshAsJson;
+        const bool isTold = JobAsJson(*project) != freshAsJson;
         EXPECT_EQ(isTold, std::ranges::count(carriedAlong, option.key) == 0) << ToUtf8(option.key);
     }
 }

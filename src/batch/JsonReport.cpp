@@ -1,0 +1,145 @@
+#include <nlohmann/json.hpp>
+
+#include "batch/BackupCommands.h"
+#include "batch/FileReport.h"
+#include "batch/Locations.h"
+#include "batch/ReportFormats.h"
+#include "batch/SavedJob.h"
+#include "model/Project.h"
+#include "model/SearchLocations.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+using Json = nlohmann::ordered_json;
+
+std::string OneLine(const Json& value)
+{
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+/// The searched places alone: -1 stands for a place that the pair was not looked for in.
+Json CountsOf(const PairReport& pair, const OptionSetting& setting)
+{
+    auto counts = Json::object();
+    for (std::size_t row = 0; row < SearchLocations.size(); ++row) {
+        if (setting.*SearchLocations[row].isOn && pair.counts[row] >= 0)
+            counts[SearchLocations[row].name] = pair.counts[row];
+    }
+    return counts;
+}
+
+Json ItemsOf(const Project& project)
+{
+    auto items = Json::array();
+    for (const auto& item : project.FindAndReplaceList->NewEnum())
+        items.push_back({{"find", ToUtf8(item->FindWhat)},
+                         {"replace", ToUtf8(item->ReplaceWith)},
+                         {"in", LocationsOf(*item->OptionSetting)},
+                         {"matchCase", item->OptionSetting->MatchCase},
+                         {"wholeWord", item->OptionSetting->MatchWholeWord},
+                         {"prompt", item->OptionSetting->PromptOnReplace}});
+    return items;
+}
+
+Json FilesOf(const ProjectOptions& options)
+{
+    return {{"listed", options.TakesListedFiles()},
+            {"folder", ToUtf8(options.FileToProcessFolderPath)},
+            {"list", ToUtf8(options.FileToProcessFilepath)},
+            {"patterns", ToUtf8(options.ComaSepAllowedExtensions)},
+            {"recurse", options.Include_Subfolders}};
+}
+
+Json OptionsOf(const ProjectOptions& options)
+{
+    return {{"backup", options.BackupMode},
+            {"keepDate", options.KeepOriginalFileDate},
+            {"readOnly", options.ProcessReadonlyFiles},
+            {"count", options.RequiredFindAndReplaceCount},
+            {"revision", ToUtf8(options.RevisionDocumentPropertyName)},
+            {"revisionBy", ToUtf8(options.RevisionDocumentPropertyIncrimentedBy)},
+            {"restartAfter", options.RestartApplicationAfterFiles},
+            {"restartAfterSeconds", options.RestartApplicationAfterSeconds},
+            {"alerts", options.AllowAlerts},
+            {"spareProcessor", options.CPUUsage},
+            {"longestFirst", options.ProcessLongestFindwhatFirst}};
+}
+
+Json PropertiesOf(const Project& project)
+{
+    auto properties = Json::array();
+    for (const auto& property : project.CustomProperies->NewEnum())
+        properties.push_back({{"name", ToUtf8(property->ProperyName)}, {"value", ToUtf8(property->PropertyValue)}});
+    return properties;
+}
+
+class JsonReport : public Report
+{
+public:
+    explicit JsonReport(const ReportStyle& style) : style_(style) {}
+
+    std::string OfFile(const FileReport& file) override
+    {
+        auto items = Json::array();
+        for (const PairReport& pair : file.pairs)
+            items.push_back({{"find", ToUtf8(pair.find)},
+                             {"replace", ToUtf8(pair.replace)},
+                             {"counts", CountsOf(pair, style_.setting)}});
+        return OneLine(
+            {{"file", ToUtf8(file.path)}, {"status", file.status}, {"error", ToUtf8(file.error)}, {"items", items}});
+    }
+
+    std::string AtEnd(const RunSummary& summary) override
+    {
+        return OneLine({{"summary",
+                         {{"files", summary.files},
+                          {"changed", summary.changed},
+                          {"unchanged", summary.unchanged},
+                          {"failed", summary.failed},
+                          {"occurrences", summary.occurrences}}}});
+    }
+
+    std::string OfFile(const BackupReport& file) override
+    {
+        return OneLine({{"file", ToUtf8(file.file)},
+                        {"backup", ToUtf8(file.backup)},
+                        {"status", file.status},
+                        {"error", ToUtf8(file.error)}});
+    }
+
+    std::string AtEnd(const BackupSummary& summary) override
+    {
+        return OneLine({{"summary",
+                         {{"files", summary.files},
+                          {style_.command == Command::Restore ? "restored" : "removed", summary.done},
+                          {"unchanged", summary.unchanged},
+                          {"failed", summary.failed}}}});
+    }
+
+    std::string OfJob(const String& path, const Project& project) override
+    {
+        const SavedSource source = SourceOf(project);
+        return OneLine({{"job", ToUtf8(path)},
+                        {"list", {{"external", source.isExternal}, {"file", ToUtf8(source.path)}}},
+                        {"items", ItemsOf(project)},
+                        {"files", FilesOf(*project.options)},
+                        {"options", OptionsOf(*project.options)},
+                        {"customProperties", PropertiesOf(project)}});
+    }
+
+private:
+    const ReportStyle style_;
+};
+
+}  // namespace
+
+std::unique_ptr<Report> CreateJsonReport(const ReportStyle& style)
+{
+    return std::make_unique<JsonReport>(style);
+}
+
+}  // namespace tessarine::batch

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+
+#include "batch/BatchCall.h"
+#include "model/OptionSetting.h"
+#include "platform/String.h"
+
+namespace tessarine
+{
+class Project;
+}
+
+namespace tessarine::batch
+{
+
+struct BackupReport;
+struct BackupSummary;
+struct FileReport;
+struct RunSummary;
+
+/// What a report needs to know of the call.
+struct ReportStyle {
+    Command command = Command::Find;  ///< What is done: Find, Replace, Restore or Clean.
+    OptionSetting setting{};          ///< The places whose counts are named.
+    bool verbose = false;             ///< Unchanged files get a line too, in a report for people.
+    bool colors = false;              ///< Standard output takes colors.
+};
+
+/// What a command says of its files, in one format; ReportFormats.h lists the formats.
+///
+/// A report only words what it is given. Each member gives whole lines with their ends, as bytes for standard output;
+/// empty when there is nothing to say. A command calls OfFile for each file as soon as it is done, in order, and AtEnd
+/// once after the last one; also when there was no file, or when a cancel left some out.
+class Report
+{
+public:
+    Report() = default;
+    virtual ~Report() = default;
+    Report(const Report&) = delete;
+    Report& operator=(const Report&) = delete;
+
+    /// Of "find", "replace" and "run".
+    virtual std::string OfFile(const FileReport& file) = 0;
+    virtual std::string AtEnd(const RunSummary& summary) = 0;
+
+    /// Of "restore" and "clean".
+    virtual std::string OfFile(const BackupReport& file) = 0;
+    virtual std::string AtEnd(const BackupSummary& summary) = 0;
+
+    /// All that "job show" prints. `path` is the job's file as it was named.
+    virtual std::string OfJob(const String& path, const Project& project) = 0;
+};
+
+}  // namespace tessarine::batch

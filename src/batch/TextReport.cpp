@@ -1,0 +1,227 @@
+#include <algorithm>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "batch/BackupCommands.h"
+#include "batch/FileReport.h"
+#include "batch/LineText.h"
+#include "batch/Locations.h"
+#include "batch/ReportFormats.h"
+#include "batch/SavedJob.h"
+#include "model/Project.h"
+#include "model/SearchLocations.h"
+
+namespace tessarine::batch
+{
+
+namespace
+{
+
+constexpr std::string_view red = "\x1b[31m";
+constexpr std::string_view green = "\x1b[32m";
+constexpr std::string_view bold = "\x1b[1m";
+
+/// Character cells of a UTF-8 text, counting a code point as one.
+std::size_t Cells(std::string_view text)
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+}
+
+std::string PairLine(const FindAndReplaceItem& item)
+{
+    const OptionSetting& setting = *item.OptionSetting;
+    const auto places = LocationsOf(setting);
+    return fmt::format("    {} -> {}  in {}{}{}\n", Quoted(item.FindWhat), Quoted(item.ReplaceWith),
+                       places.empty() ? "no place" : fmt::format("{}", fmt::join(places, ", ")),
+                       setting.MatchCase ? "; match case" : "", setting.MatchWholeWord ? "; whole words" : "");
+}
+
+std::string PairLines(const Project& project)
+{
+    const SavedSource source = SourceOf(project);
+    const std::int32_t count = project.FindAndReplaceList->Count();
+    std::string lines = source.isExternal ? fmt::format("Pairs: those of the list {}; not the job's own ({}):\n",
+                                                        Quoted(source.path), Counted(count, "pair"))
+                                          : fmt::format("Pairs: {}\n", count);
+    for (const auto& item : project.FindAndReplaceList->NewEnum())
+        lines += PairLine(*item);
+    return lines;
+}
+
+std::string FilesLine(const ProjectOptions& options)
+{
+    if (options.TakesListedFiles())
+        return fmt::format("Files: those that {} lists, of the kind {}\n", Quoted(options.FileToProcessFilepath),
+                           ToUtf8(options.ComaSepAllowedExtensions));
+    return fmt::format("Files: {} in {}{}\n", ToUtf8(options.ComaSepAllowedExtensions),
+                       Quoted(options.FileToProcessFolderPath),
+                       options.Include_Subfolders ? " and its subfolders" : "");
+}
+
+std::string OptionLines(const ProjectOptions& options)
+{
+    std::vector<std::string> lines;
+    if (options.BackupMode)
+        lines.push_back("copies each file beside itself first");
+    if (options.KeepOriginalFileDate)
+        lines.push_back("gives files their old dates back");
+    if (options.ProcessReadonlyFiles)
+        lines.push_back("processes read-only files");
+    lines.push_back(options.RequiredFindAndReplaceCount ? "counts every occurrence"
+                                                        : "a find stops at the first occurrence in each text");
+    if (!options.RevisionDocumentPropertyName.empty())
+        lines.push_back(fmt::format("raises the number in the property {} by {}",
+                                    Quoted(options.RevisionDocumentPropertyName),
+                                    Quoted(options.RevisionDocumentPropertyIncrimentedBy)));
+    if (options.RestartApplicationAfterFiles != 0)
+        lines.push_back("starts the presentation program anew after every " +
+                        Counted(options.RestartApplicationAfterFiles, "file"));
+    if (options.AllowAlerts)
+        lines.push_back("lets the presentation program show alerts");
+    if (options.CPUUsage)
+        lines.push_back("spares the processor");
+    return fmt::format("Options:\n    {}\n", fmt::join(lines, "\n    "));
+}
+
+class TextReport : public Report
+{
+public:
+    explicit TextReport(const ReportStyle& style) : style_(style) {}
+
+    std::string OfFile(const FileReport& file) override { return Noted(LinesOf(file)); }
+    std::string AtEnd(const RunSummary& summary) override;
+    std::string OfFile(const BackupReport& file) override { return Noted(LinesOf(file)); }
+    std::string AtEnd(const BackupSummary& summary) override;
+    std::string OfJob(const String& path, const Project& project) override;
+
+private:
+    std::string LinesOf(const FileReport& file) const;
+    std::string LinesOf(const BackupReport& file) const;
+    std::string FileLine(const String& path, const std::string& state) const;
+    std::string FailedLine(const String& path, const String& error) const;
+    std::string FoundLines(const FileReport& file) const;
+    std::string PairText(const PairReport& pair) const;
+    std::string Places(const PairReport& pair) const;
+    std::string Painted(std::string_view text, std::string_view color) const;
+    std::string Gap() const { return hasLines_ ? "\n" : ""; }
+
+    bool Replaces() const { return style_.command == Command::Replace; }
+    bool Restores() const { return style_.command == Command::Restore; }
+
+    std::string Noted(std::string lines)
+    {
+        hasLines_ = hasLines_ || !lines.empty();
+        return lines;
+    }
+
+    const ReportStyle style_;
+    bool hasLines_ = false;
+};
+
+std::string TextReport::AtEnd(const RunSummary& summary)
+{
+    return Gap() + fmt::format("{}: {} {}, {} {}, {} failed; {} {}\n", Counted(summary.files, "file"), summary.changed,
+                               Replaces() ? "changed" : "with hits", summary.unchanged,
+                               Replaces() ? "unchanged" : "without", summary.failed,
+                               Counted(summary.occurrences, "occurrence"), Replaces() ? "replaced" : "found");
+}
+
+std::string TextReport::AtEnd(const BackupSummary& summary)
+{
+    return Gap() + fmt::format("{}: {} {}, {} without a backup, {} failed\n", Counted(summary.files, "file"),
+                               summary.done, Restores() ? "restored" : "backups removed", summary.unchanged,
+                               summary.failed);
+}
+
+std::string TextReport::OfJob(const String& path, const Project& project)
+{
+    return fmt::format("{}\n", ToUtf8(path)) + PairLines(project) + FilesLine(*project.options) +
+           OptionLines(*project.options);
+}
+
+std::string TextReport::LinesOf(const FileReport& file) const
+{
+    if (file.status == FileStatus::NotProcessed)
+        return FailedLine(file.path, file.error);
+    if (file.status == FileStatus::NothingCounted)
+        return style_.verbose ? FileLine(file.path, Replaces() ? "unchanged" : "nothing found") : std::string();
+
+    const auto state =
+        fmt::format("{}{} {}", Replaces() ? "changed, " : "", file.Occurrences(), Replaces() ? "replaced" : "found");
+    return FileLine(file.path, Painted(state, green)) + FoundLines(file);
+}
+
+std::string TextReport::LinesOf(const BackupReport& file) const
+{
+    if (file.status == FileStatus::NotProcessed)
+        return FailedLine(file.file, file.error);
+    if (file.status == FileStatus::NothingCounted)
+        return style_.verbose ? FileLine(file.file, "no backup") : std::string();
+    return FileLine(file.file, Painted((Restores() ? "restored from " : "removed ") + ToUtf8(file.backup), green));
+}
+
+std::string TextReport::FileLine(const String& path, const std::string& state) const
+{
+    return fmt::format("{}: {}\n", Painted(ToUtf8(path), bold), state);
+}
+
+std::string TextReport::FailedLine(const String& path, const String& error) const
+{
+    // The texts of the run begin with blanks now and then; people need not see them.
+    const StringView text = StringView(error).substr(std::min(error.size(), error.find_first_not_of(u' ')));
+    return FileLine(path, Painted("failed", red) + ": " + Escaped(text));
+}
+
+/// One line for each pair that occurs, the places under each other.
+std::string TextReport::FoundLines(const FileReport& file) const
+{
+    constexpr std::size_t widest = 60;
+    std::size_t width = 0;
+    for (const PairReport& pair : file.pairs) {
+        if (pair.Occurrences() > 0)
+            width = std::max(width, std::min(widest, Cells(PairText(pair))));
+    }
+
+    std::string lines;
+    for (const PairReport& pair : file.pairs) {
+        if (pair.Occurrences() == 0)
+            continue;
+        const std::string text = PairText(pair);
+        const std::size_t cells = Cells(text);
+        lines += fmt::format("    {}{}  {}\n", text, std::string(cells < width ? width - cells : 0, ' '), Places(pair));
+    }
+    return lines;
+}
+
+std::string TextReport::PairText(const PairReport& pair) const
+{
+    return Replaces() ? Quoted(pair.find) + " -> " + Quoted(pair.replace) : Quoted(pair.find);
+}
+
+/// "slides 2, notes 1": the places where the pair occurs.
+std::string TextReport::Places(const PairReport& pair) const
+{
+    std::string places;
+    for (std::size_t row = 0; row < SearchLocations.size(); ++row) {
+        if (!(style_.setting.*SearchLocations[row].isOn) || pair.counts[row] <= 0)
+            continue;
+        places += fmt::format("{}{} {}", places.empty() ? "" : ", ", SearchLocations[row].name, pair.counts[row]);
+    }
+    return places;
+}
+
+std::string TextReport::Painted(std::string_view text, std::string_view color) const
+{
+    return style_.colors ? fmt::format("{}{}\x1b[0m", color, text) : std::string(text);
+}
+
+}  // namespace
+
+std::unique_ptr<Report> CreateTextReport(const ReportStyle& style)
+{
+    return std::make_unique<TextReport>(style);
+}
+
+}  // namespace tessarine::batch
