@@ -10,8 +10,10 @@ namespace tessarine
 /// four characters too the result lies in another folder, which mostly does not exist.
 String BackupTargetOf(const String& path);
 
-/// The path where restoring and removing look for a backup: up to and including the last ".", then "bak". That it
-/// differs from BackupTargetOf for extensions of four letters is intended.
+/// The path where restoring and removing look for a backup: up to and including the last ".", then "bak".
+///
+/// Intended: for an extension of four letters this is not BackupTargetOf ("a.bak" and "a..bak"). The names are those of
+/// the backups that people already have.
 String BackupPathOf(const String& path);
 
 }  // namespace tessarine

@@ -27,8 +27,8 @@ void Project::RemoveBackupFiles(const String&)
 void Project::RestoreBackupFiles(const String&)
 {
     LogAndReturn({u"RestoreBackupFiles", place}, [&] {
-        // The list is not cleared first, so that after a run a path stands in it twice and is restored twice. This is
-        // intended.
+        // Intended: unlike RemoveBackupFiles this does not clear the list, so after a run a path stands in it twice.
+        // Restoring it twice gives the same file, and FilesToProcess is what callers have always found afterwards.
         AddFilesOfSource();
         for (const String& path : FilesToProcess)
             if (const String backup = BackupPathOf(path); FileExists(backup))

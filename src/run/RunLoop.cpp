@@ -41,7 +41,8 @@ void Project::Replacement(const std::shared_ptr<FindAndReplaceItems>& vFindAndRe
     LogAndReturn({u"Replacement", place}, [&] {
         NotNull(options)->IsFindOnly = false;
         Search(vFindAndReplaceList, vOptionSettings);
-        // A failure of the run skips this, so that a following Search saves its changes. This is intended.
+        // Intended: a failure of the run skips this, and the window tells a run that failed by IsFindOnly still being
+        // off. A Search after it saves its changes.
         NotNull(options)->IsFindOnly = true;
     });
 }
@@ -112,7 +113,7 @@ RunLoop::Step RunLoop::SetUp()
 
     CreateApplication();
     SetDisplayAlerts();
-    // Set here only: what a restart opens runs under the application's default. This is intended.
+    // Intended: only here, because the macros of what a restart opens have always followed the application's default.
     Application().PutAutomationSecurity(powerpoint::msoAutomationSecurityForceDisable);
 
     bound_ = Checked<std::int16_t>(static_cast<std::int64_t>(project_.FilesToProcess.size()));
@@ -147,7 +148,7 @@ RunLoop::Step RunLoop::Begin()
         Statement([&] { ClearAttributes(path_); });
     }
 
-    // Behind the attributes, because the times of a read-only file can't be written back.
+    // After the attributes are cleared, because the times of a read-only file can't be written back.
     if (Options().KeepOriginalFileDate)
         savedTimes_ = GetFileDateTime(path_);
     return Step::Open;
@@ -202,7 +203,7 @@ RunLoop::Step RunLoop::Report()
 
 RunLoop::Step RunLoop::NextFile()
 {
-    // No further than one behind the end: the general handler may come back here from behind the loop.
+    // The general handler may come back here from the end of the loop: the index then stays one past the last file.
     if (index_ <= bound_)
         ++index_;
     const bool isFile = index_ <= bound_;
@@ -236,12 +237,13 @@ RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
             return Step::Open;
         case FailureNumber::ApplicationDefined:
         case FailureNumber::Unspecified:
-            // The two leading blanks are intended.
+            // Intended: the two blanks at the beginning are part of the text that logs and reports have always shown.
             ReportUnprocessed(u"  Wrong Password has been supplied.");
             TellPassedOver(failure);
             return Step::Report;
         default:
-            // The result stays as it is: null, or the previous file's once more. This is intended.
+            // Intended: the result stays null, or the previous file's once more. Receivers count one event for each
+            // file, and OwnResults tells them whether its result is the file's own.
             WriteErrorLog(failure.description);
             TellPassedOver(failure);
             return Step::Report;
@@ -269,7 +271,7 @@ void RunLoop::ReportUnprocessed(const String& error)
 void RunLoop::TellPassedOver(const Failure& failure) const
 {
     if (index_ > bound_)
-        return;  // behind the last file a failure is none of a file
+        return;  // after the last file, so the failure doesn't belong to any file
     Skip([&] {
         if (project_.FailurePassedOver)
             project_.FailurePassedOver(path_, failure);

@@ -35,7 +35,7 @@ public:
 private:
     enum class Mode { General, Captured, None };
 
-    /// Where the loop goes on. NextFile ends the loop behind the last file.
+    /// Where the loop goes on. NextFile ends the loop after the last file.
     enum class Step { SetUp, Begin, Open, Process, Restore, Report, NextFile, End, Done };
 
     Step Perform(Step step);
@@ -82,7 +82,8 @@ private:
     std::int16_t bound_ = 0;
     std::int32_t processedFileCount_ = 0;
 
-    // What a file leaves to the next one is intended: nothing here is cleared between files.
+    // Intended: nothing here is cleared between files. A file whose open fails is reported with the result of the file
+    // before, as receivers of the event expect.
     String path_;
     std::shared_ptr<CounterStatuses> result_;
     FileAttributes savedAttributes_;

@@ -33,7 +33,7 @@ private:
     void StartOrStop();
 
     bool enabled_ = false;
-    TimerIdentifier identifier_ = 0;  // of the system's timer; 0 when none runs
+    TimerIdentifier identifier_ = 0;  // of the system's timer; 0 while the timer is off
 };
 
 }  // namespace tessarine

@@ -26,7 +26,7 @@ WildcardPattern::WildcardPattern(StringView pattern)
                 elements_.push_back({.isAnyRun = true});
                 break;
             case u'?':
-                elements_.push_back({.isNegated = true});  // All but nothing: any character.
+                elements_.push_back({.isNegated = true});  // excludes nothing, so it matches any one character
                 break;
             case u'#':
                 elements_.push_back({.ranges = {{u'0', u'9'}}});
@@ -78,7 +78,7 @@ bool WildcardPattern::Matches(StringView subject) const
     // Only the last run met has to be tried longer: whatever an earlier one could take, the last one can take too.
     std::size_t element = 0;
     std::size_t unit = 0;
-    std::size_t afterRun = elements_.size() + 1;  // Beyond the end: no run met yet.
+    std::size_t afterRun = elements_.size() + 1;  // beyond the end while no run has been met
     std::size_t runEnd = 0;
     while (unit < subject.size()) {
         if (element < elements_.size() && elements_[element].isAnyRun) {

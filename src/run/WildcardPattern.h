@@ -9,13 +9,20 @@
 namespace tessarine
 {
 
-/// The failure of a pattern that says nothing, under the number that it has in Visual Basic.
+/// The failure of a pattern that is not valid, under the number that Visual Basic gives it.
 inline constexpr std::int32_t InvalidPatternString = 93;
 
-/// A wildcard pattern: `*` any run of characters, `?` one character, `#` one digit 0 to 9, `[...]` one character of a
-/// set, `[!...]` one that is not in it; everything else stands for itself. A set holds characters and ranges ("A-Z");
-/// "-" at its begin or end is a hyphen, "[]" stands for nothing and "[!]" for an exclamation mark. Case counts. A
-/// character is a UTF-16 unit.
+/// A wildcard pattern. Case counts. A character is a UTF-16 unit.
+///
+///   *       any run of characters, also an empty one
+///   ?       one character
+///   #       one digit, 0 to 9
+///   [...]   one character of the set: characters and ranges such as A-Z; "-" at its begin or end is a hyphen
+///   [!...]  one character that is not in the set
+///   []      nothing at all
+///   [!]     an exclamation mark
+///
+/// Everything else stands for itself.
 class WildcardPattern
 {
 public:
