@@ -6,7 +6,12 @@ namespace tessarine::builtin
 {
 
 /// What a built-in property reads as that the file doesn't hold.
-enum class UnsetProperty { ReadsEmpty, ReadsZero, CountsSlides, Raises };
+enum class UnsetProperty {
+    ReadsEmpty,    ///< An empty text.
+    ReadsZero,     ///< The number 0.
+    CountsSlides,  ///< The number of slides that the file has.
+    Raises         ///< `Unspecified`: PowerPoint doesn't define the property for such a file.
+};
 
 /// What PowerPoint makes of a built-in property, whatever the format of the file.
 struct BuiltInPropertyRule {

@@ -5,9 +5,9 @@
 namespace tessarine::builtin
 {
 
-/// Stands for a notes page or master that the file doesn't have. PowerPoint shows a default one there and adds it to
-/// the file when it is changed. This one has no shapes, because hits would be counted in text that the file doesn't
-/// hold; its header and footer are empty and take no text.
+/// Stands for a notes page or master that the file doesn't have, so that no object meets a null page. PowerPoint shows
+/// a default one there and adds it to the file when it is changed. This one has no shapes, because hits would be
+/// counted in text that the file doesn't hold; its header and footer are empty and take no text.
 class EmptyPage final : public PageReader
 {
 public:

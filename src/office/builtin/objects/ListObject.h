@@ -27,6 +27,7 @@ protected:
     virtual std::vector<std::shared_ptr<Element>> MakeElements() = 0;
 
 private:
+    /// Walks may be nested and interleaved; each has its own place.
     class Walk final : public powerpoint::Enumerator<Element>
     {
     public:
@@ -42,7 +43,7 @@ private:
         std::size_t next_ = 0;
     };
 
-    std::optional<std::vector<std::shared_ptr<Element>>> elements_;
+    std::optional<std::vector<std::shared_ptr<Element>>> elements_;  // nothing before the first walk
 };
 
 }  // namespace tessarine::builtin

@@ -5,7 +5,8 @@
 namespace tessarine::builtin
 {
 
-/// A text as PowerPoint takes it in: each line end (CR LF, LF or CR) is one paragraph break, a CR.
+/// A text as PowerPoint takes it in: each line end (CR LF, LF or CR) is one paragraph break, a CR. Other control
+/// characters stay; a VT is a line break.
 String WithParagraphBreaks(StringView text);
 
 }  // namespace tessarine::builtin

@@ -14,7 +14,8 @@ namespace tessarine::builtin
 /// no edit.
 std::shared_ptr<powerpoint::DocumentProperties> MakeBuiltInProperties(OpenFileReference file);
 
-/// The custom document properties in the order of the file.
+/// The custom document properties in the order of the file. Their number is that at the moment of this call; it never
+/// changes while a presentation is open.
 std::shared_ptr<powerpoint::DocumentProperties> MakeCustomProperties(OpenFileReference file);
 
 }  // namespace tessarine::builtin

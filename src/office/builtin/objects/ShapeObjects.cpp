@@ -73,6 +73,7 @@ public:
         const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
         if (!hit)
             return nullptr;
+        // Line ends become one unit each, so that what was put in may be shorter than what was asked for.
         const std::size_t length = page_.ReplaceText(shape_, *hit, FindWhat.size(), WithParagraphBreaks(ReplaceWhat));
         return MakeHitRange(shared_from_this(), *hit, length);
     }

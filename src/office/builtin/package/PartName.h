@@ -21,6 +21,7 @@ struct PartNameEqual {
 };
 
 /// The folder of a part: "ppt/slides/" for "ppt/slides/slide1.xml", always with its slash; "" at the root.
+/// Part names have slashes on all systems.
 std::string_view FolderOfPart(std::string_view partName);
 
 /// "ppt/slides/_rels/slide1.xml.rels" for "ppt/slides/slide1.xml"; "_rels/.rels" for the package ("").

@@ -23,7 +23,7 @@ public:
     std::span<const std::byte> Bytes() const { return bytes_; }
 
 private:
-    std::span<const std::byte> bytes_;
+    std::span<const std::byte> bytes_;  // of one of the two below
     void* mapped_ = nullptr;
     std::vector<std::byte> copy_;
 };

@@ -67,14 +67,18 @@ private:
     void DropSignatures(StringView path);  ///< `path` is for the error log.
 
     Package package_;
-    std::vector<Package::Entry> slides_;
-    std::vector<Package::Entry> masters_;
+    std::vector<Package::Entry> slides_;   // in the order of the presentation
+    std::vector<Package::Entry> masters_;  // one for each design, in the order of the presentation
     std::optional<Package::Entry> notesMaster_;
     std::optional<Package::Entry> handoutMaster_;
+
+    // One object for each part: a layout that is the title master of two designs is edited once.
     std::map<Package::Entry, std::unique_ptr<ShapeTreePart>> parts_;
+
+    // All below is made when it is first asked for; most runs need little of it.
     std::optional<BuiltInProperties> builtIn_;
     std::optional<CustomPropertyPart> custom_;
-    std::optional<std::vector<Package::Entry>> notesPages_;
+    std::optional<std::vector<Package::Entry>> notesPages_;  // ascending
     std::optional<TextOfParts> slidesText_;
     std::optional<TextOfParts> notesText_;
 };

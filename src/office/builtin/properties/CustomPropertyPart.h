@@ -29,19 +29,20 @@ public:
     void Flush();
 
 private:
+    /// A `property` element and the variant in it (ECMA-376 part 1, 22.4).
     struct Property {
         String name;
         std::string kind;  // local name of the variant element (vt:i4); "" for a property without one
         powerpoint::Value value;
-        std::size_t offset = 0;  // of the variant element's "<"
+        std::size_t offset = 0;  // of the variant element's "<" in bytes_
         bool changed = false;
     };
 
     std::string ElementOf(const Property& property) const;
 
     Package& package_;
-    std::optional<Package::Entry> entry_;
-    std::string bytes_;  // UTF-8
+    std::optional<Package::Entry> entry_;  // nothing when the package has no such part
+    std::string bytes_;                    // UTF-8
     std::vector<Property> properties_;
 };
 

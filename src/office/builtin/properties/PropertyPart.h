@@ -18,7 +18,10 @@ namespace tessarine::builtin
 class PropertyPart
 {
 public:
-    enum class Which { Core, Extended };
+    enum class Which {
+        Core,     ///< docProps/core.xml: what all kinds of documents have.
+        Extended  ///< docProps/app.xml: what the program says of the document.
+    };
 
     /// Reads the part. The package must outlive this object. Raises `FileCorrupt` when the part is damaged.
     PropertyPart(Package& package, Which which);
@@ -33,12 +36,13 @@ public:
     void Flush();
 
 private:
+    /// A child of the root, or one that is to become one.
     struct Element {
         Ns ns;
         std::string localName;
-        String text;
-        std::size_t offset = 0;  // of its "<"
-        bool isNew = false;
+        String text;             // as it is to be written, without escapes
+        std::size_t offset = 0;  // of its "<" in bytes_
+        bool isNew = false;      // stands nowhere in bytes_
         bool changed = false;
     };
 
@@ -49,12 +53,12 @@ private:
 
     Package& package_;
     Which which_;
-    std::optional<Package::Entry> entry_;
-    std::string bytes_;  // UTF-8
+    std::optional<Package::Entry> entry_;  // nothing while the package has no such part
+    std::string bytes_;                    // UTF-8
     std::vector<Element> elements_;
     std::map<Ns, std::string> prefixes_;  // bound by the root, with their colon
     bool changed_ = false;
-    bool added_ = false;
+    bool added_ = false;  // the package has a type and a relationship for the new part
 };
 
 }  // namespace tessarine::builtin

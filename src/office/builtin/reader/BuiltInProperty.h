@@ -14,11 +14,11 @@ enum class BuiltInProperty : std::uint8_t {
     Author,
     Keywords,
     Comments,
-    Template,
-    LastAuthor,
-    RevisionNumber,  ///< A text, for all its name.
-    ApplicationName,
-    LastPrintDate,  ///< A date, like the next two.
+    Template,         ///< The name of the template that the presentation was made from.
+    LastAuthor,       ///< Who saved the file last.
+    RevisionNumber,   ///< A text, for all its name.
+    ApplicationName,  ///< The program that wrote the file.
+    LastPrintDate,    ///< A date, like the next two.
     CreationDate,
     LastSaveTime,
     TotalEditingTime,  ///< A number, in minutes. The properties called "Number of ..." are numbers, too.
@@ -37,7 +37,7 @@ enum class BuiltInProperty : std::uint8_t {
     NumberOfNotes,
     NumberOfHiddenSlides,
     NumberOfMultimediaClips,
-    HyperlinkBase,
+    HyperlinkBase,  ///< Where relative addresses begin.
     NumberOfCharactersWithSpaces,
     ContentType,
     ContentStatus,

@@ -18,6 +18,7 @@ struct ShapeFacts {
     bool hasTextFrame = false;  ///< True for a shape that can hold text, though it may hold none.
 };
 
+/// Which of a page's two texts is meant. Notes and handouts have both, slides and their masters footers only.
 enum class HeaderFooterKind { Header, Footer };
 
 /// A page as a file holds it: a slide, a notes page, or a master of any kind. It gives the page's shapes, the header

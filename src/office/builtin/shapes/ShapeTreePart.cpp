@@ -235,7 +235,7 @@ LinkRecord& ShapeTreePart::LinkAt(std::size_t index)
 {
     // An edit of the text may have taken the link with it.
     if (index >= Tree().links.size() || Tree().links[index].elements.empty())
-        throw Failure(FailureNumber::InvalidRequest, u"Hyperlink (unknown member) : The link does not exist any more.");
+        throw NoHyperlink();
     return Tree().links[index];
 }
 

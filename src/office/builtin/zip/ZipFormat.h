@@ -39,6 +39,7 @@ Integer Get(std::string_view bytes, std::size_t offset)
     return static_cast<Integer>(value);
 }
 
+/// Overwrites an integer at an offset, which the bytes must reach.
 template <class Integer>
 void Put(std::string& bytes, std::size_t offset, Integer value)
 {
@@ -47,6 +48,7 @@ void Put(std::string& bytes, std::size_t offset, Integer value)
         bytes[offset + i] = static_cast<char>(rest & 0xFF);
 }
 
+/// Adds an integer at the end.
 template <class Integer>
 void Append(std::string& bytes, Integer value)
 {
