@@ -5,6 +5,10 @@
 #include <QComboBox>
 #include <QLineEdit>
 
+#include <algorithm>
+
+#include "model/ProjectKeys.h"
+
 // What goes between the controls and the project, the title, and what is enabled when.
 
 namespace tessarine
@@ -377,6 +381,37 @@ TEST_F(BindingTest, FillingTheProjectLeavesTheListOfPairsAlone)
 
     EXPECT_EQ(CurrentProject->FindAndReplaceList, list);
     EXPECT_THAT(Finds(), ElementsAre("a", "c"));
+}
+
+/// A value that no fresh project has, and that every control takes.
+struct PutUnusualValue {
+    void operator()(bool& field) const { field = true; }
+    void operator()(std::int32_t& field) const { field = 1; }
+    void operator()(String& field) const { field = u"2"; }
+};
+
+TEST_F(BindingTest, TheFormShowsAndTakesEveryStoredOption)
+{
+    const std::vector<String> notOnTheForm{u"ExeLocationIncaseOfFailure", u"PowerpointVersion"};
+    // The list of patterns has one entry, and a pattern that is not in it is not shown.
+    const std::vector<String> notChosen{u"ComaSepAllowedExtensions"};
+    Window();
+    RunOptions shown;
+    for (const StoredOption& option : StoredOptions)
+        std::visit([&](auto field) { PutUnusualValue()(shown.*field); }, option.field);
+    static_cast<RunOptions&>(Options()) = shown;
+    Load();
+    static_cast<RunOptions&>(Options()) = {};
+
+    Window().FillProjectObject();
+
+    for (const StoredOption& option : StoredOptions) {
+        if (std::ranges::count(notChosen, option.key))
+            continue;
+        const bool isOnTheForm = std::ranges::count(notOnTheForm, option.key) == 0;
+        std::visit([&](auto field) { EXPECT_EQ(Options().*field == shown.*field, isOnTheForm) << ToUtf8(option.key); },
+                   option.field);
+    }
 }
 
 // --- Failures --------------------------------------------------------------------------------------------------------

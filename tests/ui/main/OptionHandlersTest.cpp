@@ -86,6 +86,22 @@ INSTANTIATE_TEST_SUITE_P(Boxes, MarkingBoxTest,
                                          OnTab{"chkProccessLongestFileFirst", options}),
                          NameOf);
 
+TEST_F(OptionHandlersTest, EveryBoxOfTheJobMarksItButTheCpus)
+{
+    // Those of the pairs change nothing as long as no row is selected.
+    const QStringList ofPairs{"chkSelectAll", "chkMatchCase", "chkMatchWholeWord", "chkHAlfFulll",
+                              "chkPromptOnReplace"};
+    Window();
+
+    for (QCheckBox* box : Window().findChildren<QCheckBox*>()) {
+        if (ofPairs.contains(box->objectName()))
+            continue;
+        Window().PutIsModifed(false);
+        box->toggle();
+        EXPECT_EQ(Window().IsModifed(), box->objectName() != "chkCPUUsage") << box->objectName().toStdString();
+    }
+}
+
 class MarkingTextTest : public OptionHandlersTest, public testing::WithParamInterface<OnTab>
 {
 };
