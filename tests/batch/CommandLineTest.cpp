@@ -6,6 +6,7 @@
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
 #include "batch/ReportFormats.h"
+#include "model/ListColumns.h"
 #include "model/SearchLocations.h"
 
 namespace tessarine::batch
@@ -331,6 +332,15 @@ TEST(CommandLine, HelpNamesEveryLocationAndWhatIsNotSearched)
     for (const SearchLocation& location : SearchLocations)
         EXPECT_THAT(help, testing::ContainsRegex("[ ]" + std::string(location.name) + "[ ,\n]"));
     EXPECT_THAT(help, HasSubstr("groups, tables, charts"));
+}
+
+TEST(CommandLine, HelpNamesEveryColumnOfAList)
+{
+    const std::string help = EndOf({"list", "convert", "-h"}).output;
+
+    EXPECT_THAT(help, HasSubstr("these " + std::to_string(ListColumnCount) + " headers"));
+    for (const char16_t* header : ListHeaders)
+        EXPECT_THAT(help, testing::ContainsRegex("[ ]" + ToUtf8(header) + "[,\n]"));
 }
 
 TEST(CommandLine, HelpFitsOnATerminal)
