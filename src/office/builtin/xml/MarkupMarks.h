@@ -5,15 +5,13 @@
 #include <cstdint>
 #include <string_view>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include "office/builtin/xml/ByteBlock.h"
 
 namespace tessarine::builtin
 {
 
 /// The places of certain characters in a text, front to back. Found 64 characters at a time, since nearly all of a
-/// part's characters are none of them.
+/// part's characters are none of them. Borrows the text.
 template <char... wanted>
 class CharacterMarks
 {
@@ -34,7 +32,7 @@ public:
         return place;
     }
 
-    /// The next place at or behind `from`, which may not lie in front of the last place given.
+    /// The next place at or after `from`, which may not lie in front of the last place given.
     std::size_t NextFrom(std::size_t from)
     {
         if (from - block_ >= blockSize && from < text_.size()) {
@@ -54,18 +52,14 @@ private:
     {
         const std::size_t length = text_.size() - block_;
         marks_ = 0;
-#if defined(__SSE2__)
         if (length >= blockSize) {
-            for (std::size_t part = 0; part < blockSize; part += 16) {
-                const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text_.data() + block_ + part));
-                __m128i found = _mm_setzero_si128();
-                ((found = _mm_or_si128(found, _mm_cmpeq_epi8(bytes, _mm_set1_epi8(wanted)))), ...);
-                marks_ |= static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm_movemask_epi8(found))) << part;
+            for (std::size_t part = 0; part < blockSize; part += ByteBlock::size) {
+                const ByteBlock bytes(text_.data() + block_ + part);
+                marks_ |= static_cast<std::uint64_t>((bytes.Matches(wanted) | ...).TopBits()) << part;
             }
             return;
         }
-#endif
-        for (std::size_t i = 0; i < length && i < blockSize; ++i) {
+        for (std::size_t i = 0; i < length; ++i) {
             const char c = text_[block_ + i];
             marks_ |= static_cast<std::uint64_t>(((c == wanted) || ...)) << i;
         }
