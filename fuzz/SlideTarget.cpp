@@ -43,15 +43,16 @@ String SwapCase(String text)
     return text;
 }
 
-/// What is found in a body may not be denied by the quick look at the whole part.
-void CheckQuickLook(ShapeTreePart& part, builtin::TextBody& body)
+/// What is found in a body may not be denied by the filter in front of the part.
+void CheckFilter(ShapeTreePart& part, builtin::TextBody& body)
 {
     const String text = body.Text();
     for (const std::size_t length : {1u, 3u, 8u}) {
         for (const std::size_t begin : {std::size_t{0}, text.size() / 2, text.size() - std::min(text.size(), length)}) {
             for (const String& sought : {text.substr(begin, length), SwapCase(text.substr(begin, length))}) {
-                const auto hit = body.Find(TextPattern(sought, false, false), 0);
-                Require(!hit || part.MayHold(SoughtText(sought)), "a text that is found is not denied before");
+                const SoughtText prepared(sought);
+                const auto hit = body.Find(TextPattern(prepared, false, false), 0);
+                Require(!hit || part.Filter().MayHold(prepared), "a text that is found is not denied before");
                 Require(!hit || *hit + sought.size() <= text.size(), "a hit lies in the text");
             }
         }
@@ -125,16 +126,19 @@ void WalkAndEdit(std::string_view input)
     const std::string xml = package.ReadXml(*entry);
     for (std::size_t i = 0; i < part.Read().bodies.size(); ++i) {
         builtin::TextBody& body = part.Body(static_cast<std::int32_t>(i));
-        CheckQuickLook(part, body);
+        CheckFilter(part, body);
         CheckTextTree(body, xml);
     }
     part.Flush();
     Require(!package.IsChanged(), "looking changes nothing");
 
-    const TextPattern pattern(find, false, false);
+    const SoughtText sought(find);
+    const TextPattern pattern(sought, false, false);
     for (std::size_t shape = 0; shape < part.Shapes().size(); ++shape)
         if (part.Shapes()[shape].body >= 0)
             ReplaceIn(part, shape, pattern, with.substr(0, 100));
+    for (std::size_t i = 0; i < part.Read().bodies.size(); ++i)
+        CheckFilter(part, part.Body(static_cast<std::int32_t>(i)));
     const std::vector<String> texts = TextsOf(part.Read());
     try {
         part.Flush();

@@ -57,6 +57,7 @@ const std::vector<Writing> writings{
     {"Escape", P(R("a_x000B_b")), u"a\vb"},
     {"EscapedUnderscore", P(R("a_x005F_x000B_b")), u"a_x000B_b"},
     {"EscapeByReference", P(R("a&#95;x005F_x000B_b")), u"a_x000B_b"},
+    {"EscapesByReferences", P(R("a&#95;x005F&#95;x000B_b")), u"a_x000B_b"},
     {"LineEnd", P(R("a\r\nb")), u"a\nb"},
     {"BlanksInTheTag", P("<a:r><a:t  >Fabrikam</a:t  ></a:r>"), u"Fabrikam"},
     {"LineEndInTheTag", P("<a:r><a:t\n>Fabrikam</a:t\n></a:r>"), u"Fabrikam"},
@@ -68,12 +69,38 @@ const std::vector<Writing> writings{
     {"BeyondThePlane", P(R("\U0001F600\U00010400")), u"\U0001F600\U00010428"},
 };
 
+const std::string foreignText = "<x:t xmlns:x=\"http://example.com/\">zz</x:t>";
+const std::string nestedRun = "<a:r><a:rPr/><a:t>zz</a:t></a:r>";
+
+std::string Extension(const std::string& content)
+{
+    return "<a:extLst><a:ext uri=\"{1}\">" + content + "</a:ext></a:extLst>";
+}
+
+/// Two runs, the second one with content of its own in front of its text.
+std::string SecondRunWith(const std::string& content)
+{
+    return P(R("Fab") + "<a:r>" + content + "<a:t>rikam</a:t></a:r>");
+}
+
+/// Text in places where no program writes any, which is no text of the shape.
 const std::vector<Writing> strange{
-    {"ForeignT",
-     P(R("Fab") + "<a:r><a:rPr><a:extLst><a:ext uri=\"{1}\"><x:t "
-                  "xmlns:x=\"http://example.com/\">zz</x:t></a:ext></a:extLst></a:rPr><a:t>rikam</a:t></a:r>"),
+    {"ForeignT", SecondRunWith("<a:rPr>" + Extension(foreignText) + "</a:rPr>"), u"Fabrikam"},
+    {"SecondT", P("<a:r><a:t>Fab</a:t><a:t>zz</a:t></a:r>" + R("rikam")), u"Fabrikam"},
+    {"SecondTAfterAnEmptyOne", P(R("Fab") + "<a:r><a:t/><a:t>zz</a:t></a:r>" + R("rikam")), u"Fabrikam"},
+    {"ElementInText", P(R("Fab<a:x/>rikam")), u"Fabrikam"},
+    {"RunInProperties", SecondRunWith("<a:rPr>" + Extension(nestedRun) + "</a:rPr>"), u"Fabrikam"},
+    {"RunsInProperties", SecondRunWith("<a:rPr>" + Extension(nestedRun + "<a:r><a:rPr/></a:r>") + "</a:rPr>"),
      u"Fabrikam"},
-    {"SecondT", P("<a:r><a:t>Fab</a:t><a:t>zz</a:t></a:r>" + R("rikam")), u"Fabrikam"}};
+    {"TextInProperties", SecondRunWith("<a:rPr><a:t>zz</a:t></a:rPr>"), u"Fabrikam"},
+    {"RunInALink", SecondRunWith("<a:rPr><a:hlinkClick r:id=\"\">" + Extension(nestedRun) + "</a:hlinkClick></a:rPr>"),
+     u"Fabrikam"},
+    {"RunInPropertiesOfAField",
+     P(R("Fab") + "<a:fld id=\"{1}\" type=\"x\"><a:rPr>" + Extension(nestedRun) +
+       "</a:rPr><a:pPr/><a:t>rikam</a:t></a:fld>"),
+     u"Fabrikam"},
+    {"RunInAForeignChild", SecondRunWith("<x:y xmlns:x=\"http://example.com/\">" + nestedRun + "</x:y>"), u"Fabrikam"},
+};
 INSTANTIATE_TEST_SUITE_P(Strange, TextHint, testing::ValuesIn(strange),
                          [](const auto& tested) { return std::string(tested.param.name); });
 

@@ -8,30 +8,25 @@
 namespace tessarine::builtin
 {
 
-/// A text to look for, prepared for asking many parts.
-struct SoughtText {
-    explicit SoughtText(const String& findWhat);
-
-    std::uint64_t serial;  ///< Tells this text from those prepared before; never 0.
-    String text;
-    String folded;
-    bool hasBreaks = false;              ///< Holds control characters, such as paragraph breaks.
-    std::vector<std::uint32_t> triples;  ///< Hashes of every three units in a row of the folded text.
-};
-
-/// Which three units in a row a text has, by their hashes: a quick way to a no, for what is asked again and again.
-class TripleTable
+/// A text to look for, prepared once: for asking filters (TextFilter) and for finding it (TextPattern).
+class SoughtText
 {
 public:
-    TripleTable() = default;  ///< Not made: may only be asked for that.
-    explicit TripleTable(std::size_t textLength);
+    explicit SoughtText(const String& text);
 
-    bool IsMade() const { return !bits_.empty(); }
-    void Add(StringView folded);
-    bool HoldsAll(const SoughtText& sought) const;  ///< False only when one is missing.
+    const String& Text() const { return text_; }
+    const String& Folded() const { return folded_; }  ///< In the form that case does not matter to (FoldCase).
+
+    /// Whether it has control characters, such as paragraph and line breaks: these are between the runs of a text.
+    bool HasControls() const { return hasControls_; }
+
+    const std::vector<std::uint32_t>& Triples() const { return triples_; }  ///< Of the folded text, for TripleTable.
 
 private:
-    std::vector<bool> bits_;
+    String text_;
+    String folded_;
+    bool hasControls_;
+    std::vector<std::uint32_t> triples_;
 };
 
 }  // namespace tessarine::builtin

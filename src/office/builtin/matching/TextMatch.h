@@ -4,30 +4,28 @@
 #include <optional>
 #include <vector>
 
+#include "office/builtin/matching/SoughtText.h"
 #include "platform/String.h"
 
 namespace tessarine::builtin
 {
 
-/// What is looked for: prepared once, used on many texts.
+/// A text to look for, and which of its occurrences are hits. Borrows the text.
 class TextPattern
 {
 public:
-    TextPattern(const String& findWhat, bool matchCase, bool wholeWords);
-
-    /// True when this is the pattern for these arguments.
-    bool IsFor(const String& findWhat, bool matchCase, bool wholeWords) const
+    TextPattern(const SoughtText& sought, bool matchCase, bool wholeWords)
+        : sought_(sought), matchCase_(matchCase), wholeWords_(wholeWords)
     {
-        return matchCase == matchCase_ && wholeWords == wholeWords_ && findWhat == findWhat_;
     }
+    TextPattern(SoughtText&&, bool, bool) = delete;
 
-    const String& Units() const { return units_; }  ///< Folded when case does not matter.
+    const String& Units() const { return matchCase_ ? sought_.Text() : sought_.Folded(); }
     bool MatchCase() const { return matchCase_; }
     bool WholeWords() const { return wholeWords_; }
 
 private:
-    String findWhat_;
-    String units_;
+    const SoughtText& sought_;
     bool matchCase_;
     bool wholeWords_;
 };
@@ -38,8 +36,9 @@ struct ProtectedRange {
     std::size_t length;
 };
 
-/// First hit at or behind `from`. `searched` is the text in the form that the pattern wants (folded or not), `text` the
-/// text itself, of the same length. Positions are UTF-16 units from 0. An empty pattern has no hit.
+/// First hit at or after `from`; nothing when there is none. `searched` is the text in the form that the pattern wants
+/// (folded unless case matters), `text` the text itself, of the same length. Positions are UTF-16 units from 0. An
+/// empty pattern has no hit.
 ///
 /// Everything is literal: no wildcards, LF is not a paragraph break (CR is), quotes, blanks and hyphens of different
 /// kinds are different, accents count. A hit never splits a surrogate pair. A whole word is one whose neighbours on

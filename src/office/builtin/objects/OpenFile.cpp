@@ -3,16 +3,9 @@
 namespace tessarine::builtin
 {
 
-const TextPattern& OpenFile::Pattern(const String& findWhat, bool matchCase, bool wholeWords)
-{
-    if (!pattern_ || !pattern_->IsFor(findWhat, matchCase, wholeWords))
-        pattern_.emplace(findWhat, matchCase, wholeWords);
-    return *pattern_;
-}
-
 const SoughtText& OpenFile::Sought(const String& text)
 {
-    if (!sought_ || sought_->text != text)
+    if (!sought_ || sought_->Text() != text)
         sought_.emplace(text);
     return *sought_;
 }

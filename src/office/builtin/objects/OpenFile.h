@@ -21,15 +21,13 @@ public:
     /// The page itself, or a page without shapes in place of null.
     PageReader& PageOrEmpty(PageReader* page) { return page == nullptr ? emptyPage_ : *page; }
 
-    /// The search text prepared. The last one is kept, since a run looks for one text all through a file; the reference
-    /// is good until another text is asked for.
-    const TextPattern& Pattern(const String& findWhat, bool matchCase, bool wholeWords);
-    const SoughtText& Sought(const String& text);  ///< The same for hints.
+    /// The search text prepared, for hints and for finding it. The last one is kept, since a run looks for one text all
+    /// through a file; the reference is good until another text is asked for.
+    const SoughtText& Sought(const String& text);
 
 private:
     std::shared_ptr<PresentationReader> reader_;  // the provider watches it to know which files are open
     EmptyPage emptyPage_;
-    std::optional<TextPattern> pattern_;
     std::optional<SoughtText> sought_;
 };
 

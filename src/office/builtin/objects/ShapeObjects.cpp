@@ -60,7 +60,7 @@ public:
                                                 powerpoint::TriState MatchCase,
                                                 powerpoint::TriState WholeWords) override
     {
-        const TextPattern& pattern = file_->Pattern(FindWhat, MatchCase != 0, WholeWords != 0);
+        const TextPattern pattern(file_->Sought(FindWhat), MatchCase != 0, WholeWords != 0);
         const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
         return hit ? MakeHitRange(shared_from_this(), *hit, FindWhat.size()) : nullptr;
     }
@@ -69,7 +69,7 @@ public:
                                                    std::int32_t After, powerpoint::TriState MatchCase,
                                                    powerpoint::TriState WholeWords) override
     {
-        const TextPattern& pattern = file_->Pattern(FindWhat, MatchCase != 0, WholeWords != 0);
+        const TextPattern pattern(file_->Sought(FindWhat), MatchCase != 0, WholeWords != 0);
         const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
         if (!hit)
             return nullptr;

@@ -172,27 +172,27 @@ CustomPropertiesReader& PresentationFile::Custom()
     return *custom_;
 }
 
-TextOfParts PresentationFile::MakeTextOf(const std::vector<Package::Entry>& entries)
+GroupFilter PresentationFile::FilterOf(const std::vector<Package::Entry>& entries)
 {
-    std::vector<ShapeTreePart*> parts;
+    std::vector<PartFilter*> filters;
     for (const Package::Entry entry : entries)
-        parts.push_back(&Part(entry));
-    return TextOfParts(std::move(parts));
+        filters.push_back(&Part(entry).Filter());
+    return GroupFilter(std::move(filters));
 }
 
 bool PresentationFile::SlidesMayHold(const SoughtText& sought)
 {
-    if (!slidesText_)
-        slidesText_ = MakeTextOf(slides_);
-    // The first walk reads slide by slide: a slide that holds the text is then read from bytes that are at hand.
-    return !slidesText_->IsGathered() || slidesText_->MayHold(sought);
+    if (!slidesFilter_)
+        slidesFilter_ = FilterOf(slides_);
+    // The first walk asks slide by slide: a slide that may hold the text is then read from bytes that are at hand.
+    return !slidesFilter_->HasGathered() || slidesFilter_->MayHold(sought);
 }
 
 bool PresentationFile::NotesMayHold(const SoughtText& sought)
 {
-    if (!notesText_)
-        notesText_ = MakeTextOf(NotesPages());
-    return notesText_->MayHold(sought);
+    if (!notesFilter_)
+        notesFilter_ = FilterOf(NotesPages());
+    return notesFilter_->MayHold(sought);
 }
 
 void PresentationFile::Save(StringView path)

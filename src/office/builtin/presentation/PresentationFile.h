@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "office/builtin/matching/GroupFilter.h"
 #include "office/builtin/package/Package.h"
-#include "office/builtin/presentation/TextOfParts.h"
 #include "office/builtin/properties/BuiltInProperties.h"
 #include "office/builtin/properties/CustomPropertyPart.h"
 #include "office/builtin/reader/PresentationReader.h"
@@ -62,7 +62,7 @@ private:
                                            Package::Entry main);
     ShapeTreePart& Part(Package::Entry entry);  ///< The one object for a part, made when it is first asked for.
     const std::vector<Package::Entry>& NotesPages();
-    TextOfParts MakeTextOf(const std::vector<Package::Entry>& entries);
+    GroupFilter FilterOf(const std::vector<Package::Entry>& entries);
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
     void DropSignatures(StringView path);  ///< `path` is for the error log.
 
@@ -79,8 +79,8 @@ private:
     std::optional<BuiltInProperties> builtIn_;
     std::optional<CustomPropertyPart> custom_;
     std::optional<std::vector<Package::Entry>> notesPages_;  // ascending
-    std::optional<TextOfParts> slidesText_;
-    std::optional<TextOfParts> notesText_;
+    std::optional<GroupFilter> slidesFilter_;
+    std::optional<GroupFilter> notesFilter_;
 };
 
 }  // namespace tessarine::builtin

@@ -41,7 +41,7 @@ public:
     virtual ShapeFacts Shape(std::size_t shape) = 0;
 
     /// A hint that may spare a walk over the shapes: false only when no shape's text holds what is sought, whatever the
-    /// case. A format that has no quick way to tell keeps this answer.
+    /// case (see TextFilter). A format that has no quick way to tell keeps this answer.
     virtual bool MayHold(const SoughtText& /*sought*/) { return true; }
 
     /// The first hit in a shape's text that begins at `from` or later, by the rules of the free function

@@ -6,6 +6,7 @@
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/reader/Refusals.h"
 #include "office/builtin/shapes/HyperlinkAddress.h"
+#include "office/builtin/text/GatheredText.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
@@ -66,6 +67,11 @@ void EditAttribute(std::vector<ByteEdit>& edits, std::string_view xml, const Ele
 
 }  // namespace
 
+ShapeTreePart::ShapeTreePart(Package& package, Package::Entry entry)
+    : package_(package), entry_(entry), filter_([this] { return GatherText(package_.ReadXmlOnce(entry_)); })
+{
+}
+
 ShapeTree& ShapeTreePart::Tree()
 {
     if (!tree_)
@@ -84,26 +90,9 @@ void ShapeTreePart::ReadTree()
                             LinkRecord());
 }
 
-bool ShapeTreePart::MayHold(const SoughtText& sought)
-{
-    PartText* const text = UnstructuredText();
-    return text == nullptr || text->MayHold(sought);
-}
-
-PartText* ShapeTreePart::UnstructuredText()
-{
-    if (isEdited_)
-        return nullptr;
-    if (!isGathered_) {
-        isGathered_ = true;
-        partText_ = PartText::Gather(package_.ReadXmlOnce(entry_));
-    }
-    return partText_ ? &*partText_ : nullptr;
-}
-
 const std::string& ShapeTreePart::Text()
 {
-    isEdited_ = true;  // nothing but an edit asks for it
+    filter_.Decline();  // nothing but an edit asks for the text
     if (text_.empty())
         text_ = package_.ReadXmlOnce(entry_);
     return text_;

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "office/builtin/matching/PartFilter.h"
 #include "office/builtin/package/Package.h"
 #include "office/builtin/reader/PageReader.h"
 #include "office/builtin/shapes/ShapeTree.h"
-#include "office/builtin/text/PartText.h"
 #include "office/builtin/xml/XmlEdits.h"
 
 namespace tessarine::builtin
@@ -20,7 +20,9 @@ namespace tessarine::builtin
 class ShapeTreePart final : public PageReader
 {
 public:
-    ShapeTreePart(Package& package, Package::Entry entry) : package_(package), entry_(entry) {}
+    ShapeTreePart(Package& package, Package::Entry entry);
+    ShapeTreePart(const ShapeTreePart&) = delete;  // its filter asks it for the part
+    ShapeTreePart& operator=(const ShapeTreePart&) = delete;
 
     Package::Entry entry() const { return entry_; }
     Relationships& Links() { return package_.RelationshipsOf(entry_); }
@@ -30,12 +32,8 @@ public:
     const std::vector<ShapeRecord>& Shapes() { return Tree().shapes; }
     const ShapeTree& Read() { return Tree(); }
 
-    /// False only when no shape's text holds what is sought, whatever the case. Much cheaper than reading the shapes.
-    bool MayHold(const SoughtText& sought) override;
-
-    /// The part's text without structure; null when that can't be had, or not any more since the part was edited.
-    PartText* UnstructuredText();
-    bool IsGathered() const { return isGathered_; }  ///< That text was asked for before, so that it costs nothing now.
+    bool MayHold(const SoughtText& sought) override { return filter_.MayHold(sought); }
+    PartFilter& Filter() { return filter_; }  ///< What MayHold asks, for a filter in front of many parts.
     TextBody& Body(std::int32_t index) { return Tree().bodies[static_cast<std::size_t>(index)]; }
 
     std::optional<std::size_t> FindText(std::size_t shape, const TextPattern& pattern, std::size_t from) override;
@@ -92,9 +90,7 @@ private:
     Package& package_;
     Package::Entry entry_;
     std::optional<ShapeTree> tree_;
-    std::optional<PartText> partText_;  // as the part was opened
-    bool isGathered_ = false;           // partText_ was tried
-    bool isEdited_ = false;
+    PartFilter filter_;
     std::string text_;                               // UTF-8, kept while there are edits
     std::map<std::size_t, LinkChange> linkChanges_;  // by index
     std::vector<std::size_t> removedLinks_;          // indices of links that are gone from the bytes, ascending

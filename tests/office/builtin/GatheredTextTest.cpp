@@ -1,0 +1,132 @@
+#include "office/builtin/text/GatheredText.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "office/builtin/text/FoldedContent.h"
+#include "office/builtin/text/TagScan.h"
+#include "office/builtin/xml/XmlText.h"
+#include "platform/CaseFolding.h"
+
+namespace tessarine::builtin
+{
+namespace
+{
+
+using testing::Optional;
+
+TEST(AppendFoldedContent, GivesWhatDecodingAndFoldingGive)
+{
+    const std::vector<std::string> pieces{"a",          "Fabrikam ",    "LONGER THAN A BLOCK OF BYTES",
+                                          "\u00C4",     "\u212A",       "\uAB70",
+                                          "\U00010400", "\U0001F600",   "&amp;",
+                                          "&#65;",      "&#x10400;",    "&",
+                                          ";",          "&lt;",         "_",
+                                          "x00",        "&#95;",        "_x0041_",
+                                          "\xC3",       "\xED\xA0\x80", "\xFF",
+                                          "\n"};
+    std::mt19937 random(1);
+    int answers = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string content;
+        for (std::size_t i = random() % 8; i > 0; --i)
+            content += pieces[random() % pieces.size()];
+        SCOPED_TRACE(testing::PrintToString(content));
+        String decoded;
+        AppendContent(content, decoded);
+
+        String text = u"in front ";
+        if (!AppendFoldedContent(content, text))
+            continue;
+
+        ++answers;
+        ASSERT_EQ(text, u"in front " + FoldCase(StringView(decoded)));
+    }
+    EXPECT_GT(answers, 15000);
+}
+
+TEST(AppendFoldedContent, DeclinesEscapesAndLineEndsToBeReadAsOthers)
+{
+    for (const char* const content : {"_x000B_", "a_x000B_b", "&#95;x000B_", "_x0&#48;0B_", "a\rb", "a\r\nb"}) {
+        String text;
+        EXPECT_FALSE(AppendFoldedContent(content, text)) << content;
+    }
+}
+
+TEST(ScanTags, CountsAndFindsAsALookAtEachCharacterDoes)
+{
+    constexpr std::string_view characters = "<</>>:tt!?a ";
+    std::mt19937 random(2);
+    for (std::size_t size = 0; size < 6000; size = size < 100 ? size + 1 : size * 2) {
+        std::string xml;
+        for (std::size_t i = 0; i < size; ++i)
+            xml += characters[random() % characters.size()];
+        std::ptrdiff_t depth = 0;
+        std::size_t others = 0;
+        std::vector<std::pair<std::size_t, std::ptrdiff_t>> places;
+        for (std::size_t i = 0; i + 1 < xml.size(); ++i) {
+            const std::string_view two = std::string_view(xml).substr(i, 2);
+            depth += two == "</" || two == "/>" ? -1 : two[0] == '<' ? 1 : 0;
+            others += two == "<!" || two == "<?";
+            if (two == "<t" || two == ":t")
+                places.emplace_back(i, depth);
+        }
+
+        std::vector<std::pair<std::size_t, std::ptrdiff_t>> candidates;
+        const TagTotals totals =
+            ScanTags(xml, [&](std::size_t at, const auto& depthThere) { candidates.emplace_back(at, depthThere()); });
+
+        EXPECT_EQ(totals.unclosed, depth - static_cast<std::ptrdiff_t>(others)) << size;
+        EXPECT_EQ(totals.others, others) << size;
+        EXPECT_EQ(candidates, places) << size;
+    }
+}
+
+TEST(GatherText, PutsTheRunsOfAPartTogether)
+{
+    EXPECT_THAT(
+        GatherText("<?xml version=\"1.0\"?><p:sp><a:p><a:r><a:t>Fab</a:t></a:r><a:r><a:rPr b=\"1\"/>"
+                   "<a:t>RIKAM</a:t></a:r></a:p><a:p><a:r><a:rPr><a:ea/></a:rPr><a:t>&amp;</a:t></a:r></a:p></p:sp>"),
+        Optional(String(u"fabrikam&")));
+}
+
+TEST(GatherText, TakesAPartWithoutText)
+{
+    EXPECT_THAT(GatherText("<p:sp><a:tab/><a:r><a:t/></a:r></p:sp>"), Optional(String()));
+}
+
+TEST(GatherText, DeclinesMarkupThatIsNotBalanced)
+{
+    EXPECT_EQ(GatherText("<p:sp><a:r><a:t>a</a:t></a:r>"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:r><a:t>a</a:t></a:r></p:sp>"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:r><a:t>a"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:r><a:t"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:t "), std::nullopt);
+}
+
+TEST(GatherText, DeclinesWhatOnlyTheStructureTells)
+{
+    EXPECT_EQ(GatherText("<s><!-- --><a:r><a:t>a</a:t></a:r></s>"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:r><a:t><![CDATA[a]]></a:t></a:r>"), std::nullopt);
+    EXPECT_EQ(GatherText("<s><a:r><a:t>a</a:t></a:r><x:r><x:t>b</x:t></x:r></s>"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:r><a:t>a</a:t><a:t>b</a:t></a:r>"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:r><a:t>a<b/></a:t></a:r>"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:x><a:t>a</a:t></a:x>"), std::nullopt);
+    EXPECT_EQ(GatherText("<a:r><a:rPr x='/>'/><a:t>a</a:t></a:r>"), std::nullopt);
+}
+
+TEST(GatherText, TakesTextsWithFewerElementsAroundThemAfterANewParagraph)
+{
+    const std::string run = "<a:r><a:t>a</a:t></a:r>";
+
+    EXPECT_THAT(GatherText("<s><g><g><a:p>" + run + "</a:p></g></g><a:p><a:r/>" + run + "</a:p></s>"),
+                Optional(String(u"aa")));
+    EXPECT_EQ(GatherText("<s><a:p><a:r><a:rPr><x>" + run + "</x></a:rPr><a:t>a</a:t></a:r></a:p></s>"), std::nullopt);
+    EXPECT_EQ(GatherText("<s><a:p><a:pPr><x>" + run + "</x></a:pPr>" + run + "</a:p></s>"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tessarine::builtin
