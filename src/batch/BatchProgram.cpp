@@ -81,6 +81,7 @@ int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::sha
 
 int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
 {
+    // Loaded into a fresh project: custom properties of a file are appended to those that are there.
     const ProjectOwner project(provider);
     LoadJob(*project, call.job);
     SavedRun run = PrepareRun(*project, call);

@@ -16,7 +16,7 @@ volatile std::sig_atomic_t requested = 0;
 extern "C" void OnCancelSignal(int)
 {
     if (requested)
-        _exit(endedBySignal);
+        _exit(endedBySignal);  // a handler may not call exit: it would run destructors in the middle of a file
     requested = 1;
 }
 
@@ -27,7 +27,7 @@ void WatchForCancel()
     struct sigaction action {
     };
     action.sa_handler = OnCancelSignal;
-    action.sa_flags = SA_RESTART;
+    action.sa_flags = SA_RESTART;  // reads and writes of the file in progress go on
     sigemptyset(&action.sa_mask);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);

@@ -230,6 +230,7 @@ void CheckJobToMake(const BatchCall& call)
 BatchCall CheckedCall(OptionValues& values)
 {
     BatchCall& call = values.call;
+    // Given here and not as the option's start value, because each --pattern adds to those before it.
     if (call.patterns.empty())
         call.patterns.push_back(u"*.ppt*");
     if (Only(call.command) & DescribesJob)

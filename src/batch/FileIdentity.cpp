@@ -14,12 +14,14 @@ std::string FileIdentity::Of(StringView path)
         return ToUtf8(path);  // names no file, so it is like no other path
     const std::filesystem::path named(*native);
     std::error_code error;
+    // A link is the file that it leads to; one that leads nowhere is itself.
     if (std::filesystem::is_symlink(named, error)) {
         const auto target = std::filesystem::canonical(named, error);
         if (!error)
             return target.string();
     }
 
+    // The folder is resolved and the name is not: the file itself may be missing, as lost files of a restore are.
     const auto folder = named.has_parent_path() ? named.parent_path() : std::filesystem::path(".");
     const auto [entry, isNew] = folders_.try_emplace(folder.string());
     if (isNew) {

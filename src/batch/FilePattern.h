@@ -9,14 +9,13 @@ namespace tessarine::batch
 {
 
 /// A file name pattern of a folder scan: `*`, `?`, `#` and `[...]` as in WildcardPattern, without regard to case. What
-/// stands behind the last dot of the pattern is matched against the name's extension and the rest against the rest, so
-/// that
+/// follows the last dot of the pattern is matched against the name's extension and the rest against the rest, so that
 /// "*.ppt*" takes "a.pptx" and leaves its backup "a.ppt.bak" alone. A pattern without a dot is matched against the
 /// whole name.
 class FilePattern
 {
 public:
-    /// Raises 93 for a set that is not closed or a range that runs backwards.
+    /// Raises `InvalidPatternString` for a set that is not closed or a range that runs backwards.
     explicit FilePattern(StringView pattern);
 
     bool Matches(StringView fileName) const;

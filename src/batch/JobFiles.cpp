@@ -99,6 +99,7 @@ private:
 std::vector<JobFile> CollectFiles(const BatchCall& call)
 {
     Collector collector(call);
+    // Read before any path is looked at, so that a list that can't be read stops the call at once.
     const std::vector<String> listed = call.filesFrom ? ReadPathList(*call.filesFrom) : std::vector<String>();
     for (const String& path : call.paths)
         collector.AddPath(path);
@@ -111,6 +112,7 @@ void RefuseSharedBackups(std::vector<JobFile>& files)
 {
     FileIdentity identity;
     std::unordered_set<std::string> taken;
+    // Files that are refused count as well: no backup may overwrite them either.
     for (const JobFile& file : files)
         taken.insert(identity.Of(file.path));
     for (JobFile& file : files) {

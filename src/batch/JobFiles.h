@@ -19,10 +19,10 @@ struct JobFile {
 ///
 /// A file named on the command line or in the list is taken whatever its name. A folder gives its files that match a
 /// pattern of the call, before those of its subfolders, without the owner files "~$…" that an open presentation leaves
-/// and the resource forks
-/// "._…" of other systems. A path that names nothing is refused with "File not found.", except where backups are
-/// wanted: a lost file may still have one. A folder that can't be read is refused itself, with the reason. Raises what
-/// reading the list raises, and 93 for a pattern that is not valid; no file has been looked at then.
+/// and the resource forks "._…" of other systems. A path that names nothing is refused with "File not found.", except
+/// where backups are wanted: a lost file may still have one. A folder that can't be read is refused itself, with the
+/// reason. Raises what reading the list raises, and `InvalidPatternString` for a pattern that is not valid; no file has
+/// been looked at then.
 std::vector<JobFile> CollectFiles(const BatchCall& call);
 
 /// Refuses each file whose backup would overwrite a file of the job, or the backup of a file before it: "a.pptx" and

@@ -9,6 +9,7 @@ namespace tessarine::batch
 
 void FillProject(Project& project, const BatchCall& call)
 {
+    // One setting for all pairs: the command line has no means to tell pairs apart.
     const auto setting = std::make_shared<OptionSetting>(call.setting);
     for (const TextPair& pair : call.pairs)
         project.FindAndReplaceList->Add(pair.find, pair.with, setting, project.shared_from_this());

@@ -14,10 +14,11 @@ namespace tessarine::batch
 namespace
 {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::ordered_json;  // keys keep the order in which they are documented
 
 std::string OneLine(const Json& value)
 {
+    // The library raises on invalid UTF-8 by default, and names of files may hold any bytes.
     return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -53,6 +53,7 @@ String FailureText(const FindAndReplaceItems& list, const String& path)
     if (list.FileFailure->number == FailureNumber::TypeMismatch)
         return u"row " + NumberText(list.Count() + firstRow) + u" holds an error (such as #N/A) in place of a text";
     String reason = list.FileFailure->Reason();
+    // The line that this goes into has named the file already.
     const String prefix = path + u": ";
     return reason.starts_with(prefix) ? reason.substr(prefix.size()) : reason;
 }
@@ -115,6 +116,7 @@ std::vector<std::string> TakeListPairs(Project& project, const BatchCall& call)
             ++withoutText;
             continue;
         }
+        // A copy for each pair, so that the switches of the call do not change the list.
         const OptionSetting& own = *item->OptionSetting;
         const auto setting = std::make_shared<OptionSetting>(HasLocation(call.setting) ? call.setting : own);
         setting->MatchCase = own.MatchCase || call.setting.MatchCase;

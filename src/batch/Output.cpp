@@ -44,7 +44,7 @@ void Output::Write(std::string_view piece)
     EndProgress();
     const bool written = std::fwrite(piece.data(), 1, piece.size(), report_) == piece.size();
     const bool flushed = std::fflush(report_) == 0;
-    failed_ = failed_ || !written || !flushed;
+    failed_ = failed_ || !written || !flushed;  // a full disk shows at the flush
 }
 
 void Output::Note(std::string_view line)
@@ -58,6 +58,7 @@ void Output::Progress(std::string_view line)
 {
     if (!showsProgress_)
         return;
+    // One cell stays free: some terminals wrap a full line, and only its last row could be erased then.
     Put(progress_, std::string(eraseLine) + FittedTo(line, TerminalColumns(progress_) - 1));
     std::fflush(progress_);
     progressShown_ = true;

@@ -34,6 +34,7 @@ std::vector<String> PathsOfList(std::string_view bytes)
     while (!bytes.empty()) {
         std::string_view line = bytes.substr(0, bytes.find('\n'));
         bytes.remove_prefix(std::min(bytes.size(), line.size() + 1));
+        // Lists come from both systems. A name that itself ends in CR can't be listed.
         if (line.ends_with('\r'))
             line.remove_suffix(1);
         if (!line.empty())

@@ -12,7 +12,7 @@ namespace tessarine::batch
 /// Blanks belong to the path.
 std::vector<String> PathsOfList(std::string_view bytes);
 
-/// The list at `path`, "-" for standard input. Raises 53, 70 or 57.
+/// The list at `path`, "-" for standard input. Raises `FileNotFound`, `PermissionDenied` or `DeviceIO`.
 std::vector<String> ReadPathList(StringView path);
 
 }  // namespace tessarine::batch

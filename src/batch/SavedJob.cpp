@@ -101,10 +101,12 @@ std::vector<JobFile> FilesOfCall(const BatchCall& call, const ProjectOptions& op
 /// The full path of a path, which means the same wherever the job is opened. A path of a Windows desktop stays.
 String FullPath(const String& path)
 {
+    // absolute() would take such a path for a name in the current folder.
     const bool hasDrive = path.size() >= 3 && path[1] == u':' && path[2] == u'\\';
     if (hasDrive || path.starts_with(u"\\\\"))
         return path;
     std::filesystem::path full = std::filesystem::absolute(ToUtf8(path)).lexically_normal();
+    // "decks/" and "decks" are the same folder; only the second spelling is saved.
     if (!full.has_filename())
         full = full.parent_path();
     return FromUtf8(full.string());

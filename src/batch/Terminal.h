@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 
-/// What the terminal behind a stream can do. Nothing of it holds for pipes and files.
+/// What a stream can do when a terminal stands behind it. For pipes and files all answers are no.
 namespace tessarine::batch
 {
 

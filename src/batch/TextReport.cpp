@@ -177,7 +177,7 @@ std::string TextReport::FailedLine(const String& path, const String& error) cons
 /// One line for each pair that occurs, the places under each other.
 std::string TextReport::FoundLines(const FileReport& file) const
 {
-    constexpr std::size_t widest = 60;
+    constexpr std::size_t widest = 60;  // a longer pair would push all places off the screen
     std::size_t width = 0;
     for (const PairReport& pair : file.pairs) {
         if (pair.Occurrences() > 0)

@@ -343,6 +343,12 @@ TEST(CommandLine, HelpNamesEveryColumnOfAList)
         EXPECT_THAT(help, testing::ContainsRegex("[ ]" + ToUtf8(header) + "[,\n]"));
 }
 
+TEST(CommandLine, HelpTellsTheFormatsOfReports)
+{
+    EXPECT_THAT(EndOf({"find", "-h"}).output,
+                HasSubstr("  --format text|json    A report for people (the default), or one JSON object a line.\n"));
+}
+
 TEST(CommandLine, HelpFitsOnATerminal)
 {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},

@@ -47,6 +47,6 @@ int main(int argumentCount, char** arguments)
     excel::SetProvider(sheets::CreateProvider());
     batch::WatchForCancel();
     const int status = batch::Perform(std::get<batch::BatchCall>(read), builtin::CreateProvider(), output);
-    SetMessageBox({});
+    SetMessageBox({});  // it holds a reference to the output, which ends here
     return status;
 }
