@@ -90,7 +90,7 @@ TEST_F(JobFilesTest, APathThatNamesNothingIsRefusedInItsPlace)
                 ElementsAre("gone.pptx: File not found.", "a.pptx"));
 }
 
-TEST_F(JobFilesTest, APathWithANulIsRefusedBesideTheLinkInFrontOfIt)
+TEST_F(JobFilesTest, RefusesALinksPathWithANulAfterIt)
 {
     const String file = folder.Write(u"a.pptx");
     std::filesystem::create_symlink("a.pptx", ToUtf8(folder.PathOf(u"link.pptx")));

@@ -22,7 +22,7 @@ std::string JobAsJson(const Project& project)
     return CreateJsonReport({})->OfJob(u"a.tsq", project);
 }
 
-TEST(JobReport, TellsEveryStoredOptionThatARunOrTheWindowReads)
+TEST(JobReport, TellsEveryStoredOptionInUse)
 {
     const std::vector<String> carriedAlong{u"ExeLocationIncaseOfFailure", u"PowerpointVersion"};
     const ProjectOwner fresh;

@@ -272,7 +272,7 @@ TEST_F(ReportedRunTest, GivesAPathThatStandsTwiceTwoReports)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 0 damaged", "a.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, KeepsAFailureAtItsPlaceWhenAPathStandsTwice)
+TEST_F(ReportedRunTest, KeepsFailuresApartWhenAPathStandsTwice)
 {
     Add(u"a.ppt");
     files.push_back(files.front());
@@ -363,7 +363,7 @@ TEST_F(ReportedRunTest, ReportsAFileOnceWhenTheReportRaises)
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "b.ppt 1 2", "c.ppt 1 2"));
 }
 
-TEST_F(ReportedRunTest, KeepsTheReasonOfARefusedFileWhenTheReportRaises)
+TEST_F(ReportedRunTest, KeepsARefusalsReasonWhenTheReportRaises)
 {
     Add(u"a.ppt");
     files.push_back({u"/x/refused", u"its own reason"});

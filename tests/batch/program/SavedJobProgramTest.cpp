@@ -263,7 +263,7 @@ TEST_F(SavedJobProgramTest, PathsTakeThePlaceOfTheJobsOwn)
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST_F(SavedJobProgramTest, NotesAndReplacesAPatternThatTheWindowDoesNotOffer)
+TEST_F(SavedJobProgramTest, ReplacesAPatternThatTheWindowDoesNotOffer)
 {
     SavePairOfDesktop([](const ProjectOwner& project) { project->options->ComaSepAllowedExtensions = u"*.pot*"; });
 
