@@ -21,7 +21,7 @@ namespace tessarine::bench
 namespace
 {
 
-// The decks come from ZipWriter: no comment behind the directory, no extra fields.
+// The decks come from ZipWriter: no comment after the directory, no extra fields.
 constexpr std::size_t EndSize = 22;
 constexpr std::size_t DirectoryHeaderSize = 46;
 constexpr std::size_t LocalHeaderSize = 30;

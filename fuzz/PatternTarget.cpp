@@ -21,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const bool matches = WildcardPattern(pattern).Matches(subject);
         fuzz::Require(!matches || WildcardPattern(u"*" + pattern).Matches(u"any" + subject),
                       "* takes what is in front");
-        fuzz::Require(!matches || WildcardPattern(pattern + u"*").Matches(subject + u"any"), "* takes what is behind");
+        fuzz::Require(!matches || WildcardPattern(pattern + u"*").Matches(subject + u"any"),
+                      "* takes what comes after");
         fuzz::Require(WildcardPattern(u"*").Matches(subject), "* takes everything");
     } catch (const Failure&) {
     }  // refusing is a good answer; all else is a find

@@ -21,7 +21,7 @@ namespace
 
 using namespace powerpoint;
 
-/// A member may refuse; the walk goes on behind it.
+/// A member may refuse; the walk goes on after it.
 template <class Use>
 void Try(Use&& use)
 {

@@ -81,7 +81,7 @@ void ReplaceIn(ShapeTreePart& part, std::size_t shape, const TextPattern& patter
     Require(StringView(after).substr(0, *hit) == StringView(before).substr(0, *hit), "text in front of a hit stays");
     Require(after.size() >= *hit + count &&
                 StringView(after).substr(*hit + count) == StringView(before).substr(*hit + length),
-            "text behind a hit stays");
+            "text after a hit stays");
 }
 
 void EditLinks(ShapeTreePart& part)

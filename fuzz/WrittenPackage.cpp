@@ -12,7 +12,7 @@ namespace
 
 constexpr std::string_view marker = "@@ ";
 
-/// Where the next marker line begins at or behind `at`, which is itself the begin of a line.
+/// Where the next marker line begins at or after `at`, which is itself where a line begins.
 std::size_t NextMarker(std::string_view text, std::size_t at)
 {
     while (at < text.size() && !text.substr(at).starts_with(marker)) {

@@ -9,7 +9,7 @@ namespace tessarine::fuzz
 {
 
 /// A package written out as text, so that a fuzzer's changes reach the parts: in a zip file they would only meet wrong
-/// checksums. Each entry is a line "@@ name" and its content behind it, up to the line end in front of the next.
+/// checksums. Each entry is a line "@@ name" and its content after it, up to the line end in front of the next.
 ///
 ///     @@ ppt/slides/slide1.xml
 ///     <p:sld ...

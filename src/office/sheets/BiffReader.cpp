@@ -17,7 +17,7 @@ namespace
 
 constexpr std::uint32_t maxBiffColumns = 256;
 
-/// Where a formula's tokens begin in its record, behind their length.
+/// Where a formula's tokens begin in its record, after their length.
 constexpr std::size_t formulaTokens = 22;
 
 /// A number in 30 bits (MS-XLS 2.5.217): the upper ones of a floating-point number or a whole number, either in

@@ -14,7 +14,8 @@ namespace tessarine::sheets
 /// a date is the text of that date, as the system displays it. Cells with formatting alone count as empty, so that a
 /// list does not grow by a border that somebody drew around it.
 ///
-/// Raises 1004: for an encrypted workbook, one without a worksheet, an older one, a damaged one, and beyond the limits.
+/// Raises `ApplicationDefined`: for an encrypted workbook, one without a worksheet, an older one, a damaged one, and
+/// beyond the limits.
 Sheet ReadBiff(std::string_view stream, const Limits& limits = Limits::Default());
 
 }  // namespace tessarine::sheets

@@ -50,7 +50,7 @@ struct BiffRecord {
     std::uint16_t type = 0;
     std::string_view data;
 
-    /// Little-endian values at a place in the data. Raise 1004 behind its end.
+    /// Little-endian values at a place in the data. Raise `ApplicationDefined` beyond its end.
     std::uint8_t Byte(std::size_t at) const;
     std::uint16_t Short(std::size_t at) const;
     std::uint32_t Long(std::size_t at) const;
@@ -61,10 +61,10 @@ struct BiffRecord {
 class BiffStream
 {
 public:
-    /// From a byte offset on; raises 1004 when it lies behind the stream's end.
+    /// From a byte offset on; raises `ApplicationDefined` when it lies beyond the stream's end.
     explicit BiffStream(std::string_view stream, std::size_t offset = 0);
 
-    /// The next record, or nothing at the stream's end. Raises 1004 when a record goes beyond it.
+    /// The next record, or nothing at the stream's end. Raises `ApplicationDefined` when a record goes beyond it.
     std::optional<BiffRecord> Next();
 
     /// The next record if it is of this type; otherwise nothing, and the place stays.
@@ -75,8 +75,8 @@ private:
     std::size_t at_ = 0;
 };
 
-/// The bytes of a record and of the Continue records behind it, read from front to back. All members raise 1004 when
-/// they end too early.
+/// The bytes of a record and of the Continue records after it, read from front to back. All members raise
+/// `ApplicationDefined` when they end too early.
 class RecordBody
 {
 public:

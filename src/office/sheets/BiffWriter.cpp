@@ -106,7 +106,7 @@ std::string Globals(const SharedTexts& texts)
                               BiffBytes().Shorts({0, 0, 0x3A5C, 0x23BE, 0x38, 0, 0, 1, 600}).Record(BiffType::Window1) +
                               FontsAndFormats();
     const std::string back = texts.Records() + End();
-    // The sheet lies behind the globals, this record among them.
+    // The sheet comes after the globals, this record among them.
     const std::size_t offset = front.size() + BoundSheet(0).size() + back.size();
     return front + BoundSheet(offset) + back;
 }

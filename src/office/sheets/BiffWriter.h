@@ -11,7 +11,7 @@ namespace tessarine::sheets
 /// those that begin with "=", and booleans stay booleans; a number that is none becomes the error #NUM!. The first row,
 /// a list's headers, is bold.
 ///
-/// Raises 1004 for more than 65536 rows or 256 columns, and for a text of more than 32767 UTF-16 units.
+/// Raises `ApplicationDefined` for more than 65536 rows or 256 columns, and for a text of more than 32767 UTF-16 units.
 std::string WriteBiff(const Sheet& sheet);
 
 /// The longest text that a cell takes, in UTF-16 units.

@@ -66,7 +66,7 @@ bool ShowsDate(StringView code)
 
 std::optional<String> DateText(double number, bool countsFrom1904)
 {
-    constexpr double endOfTime = 2958466;  // the day behind 31 December 9999
+    constexpr double endOfTime = 2958466;  // the day after 31 December 9999
     constexpr double secondsOfDay = 86400;
     constexpr double daysUntil1970 = 25569;
     constexpr double daysFrom1900To1904 = 1462;

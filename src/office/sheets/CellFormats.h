@@ -26,8 +26,9 @@ public:
     explicit CellFormats(const Limits& limits) : limits_(limits) {}
 
     void AddNumberFormat(std::uint16_t id, StringView code);
-    void AddCellFormat(
-        std::uint16_t numberFormat);  ///< Cells name these by their position. Raises 1004 beyond the limits.
+
+    /// Cells name these by their position. Raises `ApplicationDefined` beyond the limits.
+    void AddCellFormat(std::uint16_t numberFormat);
 
     /// Whether a cell of this format shows a date; no for a format that there isn't.
     bool IsDate(std::uint16_t cellFormat) const;

@@ -16,7 +16,7 @@ bool IsCompoundFile(std::string_view file);
 class CompoundFile
 {
 public:
-    explicit CompoundFile(std::string_view file);  ///< Raises 1004 for a damaged one.
+    explicit CompoundFile(std::string_view file);  ///< Raises `ApplicationDefined` for a damaged one.
     ~CompoundFile();
     CompoundFile(const CompoundFile&) = delete;
     CompoundFile& operator=(const CompoundFile&) = delete;
@@ -24,7 +24,7 @@ public:
     /// Whether the root has an entry of this name, whatever its case (ASCII).
     bool Has(std::string_view name) const { return IndexOf(name) >= 0; }
 
-    /// The bytes of a stream in the root. Raises 1004 when there is no such stream or it can't be read.
+    /// The bytes of a stream in the root. Raises `ApplicationDefined` when there is no such stream or it can't be read.
     std::string Stream(std::string_view name) const;
 
 private:
@@ -36,7 +36,7 @@ private:
     std::unique_ptr<Directory> directory_;
 };
 
-/// The bytes of a compound file with one stream. Raises 1004 when it can't be made.
+/// The bytes of a compound file with one stream. Raises `ApplicationDefined` when it can't be made.
 std::string CompoundFileOf(const char* name, std::string_view stream);
 
 }  // namespace tessarine::sheets

@@ -91,7 +91,7 @@ private:
             field_ += u'"';
             ++at_;
         }
-        const std::size_t end = EndOfField(at_);  // whatever stands behind the closing quote belongs to the field
+        const std::size_t end = EndOfField(at_);  // whatever comes after the closing quote belongs to the field
         field_ += text_.substr(at_, end - at_);
         at_ = end;
         return field_;

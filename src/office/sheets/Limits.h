@@ -7,7 +7,7 @@ namespace tessarine::sheets
 {
 
 /// What the engine is willing to hold for one sheet. Far beyond what real lists need; a hostile file meets a failure
-/// (1004) here instead of the machine's memory.
+/// (`ApplicationDefined`) here instead of the machine's memory.
 struct Limits {
     std::uint64_t fileBytes = 256u << 20;
     std::size_t cells = 65536u * 256u;   ///< As many as a sheet of a binary workbook has; texts, too.

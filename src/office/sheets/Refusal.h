@@ -8,14 +8,14 @@
 namespace tessarine::sheets
 {
 
-/// The failure of the spreadsheet application: 1004 whatever the reason, as Excel raises it, with a text that tells the
-/// reason.
+/// The failure of the spreadsheet application: `ApplicationDefined` whatever the reason, as Excel raises it, with a
+/// text that tells the reason.
 inline Failure Refusal(std::string_view what)
 {
     return {FailureNumber::ApplicationDefined, FromUtf8(what)};
 }
 
-/// The failure for a file that ends early or contradicts itself: 1004.
+/// The failure for a file that ends early or contradicts itself: `ApplicationDefined`.
 inline Failure Damage(std::string_view what)
 {
     return Refusal("The file is damaged: " + std::string(what));

@@ -47,11 +47,11 @@ public:
     /// The value at a place; empty where none was put, beyond the limits too.
     Cell At(std::uint32_t row, std::uint32_t column) const;
 
-    /// Puts a value in place of the old one; empty takes it away. Raises 1004 beyond the limits.
+    /// Puts a value in place of the old one; empty takes it away. Raises `ApplicationDefined` beyond the limits.
     void Put(std::uint32_t row, std::uint32_t column, const Cell& value);
     void PutText(std::uint32_t row, std::uint32_t column, TextId text);
 
-    TextId AddText(StringView text);  ///< Raises 1004 beyond the limits.
+    TextId AddText(StringView text);  ///< Raises `ApplicationDefined` beyond the limits.
     StringView Text(TextId text) const;
 
     Extent UsedRange() const;

@@ -1,6 +1,7 @@
 #include "office/sheets/TextEncoding.h"
 
 #include "platform/CodePage.h"
+#include "platform/Utf16.h"
 
 namespace tessarine::sheets
 {
@@ -23,11 +24,11 @@ String FromUtf16(std::string_view bytes, std::size_t lowByte)
 /// Whether FromUtf8 met a byte that is not UTF-8: it leaves a low surrogate without a high one in front.
 bool HasForeignBytes(StringView text)
 {
-    bool isBehindHigh = false;
+    bool followsHigh = false;
     for (const char16_t unit : text) {
-        if (unit >= 0xDC00 && unit <= 0xDFFF && !isBehindHigh)
+        if (IsLowSurrogate(unit) && !followsHigh)
             return true;
-        isBehindHigh = unit >= 0xD800 && unit <= 0xDBFF;
+        followsHigh = IsHighSurrogate(unit);
     }
     return false;
 }

@@ -9,12 +9,13 @@ namespace tessarine::sheets
 {
 
 /// The first worksheet of a binary workbook's file (.xls), as ReadBiff tells. What a file is shows by its content
-/// alone. Raises 1004 with a text that says what the file is instead: an Office Open XML or OpenDocument workbook, an
-/// encrypted one, a web page, an XML spreadsheet, text, a workbook of Excel 4 or earlier, some other document, empty,
-/// damaged.
+/// alone. Raises `ApplicationDefined` with a text that says what the file is instead: an Office Open XML or
+/// OpenDocument workbook, an encrypted one, a web page, an XML spreadsheet, text, a workbook of Excel 4 or earlier,
+/// some other document, empty, damaged.
 Sheet ReadWorkbook(std::string_view file, const Limits& limits = Limits::Default());
 
-/// The file of a binary workbook with this sheet, as WriteBiff tells. Raises 1004 for what it can't hold.
+/// The file of a binary workbook with this sheet, as WriteBiff tells. Raises `ApplicationDefined` for what it can't
+/// hold.
 std::string WriteWorkbook(const Sheet& sheet);
 
 /// Whether a file is a compound file or a zip file, so that it can't be text, whatever its name says.

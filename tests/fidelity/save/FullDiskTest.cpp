@@ -25,7 +25,7 @@ std::int32_t NumberOfSave(powerpoint::Presentation& presentation)
     return 0;
 }
 
-/// Saves with the disk full behind `length` bytes.
+/// Saves with the disk full after `length` bytes.
 std::int32_t SaveWithin(std::size_t length, powerpoint::Presentation& presentation)
 {
     const FileSizeLimit full(length);

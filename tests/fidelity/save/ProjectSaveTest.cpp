@@ -114,7 +114,7 @@ TEST_F(SavedProjectTest, LoadsAsTheOldOrTheNewOneAtEverySystemCallOfAKilledSave)
         Restore();
     }
 
-    // The rename lies in between: kills before it and kills behind it have both been seen.
+    // The rename lies in between: kills before it and kills after it have both been seen.
     EXPECT_GT(oldFiles, 10u);
     EXPECT_GT(kills, oldFiles + 2);
 }

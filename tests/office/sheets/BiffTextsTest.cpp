@@ -13,7 +13,7 @@ using namespace test::biff;
 namespace
 {
 
-/// Reads a table of two texts, the second of which is "end", from the data of its record and of one behind it.
+/// Reads a table of two texts, the second of which is "end", from the data of its record and of one after it.
 std::vector<std::string> ReadSplit(const std::string& data, const std::string& continued)
 {
     BiffBook book;

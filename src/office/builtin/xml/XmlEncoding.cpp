@@ -5,6 +5,7 @@
 
 #include "office/builtin/limits/Damage.h"
 #include "platform/String.h"
+#include "platform/Utf16.h"
 
 namespace tessarine::builtin
 {
@@ -35,13 +36,13 @@ std::string WithReferences(std::string_view utf8)
     const String units = FromUtf8(utf8);
     std::string bytes;
     for (std::size_t i = 0; i < units.size(); ++i) {
-        char32_t codePoint = units[i];
+        const char32_t codePoint = CodePointAt(units, i);
         if (codePoint < 0x80) {
             bytes += static_cast<char>(codePoint);
             continue;
         }
-        if (codePoint >= 0xD800 && codePoint <= 0xDBFF && i + 1 < units.size())
-            codePoint = 0x10000 + ((codePoint - 0xD800) << 10) + (units[++i] - 0xDC00u);
+        if (codePoint >= 0x10000)
+            ++i;
         bytes += "&#" + std::to_string(static_cast<std::uint32_t>(codePoint)) + ";";
     }
     return bytes;

@@ -14,11 +14,11 @@ enum class XmlEncoding {
     Ascii  ///< Declared as something else; all is well as long as the bytes stay within ASCII.
 };
 
-/// The encoding of a part, by its byte order mark or, without one, by how "<" stands in it. Raises -2147023504 for a
+/// The encoding of a part, by its byte order mark or, without one, by how "<" stands in it. Raises `FileCorrupt` for a
 /// declared encoding that is neither UTF-8 nor UTF-16 when the part has bytes beyond ASCII.
 XmlEncoding EncodingOf(std::string_view bytes, std::string_view part);
 
-/// The part as UTF-8. A byte order mark stays, as U+FEFF. Raises -2147023504 for UTF-16 that is cut.
+/// The part as UTF-8. A byte order mark stays, as U+FEFF. Raises `FileCorrupt` for UTF-16 that is cut.
 std::string DecodeXml(std::string_view bytes, XmlEncoding encoding, std::string_view part);
 
 /// The reverse: the same bytes again for what was not edited. What ASCII can't hold becomes character references.
