@@ -59,25 +59,26 @@ void CheckFilter(ShapeTreePart& part, builtin::TextBody& body)
     }
 }
 
-/// The markup taken apart for editing is the same bytes put together. (It goes by local names alone; where that makes
-/// another text of it, an edit is refused.)
-void CheckTextTree(const builtin::TextBody& body, std::string_view xml)
+/// A text taken apart for editing is the text that was read, and the same bytes put together.
+void CheckTextTree(const builtin::TextBody& body, const builtin::XmlDocument& document)
 {
-    const builtin::TextTree tree(xml, body.Offset());
-    Require(tree.Begin() <= tree.End() && tree.Bytes() == xml.substr(tree.Begin(), tree.End() - tree.Begin()),
-            "a text body taken apart and put together is the same bytes");
+    const builtin::TextTree tree(document, document.ElementAt(body.Offset()));
+    Require(
+        tree.Begin() <= tree.End() && tree.Bytes() == document.Bytes().substr(tree.Begin(), tree.End() - tree.Begin()),
+        "a text body taken apart and put together is the same bytes");
+    Require(tree.Text() == body.Text(), "a text body taken apart holds the text that was read");
 }
 
 void ReplaceIn(ShapeTreePart& part, std::size_t shape, const TextPattern& pattern, StringView with)
 {
-    builtin::TextBody& body = part.Body(part.Shapes()[shape].body);
+    builtin::TextBody& body = *part.TextOf(shape);
     const auto hit = body.Find(pattern, 0);
     if (!hit)
         return;
     const std::size_t length = pattern.Units().size();
     const String before = body.Text();
     const std::size_t count = part.ReplaceText(shape, *hit, length, with);
-    const String after = part.Body(part.Shapes()[shape].body).Text();
+    const String after = part.TextOf(shape)->Text();
     Require(StringView(after).substr(0, *hit) == StringView(before).substr(0, *hit), "text in front of a hit stays");
     Require(after.size() >= *hit + count &&
                 StringView(after).substr(*hit + count) == StringView(before).substr(*hit + length),
@@ -124,10 +125,11 @@ void WalkAndEdit(std::string_view input)
     ShapeTreePart part(package, *entry);
     part.Links();  // refused now when they are damaged
     const std::string xml = package.ReadXml(*entry);
+    const builtin::XmlDocument document(xml, slideName, builtin::Limits::Small());
     for (std::size_t i = 0; i < part.Read().bodies.size(); ++i) {
-        builtin::TextBody& body = part.Body(static_cast<std::int32_t>(i));
+        builtin::TextBody& body = part.Body(i);
         CheckFilter(part, body);
-        CheckTextTree(body, xml);
+        CheckTextTree(body, document);
     }
     part.Flush();
     Require(!package.IsChanged(), "looking changes nothing");
@@ -135,10 +137,10 @@ void WalkAndEdit(std::string_view input)
     const SoughtText sought(find);
     const TextPattern pattern(sought, false, false);
     for (std::size_t shape = 0; shape < part.Shapes().size(); ++shape)
-        if (part.Shapes()[shape].body >= 0)
+        if (part.TextOf(shape) != nullptr)
             ReplaceIn(part, shape, pattern, with.substr(0, 100));
     for (std::size_t i = 0; i < part.Read().bodies.size(); ++i)
-        CheckFilter(part, part.Body(static_cast<std::int32_t>(i)));
+        CheckFilter(part, part.Body(i));
     const std::vector<String> texts = TextsOf(part.Read());
     try {
         part.Flush();

@@ -288,6 +288,55 @@ TEST(HyperlinkPut, OnAJumpToASlideIsRefused)
     EXPECT_EQ(deck.Bytes(), Deck().Slide(Linked(LinkToSlide(1))).Bytes());
 }
 
+/// The id of the one hyperlink relationship of slide 1.
+std::string LinkIdOf(const Deck& deck)
+{
+    for (const auto& relationship : PackageReader(deck).Relationships(slide1))
+        if (relationship.type.ends_with("/hyperlink"))
+            return relationship.id;
+    throw std::logic_error("the slide has no link");
+}
+
+TEST(HyperlinkPut, SeesAnIdThatIsWrittenWithReferences)
+{
+    Deck deck = Deck().Slide(Linked(LinkTo(u"http://a").Shared()), Linked(LinkTo(u"http://a").Shared().Tooltip(u"t")));
+    const std::string id = LinkIdOf(deck);
+    const std::string asReferences = "&#" + std::to_string(id.front()) + ";" + id.substr(1);
+    deck.Edit(slide1, "r:id=\"" + id + "\" tooltip", "r:id=\"" + asReferences + "\" tooltip");
+    const DeckOnDisk onDisk(deck);
+
+    onDisk.Change([](auto& presentation) { PutAddress(presentation, 1, u"http://b"); });
+
+    EXPECT_THAT(AddressesOf(*onDisk.Open()), ElementsAre("http://b", "http://a"));
+}
+
+TEST(HyperlinkPut, TakesNoOtherAttributeForAUseOfTheRelationship)
+{
+    Deck deck = Deck().Slide(Linked(LinkTo(u"http://a")), Linked(LinkTo(u"http://b")));
+    const std::string id = LinkIdOf(deck);
+    deck.Edit(slide1, "<p:cSld>", "<p:cSld name=\"" + id + "\">");
+    const DeckOnDisk onDisk(deck);
+    const std::size_t before = onDisk.Package().Relationships(slide1).size();
+
+    onDisk.Change([](auto& presentation) { PutAddress(presentation, 1, u"http://c"); });
+
+    EXPECT_THAT(AddressesOf(*onDisk.Open()), ElementsAre("http://c", "http://b"));
+    EXPECT_EQ(onDisk.Package().Relationships(slide1).size(), before);
+}
+
+TEST(HyperlinkPut, FindsTheIdBehindATooltipThatLooksLikeOne)
+{
+    Deck deck = Deck().Slide(Linked(LinkTo(u"http://a").Shared()), Linked(LinkTo(u"http://a").Shared()));
+    const std::string id = LinkIdOf(deck);
+    deck.Edit(slide1, "<a:hlinkClick r:id=", "<a:hlinkClick tooltip=\"the :id= of it\" r:id=");
+    const DeckOnDisk onDisk(deck);
+
+    onDisk.Change([](auto& presentation) { PutAddress(presentation, 1, u"http://b"); });
+
+    EXPECT_THAT(AddressesOf(*onDisk.Open()), ElementsAre("http://b", "http://a"));
+    EXPECT_EQ(CountIn(onDisk.Package().Entry(slide1).bytes, "tooltip=\"the :id= of it\" r:id=\"" + id + "\""), 1u);
+}
+
 // --- Links and text of one slide -----------------------------------------------------------------------------------
 
 TEST(HyperlinkPut, MixesWithEditsOfTheTextInAnyOrder)

@@ -149,17 +149,5 @@ INSTANTIATE_TEST_SUITE_P(Kinds, OpaqueContent,
                          testing::Values(equation, "<x:y xmlns:x=\"http://example.com/x\"><x:t>Fabrikam</x:t></x:y>"),
                          [](const auto& tested) { return tested.index == 0 ? "Equation" : "UnknownElement"; });
 
-TEST(TextInOtherVocabularies, IsNoTextAndAnEditBesideItIsRefusedWhereItLooksLikeARun)
-{
-    const TextBoxOnDisk box(P(R("one") + "<x:r xmlns:x=\"http://example.com/x\"><x:t>Fabrikam</x:t></x:r>"));
-    const std::string before = box.File().Bytes();
-
-    const Raised raised = RaisedBy([&] { box.Replace(u"one", u"two"); });
-
-    EXPECT_EQ(box.Find(u"Fabrikam"), 0);
-    EXPECT_THAT(raised, FailsWith(FailureNumber::FileCorrupt, "can't be edited"));
-    EXPECT_EQ(box.File().Bytes(), before);
-}
-
 }  // namespace
 }  // namespace tessarine::test

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/CommonEnds.h"
 #include "platform/Failure.h"
+#include "platform/Utf16.h"
 
 namespace tessarine::builtin
 {
@@ -83,7 +85,7 @@ void ReadUnits(Parts& parts, bool decode)
         std::size_t length = lead < 0xC0 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
         length = std::min(length, decoded.size() - i);
         String units = FromUtf8(std::string_view(decoded).substr(i, length));
-        if (units.size() > 1 && !(units[0] >= 0xD800 && units[0] <= 0xDBFF)) {
+        if (units.size() > 1 && !IsPairAt(units, 0)) {
             length = 1;  // no valid UTF-8: byte by byte
             units = FromUtf8(std::string_view(decoded).substr(i, 1));
         }
@@ -126,17 +128,6 @@ Parts TakeApart(std::string_view target, bool withFragment)
     return parts;
 }
 
-bool IsLow(char16_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-/// True when a cut in front of a unit would divide a surrogate pair. Low ones alone stand for bytes that are no UTF-8.
-bool DividesPair(StringView text, std::size_t at)
-{
-    return at > 0 && at < text.size() && IsLow(text[at]) && text[at - 1] >= 0xD800 && text[at - 1] <= 0xDBFF;
-}
-
 /// Percent escapes for what may not stand in a target: blanks, controls, in paths what would read as an escape or a
 /// fragment, and bytes that are no UTF-8.
 std::string Encode(StringView text, Kind kind, bool forwardSlashes, bool withFragment)
@@ -156,9 +147,9 @@ std::string Encode(StringView text, Kind kind, bool forwardSlashes, bool withFra
         }
     };
     for (std::size_t i = 0; i < text.size();) {
-        const std::size_t length = DividesPair(text, i + 1) ? 2 : 1;
+        const std::size_t length = IsPairAt(text, i) ? 2 : 1;
         for (const char byte : ToUtf8(text.substr(i, length)))
-            put(byte, length == 1 && IsLow(text[i]));
+            put(byte, length == 1 && IsLowSurrogate(text[i]));
         i += length;
     }
     return target;
@@ -201,17 +192,7 @@ std::string WriteTarget(std::string_view oldTarget, StringView address, bool wit
         return (kind == Kind::File ? "file:///" : "") + Encode(address, kind, forwardSlashes, withFragment) + fragment;
 
     const StringView before = old.address;
-    const std::size_t shorter = std::min(before.size(), address.size());
-    std::size_t front = 0;
-    while (front < shorter && before[front] == address[front])
-        ++front;
-    if (DividesPair(before, front) || DividesPair(address, front))
-        --front;
-    std::size_t back = 0;
-    while (back < shorter - front && before[before.size() - 1 - back] == address[address.size() - 1 - back])
-        ++back;
-    if (DividesPair(before, before.size() - back) || DividesPair(address, address.size() - back))
-        --back;
+    const auto [front, back] = CommonEndsOf(before, address);
 
     const auto byteAt = [&](std::size_t unit) {
         return unit < old.bytes.size() ? old.bytes[unit].first : old.body.size();
@@ -219,8 +200,8 @@ std::string WriteTarget(std::string_view oldTarget, StringView address, bool wit
     const bool slashesOfFile = kind == Kind::File && old.body.find('\\') == std::string_view::npos;
     std::string target = old.scheme;
     target += old.body.substr(0, byteAt(front));
-    target += Encode(address.substr(front, address.size() - front - back), kind, forwardSlashes || slashesOfFile,
-                     withFragment);
+    const StringView between = address.substr(front, address.size() - front - back);
+    target += Encode(between, kind, forwardSlashes || slashesOfFile, withFragment);
     target += old.body.substr(byteAt(before.size() - back));
     return target + fragment;
 }

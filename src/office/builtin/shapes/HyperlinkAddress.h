@@ -12,7 +12,7 @@ namespace tessarine::builtin
 /// file and relative targets with percent escapes decoded and backslashes ("file:///C:/a%20b.docx" is "C:\a b.docx").
 struct TargetText {
     String address;
-    std::string fragment;  ///< Behind the first "#", as written; the sub-address.
+    std::string fragment;  ///< After the first "#", as written; the sub-address.
 };
 
 /// `withFragment` false: "#" is an ordinary character (sources of linked objects).
@@ -21,7 +21,7 @@ TargetText ReadTarget(std::string_view target, bool withFragment);
 /// True for an address that names a file (drive, UNC or relative path), false for one with a scheme (web, mail).
 bool IsFileAddress(StringView address);
 
-/// Raises -2147024809 for an address of more than 2,083 units, which PowerPoint would want to repair.
+/// Raises `BadArgument` for an address of more than 2,083 units, which PowerPoint would want to repair.
 void CheckAddressLength(StringView address);
 
 /// The target for a new address. What the address has in common with the old one at both ends keeps the bytes that

@@ -1,25 +1,15 @@
 #include "office/builtin/text/TextBody.h"
 
-#include <algorithm>
-
 #include "office/builtin/limits/Damage.h"
 #include "platform/CaseFolding.h"
+#include "platform/CommonEnds.h"
+#include "platform/Utf16.h"
 
 namespace tessarine::builtin
 {
 
 namespace
 {
-
-bool IsHigh(char16_t unit)
-{
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsLow(char16_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
 
 /// The text in the form in which a body holds it.
 String Normalised(StringView text)
@@ -32,10 +22,10 @@ String Normalised(StringView text)
             result += u'\r';
             if (unit == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
                 ++i;
-        } else if (IsHigh(unit) && i + 1 < text.size() && IsLow(text[i + 1])) {
+        } else if (IsPairAt(text, i)) {
             result += unit;
             result += text[++i];
-        } else if (IsHigh(unit) || IsLow(unit) || unit == 0xFFFE || unit == 0xFFFF) {
+        } else if (IsSurrogate(unit) || unit == 0xFFFE || unit == 0xFFFF) {
             result += u'\xFFFD';
         } else {
             result += unit;
@@ -51,6 +41,12 @@ TextBody::TextBody(std::size_t offset, String text, std::vector<ProtectedRange> 
 {
 }
 
+TextBody TextBody::Read(const XmlDocument& document, Node body)
+{
+    BodyText read = ReadBodyText(document, body);
+    return {document.OffsetOf(body), std::move(read.text), std::move(read.protectedRanges)};
+}
+
 std::optional<std::size_t> TextBody::Find(const TextPattern& pattern, std::size_t from)
 {
     if (pattern.Units().size() > text_.size() || from > text_.size() - pattern.Units().size())
@@ -62,43 +58,41 @@ std::optional<std::size_t> TextBody::Find(const TextPattern& pattern, std::size_
     return FindText(folded_, text_, pattern, from, protectedRanges_);
 }
 
-std::size_t TextBody::Replace(std::size_t begin, std::size_t length, StringView with, std::string_view xml)
+std::size_t TextBody::Replace(std::size_t begin, std::size_t length, StringView with, const DocumentSource& document)
 {
     const String inserted = Normalised(with);
     if (StringView(text_).substr(begin, length) == inserted)
         return inserted.size();
-    if (!tree_) {
-        auto tree = std::make_unique<TextTree>(xml, offset_);
-        if (tree->Text() != text_)
-            throw Damage({}, "the text of a shape can't be edited, as its markup is not regular", offset_);
-        tree_ = std::move(tree);
-    }
-    tree_->Replace(begin, length, inserted);
+    TextTree& tree = Open(document);
+    tree.Replace(begin, length, inserted);
 
     text_.replace(begin, length, inserted);
     if (!folded_.empty())
         folded_.replace(begin, length, FoldCase(StringView(inserted)));
     if (!protectedRanges_.empty())
-        protectedRanges_ = tree_->ProtectedRanges();
+        protectedRanges_ = tree.ProtectedRanges();
     return inserted.size();
 }
 
-void TextBody::PutText(StringView text, std::string_view xml)
+void TextBody::PutText(StringView text, const DocumentSource& document)
 {
     const String wanted = Normalised(text);
-    const StringView old = text_;
-    const std::size_t shorter = std::min(old.size(), wanted.size());
-    std::size_t front = 0;
-    while (front < shorter && old[front] == wanted[front])
-        ++front;
-    if (front > 0 && IsHigh(old[front - 1]))
-        --front;  // never half a surrogate pair
-    std::size_t back = 0;
-    while (back < shorter - front && old[old.size() - 1 - back] == wanted[wanted.size() - 1 - back])
-        ++back;
-    if (back > 0 && IsLow(old[old.size() - back]))
-        --back;
-    Replace(front, old.size() - front - back, StringView(wanted).substr(front, wanted.size() - front - back), xml);
+    const auto [front, back] = CommonEndsOf(text_, wanted);
+    Replace(front, text_.size() - front - back, StringView(wanted).substr(front, wanted.size() - front - back),
+            document);
+}
+
+TextTree& TextBody::Open(const DocumentSource& document)
+{
+    if (!tree_) {
+        const XmlDocument& part = document();
+        const Node body = part.ElementAt(offset_);
+        auto tree = body ? std::make_unique<TextTree>(part, body) : nullptr;
+        if (!tree || tree->Text() != text_)
+            throw Damage({}, "a shape's text is not what it was when it was read", offset_);
+        tree_ = std::move(tree);
+    }
+    return *tree_;
 }
 
 }  // namespace tessarine::builtin

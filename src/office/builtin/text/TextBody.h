@@ -1,8 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 #include "office/builtin/matching/TextMatch.h"
@@ -22,20 +22,28 @@ class TextBody
 public:
     /// `offset` is where the body's "<" stands in the bytes of its part.
     TextBody(std::size_t offset, String text, std::vector<ProtectedRange> protectedRanges);
+    static TextBody Read(const XmlDocument& document, Node body);
 
     const String& Text() const { return text_; }
     std::size_t Offset() const { return offset_; }
 
+    /// As FindText, in the text as it is now.
     std::optional<std::size_t> Find(const TextPattern& pattern, std::size_t from);
 
+    /// Gives the part's document, the one that the body was read from; asked for when it is needed.
+    using DocumentSource = std::function<const XmlDocument&()>;
+
     /// Replaces units of the text; line ends (CR, LF, CR LF) in `with` are paragraph breaks, characters that XML can't
-    /// hold become U+FFFD. Returns the number of units that were put in. Replacing text by itself is no edit. `xml` is
-    /// the part's text, needed for the first edit of a body. Raises -2147023504 when the markup does not hold what was
-    /// read.
-    std::size_t Replace(std::size_t begin, std::size_t length, StringView with, std::string_view xml);
+    /// hold become U+FFFD. Returns the number of units that were put in. Replacing text by itself is no edit. Raises as
+    /// Open and TextTree::Replace do.
+    std::size_t Replace(std::size_t begin, std::size_t length, StringView with, const DocumentSource& document);
 
     /// Replaces the whole text, leaving alone what the new text has in common with the old at both ends.
-    void PutText(StringView text, std::string_view xml);
+    void PutText(StringView text, const DocumentSource& document);
+
+    /// The text taken apart, for an edit of its links. Raises `FileCorrupt` when the document does not hold what was
+    /// read: the file was changed by somebody else.
+    TextTree& Open(const DocumentSource& document);
 
     const TextTree* Edited() const { return tree_.get(); }  ///< Null while nothing was changed.
 

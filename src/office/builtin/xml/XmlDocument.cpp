@@ -66,7 +66,7 @@ public:
 private:
     [[noreturn]] void Fail(std::string_view what, std::size_t at) const { throw Damage(part_, what, at); }
 
-    std::size_t Behind(std::string_view end, std::size_t at) const
+    std::size_t OffsetAfter(std::string_view end, std::size_t at) const
     {
         const std::size_t found = bytes_.find(end, at);
         if (found == std::string_view::npos)
@@ -74,14 +74,14 @@ private:
         return found + end.size();
     }
 
-    /// Reads the markup at a "<" and gives the offset behind it.
+    /// Reads the markup at a "<" and gives the offset after it.
     std::size_t ReadTag(std::size_t at)
     {
         const char next = at + 1 < bytes_.size() ? bytes_[at + 1] : '\0';
         if (next == '/')
             return CloseElement(at);
         if (next == '?')
-            return Behind("?>", at + 2);
+            return OffsetAfter("?>", at + 2);
         if (next == '!')
             return ReadDeclaration(at);
         if (!IsNameStart(next))
@@ -93,9 +93,9 @@ private:
     {
         const std::string_view rest = bytes_.substr(at);
         if (rest.starts_with("<!--"))
-            return Behind("-->", at + 4);
+            return OffsetAfter("-->", at + 4);
         if (rest.starts_with("<![CDATA[") && parent_ != noParent)
-            return Behind("]]>", at + 9);
+            return OffsetAfter("]]>", at + 9);
         Fail(rest.starts_with("<!DOCTYPE") ? "it declares a document type, which is not allowed"
                                            : "its markup is not valid",
              at);
@@ -108,7 +108,7 @@ private:
         return at;
     }
 
-    /// The next "<" at or behind an offset, or the end; quotes and brackets in text are passed over.
+    /// The next "<" at or after an offset, or the end; quotes and brackets in text are passed over.
     std::size_t NextTag(std::size_t at)
     {
         std::size_t mark = marks_.NextFrom(at);
@@ -167,12 +167,12 @@ private:
         const std::size_t tagEnd = TagEnd(nameEnd);
         const bool isEmpty = bytes_[tagEnd - 1] == '/';
         const auto index = static_cast<std::uint32_t>(elements_.size());
-        const auto behind = static_cast<std::uint32_t>(tagEnd + 1);
-        elements_.push_back({static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(nameEnd), behind, behind,
-                             behind, parent_, index + 1});
+        const auto after = static_cast<std::uint32_t>(tagEnd + 1);
+        elements_.push_back({static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(nameEnd), after, after, after,
+                             parent_, index + 1});
         if (!isEmpty)
             parent_ = index;
-        return behind;
+        return after;
     }
 
     std::size_t CloseElement(std::size_t at)
@@ -233,6 +233,26 @@ XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Li
             prefixes_[static_cast<std::size_t>(NamespaceOf(Decoded(value)))] = name.substr(6);
         return false;
     });
+    ForgetReboundPrefixes();
+}
+
+/// An element below the root may bind one of the root's prefixes to another namespace. Then that prefix tells nothing,
+/// and each name with it is resolved. Text that looks like a declaration does no harm.
+void XmlDocument::ForgetReboundPrefixes()
+{
+    constexpr std::string_view declaration = "xmlns:";
+    std::size_t at = bytes_.find(declaration, elements_[0].contentBegin);
+    for (; at != std::string_view::npos; at = bytes_.find(declaration, at)) {
+        at += declaration.size();
+        const std::size_t nameEnd = std::min(bytes_.find_first_of("= \t\r\n", at), bytes_.size());
+        const auto usual = std::ranges::find(prefixes_, bytes_.substr(at, nameEnd - at));
+        const std::size_t open = usual == prefixes_.end() ? bytes_.npos : bytes_.find_first_of("\"'", nameEnd);
+        if (open == std::string_view::npos)
+            continue;
+        const std::string_view uri = bytes_.substr(open + 1, bytes_.find(bytes_[open], open + 1) - open - 1);
+        if (NamespaceOf(Decoded(uri)) != static_cast<Ns>(usual - prefixes_.begin()))
+            *usual = {};
+    }
 }
 
 XmlDocument::~XmlDocument()
@@ -314,14 +334,20 @@ std::string_view XmlDocument::Attribute(Node node, std::string_view name) const
     return found;
 }
 
+/// True when the qualified name of a node's attribute is this one. Attributes without a prefix have no namespace.
+bool XmlDocument::IsAttribute(Node node, std::string_view name, Ns ns, std::string_view localName) const
+{
+    const std::size_t colon = name.find(':');
+    return colon != std::string_view::npos && name.substr(colon + 1) == localName &&
+           ResolvePrefix(node, name.substr(0, colon)) == ns;
+}
+
 std::optional<std::string_view> XmlDocument::Attribute(Node node, Ns ns, std::string_view localName) const
 {
     std::optional<std::string_view> found;
     if (node)
         VisitAttributes(node.index_, [&](std::string_view attribute, std::string_view value) {
-            const std::size_t colon = attribute.find(':');
-            if (colon == std::string_view::npos || attribute.substr(colon + 1) != localName ||
-                ResolvePrefix(node, attribute.substr(0, colon)) != ns)
+            if (!IsAttribute(node, attribute, ns, localName))
                 return false;
             found = Decoded(value);
             return true;
@@ -329,13 +355,31 @@ std::optional<std::string_view> XmlDocument::Attribute(Node node, Ns ns, std::st
     return found;
 }
 
-void XmlDocument::ForEachAttribute(Node node,
-                                   const std::function<void(std::string_view, std::string_view)>& visit) const
+std::string_view XmlDocument::AttributeName(Node node, Ns ns, std::string_view localName) const
+{
+    std::string_view found;
+    if (node)
+        VisitAttributes(node.index_, [&](std::string_view attribute, std::string_view) {
+            if (!IsAttribute(node, attribute, ns, localName))
+                return false;
+            found = attribute;
+            return true;
+        });
+    return found;
+}
+
+void XmlDocument::ForEachAttribute(Node node, const AttributeVisitor& visit) const
 {
     VisitAttributes(node.index_, [&](std::string_view name, std::string_view value) {
         visit(name, Decoded(value));
         return false;
     });
+}
+
+void XmlDocument::ForEachAttribute(const AttributeVisitor& visit) const
+{
+    for (std::uint32_t index = 0; index < elements_.size(); ++index)
+        ForEachAttribute({this, index}, visit);
 }
 
 bool XmlDocument::BooleanAttribute(Node node, std::string_view name, bool absent) const
@@ -367,6 +411,18 @@ Ns XmlDocument::ResolvePrefix(Node node, std::string_view prefix) const
     return Ns::None;
 }
 
+std::optional<std::string_view> XmlDocument::DeclarationAt(Node node, std::string_view attribute) const
+{
+    std::optional<std::string_view> found;
+    for (std::uint32_t index = node.index_; index != noParent && !found; index = elements_[index].parent)
+        VisitAttributes(index, [&](std::string_view name, std::string_view value) {
+            if (name == attribute)
+                found = Decoded(value);
+            return found.has_value();
+        });
+    return found;
+}
+
 /// An attribute value as it reads: references decoded, white space as blanks (XML 1.0 3.3.3).
 std::string_view XmlDocument::Decoded(std::string_view value) const
 {
@@ -376,17 +432,27 @@ std::string_view XmlDocument::Decoded(std::string_view value) const
     return decoded_.emplace_back(DecodeAttribute(value));
 }
 
+ElementRange XmlDocument::RangeOf(Node node) const
+{
+    const Element& element = elements_[node.index_];
+    return {element.begin, element.contentBegin, element.contentEnd, element.end, NameOf(node.index_)};
+}
+
+Node XmlDocument::ElementAt(std::size_t offset) const
+{
+    const auto found = std::ranges::lower_bound(elements_, offset, {}, &Element::begin);
+    if (found == elements_.end() || found->begin != offset)
+        return {};
+    return {this, static_cast<std::uint32_t>(found - elements_.begin())};
+}
+
 void XmlDocument::AppendTextOf(Node node, String& text) const
 {
     if (!node)
         return;
-    std::size_t at = elements_[node.index_].contentBegin;
-    for (const Node child : node.ChildElements()) {
-        const Element& element = elements_[child.index_];
-        AppendContent(bytes_.substr(at, element.begin - at), text);
-        at = element.end;
-    }
-    AppendContent(bytes_.substr(at, elements_[node.index_].contentEnd - at), text);
+    const Element& element = elements_[node.index_];
+    AppendContent(bytes_.substr(element.contentBegin, element.contentEnd - element.contentBegin), text,
+                  InnerElements::Skipped);
 }
 
 String XmlDocument::TextOf(Node node) const

@@ -11,6 +11,7 @@
 
 #include "office/builtin/limits/Limits.h"
 #include "office/builtin/xml/XmlNamespaces.h"
+#include "office/builtin/xml/XmlScanner.h"
 #include "platform/String.h"
 
 namespace tessarine::builtin
@@ -47,14 +48,15 @@ private:
 class XmlDocument
 {
 public:
-    /// `bytes` is UTF-8 and must outlive the document. Raises -2147023504 for markup that is not well-formed, for a DTD
-    /// (nothing is ever expanded) and when the index would need more memory than the limits allow. `part` names the
+    /// `bytes` is UTF-8 and must outlive the document. Raises `FileCorrupt` for markup that is not well-formed, for a
+    /// DTD (nothing is ever expanded) and when the index would need more memory than the limits allow. `part` names the
     /// part in failures.
     XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits);
     ~XmlDocument();
     XmlDocument(const XmlDocument&) = delete;
     XmlDocument& operator=(const XmlDocument&) = delete;
 
+    std::string_view Bytes() const { return bytes_; }
     Node Root() const { return {this, 0}; }
 
     /// True when the node is an element of this name.
@@ -69,8 +71,13 @@ public:
     /// The value of an attribute in a namespace, such as r:id.
     std::optional<std::string_view> Attribute(Node node, Ns ns, std::string_view localName) const;
 
+    /// The qualified name of such an attribute, as written ("r:id"); "" when absent.
+    std::string_view AttributeName(Node node, Ns ns, std::string_view localName) const;
+
     /// Calls `visit` with the qualified name and the value of each attribute of an element.
-    void ForEachAttribute(Node node, const std::function<void(std::string_view, std::string_view)>& visit) const;
+    using AttributeVisitor = std::function<void(std::string_view name, std::string_view value)>;
+    void ForEachAttribute(Node node, const AttributeVisitor& visit) const;
+    void ForEachAttribute(const AttributeVisitor& visit) const;  ///< Of all elements, in document order.
 
     /// ECMA-376 22.9.2.7: "1", "true" and "on" are true; an absent attribute has its default.
     bool BooleanAttribute(Node node, std::string_view name, bool absent) const;
@@ -78,14 +85,23 @@ public:
     /// The namespace that a prefix stands for at a node.
     Ns ResolvePrefix(Node node, std::string_view prefix) const;
 
+    /// What the node or the nearest element around it declares by an attribute "xmlns" or "xmlns:x": the namespace as
+    /// it reads, or nothing.
+    std::optional<std::string_view> DeclarationAt(Node node, std::string_view attribute) const;
+
     /// True when some element's local name begins so, whatever its namespace.
     bool HasNameBeginning(std::string_view start) const;
 
     /// Offset of the element's "<" in the bytes.
     std::size_t OffsetOf(Node node) const { return elements_[node.index_].begin; }
 
-    /// The text of an element: its own character data, CDATA included, comments left out, "_xHHHH_" decoded where it is
-    /// a control character.
+    /// Where the element stands in the bytes.
+    ElementRange RangeOf(Node node) const;
+
+    /// The element whose "<" stands at an offset, or none.
+    Node ElementAt(std::size_t offset) const;
+
+    /// The text of an element: its own characters as ContentUnits reads them, without those of elements in it.
     String TextOf(Node node) const;
     void AppendTextOf(Node node, String& text) const;
 
@@ -96,11 +112,11 @@ private:
     struct Element {
         std::uint32_t begin;  // its "<"
         std::uint32_t nameEnd;
-        std::uint32_t contentBegin;  // behind the ">" of its start tag
+        std::uint32_t contentBegin;  // after the ">" of its start tag
         std::uint32_t contentEnd;    // the "<" of its end tag
-        std::uint32_t end;           // behind its last ">"
+        std::uint32_t end;           // after its last ">"
         std::uint32_t parent;
-        std::uint32_t subtreeEnd;  // index behind its last descendant
+        std::uint32_t subtreeEnd;  // index after its last descendant
     };
 
     class Indexer;
@@ -110,14 +126,16 @@ private:
         const Element& element = elements_[index];
         return bytes_.substr(element.begin + 1, element.nameEnd - element.begin - 1);
     }
+    void ForgetReboundPrefixes();
     std::string_view Decoded(std::string_view value) const;
+    bool IsAttribute(Node node, std::string_view name, Ns ns, std::string_view localName) const;
     template <class Visit>
     void VisitAttributes(std::uint32_t index, Visit&& visit) const;
 
     std::string_view bytes_;
     std::vector<Element> elements_;
-    /// The prefix (with its colon) that the root element binds to a namespace; empty when it binds none, or the default
-    /// one, which inner elements often bind anew.
+    /// The prefix that the root element binds to a namespace and no other element binds to another one: names with it
+    /// need no resolving. Empty when there is none.
     std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;
     Ns default_ = Ns::None;                    // bound by the root element to names without a prefix
     mutable std::deque<std::string> decoded_;  // attribute values that are not in the bytes as they read
@@ -152,6 +170,7 @@ public:
 
     Iterator begin() const { return begin_; }
     Iterator end() const { return end_; }
+    bool IsEmpty() const { return begin_ == end_; }
 
 private:
     Iterator begin_;

@@ -24,8 +24,8 @@ std::size_t Find(std::string_view xml, What what, std::size_t at)
     return found;
 }
 
-/// Behind a comment, a CDATA section, a processing instruction or a declaration that begins at `at`; `at` for anything
-/// else.
+/// The offset after a comment, a CDATA section, a processing instruction or a declaration that begins at `at`; `at` for
+/// anything else.
 std::size_t SkipNonElement(std::string_view xml, std::size_t at)
 {
     const char next = at + 1 < xml.size() ? xml[at + 1] : '\0';
@@ -48,20 +48,8 @@ std::size_t NameEnd(std::string_view xml, std::size_t at)
     return at;
 }
 
-}  // namespace
-
-std::string_view LocalName(std::string_view qualifiedName)
-{
-    return qualifiedName.substr(qualifiedName.find(':') + 1);  // npos + 1 is the whole name
-}
-
-std::string_view ElementRange::Prefix() const
-{
-    const std::size_t colon = name.find(':');
-    return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon + 1);
-}
-
-std::size_t BehindTag(std::string_view xml, std::size_t at)
+/// The offset after the ">" of the tag that begins at `at`; attribute values may hold one.
+std::size_t TagEnd(std::string_view xml, std::size_t at)
 {
     for (std::size_t i = at + 1; i < xml.size(); ++i) {
         if (xml[i] == '>')
@@ -72,14 +60,7 @@ std::size_t BehindTag(std::string_view xml, std::size_t at)
     throw Damage({}, "a tag does not end", at);
 }
 
-StartTag ReadStartTag(std::string_view xml, std::size_t at)
-{
-    if (at >= xml.size() || xml[at] != '<')
-        throw Damage({}, "an element was expected", at);
-    const std::size_t end = BehindTag(xml, at);
-    return {at, end, xml.substr(at + 1, NameEnd(xml, at + 1) - at - 1), xml[end - 2] == '/'};
-}
-
+/// The next "<" of a start or end tag at or after `at`.
 std::size_t NextTag(std::string_view xml, std::size_t at)
 {
     while (true) {
@@ -95,17 +76,37 @@ bool IsEndTag(std::string_view xml, std::size_t at)
     return at + 1 < xml.size() && xml[at + 1] == '/';
 }
 
+}  // namespace
+
+std::string_view LocalName(std::string_view qualifiedName)
+{
+    return qualifiedName.substr(qualifiedName.find(':') + 1);  // npos + 1 is the whole name
+}
+
+std::string_view ElementName(std::string_view tag)
+{
+    return tag.substr(1, NameEnd(tag, 1) - 1);
+}
+
+std::string_view ElementRange::Prefix() const
+{
+    const std::size_t colon = name.find(':');
+    return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon + 1);
+}
+
 ElementRange ScanElement(std::string_view xml, std::size_t at)
 {
-    const StartTag tag = ReadStartTag(xml, at);
-    ElementRange range{.begin = at, .contentBegin = tag.end, .name = tag.name};
-    if (tag.isEmpty) {
-        range.contentEnd = range.end = tag.end;
+    if (at >= xml.size() || xml[at] != '<')
+        throw Damage({}, "an element was expected", at);
+    const std::size_t tagEnd = TagEnd(xml, at);
+    ElementRange range{.begin = at, .contentBegin = tagEnd, .name = xml.substr(at + 1, NameEnd(xml, at + 1) - at - 1)};
+    if (xml[tagEnd - 2] == '/') {
+        range.contentEnd = range.end = tagEnd;
         return range;
     }
     std::size_t depth = 1;
-    for (std::size_t i = NextTag(xml, tag.end);; i = NextTag(xml, i)) {
-        const std::size_t end = BehindTag(xml, i);
+    for (std::size_t i = NextTag(xml, tagEnd);; i = NextTag(xml, i)) {
+        const std::size_t end = TagEnd(xml, i);
         if (IsEndTag(xml, i)) {
             if (--depth == 0) {
                 range.contentEnd = i;
@@ -125,17 +126,17 @@ std::size_t NextChild(std::string_view xml, std::size_t at, std::size_t end)
         at = xml.find('<', at);
         if (at == std::string_view::npos || at >= end)
             return end;
-        const std::size_t behind = SkipNonElement(xml, at);
-        if (behind == at)
+        const std::size_t after = SkipNonElement(xml, at);
+        if (after == at)
             return at;
-        at = behind;
+        at = after;
     }
     return end;
 }
 
 AttributeRange FindAttribute(std::string_view xml, std::size_t at, std::string_view name)
 {
-    const std::size_t tagEnd = BehindTag(xml, at) - 1;
+    const std::size_t tagEnd = TagEnd(xml, at) - 1;
     std::size_t i = NameEnd(xml, at + 1);
     while (i < tagEnd) {
         if (IsSpace(xml[i]) || xml[i] == '/') {

@@ -5,6 +5,9 @@
 #include <optional>
 
 #include "office/builtin/limits/Damage.h"
+#include "office/builtin/xml/XmlScanner.h"
+#include "platform/CommonEnds.h"
+#include "platform/Utf16.h"
 
 namespace tessarine::builtin
 {
@@ -18,8 +21,7 @@ bool IsControl(char32_t c)
 }
 
 /// The code of "_xHHHH_" at the start of the text.
-template <class View>
-std::optional<char32_t> EscapeCode(View text)
+std::optional<char32_t> EscapeCode(StringView text)
 {
     if (text.size() < 7 || text[0] != '_' || text[1] != 'x' || text[6] != '_')
         return std::nullopt;
@@ -38,8 +40,7 @@ std::optional<char32_t> EscapeCode(View text)
     return code;
 }
 
-template <class View>
-bool IsControlEscape(View text)
+bool IsControlEscape(StringView text)
 {
     const auto code = EscapeCode(text);
     return code && IsControl(*code);
@@ -53,19 +54,12 @@ void AppendEscapeCode(std::string& bytes, char16_t unit, const char* digits)
     bytes += '_';
 }
 
-/// Calls `put` with each code point; lone surrogates come as they are.
+/// Calls `put` with each code point and where it begins; lone surrogates come as they are.
 template <class Put>
 void ForEachCodePoint(StringView text, Put&& put)
 {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char32_t unit = text[i];
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
-            put(0x10000 + ((unit - 0xD800) << 10) + (text[i + 1] - 0xDC00u), i);
-            ++i;
-        } else {
-            put(unit, i);
-        }
-    }
+    for (std::size_t i = 0; i < text.size(); i += IsPairAt(text, i) ? 2 : 1)
+        put(CodePointAt(text, i), i);
 }
 
 void AppendEscaped(std::string& bytes, char32_t c)
@@ -143,13 +137,13 @@ bool ReadsAsControlEscape(StringView text)
     String seven(text.substr(0, 7));
     if (seven.size() == 7 && IsEscapedInRuns(seven.back()))
         seven.back() = u'_';
-    return IsControlEscape(StringView(seven));
+    return IsControlEscape(seven);
 }
 
-/// True behind a literal "_x005F": an escape there would make one of it, and it has none of its own.
-bool StandsBehindEscapeOfUnderscore(StringView text, std::size_t at)
+/// True after a literal "_x005F": an escape there would complete it to the escape of an underscore.
+bool FollowsEscapeOfUnderscore(StringView text, std::size_t at)
 {
-    return at >= 6 && EscapeCode(StringView(String(text.substr(at - 6, 6)) + u'_')) == U'_';
+    return at >= 6 && EscapeCode(String(text.substr(at - 6, 6)) + u'_') == U'_';
 }
 
 }  // namespace
@@ -158,7 +152,7 @@ std::string EscapeRunText(StringView text)
 {
     std::string bytes;
     ForEachCodePoint(text, [&](char32_t c, std::size_t at) {
-        if (IsEscapedInRuns(c) && StandsBehindEscapeOfUnderscore(text, at)) {
+        if (IsEscapedInRuns(c) && FollowsEscapeOfUnderscore(text, at)) {
             AppendUtf8(bytes, 0xFFFD);
         } else if (IsEscapedInRuns(c)) {
             AppendEscapeCode(bytes, static_cast<char16_t>(c), "0123456789ABCDEF");
@@ -241,24 +235,34 @@ std::optional<Reference> ReadReference(std::string_view text)
     return Reference{*c, semicolon + 1};
 }
 
-/// Reads content front to back. One unit of the text comes from one character, one reference or one escape.
+/// Reads content front to back: the one definition of what an element's content means but for the escapes, which are
+/// joined afterwards. A sink takes what is read:
+///
+///   Plain(bytes, begin)         characters that stand for themselves, in UTF-8
+///   Unit(codePoint, begin, end) one that stands in bytes [begin, end)
+///
+/// and knows whether they come from a CDATA section by `inCData`.
+template <class Sink>
 class ContentReader
 {
 public:
-    explicit ContentReader(std::string_view content) : content_(content) {}
+    ContentReader(std::string_view content, InnerElements elements, Sink& sink)
+        : content_(content), elements_(elements), sink_(sink)
+    {
+    }
 
-    std::vector<ContentUnit> Read()
+    void Read()
     {
         while (at_ < content_.size()) {
-            if (inCData_ && Starts("]]>"))
-                inCData_ = false, at_ += 3;
-            else if (!inCData_ && content_[at_] == '<')
+            if (sink_.inCData && Starts("]]>"))
+                sink_.inCData = false, at_ += 3;
+            else if (!sink_.inCData && content_[at_] == '<')
                 SkipMarkup();
-            else
-                ReadCharacter();
+            else if (content_[at_] == '\r')
+                ReadLineEnd();
+            else if (sink_.inCData || content_[at_] != '&' || !ReadReferenceHere())
+                ReadPlain();
         }
-        JoinEscapes();
-        return std::move(units_);
     }
 
 private:
@@ -275,134 +279,178 @@ private:
     void SkipMarkup()
     {
         if (Starts("<![CDATA["))
-            inCData_ = true, at_ += 9;
+            sink_.inCData = true, at_ += 9;
         else if (Starts("<!--"))
             SkipTo("-->");
         else if (Starts("<?"))
             SkipTo("?>");
+        else if (elements_ == InnerElements::Skipped)
+            at_ = ScanElement(content_, at_).end;
         else
             throw Damage({}, "text holds an element");
     }
 
-    void ReadCharacter()
+    /// XML 1.0 2.11: CR LF and CR are one LF.
+    void ReadLineEnd()
     {
         const std::size_t begin = at_;
-        if (!inCData_ && content_[at_] == '&') {
-            if (const auto reference = ReadReference(content_.substr(at_))) {
-                at_ += reference->length;
-                Push(reference->codePoint, begin);
-                return;
-            }
-        }
-        if (content_[at_] == '\r') {  // XML 1.0 2.11: CR LF and CR are one LF
-            at_ += Starts("\r\n") ? 2 : 1;
-            Push('\n', begin);
-            return;
-        }
-        const std::size_t length = std::min(SequenceLength(content_[at_]), content_.size() - at_);
-        const String text = FromUtf8(content_.substr(at_, length));
-        const bool whole = text.size() == 1 || (text.size() == 2 && text[0] >= 0xD800 && text[0] <= 0xDBFF);
-        at_ += whole ? length : 1;  // bytes that are no UTF-8 come one by one
-        for (const char16_t unit : whole ? text : FromUtf8(content_.substr(begin, 1)))
-            units_.push_back({unit, begin, at_, inCData_});
+        at_ += Starts("\r\n") ? 2 : 1;
+        sink_.Unit(U'\n', begin, at_);
     }
 
-    static std::size_t SequenceLength(char lead)
+    bool ReadReferenceHere()
     {
-        const auto byte = static_cast<unsigned char>(lead);
-        return byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+        const auto reference = ReadReference(content_.substr(at_));
+        if (!reference)
+            return false;
+        const std::size_t begin = at_;
+        at_ += reference->length;
+        const bool isCharacter = reference->codePoint <= 0x10FFFF && !IsSurrogate(reference->codePoint);
+        sink_.Unit(isCharacter ? reference->codePoint : 0xFFFD, begin, at_);
+        return true;
     }
 
-    void Push(char32_t c, std::size_t begin)
+    /// The character here, whatever it is, and those after it that can't mean anything else.
+    void ReadPlain()
     {
-        std::string utf8;
-        AppendUtf8(utf8, c);
-        for (const char16_t unit : FromUtf8(utf8))
-            units_.push_back({unit, begin, at_, inCData_});
-    }
-
-    /// "_xHHHH_" of a control character is one unit that stands for all seven characters; so is "_x005F_" in front of
-    /// what would be one with an underscore.
-    void JoinEscapes()
-    {
-        String text;
-        for (const ContentUnit& unit : units_)
-            text += unit.unit;
-        std::size_t shift = 0;
-        for (std::size_t at = text.find(u"_x00"); at != String::npos; at = text.find(u"_x00", at + 1)) {
-            const auto code = EscapeCode(StringView(text).substr(at));
-            if (!code || !(IsControl(*code) || (*code == '_' && IsControlEscape(StringView(text).substr(at + 6)))))
-                continue;
-            const std::size_t first = at - shift;
-            units_[first].unit = static_cast<char16_t>(*code);
-            units_[first].end = units_[first + 6].end;
-            units_.erase(units_.begin() + static_cast<std::ptrdiff_t>(first) + 1,
-                         units_.begin() + static_cast<std::ptrdiff_t>(first) + 7);
-            shift += 6;
-            at += 6;
-        }
+        const std::string_view special = sink_.inCData ? "]\r" : "<&\r";
+        const std::size_t end = std::min(content_.find_first_of(special, at_ + 1), content_.size());
+        sink_.Plain(content_.substr(at_, end - at_), at_);
+        at_ = end;
     }
 
     std::string_view content_;
+    InnerElements elements_;
+    Sink& sink_;
     std::size_t at_ = 0;
-    bool inCData_ = false;
-    std::vector<ContentUnit> units_;
 };
 
-}  // namespace
+/// "_xHHHH_" of a control character stands for that character; so does "_x005F_" for an underscore in front of what
+/// would be an escape with it.
+struct Escape {
+    std::size_t at;  // of its first unit, of seven
+    char16_t unit;
+};
 
-std::vector<ContentUnit> ContentUnits(std::string_view content)
+constexpr std::size_t escapeLength = 7;
+
+std::vector<Escape> EscapesIn(StringView text)
 {
-    return ContentReader(content).Read();
+    std::vector<Escape> escapes;
+    for (std::size_t at = text.find(u"_x00"); at != StringView::npos; at = text.find(u"_x00", at)) {
+        const auto code = EscapeCode(text.substr(at));
+        const bool isEscape =
+            code && (IsControl(*code) || (*code == '_' && IsControlEscape(text.substr(at + escapeLength - 1))));
+        if (isEscape)
+            escapes.push_back({at, static_cast<char16_t>(*code)});
+        at += isEscape ? escapeLength : 1;
+    }
+    return escapes;
 }
 
-namespace
+/// Moves what stands between the escapes together; `join` puts one element in place of an escape's seven.
+template <class Units, class Join>
+void JoinEscapes(Units& units, std::size_t begin, const std::vector<Escape>& escapes, Join&& join)
 {
+    const auto place = [&](std::size_t at) { return units.begin() + static_cast<std::ptrdiff_t>(begin + at); };
+    auto target = units.end();
+    for (std::size_t i = 0; i < escapes.size(); ++i) {
+        const std::size_t at = escapes[i].at;
+        if (i == 0)
+            target = place(at);
+        *target++ = join(place(at), escapes[i].unit);
+        const auto next = i + 1 < escapes.size() ? place(escapes[i + 1].at) : units.end();
+        target = std::copy(place(at + escapeLength), next, target);
+    }
+    units.erase(target, units.end());
+}
+
+/// Takes content as text alone.
+struct TextSink {
+    void Plain(std::string_view bytes, std::size_t) { text += FromUtf8(bytes); }
+    void Unit(char32_t codePoint, std::size_t, std::size_t) { AppendUtf16(text, codePoint); }
+
+    String& text;
+    bool inCData = false;
+};
+
+/// Takes content as units with their bytes.
+struct UnitSink {
+    /// Each unit tells how many bytes it comes from: a byte that is no UTF-8 is a lone low surrogate (see FromUtf8).
+    void Plain(std::string_view bytes, std::size_t begin)
+    {
+        const String text = FromUtf8(bytes);
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const char16_t unit = text[i];
+            const bool isPair = IsPairAt(text, i);
+            const std::size_t length = isPair ? 4 : unit < 0x80 || IsSurrogate(unit) ? 1 : unit < 0x800 ? 2 : 3;
+            units.push_back({unit, begin, begin + length, inCData});
+            if (isPair)
+                units.push_back({text[++i], begin, begin + length, inCData});
+            begin += length;
+        }
+    }
+
+    void Unit(char32_t codePoint, std::size_t begin, std::size_t end)
+    {
+        String text;
+        AppendUtf16(text, codePoint);
+        for (const char16_t unit : text)
+            units.push_back({unit, begin, end, inCData});
+    }
+
+    std::vector<ContentUnit> units;
+    bool inCData = false;
+};
 
 /// What a character of content asks for. Bits, so that one pass over a text tells all that it needs.
-enum CharacterClass : std::uint8_t { Plain = 0, NonAscii = 1, ReferenceStart = 2, Rare = 4 };
+enum CharacterClass : std::uint8_t { Ascii = 0, NonAscii = 1, Special = 2 };
 
 constexpr auto characterClasses = [] {
     std::array<std::uint8_t, 256> classes{};
     for (std::size_t c = 0x80; c < classes.size(); ++c)
         classes[c] = NonAscii;
-    classes['&'] = ReferenceStart;
-    classes['<'] = Rare;   // CDATA, comments
-    classes['\r'] = Rare;  // line ends to be read as one
-    classes['_'] = Rare;   // may begin an escape
+    classes['&'] = Special;   // references
+    classes['<'] = Special;   // CDATA, comments, elements
+    classes['\r'] = Special;  // line ends to be read as one
+    classes['_'] = Special;   // may begin an escape
     return classes;
 }();
 
 }  // namespace
 
-void AppendContent(std::string_view content, String& text)
+std::vector<ContentUnit> ContentUnits(std::string_view content, InnerElements elements)
 {
-    std::uint8_t needs = Plain;
+    UnitSink sink;
+    ContentReader(content, elements, sink).Read();
+    String text(sink.units.size(), u'\0');
+    std::ranges::transform(sink.units, text.begin(), &ContentUnit::unit);
+    if (const std::vector<Escape> escapes = EscapesIn(text); !escapes.empty())
+        JoinEscapes(sink.units, 0, escapes, [](auto first, char16_t unit) {
+            return ContentUnit{unit, first->begin, first[escapeLength - 1].end, first->inCData};
+        });
+    return std::move(sink.units);
+}
+
+void AppendContent(std::string_view content, String& text, InnerElements elements)
+{
+    std::uint8_t needs = Ascii;
     for (const char c : content)
         needs |= characterClasses[static_cast<unsigned char>(c)];
-    if (needs == Plain) {
+    // Most texts hold nothing that stands for something else than itself: the reader would do the same with them.
+    if (needs == Ascii) {
         text.append(content.begin(), content.end());
-    } else if ((needs & Rare) != 0) {
-        for (const ContentUnit& unit : ContentUnits(content))
-            text += unit.unit;
-    } else if ((needs & ReferenceStart) == 0) {
-        text += FromUtf8(content);
-    } else {
-        std::string decoded;
-        decoded.reserve(content.size());
-        for (std::size_t at = 0; at < content.size();) {
-            const auto reference = content[at] == '&' ? ReadReference(content.substr(at)) : std::nullopt;
-            if (reference) {
-                AppendUtf8(decoded, reference->codePoint);
-                at += reference->length;
-            } else {
-                const std::size_t next = std::min(content.find('&', at + 1), content.size());
-                decoded.append(content, at, next - at);
-                at = next;
-            }
-        }
-        text += FromUtf8(decoded);
+        return;
     }
+    if (needs == NonAscii) {
+        text += FromUtf8(content);
+        return;
+    }
+    const std::size_t begin = text.size();
+    TextSink sink{text};
+    ContentReader(content, elements, sink).Read();
+    if (const std::vector<Escape> escapes = EscapesIn(StringView(text).substr(begin)); !escapes.empty())
+        JoinEscapes(text, begin, escapes, [](auto, char16_t unit) { return unit; });
 }
 
 std::string DecodeAttribute(std::string_view value)
@@ -430,19 +478,9 @@ std::string ReplaceContent(std::string_view content, StringView text, std::strin
     // Bytes in a CDATA section can't be mixed with escaped ones; such content is written anew.
     if (std::ranges::any_of(units, &ContentUnit::inCData))
         return escape(text);
-    const auto isLow = [](char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; };
-    const std::size_t shorter = std::min(units.size(), text.size());
-    std::size_t front = 0;
-    while (front < shorter && units[front].unit == text[front])
-        ++front;
-    while (front > 0 &&
-           ((front < units.size() && isLow(units[front].unit)) || (front < text.size() && isLow(text[front]))))
-        --front;  // never half a surrogate pair
-    std::size_t back = 0;
-    while (back < shorter - front && units[units.size() - 1 - back].unit == text[text.size() - 1 - back])
-        ++back;
-    while (back > 0 && isLow(text[text.size() - back]))
-        --back;
+    String before(units.size(), u'\0');
+    std::ranges::transform(units, before.begin(), &ContentUnit::unit);
+    const auto [front, back] = CommonEndsOf(before, text);
     const std::size_t frontEnd = front == 0 ? 0 : units[front - 1].end;
     const std::size_t backBegin = back == 0 ? content.size() : units[units.size() - back].begin;
     std::string result(content.substr(0, frontEnd));

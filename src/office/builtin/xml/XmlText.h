@@ -17,14 +17,20 @@ std::string EscapeAttribute(StringView text);
 
 /// As EscapeText, but control characters other than tab are written "_xHHHH_", as PresentationML text holds them, and
 /// a literal text of that form has its first underscore written "_x005F_", so that it stays what it is. A control
-/// character behind a literal "_x005F" has no form at all and becomes U+FFFD.
+/// character right after a literal "_x005F" can't be written at all and becomes U+FFFD.
 std::string EscapeRunText(StringView text);
 
 /// As EscapeText for property values: carriage return and line feed are written "_x000d_" and "_x000a_".
 std::string EscapePropertyText(StringView text);
 
-/// Appends the text that an element's content stands for (see ContentUnits).
-void AppendContent(std::string_view content, String& text);
+/// What becomes of elements inside of content that is read as text.
+enum class InnerElements {
+    Refused,  ///< Raises `FileCorrupt`: the content belongs to an element that holds text alone.
+    Skipped   ///< They and what is in them are passed over, as comments are.
+};
+
+/// Appends the text that an element's content stands for: the units of ContentUnits.
+void AppendContent(std::string_view content, String& text, InnerElements elements = InnerElements::Refused);
 
 /// An attribute value as it reads: references decoded, line ends and tabs as blanks.
 std::string DecodeAttribute(std::string_view value);
@@ -38,13 +44,16 @@ struct ContentUnit {
     bool inCData;
 };
 
-/// The text of an element's content as units with their bytes: character and entity references, CDATA sections, line
-/// ends (CR LF and CR read as LF) and "_xHHHH_" are understood; comments and processing instructions are skipped.
-/// Positions count from the start of `content`. Raises -2147023504 on markup that does not belong there.
-std::vector<ContentUnit> ContentUnits(std::string_view content);
+/// The text of an element's content as units with their bytes, positions counting from the start of `content`.
+///
+/// Character and entity references, CDATA sections and line ends (CR LF and CR read as LF) are understood; comments and
+/// processing instructions are passed over. What that gives is searched for "_xHHHH_" of a control character, which is
+/// one unit, whatever its seven characters are written as ("&#95;x000B_" is VT). An "&" that begins no reference and
+/// bytes that are no UTF-8 stand for themselves (see FromUtf8). Raises `FileCorrupt` on markup that does not end.
+std::vector<ContentUnit> ContentUnits(std::string_view content, InnerElements elements = InnerElements::Refused);
 
 /// New content for an element that holds `content`: what the new text has in common with the old at both ends keeps its
-/// bytes, the rest is written by `escape`.
+/// bytes, the rest is written by `escape`. Raises `FileCorrupt` as ContentUnits does, and on elements in the content.
 std::string ReplaceContent(std::string_view content, StringView text, std::string (*escape)(StringView));
 
 }  // namespace tessarine::builtin

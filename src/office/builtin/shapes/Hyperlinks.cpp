@@ -1,0 +1,192 @@
+#include "office/builtin/shapes/Hyperlinks.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "office/builtin/reader/Refusals.h"
+#include "office/builtin/shapes/HyperlinkAddress.h"
+#include "platform/Failure.h"
+
+namespace tessarine::builtin
+{
+
+namespace
+{
+
+constexpr std::string_view fileAction = "ppaction://hlinkfile";
+
+/// Which link elements are members of Hyperlinks, by their action: plain links, files, other presentations and jumps to
+/// a slide. Programs, macros, shows and the like are action settings.
+bool IsMember(const LinkRecord& link)
+{
+    if (link.elements.empty())
+        return false;
+    const std::string_view action = link.target.action;
+    if (action.empty())
+        return !link.target.relationshipId.empty() || !link.target.invalidUrl.empty();
+    return action.starts_with(fileAction) || action.starts_with("ppaction://hlinkpres") ||
+           action.starts_with("ppaction://hlinksldjump");
+}
+
+/// A link that is gone keeps its index.
+void Clear(LinkRecord& link)
+{
+    link.target = {};
+    link.elements.clear();
+}
+
+}  // namespace
+
+std::vector<std::size_t> Hyperlinks::Members()
+{
+    std::vector<std::size_t> members;
+    const std::vector<LinkRecord>& links = All();
+    for (std::size_t i = 0; i < links.size(); ++i)
+        if (IsMember(links[i]))
+            members.push_back(i);
+    return members;
+}
+
+String Hyperlinks::Address(std::size_t index)
+{
+    const LinkTarget& target = At(index).target;
+    if (target.relationshipId.empty())
+        return FromUtf8(target.invalidUrl);
+    const Relationship* relationship = edits_.Links().Find(target.relationshipId);
+    if (relationship == nullptr || !relationship->external)
+        return {};
+    return ReadTarget(relationship->target, true).address;
+}
+
+void Hyperlinks::PutAddress(std::size_t index, const String& address)
+{
+    const String before = Address(index);
+    if (address == before)
+        return;
+    LinkRecord& link = At(index);
+    LinkTarget target = link.target;
+    if (target.relationshipId.empty()) {
+        if (address.empty()) {
+            Remove(link);
+            return;
+        }
+        CheckAddressLength(address);
+        target.invalidUrl = ToUtf8(address);
+        Retarget(link, target);
+        return;
+    }
+    const Relationship* relationship = edits_.Links().Find(target.relationshipId);
+    if (relationship == nullptr || !relationship->external)
+        throw Failure(FailureNumber::InvalidRequest, u"Hyperlink (unknown member) : Invalid request.");
+    if (address.empty() && ReadTarget(relationship->target, true).fragment.empty()) {
+        Remove(link);
+        return;
+    }
+    target.relationshipId =
+        uses_.PutTarget(target.relationshipId, link.elements.size(), WriteTarget(relationship->target, address, true));
+    // A link to a file says so by its action; PowerPoint goes by it.
+    const bool isFile = !address.empty() && IsFileAddress(address);
+    const bool wasFile = !before.empty() && IsFileAddress(before);
+    if ((isFile && !wasFile && target.action.empty()) || (!isFile && wasFile && !target.action.empty()))
+        target.action = isFile ? fileAction : "";
+    Retarget(link, target);
+}
+
+void Hyperlinks::TextChanged(std::size_t body)
+{
+    if (links_)
+        ReadAgain(body);
+}
+
+void Hyperlinks::Flushed()
+{
+    if (!links_)
+        return;
+    removed_.clear();
+    for (std::size_t i = 0; i < links_->size(); ++i)
+        if ((*links_)[i].elements.empty())
+            removed_.push_back(i);
+    links_.reset();
+}
+
+std::vector<LinkRecord>& Hyperlinks::All()
+{
+    if (!links_) {
+        links_ = edits_.Tree().links;
+        for (const std::size_t removed : removed_)
+            links_->insert(links_->begin() + static_cast<std::ptrdiff_t>(std::min(removed, links_->size())),
+                           LinkRecord());
+        for (std::size_t body = 0; body < edits_.Tree().bodies.size(); ++body)
+            if (edits_.Tree().bodies[body].Edited() != nullptr)
+                ReadAgain(body);
+    }
+    return *links_;
+}
+
+LinkRecord& Hyperlinks::At(std::size_t index)
+{
+    // An edit of the text may have taken the link with it.
+    if (index >= All().size() || All()[index].elements.empty())
+        throw NoHyperlink();
+    return All()[index];
+}
+
+/// Takes the links of an edited text from the text; they stand in one row. What is not there any more keeps its place.
+void Hyperlinks::ReadAgain(std::size_t body)
+{
+    const auto isInBody = [&](const LinkRecord& link) { return link.body == body; };
+    const auto first = std::ranges::find_if(*links_, isInBody);
+    const auto last = std::find_if(links_->rbegin(), std::make_reverse_iterator(first), isInBody).base();
+    if (first == last)
+        return;  // an edit brings no links where there were none
+    std::vector<LinkRecord> now = edits_.OpenText(body).Links(body);
+    const auto isThere = [](const LinkRecord& link) { return !link.elements.empty(); };
+    const bool someWent = now.size() < static_cast<std::size_t>(std::count_if(first, last, isThere));
+    auto next = now.begin();
+    auto link = first;
+    for (; link != last; ++link) {
+        if (!isThere(*link))
+            continue;
+        if (next != now.end() && (!someWent || next->target == link->target))
+            *link = std::move(*next++);
+        else
+            Clear(*link);
+    }
+    links_->insert(last, std::make_move_iterator(next), std::make_move_iterator(now.end()));  // parts of divided ones
+}
+
+void Hyperlinks::Retarget(LinkRecord& link, const LinkTarget& target)
+{
+    if (target == link.target)
+        return;
+    for (const std::size_t element : link.elements) {
+        if (link.body) {
+            edits_.OpenText(*link.body).Retarget(element, target);
+            continue;
+        }
+        const XmlDocument& document = edits_.Document();
+        const std::string_view idName =
+            document.AttributeName(document.ElementAt(element), Ns::DocumentRelationships, "id");
+        edits_.ChangeTag(element, [&](std::string& tag) { builtin::Retarget(tag, idName, link.target, target); });
+    }
+    link.target = target;
+}
+
+void Hyperlinks::Remove(LinkRecord& link)
+{
+    if (!link.target.relationshipId.empty())
+        uses_.Release(link.target.relationshipId, link.elements.size());
+    // From the last one: what is removed from a text moves the numbers of those after it.
+    for (std::size_t i = link.elements.size(); i-- > 0;) {
+        if (link.body)
+            edits_.OpenText(*link.body).RemoveLink(link.elements[i]);
+        else
+            edits_.RemoveElement(link.elements[i]);
+    }
+    Clear(link);
+    if (link.body)
+        ReadAgain(*link.body);
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "office/builtin/shapes/RelationshipUses.h"
+#include "office/builtin/shapes/ShapeTreeEdits.h"
+#include "platform/String.h"
+
+namespace tessarine::builtin
+{
+
+/// The hyperlinks of a part, by their indices: what they lead to, and leading them elsewhere. They are those of the
+/// part with all its edits, also those of its texts. A link that is gone keeps its index, whatever took it away; only
+/// an edit of a text that divides a link moves the indices after it.
+class Hyperlinks
+{
+public:
+    Hyperlinks(ShapeTreeEdits& edits, RelationshipUses& uses) : edits_(edits), uses_(uses) {}
+
+    /// Those that are members of Hyperlinks in PowerPoint's object model, in document order.
+    std::vector<std::size_t> Members();
+
+    /// "" for a link within the presentation. Raises `InvalidRequest` for a link that is gone.
+    String Address(std::size_t link);
+
+    /// Equal to Address: no change. Empty: the link goes, unless it leads to a place by its fragment. Raises as Address
+    /// and WriteTarget do, and `InvalidRequest` for a link within the presentation.
+    void PutAddress(std::size_t link, const String& address);
+
+    void TextChanged(std::size_t body);  ///< To be told of each edit of a text.
+    void Flushed();                      ///< The part's bytes have changed, and the tree is read again.
+
+private:
+    std::vector<LinkRecord>& All();
+    LinkRecord& At(std::size_t link);
+    void ReadAgain(std::size_t body);
+    void Retarget(LinkRecord& link, const LinkTarget& target);
+    void Remove(LinkRecord& link);
+
+    ShapeTreeEdits& edits_;
+    RelationshipUses& uses_;
+    std::optional<std::vector<LinkRecord>> links_;  // without elements: gone
+    std::vector<std::size_t> removed_;              // indices of those when the part was flushed, ascending
+};
+
+}  // namespace tessarine::builtin

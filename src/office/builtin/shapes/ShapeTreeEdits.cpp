@@ -1,0 +1,92 @@
+#include "office/builtin/shapes/ShapeTreeEdits.h"
+
+#include <utility>
+
+namespace tessarine::builtin
+{
+
+ShapeTreeEdits::Original::Original(std::string bytes, std::string_view part, const Limits& limits)
+    : xml(std::move(bytes)), document(xml, part, limits)
+{
+}
+
+ShapeTree& ShapeTreeEdits::Tree()
+{
+    if (!tree_) {
+        const std::string_view name = package_.NameOf(entry_);
+        const XmlDocument document(package_.ReadXmlOnce(entry_), name, package_.limits());
+        tree_ = ReadShapeTree(document, name, package_.limits());
+    }
+    return *tree_;
+}
+
+const XmlDocument& ShapeTreeEdits::Document()
+{
+    if (!original_)
+        original_ = std::make_unique<Original>(std::string(package_.ReadXmlOnce(entry_)), package_.NameOf(entry_),
+                                               package_.limits());
+    return original_->document;
+}
+
+TextTree& ShapeTreeEdits::OpenText(std::size_t body)
+{
+    return Tree().bodies[body].Open([this]() -> const XmlDocument& { return Document(); });
+}
+
+void ShapeTreeEdits::ChangeTag(std::size_t element, const std::function<void(std::string& tag)>& change)
+{
+    const XmlDocument& document = Document();
+    auto edit = elements_.find(element);
+    if (edit == elements_.end()) {
+        const ElementRange range = document.RangeOf(document.ElementAt(element));
+        const std::string_view tag = document.Bytes().substr(range.begin, range.contentBegin - range.begin);
+        edit = elements_.try_emplace(element, ByteEdit{range.begin, range.contentBegin, std::string(tag)}).first;
+    }
+    change(edit->second.text);
+}
+
+void ShapeTreeEdits::RemoveElement(std::size_t element)
+{
+    const XmlDocument& document = Document();
+    const ElementRange range = document.RangeOf(document.ElementAt(element));
+    elements_[element] = {range.begin, range.end, {}};
+}
+
+void ShapeTreeEdits::VisitCurrent(const std::function<void(const XmlDocument&)>& visit)
+{
+    const XmlDocument& document = Document();
+    std::vector<ByteEdit> edits = Edits();
+    if (edits.empty()) {
+        visit(document);
+        return;
+    }
+    const std::string xml = ApplyEdits(document.Bytes(), std::move(edits));
+    visit(XmlDocument(xml, package_.NameOf(entry_), package_.limits()));
+}
+
+std::vector<ByteEdit> ShapeTreeEdits::Edits() const
+{
+    std::vector<ByteEdit> edits;
+    for (const auto& [offset, edit] : elements_)
+        edits.push_back(edit);
+    if (tree_)
+        for (const TextBody& body : tree_->bodies)
+            if (const TextTree* const text = body.Edited())
+                edits.push_back({text->Begin(), text->End(), text->Bytes()});
+    return edits;
+}
+
+bool ShapeTreeEdits::Flush()
+{
+    std::vector<ByteEdit> edits = Edits();
+    const bool hasEdits = !edits.empty();
+    if (hasEdits) {
+        package_.ReplaceXml(entry_, ApplyEdits(Document().Bytes(), std::move(edits)));
+        tree_.reset();
+        elements_.clear();
+    }
+    original_.reset();
+    return hasEdits;
+}
+
+}  // namespace tessarine::builtin

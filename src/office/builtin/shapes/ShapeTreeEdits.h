@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "office/builtin/package/Package.h"
+#include "office/builtin/shapes/ShapeTree.h"
+#include "office/builtin/xml/XmlEdits.h"
+
+namespace tessarine::builtin
+{
+
+/// What was read of a part with a shape tree, and all edits of it since: those of the shapes' texts, kept in pieces
+/// (TextTree), and those of other elements. All are splices of the bytes that the tree was read from, so that none of
+/// them moves another; Flush puts them into the bytes together.
+class ShapeTreeEdits
+{
+public:
+    ShapeTreeEdits(Package& package, Package::Entry entry) : package_(package), entry_(entry) {}
+
+    /// The tree, read when it is first asked for. After Flush it is read again; indices of shapes stay the same.
+    ShapeTree& Tree();
+
+    /// The part that the tree was read from, for edits. Kept until Flush.
+    const XmlDocument& Document();
+
+    /// A shape's text taken apart, for edits of its links.
+    TextTree& OpenText(std::size_t body);
+
+    /// Changes the start tag of an element outside of the shapes' texts, or removes the element. Offsets are those in
+    /// Document.
+    void ChangeTag(std::size_t element, const std::function<void(std::string& tag)>& change);
+    void RemoveElement(std::size_t element);
+
+    Relationships& Links() { return package_.RelationshipsOf(entry_); }
+
+    /// Calls `visit` with the part as it is now.
+    void VisitCurrent(const std::function<void(const XmlDocument&)>& visit);
+
+    /// Hands the part to the package when there are edits. Gives whether there were.
+    bool Flush();
+
+private:
+    struct Original {
+        Original(std::string bytes, std::string_view part, const Limits& limits);
+
+        std::string xml;
+        XmlDocument document;
+    };
+
+    std::vector<ByteEdit> Edits() const;
+
+    Package& package_;
+    Package::Entry entry_;
+    std::optional<ShapeTree> tree_;
+    std::unique_ptr<Original> original_;
+    std::map<std::size_t, ByteEdit> elements_;  // edits outside of the texts, by the offset of the element
+};
+
+}  // namespace tessarine::builtin

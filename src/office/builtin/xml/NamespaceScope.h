@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "office/builtin/xml/XmlDocument.h"
+
+namespace tessarine::builtin
+{
+
+/// The namespaces that elements declare around a piece of markup, below an element that many pieces share. It goes
+/// along when a piece is moved or copied, so that its prefixes keep their meaning. Nearly always empty: producers
+/// declare namespaces on the root element.
+class NamespaceScope
+{
+public:
+    /// Adds what an element declares. Where it declares a name again, the inner declaration counts.
+    void Enter(const XmlDocument& document, Node element);
+    void Enter(const NamespaceScope& inner);
+
+    /// Adds what the names that another scope declares mean at an element of the document.
+    void AddMeanings(const NamespaceScope& names, const XmlDocument& document, Node element);
+
+    /// The declarations as attributes, each with a blank in front.
+    std::string Attributes() const;
+
+    /// What an element has to declare when it leaves this scope for another one. `shared` are the meanings that hold
+    /// around both, of all names that one of them declares.
+    NamespaceScope NeededIn(const NamespaceScope& other, const NamespaceScope& shared, std::string_view element) const;
+
+    bool operator==(const NamespaceScope&) const = default;
+
+private:
+    struct Declaration {
+        std::string name;  // "xmlns" or "xmlns:x"
+        std::string uri;
+
+        bool operator==(const Declaration&) const = default;
+    };
+
+    const Declaration* Find(std::string_view name) const;
+    void Put(std::string_view name, std::string_view uri);
+
+    std::vector<Declaration> declarations_;
+};
+
+}  // namespace tessarine::builtin

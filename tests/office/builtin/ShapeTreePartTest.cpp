@@ -1,0 +1,83 @@
+#include "office/builtin/shapes/ShapeTreePart.h"
+
+#include "DeckOnDisk.h"
+#include "platform/RandomAccessFile.h"
+
+namespace tessarine::test
+{
+namespace
+{
+
+const std::string slide1 = "ppt/slides/slide1.xml";
+
+/// The first slide of a deck as the engine holds it.
+class SlideInMemory
+{
+public:
+    explicit SlideInMemory(const Deck& deck)
+        : bytes_(deck.Bytes()),
+          package(BytesInMemory(std::as_bytes(std::span(bytes_)))),
+          part(package, package.Find(slide1).value())
+    {
+    }
+
+private:
+    std::string bytes_;
+
+public:
+    builtin::Package package;
+    builtin::ShapeTreePart part;
+};
+
+const Deck linkedText = Deck().Slide(TextBox(Paragraph(u"see ", TextRun(u"here").Click(LinkTo(u"http://a/"))),
+                                             Paragraph(TextRun(u"there").Click(LinkTo(u"http://b/")))),
+                                     TextBox(Paragraph(TextRun(u"end").Click(LinkTo(u"http://c/")))));
+
+TEST(ShapeTreePart, LooksAtLinksWithoutHandingEditsOver)
+{
+    SlideInMemory slide(linkedText);
+
+    slide.part.ReplaceText(0, 0, 3, u"look");
+    ASSERT_EQ(slide.part.HyperlinkIndices().size(), 3u);
+    EXPECT_EQ(slide.part.HyperlinkAddress(1), u"http://b/");
+    EXPECT_FALSE(slide.package.IsChanged());
+
+    slide.part.Flush();
+    EXPECT_TRUE(slide.package.IsChanged());
+}
+
+TEST(ShapeTreePart, LeavesTheIndexOfALinkThatItsTextTookAlong)
+{
+    SlideInMemory slide(linkedText);
+
+    slide.part.ReplaceText(0, 4, 5, u"");  // "here" and the paragraph's end
+
+    EXPECT_THAT(slide.part.HyperlinkIndices(), testing::ElementsAre(1, 2));
+    EXPECT_THROW(slide.part.HyperlinkAddress(0), Failure);
+    EXPECT_EQ(slide.part.HyperlinkAddress(1), u"http://b/");
+    slide.part.PutHyperlinkAddress(1, u"http://b2/");
+    slide.part.Flush();
+    EXPECT_EQ(slide.part.HyperlinkAddress(1), u"http://b2/");
+    EXPECT_EQ(slide.part.HyperlinkAddress(2), u"http://c/");
+}
+
+TEST(ShapeTreePart, HandsEditsOfTextsAndLinksOverTogether)
+{
+    SlideInMemory slide(linkedText);
+
+    slide.part.PutHyperlinkAddress(0, u"C:\\a.docx");
+    slide.part.ReplaceText(0, 4, 4, u"that");
+    slide.part.PutHyperlinkAddress(1, u"");
+    EXPECT_EQ(slide.package.ReadXml(slide.part.entry()), linkedText.EntryBytes(slide1));
+    slide.part.Flush();
+
+    const std::string xml = slide.package.ReadXml(slide.part.entry());
+    EXPECT_NE(xml.find("<a:t>that</a:t>"), std::string::npos);
+    EXPECT_NE(xml.find("action=\"ppaction://hlinkfile\""), std::string::npos);
+    EXPECT_EQ(slide.part.HyperlinkAddress(0), u"C:\\a.docx");
+    EXPECT_THROW(slide.part.HyperlinkAddress(1), Failure);
+    EXPECT_EQ(slide.part.HyperlinkAddress(2), u"http://c/");
+}
+
+}  // namespace
+}  // namespace tessarine::test
