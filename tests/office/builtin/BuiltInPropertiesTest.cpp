@@ -203,8 +203,6 @@ TEST(BuiltInProperties, AreThirtyFour)
     EXPECT_THAT(RaisedBy([&] { properties->Item(35); }), FailsWith(FailureNumber::BadArgument, "index"));
 }
 
-// --- Rules of putting ----------------------------------------------------------------------------------------------
-
 TEST(BuiltInPropertyPut, ChangesTheElementsCharactersAlone)
 {
     const DeckOnDisk deck(

@@ -24,8 +24,6 @@ Deck With(const std::string& kind, StringView text)
     return Deck().Slide(Title(u"x")).Custom(u"P", kind, text);
 }
 
-// --- Reading -------------------------------------------------------------------------------------------------------
-
 struct KindCase {
     const char* kind;
     const char* text;
@@ -105,8 +103,6 @@ TEST(CustomProperties, GiveDatesInLocalTime)
 
     EXPECT_EQ(mktime(&local), 1714979289);
 }
-
-// --- Putting -------------------------------------------------------------------------------------------------------
 
 struct PutCase {
     const char* name;
@@ -225,8 +221,6 @@ TEST(CustomPropertyPutAlone, KeepsADeclarationOnTheValueItself)
     }
 }
 
-// --- The revision --------------------------------------------------------------------------------------------------
-
 void Update(const DeckOnDisk& deck, const String& name, const String& by)
 {
     deck.Change([&](auto& presentation) {
@@ -257,8 +251,6 @@ TEST(CustomPropertyRevision, OfATextThatIsNoNumberChangesNoByte)
 
     EXPECT_EQ(deck.Bytes(), With("lpwstr", u"A").Bytes());
 }
-
-// --- Dates ---------------------------------------------------------------------------------------------------------
 
 std::time_t Read(const char16_t* text)
 {

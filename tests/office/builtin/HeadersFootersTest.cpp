@@ -37,8 +37,6 @@ std::string FooterAfterPutting(const std::string& paragraphs, const String& text
 
 constexpr auto noSuchItem = "HeaderFooter (unknown member) : Invalid request.";
 
-// --- Slides --------------------------------------------------------------------------------------------------------
-
 TEST(FooterOfASlide, IsTheTextOfItsFooterPlaceholder)
 {
     const DeckOnDisk deck(Deck()
@@ -67,7 +65,7 @@ TEST(FooterOfASlide, IsEmptyWhenThePlaceholderIs)
     EXPECT_EQ(FooterOf(*presentation, 2)->Text(), u"");
 }
 
-TEST(FooterOfASlide, IsThereAsAnObjectWithoutAPlaceholderAndItsTextFails)
+TEST(FooterOfASlide, WithoutAPlaceholderIsThereButHasNoText)
 {
     const DeckOnDisk deck(Deck()
                               .Master(SlideMaster(u"Theme", Footer(u"of the master")))
@@ -89,8 +87,6 @@ TEST(HeaderOfASlide, FailsAlways)
     EXPECT_THAT(RaisedBy([&] { header->Text(); }), FailsWith(FailureNumber::InvalidRequest, noSuchItem));
     EXPECT_THAT(RaisedBy([&] { header->PutText(u"x"); }), FailsWith(FailureNumber::InvalidRequest, noSuchItem));
 }
-
-// --- Putting -------------------------------------------------------------------------------------------------------
 
 TEST(PutFooter, OfTheSameTextChangesNothing)
 {
@@ -171,8 +167,6 @@ TEST(PutFooter, IsWhatTheSearchOfTheSlideFindsThen)
     EXPECT_NE(text->Find(u"two", 0, 1, 0), nullptr);
     EXPECT_EQ(text->Find(u"one", 0, 1, 0), nullptr);
 }
-
-// --- Masters -------------------------------------------------------------------------------------------------------
 
 TEST(SlideMasterTexts, HaveAFooterAndNoHeader)
 {

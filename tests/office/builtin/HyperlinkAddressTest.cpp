@@ -153,7 +153,7 @@ TEST(TargetOfANewAddress, MayBeAsLongAsTheLimitAndNoLonger)
                 FailsWith(FailureNumber::BadArgument, "The address is too long"));
 }
 
-TEST(TargetOfANewAddress, OfALinkedObjectTakesANumberSignAsItIs)
+TEST(TargetOfANewAddress, OfALinkedObjectKeepsANumberSign)
 {
     EXPECT_EQ(ToUtf8(ReadTarget("file:///C:\\a#1.xlsx!S#1", false).address), "C:\\a#1.xlsx!S#1");
     EXPECT_EQ(WriteTarget("file:///C:\\a#1.xlsx!S", u"C:\\b#2.xlsx!S", false), "file:///C:\\b#2.xlsx!S");

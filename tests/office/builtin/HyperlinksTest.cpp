@@ -33,8 +33,6 @@ std::size_t CountIn(const std::string& text, const std::string& what)
     return count;
 }
 
-// --- Membership and order ------------------------------------------------------------------------------------------
-
 TEST(Hyperlinks, HoldLinksFilesPresentationsAndJumpsAndNoOtherActions)
 {
     const DeckOnDisk deck(fixtures::Links());
@@ -46,7 +44,7 @@ TEST(Hyperlinks, HoldLinksFilesPresentationsAndJumpsAndNoOtherActions)
                             "http://[fabrikam"));
 }
 
-TEST(Hyperlinks, StandInTheOrderOfShapesClickBeforeHoverBeforeText)
+TEST(Hyperlinks, StandInTheOrderOfShapesAndTexts)
 {
     const DeckOnDisk deck(fixtures::Links());
 
@@ -108,8 +106,6 @@ TEST(Hyperlinks, OfAChoiceComeFromTheBranchThatIsShown)
     EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://choice"));
 }
 
-// --- Put -----------------------------------------------------------------------------------------------------------
-
 TEST(HyperlinkPut, OfEveryAddressAsItIsChangesNoByte)
 {
     const DeckOnDisk deck(fixtures::Links());
@@ -156,7 +152,7 @@ TEST(HyperlinkPut, OnASharedRelationshipLeavesTheOtherLinks)
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
 }
 
-TEST(HyperlinkPut, OnAllThatShareOneRelationshipMakesOnlyTheOnesNeeded)
+TEST(HyperlinkPut, AddsOnlyTheRelationshipsThatSharingLinksNeed)
 {
     const auto shared = [] { return Linked(LinkTo(u"http://a").Shared()); };
     const DeckOnDisk deck(Deck().Slide(shared(), shared(), shared()));
@@ -182,7 +178,7 @@ TEST(HyperlinkPut, KeepsTooltipSoundAndExtensions)
     EXPECT_TRUE(deck.Package().Entry("ppt/slides/slide2.xml").bytes == before);
 }
 
-TEST(HyperlinkPut, FromWebToFileAndBackPutsAndTakesTheFileAction)
+TEST(HyperlinkPut, PutsAndTakesTheActionOfAFile)
 {
     const DeckOnDisk deck(Deck().Slide(Linked(LinkTo(u"http://a"))));
     const std::string before = deck.Package().Entry(slide1).bytes;
@@ -196,7 +192,7 @@ TEST(HyperlinkPut, FromWebToFileAndBackPutsAndTakesTheFileAction)
     EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://a"));
 }
 
-TEST(HyperlinkPut, OfAFileOverAFragmentAloneSaysThatItIsAFile)
+TEST(HyperlinkPut, OverAFragmentAloneGivesAFileItsAction)
 {
     const DeckOnDisk deck(Deck().Slide(Linked(LinkTo(u"#Slide 3"))));
 
@@ -221,7 +217,7 @@ TEST(HyperlinkPut, OfNothingTakesTheLinkAndItsRelationshipAway)
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
 }
 
-TEST(HyperlinkPut, OfNothingKeepsALinkThatStillLeadsToAPlace)
+TEST(HyperlinkPut, OfNothingKeepsALinkToAPlace)
 {
     const DeckOnDisk deck(Deck().Slide(Linked(LinkTo(u"http://a/#top"))));
 
@@ -324,7 +320,7 @@ TEST(HyperlinkPut, TakesNoOtherAttributeForAUseOfTheRelationship)
     EXPECT_EQ(onDisk.Package().Relationships(slide1).size(), before);
 }
 
-TEST(HyperlinkPut, FindsTheIdBehindATooltipThatLooksLikeOne)
+TEST(HyperlinkPut, FindsTheIdAfterATooltipThatLooksLikeOne)
 {
     Deck deck = Deck().Slide(Linked(LinkTo(u"http://a").Shared()), Linked(LinkTo(u"http://a").Shared()));
     const std::string id = LinkIdOf(deck);
@@ -336,8 +332,6 @@ TEST(HyperlinkPut, FindsTheIdBehindATooltipThatLooksLikeOne)
     EXPECT_THAT(AddressesOf(*onDisk.Open()), ElementsAre("http://b", "http://a"));
     EXPECT_EQ(CountIn(onDisk.Package().Entry(slide1).bytes, "tooltip=\"the :id= of it\" r:id=\"" + id + "\""), 1u);
 }
-
-// --- Links and text of one slide -----------------------------------------------------------------------------------
 
 TEST(HyperlinkPut, MixesWithEditsOfTheTextInAnyOrder)
 {
@@ -397,7 +391,7 @@ TEST(HyperlinkPut, OfOnePartOfADividedLinkLeavesTheOther)
     EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://three/", "http://two/"));
 }
 
-TEST(HyperlinkPut, OfNothingOnOnePartOfADividedLinkKeepsTheRelationshipOfTheOther)
+TEST(HyperlinkPut, RemovesOnePartOfADividedLink)
 {
     const DeckOnDisk deck(oneLinkedRun);
 
@@ -406,8 +400,6 @@ TEST(HyperlinkPut, OfNothingOnOnePartOfADividedLinkKeepsTheRelationshipOfTheOthe
     EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://two/"));
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
 }
-
-// --- Through the location ------------------------------------------------------------------------------------------
 
 /// Runs the location over a deck and gives its count.
 std::int32_t Search(powerpoint::Presentation& presentation, const String& find, const String& with, bool findOnly)

@@ -34,8 +34,6 @@ std::vector<String> NamesOf(const std::vector<std::shared_ptr<powerpoint::Design
     return names;
 }
 
-// --- Notes pages ---------------------------------------------------------------------------------------------------
-
 TEST(NotesPages, HoldTheirShapesWithTheirTypes)
 {
     const DeckOnDisk deck(Deck().Slide(
@@ -109,8 +107,6 @@ TEST(NotesPages, MayHaveTheirTypeFromTheirExtension)
     EXPECT_NE(shapes.back()->TextFrame()->TextRange()->Find(u"Fabrikam", 0, 1, 0), nullptr);
     EXPECT_TRUE(presentation->NotesMayHoldText(u"Fabrikam"));
 }
-
-// --- Designs -------------------------------------------------------------------------------------------------------
 
 TEST(Designs, AreOnePerMasterInTheOrderOfTheList)
 {
@@ -186,8 +182,6 @@ TEST(SlideMasters, HoldTheirPromptsAsText)
 
     EXPECT_EQ(shapes.at(0)->TextFrame()->TextRange()->Find(u"Master title", 0, 1, 0)->Start(), 15);
 }
-
-// --- Title masters -------------------------------------------------------------------------------------------------
 
 Deck WithLayouts(const std::vector<std::string>& types)
 {

@@ -186,7 +186,7 @@ TEST(Open, OfAnAbsentFileSaysThatTheFileIsMissing)
                 FailsWith(FailureNumber::SystemFileNotFound, "none.pptx"));
 }
 
-TEST(Open, OfAFileInAnAbsentFolderSaysThatTheFolderIsMissing)
+TEST(Open, SaysThatAFolderIsMissing)
 {
     const DeckOnDisk deck(OneSlide());
 
@@ -196,7 +196,7 @@ TEST(Open, OfAFileInAnAbsentFolderSaysThatTheFolderIsMissing)
                 FailsWith(FailureNumber::SystemPathNotFound, "deck.pptx/deck.pptx"));
 }
 
-TEST(Open, OfAPathWithANulDoesNotOpenTheFileInFrontOfIt)
+TEST(Open, RefusesAPathWithANul)
 {
     const DeckOnDisk deck(OneSlide());
 
@@ -204,7 +204,7 @@ TEST(Open, OfAPathWithANulDoesNotOpenTheFileInFrontOfIt)
                 FailsWith(FailureNumber::FileNotFound, "NUL"));
 }
 
-TEST(Open, OfAFolderOrANamedPipeIsRefusedAtOnce)
+TEST(Open, OfAFolderOrPipeIsRefusedAtOnce)
 {
     const DeckOnDisk deck(OneSlide());
     const String folder = deck.Folder().MakeFolder(u"folder.pptx");
@@ -269,7 +269,7 @@ private:
     int done_ = -1;
 };
 
-TEST(Open, OfAFileThatAnotherProcessHasLockedIsASharingViolation)
+TEST(Open, OfALockedFileIsASharingViolation)
 {
     const DeckOnDisk deck(OneSlide());
     for (const auto kind : {LockedByAnother::Kind::Record, LockedByAnother::Kind::WholeFile}) {
@@ -281,7 +281,7 @@ TEST(Open, OfAFileThatAnotherProcessHasLockedIsASharingViolation)
     EXPECT_TRUE(deck.Open());
 }
 
-TEST(Open, OfAnOpenPresentationIsASharingViolationUnderAnyName)
+TEST(Open, OfAnOpenFileIsASharingViolationUnderAnyName)
 {
     const DeckOnDisk deck(OneSlide());
     const String link = deck.Folder().PathOf(u"link.pptx");
@@ -295,7 +295,7 @@ TEST(Open, OfAnOpenPresentationIsASharingViolationUnderAnyName)
                     FailsWith(FailureNumber::SharingViolation, "The presentation is open already"));
 }
 
-TEST(Open, OfAPresentationThatWasSavedAndIsStillOpenIsASharingViolation)
+TEST(Open, OfASavedAndStillOpenPresentationIsASharingViolation)
 {
     const DeckOnDisk deck(OneSlide());
     const auto open = deck.Open();

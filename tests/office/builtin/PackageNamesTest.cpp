@@ -16,8 +16,6 @@ using test::FailsWith;
 using test::RaisedBy;
 using testing::ElementsAre;
 
-// --- Names ---------------------------------------------------------------------------------------------------------
-
 TEST(PartName, OfRelationshipsStandsInAFolderBesideThePart)
 {
     EXPECT_EQ(RelationshipPartName(""), "_rels/.rels");
@@ -25,7 +23,7 @@ TEST(PartName, OfRelationshipsStandsInAFolderBesideThePart)
     EXPECT_EQ(RelationshipPartName("main.xml"), "_rels/main.xml.rels");
 }
 
-TEST(PartName, OfATargetIsSeenFromTheFolderOfItsSource)
+TEST(PartName, OfATargetStartsAtItsSourcesFolder)
 {
     const auto fromSlide = [](std::string_view target) { return ResolveTarget("ppt/slides/slide1.xml", target); };
 
@@ -48,8 +46,6 @@ TEST(PartName, KeepsWhatOnlyLooksLikeAPercentEscape)
     EXPECT_EQ(DecodePercent("%2"), "%2");
     EXPECT_EQ(DecodePercent("%zz%41"), "%zzA");
 }
-
-// --- Looking up ----------------------------------------------------------------------------------------------------
 
 std::string Zip(std::vector<std::string> names)
 {
@@ -101,8 +97,6 @@ TEST(PackageFollow, GivesNothingForAnExternalADanglingOrNoRelationship)
     EXPECT_FALSE(package.Follow(std::nullopt, &relationship));
 }
 
-// --- Content types -------------------------------------------------------------------------------------------------
-
 constexpr const char* typesNamespace = "http://schemas.openxmlformats.org/package/2006/content-types";
 
 ContentTypes Types(const std::string& elements)
@@ -148,8 +142,6 @@ TEST(ContentTypesPart, KeepsThePrefixOfItsRoot)
     EXPECT_EQ(types.Bytes(), std::string("<t:Types xmlns:t=\"") + typesNamespace +
                                  "\"><t:Override PartName=\"/a.xml\" ContentType=\"t\"/></t:Types>");
 }
-
-// --- Relationships -------------------------------------------------------------------------------------------------
 
 constexpr const char* relationshipsNamespace = "http://schemas.openxmlformats.org/package/2006/relationships";
 const std::string base = "http://schemas.openxmlformats.org/officeDocument/2006/relationships/";
@@ -265,7 +257,7 @@ TEST(RelationshipsPart, GivesNewOnesAnIdOfTheirOwn)
     EXPECT_EQ(parsed.Find("rId1000000000")->target, "y");
 }
 
-TEST(RelationshipsPart, PutsNewOnesIntoAnEmptyRootAndIntoNoPart)
+TEST(RelationshipsPart, PutsNewOnesIntoAnEmptyOrAbsentPart)
 {
     Relationships inEmptyRoot(std::string("<r:Relationships xmlns:r=\"") + relationshipsNamespace + "\"/>", "a.rels",
                               Limits::Default());
@@ -291,8 +283,6 @@ TEST(RelationshipsPart, TakesRemovedOnesOut)
     EXPECT_EQ(parsed.Find("a"), nullptr);
     EXPECT_EQ(parsed.Bytes(), Wrapped("<Relationship Id=\"b\" Type=\"t\" Target=\"y\"/>"));
 }
-
-// --- Edits ---------------------------------------------------------------------------------------------------------
 
 TEST(ApplyEdits, TakesThemInAnyOrder)
 {

@@ -43,7 +43,7 @@ TEST(EditOfAPart, InUtf8IsMadeInPlace)
     EXPECT_EQ(SlideAfterReplacing(TwoRuns()), PlainAfterReplacing());
 }
 
-TEST(EditOfAPart, BehindAByteOrderMarkKeepsIt)
+TEST(EditOfAPart, KeepsAByteOrderMark)
 {
     EXPECT_EQ(SlideAfterReplacing(TwoRuns().Bom(slidePart)), WithByteOrderMark(PlainAfterReplacing()));
 }

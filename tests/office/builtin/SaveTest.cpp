@@ -54,7 +54,7 @@ class EveryDeck : public testing::TestWithParam<fixtures::NamedDeck>
 {
 };
 
-TEST_P(EveryDeck, SavedWithoutEditsKeepsItsBytesAndGetsANewDate)
+TEST_P(EveryDeck, WithoutEditsKeepsTheBytesAndDatesTheFile)
 {
     const DeckOnDisk deck(GetParam().deck);
     const std::string before = deck.Bytes();
@@ -88,7 +88,7 @@ std::map<std::string, std::string> RecordsOf(const std::string& bytes)
     return records;
 }
 
-TEST_P(EveryDeck, KeepsEverythingBesideTheTitleByteByByteWhenThatIsPut)
+TEST_P(EveryDeck, PutsATitleAndKeepsAllOtherBytes)
 {
     const DeckOnDisk deck(GetParam().deck);
     const std::string before = deck.Bytes();
@@ -148,7 +148,7 @@ TEST(Save, StoresAgainWhatWasStored)
     EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
 }
 
-TEST(Save, GivesARewrittenEntryOfAStreamedPackageItsSizesInTheHeader)
+TEST(Save, PutsSizesIntoARewrittenStreamedEntrysHeader)
 {
     const DeckOnDisk deck(fixtures::StreamedPackage());
 
@@ -239,7 +239,7 @@ TEST(Save, KeepsThePermissions)
     }
 }
 
-TEST(Save, ThroughASymbolicLinkReplacesTheFileBehindIt)
+TEST(Save, ThroughASymbolicLinkReplacesItsTarget)
 {
     const DeckOnDisk deck(FewParts());
     const String link = deck.Folder().MakeFolder(u"links") + u"/link.pptx";
@@ -285,7 +285,7 @@ TEST(Save, KeepsSignaturesOfAnUnchangedPackage)
     EXPECT_EQ(log.Bytes(), "");
 }
 
-TEST(Save, LeavesNoOtherFileBehind)
+TEST(Save, LeavesNoOtherFile)
 {
     const DeckOnDisk deck(FewParts());
 
@@ -293,8 +293,6 @@ TEST(Save, LeavesNoOtherFileBehind)
 
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(ToUtf8(deck.Folder().Path())), {}), 1);
 }
-
-// --- Saves that fail -----------------------------------------------------------------------------------------------
 
 /// Saves an edited deck under circumstances of the test's making; the old bytes have to be there afterwards.
 Raised FailedSave(const DeckOnDisk& deck, const std::function<void()>& spoil)

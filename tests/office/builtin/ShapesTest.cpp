@@ -32,8 +32,6 @@ std::vector<std::int32_t> TypesOn(powerpoint::Presentation& presentation)
     return types;
 }
 
-// --- What the collection holds -------------------------------------------------------------------------------------
-
 TEST(Shapes, StandInDocumentOrder)
 {
     const DeckOnDisk deck(Deck().Slide(Picture(), TextBox(u"a"), Freeform(u"b"), Title(u"c")));
@@ -104,8 +102,6 @@ TEST(Shapes, KeepTheirPlacesWhileTextIsEdited)
 
     EXPECT_THAT(TextsOf(deck.Package(), 1), ElementsAre(u"a\rmuch\rlonger\rtext", u"three"));
 }
-
-// --- Alternate content ---------------------------------------------------------------------------------------------
 
 struct Requirement {
     const char* name;

@@ -10,7 +10,7 @@ TEST(TextOfAShape, IsThatOfItsRunsWithoutSeams)
     EXPECT_EQ(TextReadFrom(P(R("Fab", R"(b="1")") + R("rik", R"(err="1" dirty="0")") + R("am"))), u"Fabrikam");
 }
 
-TEST(TextOfAShape, HasACarriageReturnBetweenParagraphsAndNoneAtTheEnd)
+TEST(TextOfAShape, HasACarriageReturnBetweenParagraphsOnly)
 {
     EXPECT_EQ(TextReadFrom(P(R("one")) + P(R("two")) + P(R("three"))), u"one\rtwo\rthree");
 }
@@ -66,7 +66,7 @@ TEST(TextOfAShape, LeavesOtherTextInTheFormOfAnEscape)
     EXPECT_EQ(TextReadFrom(P(R("_x0041_ _x000G_ _x000B _X000B_ _x00B_"))), u"_x0041_ _x000G_ _x000B _X000B_ _x00B_");
 }
 
-TEST(TextOfAShape, ReadsAnEscapedUnderscoreInFrontOfAnEscapeAsTheTextItself)
+TEST(TextOfAShape, ReadsAnEscapeThatIsEscapedAsPlainText)
 {
     EXPECT_EQ(TextReadFrom(P(R("_x005F_x000B_ and _x005F_"))), u"_x000B_ and _x005F_");
 }
@@ -103,7 +103,7 @@ TEST(TextOfAShape, JoinsTextAroundCommentsAndInstructions)
     EXPECT_EQ(TextReadFrom(P(R("Fab<!-- <a:t>no</a:t> -->ri<?x y?>kam"))), u"Fabrikam");
 }
 
-TEST(TextOfAShape, ReadsALineEndInTheFileAsOneLineFeed)
+TEST(TextOfAShape, ReadsAnyLineEndAsOneLineFeed)
 {
     EXPECT_EQ(TextReadFrom(P(R("a\r\nb\nc\rd"))), u"a\nb\nc\nd");
 }

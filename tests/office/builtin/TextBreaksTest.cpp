@@ -16,15 +16,13 @@ std::string Replaced(const std::string& paragraphs, const String& what, const St
     return box.Paragraphs();
 }
 
-// --- Breaks in what is replaced ------------------------------------------------------------------------------------
-
 TEST(ReplaceOverBreaks, RemovesALineBreakInsideTheHit)
 {
     EXPECT_EQ(Replaced(P(R("a Fab", bold) + Br + R("rikam b", small)), u"Fab\vrikam", u"x"),
               P(R("a x", bold) + R(" b", small)));
 }
 
-TEST(ReplaceOverBreaks, BeginningAtALineBreakTakesTheNextReplacedRunsFormatting)
+TEST(ReplaceOverBreaks, FromALineBreakTakesTheNextRunsFormatting)
 {
     EXPECT_EQ(Replaced(P(R("a", bold) + Br + R("bc", small)), u"\vb", u"x"),
               P(R("a", bold) + R("x", small) + R("c", small)));
@@ -52,13 +50,13 @@ TEST(ReplaceOverBreaks, JoinsParagraphsUnderThePropertiesOfTheFirst)
               P("<a:pPr lvl=\"1\"/>" + R("a x", bold) + R(" b", small) + "<a:endParaRPr sz=\"200\"/>"));
 }
 
-TEST(ReplaceOverBreaks, KeepsTheEndPropertiesOfTheFirstWhenTheSecondHasNone)
+TEST(ReplaceOverBreaks, KeepsTheFirstParagraphsEndPropertiesForWantOfOthers)
 {
     EXPECT_EQ(Replaced(P(R("a") + "<a:endParaRPr sz=\"100\"/>") + P(R("b")), u"a\rb", u"x"),
               P(R("x") + "<a:endParaRPr sz=\"100\"/>"));
 }
 
-TEST(ReplaceOverBreaks, BeginningAtAParagraphMarkPutsTheTextAtTheFirstParagraphsEnd)
+TEST(ReplaceOverBreaks, PutsTextFromAParagraphMarkAtTheFirstParagraphsEnd)
 {
     EXPECT_EQ(Replaced(P(R("a", bold) + "<a:endParaRPr sz=\"100\"/>") + P(R("bc", small)), u"\rb", u"x"),
               P(R("a", bold) + R("x", small) + R("c", small) + "<a:endParaRPr sz=\"100\"/>"));
@@ -97,8 +95,6 @@ TEST(ReplaceOverBreaks, DropsWhiteSpaceBetweenJoinedParagraphsOnly)
     EXPECT_EQ(Replaced("\n" + P(R("a")) + "\n" + P(R("b")) + "\n" + P(R("c")) + "\n", u"a\rb", u"x"),
               "\n" + P(R("x")) + "\n" + P(R("c")) + "\n");
 }
-
-// --- Breaks in the replacement -------------------------------------------------------------------------------------
 
 class ReplaceByLineEnd : public testing::TestWithParam<const char16_t*>
 {

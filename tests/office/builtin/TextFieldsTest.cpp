@@ -13,8 +13,6 @@ std::string F(const std::string& type, const std::string& text, const std::strin
            (properties.empty() ? "" : "<a:rPr " + properties + "/>") + "<a:t>" + text + "</a:t></a:fld>";
 }
 
-// --- Fields that PowerPoint writes anew ----------------------------------------------------------------------------
-
 class VolatileField : public testing::TestWithParam<const char*>
 {
 };
@@ -68,8 +66,6 @@ TEST(VolatileFields, WithoutTextDoNotPartAHitAndStay)
     EXPECT_EQ(box.Paragraphs(), P(R("x") + empty));
 }
 
-// --- Other fields --------------------------------------------------------------------------------------------------
-
 TEST(OtherFields, AreOrdinaryTextAndBecomeARunWhenTouched)
 {
     const TextBoxOnDisk box(P(R("a ") + F("footer", "see Fabrikam", bold) + R(" b")));
@@ -114,8 +110,6 @@ TEST(OtherFields, WithoutATypeAreOrdinaryTextToo)
 
     EXPECT_EQ(box.Paragraphs(), P(R("x")));
 }
-
-// --- Content that is not text --------------------------------------------------------------------------------------
 
 const std::string equation =
     "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\"><mc:Choice "

@@ -14,9 +14,7 @@ std::int32_t FindIn(const std::string& textXml, const String& what, How how = {}
 
 constexpr How anyCase{.matchCase = false};
 
-// --- Where a search begins -----------------------------------------------------------------------------------------
-
-TEST(Find, BeginsBehindThePositionAfter)
+TEST(Find, BeginsAfterThePositionGiven)
 {
     const TextBoxOnDisk box(P(R("abcabcabc")));
 
@@ -79,8 +77,6 @@ TEST(Find, InTheRangeOfAHitStaysInsideIt)
     EXPECT_EQ(hit->Find(u"c", 2, 1, 0), nullptr);
 }
 
-// --- What matches --------------------------------------------------------------------------------------------------
-
 TEST(Find, SpansAnyNumberOfRuns)
 {
     const TextBoxOnDisk box(P(R("x") + R("F", R"(b="1")") + R("a") + R("b", R"(sz="900")") + R("rikam!")));
@@ -88,7 +84,7 @@ TEST(Find, SpansAnyNumberOfRuns)
     EXPECT_EQ(box.Find(u"Fabrikam"), 2);
 }
 
-TEST(Find, TakesACarriageReturnForAParagraphBreakAndAVerticalTabForALineBreak)
+TEST(Find, TakesControlCharactersForBreaks)
 {
     const TextBoxOnDisk box(P(R("a") + Br + R("b")) + P(R("c\td")));
 
@@ -188,8 +184,6 @@ TEST(Find, MatchesWhatReferencesAndCharacterDataStandFor)
     EXPECT_EQ(FindIn("R&amp;D <![CDATA[<Fab]]>rik&#97;m", u"R&D <Fabrikam"), 1);
     EXPECT_EQ(FindIn("R&amp;D", u"amp"), 0);
 }
-
-// --- Whole words ---------------------------------------------------------------------------------------------------
 
 struct Neighbours {
     const char* name;

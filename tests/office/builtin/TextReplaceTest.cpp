@@ -19,9 +19,7 @@ std::string Replaced(const std::string& paragraphs, const String& what, const St
     return box.Paragraphs();
 }
 
-// --- Which hit, and what comes back --------------------------------------------------------------------------------
-
-TEST(Replace, ReplacesOneHitTheFirstBehindAfter)
+TEST(Replace, ReplacesTheFirstHitAfterAPosition)
 {
     EXPECT_EQ(Replaced(P(R("cat cat cat")), u"cat", u"dog"), P(R("dog cat cat")));
     EXPECT_EQ(Replaced(P(R("cat cat cat")), u"cat", u"dog", {.after = 1}), P(R("cat dog cat")));
@@ -65,7 +63,7 @@ TEST(Replace, GivesTheRangeOfTheNewText)
     EXPECT_EQ(range->Find(u" b", 0, 1, 0), nullptr) << "the range ends with the new text";
 }
 
-TEST(Replace, ByNothingGivesAnEmptyRangeAtThePlaceOfTheHit)
+TEST(Replace, ByNothingGivesAnEmptyRangeAtTheHit)
 {
     const DeckOnDisk deck(Deck().Slide(TextBox(u"ab")));
     const auto presentation = deck.Open();
@@ -79,7 +77,7 @@ TEST(Replace, ByNothingGivesAnEmptyRangeAtThePlaceOfTheHit)
     EXPECT_EQ(first->Find(u"a", 0, 1, 0), nullptr);
 }
 
-TEST(Replace, ByTheSameTextIsAHitThatLeavesTheBytes)
+TEST(Replace, ByTheSameTextCountsAndLeavesTheBytes)
 {
     const TextBoxOnDisk box(P(R("Fab", bold) + R("&#114;ikam") + Br + R("x")) + P(R("y")));
     const std::string before = box.File().Bytes();
@@ -89,8 +87,6 @@ TEST(Replace, ByTheSameTextIsAHitThatLeavesTheBytes)
 
     EXPECT_EQ(box.File().Bytes(), before);
 }
-
-// --- Formatting ----------------------------------------------------------------------------------------------------
 
 TEST(Replace, InsideARunTouchesNothingElse)
 {
@@ -122,7 +118,7 @@ TEST(Replace, SpansManyRuns)
               P(R("x") + R("Contoso", R"(sz="7000")") + R("y")));
 }
 
-TEST(Replace, BeginningAtASeamTakesTheFormattingBehindIt)
+TEST(Replace, AtASeamTakesTheFormattingAfterIt)
 {
     EXPECT_EQ(Replaced(P(R("a", bold) + R("Fabrikam", small)), u"Fabrikam", u"Contoso"),
               P(R("a", bold) + R("Contoso", small)));
@@ -163,14 +159,12 @@ TEST(Replace, LeavesOtherShapesOfTheSlideByteForByte)
         Deck(before).Edit("ppt/slides/slide1.xml", "<a:t>Fabrikam", "<a:t>x").EntryBytes("ppt/slides/slide1.xml"));
 }
 
-// --- Deletion ------------------------------------------------------------------------------------------------------
-
 TEST(Replace, ByNothingRemovesARunThatIsLeftEmpty)
 {
     EXPECT_EQ(Replaced(P(R("a") + R("Fabrikam", bold) + R("b")), u"Fabrikam", u""), P(R("a") + R("b")));
 }
 
-TEST(Replace, OfAParagraphsOnlyRunByNothingKeepsItsPropertiesForTheEmptyLine)
+TEST(Replace, ByNothingKeepsTheHeightOfAnEmptiedLine)
 {
     EXPECT_EQ(Replaced(P("<a:pPr lvl=\"1\"/>" + R("Fabrikam", small)), u"Fabrikam", u""),
               P(R"(<a:pPr lvl="1"/><a:endParaRPr sz="900"/>)"));
@@ -185,12 +179,12 @@ TEST(Replace, ByNothingKeepsTheEndPropertiesThatAParagraphHas)
               P("<a:endParaRPr sz=\"4000\"/>"));
 }
 
-TEST(Replace, OfARunWithoutPropertiesByNothingLeavesAnEmptyParagraph)
+TEST(Replace, ByNothingLeavesAnEmptyParagraphWithoutProperties)
 {
     EXPECT_EQ(Replaced(P(R("Fabrikam")), u"Fabrikam", u""), "<a:p></a:p>");
 }
 
-TEST(Replace, OfTheOnlyRunBesideABreakByNothingKeepsItsPropertiesToo)
+TEST(Replace, ByNothingKeepsTheHeightOfALineAfterABreak)
 {
     EXPECT_EQ(Replaced(P(Br + R("Fabrikam", small)), u"Fabrikam", u""), P(Br + R"(<a:endParaRPr sz="900"/>)"));
 }
@@ -204,8 +198,6 @@ TEST(Replace, OfTheWholeTextByNothingLeavesOneParagraph)
     EXPECT_EQ(box.Paragraphs(), P(R"(<a:pPr algn="ctr"/><a:endParaRPr sz="900"/>)"));
     EXPECT_EQ(box.Text(), u"");
 }
-
-// --- Links ---------------------------------------------------------------------------------------------------------
 
 std::string Linked(const std::string& text)
 {
@@ -234,8 +226,6 @@ TEST(Replace, OfLinkedTextLeavesTheCollectionOfLinksRight)
 
     EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://b/"));
 }
-
-// --- Several edits -------------------------------------------------------------------------------------------------
 
 TEST(Replace, SeesWhatEarlierOnesInTheSessionPutThere)
 {

@@ -188,7 +188,7 @@ class TextRoundTrip : public testing::TestWithParam<unsigned>
 {
 };
 
-TEST_P(TextRoundTrip, OfRandomEditsAgreesWithAPlainString)
+TEST_P(TextRoundTrip, EditsAsAPlainStringDoes)
 {
     Generator random(GetParam());
     String text;
@@ -223,7 +223,7 @@ TEST_P(TextRoundTrip, OfRandomEditsAgreesWithAPlainString)
     EXPECT_EQ(read->Find(firstPart, 0, 1, 0) != nullptr, !firstPart.empty()) << "as the engine itself reads it";
 }
 
-TEST_P(TextRoundTrip, OfAReplacementTakenBackGivesTheTextBack)
+TEST_P(TextRoundTrip, TakesAReplacementBack)
 {
     Generator random(GetParam());
     String text;
@@ -247,7 +247,7 @@ TEST_P(TextRoundTrip, OfAReplacementTakenBackGivesTheTextBack)
     EXPECT_EQ(box.Text(), text) << box.Paragraphs();
 }
 
-TEST_P(TextRoundTrip, OfAFindRunCountsTheHitsOfAPlainString)
+TEST_P(TextRoundTrip, CountsTheHitsOfAPlainString)
 {
     Generator random(GetParam());
     String text;

@@ -27,7 +27,7 @@ class TextWalk : public testing::TestWithParam<Walk>
 {
 };
 
-TEST_P(TextWalk, GoesOnOneUnitBehindTheStartOfTheLastHit)
+TEST_P(TextWalk, GoesOnOneUnitAfterTheStartOfAHit)
 {
     const TextBoxOnDisk box(P(R(GetParam().before)));
 

@@ -91,7 +91,7 @@ TEST(WrittenText, InCharacterDataKeepsTheRestOfIt)
     EXPECT_EQ(box.Text(), u"R&D <A & <B>>");
 }
 
-TEST(WrittenText, ThatBringsTheEndMarkOfCharacterDataTogetherEscapesIt)
+TEST(WrittenText, EscapesAnEndMarkOfCharacterDataThatComesTogether)
 {
     EXPECT_EQ(Replaced(P(R("]]x>")), u"x", u""), P(R("]]&gt;")));
     EXPECT_EQ(Replaced(P(R("x>")), u"x", u"]]"), P(R("]]&gt;")));
@@ -99,7 +99,7 @@ TEST(WrittenText, ThatBringsTheEndMarkOfCharacterDataTogetherEscapesIt)
     EXPECT_EQ(Replaced(P(R("<![CDATA[]]x><b>]]>")), u"x", u""), P(R("]]&gt;&lt;b&gt;")));
 }
 
-TEST(WrittenText, OfWhatCharacterDataAndTextHoldTogetherIsWellFormed)
+TEST(WrittenText, AcrossCharacterDataAndTextIsWellFormed)
 {
     const TextBoxOnDisk box(P(R("a_x00<![CDATA[0B_<]]>b")));
 

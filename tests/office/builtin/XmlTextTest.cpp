@@ -37,7 +37,7 @@ TEST(EscapeAttribute, KeepsQuotesAndWhiteSpace)
     EXPECT_EQ(EscapeAttribute(u"<\"&'>\t\r\n"), "&lt;&quot;&amp;&apos;&gt;&#9;&#13;&#10;");
 }
 
-TEST(EscapeRunText, HasNoFormForAControlCharacterBehindTheEscapeOfAnUnderscore)
+TEST(EscapeRunText, ReplacesAControlCharacterAfterAnUnderscoresEscape)
 {
     EXPECT_EQ(TextOf(EscapeRunText(u"_x005F\x01")), u"_x005F\xFFFD");
     EXPECT_EQ(TextOf(EscapeRunText(u"_x005f\x01_")), u"_x005f\xFFFD_");
@@ -92,6 +92,37 @@ TEST(ContentUnits, RefuseElementsAndMarkupThatDoesNotEnd)
         EXPECT_THROW(ContentUnits(content), Failure) << content;
 }
 
+TEST(ContentUnits, SkipElementsWhereThatIsAsked)
+{
+    const auto units = ContentUnits("a<b c='>'>x<b/>y</b>d", InnerElements::Skipped);
+
+    ASSERT_EQ(units.size(), 2u);
+    EXPECT_EQ(units[0].end, 1u);
+    EXPECT_EQ(units[1].unit, u'd');
+    EXPECT_EQ(units[1].begin, 20u);
+}
+
+TEST(ContentUnits, JoinEscapesHoweverTheyAreWritten)
+{
+    const auto units = ContentUnits("&#95;x000B&#x5F;a_x<!-- -->0009<![CDATA[_]]>");
+
+    ASSERT_EQ(units.size(), 3u);
+    EXPECT_EQ(units[0].unit, u'\v');
+    EXPECT_EQ(units[0].end, 16u);
+    EXPECT_EQ(units[2].unit, u'\t');
+}
+
+TEST(AppendContent, ReadsWhatTheUnitsAre)
+{
+    for (const char* content :
+         {"plain", "\xC3\xA4\xFF\xF0\x9F\x98\x80", "a&amp;b&#x1F600;&#xD800;&", "a\r\nb\r", "_x000B__x005F_x0009_",
+          "<![CDATA[]]]>]]&gt;", "first_name &#95;x0001_ _x0041_", "_x005f_x005F_x0001_"}) {
+        String text = u"before";
+        AppendContent(content, text);
+        EXPECT_EQ(text, u"before" + TextOf(content)) << content;
+    }
+}
+
 TEST(ReplaceContent, KeepsTheBytesOfWhatStays)
 {
     EXPECT_EQ(ReplaceContent("&#65;b &amp; c&#68;", u"Ab and cD", EscapeText), "&#65;b and c&#68;");
@@ -109,8 +140,6 @@ TEST(ReplaceContent, NeverLetsTheEndMarkOfCharacterDataComeTogether)
 {
     EXPECT_EQ(ReplaceContent("]]x>", u"]]>", EscapeText), "]]&gt;");
 }
-
-// --- The scanner ---------------------------------------------------------------------------------------------------
 
 TEST(ScanElement, FindsContentAndEndWhateverStandsInside)
 {

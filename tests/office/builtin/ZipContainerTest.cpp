@@ -32,8 +32,6 @@ Deck SmallDeck()
     return Deck().Slide(Title(u"Fabrikam"));
 }
 
-// --- Forms of zip files that are read ------------------------------------------------------------------------------
-
 TEST(ZipContainer, OpensEveryReadableFixture)
 {
     for (const auto& [name, deck] : fixtures::ReadableDecks()) {
@@ -44,7 +42,7 @@ TEST(ZipContainer, OpensEveryReadableFixture)
     }
 }
 
-TEST(ZipContainer, OpensAPackageBehindOtherBytesWhoseOffsetsDontCountThem)
+TEST(ZipContainer, OpensAPackageAfterBytesThatOffsetsDontCount)
 {
     const DeckOnDisk deck("#!/bin/sh\nexit 0\n" + SmallDeck().Bytes());
 
@@ -54,7 +52,7 @@ TEST(ZipContainer, OpensAPackageBehindOtherBytesWhoseOffsetsDontCountThem)
     EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
 }
 
-TEST(ZipContainer, OpensAPackageBehindOtherBytesWhoseOffsetsCountThem)
+TEST(ZipContainer, OpensAPackageAfterBytesThatOffsetsCount)
 {
     const DeckOnDisk deck(fixtures::PrefixedPackage());
 
@@ -76,7 +74,7 @@ TEST(ZipContainer, KeepsACommentThatLooksLikeAnEndRecord)
     EXPECT_TRUE(ShapeOf(*presentation, 1, 1)->TextFrame()->TextRange()->Find(u"Contoso", 0, 0, 0));
 }
 
-TEST(ZipContainer, KeepsBytesBehindTheEndRecord)
+TEST(ZipContainer, KeepsBytesAfterTheEndRecord)
 {
     const std::string trailer(100, '\0');
     const DeckOnDisk deck(SmallDeck().Bytes() + trailer);
@@ -102,8 +100,6 @@ TEST(ZipContainer, TakesTheLastOfTwoEntriesWithOneName)
     EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
     EXPECT_EQ(deck.Package().Entries().size(), PackageReader(fixtures::DuplicateSlide()).Entries().size());
 }
-
-// --- Lies and damage ----------------------------------------------------------------------------------------------
 
 struct Lie {
     const char* name;
@@ -230,9 +226,7 @@ TEST(ZipContainer, EveryFlippedHeaderByteOpensOrIsAFailure)
     EXPECT_EQ(ContentOf(target), "old");
 }
 
-// --- Limits --------------------------------------------------------------------------------------------------------
-
-TEST(Limits, APartMayBeAsLargeAsTheLimitAndNoLarger)
+TEST(Limits, HoldForAPartToTheByte)
 {
     const Deck deck = SmallDeck();
     std::uint64_t largest = 0;
@@ -249,7 +243,7 @@ TEST(Limits, APartMayBeAsLargeAsTheLimitAndNoLarger)
     EXPECT_THAT(Walked(deck.Bytes(), limits), FailsWith(corrupt, "more than a part may"));
 }
 
-TEST(Limits, TheDirectoryMayBeAsLargeAsTheLimitAndNoLarger)
+TEST(Limits, HoldForTheDirectoryToTheByte)
 {
     const std::string bytes = SmallDeck().Bytes();
     const std::size_t size = IntegerAt(bytes, bytes.size() - 22 + 12, 4);
@@ -263,7 +257,7 @@ TEST(Limits, TheDirectoryMayBeAsLargeAsTheLimitAndNoLarger)
     EXPECT_THAT(Walked(bytes, limits), FailsWith(corrupt, "the zip directory is too large"));
 }
 
-TEST(Limits, AllPartsTogetherMayBeAsLargeAsTheLimitAndNoLarger)
+TEST(Limits, HoldForAllPartsTogetherToTheByte)
 {
     const std::string bytes = SmallDeck().Bytes();
     const auto read = [&](std::uint64_t limit) {
@@ -285,7 +279,7 @@ TEST(Limits, AllPartsTogetherMayBeAsLargeAsTheLimitAndNoLarger)
     EXPECT_THAT(read(total - 1), FailsWith(corrupt, "more memory than they may"));
 }
 
-TEST(Limits, GroupsMayNestAsDeepAsTheLimitAndNoDeeper)
+TEST(Limits, HoldForNestedGroupsToTheLevel)
 {
     const auto walk = [](std::uint32_t depth) {
         Shape shape = TextBox(Paragraph(TextRun(u"x").Click(LinkTo(u"http://fabrikam.com"))));
@@ -301,7 +295,7 @@ TEST(Limits, GroupsMayNestAsDeepAsTheLimitAndNoDeeper)
     EXPECT_THAT(walk(17), FailsWith(corrupt, "groups are nested too deeply"));
 }
 
-TEST(Limits, ASmallFileThatUnpacksToFarMoreThanALimitIsRefusedBeforeItIsUnpacked)
+TEST(Limits, RefuseASmallFileThatUnpacksToTooMuch)
 {
     const builtin::Limits small = builtin::Limits::Small();
     const std::string bytes = SmallDeck().Entry(slide1, std::string(small.partBytes + 1, ' ')).Bytes();
