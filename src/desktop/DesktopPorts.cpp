@@ -1,9 +1,10 @@
 #include "desktop/DesktopPorts.h"
 
-#include <chrono>
+#include <memory>
 
 #include <QApplication>
 
+#include "desktop/EventDelivery.h"
 #include "desktop/LauncherProgress.h"
 #include "desktop/QtMessageBox.h"
 #include "platform/Messages.h"
@@ -16,24 +17,9 @@ namespace tessarine
 namespace
 {
 
-/// A run asks for delivery at every shape; a window that reacts within this time feels immediate, and looking for
-/// events more often would slow the run down.
-constexpr std::chrono::milliseconds betweenDeliveries{60};
-
-void DeliverQtEvents()
-{
-    using Clock = std::chrono::steady_clock;
-    static Clock::time_point last;
-    const Clock::time_point now = Clock::now();
-    if (now - last < betweenDeliveries)
-        return;
-    last = now;  // what is delivered may ask, too
-    QCoreApplication::processEvents();
-    last = Clock::now();
-}
-
 void ShowQtPointer(MousePointer pointer)
 {
+    // Qt stacks these shapes; the port knows only the one in force.
     while (QGuiApplication::overrideCursor() != nullptr)
         QGuiApplication::restoreOverrideCursor();
     if (pointer == MousePointer::Hourglass)
@@ -45,7 +31,7 @@ void ShowQtPointer(MousePointer pointer)
 DesktopPorts::DesktopPorts()
 {
     SetMessageBox(ShowQtMessageBox);
-    SetDeliverPendingEvents(DeliverQtEvents);
+    SetDeliverPendingEvents([delivery = std::make_shared<EventDelivery>()] { delivery->Deliver(); });
     SetMousePointerReceiver(ShowQtPointer);
     SetTaskbarProgress(TellLaunchers);
     UseQtTimers();

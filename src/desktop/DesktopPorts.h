@@ -3,9 +3,14 @@
 namespace tessarine
 {
 
-/// While it lives, what stands below the windows reaches the user through Qt: messages are boxes above the active
-/// window, events are delivered, the pointer takes its shape, timers tick, taskbars show how far a run has come. There
-/// must be a QApplication.
+/// While it lives, the floors below the windows reach the user through Qt. There must be a QApplication.
+///
+/// - Messages are boxes above the active window.
+/// - Pending events are delivered, at most once in EventDelivery::Between however often a run asks.
+/// - The pointer takes its shape, for all windows alike.
+/// - Timers tick, and taskbars show how far a run has come.
+///
+/// Afterwards messages, events, the pointer and taskbars have no receiver; timers stay Qt's.
 class DesktopPorts
 {
 public:

@@ -2,10 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
+
 #include <QDBusConnection>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTest>
+
+#include "desktop/DesktopPorts.h"
+#include "shell/TaskbarProgress.h"
 
 namespace tessarine
 {
@@ -45,33 +50,38 @@ private:
     QDBusConnection connection_;
 };
 
-/// A session of the user with a bus of its own, on which the program talks from its first use on.
+/// A session of the user with a bus of its own, on which the program talks from its first use on. The library keeps its
+/// connection for as long as the process lives, so that all these tests share the bus.
 class LauncherProgressTest : public testing::Test
 {
 protected:
-    void SetUp() override
+    static void SetUpTestSuite()
     {
         QGuiApplication::setDesktopFileName("tessarine");
-        daemon_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
-        ASSERT_TRUE(daemon_.waitForReadyRead());
-        address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
+        daemon_ = std::make_unique<QProcess>();
+        daemon_->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        daemon_->start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+        ASSERT_TRUE(daemon_->waitForReadyRead(patience));
+        address_ = QString::fromUtf8(daemon_->readLine()).trimmed();
         before_ = qgetenv(busAddress);
         qputenv(busAddress, address_.toUtf8());
     }
-    void TearDown() override
+    static void TearDownTestSuite()
     {
         before_.isNull() ? qunsetenv(busAddress) : qputenv(busAddress, before_);
-        daemon_.kill();
-        daemon_.waitForFinished();
+        daemon_->kill();
+        daemon_->waitForFinished();
+        daemon_.reset();
     }
 
-    const QString& Address() const { return address_; }
+    static const QString& Address() { return address_; }
+
+    static constexpr int patience = 30'000;  // milliseconds
 
 private:
-    QProcess daemon_;
-    QString address_;
-    QByteArray before_;
+    static inline std::unique_ptr<QProcess> daemon_;
+    static inline QString address_;
+    static inline QByteArray before_;
 };
 
 TEST_F(LauncherProgressTest, IsToldToTheDocksOfTheSession)
@@ -82,9 +92,21 @@ TEST_F(LauncherProgressTest, IsToldToTheDocksOfTheSession)
     TellLaunchers(0.25);
     TellLaunchers(std::nullopt);
 
-    EXPECT_TRUE(QTest::qWaitFor([&dock] { return dock.updates.size() == 2; }));
+    EXPECT_TRUE(QTest::qWaitFor([&dock] { return dock.updates.size() == 2; }, patience));
     EXPECT_THAT(dock.updates, ElementsAre("application://tessarine.desktop: 0.25 shown",
                                           "application://tessarine.desktop: 0 hidden"));
+}
+
+TEST_F(LauncherProgressTest, IsWhereTheProgressOfARunGoes)
+{
+    const Dock dock(Address());
+    ASSERT_TRUE(dock.IsListening());
+    const DesktopPorts ports;
+
+    ShowTaskbarProgress(0.5);
+
+    EXPECT_TRUE(QTest::qWaitFor([&dock] { return !dock.updates.empty(); }, patience));
+    EXPECT_THAT(dock.updates, ElementsAre("application://tessarine.desktop: 0.5 shown"));
 }
 
 }  // namespace
