@@ -20,7 +20,7 @@ String ShowQtFolderDialog(QWidget* owner, const String& startFolder, const Strin
 {
     const QString folder = QFileDialog::getExistingDirectory(
         owner, ToQt(title), ToQt(startFolder), includeFiles ? QFileDialog::Options() : QFileDialog::ShowDirsOnly);
-    return FromQt(QDir::toNativeSeparators(folder));
+    return FromQt(QDir::toNativeSeparators(folder));  // Qt separates with "/" on every system
 }
 
 }  // namespace

@@ -27,9 +27,8 @@ std::int32_t ResultOf(int exitStatus)
 
 }  // namespace
 
-std::int32_t OpenWithDesktop(const String& target)
+std::int32_t OpenWithDesktop(const String& target, std::chrono::milliseconds patience)
 {
-    constexpr int patience = 1000;  // milliseconds
     // Without a parent: the viewer outlives this call, and killing it with its QProcess would close the document.
     auto* opener = new QProcess;
     QObject::connect(opener, &QProcess::finished, opener, &QObject::deleteLater);
@@ -42,7 +41,7 @@ std::int32_t OpenWithDesktop(const String& target)
         opener->deleteLater();
         return ShellResult::NoAssociation;
     }
-    if (!opener->waitForFinished(patience))
+    if (!opener->waitForFinished(static_cast<int>(patience.count())))
         return ShellResult::Opened;
     return opener->exitStatus() == QProcess::NormalExit ? ResultOf(opener->exitCode()) : ShellResult::NoAssociation;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 
 #include "platform/String.h"
@@ -7,8 +8,9 @@
 namespace tessarine
 {
 
-/// Opens a file, folder or address with the desktop's own opener ("xdg-open") and gives a code of ShellResult. An
-/// opener that runs for longer than a second counts as successful and goes on.
-std::int32_t OpenWithDesktop(const String& target);
+/// Opens a file, folder or address with the desktop's own opener ("xdg-open") and gives a code of ShellResult: Opened,
+/// FileNotFound, or NoAssociation for everything else, also where there is no opener. An opener that runs for longer
+/// than `patience` counts as successful and goes on; it belongs to nobody and outlives the program.
+std::int32_t OpenWithDesktop(const String& target, std::chrono::milliseconds patience = std::chrono::seconds(1));
 
 }  // namespace tessarine

@@ -13,7 +13,7 @@ QStringList QtNameFilters(const String& filter)
 {
     const QStringList parts = ToQt(filter).split(u'|');
     QStringList filters;
-    for (qsizetype i = 0; i < parts.size(); i += 2) {
+    for (qsizetype i = 0; i < parts.size(); i += 2) {  // texts and patterns take turns
         if (parts[i].isEmpty())
             continue;
         QString patterns = i + 1 < parts.size() ? parts[i + 1] : QString();
@@ -30,7 +30,7 @@ std::optional<QString> ShowQtFileDialog(const CommonDialog& dialog, bool isSave)
     const bool mustExist = !isSave && (dialog.Flags & FileDialogFlag::FileMustExist) != 0;
     window.setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     window.setOption(QFileDialog::DontConfirmOverwrite, (dialog.Flags & FileDialogFlag::AskBeforeOverwriting) == 0);
-    window.setOption(QFileDialog::HideNameFilterDetails);
+    window.setOption(QFileDialog::HideNameFilterDetails);  // the texts name their patterns themselves
     window.setNameFilters(QtNameFilters(dialog.Filter));
     // So that the dialog looks for, and asks about, the file that a name without an extension comes to mean.
     window.setDefaultSuffix(ToQt(dialog.DefaultExt));

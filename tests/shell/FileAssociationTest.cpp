@@ -207,7 +207,7 @@ TEST_F(FileAssociationTest, StartsTheToolsThatThereAre)
 
     qputenv("PATH", path);
     const std::string expected = ToUtf8(PathOf(u"mime")) + "\n";
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ContentOf(tool + u".called") == expected; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ContentOf(tool + u".called") == expected; }, 30'000));
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
