@@ -1,12 +1,15 @@
 #include "ui/run/ElapsedTime.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace tessarine
 {
 
 namespace
 {
+
+TimeOfDayPort timeOfDay;
 
 int SecondOfDay(QTime time)
 {
@@ -20,6 +23,16 @@ QString ElapsedTimeText(QTime start, QTime now)
 {
     const int seconds = std::abs(SecondOfDay(now) - SecondOfDay(start));
     return "Total Elapsed Time : " + QTime(0, 0).addSecs(seconds).toString("HH:mm:ss");
+}
+
+TimeOfDayPort SetTimeOfDay(TimeOfDayPort port)
+{
+    return std::exchange(timeOfDay, std::move(port));
+}
+
+QTime TimeOfDay()
+{
+    return timeOfDay ? timeOfDay() : QTime::currentTime();
 }
 
 }  // namespace tessarine

@@ -5,8 +5,8 @@
 namespace tessarine
 {
 
-/// One line of plain text that gives way in the middle when there is no room for all of it, so that a long path does
-/// not widen the window.
+/// One line of plain text that is cut in the middle when there is no room for all of it, with "…" in place of what is
+/// left out, so that a long path does not widen the window. `text()` is always the whole text.
 class ElidedLabel : public QLabel
 {
     Q_OBJECT
@@ -25,8 +25,10 @@ class LabelStrip : public QWidget
     Q_OBJECT
 
 public:
+    /// Takes the label over as its child, and keeps it as large as itself.
     explicit LabelStrip(QLabel* label, QWidget* parent = nullptr);
 
+    /// As high as a line of the label's text; any width will do.
     QSize sizeHint() const override;
 
 protected:

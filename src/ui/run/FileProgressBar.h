@@ -5,8 +5,8 @@
 namespace tessarine
 {
 
-/// A progress bar that takes a step per file and shows what has come about at most ten times a second: to draw it takes
-/// longer than to search many a file.
+/// A progress bar that takes a step per file. It shows the steps at most ten times a second, because drawing it takes
+/// longer than searching a small file: the first step at once, those that follow soon after together a moment later.
 class FileProgressBar : public QProgressBar
 {
     Q_OBJECT
@@ -14,12 +14,13 @@ class FileProgressBar : public QProgressBar
 public:
     explicit FileProgressBar(QWidget* parent = nullptr);
 
-    /// A run of so many files begins. Without files the bar is one step long; Qt would show one that never ends.
+    /// A run of so many files begins: back to the start, at once. Without files the bar is one step long, because Qt
+    /// shows a bar of no steps as work without an end.
     void Begin(int files);
 
-    void AddStep();
+    void AddStep();  ///< A step on, shown as told above.
 
-    /// To the end, at once.
+    /// To the end, shown at once.
     void Fill();
 
 protected:

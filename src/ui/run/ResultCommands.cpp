@@ -13,13 +13,6 @@
 namespace tessarine
 {
 
-namespace
-{
-
-constexpr StringView place = u"Form frmProcessingDocuments";
-
-}  // namespace
-
 void frmProcessingDocuments::cmdCopyLog_Click()
 {
     LogAndReturn({u"cmdCopyLog_Click", place}, [this] {

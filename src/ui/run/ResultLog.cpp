@@ -12,7 +12,7 @@ using Position = ResultNodes::Position;
 
 constexpr QStringView lineEnd = u"\r\n";
 
-// Both end in a blank. This is intended.
+// Intended: both end in a blank, so that a log can be compared with an old one letter by letter.
 constexpr QStringView foundMark = u" - At least 1 occurrence(s) found ";
 constexpr QStringView notFoundMark = u" - No occurrence(s) found ";
 

@@ -19,15 +19,19 @@ public:
     using Position = ResultNodes::Position;
     using QAbstractItemModel::QAbstractItemModel;
 
-    const ResultNodes& Nodes() const { return nodes_; }
+    const ResultNodes& Nodes() const { return nodes_; }  ///< All that were added, shown or not.
 
+    /// Appends a file, or an item to a file. Both give the new node's position among its like, from 0.
     Position AddFile(const String& text) { return nodes_.AddFile(text); }
     Position AddItem(Position file, const String& text);
 
-    /// Only to an item that is not shown yet.
+    /// Appends a location to an item that is not shown yet. To one that is, views would never see it.
     void AddLocation(Position file, Position item, const String& text) { nodes_.AddLocation(file, item, text); }
 
+    /// Lets views see what was added since the last call.
     void ShowAdditions();
+
+    // What views read, in Qt's own terms.
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& index) const override;
@@ -35,8 +39,8 @@ public:
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
-    const String& TextOf(const QModelIndex& index) const;
-    bool IsFile(const QModelIndex& index) const;
+    const String& TextOf(const QModelIndex& index) const;  ///< The text of a node; `index` must be valid.
+    bool IsFile(const QModelIndex& index) const;           ///< Whether a node is a file; false without one.
 
 private:
     void ShowItems(Position file);

@@ -22,16 +22,19 @@ class ResultNodes
 public:
     using Position = std::uint32_t;
 
-    /// Appends a file under its text as key. An empty text is no key, nor is one that a file has already.
+    /// Appends a file with its text as its key. A file whose text is empty, or the key of another file already, is
+    /// appended without a key.
     Position AddFile(const String& text);
 
-    /// The file with a key, if there is one. An empty key is none.
+    /// The file with a key, if there is one; never one for an empty key.
     std::optional<Position> FindFile(const String& key) const;
 
-    Position AddItem(Position file, const String& text);
+    Position AddItem(Position file, const String& text);  ///< Appends an item to a file.
 
-    /// Appends a location to an item.
+    /// Appends a location, the third level, to an item.
     void AddLocation(Position file, Position item, const String& text);
+
+    // Counts and texts. A position beyond the count must not be asked for.
 
     Position FileCount() const { return static_cast<Position>(files_.size()); }
     Position ItemCount(Position file) const { return static_cast<Position>(files_[file].items.size()); }
@@ -44,11 +47,12 @@ public:
         return texts_[lists_.At(ItemAt(file, item).locations, location)];
     }
 
-    /// Visits the files and items in the order in which they were added, which is not that of the tree when a file got
-    /// items a second time. The item is absent for a file itself.
+    /// Visits the files and items in the order in which they were added. That is not the order of the tree when a file
+    /// was reported a second time and got more items then. `item` is absent in the visit of a file itself.
     void ForEach(const std::function<void(Position file, std::optional<Position> item)>& visit) const;
 
 private:
+    /// Eight bytes, whatever its text and locations are.
     struct Item {
         SharedTexts::Number text;
         SharedLists::Number locations;

@@ -9,7 +9,7 @@ namespace tessarine
 
 class ResultTree;
 
-/// What the results of a run add up to. All counters of frmMain that a result moves.
+/// What the results of a run add up to: the counters of the main window that a result moves.
 struct ResultCounters {
     std::int32_t& mFilesChanged;  ///< File nodes added for a file with a count.
     std::int32_t& mTotalChanges;  ///< Sum of all location counts.

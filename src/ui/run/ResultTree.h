@@ -28,13 +28,13 @@ class ResultTree : public QTreeView
     Q_OBJECT
 
 public:
-    explicit ResultTree(const char* name, QWidget* parent = nullptr);
+    explicit ResultTree(const char* name, QWidget* parent = nullptr);  ///< `name` becomes the objectName.
 
     /// The nodes are added here; the tree shows them from ShowAdditions on.
     ResultModel& Results() { return results_; }
 
-    /// Shows what was added: at once in a tree of some hundred files, later on in a larger one, where each look at the
-    /// rows costs time, a few times a second and only while the tree is in sight.
+    /// Shows what was added. A tree of some hundred files does so at once. In a larger one each look at the rows costs
+    /// time: it shows additions a few times a second, and only while it is in sight.
     void ShowAdditions();
 
     const ResultNodes& Nodes() const { return results_.Nodes(); }
@@ -42,21 +42,23 @@ public:
     /// The node at a point of the tree, in pixels from its upper left corner; none on empty space.
     std::optional<ResultNode> HitTest(float x, float y) const;
 
-    std::optional<ResultNode> CurrentNode() const;
+    std::optional<ResultNode> CurrentNode() const;  ///< The node that keys act on; none at first.
 
     void CopyNode();  ///< The current node's text to the clipboard; nothing without one.
 
     /// All levels, but only the files of a tree so large that its rows would not fit in reasonable memory.
     void ExpandAll();
 
+    /// The captions of the context menu, which no language file reaches by itself.
     void PutMenuCaptions(const QString& copyNode, const QString& expandAll, const QString& collapseAll);
 
 Q_SIGNALS:
-    /// The pointer has moved over the tree, or come in.
+    /// The pointer has moved over the tree, or come in. `Button` is Qt's mask of pressed buttons; `Shift` adds up 1 for
+    /// Shift, 2 for Ctrl and 4 for Alt; the position is in pixels, as in HitTest.
     void MouseMove(int Button, int Shift, float X, float Y);
 
-    void DblClick();  ///< Also on empty space.
-    void OpenRequested(const ResultNode& node);
+    void DblClick();                             ///< Also on empty space.
+    void OpenRequested(const ResultNode& node);  ///< Return was pressed on a node of any level.
 
 protected:
     bool viewportEvent(QEvent* event) override;
@@ -66,10 +68,10 @@ protected:
 
 private:
     void BuildMenu();
-    std::optional<ResultNode> NodeOf(const QModelIndex& index) const;
+    std::optional<ResultNode> NodeOf(const QModelIndex& index) const;  // none for an invalid index
 
     ResultModel results_;
-    QTimer nextShowing_;
+    QTimer nextShowing_;  // runs while a large tree in sight has additions that it does not show yet
     QAction* mnuCopyNode = nullptr;
     QAction* mnuExpandAll = nullptr;
     QAction* mnuCollapseAll = nullptr;

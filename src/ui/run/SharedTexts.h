@@ -18,6 +18,7 @@ public:
     /// The number of a text, a new one when it was not there.
     Number Add(const String& text);
 
+    /// The text under a number that Add gave. It stays where it is for as long as this object lives.
     const String& operator[](Number number) const { return *texts_[number]; }
 
 private:
@@ -33,12 +34,13 @@ public:
     using Number = std::uint32_t;
     static constexpr Number Empty = 0;
 
-    /// The list that has one more text at its end. `list` stays what it is.
+    /// The list that has one more text at its end, a new one when there was none. `list` stays what it is.
     Number Append(Number list, SharedTexts::Number text);
 
+    /// How many texts a list has.
     std::uint32_t Count(Number list) const { return lists_[list].count; }
 
-    /// A text by its position from 0.
+    /// A text by its position from 0, which must be below the count. The later the text, the faster it is found.
     SharedTexts::Number At(Number list, std::uint32_t position) const;
 
 private:

@@ -16,7 +16,7 @@ namespace tessarine
 namespace
 {
 
-/// Blanks and letters as they are; this is intended.
+/// Intended: odd blanks and letters are kept, so that old descriptions of this window still fit it.
 constexpr std::array lines{
     "Microsoft PowerPoint is not responding  to Tessarine's Instructions",
     "1. Press [Alt+Tab] to switch to Microsoft PowerPoint",

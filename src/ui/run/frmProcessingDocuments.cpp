@@ -29,7 +29,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmProcessingDocuments";
 const String section = u"frmProcessingDocuments";
 
 /// The one window, as long as it is loaded. Its owner may take it along.
@@ -85,7 +84,7 @@ frmProcessingDocuments::~frmProcessingDocuments() = default;
 void frmProcessingDocuments::Form_Load()
 {
     LogAndReturn({u"Form_Load", place}, [this] {
-        StartTime = QTime::currentTime();
+        StartTime = TimeOfDay();
         SSTab1->setCurrentIndex(1);  // a run moves to the progress
         SSTab1_Click();
         LoadLng();
@@ -114,7 +113,7 @@ void frmProcessingDocuments::LoadLng()
     });
 }
 
-/// For those who hear the window instead of seeing it.
+/// For those who hear the window instead of seeing it: a tree speaks by its tab.
 void frmProcessingDocuments::NameTrees()
 {
     const std::array<ResultTree*, 3> trees{trvChangedFiles, trvNotChangedFiles, trvErrors};
@@ -138,7 +137,7 @@ void frmProcessingDocuments::tmrelapsedSecsX_Timer()
 
 void frmProcessingDocuments::ShowElapsedTime()
 {
-    lblelapsedSecs->setText(ElapsedTimeText(StartTime, QTime::currentTime()));
+    lblelapsedSecs->setText(ElapsedTimeText(StartTime, TimeOfDay()));
 }
 
 void frmProcessingDocuments::SSTab1_Click()

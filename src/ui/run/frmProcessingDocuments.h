@@ -25,17 +25,18 @@ class ResultTree;
 struct ResultNode;
 
 /// The window of a run: its progress, the files that changed, those that did not, and the errors. The main window
-/// opens it and fills it; it stays open behind the run, until the user closes it.
+/// opens it and fills it; it stays open after the run, until the user closes it.
 ///
 ///   IsComplited  caption of cmdOK    cmdOK
 ///   false        CANCELcaption       ask the run to end before its next file; the window stays
 ///   true         OKcaption           close the window
 ///
-/// The window's own close button does the same while a run is going, and closes the window otherwise, also behind a run
+/// The window's own close button does the same while a run is going, and closes the window otherwise, also after a run
 /// that ended early with IsComplited false.
 ///
 /// There is one at a time. It is loaded by its first use and forgotten when it closes: what closes comes back empty.
-/// All happens on the one thread, also in the middle of a run, where the run delivers events.
+/// Everything happens on the thread of the windows: a click reaches this window in the middle of a run, where the run
+/// delivers events.
 ///
 /// A failure in a handler is logged under the handler's name and ends it.
 class frmProcessingDocuments : public QWidget
@@ -54,19 +55,19 @@ public:
     bool IsComplited = false;                 ///< Whether the run has reported its end.
     bool IsRunGoing = false;                  ///< Whether the run is in progress, whatever became of its last file.
     std::unique_ptr<TimerX> tmrelapsedSecsX;  ///< Refreshes the elapsed time until it is disabled.
-    QTime StartTime;                          ///< When the window was loaded.
+    QTime StartTime;                          ///< The time of day at which the window was loaded.
 
-    // --- What a run shows ---------------------------------------------------------------------------------------
+    // What a run shows.
 
-    void SetProgressRange(std::int32_t maximum);  ///< One step per file, from 0.
-    void AddProgressStep();
-    void FillProgress();     ///< To its end.
-    void ShowProgressTab();  ///< Where every run begins.
-    void SetDocChanged(const String& text);
-    void SetChangesMade(const String& text);
-    void SetOKCaption(const String& text);
+    void SetProgressRange(std::int32_t maximum);  ///< So many files, of which none is done.
+    void AddProgressStep();                       ///< One more file is done.
+    void FillProgress();                          ///< All files are done.
+    void ShowProgressTab();                       ///< Where every run begins.
+    void SetDocChanged(const String& text);       ///< The line with the file that the run is at.
+    void SetChangesMade(const String& text);      ///< The running total.
+    void SetOKCaption(const String& text);        ///< The caption of cmdOK; see the table above.
 
-    /// The tree for a result. Null for a status that has none; failure 91 when there is no result.
+    /// The tree for a result. Null for a status that has none. Raises `ObjectNotSet` when there is no result.
     ResultTree* TreeOf(const std::shared_ptr<CounterStatuses>& vStatus) const;
 
     /// Counts a file that could not be opened, once, in a line that appears with the first of them, and logs the file
@@ -84,19 +85,21 @@ public:
     ResultTree* const trvNotChangedFiles;
     ResultTree* const trvErrors;
 
-    // --- Handlers -----------------------------------------------------------------------------------------------
+    // Handlers.
 
-    void LoadLng();     ///< Applies the active language, in the words of the kind of run that IsSearchRun tells.
-    void UpdateSecs();  ///< Shows the elapsed time and delivers events.
-    void SSTab1_Click();
-    void cmdOK_Click();
+    void LoadLng();       ///< Applies the active language, in the words of the kind of run that IsSearchRun tells.
+    void UpdateSecs();    ///< Shows the elapsed time and delivers events.
+    void SSTab1_Click();  ///< Shows the panel of the tab in front, and hides the others.
+    void cmdOK_Click();   ///< Acts by IsComplited; see the table above.
 
-    // --- On the results (ResultCommands.cpp) --------------------------------------------------------------------
+    // Handlers on the results: ResultCommands.cpp.
 
-    void cmdCopyLog_Click();
-    void cmdCommand_Click(int index);  ///< 0 removes the backups, 1 restores them.
-    void cmdErrorLog_Click();
+    void cmdCopyLog_Click();                    ///< Puts the log of the two trees of files on the clipboard.
+    void cmdCommand_Click(int index);           ///< 0 removes the backups, 1 restores them.
+    void cmdErrorLog_Click();                   ///< Opens the error log.
     void OPenDocument(const ResultNode& node);  ///< Opens a file's node; does nothing for another.
+
+    /// Each opens the node under the pointer, which the tree's own MouseMove has told.
     void trvChangedFiles_DblClick();
     void trvNotChangedFiles_DblClick();
     void trvErrors_DblClick();
@@ -108,6 +111,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// The unit of the handlers in the lines of the error log.
+    static constexpr StringView place = u"Form frmProcessingDocuments";
+
     explicit frmProcessingDocuments(QWidget* owner);
 
     void Form_Load();

@@ -24,5 +24,17 @@ TEST(ElapsedTime, IsNotTheTimeThatHasPassedAcrossMidnight)
     EXPECT_EQ(ElapsedTimeText(QTime(23, 59, 55), QTime(0, 0, 5)), "Total Elapsed Time : 23:59:50");
 }
 
+TEST(TimeOfDay, IsTheSystemsUnlessAnotherClockIsInForce)
+{
+    const TimeOfDayPort before = SetTimeOfDay([] { return QTime(1, 2, 3); });
+    EXPECT_EQ(TimeOfDay(), QTime(1, 2, 3));
+
+    SetTimeOfDay({});
+    EXPECT_TRUE(TimeOfDay().isValid());
+    EXPECT_NE(TimeOfDay(), QTime(1, 2, 3));
+
+    SetTimeOfDay(before);
+}
+
 }  // namespace
 }  // namespace tessarine

@@ -69,12 +69,14 @@ ProcessingWindowTest::ProcessingWindowTest()
                                           return lastTimer_;
                                       },
                                       [this](TimerIdentifier identifier) { timers_.erase(identifier); }});
+    previousClock_ = SetTimeOfDay([this] { return now_; });
 }
 
 ProcessingWindowTest::~ProcessingWindowTest()
 {
     delete frmProcessingDocuments::Loaded();
     SetSystemTimer(previousTimers_);
+    SetTimeOfDay(previousClock_);
     SetDeliverPendingEvents({});
     IsSearchRun = false;
     CurrentProject.reset();

@@ -17,6 +17,7 @@
 #include "support/qt/ShellRecorder.h"
 #include "support/qt/UserFolders.h"
 #include "support/TemporaryFolder.h"
+#include "ui/run/ElapsedTime.h"
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/ResultReport.h"
 #include "ui/run/ResultTree.h"
@@ -35,10 +36,11 @@ std::shared_ptr<CounterStatuses> Counted(const String& path, const std::vector<P
 std::shared_ptr<CounterStatuses> NothingCounted(const String& path);
 std::shared_ptr<CounterStatuses> NotProcessed(const String& path, const String& error);
 
-/// A tree's rows as its view has them, behind two blanks for each level.
+/// A tree's rows as its view has them, with two blanks before a row for each level.
 std::vector<std::string> RowsOf(const ResultTree& tree);
 
-/// The processing window, on a desktop that records, with timers whose ticks the test gives.
+/// The processing window, on a desktop that records, with timers whose ticks the test gives and a clock that stands
+/// until the test moves it.
 class ProcessingWindowTest : public testing::Test
 {
 protected:
@@ -88,12 +90,14 @@ protected:
     const TemporaryFolder folder_;
     std::int32_t mFilesChanged = 0;
     std::int32_t mTotalChanges = 0;
+    QTime now_{9, 30};  // by the clock
     std::map<TimerIdentifier, TimerCallback> timers_;
     std::vector<std::int32_t> intervals_;
 
 private:
     TimerIdentifier lastTimer_ = 0;
     SystemTimerPort previousTimers_;
+    TimeOfDayPort previousClock_;
 };
 
 }  // namespace tessarine

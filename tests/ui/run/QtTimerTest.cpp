@@ -68,7 +68,7 @@ TEST_F(QtTimerTest, MayBeStoppedByItsOwnTick)
     EXPECT_EQ(ticks_, 1);
 }
 
-TEST_F(QtTimerTest, KnowsNothingOfATimerThatIsNone)
+TEST_F(QtTimerTest, IgnoresAnUnknownTimer)
 {
     KillTimer(12345);
 

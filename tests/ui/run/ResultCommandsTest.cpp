@@ -84,8 +84,7 @@ TEST_F(CopyLogTest, WorksWhileTheRunIsGoing)
     EXPECT_FALSE(CurrentProject->IsProcessCancel);
 }
 
-// --- Opening a document
-// -----------------------------------------------------------------------------------------------
+// Opening a document.
 
 class OpenDocumentTest : public ProcessingWindowTest
 {
@@ -183,7 +182,7 @@ TEST_F(OpenDocumentTest, OpensTheCurrentFileByEnter)
     EXPECT_EQ(shell_.Opened().size(), 1u);
 }
 
-TEST_F(OpenDocumentTest, LogsAPathThatIsNone)
+TEST_F(OpenDocumentTest, LogsAPathWithANul)
 {
     const String path(u"/a\0b.pptx", 9);
 
@@ -194,8 +193,7 @@ TEST_F(OpenDocumentTest, LogsAPathThatIsNone)
     EXPECT_THAT(messages_.Messages(), IsEmpty());
 }
 
-// --- Backups
-// ----------------------------------------------------------------------------------------------------------
+// Backups.
 
 class BackupButtonsTest : public ProcessingWindowTest
 {

@@ -33,8 +33,7 @@ protected:
     static std::string Clipboard() { return QGuiApplication::clipboard()->text().toStdString(); }
 };
 
-// --- What a result adds
-// -----------------------------------------------------------------------------------------------
+// What a result adds.
 
 TEST_F(ResultTreeTest, ShowsTheCountOfEachLocationInItsOwnSpelling)
 {
@@ -85,7 +84,7 @@ TEST_F(ResultTreeTest, ShowsAWordForEachLocationWithoutAFind)
                     "    Handout Master(Not Found)", "    Notes Master(Not Found)"));
 }
 
-TEST_F(ResultTreeTest, ListsEveryItemOfAChangedFileAndOnlyTheLocationsItSearches)
+TEST_F(ResultTreeTest, ListsEveryItemAndTheLocationsItSearches)
 {
     Add(Counted(u"/a.pptx", {{u"cat", {{Location::Slides, 1}}}, {u"dog", {{Location::Slides, 0}}}, {u"nowhere", {}}}),
         false);
@@ -115,7 +114,7 @@ TEST_F(ResultTreeTest, SaysWhyAFileWasNotProcessed)
     EXPECT_EQ(mFilesChanged, 0);
 }
 
-TEST_F(ResultTreeTest, AddsTheItemsOfAFileReportedTwiceToItsOneRow)
+TEST_F(ResultTreeTest, AddsItemsOfAFileReportedTwiceToItsRow)
 {
     Add(Counted(u"/a.pptx", {{u"cat", {{Location::Notes, 1}}}}));
     Add(Counted(u"/b.pptx", {{u"cat", {{Location::Notes, 2}}}}));
@@ -232,7 +231,7 @@ protected:
     int ShownFiles() { return Changed().model()->rowCount(); }
 };
 
-TEST_F(LongResultTreeTest, ShowsWhatWasAddedOutOfSightWhenItComesIntoSight)
+TEST_F(LongResultTreeTest, ShowsAdditionsWhenItComesIntoSight)
 {
     BeginRun();
     AddFiles(u"/a");
@@ -257,8 +256,7 @@ TEST_F(LongResultTreeTest, ShowsWhatIsAddedInSightALittleLater)
     EXPECT_EQ(mFilesChanged, 2 * files);
 }
 
-// --- What a person does with a tree
-// -----------------------------------------------------------------------------------
+// What a person does with a tree.
 
 TEST_F(ResultTreeTest, CopiesTheCurrentRowByTheKeyboard)
 {
