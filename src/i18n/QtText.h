@@ -4,13 +4,14 @@
 
 #include "platform/String.h"
 
+/// The model's text and the windows' text are both UTF-16. These functions change the type and nothing else: every unit
+/// comes through, also a lone surrogate, and a U+FEFF at the start, which QString::fromUtf16 would take for a mark.
 namespace tessarine
 {
 
-/// The model's text and the windows' text are both UTF-16; these change the type alone.
 inline QString ToQt(StringView text)
 {
-    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+    return QStringView(text).toString();
 }
 
 inline String FromQt(const QString& text)

@@ -228,6 +228,33 @@ TEST_F(GridTest, AnOpenEditGivesItsTextWhenTheUserGoesToAnotherRow)
     EXPECT_EQ(Editor(), nullptr);
 }
 
+TEST_F(GridTest, ARowThatIsLeftKeepsEveryUnitOfItsTexts)
+{
+    const String withMark = u"\ufeffmark";
+    const String swapped = u"\ufffeswapped";
+    EditPairs({{withMark, swapped}, {u"b", u""}});
+
+    ClickCell(1, ItemColumn::FindWhat);
+    ClickCell(1, ItemColumn::ReplaceWith);
+    ClickCell(2, ItemColumn::Number);
+
+    EXPECT_EQ(Items().Item(1)->FindWhat, withMark);
+    EXPECT_EQ(Items().Item(1)->ReplaceWith, swapped);
+    EXPECT_FALSE(Window().IsModifed());
+}
+
+TEST_F(GridTest, ATextTypedAfterAMarkKeepsTheMark)
+{
+    EditPairs({{u"\ufeffmark", u""}});
+    ClickCell(1, ItemColumn::FindWhat);
+
+    QTest::keyClick(Editor(), Qt::Key_End);
+    QTest::keyClicks(Editor(), "s");
+    EndEdit();
+
+    EXPECT_EQ(Items().Item(1)->FindWhat, u"\ufeffmarks");
+}
+
 TEST_F(GridTest, AnEditorOpensInTheTypedColumnsAlone)
 {
     EditPairs({{u"a", u"b"}});
