@@ -17,8 +17,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
-
 /// One of the two choices of a file that goes into a text box.
 struct Choice {
     String filter;

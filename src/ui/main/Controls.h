@@ -11,6 +11,7 @@
 namespace tessarine
 {
 
+/// A control of a class under its name. `arguments` are those of the class's constructor, without the parent.
 template <class Control, class... Arguments>
 Control* Named(const char* name, Arguments&&... arguments)
 {
@@ -19,7 +20,7 @@ Control* Named(const char* name, Arguments&&... arguments)
     return control;
 }
 
-/// A member of an array of controls: "name(index)".
+/// The same for a member of an array of controls, whose name is "name(index)".
 template <class Control, class... Arguments>
 Control* NamedMember(const char* name, int index, Arguments&&... arguments)
 {

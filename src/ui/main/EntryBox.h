@@ -5,7 +5,7 @@
 namespace tessarine
 {
 
-/// A text box that tells of clicks.
+/// A text box of one line that tells of clicks.
 class EntryBox : public QLineEdit
 {
     Q_OBJECT
@@ -14,7 +14,10 @@ public:
     using QLineEdit::QLineEdit;
 
 Q_SIGNALS:
+    /// The left button was pressed and released over the box; each half of a double click counts.
     void Click();
+
+    /// The left button was clicked twice in a row. The word below the pointer is selected by then.
     void DblClick();
 
 protected:
@@ -22,7 +25,9 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 };
 
-/// A text box for a count: of what is typed, digits alone pass, by whatever way it comes. Pasted text passes whole.
+/// A text box for a count. Of what is typed, digits alone pass, whether they come from keys or from an input method;
+/// the keys that edit work as everywhere. Pasted text passes whole, so that the box may hold something that is no
+/// number.
 class NumberBox : public EntryBox
 {
     Q_OBJECT
@@ -31,8 +36,8 @@ public:
     using EntryBox::EntryBox;
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void inputMethodEvent(QInputMethodEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;             ///< Takes keys for other characters and drops them.
+    void inputMethodEvent(QInputMethodEvent* event) override;  ///< Drops a text unless it is all digits.
 };
 
 }  // namespace tessarine

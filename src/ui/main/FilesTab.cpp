@@ -17,7 +17,7 @@ namespace tessarine
 
 QWidget* frmMain::BuildFilesTab()
 {
-    fraFileProcess = Named<Frame>("fraFileProcess");
+    auto* const fraFileProcess = Named<Frame>("fraFileProcess");
     auto* const tab = new QVBoxLayout(fraFileProcess);
 
     optFileProcess[0] = NamedMember<QRadioButton>("optFileProcess", 0, "Scan for files");
@@ -25,7 +25,7 @@ QWidget* frmMain::BuildFilesTab()
     tab->addWidget(optFileProcess[0]);
 
     auto* const scan = Indented(new QGridLayout);
-    lblStartfolder = Named<QLabel>("lblStartfolder", "Start folder");
+    auto* const lblStartfolder = Named<QLabel>("lblStartfolder", "Start folder");
     picBrowse2 = Named<QWidget>("picBrowse2");
     auto* const folderRow = new QHBoxLayout(picBrowse2);
     folderRow->setContentsMargins({});
@@ -35,7 +35,7 @@ QWidget* frmMain::BuildFilesTab()
     folderRow->addWidget(cmdBrowse2);
     lblStartfolder->setBuddy(txtStartFolder);
     chkIncludesubfolders = Named<QCheckBox>("chkIncludesubfolders", "&Include subfolders");
-    lblSpreadsheettypes = Named<QLabel>("lblSpreadsheettypes", "File Type");
+    auto* const lblSpreadsheettypes = Named<QLabel>("lblSpreadsheettypes", "File Type");
     cboSpreadsheetType = Named<QComboBox>("cboSpreadsheetType");
     cboSpreadsheetType->addItem(ToQt(PresentationPattern));
     lblSpreadsheettypes->setBuddy(cboSpreadsheetType);

@@ -21,15 +21,13 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
-
 /// A grey box is not checked.
 bool IsChecked(const QCheckBox* box)
 {
     return box->checkState() == Qt::Checked;
 }
 
-/// The number that a text stands for, rounded; 0 for any other text. Raises 6 when it does not fit.
+/// The number that a text stands for, rounded; 0 for any other text. Raises Overflow when it does not fit in 32 bits.
 std::int32_t CountIn(const QLineEdit* box)
 {
     const std::optional<double> number = NumberFromText(FromQt(box->text()));
@@ -63,7 +61,7 @@ void frmMain::FillProjectObject()
         options.RevisionDocumentPropertyName = TextOf(txtRevisonProperty);
         options.RequiredFindAndReplaceCount = IsChecked(chkRequireCount);
         options.CPUUsage = IsChecked(chkCPUUsage);
-        // The password is not taken over. This is intended.
+        // Intended: the password is not taken over, so that no typed password reaches a file.
 
         CustomProperties& properties = *NotNull(CurrentProject->CustomProperies);
         while (properties.Count() > 0)

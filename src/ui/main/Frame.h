@@ -5,7 +5,8 @@
 namespace tessarine
 {
 
-/// A frame that draws its border only while it has a caption.
+/// A frame that draws its border only while it has a caption. The frames of the tabs have none, unless a language file
+/// gives them one.
 class Frame : public QGroupBox
 {
     Q_OBJECT

@@ -16,8 +16,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
-
 FindAndReplaceItems& List()
 {
     return *NotNull(NotNull(CurrentProject)->FindAndReplaceList);
@@ -29,7 +27,7 @@ bool IsLeaveKey(const QKeyEvent& key)
     return key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab || key.key() == Qt::Key_Alt;
 }
 
-/// The walks over all rows count in 16 bits: from 32,768 rows on they are failure 6.
+/// The walks over all rows count in 16 bits: from 32,768 rows on they raise Overflow.
 void CheckRowCount(const ItemsGrid& grid)
 {
     Checked<std::int16_t>(grid.Rows() - 1);
@@ -63,6 +61,7 @@ void frmMain::cmdAdd_Click()
 
         std::shared_ptr<FindAndReplaceItem> shown;
         if (hasCurrentRow) {
+            // The row shows this pair of the form's until the list's own takes its place below; both share the options.
             shown = NotNull(GetItemFromForm());
             List().Add({}, {}, shown->OptionSetting, CurrentProject);
             grdItems->Items().SetRowData(added, shown);
@@ -76,7 +75,7 @@ void frmMain::cmdAdd_Click()
         grdItems->SetRow(added);
         EnableDisableControl();
         FillItemOnForm(*shown);
-        CheckRowCount(*grdItems);  // where the rows get their numbers
+        CheckRowCount(*grdItems);  // this late, so that a row too many is there and only its editor stays closed
         grdItems->SelectCell(added, ItemColumn::FindWhat);
 
         const auto last = List().Item(List().Count());
@@ -91,7 +90,8 @@ void frmMain::cmdAdd_Click()
 void frmMain::cmdDelete_Click()
 {
     LogAndReturn({u"cmdDelete_Click", place}, [this] {
-        grdItems->EndEdit();  // which would else come behind the removal, to the next pair
+        // An edit that ended after the removal would give its text to the pair that has moved up.
+        grdItems->EndEdit();
         if (grdItems->Row() < 1)
             return;
         if (ShowMessage(u"Are you sure you want to delete selected find and replace item?", MessageIcon::Question,
@@ -99,6 +99,7 @@ void frmMain::cmdDelete_Click()
             return;
         CheckRowCount(*grdItems);
         const std::vector<std::int32_t> rows = grdItems->SelectedRows();
+        // From the last on, so that the numbers of the others stay.
         for (auto row = rows.rbegin(); row != rows.rend(); ++row)
             List().Remove(*row);
         grdItems->RemoveRows(rows);
@@ -128,15 +129,11 @@ void frmMain::cmdSwap_Click()
     });
 }
 
-/// Gives the pair of a row the two texts that stand in the grid.
-void frmMain::WriteBack(std::int32_t row)
+/// Puts the list's own pair into a row. It stands there already, with the texts that were typed, except where
+/// cmdAdd_Click has failed half-way and left the form's pair; nothing can have been typed into that one.
+void frmMain::TakePairFromList(std::int32_t row)
 {
-    const auto item = NotNull(List().Item(row));
-    if (String text = FromQt(grdItems->Items().FindWhat(row)); text != item->FindWhat)
-        item->FindWhat = std::move(text);
-    if (String text = FromQt(grdItems->Items().ReplaceWith(row)); text != item->ReplaceWith)
-        item->ReplaceWith = std::move(text);
-    grdItems->Items().SetRowData(row, item);
+    grdItems->Items().SetRowData(row, NotNull(List().Item(row)));
 }
 
 void frmMain::grdItems_AfterEdit(std::int32_t Row, int /*Col*/)
@@ -144,7 +141,7 @@ void frmMain::grdItems_AfterEdit(std::int32_t Row, int /*Col*/)
     LogAndReturn({u"grdItems_AfterEdit", place}, [&] {
         if (Row == 0)
             return;
-        WriteBack(Row);
+        TakePairFromList(Row);
         PutIsModifed(true);
     });
 }
@@ -153,7 +150,7 @@ void frmMain::grdItems_BeforeRowColChange(std::int32_t OldRow)
 {
     LogAndReturn({u"grdItems_BeforeRowColChange", place}, [&] {
         if (OldRow != 0)
-            WriteBack(OldRow);
+            TakePairFromList(OldRow);
     });
 }
 

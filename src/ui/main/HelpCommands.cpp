@@ -8,13 +8,6 @@
 namespace tessarine
 {
 
-namespace
-{
-
-constexpr StringView place = u"Form frmMain";
-
-}  // namespace
-
 void frmMain::mnuChangeLanguage_Click()
 {
     LogAndReturn({u"mnuChangeLanguage_Click", place}, [this] {

@@ -24,6 +24,7 @@ ItemsGrid::ItemsGrid(QWidget* parent) : QTableView(parent)
     setWordWrap(false);
     setMouseTracking(true);
     setHorizontalScrollMode(ScrollPerPixel);
+    // Of one height, so that thousands of rows need not be measured.
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(verticalHeader()->minimumSectionSize());
@@ -114,8 +115,7 @@ void ItemsGrid::ShowAsActive(bool isActive)
     if (!isActive)
         for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
             colours.setColor(role, grey);
-    setPalette(colours);
-    horizontalHeader()->setPalette(colours);
+    setPalette(colours);  // the heading takes it over
 }
 
 void ItemsGrid::SetStartWidths()
@@ -131,6 +131,7 @@ void ItemsGrid::SetStartWidths()
 /// Widens the first column where the largest number, or the heading, has no room in it.
 void ItemsGrid::FitNumberColumn()
 {
+    // The last row has the widest number.
     const int needed = std::max(sizeHintForIndex(model_.index(model_.rowCount() - 1, ItemColumn::Number)).width(),
                                 horizontalHeader()->sectionSizeHint(ItemColumn::Number));
     if (columnWidth(ItemColumn::Number) < needed)
@@ -155,6 +156,7 @@ bool ItemsGrid::event(QEvent* event)
 
 void ItemsGrid::keyPressEvent(QKeyEvent* event)
 {
+    // The window is asked first; a key that it does not accept is the view's own.
     event->ignore();
     Q_EMIT KeyDown(*event);
     if (!event->isAccepted())

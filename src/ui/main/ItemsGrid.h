@@ -13,8 +13,9 @@ class QKeyEvent;
 namespace tessarine
 {
 
-/// The grid of pairs: a heading, row 0, and a row per pair, from 1. Entering a cell of the two typed columns, by mouse,
-/// key or code, opens its editor. Several rows can be selected at once.
+/// The grid of pairs: a heading, row 0, and a row per pair, from 1. Columns are those of ItemColumn. Entering a cell of
+/// the two typed columns, by mouse, key or code, opens its editor. Several rows can be selected at once; whole rows are
+/// selected, whatever cell is clicked.
 class ItemsGrid : public QTableView
 {
     Q_OBJECT
@@ -26,8 +27,8 @@ public:
     const ItemsModel& Items() const { return model_; }
     std::int32_t Rows() const { return model_.Rows(); }  ///< With the heading.
 
-    std::int32_t Row() const;                       ///< The current row; 0 without rows.
-    int Col() const;                                ///< The current column; 0 without rows.
+    std::int32_t Row() const;                       ///< The current row; 0 when there is none.
+    int Col() const;                                ///< The current column; 0 when there is none.
     void SetRow(std::int32_t row);                  ///< Makes a row current, and the only one selected.
     void SelectCell(std::int32_t row, int column);  ///< The same, in a column; opens the editor of a typed cell.
     void SelectAll();
@@ -40,10 +41,11 @@ public:
     /// The row under the pointer; 0 for the heading or none.
     std::int32_t MouseRow(const QPoint& position) const;
 
-    /// Black, or the light text of a dark desktop, while the list can be edited, grey otherwise.
+    /// The colour of the texts: that of the desktop while the list can be edited, grey otherwise. The empty text shows
+    /// only while it can.
     void ShowAsActive(bool isActive);
 
-    void SetStartWidths();                   ///< Column widths, the search type hidden.
+    void SetStartWidths();                   ///< Gives the columns their widths and hides the search type.
     void SetEmptyText(const QString& text);  ///< What stands in an active grid without rows.
 
     /// A key in the cell editor: true when it has been dealt with and must not reach the editor.
@@ -57,9 +59,9 @@ Q_SIGNALS:
     /// the model.
     void RowColChange(std::int32_t oldRow, int oldColumn, std::int32_t newRow, int newColumn);
 
-    void KeyDown(QKeyEvent& key);  ///< While no editor is open. An accepted key goes no further.
-    void MouseMove(std::int32_t mouseRow);
-    void MouseLeave();
+    void KeyDown(QKeyEvent& key);           ///< A key while no editor is open. An accepted key goes no further.
+    void MouseMove(std::int32_t mouseRow);  ///< The pointer has moved over a row, or over row 0.
+    void MouseLeave();                      ///< The pointer has left the rows.
 
 protected:
     bool event(QEvent* event) override;
@@ -74,7 +76,7 @@ private:
     ItemsModel model_;
     QString emptyText_;
     bool isActive_ = false;
-    bool isRemoving_ = false;
+    bool isRemoving_ = false;  // changes of the current cell are no news meanwhile
 };
 
 }  // namespace tessarine

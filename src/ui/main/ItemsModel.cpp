@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QColor>
 #include <QFont>
 #include <QGuiApplication>
 #include <QPalette>
@@ -36,10 +37,7 @@ void ItemsModel::SetItems(const std::vector<Item>& items)
 {
     beginResetModel();
     underlinedRow_ = 0;
-    rows_.clear();
-    rows_.reserve(items.size());
-    for (const Item& item : items)
-        rows_.push_back({ToQt(item->FindWhat), ToQt(item->ReplaceWith), item});
+    rows_ = items;
     endResetModel();
 }
 
@@ -76,13 +74,13 @@ void ItemsModel::RemoveRows(const std::vector<std::int32_t>& ascendingRows)
     }
     if (asReset)
         endResetModel();
-    if (!rows_.empty())  // the rows behind have new numbers
+    if (!rows_.empty())  // the rows after them have new numbers
         Q_EMIT dataChanged(index(0, ItemColumn::Number), index(rowCount() - 1, ItemColumn::Number));
 }
 
 void ItemsModel::SetRowData(std::int32_t row, Item item)
 {
-    rows_.at(static_cast<std::size_t>(row) - 1).item = std::move(item);
+    rows_.at(static_cast<std::size_t>(row) - 1) = std::move(item);
     RowChanged(row);
 }
 
@@ -122,34 +120,31 @@ int ItemsModel::columnCount(const QModelIndex& parent) const
 
 QString ItemsModel::Text(std::int32_t row, int column) const
 {
-    const Row& shown = At(row);
-    switch (column) {
-        case ItemColumn::Number:
-            return QString::number(row);
-        case ItemColumn::FindWhat:
-            return shown.findWhat;
-        case ItemColumn::ReplaceWith:
-            return shown.replaceWith;
-        default:
-            break;
-    }
-    if (!shown.item || !shown.item->OptionSetting)
+    if (column == ItemColumn::Number)
+        return QString::number(row);
+    const Item& pair = RowData(row);
+    if (!pair)
+        return {};
+    if (column == ItemColumn::FindWhat)
+        return ToQt(pair->FindWhat);
+    if (column == ItemColumn::ReplaceWith)
+        return ToQt(pair->ReplaceWith);
+    if (!pair->OptionSetting)
         return {};
     switch (column) {
         case ItemColumn::SearchType:
-            return ToQt(CreateSearchType(*shown.item));
+            return ToQt(CreateSearchType(*pair));
         case ItemColumn::Locations:
-            return ToQt(CreateLocationString(*shown.item));
+            return ToQt(CreateLocationString(*pair));
         default:
-            return ToQt(CreateOptionStrin(*shown.item));
+            return ToQt(CreateOptionStrin(*pair));
     }
 }
 
 bool ItemsModel::NeverEnds(std::int32_t row) const
 {
-    const Row& shown = At(row);
-    return shown.item && shown.item->OptionSetting &&
-           tessarine::NeverEnds(FromQt(shown.findWhat), FromQt(shown.replaceWith), *shown.item->OptionSetting);
+    const Item& pair = RowData(row);
+    return pair && pair->OptionSetting && tessarine::NeverEnds(pair->FindWhat, pair->ReplaceWith, *pair->OptionSetting);
 }
 
 QVariant ItemsModel::data(const QModelIndex& index, int role) const
@@ -173,6 +168,7 @@ QVariant ItemsModel::data(const QModelIndex& index, int role) const
         case Qt::TextAlignmentRole:
             return column == ItemColumn::Number ? QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
         case Qt::FontRole:
+            // An underline alone: the rest of the font stays the view's.
             if (row == underlinedRow_) {
                 QFont underlined;
                 underlined.setUnderline(true);
@@ -199,8 +195,10 @@ bool ItemsModel::setData(const QModelIndex& index, const QVariant& value, int ro
 {
     if (!index.isValid() || role != Qt::EditRole || !IsTyped(index.column()))
         return false;
-    Row& row = rows_.at(static_cast<std::size_t>(index.row()));
-    (index.column() == ItemColumn::FindWhat ? row.findWhat : row.replaceWith) = value.toString();
+    const Item& pair = RowData(index.row() + 1);
+    if (!pair)
+        return false;
+    (index.column() == ItemColumn::FindWhat ? pair->FindWhat : pair->ReplaceWith) = FromQt(value.toString());
     RowChanged(index.row() + 1);
     return true;
 }

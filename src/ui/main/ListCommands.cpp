@@ -13,7 +13,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
 const String listFilter = u"CSV Files|*.csv|TAB Files|*.Tab|Excel File|*.xls";
 
 /// Shows the hourglass while it lives.
@@ -53,7 +52,7 @@ void frmMain::mnuImportList_Click()
         if (grdItems->Rows() >= 2)
             FillItemOnForm(*NotNull(list->Item(grdItems->Row())));
         EnableDisableControl();
-        // An import does not mark the job as modified. This is intended.
+        // Intended: an import does not mark the job, because the list can be had from its file again.
     });
 }
 

@@ -13,8 +13,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
-
 bool IsChecked(const QListWidget& list, std::size_t row)
 {
     return list.item(static_cast<int>(row))->checkState() == Qt::Checked;

@@ -98,7 +98,8 @@ void frmMain::ConnectHandlers()
         connect(cmdStartReplacing[i], &QPushButton::clicked, this,
                 [this, index] { cmdStartReplacing_Click(static_cast<std::int16_t>(index)); });
     }
-    // chkCPUUsage and txtLoadsearch do not mark the job, although they are saved. This is intended.
+    // Intended: chkCPUUsage and txtLoadsearch do not mark the job, although they are saved: both tell how this machine
+    // works, not what becomes of the presentations.
     for (QCheckBox* box :
          {chkAllowAlert, chkBackupMode, chkIncludesubfolders, chkKeepOiginal, chkReadOnlyFile, chkRequireCount})
         connect(box, &QCheckBox::stateChanged, this, &frmMain::Mark);

@@ -52,7 +52,7 @@ void frmMain::BuildMenu()
     add(mnuFile, "menuSave", "&Save", &frmMain::menuSave_Click, "save");
     add(mnuFile, "menuSaveAs", "Save&As", &frmMain::menuSaveAs_Click);
     AddSeparator(*mnuFile, "mnuSep1");
-    mnuRecent = AddMenu(*mnuFile, "mnuRecent", "&Recent Files");
+    QMenu* const mnuRecent = AddMenu(*mnuFile, "mnuRecent", "&Recent Files");
     recentFiles_ = std::make_unique<RecentFiles>(*mnuRecent, [this](std::int32_t Index) { mnuDefRF_Click(Index); });
     AddSeparator(*mnuFile, "mnuSep2");
     add(mnuFile, "mnuExit", "&Exit", &frmMain::mnuExit_Click);

@@ -18,8 +18,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
-
 /// White, or the desktop's own colour for text, while the box can be used; the colour of buttons otherwise.
 void EnableBox(QWidget* panel, QLineEdit* box, QPushButton* browse, bool isEnabled)
 {
@@ -81,7 +79,8 @@ void frmMain::cboversion_Change()
 
 void frmMain::chkProccessLongestFileFirst_Click()
 {
-    // Marks while the form is being filled, too, unlike its neighbours. This is intended.
+    // Intended: marks the job also while the form is being filled, unlike its neighbours. That does no harm, because
+    // optLoad_Click does the same, and who fills the form decides what becomes of the mark.
     LogAndReturn({u"chkProccessLongestFileFirst_Click", place}, [this] { MarkAlways(); });
 }
 

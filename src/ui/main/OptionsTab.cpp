@@ -43,13 +43,13 @@ QWidget* WithArrows(NumberBox* box, const char* nameOfArrows)
 
 QWidget* frmMain::BuildOptionsTab()
 {
-    frmOptions = Named<Frame>("frmOptions");
+    auto* const frmOptions = Named<Frame>("frmOptions");
     auto* const tab = new QVBoxLayout(frmOptions);
     tab->setSpacing(tab->spacing() * 2);
     tab->addWidget(BuildTreatment());
-    tab->addWidget(Named<QLabel>("fradivide"));
-    auto* const divider = frmOptions->findChild<QLabel*>("fradivide");
-    divider->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    auto* const fradivide = Named<QLabel>("fradivide");
+    fradivide->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    tab->addWidget(fradivide);
     tab->addWidget(BuildVersionControl());
     tab->addWidget(BuildPowerPointControl());
     tab->addStretch();
@@ -73,11 +73,11 @@ QWidget* frmMain::BuildTreatment()
     grid->setContentsMargins({});
     grid->setHorizontalSpacing(ColumnGap);
     constexpr int rows = 4;
-    int place = 0;
+    int cell = 0;
     for (QCheckBox* box : {chkBackupMode, chkKeepOiginal, chkReadOnlyFile, chkAllowAlert, chkRequireCount, chkCPUUsage,
                            chkProccessLongestFileFirst}) {
-        grid->addWidget(box, place % rows, place / rows);
-        ++place;
+        grid->addWidget(box, cell % rows, cell / rows);
+        ++cell;
     }
     grid->setColumnStretch(2, 1);
     return part;

@@ -16,7 +16,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
 const String projectFilter = u"Tessarine [*.tsq]";
 
 /// Why a project file was not loaded; nothing is said of a failure without a code.
@@ -58,7 +57,8 @@ void frmMain::mnuOpen_Click()
             TellLoadError(error);
             return;
         }
-        // Unsaved changes are not asked about; they are lost. This is intended.
+        // Intended: unsaved changes are lost without a question. Only closing the window asks about them, as users
+        // know.
         LoadProjectOnForm();
         recentFiles_->SaveMRUFileList(common.FileName);
         PutProjectFile(common.FileName);
@@ -92,7 +92,8 @@ void frmMain::menuSave_Click()
 
 void frmMain::menuSaveAs_Click()
 {
-    // The form is not taken over first: what stands in the project goes to the file. This is intended.
+    // Intended: the form is not taken over first. The file gets the job as it was last saved or run, so that a copy of
+    // that can be made while the form is being changed.
     LogAndReturn({u"menuSaveAs_Click", place}, [this] {
         common.Filter = projectFilter;
         common.DialogTitle = GetLngString(u"frmMain", u"110");
@@ -119,7 +120,8 @@ void frmMain::mnuDefRF_Click(std::int32_t Index)
         PutProjectFile(path);
         if (!FileExists(projectFile_))
             return;
-        // The outcome is not looked at, and the mark that filling the form leaves stays. Both are intended.
+        // Intended: nothing is said of a file that fails to load, because the form shows what has come of it. The mark
+        // that filling the form leaves stays, so that closing asks before the job is lost.
         std::int32_t error = 0;
         CurrentProject->LoadProject(projectFile_, error);
         recentFiles_->SaveMRUFileList(path);

@@ -54,7 +54,7 @@ QListWidget* LocationList()
 
 QWidget* frmMain::BuildReplacementTab()
 {
-    fraReplacement = Named<Frame>("fraReplacement");
+    auto* const fraReplacement = Named<Frame>("fraReplacement");
     auto* const tab = new QVBoxLayout(fraReplacement);
     tab->addWidget(BuildListSource());
 
@@ -64,7 +64,7 @@ QWidget* frmMain::BuildReplacementTab()
     for (QRadioButton* option : optLoad)
         either->addButton(option);
     tab->addWidget(optLoad[1]);
-    pnlLoadOptions = Named<QWidget>("pnlLoadOptions");
+    auto* const pnlLoadOptions = Named<QWidget>("pnlLoadOptions");
     pnlLoadOptions->setMouseTracking(true);
     auto* const panel = Indented(new QVBoxLayout(pnlLoadOptions));
     grdItems = Named<ItemsGrid>("grdItems");
@@ -110,7 +110,7 @@ QWidget* frmMain::BuildItemOptions()
     auto* const part = new QWidget;
     auto* const grid = new QGridLayout(part);
     grid->setContentsMargins({});
-    lblSearchLocation = Named<QLabel>("lblSearchLocation", "Search Location");
+    auto* const lblSearchLocation = Named<QLabel>("lblSearchLocation", "Search Location");
     lstLookIn = LocationList();
     lblSearchLocation->setBuddy(lstLookIn);
     chkSelectAll = Named<QCheckBox>("chkSelectAll", "Select/De-Select Search Locations");

@@ -6,13 +6,13 @@
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
+#include "model/FindAndReplaceItems.h"
 #include "platform/Messages.h"
 #include "platform/Treatments.h"
-#include "shell/TaskbarProgress.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
-#include "ui/main/ProcessingText.h"
+#include "ui/main/StartCommand.h"
 #include "ui/run/frmProcessingDocuments.h"
 
 namespace tessarine
@@ -21,37 +21,29 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
-
-/// While it lives, both windows and the taskbar know that a run is going. The processing window may be closed
-/// meanwhile. `atEnd` is called however the run ends.
-class RunGoing
+/// Watches one run from its beginning to its end, however it ends, and calls `afterEnd` then.
+class WatchedRun
 {
 public:
-    RunGoing(bool& isGoing, std::function<void()> atEnd) : isGoing_(isGoing), atEnd_(std::move(atEnd))
+    WatchedRun(RunWatch& watch, const Project& project, std::function<void()> afterEnd)
+        : watch_(watch), project_(project), afterEnd_(std::move(afterEnd))
     {
-        Put(true);
-        ShowTaskbarProgress(0);
+        watch_.Begin();
     }
-    ~RunGoing()
+    ~WatchedRun()
     {
-        Put(false);
-        HideTaskbarProgress();
-        Skip(atEnd_);
+        watch_.End(project_, hasReturned);
+        Skip(afterEnd_);
     }
-    RunGoing(const RunGoing&) = delete;
-    RunGoing& operator=(const RunGoing&) = delete;
+    WatchedRun(const WatchedRun&) = delete;
+    WatchedRun& operator=(const WatchedRun&) = delete;
+
+    bool hasReturned = false;
 
 private:
-    void Put(bool isGoing)
-    {
-        isGoing_ = isGoing;
-        if (auto* const window = frmProcessingDocuments::Loaded())
-            window->IsRunGoing = isGoing;
-    }
-
-    bool& isGoing_;
-    const std::function<void()> atEnd_;
+    RunWatch& watch_;
+    const Project& project_;
+    const std::function<void()> afterEnd_;
 };
 
 }  // namespace
@@ -59,16 +51,14 @@ private:
 void frmMain::cmdStartReplacing_Click(std::int16_t Index)
 {
     LogAndReturn({u"cmdStartReplacing_Click", place}, [&] {
-        if (isRunGoing_)
+        if (runWatch_.IsRunGoing())
             return;  // a second launch would give the run in progress other files
-        mRunIndex = Index;
-        mTotalFiles = 0;
-        IsSearchRun = Index == searching;
+        IsSearchRun = Index == StartCommand::Searching;
         FillProjectObject();
         if (!Validation())
             return;
-        mTotalFiles = NotNull(CurrentProject)->GetFileToProcessFileCount();
-        if (mTotalFiles == 0) {
+        const std::int32_t totalFiles = NotNull(CurrentProject)->GetFileToProcessFileCount();
+        if (totalFiles == 0) {
             ShowMessage(GlobalMsg(u"1052"), MessageIcon::Exclamation);
             SSTab1->setCurrentIndex(1);
             return;
@@ -79,8 +69,9 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         if (ShowMessage(question) != MessageAnswer::Yes)
             return;
         UnloadPowerPoint();
-        PrepareProcessingWindow();
-        Run();
+        runWatch_.Prepare(*this, *mProject, Index, totalFiles);
+        if (const auto list = ListOfRun())
+            Run(Index, *list);
     });
 }
 
@@ -89,63 +80,36 @@ void frmMain::UnloadPowerPoint()
     CurrentProject->UnloadPowerPoint();
 }
 
-void frmMain::PrepareProcessingWindow()
+std::optional<std::shared_ptr<FindAndReplaceItems>> frmMain::ListOfRun()
 {
-    mFilesProcessed = 0;
-    mFilesChanged = 0;
-    mTotalChanges = 0;
-    currentFile_.clear();
-    passedOver_.reset();
-    results_ = {};
-    frmProcessingDocuments& window = frmProcessingDocuments::Instance(this);
-    window.setWindowTitle(ToQt(ProcessingText(u"frmProcessingDocuments.caption")));
-    window.show();
-    window.SetProgressRange(mTotalFiles);
-    window.ShowProgressTab();
-    window.IsComplited = false;
-    window.ForgetFailures();
-    const bool isCounted = NotNull(CurrentProject->options)->RequiredFindAndReplaceCount;
-    window.SetChangesMade(ProcessingText(mRunIndex == replacing ? u"lblChangesMade.Caption3"
-                                         : isCounted            ? u"lblChangesMade.Caption2"
-                                                                : u"lblChangesMade.Caption5"));
-    window.SetOKCaption(ProcessingText(u"cmdOK.CANCELcaption"));
-    window.SetDocChanged(ProcessingText(u"lblDocChanged.caption", 0, mTotalFiles, String(u"0 Document Processed")));
+    if (!optLoad[0]->isChecked()) {
+        if (grdItems->Rows() > 1)
+            return nullptr;
+        ShowMessage(GlobalMsg(u"1055"), MessageIcon::Exclamation);
+        return std::nullopt;
+    }
+    // The validation has read the file already, and dropped the list: the user may have changed the file meanwhile.
+    auto list = std::make_shared<FindAndReplaceItems>();
+    const bool isRead = list->ImportList(FromQt(txtLoadsearch->text()));
+    if (isRead && list->Count() > 0)
+        return list;
+    ShowMessage(GlobalMsg(isRead ? u"1055" : u"1003"), MessageIcon::Exclamation);
+    return std::nullopt;
 }
 
-/// Takes the list in force through the files. A list that has got lost since the validation ends it with the processing
-/// window left as it is.
-void frmMain::Run()
+void frmMain::Run(std::int16_t Index, const std::shared_ptr<FindAndReplaceItems>& list)
 {
-    std::shared_ptr<FindAndReplaceItems> list;  // null stands for the project's own
-    if (optLoad[0]->isChecked()) {
-        list = std::make_shared<FindAndReplaceItems>();
-        if (!list->ImportList(FromQt(txtLoadsearch->text()))) {
-            ShowMessage(GlobalMsg(u"1003"), MessageIcon::Exclamation);
-            return;
-        }
-        if (list->Count() == 0) {
-            ShowMessage(GlobalMsg(u"1055"), MessageIcon::Exclamation);
-            return;
-        }
-    } else if (grdItems->Rows() <= 1) {
-        ShowMessage(GlobalMsg(u"1055"), MessageIcon::Exclamation);
-        return;
-    }
-    bool hasEnded = false;
     {
-        const RunGoing going(isRunGoing_, [this, &hasEnded] {
-            TellOfHiddenFailure();
-            if (auto* const window = frmProcessingDocuments::Loaded(); !hasEnded && window && !window->IsComplited)
-                window->TellRunFailed();
+        WatchedRun run(runWatch_, *mProject, [this] {
             if (isClosed_)
                 Unloaded.Raise();
         });
-        if (mRunIndex == replacing) {
+        if (Index == StartCommand::Replacing) {
             CurrentProject->Replacement(list, nullptr);
-            hasEnded = NotNull(CurrentProject->options)->IsFindOnly;  // stays off after a failure
+            run.hasReturned = NotNull(CurrentProject->options)->IsFindOnly;  // stays off after a failure
         } else {
             CurrentProject->Search(list, nullptr);
-            hasEnded = true;
+            run.hasReturned = true;
         }
     }
     if (auto* const window = frmProcessingDocuments::Loaded())

@@ -39,7 +39,7 @@ void UpDown::Step(int by)
 {
     constexpr int highest = 9'999'999;
     box_.setText(QString::number(std::clamp(box_.text().toInt() + by, 0, highest)));
-    box_.setFocus();
+    box_.setFocus();  // so that the arrow keys go on where the mouse has begun
 }
 
 bool UpDown::eventFilter(QObject* box, QEvent* event)

@@ -3,6 +3,7 @@
 #include <QTabWidget>
 
 #include "i18n/QtText.h"
+#include "model/FindAndReplaceItems.h"
 #include "platform/Messages.h"
 #include "platform/Treatments.h"
 #include "run/JobInputs.h"
@@ -16,7 +17,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
 constexpr int replacementTab = 0;
 constexpr int filesTab = 1;
 
@@ -76,8 +76,8 @@ bool frmMain::ValidateList()
     return false;
 }
 
-/// The folder, or the file that lists files. A folder that is missing and a list of another type leave the user on the
-/// tab where he is. This is intended.
+/// The folder, or the file that lists files. Intended: at a folder that is missing and a list of another type the user
+/// stays on the tab where he is. There the path is given and only wrong, and the message says so.
 bool frmMain::ValidateFiles()
 {
     const bool isFolder = optFileProcess[0]->isChecked();

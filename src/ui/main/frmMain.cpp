@@ -28,8 +28,6 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmMain";
-
 /// The file's name without its folder, and without every ".tsq" in small letters.
 String TitleOf(const String& path)
 {
@@ -37,7 +35,8 @@ String TitleOf(const String& path)
     if (trimmed.empty())
         return u"untitled";
     const QString name = ToQt(trimmed.substr(trimmed.find_last_of(PathSeparator) + 1));
-    return FromQt(QString(name).remove(QStringLiteral(".tsq")));  // ".TSQ" stays in the title. This is intended.
+    // Intended: ".TSQ" stays, so that "job.tsq" and "job.TSQ" in one folder have different titles.
+    return FromQt(QString(name).remove(QStringLiteral(".tsq")));
 }
 
 }  // namespace
@@ -114,7 +113,7 @@ void frmMain::LoadLng()
     });
 }
 
-/// For those who hear the window instead of seeing it.
+/// For those who hear the window instead of seeing it: a control without a caption speaks by its label or its tip.
 void frmMain::NameControlsWithoutCaption()
 {
     const auto plain = [](QString caption) { return caption.remove(u'&'); };
@@ -141,7 +140,7 @@ void frmMain::closeEvent(QCloseEvent* event)
     if (Cancel)
         return;
     isClosed_ = true;
-    if (!isRunGoing_)
+    if (!runWatch_.IsRunGoing())
         Unloaded.Raise();
 }
 

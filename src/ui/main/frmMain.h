@@ -6,22 +6,17 @@
 #include <optional>
 
 #include <QMainWindow>
-#include <QPointer>
 
 #include "model/Event.h"
-#include "model/FindAndReplaceItems.h"
-#include "model/Project.h"
-#include "platform/Failure.h"
-#include "run/OwnResults.h"
+#include "platform/String.h"
 #include "shell/CommonDialog.h"
+#include "ui/main/RunWatch.h"
 
 class QCheckBox;
 class QComboBox;
 class QKeyEvent;
-class QLabel;
 class QLineEdit;
 class QListWidget;
-class QMenu;
 class QPushButton;
 class QRadioButton;
 class QTabWidget;
@@ -30,115 +25,122 @@ class QToolBar;
 namespace tessarine
 {
 
+class CounterStatuses;
+class EntryBox;
+class FindAndReplaceItems;
 class frmChangeLanguage;
-class Frame;
 class ItemsGrid;
 class NumberBox;
+class Project;
 class RecentFiles;
-class EntryBox;
+struct FindAndReplaceItem;
 
 /// The main window: edits the job of CurrentProject, which must be there before the window. Its controls hold the job
 /// while the user works; FillProjectObject and LoadProjectOnForm copy between them and the project. The list of pairs
 /// is the exception: the grid works on it directly.
 ///
-/// A control's name is also its objectName, "(i)" behind it for a member of an array. A failure in a handler is logged
-/// under the handler's name and ends it.
+/// A control's name is also its objectName, followed by "(i)" for a member of an array. A failure in a handler is
+/// logged under the handler's name and ends it.
 class frmMain : public QMainWindow
 {
     Q_OBJECT
 
 public:
+    /// Shows the job of CurrentProject as an unnamed one, whatever file it comes from.
     explicit frmMain(QWidget* parent = nullptr);
     ~frmMain() override;
 
-    // --- The window (frmMain.cpp) -------------------------------------------------------------------------------
+    // The window: frmMain.cpp.
 
-    /// Whether the job differs from its file, and the full path of that file; empty for the default project. Writing
-    /// either rebuilds the caption.
+    /// Whether the job differs from its file. A write rebuilds the caption.
     bool IsModifed() const { return isModifed_; }
     void PutIsModifed(bool value);
+
+    /// Full path of the job's file; empty for the default project. A write rebuilds the caption.
     const String& ProjectFile() const { return projectFile_; }
     void PutProjectFile(const String& value);
 
-    /// Raised when the window has closed; behind the end of a run that is going on without it.
+    /// Raised when the window has closed. A run that goes on without the window comes first: the event follows its end.
     Event<> Unloaded;
 
     void LoadLng();                       ///< Applies the active language.
     void Form_QueryUnload(bool& Cancel);  ///< Saves the default project, then asks about unsaved changes.
 
-    // --- Form and project (FormBinding.cpp) ---------------------------------------------------------------------
+    // Form and project: FormBinding.cpp.
 
-    void FillProjectObject();
-    void LoadProjectOnForm();
-    void EnableDisableControl();
+    void FillProjectObject();     ///< Copies the controls to the project, but for the password.
+    void LoadProjectOnForm();     ///< Copies the project to the controls. The job may be marked afterwards.
+    void EnableDisableControl();  ///< Enables the controls of the list by its source and whether it has rows.
 
-    // --- Option controls (OptionHandlers.cpp) -------------------------------------------------------------------
+    // The option controls: OptionHandlers.cpp.
 
-    void optFileProcess_Click(int Index);
-    void optLoad_Click(int Index);
-    void cboversion_Change();
+    void optFileProcess_Click(int Index);  ///< 0: the files of a folder, 1: those that a text file lists.
+    void optLoad_Click(int Index);         ///< 0: the pairs of a list file, 1: those of the grid.
+    void cboversion_Change();              ///< Empties the box when its text isn't a number.
     void chkProccessLongestFileFirst_Click();
-    void SetSearchOptions();
-    void pnlLoadOptions_MouseMove();
+    void SetSearchOptions();          ///< Puts the options shown on all selected rows.
+    void pnlLoadOptions_MouseMove();  ///< The pointer has left the grid.
 
-    // --- Grid of pairs (GridHandlers.cpp) -----------------------------------------------------------------------
+    // The grid of pairs: GridHandlers.cpp. Rows count from 1; row 0 is the heading.
 
-    void LoadGrid(const FindAndReplaceItems& List);
+    void LoadGrid(const FindAndReplaceItems& List);  ///< Shows all pairs of a list, with the first one current.
+
+    /// Puts a pair (shared, not copied) into a row and shows it.
     void SetItemOnGridRow(std::int32_t Row, const std::shared_ptr<FindAndReplaceItem>& Item);
-    void cmdAdd_Click();
-    void cmdDelete_Click();
-    void cmdSwap_Click();
-    void grdItems_AfterEdit(std::int32_t Row, int Col);
+
+    void cmdAdd_Click();                                 ///< Appends a pair with the options shown, and edits it.
+    void cmdDelete_Click();                              ///< Removes the selected pairs when the user agrees.
+    void cmdSwap_Click();                                ///< Exchanges the two texts of the selected pairs.
+    void grdItems_AfterEdit(std::int32_t Row, int Col);  ///< A typed text has changed a pair: marks the job.
     void grdItems_BeforeRowColChange(std::int32_t OldRow);
-    void grdItems_AfterRowColChange(std::int32_t OldRow, std::int32_t NewRow);
-    bool grdItems_KeyDownEdit(const QKeyEvent& Key);  ///< True when the key is consumed.
-    void grdItems_KeyDown(QKeyEvent& Key);
-    void grdItems_MouseMove(std::int32_t MouseRow);
+    void grdItems_AfterRowColChange(std::int32_t OldRow, std::int32_t NewRow);  ///< Shows the new row's options.
+    bool grdItems_KeyDownEdit(const QKeyEvent& Key);  ///< A key in the cell editor: true when it is consumed.
+    void grdItems_KeyDown(QKeyEvent& Key);            ///< A key outside of it, which is accepted when it is consumed.
+    void grdItems_MouseMove(std::int32_t MouseRow);   ///< Underlines the row under the pointer.
 
-    // --- A pair's locations and options (LocationHandlers.cpp) --------------------------------------------------
+    // A pair's locations and options: LocationHandlers.cpp.
 
-    void FillItemOnForm(const FindAndReplaceItem& Item);
-    std::shared_ptr<FindAndReplaceItem> GetItemFromForm() const;
-    void EnsureOneLocation();
-    void lstLookIn_ItemCheck();
-    void chkSelectAll_Click();
+    void FillItemOnForm(const FindAndReplaceItem& Item);          ///< Shows a pair's locations and options.
+    std::shared_ptr<FindAndReplaceItem> GetItemFromForm() const;  ///< A new pair without texts; null after a failure.
+    void EnsureOneLocation();                                     ///< Checks "Slides" when nothing is checked.
+    void lstLookIn_ItemCheck();                                   ///< Puts all locations shown on all selected rows.
+    void chkSelectAll_Click();                                    ///< Checks all locations, or none.
 
-    // --- Project files (ProjectFileCommands.cpp) ----------------------------------------------------------------
+    // Project files: ProjectFileCommands.cpp.
 
-    void mnuOpen_Click();
-    void menuSave_Click();
-    void menuSaveAs_Click();
-    void mnuDefRF_Click(std::int32_t Index);
-    void mnuExit_Click();
+    void mnuOpen_Click();                     ///< Loads a job; unsaved changes are lost without a question.
+    void menuSave_Click();                    ///< Saves the form to the job's file, or to a new one.
+    void menuSaveAs_Click();                  ///< Saves the job as it was last saved or run, without the form.
+    void mnuDefRF_Click(std::int32_t Index);  ///< A recent file, by its place in the menu from 0.
+    void mnuExit_Click();                     ///< Closes the window.
 
-    // --- List files and browsing (ListCommands.cpp, BrowseCommands.cpp) -----------------------------------------
+    // List files: ListCommands.cpp. Browsing: BrowseCommands.cpp.
 
-    void mnuImportList_Click();
-    void mnuExportList_Click();
-    void cmdBrowse1_Click();
-    void cmdBrowse2_Click();
-    void cmdBrowse3_Click();
-    void OpenTextOf(const QLineEdit& box);  ///< The three ..._DblClick handlers.
+    void mnuImportList_Click();             ///< Replaces the list by that of a file; a failed import changes nothing.
+    void mnuExportList_Click();             ///< Writes the list to a file; one that is there is asked about.
+    void cmdBrowse1_Click();                ///< The file of the list.
+    void cmdBrowse2_Click();                ///< The folder of the presentations.
+    void cmdBrowse3_Click();                ///< The text file that lists presentations.
+    void OpenTextOf(const QLineEdit& box);  ///< The DblClick of the three boxes: opens the path in the box.
 
-    // --- Language, help, about (HelpCommands.cpp) ---------------------------------------------------------------
+    // Language, help, about: HelpCommands.cpp.
 
-    void mnuChangeLanguage_Click();
-    void mfrmChangeLanguage_LanguageChanged();
+    void mnuChangeLanguage_Click();             ///< Shows the dialog and waits for its end.
+    void mfrmChangeLanguage_LanguageChanged();  ///< Applies the language that was chosen.
     void mnuHelp1_Click();
     void mnuHomePage_Click();
     void mnuAbout_Click();
-    void Toolbar1_ButtonClick(int Index);
+    void Toolbar1_ButtonClick(int Index);  ///< 1 open, 2 save, 4 help.
 
-    // --- Validation and run (Validation.cpp, RunLaunch.cpp) -----------------------------------------------------
+    // Start of a run: Validation.cpp, RunLaunch.cpp.
 
-    static constexpr std::int16_t replacing = 0;  ///< Indexes of the start commands.
-    static constexpr std::int16_t searching = 1;
-
+    /// Tests what a run needs. At the first fault it shows a message, mostly moves the user to the control, and is
+    /// false.
     bool Validation();
-    void cmdStartReplacing_Click(std::int16_t Index);  ///< Does nothing while a run is going.
-    void UnloadPowerPoint();                           ///< The project's.
+    void cmdStartReplacing_Click(std::int16_t Index);  ///< A StartCommand. Does nothing while a run is going.
+    void UnloadPowerPoint();                           ///< Shuts a PowerPoint that runs, also one of the user's.
 
-    // --- Events of a run (RunReport.cpp) ------------------------------------------------------------------------
+    // Events of a run: RunEvents.cpp.
 
     void mProject_BeforFileProcess(const String& vFilepath);
     void mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& vStatus);
@@ -149,7 +151,10 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    // Building of the controls: MainMenu.cpp, ReplacementTab.cpp, FilesTab.cpp, OptionsTab.cpp.
+    /// The unit of the handlers in the lines of the error log.
+    static constexpr StringView place = u"Form frmMain";
+
+    // Building of the controls: MainMenu.cpp, ReplacementTab.cpp, FilesTab.cpp, OptionsTab.cpp, MainLayout.cpp.
     void BuildMenu();
     void BuildToolbar();
     void BuildTabs();
@@ -169,61 +174,52 @@ private:
 
     void Form_Load();
     void BuildTitle();
-    void Mark();        ///< Modified, unless the form is being filled.
-    void MarkAlways();  ///< Modified, also while the form is being filled.
-    void WriteBack(std::int32_t row);
+    void Mark();        // modified, unless the form is being filled
+    void MarkAlways();  // modified, also while the form is being filled
+    void TakePairFromList(std::int32_t row);
     void TakeLocations(std::int32_t row);
-    void AfterListChange();
-    void SaveUnderChosenName();
-    void OpenRecentFile(const String& path);
     void AskAndSave(bool& Cancel);
 
     bool ValidateList();
     bool ValidateFiles();
-    void PrepareProcessingWindow();
-    void Run();
-    void ReceiveEvents();
-    String ChangesMadeKey() const;
-    void TellOfHiddenFailure();
 
-    // --- Controls -----------------------------------------------------------------------------------------------
+    /// The list for a run: null stands for the project's own. Nothing comes back after a message that there is none.
+    std::optional<std::shared_ptr<FindAndReplaceItems>> ListOfRun();
+    void Run(std::int16_t Index, const std::shared_ptr<FindAndReplaceItems>& list);
+    void ReceiveEvents();  // of mProject
 
-    QMenu* mnuRecent = nullptr;
     QToolBar* Toolbar1 = nullptr;
     QTabWidget* SSTab1 = nullptr;
+    std::array<QPushButton*, 2> cmdStartReplacing{};  // by StartCommand
 
-    Frame* fraReplacement = nullptr;
+    // On the first tab.
     std::array<QRadioButton*, 2> optLoad{};
     QWidget* picBrowse1 = nullptr;
     EntryBox* txtLoadsearch = nullptr;
     QPushButton* cmdBrowse1 = nullptr;
-    QWidget* pnlLoadOptions = nullptr;
     ItemsGrid* grdItems = nullptr;
     QPushButton* cmdAdd = nullptr;
     QPushButton* cmdDelete = nullptr;
     QPushButton* cmdSwap = nullptr;
-    QLabel* lblSearchLocation = nullptr;
     QListWidget* lstLookIn = nullptr;
     QCheckBox* chkSelectAll = nullptr;
     QCheckBox* chkMatchCase = nullptr;
     QCheckBox* chkMatchWholeWord = nullptr;
-    QCheckBox* chkHAlfFulll = nullptr;  // Without effect: no field is bound to it.
+    QCheckBox* chkHAlfFulll = nullptr;  // without effect: no field is bound to it
     QCheckBox* chkPromptOnReplace = nullptr;
 
-    Frame* fraFileProcess = nullptr;
+    // On the second tab.
     std::array<QRadioButton*, 2> optFileProcess{};
     QWidget* picBrowse2 = nullptr;
-    QLabel* lblStartfolder = nullptr;
     EntryBox* txtStartFolder = nullptr;
     QPushButton* cmdBrowse2 = nullptr;
     QCheckBox* chkIncludesubfolders = nullptr;
-    QLabel* lblSpreadsheettypes = nullptr;
     QComboBox* cboSpreadsheetType = nullptr;
     QWidget* picBrowse3 = nullptr;
     EntryBox* txtGetFileName = nullptr;
     QPushButton* cmdBrowse3 = nullptr;
 
-    Frame* frmOptions = nullptr;
+    // On the third tab.
     QCheckBox* chkBackupMode = nullptr;
     QCheckBox* chkKeepOiginal = nullptr;
     QCheckBox* chkReadOnlyFile = nullptr;
@@ -237,10 +233,6 @@ private:
     NumberBox* lstRestartFileCount = nullptr;
     NumberBox* lstRestartAfterSecond = nullptr;
 
-    std::array<QPushButton*, 2> cmdStartReplacing{};
-
-    // --- State --------------------------------------------------------------------------------------------------
-
     bool isModifed_ = false;
     String projectFile_;
 
@@ -248,24 +240,16 @@ private:
     /// scoped: FillItemOnForm ends it for a LoadProjectOnForm around it, and a failure in there leaves it on.
     bool IsFillingItem = false;
 
-    std::int32_t LastHoverRow = 0;
-    bool isRunGoing_ = false;
-    bool isClosed_ = false;  // by the user, maybe during a run
-    std::int16_t mRunIndex = 0;
-    std::int32_t mTotalFiles = 0;        // as chosen for the run
-    std::int32_t mFilesProcessed = 0;    // begun
-    std::int32_t mFilesChanged = 0;      // file nodes added for a file with a count
-    std::int32_t mTotalChanges = 0;      // sum of all location counts
-    String currentFile_;                 // of the run; empty before its first file
-    std::optional<Failure> passedOver_;  // for the current file
-    OwnResults results_;
-    CommonDialog common;
+    std::int32_t LastHoverRow = 0;  // 0 for none
+    bool isClosed_ = false;         // by the user, maybe during a run
+    RunWatch runWatch_;
+    CommonDialog common;  // of all file commands: what one does not set is as the last one left it
     std::shared_ptr<Project> mProject;
-    std::unique_ptr<frmChangeLanguage> mfrmChangeLanguage;
+    std::unique_ptr<frmChangeLanguage> mfrmChangeLanguage;  // while it is shown
     std::unique_ptr<RecentFiles> recentFiles_;
 };
 
-/// The text of a key of section "Global Msg".
+/// The text of a key of section "Global Msg", in the active language.
 String GlobalMsg(const String& key);
 
 }  // namespace tessarine

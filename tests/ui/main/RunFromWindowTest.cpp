@@ -8,6 +8,7 @@
 #include "office/builtin/Provider.h"
 #include "platform/NativePath.h"
 #include "support/PackageReader.h"
+#include "ui/main/StartCommand.h"
 #include "ui/run/QtTimer.h"
 #include "ui/run/ResultTree.h"
 
@@ -81,17 +82,17 @@ void RunFromWindowTest::Before(StringView name, std::function<void()> act)
 void RunFromWindowTest::Start(int index)
 {
     messages.Next(MessageAnswer::Yes);
-    Click(index == frmMain::replacing ? "cmdStartReplacing(0)" : "cmdStartReplacing(1)");
+    Click(index == StartCommand::Replacing ? "cmdStartReplacing(0)" : "cmdStartReplacing(1)");
 }
 
 void RunFromWindowTest::Find()
 {
-    Start(frmMain::searching);
+    Start(StartCommand::Searching);
 }
 
 void RunFromWindowTest::Replace()
 {
-    Start(frmMain::replacing);
+    Start(StartCommand::Replacing);
 }
 
 frmProcessingDocuments& RunFromWindowTest::Processing()

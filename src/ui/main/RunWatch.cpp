@@ -1,0 +1,144 @@
+#include "ui/main/RunWatch.h"
+
+#include <utility>
+
+#include "engine/CounterStatuses.h"
+#include "i18n/QtText.h"
+#include "model/Project.h"
+#include "platform/CheckedInteger.h"
+#include "platform/Treatments.h"
+#include "shell/TaskbarProgress.h"
+#include "ui/main/ProcessingText.h"
+#include "ui/main/StartCommand.h"
+#include "ui/run/frmProcessingDocuments.h"
+#include "ui/run/ResultReport.h"
+
+namespace tessarine
+{
+
+void RunWatch::Prepare(QWidget& owner, const Project& project, std::int16_t runIndex, std::int32_t totalFiles)
+{
+    *this = {};
+    mRunIndex = runIndex;
+    mTotalFiles = totalFiles;
+    frmProcessingDocuments& window = frmProcessingDocuments::Instance(&owner);
+    window.setWindowTitle(ToQt(ProcessingText(u"frmProcessingDocuments.caption")));
+    window.show();
+    window.SetProgressRange(mTotalFiles);
+    window.ShowProgressTab();
+    window.IsComplited = false;
+    window.ForgetFailures();
+    const bool isCounted = NotNull(project.options)->RequiredFindAndReplaceCount;
+    window.SetChangesMade(ProcessingText(mRunIndex == StartCommand::Replacing ? u"lblChangesMade.Caption3"
+                                         : isCounted                          ? u"lblChangesMade.Caption2"
+                                                                              : u"lblChangesMade.Caption5"));
+    window.SetOKCaption(ProcessingText(u"cmdOK.CANCELcaption"));
+    window.SetDocChanged(ProcessingText(u"lblDocChanged.caption", 0, mTotalFiles, String(u"0 Document Processed")));
+}
+
+void RunWatch::Begin()
+{
+    PutRunGoing(true);
+    ShowTaskbarProgress(0);
+}
+
+void RunWatch::End(const Project& project, bool hasReturned)
+{
+    PutRunGoing(false);
+    HideTaskbarProgress();
+    Skip([&] {
+        TellOfHiddenFailure(project);
+        if (auto* const window = frmProcessingDocuments::Loaded(); !hasReturned && window && !window->IsComplited)
+            window->TellRunFailed();
+    });
+}
+
+void RunWatch::PutRunGoing(bool isRunGoing)
+{
+    isRunGoing_ = isRunGoing;
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        window->IsRunGoing = isRunGoing;
+}
+
+void RunWatch::FileBegins(const String& path)
+{
+    mFilesProcessed = CheckedSum(mFilesProcessed, 1);
+    currentFile_ = path;
+    passedOver_.reset();
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        window->SetDocChanged(ProcessingText(u"lblDocChanged.caption", mFilesProcessed, mTotalFiles, path));
+}
+
+void RunWatch::FailurePassedOver(const Failure& failure)
+{
+    passedOver_ = failure;
+}
+
+void RunWatch::TakeResult(const std::shared_ptr<CounterStatuses>& vStatus, const Project& project)
+{
+    // A file's own result shows its failure in a tree, but for one from before the first file, which is of all files.
+    if (results_.Take(vStatus) && !currentFile_.empty())
+        passedOver_.reset();
+    TellOfHiddenFailure(project);
+}
+
+/// What no tree shows: the run reports nothing for such a file, or the result of the file before, or leaves at it. What
+/// failed before the first file kept all of them from being opened.
+void RunWatch::TellOfHiddenFailure(const Project& project)
+{
+    const auto failure = std::exchange(passedOver_, {});
+    auto* const window = frmProcessingDocuments::Loaded();
+    if (!failure || window == nullptr)
+        return;
+    if (!currentFile_.empty())
+        window->FileNotOpened(currentFile_, *failure);
+    else
+        for (const String& path : project.FilesToProcess)
+            window->FileNotOpened(path, *failure);
+}
+
+std::optional<ResultTree*> RunWatch::Step(const std::shared_ptr<CounterStatuses>& vStatus)
+{
+    auto* const window = frmProcessingDocuments::Loaded();
+    if (window == nullptr)
+        return std::nullopt;
+    window->AddProgressStep();
+    return window->TreeOf(vStatus);
+}
+
+void RunWatch::Show(ResultTree* tree, const CounterStatuses& status, const Project& project)
+{
+    // May fail when the total no longer fits; what is shown then stays as it was.
+    AddResult(tree, status, project.IsReqCount, {mFilesChanged, mTotalChanges});
+    frmProcessingDocuments& window = *frmProcessingDocuments::Loaded();
+    window.SetChangesMade(ProcessingText(ChangesMadeKey(project.IsReqCount), mTotalChanges));
+    if (!project.IsProcessCancel && mFilesProcessed != mTotalFiles)
+        return;
+    const bool isSearch = mRunIndex == StartCommand::Searching;
+    window.SetDocChanged(
+        ProcessingText(isSearch ? u"lblDocChanged.caption2" : u"lblDocChanged.caption1", mFilesChanged, mTotalFiles));
+    window.IsComplited = true;
+    window.FillProgress();
+    window.SetOKCaption(ProcessingText(u"cmdOK.OKcaption"));
+}
+
+String RunWatch::ChangesMadeKey(bool isReqCount) const
+{
+    if (mRunIndex == StartCommand::Replacing)
+        return u"lblChangesMade.Caption";
+    return isReqCount ? u"lblChangesMade.Caption1" : u"lblChangesMade.Caption4";
+}
+
+void RunWatch::Cancelled(const Project& project)
+{
+    auto* const window = frmProcessingDocuments::Loaded();
+    if (window == nullptr)
+        return;
+    if (project.IsProcessCancel) {
+        window->FillProgress();
+        window->IsComplited = true;
+    }
+    window->SetOKCaption(ProcessingText(u"cmdOK.OKcaption"));
+}
+
+}  // namespace tessarine
