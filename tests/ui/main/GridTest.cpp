@@ -1,6 +1,7 @@
 #include "ui/main/MainWindowTest.h"
 
 #include <QCheckBox>
+#include <QGuiApplication>
 #include <QLineEdit>
 
 // The grid of pairs: adding, deleting, swapping, editing, keys, the row under the pointer.
@@ -18,9 +19,38 @@ using testing::StartsWith;
 
 class GridTest : public MainWindowTest
 {
+protected:
+    bool IsUnderlined(int row)
+    {
+        return Grid().Items().index(row - 1, 0).data(Qt::FontRole).value<QFont>().underline();
+    }
+
+    void MovePointerTo(int row, int column = ItemColumn::Number)
+    {
+        QTest::mouseMove(Grid().viewport(), Grid().visualRect(Grid().Items().index(row - 1, column)).center());
+    }
 };
 
-TEST_F(GridTest, AddToAnEmptyListMakesARowWithSlidesAloneWhateverTheFormShows)
+/// The colours of a dark desktop while it lives.
+class DarkDesktop
+{
+public:
+    DarkDesktop()
+    {
+        QPalette dark = before_;
+        dark.setColor(QPalette::Base, QColor(30, 30, 30));
+        dark.setColor(QPalette::AlternateBase, QColor(45, 45, 48));
+        QGuiApplication::setPalette(dark);
+    }
+    ~DarkDesktop() { QGuiApplication::setPalette(before_); }
+    DarkDesktop(const DarkDesktop&) = delete;
+    DarkDesktop& operator=(const DarkDesktop&) = delete;
+
+private:
+    QPalette before_ = QGuiApplication::palette();
+};
+
+TEST_F(GridTest, AddToAnEmptyListMakesARowWithSlidesAlone)
 {
     EditPairs({});
     The<QCheckBox>("chkMatchCase").setChecked(true);
@@ -34,7 +64,7 @@ TEST_F(GridTest, AddToAnEmptyListMakesARowWithSlidesAloneWhateverTheFormShows)
     EXPECT_TRUE(Window().IsModifed());
 }
 
-TEST_F(GridTest, AddGivesTheNewRowTheLocationsAndOptionsOnTheScreen)
+TEST_F(GridTest, AddGivesTheNewRowWhatTheScreenShows)
 {
     EditPairs({{u"Fabrikam", u"Contoso", {&OptionSetting::InSlides, &OptionSetting::InNotes}}});
     ClickBox("chkMatchCase");
@@ -176,7 +206,7 @@ TEST_F(GridTest, ManyScatteredRowsAreDeletedToo)
     EXPECT_EQ(Cell(200, ItemColumn::FindWhat), ToUtf8(Items().Item(200)->FindWhat));
 }
 
-TEST_F(GridTest, SwapExchangesTheTextsOfTheSelectedRowsAndMovesToTheFirst)
+TEST_F(GridTest, SwapExchangesTextsAndMovesToTheFirstRow)
 {
     EditPairs({{u"a", u"1"}, {u"b", u""}, {u"c", u"3"}});
     ClickCell(2, ItemColumn::Number);
@@ -216,7 +246,7 @@ TEST_F(GridTest, AnEditThatChangesNothingDoesNotMarkTheJob)
     EXPECT_FALSE(Window().IsModifed());
 }
 
-TEST_F(GridTest, AnOpenEditGivesItsTextWhenTheUserGoesToAnotherRow)
+TEST_F(GridTest, AnOpenEditGivesItsTextWhenItsRowIsLeft)
 {
     EditPairs({{u"a", u"b"}, {u"c", u"d"}});
     ClickCell(1, ItemColumn::FindWhat);
@@ -255,6 +285,16 @@ TEST_F(GridTest, ATextTypedAfterAMarkKeepsTheMark)
     EXPECT_EQ(Items().Item(1)->FindWhat, u"\ufeffmarks");
 }
 
+TEST_F(GridTest, ATextTypedIntoARowTooManyReachesTheList)
+{
+    EditPairs(std::vector<Pair>(32767));
+    Click("cmdAdd");  // fails half-way
+
+    TypeInCell(32768, ItemColumn::FindWhat, "late");
+
+    EXPECT_EQ(Items().Item(32768)->FindWhat, u"late");
+}
+
 TEST_F(GridTest, AnEditorOpensInTheTypedColumnsAlone)
 {
     EditPairs({{u"a", u"b"}});
@@ -269,7 +309,7 @@ TEST_F(GridTest, AnEditorOpensInTheTypedColumnsAlone)
     }
 }
 
-TEST_F(GridTest, TabInTheLastReplaceTextAddsARowAndEditsIt)
+TEST_F(GridTest, TabInTheLastReplaceTextAddsARow)
 {
     EditPairs({{u"a", u"b"}});
     ClickCell(1, ItemColumn::ReplaceWith);
@@ -284,7 +324,7 @@ TEST_F(GridTest, TabInTheLastReplaceTextAddsARowAndEditsIt)
     EXPECT_NE(Editor(), nullptr);
 }
 
-TEST_F(GridTest, TabGoesFromFindToReplaceAndOnToTheNextRow)
+TEST_F(GridTest, TabGoesFromFindToReplaceToTheNextRow)
 {
     EditPairs({{u"a", u"b"}, {u"c", u"d"}});
     ClickCell(1, ItemColumn::FindWhat);
@@ -309,7 +349,7 @@ TEST_F(GridTest, AltInTheEditorActsAsTab)
     EXPECT_EQ(Items().Count(), 2);
 }
 
-TEST_F(GridTest, ShiftTabGoesBackToTheReplaceTextOfTheRowAbove)
+TEST_F(GridTest, ShiftTabGoesToTheReplaceTextOfTheRowAbove)
 {
     EditPairs({{u"a", u"b"}, {u"c", u"d"}});
     ClickCell(2, ItemColumn::FindWhat);
@@ -332,6 +372,27 @@ TEST_F(GridTest, ShiftTabInTheFirstFindTextDoesNothing)
     EXPECT_NE(Editor(), nullptr);
 }
 
+TEST_F(GridTest, ShiftAndControlWithTabGoOnAsTabDoes)
+{
+    EditPairs({{u"a", u"b"}, {u"c", u"d"}});
+    ClickCell(1, ItemColumn::ReplaceWith);
+
+    QTest::keyClick(Editor(), Qt::Key_Backtab, Qt::ShiftModifier | Qt::ControlModifier);
+
+    EXPECT_EQ(Grid().Row(), 2);
+    EXPECT_EQ(Grid().Col(), ItemColumn::FindWhat);
+}
+
+TEST_F(GridTest, ShiftAndControlWithTabDoNotGoToTheRowAbove)
+{
+    EditPairs({{u"a", u"b"}, {u"c", u"d"}});
+    ClickCell(2, ItemColumn::FindWhat);
+
+    QTest::keyClick(Editor(), Qt::Key_Backtab, Qt::ShiftModifier | Qt::ControlModifier);
+
+    EXPECT_EQ(Grid().Row(), 2);
+}
+
 TEST_F(GridTest, TabOutsideAnEditorGoesToTheAddButton)
 {
     EditPairs({{u"a", u"b"}});
@@ -352,37 +413,67 @@ TEST_F(GridTest, ControlASelectsEveryRow)
     EXPECT_THAT(Grid().SelectedRows(), ElementsAre(1, 2, 3));
 }
 
+TEST_F(GridTest, ShiftControlASelectsNothingMore)
+{
+    EditPairs({{u"a", u""}, {u"b", u""}, {u"c", u""}});
+    ClickCell(2, ItemColumn::Number);
+
+    QTest::keyClick(&Grid(), Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+
+    EXPECT_THAT(Grid().SelectedRows(), ElementsAre(2));
+}
+
 TEST_F(GridTest, TheRowUnderThePointerIsUnderlinedUntilThePointerLeaves)
 {
     EditPairs({{u"a", u""}, {u"b", u""}});
-    const auto isUnderlined = [this](int row) {
-        return Grid().Items().index(row - 1, 0).data(Qt::FontRole).value<QFont>().underline();
-    };
-    const auto moveTo = [this](int row) {
-        const QPoint at = Grid().visualRect(Grid().Items().index(row - 1, 0)).center();
-        QTest::mouseMove(Grid().viewport(), at);
-    };
 
-    moveTo(1);
-    EXPECT_TRUE(isUnderlined(1));
-    moveTo(2);
-    EXPECT_FALSE(isUnderlined(1));
-    EXPECT_TRUE(isUnderlined(2));
+    MovePointerTo(1);
+    EXPECT_TRUE(IsUnderlined(1));
+    MovePointerTo(2);
+    EXPECT_FALSE(IsUnderlined(1));
+    EXPECT_TRUE(IsUnderlined(2));
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(Grid().viewport(), &leave);
-    EXPECT_FALSE(isUnderlined(2));
+    EXPECT_FALSE(IsUnderlined(2));
 }
 
-TEST_F(GridTest, NoRowStaysUnderlinedBehindADeletion)
+TEST_F(GridTest, NoRowStaysUnderlinedAfterADeletion)
 {
     EditPairs({{u"a", u""}, {u"b", u""}, {u"c", u""}});
-    QTest::mouseMove(Grid().viewport(), Grid().visualRect(Grid().Items().index(1, 0)).center());
+    MovePointerTo(1);
+    MovePointerTo(2);
     messages.Next(MessageAnswer::Yes);
 
     QTest::keyClick(&Grid(), Qt::Key_Delete);
 
-    for (int row = 0; row < 2; ++row)
-        EXPECT_FALSE(Grid().Items().index(row, 0).data(Qt::FontRole).value<QFont>().underline()) << row;
+    EXPECT_FALSE(IsUnderlined(1));
+    EXPECT_FALSE(IsUnderlined(2));
+}
+
+TEST_F(GridTest, TheRowThatMovesUnderThePointerIsUnderlinedAtItsNextMove)
+{
+    EditPairs({{u"a", u""}, {u"b", u""}, {u"c", u""}});
+    MovePointerTo(1);
+    MovePointerTo(2);
+    messages.Next(MessageAnswer::Yes);
+    QTest::keyClick(&Grid(), Qt::Key_Delete);
+
+    MovePointerTo(2, ItemColumn::Options);
+
+    EXPECT_TRUE(IsUnderlined(2));
+}
+
+TEST_F(GridTest, DeleteGivesTheGridTheFocusWhileTwoRowsAreLeft)
+{
+    EditPairs({{u"a", u""}, {u"b", u""}, {u"c", u""}});
+    messages.Next(MessageAnswer::Yes);
+    Click("cmdDelete");
+    EXPECT_TRUE(Grid().hasFocus());
+
+    messages.Next(MessageAnswer::Yes);
+    Click("cmdDelete");
+    EXPECT_FALSE(Grid().hasFocus());
+    EXPECT_EQ(Grid().Row(), 1);
 }
 
 TEST_F(GridTest, RowsAlternateInColour)
@@ -391,6 +482,16 @@ TEST_F(GridTest, RowsAlternateInColour)
 
     EXPECT_FALSE(Grid().Items().index(0, 0).data(Qt::BackgroundRole).isValid());
     EXPECT_EQ(Grid().Items().index(1, 0).data(Qt::BackgroundRole).value<QColor>(), QColor(236, 239, 249));
+}
+
+TEST_F(GridTest, RowsAlternateInDarkColoursOnADarkDesktop)
+{
+    EditPairs({{u"a", u""}, {u"b", u""}});
+
+    const DarkDesktop dark;
+
+    EXPECT_FALSE(Grid().Items().index(0, 0).data(Qt::BackgroundRole).isValid());
+    EXPECT_EQ(Grid().Items().index(1, 0).data(Qt::BackgroundRole).value<QColor>(), QColor(45, 45, 48));
 }
 
 TEST_F(GridTest, APairWhoseReplacingWouldNotEndIsMarked)
@@ -411,7 +512,7 @@ TEST_F(GridTest, APairWhoseReplacingWouldNotEndIsMarked)
     EXPECT_FALSE(isMarked(3)) << "the cases differ";
 }
 
-TEST_F(GridTest, AListOf32768RowsIsTooLongToDeleteFromAndToSwap)
+TEST_F(GridTest, AListOf32768RowsCantBeDeletedFromOrSwapped)
 {
     EditPairs(std::vector<Pair>(32768, {u"a", u"b"}));
     ClickCell(1, ItemColumn::Number);
@@ -426,7 +527,7 @@ TEST_F(GridTest, AListOf32768RowsIsTooLongToDeleteFromAndToSwap)
                              HasSubstr("Error 6 (Overflow) in procedure cmdSwap_Click")));
 }
 
-TEST_F(GridTest, AListOf32768RowsIsTooLongToAddToWhichIsLogged)
+TEST_F(GridTest, AddingA32768thRowIsLogged)
 {
     std::vector<Pair> pairs(32767);
     EditPairs(pairs);

@@ -29,7 +29,7 @@ using testing::IsEmpty;
 class MenuTest : public MainWindowTest
 {
 protected:
-    /// The items of a menu as "name caption", those of a menu within it behind it, indented.
+    /// The items of a menu as "name caption", each followed by those of a menu within it, indented.
     std::vector<std::string> Tree(const QList<QAction*>& items, const std::string& indent = {})
     {
         std::vector<std::string> lines;
@@ -187,8 +187,25 @@ TEST_F(MenuTest, TheGridStartsWithItsWidthsAndTheSearchTypeHidden)
 
     EXPECT_EQ(Grid().columnWidth(ItemColumn::FindWhat), pixels(1500));
     EXPECT_EQ(Grid().columnWidth(ItemColumn::ReplaceWith), pixels(1500));
+    EXPECT_EQ(Grid().columnWidth(ItemColumn::Locations), pixels(2500));
     EXPECT_TRUE(Grid().isColumnHidden(3));
     EXPECT_EQ(Grid().horizontalHeader()->hiddenSectionCount(), 1);
+    Grid().showColumn(ItemColumn::SearchType);
+    EXPECT_EQ(Grid().columnWidth(ItemColumn::SearchType), pixels(2500));
+}
+
+TEST_F(MenuTest, TheColumnOfNumbersIsNarrowUnlessItsTextsNeedMore)
+{
+    const int narrow = 400 * Grid().logicalDpiX() / 1440;
+    EditPairs({{u"a", u"b"}});
+    const QHeaderView& heads = *Grid().horizontalHeader();
+    EXPECT_EQ(heads.sectionSize(ItemColumn::Number), std::max(narrow, heads.sectionSizeHint(ItemColumn::Number)));
+
+    Grid().Items().SetHead(ItemColumn::Number, {});
+    Grid().SetStartWidths();
+
+    ASSERT_LE(heads.sectionSizeHint(ItemColumn::Number), narrow);
+    EXPECT_EQ(heads.sectionSize(ItemColumn::Number), narrow);
 }
 
 TEST_F(MenuTest, EveryControlOfATabStaysReachableInASmallWindow)

@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QLineEdit>
 
 // What a change of an option control does at once: the mark, the enabling, the options of the selected rows.
@@ -42,7 +43,7 @@ protected:
 constexpr int files = 1;  // tabs
 constexpr int options = 2;
 
-// --- The mark --------------------------------------------------------------------------------------------------------
+// The mark.
 
 struct OnTab {
     const char* name;
@@ -144,7 +145,7 @@ TEST_F(OptionHandlersTest, TheNameOfTheListFileDoesNotMarkTheJob)
     EXPECT_FALSE(Window().IsModifed());
 }
 
-TEST_F(OptionHandlersTest, ChoosingAFileTypeMarksTheJobAlsoWhenItStaysTheSame)
+TEST_F(OptionHandlersTest, ChoosingTheSameFileTypeMarksTheJob)
 {
     Show(files);
 
@@ -190,7 +191,7 @@ TEST_F(OptionHandlersTest, LoadingAProjectMarksThroughTheLongestFirstBoxAlone)
     EXPECT_EQ(marks(), 1) << "marked once, by the first of the two";
 }
 
-// --- The step of the revision, and the counts ------------------------------------------------------------------------
+// The step of the revision, and the counts.
 
 TEST_F(OptionHandlersTest, AStepOfTheRevisionThatIsNoNumberIsCleared)
 {
@@ -287,9 +288,9 @@ TEST_P(CountBoxTest, AClickMarksTheJobWhereTypingDoesNot)
 INSTANTIATE_TEST_SUITE_P(Counts, CountBoxTest, testing::Values("lstRestartFileCount", "lstRestartAfterSecond"),
                          [](const auto& parameter) { return std::string(parameter.param); });
 
-// --- Where the files come from ---------------------------------------------------------------------------------------
+// Where the files come from.
 
-TEST_F(OptionHandlersTest, TheSourceOfFilesDecidesWhichOfTheTwoBoxesIsEnabled)
+TEST_F(OptionHandlersTest, TheSourceOfFilesDecidesWhichBoxIsEnabled)
 {
     Show(files);
     constexpr const char* ofFolder[] = {"picBrowse2", "txtStartFolder", "cmdBrowse2"};
@@ -312,7 +313,7 @@ TEST_F(OptionHandlersTest, TheSourceOfFilesDecidesWhichOfTheTwoBoxesIsEnabled)
     EXPECT_TRUE(Window().IsModifed());
 }
 
-TEST_F(OptionHandlersTest, ABoxThatCannotBeUsedHasTheColourOfAButton)
+TEST_F(OptionHandlersTest, AnUnusableBoxHasTheColourOfAButton)
 {
     Show(files);
     const QPalette desktop;
@@ -324,9 +325,9 @@ TEST_F(OptionHandlersTest, ABoxThatCannotBeUsedHasTheColourOfAButton)
     EXPECT_EQ(Background("txtGetFileName"), desktop.color(QPalette::Base));
 }
 
-// --- Where the list comes from ---------------------------------------------------------------------------------------
+// Where the list comes from.
 
-TEST_F(OptionHandlersTest, TheSourceOfTheListDecidesWhetherItsFileCanBeTyped)
+TEST_F(OptionHandlersTest, TheSourceOfTheListEnablesTheBoxOfItsFile)
 {
     Show(0);
     const QPalette desktop;
@@ -347,7 +348,7 @@ TEST_F(OptionHandlersTest, TheSourceOfTheListDecidesWhetherItsFileCanBeTyped)
     EXPECT_TRUE(Window().IsModifed());
 }
 
-TEST_F(OptionHandlersTest, TheTextOfTheGridIsGreyWhileTheListComesFromAFile)
+TEST_F(OptionHandlersTest, TheGridIsGreyWhileTheListComesFromAFile)
 {
     SetPairs({{u"a", u"b"}});
     Show(0);
@@ -355,10 +356,13 @@ TEST_F(OptionHandlersTest, TheTextOfTheGridIsGreyWhileTheListComesFromAFile)
 
     ClickBox("optLoad(0)");
 
-    EXPECT_EQ(Grid().palette().color(QPalette::Text), QColor(0x80, 0x80, 0x80));
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        EXPECT_EQ(Grid().palette().color(role), QColor(0x80, 0x80, 0x80)) << role;
+        EXPECT_EQ(Grid().horizontalHeader()->palette().color(role), QColor(0x80, 0x80, 0x80)) << role;
+    }
 }
 
-TEST_F(OptionHandlersTest, TheArrowKeysGoFromOneSourceOfTheListToTheOther)
+TEST_F(OptionHandlersTest, TheArrowKeysSwitchTheSourceOfTheList)
 {
     Show(0);
     The("optLoad(0)").setFocus();
@@ -372,7 +376,7 @@ TEST_F(OptionHandlersTest, TheArrowKeysGoFromOneSourceOfTheListToTheOther)
     EXPECT_FALSE(IsEnabled("cmdAdd"));
 }
 
-// --- The three options of a pair -------------------------------------------------------------------------------------
+// The three options of a pair.
 
 struct OptionOfPair {
     const char* name;
@@ -420,7 +424,7 @@ INSTANTIATE_TEST_SUITE_P(
                     OptionOfPair{"chkPromptOnReplace", &OptionSetting::PromptOnReplace, "Prompt On Replace"}),
     [](const auto& parameter) { return std::string(parameter.param.name); });
 
-TEST_F(OptionHandlersTest, SeveralSelectedRowsTakeAllThreeOptionsThatAreOnTheScreen)
+TEST_F(OptionHandlersTest, AllSelectedRowsTakeAllThreeOptions)
 {
     SetPairs({{u"a", u""}, {u"b", u""}, {u"c", u""}});
     Items().Item(1)->OptionSetting->PromptOnReplace = true;
@@ -448,10 +452,10 @@ TEST_F(OptionHandlersTest, WithoutASelectedRowAnOptionChangesNoPair)
     EXPECT_FALSE(Window().IsModifed());
 }
 
-TEST_F(OptionHandlersTest, TheBoxOfTheWidthHasNoFieldButReappliesTheOthers)
+TEST_F(OptionHandlersTest, TheBoxOfTheWidthReappliesTheOthers)
 {
     EditPairs({{u"a", u""}, {u"b", u""}});
-    Items().Item(1)->OptionSetting->MatchCase = true;  // behind the form's back
+    Items().Item(1)->OptionSetting->MatchCase = true;  // the form does not know
 
     ClickBox("chkHAlfFulll");
 
@@ -460,7 +464,7 @@ TEST_F(OptionHandlersTest, TheBoxOfTheWidthHasNoFieldButReappliesTheOthers)
     EXPECT_TRUE(Window().IsModifed());
 }
 
-// --- Double clicks ---------------------------------------------------------------------------------------------------
+// Double clicks.
 
 TEST_F(OptionHandlersTest, ADoubleClickOpensTheTextOfTheBox)
 {
