@@ -31,7 +31,7 @@ protected:
     }
 };
 
-TEST_F(SetUpFailure, OfAPowerPointThatCantBeCreatedEndsAFindAndNamesAllFiles)
+TEST_F(SetUpFailure, OfAMissingPowerPointEndsAFindAndNamesAllFiles)
 {
     office.script.FailOnce("CreateApplication", 429, FromUtf8(noServer));
 
@@ -49,7 +49,7 @@ TEST_F(SetUpFailure, OfAPowerPointThatCantBeCreatedEndsAFindAndNamesAllFiles)
     ExpectNextRunToWork();
 }
 
-TEST_F(SetUpFailure, OfAPowerPointThatCantBeCreatedEndsAReplacementWhichLogsIt)
+TEST_F(SetUpFailure, OfAMissingPowerPointEndsAReplacement)
 {
     office.script.FailOnce("CreateApplication", 429, FromUtf8(noServer));
 
@@ -81,7 +81,7 @@ TEST_F(SetUpFailure, OfASecondRunNamesNoFileOfTheFirst)
     EXPECT_THAT(LogLines(), testing::Not(testing::Contains(testing::HasSubstr("b.pptx"))));
 }
 
-TEST_F(SetUpFailure, OfAPowerPointThatDiesAtOnceStartsAnotherThatOpensNothingAndEndsTheRun)
+TEST_F(SetUpFailure, OfAPowerPointThatDiesAtOnceEndsTheRun)
 {
     office.DieAt("Application.DisplayAlerts =");
 
@@ -99,7 +99,7 @@ TEST_F(SetUpFailure, OfAPowerPointThatDiesAtOnceStartsAnotherThatOpensNothingAnd
     ExpectNextRunToWork();
 }
 
-TEST_F(SetUpFailure, WithTheNumberOfAPasswordPutsAnErrorWithoutAFileInTheTreeAndEndsTheRun)
+TEST_F(SetUpFailure, WithTheNumberOfAPasswordShowsAnErrorWithoutAFile)
 {
     office.script.FailOnce("Application.AutomationSecurity =", 1004, u"refused");
 
@@ -130,7 +130,7 @@ TEST_F(SetUpFailure, WithAnotherNumberEndsTheRunWithPowerPointShut)
     ExpectNextRunToWork();
 }
 
-TEST_F(SetUpFailure, OfTheFirstFilesBackupPassesThatFileOverAndGoesOn)
+TEST_F(SetUpFailure, OfTheFirstBackupPassesThatFileOver)
 {
     ShowTab(2);
     ClickBox("chkBackupMode");
@@ -149,7 +149,7 @@ TEST_F(SetUpFailure, OfTheFirstFilesBackupPassesThatFileOverAndGoesOn)
     ExpectFinished("Finished: 1 of 2 file(s) changed");
 }
 
-TEST_F(SetUpFailure, ServesOnceSoThatASecondVanishedFileLeavesTheRun)
+TEST_F(SetUpFailure, IsPassedOverOnceOnly)
 {
     CurrentProject->BeforFileProcess += [](const String& path) { DeleteFile(path); };
 
