@@ -6,7 +6,7 @@ namespace tessarine
 {
 
 /// The desktop's style, with outlines around check boxes and option buttons that can be seen on a dark desktop: Qt's
-/// own style draws them darker than the background, whatever that is.
+/// own style draws them darker than the background, whatever that is. On a light desktop nothing is added.
 class OutlinedStyle : public QProxyStyle
 {
     Q_OBJECT

@@ -8,7 +8,8 @@ namespace tessarine
 {
 
 /// Tells whether the program runs already for this user, by a lock in the user's runtime folder that the first instance
-/// holds while it lives. The lock of a program that has died counts for nothing.
+/// holds while it lives. The lock of a program that has died counts for nothing. Where no lock can be written, each
+/// instance takes itself for the first.
 class SingleInstance
 {
 public:
@@ -17,10 +18,11 @@ public:
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 
+    /// Whether there was an instance when this object was made.
     bool IsPreviousInstanceRunning() const { return isPreviousRunning_; }
 
 private:
-    std::unique_ptr<QLockFile> lock_;
+    std::unique_ptr<QLockFile> lock_;  // held when this is the first instance
     bool isPreviousRunning_ = false;
 };
 

@@ -11,7 +11,7 @@ namespace tessarine
 enum class ControlTips { Basic, TextAndListBoxes };
 
 /// Gives the named controls of a window their texts in the active language, by their class. `section` is the window's
-/// name. A control's name is its objectName, with "(i)" behind it for a member of an array.
+/// name. A control's name is its objectName, followed by "(i)" for a member of an array.
 ///
 /// - labels, buttons, option buttons, check boxes: "<name>.caption" and "<name>.ToolTipText"
 /// - combo boxes, tables, and text and list boxes when asked for: "<name>.ToolTipText"

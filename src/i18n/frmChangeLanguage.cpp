@@ -124,7 +124,7 @@ void frmChangeLanguage::LoadLanguageFiles()
         cboLanguage->clear();
         int chosen = -1;
         for (const String& name : LanguageFiles()) {
-            // Only ".lng" in small letters goes; ".LNG" stays in the list. This is intended.
+            // Intended: only ".lng" in small letters goes, so that "a.lng" and "a.LNG" are two entries.
             cboLanguage->addItem(ToQt(name).remove(ToQt(extension)));
             if (name == CurrentLanguageFile)
                 chosen = cboLanguage->count() - 1;

@@ -12,7 +12,7 @@ namespace tessarine
 {
 
 /// Lets the user pick one of the language files beside the executable. Shown modally. Its title is "Options" in every
-/// language. A failure in a handler is logged.
+/// language. A failure in a handler is logged under the handler's name and ends it.
 class frmChangeLanguage : public QDialog
 {
     Q_OBJECT
@@ -23,8 +23,9 @@ public:
     /// Raised when the user has chosen: CurrentLanguageFile, the project and the settings hold the choice already.
     Event<> LanguageChanged;
 
+    /// Puts the chosen language in force, keeps it, closes the dialog and raises LanguageChanged.
     void cmdOK_Click();
-    void cmdCancel_Click();
+    void cmdCancel_Click();  ///< Closes the dialog and changes nothing.
 
     /// Applies the active language to the labels and buttons; a missing text empties a caption.
     void LoadLng();

@@ -7,10 +7,11 @@
 namespace tessarine
 {
 
-/// The value of a key; empty when there is none.
+/// The value of a key; empty when there is none, or no store.
 String GetSetting(const String& application, const String& section, const String& key);
 
-/// Writes a value to the store, at once. Raises 70 when the store can't be written.
+/// Writes a value to the store, at once, and makes the store where there is none. Raises `PermissionDenied` when it
+/// can't be written.
 void SaveSetting(const String& application, const String& section, const String& key, const String& value);
 
 }  // namespace tessarine

@@ -17,7 +17,7 @@ namespace
 
 FileDialogPort fileDialog;
 
-/// What stands behind the last dot of a path's last part; empty without a dot.
+/// What follows the last dot of a path's last part; empty without a dot.
 StringView ExtensionOf(StringView path)
 {
     const std::size_t name = path.find_last_of(PathSeparator) + 1;

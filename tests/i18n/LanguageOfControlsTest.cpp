@@ -75,7 +75,7 @@ protected:
     QMainWindow window_;
 };
 
-TEST_F(LanguageOfControlsTest, GivesLabelsAndButtonsOfAllKindsACaptionAndATip)
+TEST_F(LanguageOfControlsTest, GivesLabelsAndButtonsACaptionAndATip)
 {
     auto& label = AddCaptioned<QLabel>("lbl");
     auto& button = AddCaptioned<QPushButton>("cmd");

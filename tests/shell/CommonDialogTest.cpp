@@ -99,7 +99,7 @@ TEST_F(CommonDialogTest, TellsAnExtensionThatDiffers)
     EXPECT_EQ(common_.FileName, u"/jobs/list.csv");
 }
 
-TEST_F(CommonDialogTest, ClearsTheMarkForAFileOfTheExtensionInAnyCase)
+TEST_F(CommonDialogTest, ClearsTheMarkForTheExtensionInAnyCase)
 {
     common_.DefaultExt = u"tsq";
     common_.Flags = FileDialogFlag::ExtensionDiffers;

@@ -71,7 +71,7 @@ TEST_F(RecentFilesTest, ShowsEmptyForAnEmptyStore)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(RecentFilesTest, NumbersOnePathAndHidesEmptyBehindIt)
+TEST_F(RecentFilesTest, NumbersOnePathAndHidesEmptyAfterIt)
 {
     recent_.SaveMRUFileList(u"C:\\Jobs\\report.tsq");
 
@@ -91,7 +91,7 @@ TEST_F(RecentFilesTest, PutsTheLatestUseOnTop)
     EXPECT_THAT(VisibleCaptions(), ElementsAre(u"&1    /jobs/3.tsq", u"&2    /jobs/2.tsq", u"&3    /jobs/1.tsq"));
 }
 
-TEST_F(RecentFilesTest, TakesPathsThatDifferInCaseForOneInItsLaterForm)
+TEST_F(RecentFilesTest, TakesPathsThatDifferInCaseForOne)
 {
     recent_.SaveMRUFileList(u"/jobs/Übung.tsq");
     recent_.SaveMRUFileList(u"/jobs/other.tsq");
@@ -102,7 +102,7 @@ TEST_F(RecentFilesTest, TakesPathsThatDifferInCaseForOneInItsLaterForm)
     EXPECT_EQ(recent_.Tag(0), u"/JOBS/übung.tsq");
 }
 
-TEST_F(RecentFilesTest, MovesAPathUsedAgainToTheTopAndStoresItOnceMore)
+TEST_F(RecentFilesTest, MovesAPathUsedAgainToTheTop)
 {
     SavePaths(1, 3);
 
@@ -115,7 +115,7 @@ TEST_F(RecentFilesTest, MovesAPathUsedAgainToTheTopAndStoresItOnceMore)
     EXPECT_EQ(recent_.MRUStoreCount, 5);
 }
 
-TEST_F(RecentFilesTest, ShowsTenPathsWithEmptyHiddenBehindThem)
+TEST_F(RecentFilesTest, ShowsTenPathsWithEmptyHiddenAfterThem)
 {
     SavePaths(1, 10);
 
@@ -161,7 +161,7 @@ TEST_F(RecentFilesTest, PassesOverEmptyInAnyCase)
     EXPECT_EQ(recent_.MRUStoreCount, 4);
 }
 
-TEST_F(RecentFilesTest, ReadsBehindTheLastOfManyPathsWhenItPassedOverOne)
+TEST_F(RecentFilesTest, ReadsPastTheLastPathWhenItPassedOverOne)
 {
     for (int number = 0; number < 11; ++number)
         Store(number, PathOf(number));
@@ -174,7 +174,7 @@ TEST_F(RecentFilesTest, ReadsBehindTheLastOfManyPathsWhenItPassedOverOne)
     EXPECT_EQ(recent_.Caption(0), u"/jobs/10.tsq");
 }
 
-TEST_F(RecentFilesTest, LosesWhatStandsBehindAGap)
+TEST_F(RecentFilesTest, LosesWhatFollowsAGap)
 {
     Store(0, PathOf(1));
     Store(2, PathOf(2));

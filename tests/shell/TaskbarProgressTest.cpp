@@ -23,7 +23,7 @@ TEST(TaskbarProgress, TellsThePortTheShareAndThenNone)
     EXPECT_THAT(told, testing::ElementsAre(0.5, std::nullopt));
 }
 
-TEST(TaskbarProgress, IsNoMatterWithoutAPortAndWithOneThatFails)
+TEST(TaskbarProgress, NeverRaisesWithoutAPortOrWithOneThatFails)
 {
     EXPECT_NO_THROW(ShowTaskbarProgress(0.5));
 

@@ -44,7 +44,7 @@ protected:
     }
 };
 
-// --- Check boxes -----------------------------------------------------------------------------------------------------
+// Check boxes.
 
 struct BoxOfField {
     const char* name;
@@ -107,7 +107,7 @@ INSTANTIATE_TEST_SUITE_P(Boxes, CheckBoxBindingTest,
                                          BoxOfField{"chkCPUUsage", 2, &ProjectOptions::CPUUsage}),
                          [](const auto& parameter) { return std::string(parameter.param.name); });
 
-// --- Texts -----------------------------------------------------------------------------------------------------------
+// Texts.
 
 struct TextOfField {
     const char* name;
@@ -164,7 +164,7 @@ TEST_F(BindingTest, ThePasswordIsShownButNeverTakenFromTheForm)
     EXPECT_EQ(Options().PasswordToOpen, u"stored");
 }
 
-// --- Counts ----------------------------------------------------------------------------------------------------------
+// Counts.
 
 struct CountOfField {
     const char* name;
@@ -199,7 +199,7 @@ TEST_P(CountBindingTest, ATextThatIsNoNumberIsStoredAsZero)
     EXPECT_EQ(Filled("3 files"), 0);
 }
 
-TEST_P(CountBindingTest, ANumberBeyond32BitsIsLoggedAndLeavesTheFieldsFromThereOn)
+TEST_P(CountBindingTest, ANumberBeyond32BitsIsLoggedAndEndsTheFilling)
 {
     Window();
     Options().*GetParam().field = 7;
@@ -226,7 +226,7 @@ INSTANTIATE_TEST_SUITE_P(
                     CountOfField{"lstRestartAfterSecond", &ProjectOptions::RestartApplicationAfterSeconds}),
     [](const auto& parameter) { return std::string(parameter.param.name); });
 
-// --- Where the files and the list come from --------------------------------------------------------------------------
+// Where the files and the list come from.
 
 TEST_F(BindingTest, AClickOnASourceOfFilesReachesTheProject)
 {
@@ -242,7 +242,7 @@ TEST_F(BindingTest, AClickOnASourceOfFilesReachesTheProject)
     EXPECT_EQ(Options().FileToProcessSourceType, 0);
 }
 
-TEST_F(BindingTest, AnySourceOfFilesBut0IsTheTextFileAndIsStoredAs1)
+TEST_F(BindingTest, AnySourceOfFilesBut0IsStoredAs1)
 {
     Options().FileToProcessSourceType = 7;
     Window();
@@ -293,7 +293,7 @@ TEST_F(BindingTest, FillingTheProjectTwiceLeavesThreeCustomProperties)
     EXPECT_EQ(CurrentProject->CustomProperies->Count(), 3);
 }
 
-TEST_F(BindingTest, ALanguageThatIsGoneIsReplacedInTheProjectByTheOneInForce)
+TEST_F(BindingTest, FillingTheProjectPutsTheLanguageInForce)
 {
     CurrentProject->CustomProperies->Item(3)->PropertyValue = u"gone.lng";
     Window();
@@ -339,7 +339,7 @@ TEST_F(BindingTest, ExternalInSmallLettersWithBlanksAroundSelectsTheListFile)
     EXPECT_FALSE(IsEnabled("grdItems"));
 }
 
-TEST_F(BindingTest, AnyOtherSourceOfTheListSelectsTheValuesInTheWindow)
+TEST_F(BindingTest, AnyOtherSourceSelectsTheValuesInTheWindow)
 {
     CurrentProject->CustomProperies->Item(2)->PropertyValue = u"ELSEWHERE";
 
@@ -347,9 +347,9 @@ TEST_F(BindingTest, AnyOtherSourceOfTheListSelectsTheValuesInTheWindow)
     EXPECT_FALSE(IsChecked("optLoad(0)"));
 }
 
-// --- File types ------------------------------------------------------------------------------------------------------
+// File types.
 
-TEST_F(BindingTest, AFileTypeThatIsNotInTheListIsReplacedByTheFirstOne)
+TEST_F(BindingTest, AnUnknownFileTypeIsReplacedByTheFirstOne)
 {
     Options().ComaSepAllowedExtensions = u"*.pps";
     EXPECT_EQ(Text("cboSpreadsheetType"), "*.Ppt*");
@@ -370,7 +370,7 @@ TEST_F(BindingTest, AFileTypeIsSelectedWhateverItsCase)
     EXPECT_EQ(types.currentIndex(), 1) << "the first equal one";
 }
 
-// --- The list of pairs -----------------------------------------------------------------------------------------------
+// The list of pairs.
 
 TEST_F(BindingTest, FillingTheProjectLeavesTheListOfPairsAlone)
 {
@@ -414,9 +414,9 @@ TEST_F(BindingTest, TheFormShowsAndTakesEveryStoredOption)
     }
 }
 
-// --- Failures --------------------------------------------------------------------------------------------------------
+// Failures.
 
-TEST_F(BindingTest, AProjectWithoutCustomPropertiesIsLoadedAsFarAsTheyAre)
+TEST_F(BindingTest, AProjectWithoutCustomPropertiesIsLoadedHalfway)
 {
     Window();
     ClickBox("optLoad(1)");
@@ -430,7 +430,7 @@ TEST_F(BindingTest, AProjectWithoutCustomPropertiesIsLoadedAsFarAsTheyAre)
     EXPECT_THAT(Log(), HasSubstr("in procedure LoadProjectOnForm at Line No. 0 of Form frmMain"));
 }
 
-TEST_F(BindingTest, AfterALoadThatFailedWithAnEmptyListChangesDoNotMarkUntilTheNextCompleteLoad)
+TEST_F(BindingTest, AFailedLoadWithAnEmptyListKeepsChangesFromMarking)
 {
     Window();
     TakeAllCustomProperties();
@@ -459,7 +459,7 @@ TEST_F(BindingTest, AfterALoadThatFailedWithPairsChangesMark)
     EXPECT_TRUE(Window().IsModifed());
 }
 
-// --- The title -------------------------------------------------------------------------------------------------------
+// The title.
 
 TEST_F(BindingTest, TheDefaultProjectIsUntitledAndNotModified)
 {
@@ -495,7 +495,7 @@ TEST_F(BindingTest, ABlankFileNameIsUntitled)
     EXPECT_EQ(Title(), "untitled - Tessarine");
 }
 
-// --- What is enabled -------------------------------------------------------------------------------------------------
+// What is enabled.
 
 constexpr const char* ofItems[] = {"grdItems",          "lstLookIn",          "chkSelectAll", "chkMatchCase",
                                    "chkMatchWholeWord", "chkPromptOnReplace", "chkHAlfFulll", "cmdDelete"};
@@ -509,7 +509,7 @@ TEST_F(BindingTest, WithPairsInTheWindowAllOfThemCanBeEdited)
     EXPECT_TRUE(IsEnabled("cmdAdd"));
 }
 
-TEST_F(BindingTest, WithAnEmptyListInTheWindowARowCanOnlyBeAdded)
+TEST_F(BindingTest, WithAnEmptyListARowCanOnlyBeAdded)
 {
     EditPairs({});
 
@@ -518,7 +518,7 @@ TEST_F(BindingTest, WithAnEmptyListInTheWindowARowCanOnlyBeAdded)
     EXPECT_TRUE(IsEnabled("cmdAdd"));
 }
 
-TEST_F(BindingTest, WithTheListInAFileNothingOfItCanBeEditedWhateverTheGridHolds)
+TEST_F(BindingTest, WithTheListInAFileNothingCanBeEdited)
 {
     EditPairs({{u"a", u"b"}});
 

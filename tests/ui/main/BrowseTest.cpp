@@ -31,7 +31,7 @@ protected:
     }
 };
 
-// --- The file that lists files -----------------------------------------------------------------------------------
+// The file that lists files.
 
 TEST_F(BrowseTest, TheFileListIsChosenAmongTextFiles)
 {
@@ -77,7 +77,7 @@ TEST_F(BrowseTest, AFileListOfAnotherTypeIsRefused)
     EXPECT_FALSE(Window().IsModifed());
 }
 
-TEST_F(BrowseTest, AFileListThatIsNotThereIsToldWithAnIconUnlikeAListOfPairs)
+TEST_F(BrowseTest, AMissingFileListIsToldWithAnIcon)
 {
     ShowFiles(1);
     shell.NextFile(folder.PathOf(u"gone.txt"));
@@ -105,7 +105,7 @@ TEST_F(BrowseTest, ACancelledChoiceOfAFileListLeavesTheBox)
     EXPECT_THAT(messages.Messages(), IsEmpty());
 }
 
-// --- The list of pairs -------------------------------------------------------------------------------------------
+// The list of pairs.
 
 TEST_F(BrowseTest, TheListOfPairsIsChosenAmongItsThreeTypes)
 {
@@ -123,7 +123,7 @@ TEST_F(BrowseTest, TheListOfPairsIsChosenAmongItsThreeTypes)
     EXPECT_FALSE(Window().IsModifed()) << "the path of the list does not mark the job";
 }
 
-TEST_F(BrowseTest, AListOfPairsOfAnotherTypeIsRefusedWithoutAnIcon)
+TEST_F(BrowseTest, AListOfAnotherTypeIsRefusedWithoutAnIcon)
 {
     Window();
     shell.NextFile(folder.Write(u"list.xlsx"));
@@ -134,7 +134,7 @@ TEST_F(BrowseTest, AListOfPairsOfAnotherTypeIsRefusedWithoutAnIcon)
     EXPECT_EQ(Text("txtLoadsearch"), "");
 }
 
-// --- The folder --------------------------------------------------------------------------------------------------
+// The folder.
 
 TEST_F(BrowseTest, TheFolderDialogStartsAtTheFolderInTheBox)
 {
@@ -174,7 +174,7 @@ TEST_F(BrowseTest, ACancelledFolderDialogLeavesTheBox)
     EXPECT_FALSE(Window().IsModifed());
 }
 
-// --- Double clicks -----------------------------------------------------------------------------------------------
+// Double clicks.
 
 TEST_F(BrowseTest, ADoubleClickOpensWhatTheBoxNames)
 {

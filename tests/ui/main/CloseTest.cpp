@@ -115,7 +115,7 @@ TEST_F(CloseTest, YesSavesTheOpenFileWithoutADialog)
     EXPECT_FALSE(Window().IsModifed());
 }
 
-TEST_F(CloseTest, YesAsksForAFileForANewJobAndWritesTheFormToIt)
+TEST_F(CloseTest, YesAsksForAFileAndWritesTheFormToIt)
 {
     const String path = folder.PathOf(u"new.tsq");
     TypeStartFolder("/typed");

@@ -118,7 +118,7 @@ TEST_F(FailingDialogTest, ExportAsksToOverwriteTheFileOfTheLastDialog)
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(FailingDialogTest, AChoiceOfAListOfPairsIsRefusedForItsType)
+TEST_F(FailingDialogTest, AChosenListIsRefusedForItsType)
 {
     Window();
     shell.FileDialogsFailWith(noDialog);

@@ -21,7 +21,7 @@ protected:
     ~FailingPowerPointTest() override;
     void TearDown() override;
 
-    // --- What the person sees ---------------------------------------------------------------------------------------
+    // What the person sees.
 
     std::vector<std::string> Changed() { return Lines(*Processing().trvChangedFiles); }
     std::vector<std::string> Unchanged() { return Lines(*Processing().trvNotChangedFiles); }
@@ -42,7 +42,7 @@ protected:
     /// Closes the processing window as a person does, starts a replacement of one more presentation and sees it done.
     void ExpectNextRunToWork();
 
-    // --- What was done ----------------------------------------------------------------------------------------------
+    // What was done.
 
     bool IsChanged(StringView name) const { return TextsOf(name) == std::vector<std::string>{"Contoso"}; }
 

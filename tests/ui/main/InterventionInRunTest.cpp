@@ -113,7 +113,7 @@ TEST_F(InterventionInRun, DoesNotGoAwayByItselfWhileTheTimeTicksOn)
 
         EXPECT_TRUE(QTest::qWaitFor([&] { return *ticks >= 5; }));
 
-        // In spite of its last line. This is intended.
+        // In spite of its last line. Intended: nothing watches over PowerPoint, so that nothing can clear the window.
         EXPECT_TRUE(window.isVisible());
         EXPECT_EQ(Calls(), callsBefore_);
         Press(window, "cmdOk");

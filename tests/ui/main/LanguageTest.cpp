@@ -225,7 +225,7 @@ TEST_F(LanguageTest, TheLocationsAreNotTranslated)
     EXPECT_EQ(before, "Notes");
 }
 
-// --- Keys and hearing ------------------------------------------------------------------------------------------------
+// Keys and hearing.
 
 class TabTest : public LanguageTest, public testing::WithParamInterface<int>
 {

@@ -113,7 +113,7 @@ TEST_F(ListCommandsTest, ImportedPairsCanBeEdited)
     EXPECT_TRUE(Window().IsModifed());
 }
 
-TEST_F(ListCommandsTest, AnImportOfHeadersAloneEmptiesTheListAndClosesItsControls)
+TEST_F(ListCommandsTest, AnImportOfHeadersAloneEmptiesTheList)
 {
     EditPairs({{u"old", u""}});
     shell.NextFile(ListFile(u"list.csv", {}));
@@ -189,7 +189,7 @@ TEST_F(ListCommandsTest, ExportOverAFileAsksAndOnYesReplacesIt)
     EXPECT_THAT(FindsIn(path), ElementsAre("one"));
 }
 
-TEST_F(ListCommandsTest, ExportOverAFileOnNoDoesNothingAndSaysNothingMore)
+TEST_F(ListCommandsTest, ExportOverAFileDoesNothingOnNo)
 {
     EditPairs({{u"one", u"1"}});
     const String path = folder.Write(u"list.csv", "as it was");
@@ -218,7 +218,7 @@ TEST_F(ListCommandsTest, EveryPlaceForTheFileInTheQuestionIsFilled)
     EXPECT_EQ(messages.Messages().front().text, path + u"? Really " + path + u"?");
 }
 
-TEST_F(ListCommandsTest, ExportProposesTheFileOfTheLastDialogAndImportDoesNot)
+TEST_F(ListCommandsTest, ExportProposesTheFileOfTheLastDialog)
 {
     EditPairs({{u"one", u"1"}});
     const String path = ListFile(u"list.csv", {u"old"});
@@ -234,7 +234,7 @@ TEST_F(ListCommandsTest, ExportProposesTheFileOfTheLastDialogAndImportDoesNot)
     EXPECT_EQ(shell.FileDialogs().at(2).properties.FileName, u"");
 }
 
-TEST_F(ListCommandsTest, TheExtensionAndFlagsOfOpeningAProjectStayInForceForLists)
+TEST_F(ListCommandsTest, ExtensionAndFlagsOfOpeningAProjectStayInForce)
 {
     EditPairs({{u"one", u"1"}});
     shell.NextFile(std::nullopt);

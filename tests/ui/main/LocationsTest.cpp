@@ -101,7 +101,7 @@ TEST_P(LocationTest, AClickNeverChangesAnotherEntry)
     EXPECT_EQ(LocationsOf(1), others);
 }
 
-TEST_P(LocationTest, TheCheckMarkShowsTheFieldOfTheRowThatTheUserGoesTo)
+TEST_P(LocationTest, TheCheckMarkShowsTheFieldOfTheCurrentRow)
 {
     EditPairs({{u"a", u"", {}}, {u"b", u"", {Param().field}}});
     EXPECT_THAT(CheckedLocations(), IsEmpty());
@@ -185,7 +185,7 @@ TEST_F(LocationsTest, UncheckingTheLastLocationLeavesARowWithoutAny)
     EXPECT_THAT(messages.Messages(), IsEmpty());
 }
 
-TEST_F(LocationsTest, SelectAllChecksEveryLocationOfTheSelectedRowsAndUnchecksThem)
+TEST_F(LocationsTest, SelectAllChecksAndUnchecksEveryLocation)
 {
     EditPairs({{u"a", u"", {}}, {u"b", u"", {&OptionSetting::InNotes}}});
 
@@ -200,7 +200,7 @@ TEST_F(LocationsTest, SelectAllChecksEveryLocationOfTheSelectedRowsAndUnchecksTh
     EXPECT_THAT(LocationsOf(1), IsEmpty());
 }
 
-TEST_F(LocationsTest, ARowWithEveryLocationNamesThemInOrderWithHeaderTwice)
+TEST_F(LocationsTest, ARowWithEveryLocationNamesHeaderTwice)
 {
     EditPairs({{u"a", u"", {}}});
 
@@ -242,7 +242,7 @@ TEST_F(LocationsTest, WhenNothingIsCheckedSlidesIsForcedOnTheSelectedRows)
 TEST_F(LocationsTest, WhenSomethingIsCheckedNothingIsForced)
 {
     EditPairs({{u"a", u"", {&OptionSetting::InNotes}}});
-    Items().Item(1)->OptionSetting->InFooter = true;  // behind the form's back
+    Items().Item(1)->OptionSetting->InFooter = true;  // the form does not know
 
     Window().EnsureOneLocation();
 

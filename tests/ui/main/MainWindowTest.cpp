@@ -167,7 +167,7 @@ void MainWindowTest::TypeInCell(int row, int column, const QString& text)
 void MainWindowTest::EndEdit()
 {
     QTest::keyClick(Editor(), Qt::Key_Return);
-    QCoreApplication::processEvents();  // the editor closes behind the key
+    QCoreApplication::processEvents();  // the editor closes after the key
 }
 
 void MainWindowTest::ClickLocation(int row)

@@ -49,7 +49,7 @@ protected:
     /// Leaves the window on the list that it edits itself, with these pairs and not modified.
     void EditPairs(const std::vector<Pair>& pairs);
 
-    // --- Controls by their names ------------------------------------------------------------------------------------
+    // Controls by their names.
 
     template <class Control = QWidget>
     Control& The(const char* name)
@@ -71,7 +71,7 @@ protected:
     void ShowTab(int tab);
     int Tab();
 
-    // --- The grid and the locations ---------------------------------------------------------------------------------
+    // The grid and the locations.
 
     std::string Cell(int row, int column);  ///< Rows from 1.
     void ClickCell(int row, int column, Qt::KeyboardModifiers modifiers = {});
@@ -81,7 +81,7 @@ protected:
     void ClickLocation(int row);
     std::vector<int> CheckedLocations();
 
-    // --- What the program knows -------------------------------------------------------------------------------------
+    // What the program knows.
 
     FindAndReplaceItems& Items() { return *CurrentProject->FindAndReplaceList; }
     std::vector<std::string> Finds();

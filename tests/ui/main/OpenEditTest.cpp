@@ -119,7 +119,7 @@ TEST_F(OpenEditTest, AStartFromTheMenuTakesTheTypedText)
     EXPECT_THAT(Finds(), ElementsAre("az"));
 }
 
-TEST_F(OpenEditTest, CloseAsksAboutTheTypedTextAndWritesItToTheDefaultProject)
+TEST_F(OpenEditTest, CloseAsksAboutTheTypedText)
 {
     TypeIntoAnOpenEditor();
     messages.Next(MessageAnswer::No);
@@ -131,7 +131,7 @@ TEST_F(OpenEditTest, CloseAsksAboutTheTypedTextAndWritesItToTheDefaultProject)
     EXPECT_EQ(FindIn(DefaultProjectPath()), "az");
 }
 
-TEST_F(OpenEditTest, AnEditorInWhichNothingWasTypedDoesNotMarkTheJob)
+TEST_F(OpenEditTest, AnUntouchedEditorDoesNotMarkTheJob)
 {
     EditPairs({{u"a", u"b"}});
     ClickCell(1, ItemColumn::FindWhat);

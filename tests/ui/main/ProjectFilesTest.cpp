@@ -46,7 +46,7 @@ protected:
 
     QList<QAction*> RecentItems() { return The<QAction>("mnuRecent").menu()->actions(); }
 
-    /// The paths behind the items that can be seen.
+    /// The paths that the items in sight stand for.
     std::vector<std::string> RecentPaths()
     {
         std::vector<std::string> paths;
@@ -93,7 +93,7 @@ TEST_F(ProjectFilesTest, ACancelledOpenChangesNothingAndSaysNothing)
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(ProjectFilesTest, OpenTakesTheJobOfTheFileAndDropsUnsavedChangesUnasked)
+TEST_F(ProjectFilesTest, OpenDropsUnsavedChangesUnasked)
 {
     const String path = ProjectFile(u"job.tsq");
     EditPairs({{u"unsaved", u""}});
@@ -140,7 +140,7 @@ TEST_F(ProjectFilesTest, TheExtensionOfAProjectFileMayBeInCapitals)
     EXPECT_EQ(Title(), "JOB.TSQ - Tessarine");
 }
 
-TEST_F(ProjectFilesTest, AProjectFileThatIsNotThereIsToldByItsMessage)
+TEST_F(ProjectFilesTest, AMissingProjectFileIsToldByItsMessage)
 {
     EditPairs({{u"kept", u""}});
     shell.NextFile(folder.PathOf(u"gone.tsq"));
@@ -152,7 +152,7 @@ TEST_F(ProjectFilesTest, AProjectFileThatIsNotThereIsToldByItsMessage)
     EXPECT_EQ(Window().ProjectFile(), u"");
 }
 
-TEST_F(ProjectFilesTest, ABrokenProjectFileOpensNothingAndIsNotARecentFile)
+TEST_F(ProjectFilesTest, ABrokenProjectFileOpensNothing)
 {
     EditPairs({{u"kept", u""}});
     shell.NextFile(folder.Write(u"broken.tsq", "not a project"));
@@ -166,7 +166,7 @@ TEST_F(ProjectFilesTest, ABrokenProjectFileOpensNothingAndIsNotARecentFile)
     EXPECT_THAT(Log(), testing::Not(IsEmpty()));
 }
 
-TEST_F(ProjectFilesTest, SaveOfANewJobAsksForAFileAndWritesTheFormToIt)
+TEST_F(ProjectFilesTest, SaveOfANewJobWritesTheFormToAChosenFile)
 {
     const String path = folder.PathOf(u"new.tsq");
     TypeStartFolder("/typed");
@@ -198,7 +198,7 @@ TEST_F(ProjectFilesTest, SaveGivesANameWithoutExtensionItsOwn)
     EXPECT_THAT(RecentPaths(), ElementsAre(ToUtf8(folder.PathOf(u"new.tsq"))));
 }
 
-TEST_F(ProjectFilesTest, ACancelledSaveMarksTheJobAlsoWhenItWasNotMarked)
+TEST_F(ProjectFilesTest, ACancelledSaveMarksTheJob)
 {
     Window();
     shell.NextFile(std::nullopt);
@@ -210,7 +210,7 @@ TEST_F(ProjectFilesTest, ACancelledSaveMarksTheJobAlsoWhenItWasNotMarked)
     EXPECT_THAT(messages.Messages(), IsEmpty());
 }
 
-TEST_F(ProjectFilesTest, SaveUnderABlankNameWritesNothingAndClearsTheMarkAllTheSame)
+TEST_F(ProjectFilesTest, SaveUnderABlankNameClearsTheMarkAndWritesNothing)
 {
     TypeStartFolder("/typed");
     ASSERT_TRUE(Window().IsModifed());
@@ -223,7 +223,7 @@ TEST_F(ProjectFilesTest, SaveUnderABlankNameWritesNothingAndClearsTheMarkAllTheS
     EXPECT_THAT(RecentPaths(), IsEmpty());
 }
 
-TEST_F(ProjectFilesTest, SaveOfAnOpenFileWritesItWithoutADialogAndLeavesTheRecentFiles)
+TEST_F(ProjectFilesTest, SaveOfAnOpenFileShowsNoDialog)
 {
     const String first = ProjectFile(u"first.tsq");
     const String second = ProjectFile(u"second.tsq");
@@ -242,7 +242,7 @@ TEST_F(ProjectFilesTest, SaveOfAnOpenFileWritesItWithoutADialogAndLeavesTheRecen
     EXPECT_THAT(RecentPaths(), ElementsAre(ToUtf8(second), ToUtf8(first)));
 }
 
-TEST_F(ProjectFilesTest, SaveAsWritesTheProjectWithoutTheEditsThatStandInTheForm)
+TEST_F(ProjectFilesTest, SaveAsLeavesTheEditsOfTheFormOut)
 {
     const String path = folder.PathOf(u"copy.tsq");
     Options().FileToProcessFolderPath = u"/in the project";
@@ -286,7 +286,7 @@ TEST_F(ProjectFilesTest, SaveAsUnderABlankNameLeavesTheMarkToo)
     EXPECT_THAT(RecentPaths(), IsEmpty());
 }
 
-TEST_F(ProjectFilesTest, SavingAsksWithTheExtensionAndTheFlagOfTheLastOpen)
+TEST_F(ProjectFilesTest, SavingKeepsExtensionAndFlagOfTheLastOpen)
 {
     shell.NextFile(std::nullopt);
     Choose("mnuOpen");
@@ -344,7 +344,7 @@ TEST_F(ProjectFilesTest, TheEmptyRecentItemDoesNothing)
     EXPECT_EQ(Window().ProjectFile(), u"");
 }
 
-TEST_F(ProjectFilesTest, ARecentFileThatWasDeletedIsToldAndStaysInTheList)
+TEST_F(ProjectFilesTest, ADeletedRecentFileIsToldAndStaysInTheList)
 {
     const String path = ProjectFile(u"job.tsq");
     shell.NextFile(path);
@@ -359,7 +359,7 @@ TEST_F(ProjectFilesTest, ARecentFileThatWasDeletedIsToldAndStaysInTheList)
     EXPECT_EQ(Window().ProjectFile(), u"");
 }
 
-TEST_F(ProjectFilesTest, ARecentFileThatCannotBeLoadedIsTheOpenFileAllTheSame)
+TEST_F(ProjectFilesTest, ARecentFileThatFailsToLoadIsTheOpenFile)
 {
     const String path = ProjectFile(u"job.tsq");
     shell.NextFile(path);

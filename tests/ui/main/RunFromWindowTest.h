@@ -12,7 +12,7 @@ namespace tessarine
 
 class ResultTree;
 
-/// A run from the main window over real presentations in a folder of the test, with the built-in engine behind it or
+/// A run from the main window over real presentations in a folder of the test, on the built-in engine or
 /// the stand-in for PowerPoint. Events are delivered wherever the run asks for it; the question before a run is
 /// answered with Yes.
 class RunFromWindowTest : public MainWindowTest

@@ -88,7 +88,7 @@ protected:
     }
 };
 
-// --- The list of pairs -------------------------------------------------------------------------------------------
+// The list of pairs.
 
 TEST_F(ValidationTest, AnEmptyPathOfTheListFileLeadsToItsButton)
 {
@@ -182,7 +182,7 @@ TEST_F(ValidationTest, TheListOfTheFileIsNotKept)
     EXPECT_THAT(Finds(), ElementsAre("kept"));
 }
 
-// --- The files ---------------------------------------------------------------------------------------------------
+// The files.
 
 TEST_F(ValidationTest, AnEmptyFolderLeadsToItsButton)
 {
@@ -195,7 +195,7 @@ TEST_F(ValidationTest, AnEmptyFolderLeadsToItsButton)
     ExpectMovedTo(1, "cmdBrowse2");
 }
 
-TEST_F(ValidationTest, AFolderThatIsNotThereLeavesTheUserWhereHeIs)
+TEST_F(ValidationTest, AMissingFolderLeavesTheUserWhereHeIs)
 {
     EditPairs({{u"a", u""}});
     UseFolder(folder.PathOf(u"gone"));
@@ -238,7 +238,7 @@ TEST_F(ValidationTest, AFileListThatIsNotThereLeadsToItsButton)
     ExpectMovedTo(1, "cmdBrowse3");
 }
 
-TEST_F(ValidationTest, AFileListWithAnotherExtensionLeavesTheUserWhereHeIs)
+TEST_F(ValidationTest, AFileListOfAnotherTypeLeavesTheUserWhereHeIs)
 {
     EditPairs({{u"a", u""}});
     UseFileList(folder.Write(u"files.csv"));
@@ -259,9 +259,9 @@ TEST_F(ValidationTest, TheListIsTestedBeforeTheFiles)
     ExpectComplaint(u"1055");
 }
 
-// --- The start ---------------------------------------------------------------------------------------------------
+// The start.
 
-TEST_F(ValidationTest, AStartThatEndsAtAMessageHasTakenTheFormIntoTheProject)
+TEST_F(ValidationTest, ARefusedStartHasFilledTheProject)
 {
     EditPairs({});
     UseFolder(u"/typed");
@@ -338,7 +338,7 @@ TEST_F(ValidationTest, FilesOfAFileListLeadToTheQuestion)
     EXPECT_EQ(messages.Messages().front().text, GlobalMsg(u"1001"));
 }
 
-TEST_F(ValidationTest, NoToTheQuestionLeavesPowerPointTheFilesAndTheJobAlone)
+TEST_F(ValidationTest, NoToTheQuestionLeavesEverythingAlone)
 {
     EditPairs({{u"Fabrikam", u"Contoso"}});
     folder.MakeFolder(u"decks");

@@ -151,7 +151,7 @@ TEST_F(WindowLanguageTest, WithoutLanguageFilesTheWindowLosesItsCaptions)
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(WindowLanguageTest, ALanguageFileInCapitalsLeadsToAFileThatIsNotThere)
+TEST_F(WindowLanguageTest, ALanguageFileInCapitalsIsNotFound)
 {
     Window();
     folder.Write(u"program/Languages/Latin.LNG", "[frmMain]\nmnuOpen.caption=Aperi\n");
