@@ -1,6 +1,5 @@
 #include "platform/Messages.h"
 
-#include <chrono>
 #include <thread>
 #include <utility>
 
@@ -13,6 +12,7 @@ namespace
 MessageBoxPort messageBox;
 PendingEventsPort pendingEvents;
 MousePointerPort mousePointer;
+SleepPort sleepPort;
 
 }  // namespace
 
@@ -29,6 +29,11 @@ PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port)
 MousePointerPort SetMousePointerReceiver(MousePointerPort port)
 {
     return std::exchange(mousePointer, std::move(port));
+}
+
+SleepPort SetSleep(SleepPort port)
+{
+    return std::exchange(sleepPort, std::move(port));
 }
 
 MessageAnswer ShowMessage(const Message& message)
@@ -55,7 +60,11 @@ void SetMousePointer(MousePointer pointer)
 
 void YieldWithSleep()
 {
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    constexpr std::chrono::milliseconds pause{1};
+    if (sleepPort)
+        sleepPort(pause);
+    else
+        std::this_thread::sleep_for(pause);
     DeliverPendingEvents();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 #include "platform/String.h"
@@ -33,11 +34,15 @@ using MessageBoxPort = std::function<MessageAnswer(const Message& message)>;
 using PendingEventsPort = std::function<void()>;
 /// Shows a pointer in place of those of the windows; the default one leaves the windows theirs.
 using MousePointerPort = std::function<void(MousePointer pointer)>;
+/// Puts the thread to sleep for at least this long.
+using SleepPort = std::function<void(std::chrono::milliseconds time)>;
 
-/// Replaces a port and returns the one before. An empty port answers Ok, delivers nothing, or shows no pointer.
+/// Replaces a port and returns the one before. An empty port answers Ok, delivers nothing, shows no pointer, or has the
+/// thread itself sleep.
 MessageBoxPort SetMessageBox(MessageBoxPort port);
 PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port);
 MousePointerPort SetMousePointerReceiver(MousePointerPort port);
+SleepPort SetSleep(SleepPort port);
 
 /// Shows a message and waits for the answer.
 MessageAnswer ShowMessage(const Message& message);

@@ -5,12 +5,15 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 namespace tessarine
 {
 
 namespace
 {
+
+SpecialFoldersPort specialFolders;
 
 std::string Environment(const char* name)
 {
@@ -38,6 +41,8 @@ std::string WithoutTrailingSeparator(std::string path)
 
 String GetSpecialFolderPath(std::int32_t folder)
 {
+    if (specialFolders)
+        return specialFolders(folder);
     if (folder != ApplicationDataFolderNumber)
         return {};
     // The rules for XDG base directories have relative paths ignored.
@@ -45,6 +50,11 @@ String GetSpecialFolderPath(std::int32_t folder)
         return FromUtf8(WithoutTrailingSeparator(dataHome));
     const std::string home = HomeFolder();
     return home.empty() ? String() : FromUtf8(WithoutTrailingSeparator(home) + "/.local/share");
+}
+
+SpecialFoldersPort SetSpecialFolders(SpecialFoldersPort port)
+{
+    return std::exchange(specialFolders, std::move(port));
 }
 
 }  // namespace tessarine

@@ -2,15 +2,16 @@
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
 #include <optional>
 
 #include "app/GlobalState.h"
 #include "ChosenLanguage.h"
 #include "platform/ErrorLog.h"
 #include "platform/Files.h"
+#include "platform/SpecialFolders.h"
 #include "support/FakePowerPoint.h"
 #include "support/MessageRecorder.h"
+#include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine
@@ -27,7 +28,6 @@ class MainTest : public testing::Test
 protected:
     MainTest()
     {
-        setenv("XDG_DATA_HOME", ToUtf8(dataHome_.Path()).c_str(), 1);
         program_.Write(u"Languages/English.lng", "[Global Msg]\n1028=cannot create\n1029=other error\n");
         language_.emplace(program_.Path(), u"");
     }
@@ -38,7 +38,6 @@ protected:
             CurrentProject->FindAndReplaceList.reset();
         CurrentProject.reset();
         ApplicationDataFolder.clear();
-        unsetenv("XDG_DATA_HOME");
     }
 
     void Start() { Main(powerPoint_.Provider(), desktop_); }
@@ -65,6 +64,7 @@ protected:
     }
 
     TemporaryFolder dataHome_;
+    ScopedEnvironment dataHomeOfUser_{"XDG_DATA_HOME", ToUtf8(dataHome_.Path())};
     TemporaryFolder program_;
     std::optional<ChosenLanguage> language_;
     MessageRecorder messages_;
@@ -105,6 +105,19 @@ TEST_F(MainTest, DoesNothingInASecondInstance)
     EXPECT_EQ(CurrentProject, nullptr);
     EXPECT_FALSE(FolderExists(dataHome_.PathOf(u"Tessarine")));
     EXPECT_THAT(messages_.Messages(), IsEmpty());
+}
+
+TEST_F(MainTest, TellsThatTheDataFolderHasNoPlace)
+{
+    const SpecialFoldersPort before = SetSpecialFolders([](std::int32_t) { return String(); });
+
+    Start();
+
+    SetSpecialFolders(before);
+    EXPECT_EQ(windows_, 0);
+    EXPECT_EQ(CurrentProject, nullptr);
+    EXPECT_THAT(messages_.Messages(), ElementsAre(MessageRecorder::Message{u"Unable to get file storage folder path",
+                                                                           MessageIcon::Critical, MessageButtons::Ok}));
 }
 
 TEST_F(MainTest, EndsSilentlyWhenTheDataFolderCannotBeMade)

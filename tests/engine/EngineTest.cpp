@@ -1,38 +1,9 @@
 #include "EngineTest.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tessarine
 {
-
-Deliveries::Deliveries()
-{
-    before_ = SetDeliverPendingEvents([this] {
-        moments_.push_back(Clock::now());
-        if (failure_)
-            throw *failure_;
-    });
-}
-
-Deliveries::~Deliveries()
-{
-    SetDeliverPendingEvents(before_);
-}
-
-bool Deliveries::EachAfterASleep() const
-{
-    Clock::time_point before = start_;
-    return std::all_of(moments_.begin(), moments_.end(), [&before](Clock::time_point moment) {
-        const auto gap = moment - std::exchange(before, moment);
-        return gap >= std::chrono::milliseconds(1);
-    });
-}
-
-void Deliveries::Fail(std::int32_t number)
-{
-    failure_ = Failure(number, u"delivery");
-}
 
 EngineTest::EngineTest()
 {

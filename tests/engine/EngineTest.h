@@ -1,9 +1,7 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -14,39 +12,12 @@
 #include "engine/SearchFunctions.h"
 #include "model/Project.h"
 #include "platform/Failure.h"
-#include "platform/Messages.h"
+#include "support/Deliveries.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/FakePowerPoint.h"
 
 namespace tessarine
 {
-
-/// The moments at which pending events were delivered.
-class Deliveries
-{
-public:
-    Deliveries();
-    ~Deliveries();
-    Deliveries(const Deliveries&) = delete;
-    Deliveries& operator=(const Deliveries&) = delete;
-
-    std::size_t Count() const { return moments_.size(); }
-
-    /// True when a sleep of 1 millisecond came before every delivery: Yield with CPU control. Without the sleep some
-    /// two of several deliveries stand closer together, however busy the machine is.
-    bool EachAfterASleep() const;
-
-    /// Every delivery fails from now on.
-    void Fail(std::int32_t number);
-
-private:
-    using Clock = std::chrono::steady_clock;
-
-    Clock::time_point start_ = Clock::now();
-    std::vector<Clock::time_point> moments_;
-    std::optional<Failure> failure_;
-    PendingEventsPort before_;
-};
 
 struct Search {
     String find{};

@@ -140,7 +140,7 @@ TEST_F(FooterTest, DeliversEventsForEachSlideWithoutAFooter)
     engine.Footer();
 
     EXPECT_EQ(deliveries.Count(), 30u);
-    EXPECT_FALSE(deliveries.EachAfterASleep());
+    EXPECT_EQ(deliveries.AfterASleep(), 0u);
 }
 
 TEST_F(FooterTest, PassesOverFailuresBetweenSlides)

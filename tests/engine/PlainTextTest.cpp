@@ -178,7 +178,7 @@ TEST_F(ReplaceWordTest, YieldsAfterEveryHit)
     Word(u"a ab a", u"a", u"b");
 
     EXPECT_EQ(deliveries.Count(), 3u);
-    EXPECT_TRUE(deliveries.EachAfterASleep());
+    EXPECT_EQ(deliveries.AfterASleep(), 3u);
 }
 
 TEST_F(ReplaceWordTest, OfAnEmptyTextGivesAnEmptyText)

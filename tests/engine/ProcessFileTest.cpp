@@ -345,7 +345,7 @@ TEST_F(ProcessFileTest, DeliversEventsWithoutASleepAfterEachPair)
     ProcessFile();
 
     EXPECT_EQ(deliveries.Count(), 30u);
-    EXPECT_FALSE(deliveries.EachAfterASleep());
+    EXPECT_EQ(deliveries.AfterASleep(), 0u);
 }
 
 TEST_F(ProcessFileTest, CarriesNoResultFromOneFileToTheNext)

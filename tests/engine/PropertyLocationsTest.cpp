@@ -136,7 +136,7 @@ TEST_F(BuiltinPropertiesTest, DeliverEventsWithoutASleepForEachProperty)
     engine.BuiltinProperties();
 
     EXPECT_EQ(deliveries.Count(), 30u);
-    EXPECT_FALSE(deliveries.EachAfterASleep());
+    EXPECT_EQ(deliveries.AfterASleep(), 0u);
 }
 
 TEST_F(BuiltinPropertiesTest, PassOverAFailingDelivery)
@@ -237,7 +237,7 @@ TEST_F(CustomPropertiesTest, DeliverEventsWithoutASleepForEachProperty)
     engine.CustomProperties();
 
     EXPECT_EQ(deliveries.Count(), 30u);
-    EXPECT_FALSE(deliveries.EachAfterASleep());
+    EXPECT_EQ(deliveries.AfterASleep(), 0u);
 }
 
 }  // namespace

@@ -281,7 +281,7 @@ TEST_F(SearchFunctionTest, AReplaceYieldsAfterEveryHit)
     SearchIn(u"a a a");
 
     EXPECT_EQ(deliveries.Count(), 3u);
-    EXPECT_TRUE(deliveries.EachAfterASleep());
+    EXPECT_EQ(deliveries.AfterASleep(), 3u);
 }
 
 TEST_F(SearchFunctionTest, YieldSleepsOnlyUnderCpuControl)
@@ -292,7 +292,7 @@ TEST_F(SearchFunctionTest, YieldSleepsOnlyUnderCpuControl)
         for (int step = 0; step < 40; ++step)
             engine.Yield();
         EXPECT_EQ(deliveries.Count(), 40u);
-        EXPECT_FALSE(deliveries.EachAfterASleep());
+        EXPECT_EQ(deliveries.AfterASleep(), 0u);
     }
     {
         Deliveries deliveries;
@@ -300,7 +300,7 @@ TEST_F(SearchFunctionTest, YieldSleepsOnlyUnderCpuControl)
         for (int step = 0; step < 10; ++step)
             engine.Yield();
         EXPECT_EQ(deliveries.Count(), 10u);
-        EXPECT_TRUE(deliveries.EachAfterASleep());
+        EXPECT_EQ(deliveries.AfterASleep(), 10u);
     }
 }
 

@@ -145,7 +145,7 @@ TEST_F(HyperlinksTest, YieldAfterEachOne)
     engine.Hyperlinks();
 
     EXPECT_EQ(deliveries.Count(), 3u);
-    EXPECT_TRUE(deliveries.EachAfterASleep());
+    EXPECT_EQ(deliveries.AfterASleep(), 3u);
 }
 
 }  // namespace

@@ -3,9 +3,9 @@
 #include "platform/ErrorLog.h"
 #include "platform/Files.h"
 #include "platform/SpecialFolders.h"
-#include "ScopedEnvironment.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/MessageRecorder.h"
+#include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine
@@ -71,6 +71,18 @@ TEST_F(DataFolder, ThatCannotBeMadeShowsNoMessage)
     EXPECT_FALSE(GetFileStorageFolder());
 
     EXPECT_THAT(messages_.Messages(), IsEmpty());
+}
+
+TEST_F(DataFolder, WithoutAPlaceForItIsTold)
+{
+    const SpecialFoldersPort before = SetSpecialFolders([](std::int32_t) { return String(); });
+
+    EXPECT_FALSE(GetFileStorageFolder());
+
+    SetSpecialFolders(before);
+    EXPECT_THAT(messages_.Messages(),
+                testing::ElementsAre(MessageRecorder::Message{u"Unable to get file storage folder path",
+                                                              MessageIcon::Critical, MessageButtons::Ok}));
 }
 
 TEST_F(DataFolder, MayHaveOddBytesInItsPath)

@@ -4,6 +4,8 @@
 #include <gtest/gtest-spi.h>
 
 #include <chrono>
+#include <string>
+#include <vector>
 
 #include "support/MessageRecorder.h"
 
@@ -69,6 +71,21 @@ TEST(PendingEvents, AreDeliveredWhenAskedFor)
     EXPECT_EQ(delivered, 2);
     EXPECT_GE(slept, std::chrono::milliseconds(1));
     SetDeliverPendingEvents(before);
+}
+
+TEST(PendingEvents, FollowASleepOfOneMillisecondThatTestsMayReplace)
+{
+    std::vector<std::string> calls;
+    const PendingEventsPort events = SetDeliverPendingEvents([&] { calls.emplace_back("deliver"); });
+    const SleepPort sleep =
+        SetSleep([&](std::chrono::milliseconds time) { calls.push_back("sleep " + std::to_string(time.count())); });
+
+    DeliverPendingEvents();
+    YieldWithSleep();
+
+    SetSleep(sleep);
+    SetDeliverPendingEvents(events);
+    EXPECT_THAT(calls, ElementsAre("deliver", "sleep 1", "deliver"));
 }
 
 TEST(PendingEvents, AndThePointerNeedNoReceiver)
