@@ -1,6 +1,8 @@
 #include "platform/FileDateTime.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "platform/Files.h"
 #include "support/ErrorLogRecorder.h"
@@ -16,63 +18,87 @@ using testing::IsEmpty;
 class FileDates : public testing::Test
 {
 protected:
+    /// A file with these times, as exactly as the file system keeps them: not each knows nanoseconds or times before
+    /// 1970.
+    String WriteWithTimes(timespec lastAccess, timespec lastWrite) const
+    {
+        String path = folder_.Write(u"a.ppt");
+        const timespec times[] = {lastAccess, lastWrite};
+        EXPECT_EQ(utimensat(AT_FDCWD, ToUtf8(path).c_str(), times, 0), 0);
+        return path;
+    }
+
+    static struct stat StatusOf(StringView path)
+    {
+        struct stat status = {};
+        EXPECT_EQ(stat(ToUtf8(path).c_str(), &status), 0);
+        return status;
+    }
+
+    static void ExpectTimes(StringView path, const struct stat& expected)
+    {
+        const struct stat status = StatusOf(path);
+        EXPECT_EQ(status.st_atim.tv_sec, expected.st_atim.tv_sec);
+        EXPECT_EQ(status.st_atim.tv_nsec, expected.st_atim.tv_nsec);
+        EXPECT_EQ(status.st_mtim.tv_sec, expected.st_mtim.tv_sec);
+        EXPECT_EQ(status.st_mtim.tv_nsec, expected.st_mtim.tv_nsec);
+    }
+
     const ErrorLogRecorder log_;
     const TemporaryFolder folder_;
 };
 
 TEST_F(FileDates, ComeBackToTheNanosecond)
 {
-    const String path = folder_.Write(u"a.ppt");
-    const FileTimes old{{1000000000, 123456789}, {1100000000, 987654321}, true};
-    ASSERT_TRUE(SetFileDateTime(path, old));
+    const String path = WriteWithTimes({1000000000, 123456789}, {1100000000, 987654321});
+    const struct stat before = StatusOf(path);
+
+    const FileTimes saved = GetFileDateTime(path);
+    folder_.Write(u"a.ppt", "changed");
+    EXPECT_NE(StatusOf(path).st_mtim.tv_sec, before.st_mtim.tv_sec);
+    EXPECT_TRUE(SetFileDateTime(path, saved));
+
+    ExpectTimes(path, before);
+}
+
+TEST_F(FileDates, BeforeTheEpochComeBackToo)
+{
+    const String path = WriteWithTimes({-5, 0}, {-1000000, 500});
+    const struct stat before = StatusOf(path);
 
     const FileTimes saved = GetFileDateTime(path);
     folder_.Write(u"a.ppt", "changed");
     EXPECT_TRUE(SetFileDateTime(path, saved));
 
-    const FileTimes now = GetFileDateTime(path);
-    EXPECT_EQ(now.lastAccess.tv_sec, 1000000000);
-    EXPECT_EQ(now.lastAccess.tv_nsec, 123456789);
-    EXPECT_EQ(now.lastWrite.tv_sec, 1100000000);
-    EXPECT_EQ(now.lastWrite.tv_nsec, 987654321);
-}
-
-TEST_F(FileDates, BeforeTheEpochComeBackToo)
-{
-    const String path = folder_.Write(u"a.ppt");
-
-    EXPECT_TRUE(SetFileDateTime(path, {{-5, 0}, {-1000000, 500}, true}));
-
-    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_sec, -1000000);
-    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_nsec, 500);
+    ExpectTimes(path, before);
 }
 
 TEST_F(FileDates, OfAMissingFileAreNotValidAndSetNothing)
 {
     const FileTimes none = GetFileDateTime(folder_.PathOf(u"missing.ppt"));
-    const String path = folder_.Write(u"a.ppt");
-    SetFileDateTime(path, {{1, 2}, {3, 4}, true});
+    const String path = WriteWithTimes({1000, 2}, {3000, 4});
+    const struct stat before = StatusOf(path);
 
     EXPECT_FALSE(none.valid);
     EXPECT_FALSE(SetFileDateTime(path, none));
-    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_sec, 3);
+    ExpectTimes(path, before);
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
 TEST_F(FileDates, OfAFileThatCannotBeOpenedStay)
 {
-    const String path = folder_.Write(u"a.ppt");
-    SetFileDateTime(path, {{1, 2}, {3, 4}, true});
+    const String path = WriteWithTimes({1000, 2}, {3000, 4});
+    const struct stat before = StatusOf(path);
     SetMode(folder_.Path(), 0755);
     SetMode(path, 0444);
 
     {
         const OrdinaryUser user;
-        EXPECT_FALSE(SetFileDateTime(path, {{5, 6}, {7, 8}, true}));
+        EXPECT_FALSE(SetFileDateTime(path, {{5000, 6}, {7000, 8}, true}));
     }
 
-    EXPECT_FALSE(SetFileDateTime(folder_.PathOf(u"missing.ppt"), {{5, 6}, {7, 8}, true}));
-    EXPECT_EQ(GetFileDateTime(path).lastWrite.tv_sec, 3);
+    EXPECT_FALSE(SetFileDateTime(folder_.PathOf(u"missing.ppt"), {{5000, 6}, {7000, 8}, true}));
+    ExpectTimes(path, before);
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 

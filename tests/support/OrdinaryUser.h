@@ -1,33 +1,28 @@
 #pragma once
 
-#include <unistd.h>
+#include <sys/types.h>
 
-#include <stdexcept>
+#include <cstdint>
 
 namespace tessarine
 {
 
-/// Lets the rest of a scope run without a superuser's rights, which no permission stops. Does nothing for everybody
-/// else.
+/// Lets the rest of a scope run without a superuser's rights, which no permission stops: as another user or, where the
+/// system allows no other, without the rights alone. Does nothing for everybody else.
 class OrdinaryUser
 {
 public:
-    OrdinaryUser() : user_(geteuid())
-    {
-        constexpr uid_t nobody = 65534;
-        if (user_ == 0 && seteuid(nobody) != 0)
-            throw std::runtime_error("the superuser's rights can't be put down");
-    }
-    ~OrdinaryUser()
-    {
-        if (geteuid() != user_ && seteuid(user_) != 0)
-            _exit(2);  // The tests that follow would run as somebody else.
-    }
+    OrdinaryUser();
+    ~OrdinaryUser();
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
 
+    /// True when files that were made before belong to somebody else now.
+    bool IsAnotherUser() const;
+
 private:
     uid_t user_;
+    std::uint64_t rights_ = 0;  // that were put down; each bit is the number of a capability
 };
 
 }  // namespace tessarine

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -14,9 +15,22 @@ namespace tessarine
 
 namespace fs = std::filesystem;
 
+namespace
+{
+
+/// Where temporary folders lie. Extensions and backups are read off whole paths, so a dot in the name of a folder
+/// above would change what tests see; a folder without one takes its place.
+fs::path Root()
+{
+    const fs::path root = fs::temp_directory_path();
+    return root.string().find('.') == std::string::npos ? root : fs::path(P_tmpdir);
+}
+
+}  // namespace
+
 TemporaryFolder::TemporaryFolder()
 {
-    std::string path = (fs::temp_directory_path() / "tessarine-test-XXXXXX").string();
+    std::string path = (Root() / "tessarine-test-XXXXXX").string();
     if (!mkdtemp(path.data()))
         throw std::runtime_error("no temporary folder: " + path);
     path_ = FromUtf8(path);

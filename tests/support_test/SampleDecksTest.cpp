@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/PackageReader.h"
+#include "support/TemporaryFolder.h"
 
 namespace tessarine::test
 {
@@ -26,14 +27,13 @@ TEST(SampleDecks, AreValidAndAllButOneMentionFabrikam)
 
 TEST(SampleDecks, LieInFoldersWithBlanksAndUmlauts)
 {
-    const std::filesystem::path folder = std::filesystem::path(testing::TempDir()) / "sample decks";
-    std::filesystem::remove_all(folder);
+    const TemporaryFolder temporary;
+    const std::filesystem::path folder = std::filesystem::path(ToUtf8(temporary.Path())) / "sample decks";
 
     WriteSampleDecks(folder);
 
     EXPECT_TRUE(std::filesystem::exists(folder / "Kunden und Märkte" / "Angebot für Müller & Söhne.pptx"));
     EXPECT_EQ(TextOf(PackageReader::FromFile(folder / "Fire drill.pptx"), 1, 1), u"Fire drill");
-    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

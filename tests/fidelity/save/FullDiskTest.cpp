@@ -62,17 +62,24 @@ TEST(FullDisk, LeavesTheOldFileAmidLargeEntriesToo)
 constexpr int done = 0;
 constexpr int skipped = 77;
 
+/// Files in memory take whole pages, whose size differs between machines.
+std::size_t PageSize()
+{
+    return static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
 /// Runs in a process with mounts of its own: the deck on a file system that it nearly fills.
 int SaveOnASmallFileSystem(const SavedDeck& deck)
 {
     const std::string folder = ToUtf8(deck.Folder().Path());
+    const std::string size = "size=" + std::to_string(16 * PageSize());
     if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k") != 0)
+        mount("tmpfs", folder.c_str(), "tmpfs", 0, size.c_str()) != 0)
         return skipped;
     deck.Folder().Write(u"deck.pptx", deck.Old());
     const auto presentation = deck.Edited();
     const std::size_t free = std::filesystem::space(folder).available;
-    deck.Folder().Write(u"filler", std::string(free > 4096 ? free - 4096 : 0, 'f'));
+    deck.Folder().Write(u"filler", std::string(free > PageSize() ? free - PageSize() : 0, 'f'));
 
     if (NumberOfSave(*presentation) != FailureNumber::SystemDiskFull)
         return 1;
@@ -88,7 +95,7 @@ int SaveOnASmallFileSystem(const SavedDeck& deck)
 
 TEST(FullDisk, OfASmallFileSystemLeavesTheOldFileUntilThereIsRoom)
 {
-    const SavedDeck deck(Deck().Slide(Title(u"Fabrikam")).Media("ppt/media/film1.mp4", 20000, 1));
+    const SavedDeck deck(Deck().Slide(Title(u"Fabrikam")).Media("ppt/media/film1.mp4", 5 * PageSize(), 1));
     const pid_t child = fork();
     if (child == 0)
         _exit(SaveOnASmallFileSystem(deck));

@@ -3,9 +3,12 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include "support/Surroundings.h"
+
 /// Runs the tests of windows: without a screen unless one is asked for, and away from the user's own files.
 int main(int argumentCount, char** arguments)
 {
+    tessarine::PinSurroundings();
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QTemporaryDir home;
