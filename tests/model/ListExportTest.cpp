@@ -101,6 +101,15 @@ TEST_F(ListExport, SilencesExcelAndLeavesNothingRunning)
     EXPECT_EQ(excel_.Open(), 0);
 }
 
+TEST_F(ListExport, KeepsTheClosedWorkbookAndItsSheetButNotExcel)
+{
+    FindAndReplaceItems list;
+
+    list.ExportsList(folder_.PathOf(u"list.xls"));
+
+    EXPECT_EQ(excel_.Held(), 2);
+}
+
 TEST_F(ListExport, GivesExcelTheFilesOfItsExtensionsInAnyCase)
 {
     FindAndReplaceItems list;

@@ -83,6 +83,15 @@ TEST_F(ListImport, OpensTheFileInvisiblyAndLeavesNothingRunning)
     EXPECT_EQ(excel_.Open(), 0);
 }
 
+TEST_F(ListImport, KeepsNoReferenceToExcel)
+{
+    FindAndReplaceItems list;
+
+    list.ImportList(Put(SheetWith({{u"cat", u"dog"}})));
+
+    EXPECT_EQ(excel_.Held(), 0);
+}
+
 TEST_F(ListImport, TakesEachExtensionInAnyCase)
 {
     for (const StringView name : {u"a.xls", u"a.CSV", u"a.Tab", u"folder.x/a.b.tAB"}) {

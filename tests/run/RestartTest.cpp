@@ -49,6 +49,22 @@ TEST_F(PlannedRestart, NeverTakesPlaceForACountOfZeroOrBeyondTheFiles)
     EXPECT_EQ(CreationsIn(0, 10), 2u) << "the second run's own";
 }
 
+TEST_F(PlannedRestart, TakesANegativeCountForItsAmount)
+{
+    EXPECT_EQ(CreationsIn(5, -2), 3u);
+}
+
+TEST_F(PlannedRestart, FollowsTheLastFileOfARunWhoseListHasGrown)
+{
+    project_->AfterFileProcess += [this](const auto&) {
+        if (results_.size() == 2)
+            project_->FilesToProcess.push_back(project_->FilesToProcess.front());
+    };
+
+    EXPECT_EQ(CreationsIn(2, 2), 2u);
+    EXPECT_THAT(results_, testing::SizeIs(2));
+}
+
 TEST_F(PlannedRestart, GoesByTheFilesInTheListAlsoWhenTheLastOneStandsThereTwice)
 {
     project_->FilesToProcess.assign(3, AddFile(u"a.ppt"));

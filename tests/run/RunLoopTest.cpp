@@ -5,6 +5,7 @@
 #include "platform/FileDateTime.h"
 #include "platform/Files.h"
 #include "RunTest.h"
+#include "support/Deliveries.h"
 
 namespace tessarine
 {
@@ -253,19 +254,59 @@ TEST_F(CancelledRun, MayBeAskedForWhilePendingEventsAreDelivered)
     EXPECT_THAT(events_, ElementsAre("before 1.ppt", "after 1.ppt 2", "before 2.ppt", "cancel"));
 }
 
-TEST_F(LongRun, DeliversPendingEventsBehindEveryFileWithAndWithoutTheSleep)
+TEST_F(FindRun, SleepsAtEachStepOfASearchOnlyToSpareTheProcessor)
+{
+    AddFile(u"a.ppt");
+    AddPair(u"cat", u"");
+    project_->options->RequiredFindAndReplaceCount = true;
+    const auto sleeps = [this] {
+        const Deliveries deliveries;
+        project_->Search();
+        return deliveries.AfterASleep();
+    };
+
+    const std::size_t without = sleeps();
+    project_->options->CPUUsage = true;
+    const std::size_t with = sleeps();
+
+    EXPECT_EQ(without, 0u);
+    EXPECT_EQ(with, 3u) << "after the hit, the shape and the file";
+}
+
+TEST_F(FindRun, OfAnEmptyListLooksForNothingAtAll)
+{
+    AddFile(u"a.ppt");
+    AddPair(u"cat", u"");
+
+    project_->Search(std::make_shared<FindAndReplaceItems>());
+
+    ASSERT_THAT(results_, SizeIs(1));
+    EXPECT_EQ(results_[0]->Count(), 0);
+}
+
+TEST_F(LongRun, DeliversPendingEventsOnceAfterEachFile)
 {
     AddFiles(3);
-    std::vector<std::size_t> filesDone;
-    const PendingEventsPort before = SetDeliverPendingEvents([&] { filesDone.push_back(results_.size()); });
+    const Deliveries deliveries;
+    std::vector<std::size_t> before;
+    project_->BeforFileProcess += [&](const String&) { before.push_back(deliveries.Count()); };
 
     project_->Search();
+
+    EXPECT_THAT(before, ElementsAre(0u, 1u, 2u));
+    EXPECT_EQ(deliveries.Count(), 3u);
+}
+
+TEST_F(LongRun, SleepsAfterEachFileToSpareTheProcessor)
+{
+    AddFiles(3);
+    SetMode(project_->FilesToProcess[1], 0444);
     project_->options->CPUUsage = true;
+    const Deliveries deliveries;
+
     project_->Search();
 
-    SetDeliverPendingEvents(before);
-    for (std::size_t done = 1; done <= 6; ++done)
-        EXPECT_GE(std::count(filesDone.begin(), filesDone.end(), done), 1) << done;
+    EXPECT_EQ(deliveries.AfterASleep(), 3u);
 }
 
 TEST_F(LongRun, OfMoreFilesThan16BitsCountFailsBeforeTheFirst)

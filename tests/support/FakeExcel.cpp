@@ -14,12 +14,26 @@ struct FakeExcel::State {
     std::set<std::string> nulls;
     int running = 0;
     int open = 0;
+    int held = 0;
 };
 
 namespace
 {
 
 using StateOf = std::shared_ptr<FakeExcel::State>;
+
+/// A member of each object that counts as held while somebody refers to it.
+class Held
+{
+public:
+    explicit Held(StateOf state) : state_(std::move(state)) { ++state_->held; }
+    ~Held() { --state_->held; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+private:
+    StateOf state_;
+};
 
 /// The object that a member hands out, made from the state and the arguments; null when that is what it is told to
 /// give.
@@ -117,6 +131,7 @@ private:
 
     StateOf state_;
     std::shared_ptr<FakeSheet> sheet_;
+    const Held held_{state_};
 };
 
 class FakeSheets : public excel::Sheets
@@ -190,6 +205,7 @@ private:
     std::shared_ptr<FakeSheet> sheet_;
     String path_;
     bool isOpen_ = true;
+    const Held held_{state_};
 };
 
 class FakeWorkbooks : public excel::Workbooks
@@ -239,6 +255,7 @@ public:
 
 private:
     StateOf state_;
+    const Held held_{state_};
 };
 
 class FakeExcelProvider : public excel::Provider
@@ -299,6 +316,11 @@ int FakeExcel::Running() const
 int FakeExcel::Open() const
 {
     return state_->open;
+}
+
+int FakeExcel::Held() const
+{
+    return state_->held;
 }
 
 }  // namespace tessarine

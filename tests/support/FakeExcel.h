@@ -48,6 +48,9 @@ public:
     int Running() const;
     int Open() const;
 
+    /// Applications, workbooks and sheets that somebody still refers to, closed or not.
+    int Held() const;
+
     struct State;
 
 private:
