@@ -40,7 +40,7 @@ protected:
 using RestoringBackups = Backups;
 using RemovingBackups = Backups;
 
-TEST_F(RestoringBackups, BringsAFileWithAnExtensionOfThreeLettersBackAndKeepsTheBackup)
+TEST_F(RestoringBackups, BringsBackAFileAndKeepsItsBackup)
 {
     RunOver({u"a.ppt", u"my 😀/שלום.ppt"});
 
@@ -52,7 +52,7 @@ TEST_F(RestoringBackups, BringsAFileWithAnExtensionOfThreeLettersBackAndKeepsThe
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(RestoringBackups, DoesNotFindTheBackupOfAnExtensionOfFourLetters)
+TEST_F(RestoringBackups, MissesBackupsOfFourLetterExtensions)
 {
     RunOver({u"a.pptx"});
 
@@ -84,7 +84,7 @@ TEST_F(RestoringBackups, AddsTheFilesToThoseOfTheRun)
     EXPECT_EQ(project_->FilesToProcess[0], project_->FilesToProcess[2]);
 }
 
-TEST_F(RestoringBackups, RestoresFilesOfTheRunThatTheSourceNoLongerNames)
+TEST_F(RestoringBackups, RestoresFilesThatTheSourceNoLongerNames)
 {
     RunOver({u"a.ppt"});
     project_->options->FileToProcessFolderPath = folder_.MakeFolder(u"empty");
@@ -107,7 +107,7 @@ TEST_F(RestoringBackups, GivesBackTheModeThatTheBackupHas)
     EXPECT_EQ(ModeOf(folder_.PathOf(u"a.ppt")), 0444u);
 }
 
-TEST_F(RestoringBackups, StopsWithOneLogLineAtAFileThatCannotBeWritten)
+TEST_F(RestoringBackups, StopsAtAFileThatCannotBeWritten)
 {
     RunOver({u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"});
     SetMode(folder_.Path(), 0755);
@@ -127,7 +127,7 @@ TEST_F(RestoringBackups, StopsWithOneLogLineAtAFileThatCannotBeWritten)
                                    "RestoreBackupFiles at Line No. 0 of Class Module Project"));
 }
 
-TEST_F(RemovingBackups, DeletesTheBackupsOfExtensionsOfThreeLettersOnly)
+TEST_F(RemovingBackups, DeletesBackupsOfThreeLetterExtensionsOnly)
 {
     RunOver({u"a.ppt", u"b.pptx"});
 
@@ -208,7 +208,7 @@ TEST_F(RemovingBackups, LogsAListThatHasVanished)
                                    "Line No. 0 of Class Module Project"));
 }
 
-TEST_F(RemovingBackups, StopsWithOneLogLineAtABackupThatCannotBeDeleted)
+TEST_F(RemovingBackups, StopsAtABackupThatCannotBeDeleted)
 {
     RunOver({u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"});
     SetMode(folder_.Path(), 0755);
@@ -228,7 +228,7 @@ TEST_F(RemovingBackups, StopsWithOneLogLineAtABackupThatCannotBeDeleted)
                                    "RemoveBackupFiles at Line No. 0 of Class Module Project"));
 }
 
-TEST_F(Backups, WithoutOptionsAreLoggedUnderTheirProcedure)
+TEST_F(Backups, LogAMissingOptionsObject)
 {
     project_->options.reset();
 

@@ -24,7 +24,7 @@ TEST(BinaryDigits, AreReadBack)
         EXPECT_EQ(BinaryToDecimal(DecimalToBinary(number)), number);
 }
 
-TEST(BinaryDigits, ThatAreNoneOrTooManyRaise)
+TEST(BinaryDigits, ThatAreWrongOrTooManyRaise)
 {
     EXPECT_EQ(Skip([] { BinaryToDecimal(u"10x"); }), 13);
     EXPECT_EQ(Skip([] { BinaryToDecimal(String(32, u'1')); }), 6);

@@ -61,7 +61,7 @@ TEST_F(FileSet, DoesNotLookIntoSubfoldersUnasked)
     EXPECT_EQ(CountOfFolder(), 1);
 }
 
-TEST_F(FileSet, TakesAFoldersFilesBeforeThoseOfItsSubfoldersDepthFirst)
+TEST_F(FileSet, TakesAFoldersFilesBeforeItsSubfolders)
 {
     for (const char16_t* name : {u"z.ppt", u"a/y.ppt", u"a/deep/x.ppt", u"b/w.ppt"})
         folder_.Write(name);
@@ -80,7 +80,7 @@ TEST_F(FileSet, IgnoresTheCaseOfExtensions)
     EXPECT_EQ(CountOfFolder(u"*.pPt*"), 2);
 }
 
-TEST_F(FileSet, GoesByTheLastExtensionAlone)
+TEST_F(FileSet, LooksAtTheLastExtensionAlone)
 {
     folder_.Write(u"a.ppt.bak");
 
@@ -104,7 +104,7 @@ TEST_F(FileSet, TakesLockAndResourceForkFilesLikeAnyOther)
     EXPECT_EQ(CountOfFolder(), 2);
 }
 
-TEST_F(FileSet, IsEmptyForAPatternWhoseEndCannotTakeTheStar)
+TEST_F(FileSet, NeedsAPatternThatEndsInAWildcard)
 {
     folder_.Write(u"a.ppt");
 
@@ -147,7 +147,7 @@ TEST_F(FileSet, LogsABrokenPatternForEachFileAndTakesNone)
     EXPECT_THAT(log_.Lines(), ElementsAre(line, line));
 }
 
-TEST_F(FileSet, TakesAFileOfADottedFolderByItsOwnExtension)
+TEST_F(FileSet, IgnoresTheDotsOfFoldersForFilesWithAnExtension)
 {
     folder_.Write(u"v1.ppt.d/a.ppt");
     folder_.Write(u"v1.ppt.d/b.txt");
@@ -157,7 +157,7 @@ TEST_F(FileSet, TakesAFileOfADottedFolderByItsOwnExtension)
     EXPECT_THAT(Files(), ElementsAre("v1.ppt.d/a.ppt"));
 }
 
-TEST_F(FileSet, TakesTheTextOfAFileWithoutExtensionFromTheFoldersDotOn)
+TEST_F(FileSet, ReadsAFoldersDotAsTheExtensionOfABareName)
 {
     folder_.Write(u"decks.ppt/noextension");
     project_->options->Include_Subfolders = true;
@@ -189,7 +189,7 @@ TEST_F(FileSet, OfAMissingFolderIsMinusOneAndEmpty)
     EXPECT_THAT(messages_.Messages(), IsEmpty());
 }
 
-TEST_F(FileSet, GoesOnBehindAFolderThatCannotBeReadAndLogsIt)
+TEST_F(FileSet, LogsAFolderThatCannotBeReadAndGoesOn)
 {
     folder_.Write(u"closed/a.ppt");
     folder_.Write(u"open/b.ppt");
@@ -256,7 +256,7 @@ TEST_F(FileSet, OfAnEmptyListIsEmpty)
     EXPECT_THAT(messages_.Messages(), IsEmpty());
 }
 
-TEST_F(FileSet, DropsABlankLastLine)
+TEST_F(FileSet, IgnoresABlankLastLine)
 {
     folder_.Write(u"a.ppt");
 
@@ -291,7 +291,7 @@ TEST_F(FileSet, DoesNotTrimTheLinesOfAList)
     EXPECT_THAT(Files(), ElementsAre(" b.ppt "));
 }
 
-TEST_F(FileSet, SkipsAByteOrderMarkAtTheBeginOfAList)
+TEST_F(FileSet, SkipsAByteOrderMarkOfAList)
 {
     folder_.Write(u"a.ppt");
 

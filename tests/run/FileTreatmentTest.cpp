@@ -58,7 +58,7 @@ TEST_F(ReadOnlyFile, IsReportedAndNeverOpenedUnlessAskedFor)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(ReadOnlyFile, GetsItsBackupAllTheSame)
+TEST_F(ReadOnlyFile, IsBackedUpEvenWhenItIsSkipped)
 {
     SetMode(AddFile(u"a.ppt"), 0444);
     project_->options->BackupMode = true;
@@ -68,7 +68,7 @@ TEST_F(ReadOnlyFile, GetsItsBackupAllTheSame)
     EXPECT_EQ(ContentOf(folder_.PathOf(u"a.bak")), "bytes of a.ppt");
 }
 
-TEST_F(ReadOnlyFile, IsWritableWhileItIsProcessedAndHasItsOldModeAfterwards)
+TEST_F(ReadOnlyFile, IsWritableOnlyWhileItIsProcessed)
 {
     const String path = AddFile(u"a.ppt");
     SetMode(path, 0551);
@@ -95,7 +95,7 @@ TEST_F(ReadOnlyFile, StaysWritableAfterAnOpenFailure)
     EXPECT_EQ(ModeOf(path), 0644u);
 }
 
-TEST_F(ReadOnlyFile, DoesNotKeepTheNextOneFromBeingProcessed)
+TEST_F(ReadOnlyFile, DoesNotStopTheNextFile)
 {
     SetMode(AddFile(u"a.ppt"), 0444);
     AddFile(u"b.ppt");
@@ -105,7 +105,7 @@ TEST_F(ReadOnlyFile, DoesNotKeepTheNextOneFromBeingProcessed)
     EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 0 Read Only File.", "before b.ppt", "after b.ppt 2"));
 }
 
-TEST_F(KeptDate, IsTheOneBeforeAReplaceRunToTheNanosecond)
+TEST_F(KeptDate, SurvivesAReplaceRunToTheNanosecond)
 {
     const String path = AddFile(u"a.ppt");
     const FileTimes before = SetOldTimes(path);
@@ -159,7 +159,7 @@ TEST_F(KeptDate, StaysWhenTheFileDoesNotOpen)
     ExpectTimes(path, before);
 }
 
-TEST_F(BackupOfARun, LiesBesideAFileAfterAFindRunToo)
+TEST_F(BackupOfARun, IsMadeByAFindRunToo)
 {
     AddFile(u"a.ppt");
     project_->options->BackupMode = true;

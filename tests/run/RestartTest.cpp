@@ -26,14 +26,14 @@ using PlannedRestart = Restart;
 using UnplannedRestart = Restart;
 using UnloadingPowerPoint = Restart;
 
-TEST_F(PlannedRestart, FollowsEveryFileButTheLastForACountOfOne)
+TEST_F(PlannedRestart, FollowsEachFileButTheLastForACountOfOne)
 {
     EXPECT_EQ(CreationsIn(3, 1), 3u);
     EXPECT_THAT(events_, ElementsAre("before 1.ppt", "after 1.ppt 2", "before 2.ppt", "after 2.ppt 2", "before 3.ppt",
                                      "after 3.ppt 2"));
 }
 
-TEST_F(PlannedRestart, DoesNotTakePlaceBehindTheLastFile)
+TEST_F(PlannedRestart, DoesNotFollowTheLastFile)
 {
     EXPECT_EQ(CreationsIn(3, 3), 1u);
 }
@@ -43,18 +43,18 @@ TEST_F(PlannedRestart, FollowsEachMultipleOfTheCount)
     EXPECT_EQ(CreationsIn(5, 2), 3u);
 }
 
-TEST_F(PlannedRestart, NeverTakesPlaceForACountOfZeroOrBeyondTheFiles)
+TEST_F(PlannedRestart, NeverHappensForZeroOrMoreThanTheFiles)
 {
     EXPECT_EQ(CreationsIn(3, 0), 1u);
     EXPECT_EQ(CreationsIn(0, 10), 2u) << "the second run's own";
 }
 
-TEST_F(PlannedRestart, TakesANegativeCountForItsAmount)
+TEST_F(PlannedRestart, TakesANegativeCountAsPositive)
 {
     EXPECT_EQ(CreationsIn(5, -2), 3u);
 }
 
-TEST_F(PlannedRestart, FollowsTheLastFileOfARunWhoseListHasGrown)
+TEST_F(PlannedRestart, FollowsTheLastFileWhenTheListHasGrown)
 {
     project_->AfterFileProcess += [this](const auto&) {
         if (results_.size() == 2)
@@ -65,7 +65,7 @@ TEST_F(PlannedRestart, FollowsTheLastFileOfARunWhoseListHasGrown)
     EXPECT_THAT(results_, testing::SizeIs(2));
 }
 
-TEST_F(PlannedRestart, GoesByTheFilesInTheListAlsoWhenTheLastOneStandsThereTwice)
+TEST_F(PlannedRestart, CountsAFileTwiceThatIsListedTwice)
 {
     project_->FilesToProcess.assign(3, AddFile(u"a.ppt"));
     project_->options->RestartApplicationAfterFiles = 1;
@@ -90,7 +90,7 @@ TEST_F(PlannedRestart, CountsAFirstFileThatLeftNoResult)
     EXPECT_EQ(CreationsIn(1, 2), 1u) << "no multiple of two before the last file";
 }
 
-TEST_F(PlannedRestart, QuitsUnloadsAndStartsAgainWithAlertsButWithoutSecurity)
+TEST_F(PlannedRestart, SetsAlertsAgainButNotSecurity)
 {
     project_->options->AllowAlerts = true;
     powerPoint_.StartByUser();
@@ -105,7 +105,7 @@ TEST_F(PlannedRestart, QuitsUnloadsAndStartsAgainWithAlertsButWithoutSecurity)
                             "Application.Quit", "AttachToRunning"));
 }
 
-TEST_F(PlannedRestart, ThatFailsBehindAProcessedFileLeavesTheRun)
+TEST_F(PlannedRestart, EndsTheRunWhenPowerPointDoesNotStart)
 {
     AddFile(u"a.ppt");
     AddFile(u"b.ppt");
@@ -117,7 +117,7 @@ TEST_F(PlannedRestart, ThatFailsBehindAProcessedFileLeavesTheRun)
     EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
 }
 
-TEST_F(PlannedRestart, WhoseQuitFailsBehindAProcessedFileLeavesTheRun)
+TEST_F(PlannedRestart, EndsTheRunWhenQuitFails)
 {
     AddFile(u"a.ppt");
     AddFile(u"b.ppt");
@@ -127,7 +127,7 @@ TEST_F(PlannedRestart, WhoseQuitFailsBehindAProcessedFileLeavesTheRun)
     EXPECT_EQ(SearchFails(), 462);
 }
 
-TEST_F(PlannedRestart, ThatFailsBehindAnOpenFailureIsPassedOverAndNothingOpens)
+TEST_F(PlannedRestart, IsPassedOverWhenItFailsAfterAnOpenFailure)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
     AddFile(u"b.ppt");
@@ -149,7 +149,7 @@ TEST_F(PlannedRestart, DoesNotDependOnSeconds)
     EXPECT_EQ(CreationsIn(3, 0), 1u);
 }
 
-TEST_F(UnplannedRestart, SendsNoQuitToTheDeadReferenceAndSetsNoSecurity)
+TEST_F(UnplannedRestart, SendsNoQuitAndSetsNoSecurity)
 {
     const String path = AddFile(u"a.ppt");
     powerPoint_.FailOpen(path, 462, u"gone");
@@ -164,7 +164,7 @@ TEST_F(UnplannedRestart, SendsNoQuitToTheDeadReferenceAndSetsNoSecurity)
                                      "AttachToRunning", "Application.DisplayAlerts = 0", "Application.Quit"));
 }
 
-TEST_F(UnplannedRestart, ThatFailsIsPassedOverAndTheFileDoesNotOpen)
+TEST_F(UnplannedRestart, IsPassedOverWhenItFails)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), 462, u"gone");
     powerPoint_.script.FailOnce("CreateApplication", 429, u"none", 2);

@@ -25,13 +25,13 @@ const std::string noServer = "ActiveX component can't create object";
 using GeneralHandler = RunTest;
 /// From the open of a file on, until it is processed.
 using CapturedMode = RunTest;
-/// Behind a processed file.
+/// After a processed file: a failure leaves the run at once.
 using NoHandler = RunTest;
 using OpenFailure = RunTest;
 using SetUpFailure = RunTest;
 using PassedOverFailures = RunTest;
 
-TEST_F(OpenFailure, OfAServerThatHasGoneOpensTheSameFileAgainAsOftenAsItTakes)
+TEST_F(OpenFailure, OpensTheFileAgainUntilPowerPointStays)
 {
     const String path = AddFile(u"a.ppt");
     powerPoint_.FailOpen(path, 462, u"The remote server machine does not exist or is unavailable");
@@ -46,7 +46,7 @@ TEST_F(OpenFailure, OfAServerThatHasGoneOpensTheSameFileAgainAsOftenAsItTakes)
     EXPECT_THAT(passedOver_, IsEmpty());
 }
 
-TEST_F(OpenFailure, WithTheNumbersOfAPasswordIsReportedAsOne)
+TEST_F(OpenFailure, WithAPasswordsNumberIsReportedAsOne)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), 1004, u"refused");
     powerPoint_.FailOpen(AddFile(u"b.ppt"), FailureNumber::Unspecified, u"refused");
@@ -61,7 +61,7 @@ TEST_F(OpenFailure, WithTheNumbersOfAPasswordIsReportedAsOne)
     EXPECT_THAT(passedOver_, ElementsAre("a.ppt 1004", "b.ppt -2147467259"));
 }
 
-TEST_F(OpenFailure, OfAnyOtherNumberGivesNothingForTheFirstFile)
+TEST_F(OpenFailure, OfTheFirstFileGivesNoResult)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), FailureNumber::BadFormat, u"not a presentation");
 
@@ -73,7 +73,7 @@ TEST_F(OpenFailure, OfAnyOtherNumberGivesNothingForTheFirstFile)
     EXPECT_EQ(powerPoint_.Running(), 0);
 }
 
-TEST_F(OpenFailure, OfAnyOtherNumberGivesThePreviousResultOnceMoreForALaterFile)
+TEST_F(OpenFailure, OfALaterFileRepeatsThePreviousResult)
 {
     AddFile(u"a.ppt");
     powerPoint_.FailOpen(AddFile(u"b.ppt"), 1234, u"damaged");
@@ -86,7 +86,7 @@ TEST_F(OpenFailure, OfAnyOtherNumberGivesThePreviousResultOnceMoreForALaterFile)
     EXPECT_THAT(passedOver_, ElementsAre("b.ppt 1234"));
 }
 
-TEST_F(OpenFailure, BehindASkippedFileRepeatsThatOnesReport)
+TEST_F(OpenFailure, RepeatsTheReportOfASkippedFile)
 {
     SetMode(AddFile(u"a.ppt"), 0444);
     powerPoint_.FailOpen(AddFile(u"b.ppt"), 1234, u"damaged");
@@ -97,7 +97,7 @@ TEST_F(OpenFailure, BehindASkippedFileRepeatsThatOnesReport)
                                      "after a.ppt 0 Read Only File."));
 }
 
-TEST_F(SetUpFailure, OfAMissingPowerPointIsLoggedTwiceReportedOnceAndLeavesTheRunAtItsEnd)
+TEST_F(SetUpFailure, WithoutPowerPointIsReportedOnceAndEndsTheRun)
 {
     AddFile(u"a.ppt");
     powerPoint_.script.Fail("CreateApplication", 429, FromUtf8(noServer));
@@ -110,7 +110,7 @@ TEST_F(SetUpFailure, OfAMissingPowerPointIsLoggedTwiceReportedOnceAndLeavesTheRu
     EXPECT_THAT(messages_.Pointers(), ElementsAre(MousePointer::Hourglass));
 }
 
-TEST_F(SetUpFailure, OfAProjectWithoutAProviderIsTheSame)
+TEST_F(SetUpFailure, WithoutAProviderEndsTheRun)
 {
     const ProjectOwner project;
 
@@ -119,7 +119,7 @@ TEST_F(SetUpFailure, OfAProjectWithoutAProviderIsTheSame)
     EXPECT_THAT(log_.Lines(), ElementsAre("Error 429 (" + noServer + inSearch, noServer));
 }
 
-TEST_F(SetUpFailure, ThroughAReplacementIsLoggedByItAndLeavesTheFlagOff)
+TEST_F(SetUpFailure, OfAReplacementLeavesTheFindFlagOff)
 {
     const ProjectOwner project;
 
@@ -131,7 +131,7 @@ TEST_F(SetUpFailure, ThroughAReplacementIsLoggedByItAndLeavesTheFlagOff)
     EXPECT_FALSE(project->options->IsFindOnly);
 }
 
-TEST_F(SetUpFailure, OfAServerThatHasGoneRestartsItAndOpensAnEmptyPath)
+TEST_F(SetUpFailure, OfALostPowerPointOpensAnEmptyPath)
 {
     AddFile(u"a.ppt");
     powerPoint_.script.FailOnce("Application.DisplayAlerts =", 462, u"gone");
@@ -148,7 +148,7 @@ TEST_F(SetUpFailure, OfAServerThatHasGoneRestartsItAndOpensAnEmptyPath)
     EXPECT_EQ(powerPoint_.Running(), 0);
 }
 
-TEST_F(SetUpFailure, WithANumberOfAPasswordIsReportedAsOneForNoFile)
+TEST_F(SetUpFailure, WithAPasswordsNumberNamesNoFile)
 {
     powerPoint_.script.FailOnce("Application.AutomationSecurity =", 1004, u"refused");
 
@@ -158,7 +158,7 @@ TEST_F(SetUpFailure, WithANumberOfAPasswordIsReportedAsOneForNoFile)
     EXPECT_THAT(log_.Lines(), ElementsAre("Error 1004 (refused" + inSearch));
 }
 
-TEST_F(SetUpFailure, BehindTheLoopComesBackToReportNothingAndEndsAgain)
+TEST_F(SetUpFailure, AfterTheLoopReportsNothingAndEndsAgain)
 {
     powerPoint_.script.FailOnce("Application.Quit", 1234, u"busy");
 
@@ -195,7 +195,7 @@ TEST_F(GeneralHandler, ServesOnce)
     EXPECT_THAT(passedOver_, ElementsAre("a.ppt 53"));
 }
 
-TEST_F(GeneralHandler, StillServesBehindSkippedReadOnlyFiles)
+TEST_F(GeneralHandler, ServesAfterSkippedReadOnlyFiles)
 {
     SetMode(AddFile(u"a.ppt"), 0444);
     AddMissingFile(u"b.ppt");
@@ -207,7 +207,7 @@ TEST_F(GeneralHandler, StillServesBehindSkippedReadOnlyFiles)
                                      "after a.ppt 0 Read Only File.", "before c.ppt", "after c.ppt 2"));
 }
 
-TEST_F(GeneralHandler, PassesOverAFirstFileWhoseBackupCannotBeWritten)
+TEST_F(GeneralHandler, SkipsAFirstFileThatCannotBeBackedUp)
 {
     AddFile(u"a.ppt/a.ppt");
     AddFile(u"b.ppt");
@@ -220,7 +220,7 @@ TEST_F(GeneralHandler, PassesOverAFirstFileWhoseBackupCannotBeWritten)
     EXPECT_EQ(CallsOf("Presentations.Open a.ppt/a.ppt"), 0u);
 }
 
-TEST_F(GeneralHandler, OpensTheFirstFileBehindAnEventThatMetAServerThatHasGone)
+TEST_F(GeneralHandler, OpensTheFirstFileAfterALossOfPowerPoint)
 {
     AddFile(u"a.ppt");
     project_->BeforFileProcess += [](const String&) { throw Failure(462, u"gone"); };
@@ -247,7 +247,7 @@ TEST_F(CapturedMode, GoesOnWithThePreviousResultWhenProcessingFails)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(CapturedMode, LeavesTheRunBehindAFirstFileWhoseProcessingFails)
+TEST_F(CapturedMode, EndsTheRunWhenTheFirstFileFails)
 {
     AddFile(u"a.ppt");
     AddFile(u"b.ppt");
@@ -260,7 +260,7 @@ TEST_F(CapturedMode, LeavesTheRunBehindAFirstFileWhoseProcessingFails)
     EXPECT_EQ(powerPoint_.Running(), 1);
 }
 
-TEST_F(CapturedMode, BehindAnOpenFailurePassesOverABackupThatCannotBeWritten)
+TEST_F(CapturedMode, PassesOverAMissingBackupAfterAnOpenFailure)
 {
     powerPoint_.FailOpen(AddFile(u"x.ppt"), 1234, u"damaged");
     AddFile(u"a.ppt/a.ppt");
@@ -273,7 +273,7 @@ TEST_F(CapturedMode, BehindAnOpenFailurePassesOverABackupThatCannotBeWritten)
     EXPECT_THAT(passedOver_, ElementsAre("x.ppt 1234"));
 }
 
-TEST_F(CapturedMode, BehindAnOpenFailurePassesOverAFileThatHasVanished)
+TEST_F(CapturedMode, PassesOverAVanishedFileAfterAnOpenFailure)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
     AddMissingFile(u"b.ppt");
@@ -287,7 +287,7 @@ TEST_F(CapturedMode, BehindAnOpenFailurePassesOverAFileThatHasVanished)
     EXPECT_THAT(log_.Lines(), ElementsAre("damaged", "File not found"));
 }
 
-TEST_F(CapturedMode, BehindAnOpenFailurePassesOverReceiversThatFail)
+TEST_F(CapturedMode, PassesOverFailingReceiversAfterAnOpenFailure)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
     AddFile(u"b.ppt");
@@ -305,7 +305,7 @@ TEST_F(CapturedMode, BehindAnOpenFailurePassesOverReceiversThatFail)
     EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing", "before b.ppt", "after b.ppt 2"));
 }
 
-TEST_F(CapturedMode, BehindALastOpenFailurePassesOverAPowerPointThatWillNotQuit)
+TEST_F(CapturedMode, PassesOverAFailedQuitAfterALastOpenFailure)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
     powerPoint_.script.FailOnce("Application.Quit", 462, u"gone");
@@ -316,7 +316,7 @@ TEST_F(CapturedMode, BehindALastOpenFailurePassesOverAPowerPointThatWillNotQuit)
     EXPECT_EQ(messages_.Pointers().back(), MousePointer::Default);
 }
 
-TEST_F(CapturedMode, OfOneFileEndsWithTheNextOneThatIsProcessed)
+TEST_F(CapturedMode, EndsAfterTheNextProcessedFile)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), 1234, u"damaged");
     AddFile(u"b.ppt");
@@ -325,7 +325,7 @@ TEST_F(CapturedMode, OfOneFileEndsWithTheNextOneThatIsProcessed)
     EXPECT_EQ(SearchFails(), 53);
 }
 
-TEST_F(NoHandler, LeavesTheRunAtAFileThatHasVanishedBehindAProcessedOne)
+TEST_F(NoHandler, EndsTheRunAtAVanishedFile)
 {
     AddFile(u"a.ppt");
     AddMissingFile(u"b.ppt");
@@ -340,7 +340,7 @@ TEST_F(NoHandler, LeavesTheRunAtAFileThatHasVanishedBehindAProcessedOne)
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(NoHandler, LeavesAReplacementWithALogLineAndTheFlagOffSoThatASearchSaves)
+TEST_F(NoHandler, OfAReplacementMakesTheNextSearchSave)
 {
     AddFile(u"a.ppt");
     AddMissingFile(u"b.ppt");
@@ -358,7 +358,7 @@ TEST_F(NoHandler, LeavesAReplacementWithALogLineAndTheFlagOffSoThatASearchSaves)
     EXPECT_EQ(CallsOf("Presentation.Save c.ppt"), 1u);
 }
 
-TEST_F(NoHandler, LeavesTheRunAtABackupThatCannotBeWritten)
+TEST_F(NoHandler, EndsTheRunAtABackupThatCannotBeWritten)
 {
     AddFile(u"b.ppt");
     AddFile(u"a.ppt/a.ppt");
@@ -367,7 +367,7 @@ TEST_F(NoHandler, LeavesTheRunAtABackupThatCannotBeWritten)
     EXPECT_EQ(SearchFails(), 76);
 }
 
-TEST_F(NoHandler, LeavesTheRunAtAReceiverThatFails)
+TEST_F(NoHandler, EndsTheRunAtAFailingReceiver)
 {
     AddFile(u"a.ppt");
     project_->AfterFileProcess += [](const auto&) { throw Failure(5, u"report"); };
@@ -375,7 +375,7 @@ TEST_F(NoHandler, LeavesTheRunAtAReceiverThatFails)
     EXPECT_EQ(SearchFails(), 5);
 }
 
-TEST_F(NoHandler, LeavesTheRunWhenTheProcessedFileHasVanished)
+TEST_F(NoHandler, EndsTheRunWhenTheProcessedFileHasVanished)
 {
     const String path = AddFile(u"a.ppt");
     powerPoint_.script.On("Presentation.Close", [path] { DeleteFile(path); });
@@ -384,7 +384,7 @@ TEST_F(NoHandler, LeavesTheRunWhenTheProcessedFileHasVanished)
     EXPECT_THAT(events_, ElementsAre("before a.ppt"));
 }
 
-TEST_F(NoHandler, LeavesTheRunAtAPowerPointThatWillNotQuit)
+TEST_F(NoHandler, EndsTheRunWhenQuitFails)
 {
     AddFile(u"a.ppt");
     powerPoint_.script.FailOnce("Application.Quit", 462, u"gone");

@@ -46,7 +46,7 @@ TEST_F(FindRun, OpensAndClosesAFileAndSavesNothing)
     EXPECT_THAT(passedOver_, IsEmpty());
 }
 
-TEST_F(FindRun, TakesTheFilesInTheirOrderAndAFileTwiceThatStandsTwice)
+TEST_F(FindRun, TakesTheFilesInTheOrderOfTheList)
 {
     AddFile(u"b.ppt");
     AddFile(u"a.ppt", u"a dog");
@@ -115,7 +115,7 @@ TEST_F(FindRun, StopsAtTheFirstOccurrenceWithoutTheCountOption)
     EXPECT_EQ(results_[0]->Item(1)->Slides_Replaced(), 1);
 }
 
-TEST_F(FindRun, WithoutFilesStartsAndShutsPowerPointAndRaisesNoEvent)
+TEST_F(FindRun, WithoutFilesOnlyStartsAndQuitsPowerPoint)
 {
     project_->Search();
 
@@ -133,7 +133,7 @@ TEST_F(FindRun, LeavesTheFileSetStanding)
     EXPECT_THAT(project_->FilesToProcess, SizeIs(2));
 }
 
-TEST_F(FindRun, TakesAListHandedToItAndPointsItsItemsAtTheProject)
+TEST_F(FindRun, PointsTheItemsOfAGivenListAtTheProject)
 {
     AddFile(u"a.ppt", u"a cat and a dog");
     AddPair(u"cat", u"");
@@ -167,7 +167,7 @@ TEST_F(ReplaceRun, SavesEveryFileAndFindsOnlyAfterwards)
     EXPECT_TRUE(project_->options->IsFindOnly);
 }
 
-TEST_F(ReplaceRun, KeepsTheOrderOfItemsWhateverTheLongestFirstOptionSays)
+TEST_F(ReplaceRun, IgnoresTheLongestFirstOption)
 {
     AddPair(u"cat", u"dog");
     AddPair(u"category", u"kind");
@@ -199,7 +199,7 @@ TEST_F(ReplaceRun, UpdatesTheRevisionOfEveryFile)
     EXPECT_EQ(powerpoint::TextOf(deck.content->customProperties[0].value), u"1.6");
 }
 
-TEST_F(CancelledRun, IsSeenBetweenFilesOnly)
+TEST_F(CancelledRun, EndsBeforeTheNextFile)
 {
     AddFiles(5);
     project_->BeforFileProcess += [this](const String& path) {
@@ -230,7 +230,7 @@ TEST_F(CancelledRun, LeavesTheFileAlreadyAnnouncedUntouched)
     EXPECT_FALSE(project_->IsProcessCancel);
 }
 
-TEST_F(CancelledRun, EndsByItsBoundWhenTheLastFileIsInProgress)
+TEST_F(CancelledRun, IsForgottenDuringTheLastFile)
 {
     AddFiles(2);
     project_->BeforFileProcess += [this](const String& path) { project_->IsProcessCancel |= path.empty(); };
@@ -242,7 +242,7 @@ TEST_F(CancelledRun, EndsByItsBoundWhenTheLastFileIsInProgress)
     EXPECT_FALSE(project_->IsProcessCancel);
 }
 
-TEST_F(CancelledRun, MayBeAskedForWhilePendingEventsAreDelivered)
+TEST_F(CancelledRun, MayBeAskedForByAPendingEvent)
 {
     AddFiles(3);
     const PendingEventsPort before =
@@ -254,7 +254,7 @@ TEST_F(CancelledRun, MayBeAskedForWhilePendingEventsAreDelivered)
     EXPECT_THAT(events_, ElementsAre("before 1.ppt", "after 1.ppt 2", "before 2.ppt", "cancel"));
 }
 
-TEST_F(FindRun, SleepsAtEachStepOfASearchOnlyToSpareTheProcessor)
+TEST_F(FindRun, SleepsAtEachStepToSpareTheProcessor)
 {
     AddFile(u"a.ppt");
     AddPair(u"cat", u"");
@@ -273,7 +273,7 @@ TEST_F(FindRun, SleepsAtEachStepOfASearchOnlyToSpareTheProcessor)
     EXPECT_EQ(with, 3u) << "after the hit, the shape and the file";
 }
 
-TEST_F(FindRun, OfAnEmptyListLooksForNothingAtAll)
+TEST_F(FindRun, OfAnEmptyListLooksForNothing)
 {
     AddFile(u"a.ppt");
     AddPair(u"cat", u"");
@@ -309,7 +309,7 @@ TEST_F(LongRun, SleepsAfterEachFileToSpareTheProcessor)
     EXPECT_EQ(deliveries.AfterASleep(), 3u);
 }
 
-TEST_F(LongRun, OfMoreFilesThan16BitsCountFailsBeforeTheFirst)
+TEST_F(LongRun, OfMoreThan32767FilesFailsBeforeTheFirst)
 {
     project_->FilesToProcess.assign(32768, AddFile(u"a.ppt"));
 
@@ -323,7 +323,7 @@ TEST_F(LongRun, OfMoreFilesThan16BitsCountFailsBeforeTheFirst)
     EXPECT_EQ(powerPoint_.Running(), 0);
 }
 
-TEST_F(LongRun, OfAsManyFilesAs16BitsCountRuns)
+TEST_F(LongRun, Of32767FilesRuns)
 {
     project_->FilesToProcess.assign(32767, AddFile(u"a.ppt"));
     project_->AfterFileProcess += [this](const auto&) { project_->IsProcessCancel = true; };

@@ -15,22 +15,24 @@
 namespace tessarine
 {
 
-/// A project over real files in a folder of its own, with a stand-in for PowerPoint behind it. What it shows names
-/// files without the folder.
+/// A project over real files in a folder of its own, which a stand-in for PowerPoint opens. Calls, events and log lines
+/// name files without the folder.
 class RunTest : public testing::Test
 {
 protected:
     RunTest();
 
-    /// Writes a file, puts a presentation with a text behind it, and adds it to the files to process.
+    /// Writes a file that PowerPoint opens as one slide with this text, and adds it to the files to process. Gives the
+    /// full path.
     String AddFile(StringView name, const String& text = u"a cat");
 
-    /// Adds a file that stands in the list, but neither on disk nor behind PowerPoint.
+    /// Adds a path to the files to process that neither the disk nor PowerPoint knows. Gives the full path.
     String AddMissingFile(StringView name);
 
+    /// Adds a pair that is looked for on slides.
     void AddPair(const String& findWhat, const String& replaceWith);
 
-    /// The run raises a failure of this number; 0 for none.
+    /// Runs a search and gives the number of the failure that it raises, 0 when it raises none.
     std::int32_t SearchFails();
 
     /// What was called, and how often one call was made.
@@ -43,6 +45,7 @@ protected:
     /// The log without the folder's path.
     std::vector<std::string> Log() const;
 
+    /// A text without the folder's path wherever it stands.
     std::string Short(std::string text) const;
 
     const TemporaryFolder folder_;
@@ -51,10 +54,12 @@ protected:
     FakePowerPoint powerPoint_;
     const ProjectOwner project_;
 
-    /// "before a.ppt", "after a.ppt 2" (with the status and the error, if any), "after nothing", "cancel".
+    /// What the project raised, in order: "before a.ppt"; "after a.ppt 2" with the status and the error, if any;
+    /// "after nothing" for a null result; "cancel".
     std::vector<std::string> events_;
     /// "a.ppt 1234" for each failure that was passed over.
     std::vector<std::string> passedOver_;
+    /// What AfterFileProcess was raised with; the same object may stand here twice.
     std::vector<std::shared_ptr<CounterStatuses>> results_;
 
 private:

@@ -50,7 +50,7 @@ std::string CompoundFile(const std::vector<std::pair<std::string, std::string>>&
             throw std::runtime_error("can't write stream " + name);
         Close(stream);
     }
-    // Deeper storages sort behind their parents and close first.
+    // Deeper storages sort after their parents and close first.
     for (auto storage = storages.rbegin(); storage != storages.rend(); ++storage)
         Close(storage->second);
     gsf_output_close(GSF_OUTPUT(root.get()));

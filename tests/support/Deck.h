@@ -30,7 +30,7 @@ enum class DeckKind { Pptx, Pptm, Potx, Potm, Ppsx, Ppsm, Ppam };
 class Deck
 {
 public:
-    /// A slide behind the others, of shapes, NotesPage, HiddenSlide, OnLayout, NamedSlide, Related; or a SlideContent.
+    /// Appends a slide, made of shapes, NotesPage, HiddenSlide, OnLayout, NamedSlide, Related; or a SlideContent.
     template <class... Parts>
     Deck& Slide(Parts&&... parts)
     {
@@ -58,30 +58,31 @@ public:
     Deck& Custom(String name, const std::string& kind, StringView value, const String& linkTarget = {});
     Deck& CustomXml(String name, std::string valueXml);
 
-    Deck& Kind(DeckKind kind);
-    Deck& Macros();          ///< A vbaProject part; the kind stays as it is.
-    Deck& ModifyVerifier();  ///< A password for changing.
-    Deck& ReadOnlyRecommended();
-    Deck& MarkAsFinal();
-    Deck& Signed();  ///< Signature origin and one signature, not valid.
+    Deck& Kind(DeckKind kind);    ///< The default is Pptx.
+    Deck& Macros();               ///< A vbaProject part; the kind stays as it is.
+    Deck& ModifyVerifier();       ///< A password for changing.
+    Deck& ReadOnlyRecommended();  ///< What PowerPoint asks about when it opens the file.
+    Deck& MarkAsFinal();          ///< The custom property _MarkAsFinal.
+    Deck& Signed();               ///< Signature origin and one signature, not valid.
     Deck& Media(const std::string& name, std::size_t size, unsigned seed);  ///< Stored, related from the main part.
-    Deck& MainPart(std::string name);  ///< In the folder "ppt", "ppt/presentation2.xml".
-    Deck& Strict();
+    Deck& MainPart(std::string name);                             ///< In the folder "ppt", "ppt/presentation2.xml".
+    Deck& Strict();                                               ///< All parts in the Strict form, see ToStrict.
     Deck& Prefixes(std::map<std::string, std::string> prefixes);  ///< {{"p", "ns0"}, {"a", ""}}
     Deck& SlideOrder(std::vector<int> numbers);                   ///< Order of the list of slides, by part number.
 
     /// Raw doors. Names are those of the finished package; a door to an entry that isn't there raises
     /// std::invalid_argument when the package is made.
     Deck& Entry(const std::string& name, std::string bytes);  ///< Replaces an entry or adds one at the end.
-    Deck& Without(const std::string& name);
+    Deck& Without(const std::string& name);                   ///< Leaves an entry out.
     Deck& Edit(const std::string& name, std::string from, std::string to);  ///< Every `from`; none is an error.
-    Deck& Utf16(const std::string& name);
-    Deck& Bom(const std::string& name);
-    Deck& Store(const std::string& name);
+    Deck& Utf16(const std::string& name);                                   ///< The part in UTF-16, see ToUtf16Part.
+    Deck& Bom(const std::string& name);                                ///< The part with a byte order mark in front.
+    Deck& Store(const std::string& name);                              ///< Not deflated.
     Deck& Rename(const std::string& name, std::string newName);        ///< Of the zip entry alone.
     Deck& DuplicateEntry(const std::string& name, std::string bytes);  ///< A second entry of that name, at the end.
     Deck& MoveToFront(const std::string& name);
-    Deck& Modified(const std::string& name, DosDateTime modified);
+    Deck& Modified(const std::string& name,
+                   DosDateTime modified);  ///< Date and time of one entry; ModifiedAll of each.
     Deck& ModifiedAll(DosDateTime modified);
     Deck& ExternalAttributes(const std::string& name, std::uint32_t attributes);
     Deck& Extra(const std::string& name, std::string fields);  ///< See ExtraField.
@@ -90,10 +91,10 @@ public:
     Deck& DataDescriptor(const std::string& name);  ///< On one.
     Deck& Zip64();                                  ///< On every entry, and the zip64 end records.
     Deck& Backslashes();                            ///< In all names of the zip directory.
-    Deck& Prefix(std::string junk);
-    Deck& Comment(std::string text);
+    Deck& Prefix(std::string junk);                 ///< Bytes in front of the whole package.
+    Deck& Comment(std::string text);                ///< Of the whole package.
 
-    std::string Bytes() const;
+    std::string Bytes() const;  ///< The finished package.
     void WriteTo(const std::filesystem::path& path) const;
 
     /// The content of an entry as it goes into the package, unpacked; std::invalid_argument when there is none.

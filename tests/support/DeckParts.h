@@ -23,7 +23,7 @@ public:
     {
     }
 
-    NotesPage& Add(Shape shape);
+    NotesPage& Add(Shape shape);  ///< After the shapes so far, in front of them on the page.
 
     /// Writes the notes part; `slide` gets the relationship to it.
     void Write(PartWriter& slide, const std::string& notesMaster) const;
@@ -32,13 +32,17 @@ private:
     std::vector<Shape> shapes_;
 };
 
-/// Marks among the things a slide is made of.
+/// Among the things a slide is made of: the slide is left out of a show.
 struct HiddenSlide {
 };
+
+/// Which layout the slide is on, both counted from 1; without it the first of the first master.
 struct OnLayout {
     int master = 1;
     int layout = 1;
 };
+
+/// The name of the slide (p:cSld name).
 struct NamedSlide {
     String name;
 };
@@ -51,6 +55,7 @@ struct Related {
     bool external = false;
 };
 
+/// All that one slide is made of. Its parts may come in any order, except that shapes lie in the order given.
 class SlideContent
 {
 public:
@@ -71,6 +76,8 @@ public:
     bool IsHidden() const { return hidden_; }
     bool HasNotes() const { return notes_.has_value(); }
     OnLayout LayoutOf() const { return layout_; }
+
+    /// Writes the slide part of that number, its notes page and its relationships.
     void Write(PackageParts& package, int number, const std::string& layoutPart, const std::string& notesMaster) const;
 
 private:
@@ -92,6 +99,7 @@ public:
     }
     Layout& Named(String name);
 
+    /// Writes the layout into its part; `master` is the name of the part of its master.
     void Write(PartWriter& part, const std::string& master) const;
 
 private:
@@ -112,10 +120,10 @@ public:
 
     SlideMaster& Add(Shape shape);
     SlideMaster& Add(Layout layout);
-    SlideMaster& Preserve();
-    SlideMaster& Background(std::string rgb);
+    SlideMaster& Preserve();                   ///< preserve="1": kept when no slide uses it.
+    SlideMaster& Background(std::string rgb);  ///< "C00000"
     SlideMaster& TextStyles(std::string raw);  ///< p:txStyles, raw.
-    SlideMaster& WithoutTheme();
+    SlideMaster& WithoutTheme();               ///< Damaged: every master needs a theme.
 
     int LayoutCount() const { return layouts_.empty() ? 1 : static_cast<int>(layouts_.size()); }
 
@@ -134,11 +142,14 @@ private:
 
 /// Which of the two masters without layouts.
 enum class PageMaster { Notes, Handout };
+
+/// Writes such a master and its theme. The part's name follows from the kind.
 void WritePageMaster(PackageParts& package, PageMaster kind, const std::vector<Shape>& shapes);
 
 /// A theme part with the given name, colours and fonts of Office.
 std::string ThemeXml(StringView name);
 
+/// The name of a layout's part by its number, which counts through all masters.
 std::string LayoutPart(int number);
 
 }  // namespace tessarine::test

@@ -26,6 +26,7 @@ public:
     /// custom.xml: the value's element as XML, for vectors and the like.
     void CustomXml(String name, std::string valueXml, String linkTarget = {});
 
+    /// Writes the parts that are needed; `root` gets the relationships to them.
     void Write(PackageParts& package, PartWriter& root) const;
 
 private:

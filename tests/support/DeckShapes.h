@@ -25,6 +25,7 @@ struct Rectangle {
 /// Place and size in hundredths of an inch; a slide has 1333 by 750 of them.
 Rectangle At(int x, int y, int width, int height);
 
+/// One shape of a slide, notes page, layout or master.
 class Shape
 {
 public:
@@ -35,9 +36,9 @@ public:
 
     Shape& Named(String name);
     Shape& Described(String alternativeText);
-    Shape& Hidden();
+    Shape& Hidden();  ///< hidden="1"; its text is there all the same.
     Shape& Place(Rectangle place);
-    Shape& Click(Hyperlink link);
+    Shape& Click(Hyperlink link);  ///< A link of the whole shape, not of its text.
     Shape& Hover(Hyperlink link);
 
     /// Puts the shape into a placeholder: p:ph with a type ("" for none) and an index (-1 for none).
@@ -189,7 +190,7 @@ enum class OleForm { Bare, Alternate };
 Shape EmbeddedOle(OleForm form = OleForm::Alternate);
 Shape LinkedOle(String target,
                 OleForm form = OleForm::Alternate);  ///< `target` as in the relationship, "file:///C:\\a.xlsx!A1".
-Shape OleControl();                                  ///< A frame and the p:control behind the shape tree that names it.
+Shape OleControl();                                  ///< A frame, and after the shape tree the p:control that names it.
 
 /// Members keep their order; groups nest.
 Shape GroupOf(std::vector<Shape> members);
@@ -202,6 +203,7 @@ Shape Group(Members... members)
 /// mc:AlternateContent with the first shape in a Choice that requires `prefix`, and the second as Fallback.
 Shape Alternate(std::string prefix, std::string namespaceUri, Shape choice, Shape fallback);
 
+/// A shape whose whole XML is given, ids included.
 Shape RawShape(std::string xml);
 
 }  // namespace tessarine::test

@@ -55,7 +55,7 @@ public:
     TextRun& Color(std::string rgb);     ///< "C00000"
     TextRun& Language(std::string tag);  ///< "de-DE"
     TextRun& Misspelled();               ///< err="1"
-    TextRun& Dirty(bool value);
+    TextRun& Dirty(bool value);          ///< dirty="1" or "0"; the attribute is left out unless this is called.
     TextRun& Click(Hyperlink link);
     TextRun& Hover(Hyperlink link);
     TextRun& AsCData();                    ///< The text in a CDATA section.
@@ -64,9 +64,10 @@ public:
 
     bool operator==(const TextRun& other) const;
 
+    /// The run properties as an element of that name ("a:rPr", "a:endParaRPr"); "" when there are none.
     std::string PropertiesXml(const std::string& element, PartWriter& part) const;
-    std::string ContentXml() const;  ///< The a:t element.
-    std::string Xml(PartWriter& part) const;
+    std::string ContentXml() const;           ///< The a:t element.
+    std::string Xml(PartWriter& part) const;  ///< The whole a:r.
 
     String text;
     std::optional<bool> bold;
@@ -116,6 +117,7 @@ struct Raw {
     std::string xml;
 };
 
+/// A paragraph. Without a part it is empty, which is a paragraph all the same.
 class Paragraph
 {
 public:
@@ -128,9 +130,9 @@ public:
         (Add(std::forward<Parts>(parts)), ...);
     }
 
-    Paragraph& Level(int level);        ///< From 0.
-    Paragraph& Align(std::string how);  ///< "ctr", "r", "l".
-    Paragraph& RightToLeft();
+    Paragraph& Level(int level);             ///< From 0.
+    Paragraph& Align(std::string how);       ///< "ctr", "r", "l".
+    Paragraph& RightToLeft();                ///< rtl="1"
     Paragraph& Properties(std::string raw);  ///< The whole a:pPr, raw.
     Paragraph& EndProperties(TextRun run);   ///< a:endParaRPr; the run's text is not used.
 

@@ -20,7 +20,7 @@ public:
     /// The log as it stands, byte for byte; empty when nothing was logged.
     std::string Bytes() const;
 
-    /// The messages of the lines so far, without the "- ", the date and the time behind them.
+    /// The messages of the lines so far, without the "- ", the date and the time that follow them.
     std::vector<std::string> Lines() const;
 
 private:

@@ -20,11 +20,12 @@ struct FailingPowerPoint::State {
         bool hasGone = false;
     };
 
-    std::shared_ptr<powerpoint::Provider> behind;
+    std::shared_ptr<powerpoint::Provider> behind;  // the one that works
     FakeScript script;
     std::set<std::pair<std::string, int>> deaths;  // the member and the number of its call
     std::vector<std::shared_ptr<Process>> processes;
 
+    /// Starts a working PowerPoint and keeps it among the processes.
     std::shared_ptr<Process> Start();
 };
 
@@ -36,10 +37,14 @@ public:
     FailingLine(std::shared_ptr<FailingPowerPoint::State> state,
                 std::shared_ptr<FailingPowerPoint::State::Process> process);
 
+    /// Counts a read of a member, or a method or write, which is written down with its argument too (FakeScript).
+    /// Raises the scripted failure, or RemoteCallFailed and ServerGone when the process ends now or has gone.
     void Read(const std::string& member) const;
     void Act(const std::string& member, const String& argument = {}) const;
 
     powerpoint::Application& Behind() const { return *process_->behind; }
+
+    /// The process has gone from now on: every further call fails.
     void End() const { process_->hasGone = true; }
 
 private:

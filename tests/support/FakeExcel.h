@@ -22,8 +22,8 @@ struct FakeSheet {
     excel::Value At(std::int32_t row, std::int32_t column) const;
 };
 
-/// A stand-in for Excel, which is the process's while it lives: workbooks are sheets behind paths, every member of the
-/// surface can be made to fail or to give null, and what was done is written down in order, see FakeScript:
+/// A stand-in for Excel, which is the process's while it lives: each path opens as a sheet of the test's, every member
+/// of the surface can be made to fail or to give null, and what was done is written down in order, see FakeScript:
 /// "CreateApplication", "Workbooks.Open a.xls", "Range.Value 2,1 = text", "Workbook.Close 2", "Application.Quit".
 class FakeExcel
 {
@@ -35,10 +35,10 @@ public:
 
     FakeScript script;
 
-    /// Puts a workbook's first sheet behind a path. A path without one fails to open with 1004.
+    /// Lets a path open as a workbook with this first sheet. Any other path fails to open with 1004.
     void Put(const String& path, const FakeSheet& sheet);
 
-    /// What SaveAs put behind a path; an empty sheet when nothing did.
+    /// The sheet that SaveAs stored under a path; an empty one when nothing was stored.
     FakeSheet Saved(const String& path) const;
 
     /// A member that hands out an object gives null from now on: "Workbooks.Open".

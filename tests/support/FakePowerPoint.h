@@ -37,7 +37,7 @@ FakeShape TextBox(String text);
 FakeShape ShapeOfType(std::int32_t type, String text);
 FakeShape LinkedObject(String sourceFullName);
 
-/// A header or footer text; nothing when the object shows none, which raises -2147188160 on reading and writing.
+/// A header or footer text; nothing when the object shows none, which raises InvalidRequest on reading and writing.
 using FakeHeaderFooter = std::optional<String>;
 
 struct FakeMaster {
@@ -102,7 +102,7 @@ public:
 
     FakeScript script;
 
-    /// Puts a file behind a path. A path without a file fails to open with -2147024894.
+    /// Lets a path open as this deck. Any other path fails to open with SystemFileNotFound.
     void Put(const String& path, const FakeDeck& deck);
 
     /// Lets Open of a path fail, `times` times; then it opens as before. Failures queue up.

@@ -53,7 +53,7 @@ private:
         return std::make_shared<FakeTextRange>(script_, text_, first, length);
     }
 
-    /// Index of the first hit at or behind the character following position `After` of the text.
+    /// Index of the first hit at or after the character following position `After` of the text.
     std::size_t Position(const String& findWhat, std::int32_t after, powerpoint::TriState matchCase,
                          powerpoint::TriState wholeWords) const
     {
@@ -61,9 +61,9 @@ private:
             return String::npos;
         const String haystack = matchCase != 0 ? *text_ : FoldCase(*text_);
         const String needle = matchCase != 0 ? findWhat : FoldCase(findWhat);
-        const std::size_t behind = first_ + length_;
+        const std::size_t end = first_ + length_;
         const std::size_t from = std::max(first_, static_cast<std::size_t>(std::max(after, 0)));
-        for (std::size_t at = haystack.find(needle, from); at != String::npos && at + needle.size() <= behind;
+        for (std::size_t at = haystack.find(needle, from); at != String::npos && at + needle.size() <= end;
              at = haystack.find(needle, at + 1)) {
             const bool free = !IsWordAt(at, -1) && !IsWordAt(at + needle.size(), 0);
             if (wholeWords == 0 || free)

@@ -36,6 +36,7 @@ public:
     bool MayHoldText(const String&) override { return !script_.DeniesText(); }
 
 private:
+    /// Looks at the vector anew at each step, as PowerPoint's own walks do.
     class Walk : public powerpoint::Enumerator<Surface>
     {
     public:
@@ -60,7 +61,7 @@ private:
     Make make_;
 };
 
-/// The collection over a vector that lives inside a shared `owner`.
+/// The collection over a vector that lives inside a shared `owner`, which it keeps alive.
 template <class Surface, class Value, class Owner, class Make>
 std::shared_ptr<powerpoint::Collection<Surface>> CollectionOf(std::string name, const FakeScript& script,
                                                               const std::shared_ptr<Owner>& owner,
@@ -70,10 +71,14 @@ std::shared_ptr<powerpoint::Collection<Surface>> CollectionOf(std::string name, 
         std::move(name), script, std::shared_ptr<std::vector<Value>>(owner, &values), std::move(make));
 }
 
-/// Shapes by their description, and a master with its shapes, header and footer.
+/// Shapes over their values, which stay the test's to read.
 std::shared_ptr<powerpoint::Shapes> FakeShapesOf(const FakeScript& script,
                                                  const std::shared_ptr<std::vector<FakeShape>>& shapes);
+
+/// A master over its value, shared with the test.
 std::shared_ptr<powerpoint::Master> FakeMasterOf(const FakeScript& script, const std::shared_ptr<FakeMaster>& master);
+
+/// Header and footer over their texts; one that holds none raises InvalidRequest.
 std::shared_ptr<powerpoint::HeadersFooters> FakeHeadersFootersOf(const FakeScript& script,
                                                                  const std::shared_ptr<FakeHeaderFooter>& header,
                                                                  const std::shared_ptr<FakeHeaderFooter>& footer);

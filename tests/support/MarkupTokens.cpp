@@ -12,7 +12,8 @@ namespace
 
 constexpr std::string_view Blanks = " \t\r\n";
 
-std::size_t Behind(std::string_view xml, std::string_view mark, std::size_t from)
+/// The offset after the next mark. Raises when there is none.
+std::size_t IndexAfter(std::string_view xml, std::string_view mark, std::size_t from)
 {
     const std::size_t at = xml.find(mark, from);
     if (at == std::string_view::npos)
@@ -26,7 +27,7 @@ std::size_t EndOfTag(std::string_view xml, std::size_t start)
         if (xml[at] == '>')
             return at + 1;
         if (xml[at] == '"' || xml[at] == '\'')
-            at = Behind(xml, xml.substr(at, 1), at + 1) - 1;
+            at = IndexAfter(xml, xml.substr(at, 1), at + 1) - 1;
     }
     throw std::runtime_error("tag without an end at " + std::to_string(start));
 }
@@ -38,7 +39,7 @@ std::string_view NameOf(std::string_view tag)
     return name.substr(name.find(':') + 1);
 }
 
-/// One code point of character data at `at`; gives the offset behind it.
+/// One code point of character data at `at`; gives the offset after it.
 std::size_t ReadCodePoint(std::string_view xml, std::size_t at, bool inCData, String& units)
 {
     if (xml[at] != '&' || inCData) {
@@ -48,7 +49,7 @@ std::size_t ReadCodePoint(std::string_view xml, std::size_t at, bool inCData, St
         units = FromUtf8(xml.substr(at, size));
         return at + size;
     }
-    const std::size_t end = Behind(xml, ";", at);
+    const std::size_t end = IndexAfter(xml, ";", at);
     const std::string_view name = xml.substr(at + 1, end - at - 2);
     if (name.starts_with('#')) {
         const bool hexadecimal = name.size() > 1 && name[1] == 'x';
@@ -109,7 +110,7 @@ void ForEachAttribute(std::string_view tag, const Visitor& visit)
         if (equals == std::string_view::npos)
             return;
         const std::size_t quote = tag.find_first_of("\"'", equals);
-        const std::size_t end = Behind(tag, tag.substr(quote, 1), quote + 1);
+        const std::size_t end = IndexAfter(tag, tag.substr(quote, 1), quote + 1);
         std::string_view name = tag.substr(nameStart, equals - nameStart);
         name = name.substr(0, name.find_last_not_of(Blanks) + 1);
         visit(name, at, end, tag.substr(quote + 1, end - quote - 2));
@@ -130,10 +131,10 @@ std::vector<Token> TokensOf(std::string_view xml)
             end = std::min(xml.find('<', at), xml.size());
         } else if (rest.starts_with("<![CDATA[")) {
             token.kind = Token::Kind::CData;
-            end = Behind(xml, "]]>", at);
+            end = IndexAfter(xml, "]]>", at);
         } else if (rest.starts_with("<!--") || rest.starts_with("<?") || rest.starts_with("<!")) {
             token.kind = Token::Kind::Other;
-            end = Behind(xml, rest.starts_with("<!--") ? "-->" : rest.starts_with("<?") ? "?>" : ">", at);
+            end = IndexAfter(xml, rest.starts_with("<!--") ? "-->" : rest.starts_with("<?") ? "?>" : ">", at);
         } else {
             end = EndOfTag(xml, at);
             token.kind = rest[1] == '/'        ? Token::Kind::End

@@ -20,7 +20,7 @@ struct Token {
 /// Raises std::runtime_error for markup without an end.
 std::vector<Token> TokensOf(std::string_view xml);
 
-/// The index behind the element that starts at `start`.
+/// The index after the element that starts at `start`.
 std::size_t EndOfElement(const std::vector<Token>& tokens, std::size_t start);
 
 /// A UTF-16 unit of character data and the bytes that stand for it. The units of a surrogate pair share their bytes.

@@ -24,7 +24,9 @@ public:
     /// The answer to the next question. A message with an OK button alone needs none.
     void Next(MessageAnswer answer) { answers_.push_back(answer); }
 
+    /// What was shown so far, in order, answered or not.
     const std::vector<Message>& Messages() const { return messages_; }
+    /// The shapes that the pointer was given, in order.
     const std::vector<MousePointer>& Pointers() const { return pointers_; }
 
 private:

@@ -16,7 +16,7 @@ std::string WithPrefixes(std::string_view xml, const std::map<std::string, std::
 /// UTF-8 to UTF-16, little-endian with a byte order mark; the declaration says UTF-16.
 std::string ToUtf16Part(std::string_view xml);
 
-/// The part behind a UTF-8 byte order mark.
+/// The part with a UTF-8 byte order mark in front.
 std::string WithByteOrderMark(std::string_view xml);
 
 /// `size` bytes that don't compress, the same for the same seed.

@@ -30,11 +30,12 @@ struct PackageEntry {
 
 struct PackageRelationship {
     std::string id;
-    std::string type;
-    String target;
+    std::string type;  ///< The whole URI.
+    String target;     ///< As written.
     bool external = false;
 };
 
+/// A package in memory, unpacked as a whole.
 class PackageReader
 {
 public:

@@ -49,6 +49,7 @@ public:
     /// Fills a reserved place or appends. An empty content type leaves the part to the default of its extension.
     void Put(const std::string& name, std::string bytes, const std::string& contentType = {});
 
+    /// The content type of all parts with an extension that have none of their own.
     void DefaultType(const std::string& extension, const std::string& contentType)
     {
         defaults_[extension] = contentType;
@@ -87,11 +88,11 @@ public:
     /// A relationship under an id of the caller's choice.
     void RelateAs(const std::string& id, std::string_view type, StringView target, bool external);
 
-    /// A p:control, which stands behind the shape tree of the part.
+    /// A p:control, which stands after the shape tree of the part.
     void AddControl(const std::string& xml) { controls_ += xml; }
     const std::string& Controls() const { return controls_; }
 
-    int NextShapeId() { return nextShapeId_++; }
+    int NextShapeId() { return nextShapeId_++; }  ///< From 2; 1 is the tree itself.
     PackageParts& Package() { return parts_; }
     const std::string& Name() const { return name_; }
 

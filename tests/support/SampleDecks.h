@@ -15,6 +15,7 @@ struct SampleDeck {
     Deck deck;
 };
 
+/// The same decks at each call.
 std::vector<SampleDeck> SampleDecks();
 
 /// Writes them, making folders as needed; files of the same names are overwritten. Raises std::runtime_error or

@@ -7,7 +7,8 @@
 namespace tessarine
 {
 
-/// Sets or removes an environment variable until the end of its scope.
+/// Sets an environment variable until the end of its scope, or removes it when no value is given; then it has its old
+/// value again, or none. For one thread alone, as the environment is the process's.
 class ScopedEnvironment
 {
 public:

@@ -28,7 +28,7 @@ std::string RecordBytes(const StoredRecord& record);
 /// A block around bytes that need not be records, with a length and a checksum that fit.
 std::string BlockAround(const std::string& records, std::uint32_t count, std::uint32_t version = 1);
 
-/// The bytes of a block but the last four with their checksum behind them.
+/// A block that is given without its checksum, with the checksum appended.
 std::string WithChecksum(const std::string& block);
 
 }  // namespace tessarine::test

@@ -9,7 +9,8 @@
 namespace tessarine
 {
 
-/// A new, empty folder that goes away with all it holds, whatever the modes of files and folders in it.
+/// A new, empty folder, of a name that no other process uses, that goes away with all it holds, whatever the modes of
+/// files and folders in it.
 class TemporaryFolder
 {
 public:
@@ -21,13 +22,13 @@ public:
     /// Full path, without a trailing separator.
     const String& Path() const { return path_; }
 
-    /// Full path of an entry, made or not.
+    /// Full path of a file or folder in it, be it there or not; `name` may hold separators.
     String PathOf(StringView name) const;
 
     /// Writes a file, with the folders on the way, and gives its full path.
     String Write(StringView name, const std::string& content = "content") const;
 
-    /// Makes a folder with all on the way and gives its full path.
+    /// Makes a folder, with those on the way, and gives its full path. One that is there already is left alone.
     String MakeFolder(StringView name) const;
 
 private:
@@ -37,7 +38,7 @@ private:
 /// Content of a file, "<missing>" when there is none.
 std::string ContentOf(StringView path);
 
-/// The mode bits of a file, and a way to set them.
+/// The mode bits of a file, and a way to set them. Both raise std::runtime_error for a file that is missing.
 mode_t ModeOf(StringView path);
 void SetMode(StringView path, mode_t mode);
 

@@ -50,7 +50,7 @@ private:
     struct Step {
         std::size_t at;
         std::size_t newAt;
-        std::size_t choice;  ///< The next to try: a replacement, or behind them the equal character.
+        std::size_t choice;  ///< The next to try: a replacement, or after all of them the equal character.
     };
 
     bool Advance(Step& step)

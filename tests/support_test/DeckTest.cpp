@@ -13,7 +13,7 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(Deck, IsAValidPackageOfAMasterALayoutAndAThemeByDefault)
+TEST(Deck, IsTheSmallestValidPackageByDefault)
 {
     const PackageReader package = Deck();
 

@@ -61,7 +61,7 @@ TEST(PackageCompare, AllowsRunsWithoutPropertiesToBeTakenTogether)
     EXPECT_THAT(Compare(before, after), IsEmpty());
 }
 
-TEST(PackageCompare, AllowsTheLastRunOfAParagraphToBecomeItsEnd)
+TEST(PackageCompare, AllowsALastRunToBecomeTheParagraphsEnd)
 {
     const auto before = DeckOf(Paragraph(TextRun(u"Fabrikam").Size(40)));
     const auto after = DeckOf(Paragraph().EndProperties(TextRun(u"").Size(40)));
@@ -163,7 +163,7 @@ TEST(PackageCompare, AllowsTargetsOfRelationships)
                 ElementsAre(Field(&Difference::entry, "ppt/slides/_rels/slide1.xml.rels")));
 }
 
-TEST(PackageCompare, AllowsANewRelationshipForOneOfTwoLinksThatShared)
+TEST(PackageCompare, AllowsLinksToStopSharingARelationship)
 {
     const auto linked = [](Hyperlink first, Hyperlink second) {
         return Deck().Slide(TextBox(Paragraph(TextRun(u"a").Click(std::move(first)))),

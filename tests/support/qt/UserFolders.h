@@ -9,7 +9,8 @@
 namespace tessarine
 {
 
-/// While it lives the user's configuration and data lie in two new folders.
+/// While it lives the user's configuration and data lie in two new folders, so that a test meets a fresh account and
+/// touches nothing of the person who runs it.
 class UserFolders
 {
 public:
