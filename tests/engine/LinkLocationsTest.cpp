@@ -76,6 +76,18 @@ TEST_F(LinksTest, LetGoOfSlideAndShape)
     EXPECT_EQ(engine.CurrentShape, nullptr);
 }
 
+TEST_F(LinksTest, LetGoOfAShapeThatAnEarlierWalkLeft)
+{
+    Open({.slides = {{.shapes = {LinkedObject(u"cat")}}}});
+    engine.CurrentShape = engine.xPresentation->Slides()->NewEnum()->Next()->Shapes()->NewEnum()->Next();
+    ASSERT_NE(engine.CurrentShape, nullptr);
+    Open({});
+
+    engine.olelinks();
+
+    EXPECT_EQ(engine.CurrentShape, nullptr);
+}
+
 TEST_F(LinksTest, AFailingUpdateIsRaised)
 {
     Open({.slides = {{.shapes = {LinkedObject(u"cat")}}}});

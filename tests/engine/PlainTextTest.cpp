@@ -135,6 +135,12 @@ TEST_F(ReplaceWordTest, WithALimitOfZeroStopsAtTheFirstPartOfAWord)
     EXPECT_EQ(count, untouched);
 }
 
+TEST_F(ReplaceWordTest, WithALimitOfZeroGoesOnAfterAReplacement)
+{
+    EXPECT_EQ(Word(u"a a a", u"a", u"b", 0, 1, 0), u"b b b");
+    EXPECT_EQ(count, 3);
+}
+
 TEST_F(ReplaceWordTest, IgnoresCaseOnlyInCompareModeOne)
 {
     EXPECT_EQ(Word(u"CAT cat", u"cat", u"dOg", 1), u"dOg dOg");

@@ -20,6 +20,7 @@ TEST(BinaryDigits, AreReadBack)
 {
     EXPECT_EQ(BinaryToDecimal(u""), 0);
     EXPECT_EQ(BinaryToDecimal(u"101"), 5);
+    EXPECT_EQ(BinaryToDecimal(u"19"), 11) << "digits above 1 count by their place, too";
     for (const std::int32_t number : {0, 1, 2, 39, 65535, 2147483647})
         EXPECT_EQ(BinaryToDecimal(DecimalToBinary(number)), number);
 }

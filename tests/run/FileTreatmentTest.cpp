@@ -83,6 +83,17 @@ TEST_F(ReadOnlyFile, IsWritableOnlyWhileItIsProcessed)
     EXPECT_EQ(ContentOf(path), "saved");
 }
 
+TEST_F(FileTreatment, GivesTheOldModeBackToAWritableFileToo)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0640);
+    powerPoint_.script.On("Presentation.Save", [path] { SetMode(path, 0666); });
+
+    project_->Replacement();
+
+    EXPECT_EQ(ModeOf(path), 0640u);
+}
+
 TEST_F(ReadOnlyFile, StaysWritableAfterAnOpenFailure)
 {
     const String path = AddFile(u"a.ppt");

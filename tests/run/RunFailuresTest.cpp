@@ -61,6 +61,18 @@ TEST_F(OpenFailure, WithAPasswordsNumberIsReportedAsOne)
     EXPECT_THAT(passedOver_, ElementsAre("a.ppt 1004", "b.ppt -2147467259"));
 }
 
+TEST_F(OpenFailure, OfAPasswordGetsAResultOfItsOwn)
+{
+    AddFile(u"a.ppt");
+    powerPoint_.FailOpen(AddFile(u"b.ppt"), 1004, u"refused");
+
+    project_->Search();
+
+    ASSERT_THAT(results_, SizeIs(2));
+    EXPECT_NE(results_[0], results_[1]);
+    EXPECT_EQ(results_[0]->mError, u"");
+}
+
 TEST_F(OpenFailure, OfTheFirstFileGivesNoResult)
 {
     powerPoint_.FailOpen(AddFile(u"a.ppt"), FailureNumber::BadFormat, u"not a presentation");
@@ -108,6 +120,15 @@ TEST_F(SetUpFailure, WithoutPowerPointIsReportedOnceAndEndsTheRun)
     EXPECT_THAT(events_, ElementsAre("after nothing"));
     EXPECT_THAT(passedOver_, ElementsAre(" 429"));
     EXPECT_THAT(messages_.Pointers(), ElementsAre(MousePointer::Hourglass));
+}
+
+TEST_F(SetUpFailure, OfASecondRunMeetsNoPowerPointOfTheFirst)
+{
+    project_->Search();
+    powerPoint_.script.Fail("CreateApplication", 429, FromUtf8(noServer));
+
+    EXPECT_EQ(SearchFails(), 91) << "there is nothing to quit";
+    EXPECT_EQ(CallsOf("Application.Quit"), 1u);
 }
 
 TEST_F(SetUpFailure, WithoutAProviderEndsTheRun)
@@ -167,6 +188,7 @@ TEST_F(SetUpFailure, AfterTheLoopReportsNothingAndEndsAgain)
     EXPECT_THAT(events_, ElementsAre("after nothing"));
     EXPECT_EQ(CallsOf("Application.Quit"), 2u);
     EXPECT_EQ(messages_.Pointers().back(), MousePointer::Default);
+    EXPECT_THAT(passedOver_, IsEmpty()) << "the failure belongs to no file";
 }
 
 TEST_F(GeneralHandler, SkipsAFirstFileThatHasVanishedAndGoesOn)
@@ -365,6 +387,17 @@ TEST_F(NoHandler, EndsTheRunAtABackupThatCannotBeWritten)
     project_->options->BackupMode = true;
 
     EXPECT_EQ(SearchFails(), 76);
+}
+
+TEST_F(NoHandler, EndsTheRunWhenTheNextFileIsNoLongerListed)
+{
+    AddFile(u"a.ppt");
+    AddFile(u"b.ppt");
+    project_->AfterFileProcess += [this](const auto&) { project_->FilesToProcess.pop_back(); };
+
+    EXPECT_EQ(SearchFails(), 9);
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
 }
 
 TEST_F(NoHandler, EndsTheRunAtAFailingReceiver)

@@ -130,6 +130,13 @@ TEST_F(TimerXTest, StartsNothingWithoutAnInterval)
     EXPECT_THAT(calls_, IsEmpty());
 }
 
+TEST_F(TimerXTest, StartsNothingWithANegativeInterval)
+{
+    Start(*timer_, -1);
+
+    EXPECT_THAT(calls_, IsEmpty());
+}
+
 TEST_F(TimerXTest, StopsARunningTimerWhoseIntervalBecameZero)
 {
     Start(*timer_);
