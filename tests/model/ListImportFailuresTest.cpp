@@ -112,6 +112,19 @@ TEST_F(ListImportFailure, OfAHeaderNamesTheFirstColumnThatDiffers)
     EXPECT_EQ(list_.ImportRefusal->header, u"7");
 }
 
+TEST_F(ListImportFailure, AfterAHeaderThatDiffersIsAFailureAlone)
+{
+    FakeSheet sheet = HeaderSheet();
+    sheet.cells[{1, 1}] = String(u"Find");
+    excel_.script.FailOnce("Workbook.Close", 1004, u"not now");
+
+    EXPECT_FALSE(list_.ImportList(Put(sheet)));
+
+    ASSERT_TRUE(list_.FileFailure);
+    EXPECT_EQ(list_.FileFailure->number, 1004);
+    EXPECT_FALSE(list_.ImportRefusal);
+}
+
 TEST_F(ListImportFailure, OfAHeaderLeavesItemsThatAreKept)
 {
     FakeSheet sheet = HeaderSheet();

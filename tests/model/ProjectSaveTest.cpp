@@ -245,6 +245,22 @@ TEST_F(ProjectSave, LeavesAFileThatCantBeWritten)
     EXPECT_EQ(ContentOf(path_), "old");
 }
 
+TEST_F(ProjectSave, LeavesAFileThatMayBeWrittenButNotRead)
+{
+    const ProjectOwner project;
+    folder_.Write(u"job.tsq", "old");
+    SetMode(folder_.Path(), 0777);
+    SetMode(path_, 0222);
+    {
+        const OrdinaryUser user;
+        Save(project, path_);
+    }
+    SetMode(path_, 0644);
+
+    EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr("in procedure SaveAsProject")));
+    EXPECT_EQ(ContentOf(path_), "old");
+}
+
 TEST_F(ProjectSave, LeavesAFolderOfThatNameAlone)
 {
     const ProjectOwner project;

@@ -160,6 +160,7 @@ TEST(PropertyBag, TakesNoMoreValuesThanItMay)
         bag.WriteProperty(FromUtf8(std::to_string(i)), true);
 
     EXPECT_THROW(bag.WriteProperty(u"one more", true), Failure);
+    EXPECT_FALSE(bag.ReadProperty(u"one more"));
     EXPECT_NO_THROW(bag.WriteProperty(u"0", false));
     EXPECT_EQ(RefusalOf(bag.Contents()).first, 0);
 }
