@@ -21,6 +21,7 @@
 #include "office/builtin/Provider.h"
 #include "platform/Messages.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/StartCommand.h"
 #include "ui/run/frmProcessingDocuments.h"
 
 namespace tessarine::bench
@@ -81,7 +82,7 @@ double BareRun()
 double RunInWindow(frmMain& window)
 {
     const double start = ProcessorSeconds();
-    window.cmdStartReplacing_Click(frmMain::searching);
+    window.cmdStartReplacing_Click(StartCommand::Searching);
     const double taken = ProcessorSeconds() - start;
     frmProcessingDocuments::Instance().close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

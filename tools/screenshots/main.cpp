@@ -29,6 +29,7 @@
 #include "support/SampleDecks.h"
 #include "Themes.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/StartCommand.h"
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/ResultTree.h"
 
@@ -187,7 +188,7 @@ void TakeRun(const Camera& camera)
     window.show();
     {
         const QuestionCamera question(camera);
-        window.cmdStartReplacing_Click(frmMain::searching);
+        window.cmdStartReplacing_Click(StartCommand::Searching);
         question.Check();
     }
     frmProcessingDocuments& run = frmProcessingDocuments::Instance();

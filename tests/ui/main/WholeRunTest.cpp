@@ -35,7 +35,8 @@ protected:
             SetMessageBox(previousBox_);
     }
 
-    /// Acts while the question before a run is on the screen, and answers it with Yes. All messages go to `toldMessages`.
+    /// Acts while the question before a run is on the screen, and answers it with Yes. All messages go to
+    /// `toldMessages`.
     void AtTheQuestion(std::function<void()> act)
     {
         hasBox_ = true;
