@@ -74,12 +74,12 @@ public:
 
     // The option controls: OptionHandlers.cpp.
 
-    void optFileProcess_Click(int Index);  ///< 0: the files of a folder, 1: those that a text file lists.
-    void optLoad_Click(int Index);         ///< 0: the pairs of a list file, 1: those of the grid.
-    void cboversion_Change();              ///< Empties the box when its text isn't a number.
-    void chkProccessLongestFileFirst_Click();
-    void SetSearchOptions();          ///< Puts the options shown on all selected rows.
-    void pnlLoadOptions_MouseMove();  ///< The pointer has left the grid.
+    void optFileProcess_Click(int Index);      ///< 0: the files of a folder, 1: those that a text file lists.
+    void optLoad_Click(int Index);             ///< 0: the pairs of a list file, 1: those of the grid.
+    void cboversion_Change();                  ///< Empties the box when its text isn't a number.
+    void chkProccessLongestFileFirst_Click();  ///< Marks the job, also while the form is being filled.
+    void SetSearchOptions();                   ///< Puts the options shown on all selected rows.
+    void pnlLoadOptions_MouseMove();           ///< The pointer has left the grid.
 
     // The grid of pairs: GridHandlers.cpp. Rows count from 1; row 0 is the heading.
 
@@ -88,11 +88,11 @@ public:
     /// Puts a pair (shared, not copied) into a row and shows it.
     void SetItemOnGridRow(std::int32_t Row, const std::shared_ptr<FindAndReplaceItem>& Item);
 
-    void cmdAdd_Click();                                 ///< Appends a pair with the options shown, and edits it.
-    void cmdDelete_Click();                              ///< Removes the selected pairs when the user agrees.
-    void cmdSwap_Click();                                ///< Exchanges the two texts of the selected pairs.
-    void grdItems_AfterEdit(std::int32_t Row, int Col);  ///< A typed text has changed a pair: marks the job.
-    void grdItems_BeforeRowColChange(std::int32_t OldRow);
+    void cmdAdd_Click();                                    ///< Appends a pair with the options shown, and edits it.
+    void cmdDelete_Click();                                 ///< Removes the selected pairs when the user agrees.
+    void cmdSwap_Click();                                   ///< Exchanges the two texts of the selected pairs.
+    void grdItems_AfterEdit(std::int32_t Row, int Col);     ///< A typed text has changed a pair: marks the job.
+    void grdItems_BeforeRowColChange(std::int32_t OldRow);  ///< A row is left; an open editor has given its text.
     void grdItems_AfterRowColChange(std::int32_t OldRow, std::int32_t NewRow);  ///< Shows the new row's options.
     bool grdItems_KeyDownEdit(const QKeyEvent& Key);  ///< A key in the cell editor: true when it is consumed.
     void grdItems_KeyDown(QKeyEvent& Key);            ///< A key outside of it, which is accepted when it is consumed.
@@ -127,10 +127,10 @@ public:
 
     void mnuChangeLanguage_Click();             ///< Shows the dialog and waits for its end.
     void mfrmChangeLanguage_LanguageChanged();  ///< Applies the language that was chosen.
-    void mnuHelp1_Click();
-    void mnuHomePage_Click();
-    void mnuAbout_Click();
-    void Toolbar1_ButtonClick(int Index);  ///< 1 open, 2 save, 4 help.
+    void mnuHelp1_Click();                      ///< Opens the help.
+    void mnuHomePage_Click();                   ///< Opens the page of the product in the browser.
+    void mnuAbout_Click();                      ///< Shows the dialog and waits for its end.
+    void Toolbar1_ButtonClick(int Index);       ///< 1 open, 2 save, 4 help.
 
     // Start of a run: Validation.cpp, RunLaunch.cpp.
 
@@ -142,10 +142,14 @@ public:
 
     // Events of a run: RunEvents.cpp.
 
-    void mProject_BeforFileProcess(const String& vFilepath);
+    void mProject_BeforFileProcess(const String& vFilepath);  ///< A file is about to be processed.
+
+    /// A file has its result, which may be null or that of the file before. The only handler that raises: what fails
+    /// when the result is shown ends the run.
     void mProject_AfterFileProcess(const std::shared_ptr<CounterStatuses>& vStatus);
-    void mProject_ManualInterventionRequired();
-    void mProject_ProcessCancel();
+
+    void mProject_ManualInterventionRequired();  ///< Shows frmIntervention and waits for its end.
+    void mProject_ProcessCancel();               ///< The run has seen the cancel.
 
 protected:
     void closeEvent(QCloseEvent* event) override;
