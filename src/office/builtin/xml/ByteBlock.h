@@ -30,10 +30,12 @@ public:
         return Made([&](std::size_t i) { return bytes_[i] == static_cast<std::uint8_t>(c) ? 0xFF : 0; });
     }
 
+    /// Bit by bit; of two results of Matches, the bytes that one or the other matches.
     PlainBlock operator|(const PlainBlock& other) const
     {
         return Made([&](std::size_t i) { return bytes_[i] | other.bytes_[i]; });
     }
+    /// Bit by bit; of two results of Matches, the bytes that both match.
     PlainBlock operator&(const PlainBlock& other) const
     {
         return Made([&](std::size_t i) { return bytes_[i] & other.bytes_[i]; });
@@ -87,6 +89,7 @@ public:
 private:
     PlainBlock() = default;
 
+    /// The block whose byte at each place `i` is byteAt(i).
     template <class ByteAt>
     static PlainBlock Made(ByteAt&& byteAt)
     {
@@ -101,12 +104,14 @@ private:
 
 #if defined(__SSE2__)
 
-/// The same with SSE2.
+/// The same with SSE2. Every comment of PlainBlock holds here, too; tests compare the two on the same bytes. What is
+/// said below is only why the instructions do what PlainBlock says.
 class Sse2Block
 {
 public:
     static constexpr std::size_t size = 16;
 
+    /// The address need not be a multiple of 16.
     explicit Sse2Block(const char* bytes) : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
 
     Sse2Block Matches(char c) const { return Sse2Block(_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(c))); }
@@ -116,9 +121,11 @@ public:
 
     void WriteInLowerCase(char16_t* target) const
     {
+        // The comparison is one of signed bytes: those beyond ASCII are negative and never capitals.
         const __m128i isCapital = _mm_and_si128(_mm_cmpgt_epi8(bytes_, _mm_set1_epi8('A' - 1)),
                                                 _mm_cmplt_epi8(bytes_, _mm_set1_epi8('Z' + 1)));
         const __m128i small = _mm_or_si128(bytes_, _mm_and_si128(isCapital, _mm_set1_epi8('a' - 'A')));
+        // A zero byte after each byte makes it a unit in the processor's byte order.
         const __m128i zero = _mm_setzero_si128();
         _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(small, zero));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(target + size / 2), _mm_unpackhi_epi8(small, zero));
@@ -137,6 +144,7 @@ public:
             // Only unsigned bytes can be summed up: 128 is added to each place for that.
             const __m128i shifted = _mm_xor_si128(counts_, _mm_set1_epi8(static_cast<char>(0x80)));
             const __m128i halves = _mm_sad_epu8(shifted, _mm_setzero_si128());
+            // Each half holds the sum of eight places in its first 16 bits.
             return _mm_extract_epi16(halves, 0) + _mm_extract_epi16(halves, 4) - static_cast<int>(size) * 128;
         }
 

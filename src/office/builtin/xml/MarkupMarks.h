@@ -22,12 +22,14 @@ public:
     std::size_t Next()
     {
         while (marks_ == 0) {
+            // This was the last block.
             if (text_.size() - block_ <= blockSize)
                 return text_.size();
             block_ += blockSize;
             LoadBlock();
         }
         const std::size_t place = block_ + static_cast<std::size_t>(std::countr_zero(marks_));
+        // Takes the lowest bit away, which is the place just found.
         marks_ &= marks_ - 1;
         return place;
     }
@@ -35,6 +37,7 @@ public:
     /// The next place at or after `from`, which may not lie in front of the last place given.
     std::size_t NextFrom(std::size_t from)
     {
+        // Blocks in between are not looked at: that is what makes long values and comments cheap.
         if (from - block_ >= blockSize && from < text_.size()) {
             block_ = from - from % blockSize;
             LoadBlock();
@@ -48,6 +51,8 @@ public:
 private:
     static constexpr std::size_t blockSize = 64;
 
+    /// Sets marks_ for the block at block_. The last block may be shorter than the others; it is read byte by byte, as
+    /// a ByteBlock would reach beyond the text.
     void LoadBlock()
     {
         const std::size_t length = text_.size() - block_;
@@ -65,7 +70,7 @@ private:
         }
     }
 
-    std::string_view text_;
+    std::string_view text_;    // borrowed
     std::size_t block_ = 0;    // offset of the block that marks_ tells of
     std::uint64_t marks_ = 0;  // places in the block that are still to come
 };

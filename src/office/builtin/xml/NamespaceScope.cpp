@@ -55,6 +55,7 @@ NamespaceScope NamespaceScope::NeededIn(const NamespaceScope& other, const Names
                                         std::string_view element) const
 {
     NamespaceScope needed;
+    // The usual case: neither scope declares anything.
     if (*this == other)
         return needed;
     NamespaceScope names = *this;
@@ -63,6 +64,7 @@ NamespaceScope NamespaceScope::NeededIn(const NamespaceScope& other, const Names
         const std::string& name = declaration.name;
         const auto meaningIn = [&](const NamespaceScope& scope) {
             const Declaration* const own = scope.Find(name);
+            // The inner declaration hides the one around both.
             const Declaration* const found = own != nullptr ? own : shared.Find(name);
             return found == nullptr ? std::string_view() : std::string_view(found->uri);
         };

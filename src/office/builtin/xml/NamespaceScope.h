@@ -17,32 +17,38 @@ class NamespaceScope
 public:
     /// Adds what an element declares. Where it declares a name again, the inner declaration counts.
     void Enter(const XmlDocument& document, Node element);
+    /// Adds what a scope further in declares, in the same way.
     void Enter(const NamespaceScope& inner);
 
     /// Adds what the names that another scope declares mean at an element of the document.
     void AddMeanings(const NamespaceScope& names, const XmlDocument& document, Node element);
 
-    /// The declarations as attributes, each with a blank in front.
+    /// The declarations as attributes, escaped, each with a blank in front; "" without any.
     std::string Attributes() const;
 
     /// What an element has to declare when it leaves this scope for another one. `shared` are the meanings that hold
-    /// around both, of all names that one of them declares.
+    /// around both, of all names that one of them declares. `element` is its markup: what its own start tag declares is
+    /// not needed. A prefix that means nothing here is left out, since XML has no way to declare that (Namespaces in
+    /// XML 1.0, 5).
     NamespaceScope NeededIn(const NamespaceScope& other, const NamespaceScope& shared, std::string_view element) const;
 
+    /// The same declarations in the same order.
     bool operator==(const NamespaceScope&) const = default;
 
 private:
     struct Declaration {
         std::string name;  // "xmlns" or "xmlns:x"
-        std::string uri;
+        std::string uri;   // decoded; "" for xmlns=""
 
         bool operator==(const Declaration&) const = default;
     };
 
+    /// Null for a name that is not declared here.
     const Declaration* Find(std::string_view name) const;
+    /// Declares a name, in place of what it meant before.
     void Put(std::string_view name, std::string_view uri);
 
-    std::vector<Declaration> declarations_;
+    std::vector<Declaration> declarations_;  // one per name
 };
 
 }  // namespace tessarine::builtin

@@ -5,6 +5,7 @@ namespace tessarine::builtin
 
 ElementRange RootElement(std::string_view xml)
 {
+    // NextChild passes over the declaration and comments in front of the root.
     return ScanElement(xml, NextChild(xml, 0, xml.size()));
 }
 

@@ -11,6 +11,7 @@ void PutAttribute(std::string& tag, std::string_view qualifiedName, std::string_
     const AttributeRange range = FindAttribute(tag, 0, qualifiedName);
     const std::string escaped = EscapeAttribute(FromUtf8(value));
     if (range.found && value.empty())
+        // White space stands in front of every attribute (XML 1.0 3.1), so there is a character to take.
         tag.erase(range.begin - 1, range.valueEnd + 1 - (range.begin - 1));
     else if (range.found)
         tag.replace(range.valueBegin, range.valueEnd - range.valueBegin, escaped);

@@ -165,6 +165,7 @@ private:
             Fail("it has too many elements", at);
         const std::size_t nameEnd = NameEnd(at + 1);
         const std::size_t tagEnd = TagEnd(nameEnd);
+        // A "/" that belongs to a value can't stand there: a value ends with its quote.
         const bool isEmpty = bytes_[tagEnd - 1] == '/';
         const auto index = static_cast<std::uint32_t>(elements_.size());
         const auto after = static_cast<std::uint32_t>(tagEnd + 1);
@@ -214,12 +215,14 @@ std::vector<Element>& SpareIndex()
     return spare;
 }
 
+// In bytes. The index of a huge part is given back and not held for the rest of a run.
 constexpr std::size_t keptIndexBytes = 1u << 20;
 
 }  // namespace
 
 XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits) : bytes_(bytes)
 {
+    // Offsets in the index have 32 bits.
     if (bytes.size() >= std::numeric_limits<std::uint32_t>::max())
         throw Damage(part, "it is too large");
     elements_ = std::exchange(SpareIndex<Element>(), {});
@@ -297,6 +300,7 @@ bool XmlDocument::Is(Node node, Ns ns, std::string_view localName) const
     const std::string_view usual = prefixes_[static_cast<std::size_t>(ns)];
     if (!usual.empty() && prefix.size() == usual.size() + 1 && prefix.ends_with(':') && prefix.starts_with(usual))
         return true;
+    // Only the end of a longer name, as "Fill" is of "a:blipFill".
     if (!prefix.empty() && prefix.find(':') != prefix.size() - 1)
         return false;
     return ResolvePrefix(node, prefix.substr(0, prefix.empty() ? 0 : prefix.size() - 1)) == ns;

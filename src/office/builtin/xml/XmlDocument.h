@@ -26,16 +26,19 @@ public:
     class Children;
 
     Node() = default;
+    /// False for none.
     explicit operator bool() const { return document_ != nullptr; }
     bool operator==(const Node&) const = default;
 
     std::string_view Name() const;  ///< Qualified, as written; "" for none.
+    /// In document order; none have no children.
     Children ChildElements() const;
 
 private:
     friend class XmlDocument;
     Node(const XmlDocument* document, std::uint32_t index) : document_(document), index_(index) {}
 
+    /// Null for none.
     const XmlDocument* document_ = nullptr;
     std::uint32_t index_ = 0;
 };
@@ -56,25 +59,29 @@ public:
     XmlDocument(const XmlDocument&) = delete;
     XmlDocument& operator=(const XmlDocument&) = delete;
 
+    /// What the document was made of.
     std::string_view Bytes() const { return bytes_; }
+    /// The root element, which every document has.
     Node Root() const { return {this, 0}; }
 
-    /// True when the node is an element of this name.
+    /// True when the node is an element of this name; false for none.
     bool Is(Node node, Ns ns, std::string_view localName) const;
 
-    /// First child element of that name, or none.
+    /// First child element of that name, or none. None has no children.
     Node Child(Node parent, Ns ns, std::string_view localName) const;
 
-    /// The value of an attribute that has no namespace; "" when absent. References are decoded.
+    /// The value of an attribute that has no namespace; "" when absent. References are decoded. Like
+    /// all texts that the document gives, it lives no longer than the document.
     std::string_view Attribute(Node node, std::string_view name) const;
 
-    /// The value of an attribute in a namespace, such as r:id.
+    /// The value of an attribute in a namespace, such as r:id; nothing when absent.
     std::optional<std::string_view> Attribute(Node node, Ns ns, std::string_view localName) const;
 
     /// The qualified name of such an attribute, as written ("r:id"); "" when absent.
     std::string_view AttributeName(Node node, Ns ns, std::string_view localName) const;
 
-    /// Calls `visit` with the qualified name and the value of each attribute of an element.
+    /// Calls `visit` with the qualified name and the decoded value of each attribute of an element, declarations of
+    /// namespaces included.
     using AttributeVisitor = std::function<void(std::string_view name, std::string_view value)>;
     void ForEachAttribute(Node node, const AttributeVisitor& visit) const;
     void ForEachAttribute(const AttributeVisitor& visit) const;  ///< Of all elements, in document order.
@@ -82,7 +89,8 @@ public:
     /// ECMA-376 22.9.2.7: "1", "true" and "on" are true; an absent attribute has its default.
     bool BooleanAttribute(Node node, std::string_view name, bool absent) const;
 
-    /// The namespace that a prefix stands for at a node.
+    /// The namespace that a prefix (without its colon, "" for the default) stands for at a node; `None` when it is not
+    /// declared there.
     Ns ResolvePrefix(Node node, std::string_view prefix) const;
 
     /// What the node or the nearest element around it declares by an attribute "xmlns" or "xmlns:x": the namespace as
@@ -92,7 +100,7 @@ public:
     /// True when some element's local name begins so, whatever its namespace.
     bool HasNameBeginning(std::string_view start) const;
 
-    /// Offset of the element's "<" in the bytes.
+    /// Offset of the element's "<" in the bytes. Here and in RangeOf the node must not be none.
     std::size_t OffsetOf(Node node) const { return elements_[node.index_].begin; }
 
     /// Where the element stands in the bytes.
@@ -103,23 +111,26 @@ public:
 
     /// The text of an element: its own characters as ContentUnits reads them, without those of elements in it.
     String TextOf(Node node) const;
+    /// The same at the end of `text`. Both add nothing for none.
     void AppendTextOf(Node node, String& text) const;
 
 private:
     friend class Node;
     friend class Node::Children;
 
+    /// Offsets in the bytes, in 32 bits: a part may have millions of elements, and their index is what it costs in
+    /// memory.
     struct Element {
-        std::uint32_t begin;  // its "<"
-        std::uint32_t nameEnd;
+        std::uint32_t begin;         // its "<"
+        std::uint32_t nameEnd;       // after its qualified name
         std::uint32_t contentBegin;  // after the ">" of its start tag
         std::uint32_t contentEnd;    // the "<" of its end tag
         std::uint32_t end;           // after its last ">"
-        std::uint32_t parent;
-        std::uint32_t subtreeEnd;  // index after its last descendant
+        std::uint32_t parent;        // index of the element around it; the largest number for the root
+        std::uint32_t subtreeEnd;    // index after its last descendant
     };
 
-    class Indexer;
+    class Indexer;  // fills elements_
 
     std::string_view NameOf(std::uint32_t index) const
     {
@@ -132,8 +143,8 @@ private:
     template <class Visit>
     void VisitAttributes(std::uint32_t index, Visit&& visit) const;
 
-    std::string_view bytes_;
-    std::vector<Element> elements_;
+    std::string_view bytes_;         // UTF-8, borrowed
+    std::vector<Element> elements_;  // in document order: descendants right after their ancestor
     /// The prefix that the root element binds to a namespace and no other element binds to another one: names with it
     /// need no resolving. Empty when there is none.
     std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;
@@ -151,6 +162,7 @@ public:
         Iterator(const XmlDocument* document, std::uint32_t index) : document_(document), index_(index) {}
 
         Node operator*() const { return {document_, index_}; }
+        /// To the next sibling, past everything inside of the element.
         Iterator& operator++()
         {
             index_ = document_->elements_[index_].subtreeEnd;

@@ -17,6 +17,7 @@ std::string ApplyEdits(std::string_view bytes, std::vector<ByteEdit> edits)
     result.reserve(size);
     std::size_t copied = 0;
     for (const ByteEdit& edit : edits) {
+        // Better no file than one in which one of two edits of a place is lost.
         if (edit.begin < copied || edit.end < edit.begin || edit.end > bytes.size())
             throw Damage({}, "two edits meet", edit.begin);
         result.append(bytes, copied, edit.begin - copied);

@@ -76,6 +76,7 @@ std::string DecodeXml(std::string_view bytes, XmlEncoding encoding, std::string_
         units[i] = static_cast<char16_t>(static_cast<unsigned char>(bytes[2 * i + high]) << 8 |
                                          static_cast<unsigned char>(bytes[2 * i + 1 - high]));
     std::string utf8 = ToUtf8(units);
+    // Half a surrogate pair that does not come back from UTF-8 would change bytes that nobody edits.
     if (FromUtf8(utf8) != units)
         throw Damage(part, "its UTF-16 text holds half a character");
     return utf8;

@@ -21,7 +21,8 @@ XmlEncoding EncodingOf(std::string_view bytes, std::string_view part);
 /// The part as UTF-8. A byte order mark stays, as U+FEFF. Raises `FileCorrupt` for UTF-16 that is cut.
 std::string DecodeXml(std::string_view bytes, XmlEncoding encoding, std::string_view part);
 
-/// The reverse: the same bytes again for what was not edited. What ASCII can't hold becomes character references.
+/// The reverse, for a part that DecodeXml has given: the same bytes again for what was not edited. What ASCII can't
+/// hold becomes character references.
 std::string EncodeXml(std::string_view utf8, XmlEncoding encoding);
 
 }  // namespace tessarine::builtin

@@ -13,18 +13,19 @@ enum class Ns {
     Drawing,                ///< a
     DocumentRelationships,  ///< r, on attributes
     Compatibility,          ///< mc
-    Understood,  ///< Extension vocabularies whose markup is taken in alternate content (p14, a14, cx1, v, ...).
-    ContentTypes,
-    PackageRelationships,
-    CoreProperties,
-    DublinCore,
-    DublinCoreTerms,
+    Understood,    ///< Extension vocabularies whose markup is taken in alternate content (p14, a14, cx1, v, ...).
+    ContentTypes,  ///< Elements of "[Content_Types].xml".
+    PackageRelationships,  ///< Elements of relationship parts.
+    CoreProperties,        ///< cp
+    DublinCore,            ///< dc
+    DublinCoreTerms,       ///< dcterms
     ExtendedProperties,
     CustomProperties,
-    VariantTypes,
-    Count
+    VariantTypes,  ///< vt, the typed values of custom properties.
+    Count          ///< How many there are, for tables.
 };
 
+/// The namespace that a URI stands for, compared letter by letter (Namespaces in XML 1.0, 2.3).
 Ns NamespaceOf(std::string_view uri);
 
 }  // namespace tessarine::builtin

@@ -104,6 +104,7 @@ ElementRange ScanElement(std::string_view xml, std::size_t at)
         range.contentEnd = range.end = tagEnd;
         return range;
     }
+    // Counting is enough: XmlDocument has compared the names of the tags.
     std::size_t depth = 1;
     for (std::size_t i = NextTag(xml, tagEnd);; i = NextTag(xml, i)) {
         const std::size_t end = TagEnd(xml, i);

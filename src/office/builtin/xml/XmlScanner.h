@@ -10,6 +10,7 @@ namespace tessarine::builtin
 
 /// The qualified name of the element whose tag the text begins with.
 std::string_view ElementName(std::string_view tag);
+/// The name without its prefix and colon.
 std::string_view LocalName(std::string_view qualifiedName);
 
 /// An element's bytes.
@@ -39,7 +40,7 @@ struct AttributeRange {
     bool found = false;
 };
 
-/// An attribute of the element that begins at `at`, by its qualified name.
+/// An attribute of the element that begins at `at`, by its qualified name; `found` is false when it has none.
 AttributeRange FindAttribute(std::string_view xml, std::size_t at, std::string_view name);
 
 }  // namespace tessarine::builtin

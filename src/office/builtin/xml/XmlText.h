@@ -13,6 +13,8 @@ namespace tessarine::builtin
 /// UTF-8 with `& < >` escaped (and the quote, for attributes). What XML can't hold (lone surrogates, U+FFFE, U+FFFF)
 /// becomes U+FFFD.
 std::string EscapeText(StringView text);
+/// As EscapeText for a value in either kind of quotes; tabs and line ends become references, as they would be read as
+/// blanks.
 std::string EscapeAttribute(StringView text);
 
 /// As EscapeText, but control characters other than tab are written "_xHHHH_", as PresentationML text holds them, and
@@ -41,7 +43,7 @@ struct ContentUnit {
     char16_t unit;
     std::size_t begin;
     std::size_t end;
-    bool inCData;
+    bool inCData;  ///< It stands in a CDATA section, where nothing is escaped.
 };
 
 /// The text of an element's content as units with their bytes, positions counting from the start of `content`.

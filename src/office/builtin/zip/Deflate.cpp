@@ -10,6 +10,7 @@ namespace tessarine::builtin
 namespace
 {
 
+// The default of zlib and of libdeflate alike.
 constexpr int level = 6;
 
 struct Free {

@@ -47,6 +47,7 @@ std::optional<End> FindEnd(const RandomAccessBytes& bytes)
             if (Get<std::uint32_t>(tail, at) != endSignature)
                 continue;
             const std::size_t commentLength = Get<std::uint16_t>(tail, at + end::commentLength);
+            // The signature may occur in a comment by chance. The comment of a real record ends within the file.
             if (commentLength > tail.size() - at - endSize)
                 continue;
             return End{.count = Get<std::uint16_t>(tail, at + end::count),
@@ -124,6 +125,7 @@ ZipDirectory::ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits)
     ReadEnd64(bytes, *found);
     if (found->directorySize > found->directoryLimit)
         throw Damage({}, "the zip directory does not fit into the file");
+    // Asked before memory of that size is taken.
     if (found->directorySize > limits.directoryBytes)
         throw Damage({}, "the zip directory is too large");
 
@@ -163,6 +165,7 @@ void ZipDirectory::ReadRecords(std::uint64_t count)
                        .record = at,
                        .recordSize = recordSize};
         ReadExtra64(record.substr(centralSize + nameLength, extraLength), entry);
+        // Differences, because sums of what a hostile file says may overflow.
         if (entry.localHeader > start_ || shift_ > start_ - entry.localHeader)
             throw Damage(entry.name, "it lies outside of the file");
         entry.localHeader += shift_;
@@ -171,6 +174,7 @@ void ZipDirectory::ReadRecords(std::uint64_t count)
         entries_.push_back(entry);
         at += recordSize;
     }
+    // Only the bits that can't have wrapped are compared.
     if ((entries_.size() & 0xFFFF) != (count & 0xFFFF))
         throw Damage({}, "the zip directory lacks entries");
 }

@@ -22,8 +22,9 @@ struct ZipEntry {
     std::uint64_t size = 0;         ///< In bytes, unpacked.
     std::uint64_t localHeader = 0;  ///< Offset in the file.
     std::size_t record = 0;         ///< Offset of its record in ZipDirectory::Records().
-    std::size_t recordSize = 0;
+    std::size_t recordSize = 0;     ///< In bytes, with name, extra fields and comment.
 
+    /// By the flag of APPNOTE 4.4.4; what lies there needs a password.
     bool IsEncrypted() const { return (flags & 1) != 0; }
 };
 
@@ -45,6 +46,7 @@ public:
     /// the file.
     ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits);
 
+    /// In the order of the directory, which need not be the order in the file. They live as long as this object.
     const std::vector<ZipEntry>& Entries() const { return entries_; }
     std::string_view Records() const { return records_; }  ///< All central records, as in the file.
     std::uint64_t Start() const { return start_; }         ///< Offset of the central directory in the file.

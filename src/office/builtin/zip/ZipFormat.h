@@ -56,13 +56,13 @@ void Append(std::string& bytes, Integer value)
     Put<Integer>(bytes, bytes.size() - sizeof(Integer), value);
 }
 
-/// Field offsets in a local header.
+/// Field offsets in a local header. Its sizes may be 0 when a data descriptor follows the packed data.
 namespace local
 {
 constexpr std::size_t flags = 6, crc = 14, packedSize = 18, size = 22, nameLength = 26, extraLength = 28;
 }
 
-/// Field offsets in a central record.
+/// Field offsets in a central record, which always has the sizes.
 namespace central
 {
 constexpr std::size_t flags = 8, method = 10, crc = 16, packedSize = 20, size = 24, nameLength = 28, extraLength = 30,
@@ -74,6 +74,7 @@ namespace end
 {
 constexpr std::size_t disk = 4, count = 10, directorySize = 12, directoryStart = 16, commentLength = 20;
 }
+/// The zip64 end record (APPNOTE 4.3.14), for what doesn't fit into the fields of the other one.
 namespace end64
 {
 constexpr std::size_t count = 32, directorySize = 40, directoryStart = 48;

@@ -42,6 +42,7 @@ public:
     {
         WriteEntries();
         WriteAdded();
+        // Entries that are written anew have no zip64 field, so that their offsets must fit into 32 bits.
         if (target_.Position() >= in64)
             throw Failure(FailureNumber::BadFormat, u"The presentation would grow beyond 4 GiB");
         WriteDirectory();
@@ -78,6 +79,7 @@ private:
             const std::uint64_t next = k + 1 < order.size() ? entries[order[k + 1]].localHeader : directory_.Start();
             if (start < copiedTo || ZipDirectory::DataOffset(source_, entries[i]) + entries[i].packedSize > next)
                 throw Damage(entries[i].name, "it overlaps another entry", start);
+            // A second record of the same local header counts as overlapping, too.
             copiedTo = start + 1;
 
             const auto replacement = changes_.replaced.find(i);
@@ -100,6 +102,7 @@ private:
         const ZipEntry& entry = directory_.Entries()[i];
         const std::uint64_t data = ZipDirectory::DataOffset(source_, entry);
         std::string header = ReadSource(entry.localHeader, data - entry.localHeader);
+        // Both headers keep their method, so that what was stored stays stored.
         const std::string packed = entry.method == zipStored ? content : Deflate(content);
         Placed& place = placed_[i];
         place = {target_.Position(), true, Crc32(content), packed.size(), content.size()};
@@ -137,6 +140,7 @@ private:
     void WriteAdded()
     {
         // Dates of the epoch of zip: a new part has no old date to keep, and the result depends on the input alone.
+        // APPNOTE 4.4.3 and 4.4.4: 2.0 is the first version with deflate; bit 11 says that the name is UTF-8.
         constexpr std::uint16_t version = 20;
         constexpr std::uint16_t utf8Names = 0x0800;
         constexpr std::uint16_t firstOfJanuary1980 = 0x0021;
@@ -229,6 +233,7 @@ private:
         if (needs64) {
             const std::uint64_t end64At = target_.Position();
             Append<std::uint32_t>(end, end64Signature);
+            // The size counts neither the signature nor itself (APPNOTE 4.3.14). 4.5 is the first version with zip64.
             Append<std::uint64_t>(end, end64Size - 12);
             Append<std::uint16_t>(end, std::uint16_t{45});
             Append<std::uint16_t>(end, std::uint16_t{45});

@@ -18,6 +18,7 @@ struct ZipChanges {
     std::set<std::size_t> removed;                ///< Entry numbers.
     std::map<std::string, std::string> added;     ///< Name to content of new entries, put at the end.
 
+    /// True when the new file would be the old one.
     bool Empty() const { return replaced.empty() && removed.empty() && added.empty(); }
 };
 
