@@ -25,6 +25,7 @@ public:
 
     std::shared_ptr<powerpoint::Master> SlideMaster() override
     {
+        // Kept, as all slides of the design ask for it.
         if (!slideMaster_) {
             PageReader* const page = index_ ? &file_->Reader().SlideMaster(*index_) : nullptr;
             slideMaster_ = MakeMaster(file_, page, CanHaveHeader::No);

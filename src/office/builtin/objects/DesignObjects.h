@@ -13,7 +13,7 @@ namespace tessarine::builtin
 {
 
 /// The designs of a presentation, one per slide master. All slides of a design are given the same object, so that its
-/// name and its master are read once.
+/// name and its master are read once. A design without a title master raises `InvalidRequest` when it is asked for it.
 class DesignsObject final : public ListObject<powerpoint::Design>
 {
 public:
@@ -24,11 +24,12 @@ public:
     std::shared_ptr<powerpoint::Design> At(std::optional<std::size_t> index) const;
 
 protected:
+    /// The same objects that At gives.
     std::vector<std::shared_ptr<powerpoint::Design>> MakeElements() override { return designs_; }
 
 private:
     OpenFileReference file_;
-    std::vector<std::shared_ptr<powerpoint::Design>> designs_;
+    std::vector<std::shared_ptr<powerpoint::Design>> designs_;  // in the order of the file's masters
 };
 
 }  // namespace tessarine::builtin

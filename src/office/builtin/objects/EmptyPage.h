@@ -15,6 +15,7 @@ public:
 
     /// This and every member below that names a shape or a link raises `InvalidRequest`, as there is none to name.
     ShapeFacts Shape(std::size_t shape) override;
+    /// Nothing occurs here, whatever is sought.
     bool MayHold(const SoughtText& /*sought*/) override { return false; }
     std::optional<std::size_t> FindText(std::size_t shape, const TextPattern& pattern, std::size_t from) override;
     std::size_t ReplaceText(std::size_t shape, std::size_t begin, std::size_t length, StringView with) override;

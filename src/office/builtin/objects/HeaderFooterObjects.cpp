@@ -28,6 +28,7 @@ public:
     void PutText(const String& value) override
     {
         const String text = WithParagraphBreaks(value);
+        // Text() raises where the page shows none. Putting what is there is no edit of the file.
         if (Text() != text)
             page_.PutHeaderFooter(kind_, text);
     }

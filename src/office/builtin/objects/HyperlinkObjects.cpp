@@ -20,6 +20,7 @@ public:
 
     void PutAddress(const String& value) override
     {
+        // Putting what is there is no edit: the file stays as it is, byte by byte.
         if (page_.HyperlinkAddress(link_) != value)
             page_.PutHyperlinkAddress(link_, value);
     }

@@ -15,6 +15,7 @@ template <class Element>
 class ListObject : public powerpoint::Collection<Element>, public std::enable_shared_from_this<ListObject<Element>>
 {
 public:
+    /// A new walk from the first element on. Raises what MakeElements raises, as long as the elements are not there.
     std::unique_ptr<powerpoint::Enumerator<Element>> NewEnum() override
     {
         if (!elements_)
@@ -33,6 +34,7 @@ private:
     public:
         explicit Walk(std::shared_ptr<ListObject> list) : list_(std::move(list)) {}
 
+        /// The next element, or null after the last one, however often it is asked.
         std::shared_ptr<Element> Next() override
         {
             return next_ < list_->elements_->size() ? (*list_->elements_)[next_++] : nullptr;

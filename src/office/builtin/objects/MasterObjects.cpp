@@ -34,6 +34,7 @@ private:
 
 std::shared_ptr<powerpoint::Master> MakeMaster(OpenFileReference file, PageReader* page, CanHaveHeader canHaveHeader)
 {
+    // A line of its own: `file` is moved from in the next one.
     PageReader& there = file->PageOrEmpty(page);
     return std::make_shared<MasterObject>(std::move(file), there, canHaveHeader);
 }

@@ -18,7 +18,7 @@ public:
 
     PresentationReader& Reader() { return *reader_; }  ///< The door to the file.
 
-    /// The page itself, or a page without shapes in place of null.
+    /// The page itself, or a page without shapes in place of null. Both live as long as this object.
     PageReader& PageOrEmpty(PageReader* page) { return page == nullptr ? emptyPage_ : *page; }
 
     /// The search text prepared, for hints and for finding it. The last one is kept, since a run looks for one text all
@@ -28,9 +28,10 @@ public:
 private:
     std::shared_ptr<PresentationReader> reader_;  // the provider watches it to know which files are open
     EmptyPage emptyPage_;
-    std::optional<SoughtText> sought_;
+    std::optional<SoughtText> sought_;  // nothing before the first search
 };
 
+/// How the objects hold it: shared, so that the last of them closes the file.
 using OpenFileReference = std::shared_ptr<OpenFile>;
 
 }  // namespace tessarine::builtin

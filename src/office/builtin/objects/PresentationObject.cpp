@@ -23,6 +23,7 @@ public:
     {
     }
 
+    // File() is there for its failure after Close.
     std::shared_ptr<powerpoint::Slides> Slides() override { return File(), slides_; }
     std::shared_ptr<powerpoint::Designs> Designs() override { return File(), designs_; }
 
@@ -56,6 +57,7 @@ public:
     void Close() override
     {
         File();
+        // Objects that somebody still holds have references to the file of their own.
         slides_.reset();
         designs_.reset();
         file_.reset();

@@ -10,6 +10,7 @@ namespace tessarine::builtin
 namespace
 {
 
+// In UTF-16 units.
 constexpr std::size_t longestBuiltInText = 255;
 
 /// Where an index from 1 stands in a collection.
@@ -50,6 +51,7 @@ public:
     void PutValue(const powerpoint::Value& value) override
     {
         const String text = powerpoint::TextOf(value);
+        // First of all: a run may put back the text that it has read even where nothing can be put.
         if (powerpoint::TextOf(Value()) == text)
             return;
         if (!rule_.isWritable)

@@ -60,6 +60,7 @@ public:
                                                 powerpoint::TriState MatchCase,
                                                 powerpoint::TriState WholeWords) override
     {
+        // Any TriState but msoFalse is true; msoTrue itself is -1.
         const TextPattern pattern(file_->Sought(FindWhat), MatchCase != 0, WholeWords != 0);
         const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
         return hit ? MakeHitRange(shared_from_this(), *hit, FindWhat.size()) : nullptr;
@@ -84,6 +85,7 @@ public:
 
     void PutSourceFullName(const String& value) override
     {
+        // Putting what is there is no edit.
         if (page_.LinkSource(shape_) != value)
             page_.PutLinkSource(shape_, value);
     }

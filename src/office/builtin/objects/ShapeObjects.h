@@ -10,6 +10,9 @@ namespace tessarine::builtin
 
 /// The shapes of a page, with their texts and the sources of linked objects. A shape without a text frame raises
 /// `InvalidRequest` for its text, one that isn't a linked object for its source.
+///
+/// Find and Replace skip the first `After` UTF-16 units (a negative number is 0) and give null when there is no hit.
+/// Replace takes one hit and gives the range of what it has put in, with line ends as paragraph breaks.
 std::shared_ptr<powerpoint::Shapes> MakeShapes(OpenFileReference file, PageReader& page);
 
 }  // namespace tessarine::builtin

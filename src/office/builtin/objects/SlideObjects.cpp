@@ -30,6 +30,7 @@ public:
     {
     }
 
+    // Asked for late: the reader reads a slide when its page is first asked for.
     std::shared_ptr<powerpoint::Shapes> Shapes() override
     {
         if (!shapes_)
@@ -42,6 +43,7 @@ public:
         return MakeHeadersFooters(file_, Page(), CanHaveHeader::No);
     }
 
+    // Made anew each time, as edits of texts may remove links.
     std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() override { return MakeHyperlinks(file_, Page()); }
 
     std::shared_ptr<powerpoint::SlideRange> NotesPage() override

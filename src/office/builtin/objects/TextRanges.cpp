@@ -33,6 +33,7 @@ public:
                                                    std::int32_t After, powerpoint::TriState MatchCase,
                                                    powerpoint::TriState WholeWords) override
     {
+        // The text's own Replace would take a hit beyond the range, too.
         if (!Find(FindWhat, After, MatchCase, WholeWords))
             return nullptr;
         return text_->Replace(FindWhat, ReplaceWhat, FromStart(After), MatchCase, WholeWords);
