@@ -55,6 +55,7 @@ public:
         } catch (const Failure& failure) {
             // One of many files failed: the text says which.
             throw Failure(failure.number, FileName + u": " + failure.description, u"Presentations.Open");
+            // The limits are the engine's; the machine may have less. The file fails, and the run goes on.
         } catch (const std::bad_alloc&) {
             throw Failure(FailureNumber::SystemOutOfMemory,
                           FileName + u": There is not enough memory to open the file");
@@ -80,6 +81,7 @@ private:
     {
         auto bytes = std::make_unique<RandomAccessFile>(path);
         const RandomAccessFile::Identity id = bytes->Id();
+        // Closed is what nobody holds any more, whether Close was called or not.
         std::erase_if(open_, [](const OpenPresentation& entry) { return entry.reader.expired(); });
         if (std::ranges::any_of(open_, [&](const OpenPresentation& entry) { return entry.Is(id); }))
             throw Failure(FailureNumber::SharingViolation, u"The presentation is open already");

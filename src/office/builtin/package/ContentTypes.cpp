@@ -32,6 +32,7 @@ void ContentTypes::Read() const
 {
     const XmlDocument document(bytes_, contentTypesName, limits_);
     const auto keep = [&](std::string_view text) {
+        // A value with references was decoded into the document's memory, which ends with the document.
         const bool isInBytes = text.data() >= bytes_.data() && text.data() < bytes_.data() + bytes_.size();
         return isInBytes ? text : std::string_view(texts_.emplace_back(text));
     };
@@ -58,6 +59,7 @@ std::string ContentTypes::TypeOf(std::string_view partName) const
     const auto find = [](const std::vector<Type>& types, std::string_view name) {
         return std::ranges::find_if(types, [&](const Type& type) { return PartNameEqual()(type.name, name); });
     };
+    // An override wins over its extension's default (ECMA-376 part 2, 10.1.2).
     if (const auto found = find(overrides_, partName); found != overrides_.end())
         return PlainType(found->type);
     const std::size_t dot = partName.rfind('.');

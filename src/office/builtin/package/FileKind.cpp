@@ -56,9 +56,11 @@ FileKind CompoundKind(const RandomAccessBytes& bytes)
     const auto has = [&](std::string_view name) { return std::ranges::find(names, name) != names.end(); };
     if (names.empty())
         return FileKind::DamagedCompound;
+    // [MS-OFFCRYPTO]. The text is in two pieces, as "\x06D" would be one character.
     if (has("EncryptedPackage") || has("\x06"
                                        "DataSpaces"))
         return FileKind::EncryptedPackage;
+    // Before the older kinds: "97-2003 & 95" files hold both, and the newer presentation counts.
     if (has("PowerPoint Document") || has("PP97_DUALSTORAGE"))
         return FileKind::BinaryPresentation;
     if (has("PP40") || has("Text_Content"))
@@ -70,12 +72,14 @@ FileKind CompoundKind(const RandomAccessBytes& bytes)
 
 FileKind FileKindOf(const RandomAccessBytes& bytes)
 {
+    // A flat package begins with an XML declaration and an instruction for the shell; its root comes soon after.
     std::array<char, 512> buffer{};
     const std::size_t length = std::min<std::uint64_t>(bytes.Size(), buffer.size());
     bytes.Read(0, std::as_writable_bytes(std::span(buffer).first(length)));
     const std::string_view head(buffer.data(), length);
     if (head.empty())
         return FileKind::Empty;
+    // A first entry, an archive without entries, and the mark in front of one that was split once.
     if (head.starts_with("PK\x03\x04") || head.starts_with("PK\x05\x06") || head.starts_with("PK\x07\x08"))
         return FileKind::Package;
     if (head.starts_with("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"))

@@ -15,7 +15,7 @@ namespace
 
 constexpr std::string_view contentTypesName = "[Content_Types].xml";
 
-/// An entry's name as the name of a part, when it is not one as it stands.
+/// An entry's name as the name of a part, when it is not one as it stands: older .NET versions write backslashes.
 std::optional<std::string> PartNameOfOddEntry(std::string_view entryName)
 {
     if (!entryName.starts_with('/') && entryName.find('\\') == std::string_view::npos)
@@ -48,6 +48,7 @@ std::string_view Package::NameOf(Entry entry) const
 std::optional<Package::Entry> Package::Find(std::string_view partName) const
 {
     auto found = byName_.find(partName);
+    // Targets are URIs; the entry may be named by the plain characters.
     if (found == byName_.end() && partName.find('%') != std::string_view::npos)
         found = byName_.find(DecodePercent(partName));
     if (found == byName_.end())
@@ -59,6 +60,7 @@ std::vector<Package::Entry> Package::PartsOfType(std::string_view type)
 {
     const ContentTypes& types = Types();
     std::vector<Entry> parts;
+    // Any part may have the type by its extension then; otherwise the overrides name all that have it.
     if (types.HasDefaultOf(type)) {
         for (const auto& [name, entry] : byName_)
             if (types.TypeOf(name) == type)
@@ -100,11 +102,13 @@ std::string_view Package::ReadInto(std::string& memory, Entry entry) const
                                std::to_string(zip.method) + ", which presentations don't use");
     if (zip.size > limits_.partBytes || zip.packedSize > limits_.partBytes)
         throw Damage(zip.name, "it would take " + std::to_string(zip.size) + " bytes, more than a part may");
+    // Many parts, each within its limit, can take the machine's memory together.
     inflated_ += zip.size;
     if (inflated_ > limits_.packageXmlBytes)
         throw Damage(zip.name, "the parts of this package would take more memory than they may");
 
     const std::string_view packed = ZipDirectory::ReadPacked(*bytes_, zip, packed_);
+    // Never made smaller: growing it again would fill it with zeros for each part.
     if (memory.size() < zip.size)
         memory.resize(zip.size);
     const std::string_view content(memory.data(), zip.size);
@@ -136,9 +140,11 @@ std::string_view Package::ReadXmlOnce(Entry entry)
 {
     if (onceEntry_ == entry)
         return onceContent_;
+    // First, because what raises below leaves neither the old text nor the new one there.
     onceEntry_.reset();
     onceContent_ = ReadInto(once_, entry);
     if (NeedsDecoding(onceContent_, entry))
+        // Kept in once_, which was the memory of the bytes.
         onceContent_ = once_ = DecodeXml(onceContent_, encodings_[entry], NameOf(entry));
     onceEntry_ = entry;
     return onceContent_;

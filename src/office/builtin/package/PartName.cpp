@@ -91,6 +91,7 @@ std::string ResolveTarget(std::string_view sourcePart, std::string_view target)
         const std::string_view segment = rest.substr(0, slash);
         rest.remove_prefix(std::min(slash + 1, rest.size()));
         if (segment == "..") {
+            // What would lead above the root stays there (RFC 3986, 5.2.4).
             if (!segments.empty())
                 segments.pop_back();
         } else if (!segment.empty() && segment != ".") {

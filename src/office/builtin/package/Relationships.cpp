@@ -92,6 +92,7 @@ private:
                   : Skip("Target=\"") ? ReadValue(relationship.target)
                                       : Skip("TargetMode=\"") && ReadValue(mode)))
                 return false;
+            // Some programs put a blank in front of "/>".
         } while (Skip(" ") && !bytes_.substr(at_).starts_with("/>"));
         relationship.external = mode == "External";
         return Skip("/>");
@@ -99,6 +100,7 @@ private:
 
     bool ReadValue(std::string_view& value)
     {
+        // Given already, if only as "": an attribute that comes twice is for Index.
         if (value.data() != nullptr)
             return false;
         std::size_t end = at_;
@@ -163,6 +165,7 @@ void Relationships::Index(std::string_view part, const Limits& limits)
 /// The first one of that id, removed or not.
 std::optional<std::size_t> Relationships::IndexOf(std::string_view id) const
 {
+    // So few are found faster one after the other than by way of a map.
     constexpr std::size_t few = 16;
     if (relationships_.size() <= few) {
         const auto found = std::ranges::find(relationships_, id, &Relationship::id);
@@ -170,6 +173,7 @@ std::optional<std::size_t> Relationships::IndexOf(std::string_view id) const
             return std::nullopt;
         return static_cast<std::size_t>(found - relationships_.begin());
     }
+    // Fills the map once. emplace keeps the first of an id, which is the one that counts.
     for (std::size_t i = byId_.empty() ? 0 : relationships_.size(); i < relationships_.size(); ++i)
         byId_.emplace(relationships_[i].id, i);
     const auto found = byId_.find(id);
@@ -191,6 +195,7 @@ const Relationship* Relationships::FirstOf(std::string_view kind) const
 void Relationships::PutTarget(std::string_view id, std::string target)
 {
     const std::size_t index = IndexOf(id).value();
+    // An empty target has data, too. Without the attribute there is no place for a value.
     if (relationships_[index].target.data() == nullptr)
         throw Damage({}, "a relationship has no target", relationships_[index].offset);
     relationships_[index].target = Keep(std::move(target));
@@ -203,6 +208,7 @@ std::string Relationships::NewId() const
     std::size_t largest = 0;
     for (const Relationship& relationship : relationships_) {
         const std::string_view id = relationship.id;
+        // Nine digits fit into every sum.
         if (!id.starts_with("rId") || id.size() > 12 || id.find_first_not_of("0123456789", 3) != std::string_view::npos)
             continue;
         std::size_t number = 0;

@@ -24,7 +24,7 @@ public:
 
 private:
     std::span<const std::byte> bytes_;  // of one of the two below
-    void* mapped_ = nullptr;
+    void* mapped_ = nullptr;            // null when the bytes were copied
     std::vector<std::byte> copy_;
 };
 

@@ -9,6 +9,7 @@ WholeFile::WholeFile(const RandomAccessBytes& file)
 {
     const std::size_t size = file.Size();
     if (file.Descriptor() >= 0) {
+        // Private: nothing of this is ever written back.
         void* const mapped = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.Descriptor(), 0);
         if (mapped != MAP_FAILED) {
             mapped_ = mapped;
@@ -16,6 +17,7 @@ WholeFile::WholeFile(const RandomAccessBytes& file)
             return;
         }
     }
+    // An empty file can't be mapped, nor can files of some file systems.
     copy_.resize(size);
     file.Read(0, copy_);
     bytes_ = copy_;
