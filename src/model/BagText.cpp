@@ -10,6 +10,8 @@ namespace tessarine
 namespace
 {
 
+/// Three bytes with the surrogate's own number, which UTF-8 forbids. AppendUtf8 would put U+FFFD in its place, and a
+/// text that holds half a pair would not come back as it was saved.
 void AppendSurrogate(std::string& bytes, char16_t unit)
 {
     bytes += '\xED';
@@ -28,6 +30,8 @@ Sequence FirstSequence(std::string_view bytes)
     const auto lead = static_cast<std::uint8_t>(bytes.front());
     if (lead < 0x80)
         return {1, lead};
+    // C0 and C1 could only begin a longer form of an ASCII character, F5 and above only a number beyond the last code
+    // point.
     const std::size_t length = lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
     if (length == 0 || length > bytes.size())
         return {};
@@ -37,6 +41,7 @@ Sequence FirstSequence(std::string_view bytes)
             return {};
         codePoint = codePoint << 6 | (byte & 0x3F);
     }
+    // By length: the smallest code point that needs so many bytes. A character has one form only.
     constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
     if (codePoint < smallest[length] || codePoint > 0x10FFFF)
         return {};
@@ -70,6 +75,7 @@ std::optional<String> TextFromBag(std::string_view bytes)
         if (length == 0)
             return std::nullopt;
         bytes.remove_prefix(length);
+        // The halves of a pair, written one by one, would be a second form of that character. No writer makes it.
         if (endsWithLoneHigh && IsLowSurrogate(codePoint))
             return std::nullopt;
         endsWithLoneHigh = IsHighSurrogate(codePoint);

@@ -10,7 +10,8 @@ namespace tessarine
 namespace
 {
 
-/// The positions of the properties.
+/// The positions of the properties. They are found by position, never by name, as readers of saved jobs have always
+/// done: a property put in front of these would be taken for the list file.
 constexpr std::int32_t listFile = 1;
 constexpr std::int32_t listSource = 2;
 constexpr std::int32_t language = 3;
@@ -55,6 +56,7 @@ String ListFileOf(const CustomProperties& properties)
 ListSource ListSourceOf(const CustomProperties& properties)
 {
     const String text = ToUpper(Trim(PropertyAt(properties, listSource).PropertyValue));
+    // Any other text, the empty one too, means the list in the grid.
     return text == external ? ListSource::External : ListSource::Internal;
 }
 

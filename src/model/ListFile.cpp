@@ -60,6 +60,7 @@ bool FindAndReplaceItems::ImportList(const String& vFilepath)
         ImportRefusal.reset();
         KeepFailure(FileFailure, [&] { Import(vFilepath, isAccepted); });
     });
+    // A file that was refused and then failed to close is told as failed: callers tell one of the two.
     if (FileFailure)
         ImportRefusal.reset();
     return isAccepted;
@@ -94,6 +95,7 @@ void FindAndReplaceItems::Import(const String& path, bool& isAccepted)
     // Before the header is read, so that a bad one leaves an empty list and not the pairs of another file.
     if (!KeepExistingItems)
         items_ = {};
+    // More than 32767 rows are an Overflow. By then the list is empty, and nothing of the file is in it.
     const auto rows = Checked<std::int16_t>(NotNull(usedRange->Rows())->Count());
     const auto cells = NotNull(worksheet_->Cells());
     std::shared_ptr<Project> owner;
@@ -104,6 +106,7 @@ void FindAndReplaceItems::Import(const String& path, bool& isAccepted)
                 break;
             continue;
         }
+        // One project for all pairs of the import. A run that is handed the list puts its own in its place.
         if (!owner)
             owner = std::make_shared<Project>();
         AddRow(*cells, row, owner);
@@ -120,6 +123,8 @@ bool FindAndReplaceItems::AcceptsHeader(excel::Range& cells)
 {
     for (std::int32_t column = 1; column <= ListColumnCount; ++column) {
         const String header = excel::TextOf(ValueAt(cells, 1, column));
+        // The first difference is the one reported. The loop goes on, so that a header that can't be read as a text is
+        // a failure of the file wherever it stands.
         const bool differs = ToUpper(header) != ToUpper(ListHeaders[static_cast<std::size_t>(column) - 1]);
         if (differs && !ImportRefusal)
             ImportRefusal = ListRefusal{.reason = ListRefusal::Reason::Header, .column = column, .header = header};
@@ -176,6 +181,7 @@ bool FindAndReplaceItems::Export(const String& path)
 void FindAndReplaceItems::ExportWorkbook(const String& path)
 {
     application_ = excel::CreateApplication();
+    // Without questions: the application would ask before it replaces an older file, with nobody there to answer.
     NotNull(application_)->PutDisplayAlerts(false);
     workbook_ = NotNull(application_->Workbooks())->Add();
     worksheet_ = NotNull(workbook_)->ActiveSheet();

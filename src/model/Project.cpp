@@ -12,6 +12,7 @@ Project::Project(std::shared_ptr<powerpoint::Provider> provider)
       FindAndReplaceItemsOptionSetting(std::make_shared<OptionSetting>()),
       provider_(std::move(provider))
 {
+    // A project that nobody has set up yet changes no file.
     options->IsFindOnly = true;
 }
 

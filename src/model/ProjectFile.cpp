@@ -85,6 +85,7 @@ private:
         if (!value)
             return 0;
         if (const bool* boolean = std::get_if<bool>(&*value))
+            // -1 is the number of "true" in everything that jobs and lists store.
             return *boolean ? -1 : 0;
         if (const std::int32_t* number = std::get_if<std::int32_t>(&*value))
             return *number;
@@ -101,8 +102,10 @@ void ReadStoredBlock(const String& path, PropertyBag& bag)
     const RandomAccessFile file(path);
     std::vector<std::byte> bytes(std::min<std::uint64_t>(file.Size(), PropertyBag::HeaderLength));
     file.Read(0, bytes);
+    // A file shorter than the header goes to PutContents as it is, which tells what is wrong with it.
     if (bytes.size() == PropertyBag::HeaderLength) {
         const auto length = PropertyBag::BlockLength(std::span(bytes).first<PropertyBag::HeaderLength>());
+        // A length that can't be right is left to PutContents as well: no memory is taken for it.
         if (length > bytes.size() && length <= PropertyBag::LongestBlock) {
             bytes.resize(std::min(file.Size(), *length));
             file.Read(0, bytes);
@@ -119,6 +122,7 @@ void ReadStoredBlock(const String& path, PropertyBag& bag)
 void ReadItems(const FieldReader& read, FindAndReplaceItems& items, const std::shared_ptr<Project>& owner)
 {
     const std::int16_t count = read.Count(ItemCountKey);
+    // A negative count, which no writer makes, is an empty list.
     for (std::int32_t i = 0; i < count; ++i) {
         const String key = ItemKey(i);
         const auto setting = std::make_shared<OptionSetting>();
@@ -166,6 +170,8 @@ void WriteProject(PropertyBag& bag, const Project& project)
     WriteRunOptions(bag, *NotNull(project.options));
     WriteOptionSetting(bag, {}, *NotNull(project.FindAndReplaceItemsOptionSetting));
 
+    // Readers take 16 bits. A longer list would be a job that can't be opened again, so the save fails before it has
+    // touched the file.
     Checked<std::int16_t>(itemCount);
     std::int32_t i = 0;
     for (const auto& item : project.FindAndReplaceList->NewEnum()) {
@@ -176,6 +182,7 @@ void WriteProject(PropertyBag& bag, const Project& project)
     }
 
     const auto customPropertyCount = Checked<std::int16_t>(NotNull(project.CustomProperies)->Count());
+    // Numbered from 1, unlike the items, whose keys count from 0.
     std::int32_t n = 0;
     for (const auto& property : project.CustomProperies->NewEnum())
         bag.WriteProperty(PropertyKey(++n), property->ProperyName + u"|" + property->PropertyValue);
@@ -188,6 +195,7 @@ std::unique_ptr<RandomAccessFile> OldFile(const String& path)
     try {
         return std::make_unique<RandomAccessFile>(path);
     } catch (const Failure& failure) {
+        // Of a file that is there but can't be read the tail is unknown; taken for missing, it would lose that tail.
         if (failure.number != FailureNumber::SystemFileNotFound)
             throw;
         return nullptr;
@@ -224,6 +232,7 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
             ReadStoredBlock(vFilepath, bag);
 
             const FieldReader read(bag);
+            // Into a project of its own: what fails halfway leaves the options and pairs in force as they are.
             const auto loaded = std::make_shared<Project>();
             read(*loaded->options);
             read({}, *loaded->FindAndReplaceItemsOptionSetting);
@@ -253,6 +262,7 @@ void Project::SaveAsProject(String& vFilepath, bool)
                 return;
             }
             if (!HasProjectExtension(vFilepath))
+                // In the caller's text, so that the caller knows the file's name.
                 vFilepath += u".tsq";
             PropertyBag bag;
             WriteProject(bag, *this);

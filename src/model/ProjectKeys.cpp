@@ -17,6 +17,7 @@ String ItemKey(std::int32_t item)
 
 String PropertyKey(std::int32_t number)
 {
+    // Spelled so in every saved project. The right spelling would not find their properties.
     return u"Propery" + FromUtf8(std::to_string(number));
 }
 

@@ -26,6 +26,7 @@ enum class Type : std::uint8_t { Boolean = 1, Integer = 2, Text = 3 };
 template <class Integer>
 void Append(std::string& block, Integer value)
 {
+    // The least significant byte first, whatever the machine's own order.
     for (std::size_t byte = 0; byte < sizeof value; ++byte)
         block += static_cast<char>(value >> 8 * byte & 0xFF);
 }
@@ -113,6 +114,7 @@ public:
 private:
     std::span<const std::byte> Take(std::uint64_t length)
     {
+        // Subtracted, because the sum of a position and a length from a damaged file may overflow.
         if (length > block_.size() - at_)
             RaiseInvalidFormatAt(at_, "a record is longer than the block");
         const auto bytes = block_.subspan(at_, static_cast<std::size_t>(length));
@@ -127,6 +129,7 @@ private:
 /// The block that `bytes` begin with, sound as far as header and checksum tell.
 std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
 {
+    // As far as the bytes reach, so that a short file of another kind is told to be no project and not a cut one.
     if (!std::ranges::equal(bytes.first(std::min(bytes.size(), magic.size())), BytesOf(magic)))
         RaiseInvalidFormat("this is not a project file");
     if (bytes.size() < PropertyBag::HeaderLength)
@@ -135,6 +138,7 @@ std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
     if (found != version)
         RaiseInvalidFormat("the project file has version " + std::to_string(found) +
                            ", and this program reads version " + std::to_string(version));
+    // The length counts everything from the first byte of the header to the last of the checksum.
     const std::uint64_t length = IntegerIn(bytes.subspan(12, 8));
     if (length < PropertyBag::HeaderLength + checksumLength || length > PropertyBag::LongestBlock)
         RaiseInvalidFormat("the block gives its length as " + std::to_string(length));
@@ -143,6 +147,7 @@ std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
                            std::to_string(length));
 
     const auto block = bytes.first(static_cast<std::size_t>(length) - checksumLength);
+    // Before any record is read, so that damage is told as damage, whichever record it hit.
     if (IntegerIn(bytes.subspan(block.size(), checksumLength)) != Crc32(block))
         RaiseInvalidFormat("the checksum does not match, so the file is damaged");
     return block;
@@ -155,10 +160,12 @@ void PropertyBag::WriteProperty(const String& name, Value value)
     Record& record = records_.emplace_back(Record{name, std::move(value)});
     const auto found = index_.emplace_hint(next_, record.name, &record);
     next_ = std::next(found);
+    // The name is there already: its record keeps its place in the file and takes the new value.
     if (found->second != &record) {
         found->second->value = std::move(record.value);
         records_.pop_back();
     } else if (records_.size() > MostValues) {
+        // Taken back, so that the bag is as it was before.
         index_.erase(found);
         records_.pop_back();
         throw Failure(FailureNumber::Overflow, u"Overflow");
@@ -183,6 +190,7 @@ std::string PropertyBag::Contents() const
         Append(records, Checked<std::uint32_t>(static_cast<std::int64_t>(name.size())));
         records += name;
         std::visit(AppendValue{records}, record.value);
+        // Asked after each record, so that at most one record beyond the limit is ever built.
         if (records.size() > LongestBlock - HeaderLength - checksumLength)
             throw Failure(FailureNumber::Overflow, u"Overflow");
     }
@@ -203,12 +211,14 @@ void PropertyBag::PutContents(std::span<const std::byte> bytes)
     if (count > MostValues)
         RaiseInvalidFormat("the block holds " + std::to_string(count) + " values");
 
+    // Into a bag of its own, so that a fault found late leaves this one as it was.
     PropertyBag read;
     Reader reader(block, HeaderLength);
     for (std::uint64_t record = 0; record < count; ++record) {
         const std::uint64_t type = reader.Integer(1);
         const String name = reader.Text(4);
         read.WriteProperty(name, reader.Value(type));
+        // WriteProperty puts the second value over the first, so a name that stood twice leaves one record too few.
         if (read.records_.size() != record + 1)
             RaiseInvalidFormat("the name " + ToUtf8(name) + " stands twice");
     }

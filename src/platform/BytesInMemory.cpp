@@ -22,6 +22,7 @@ public:
         // Subtracted, because the sum of an offset and a size from a damaged file may overflow.
         if (offset > bytes_.size() || buffer.size() > bytes_.size() - offset)
             throw Failure(FailureNumber::FileCorrupt, u"The bytes end too early");
+        // No copy of nothing: memcpy forbids a null pointer even for a length of 0, and an empty span has one.
         if (!buffer.empty())
             std::memcpy(buffer.data(), bytes_.data() + offset, buffer.size());
     }

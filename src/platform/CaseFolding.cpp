@@ -48,7 +48,9 @@ private:
         auto page = std::make_unique<Page>();
         for (std::size_t i = 0; i < pageSize; ++i) {
             const char32_t unit = static_cast<char32_t>(first + i);
+            // Half a pair alone is no character and stays as it is; whole pairs never come here (MapRange).
             const char32_t mapped = IsSurrogate(unit) ? unit : Map(unit);
+            // A character beyond U+FFFF would take two units in the place of one.
             (*page)[i] = static_cast<char16_t>(mapped < 0x10000 ? mapped : unit);
         }
         return page;

@@ -13,6 +13,7 @@ CommonEnds CommonEndsOf(StringView before, StringView after)
     std::size_t front = 0;
     while (front < shorter && before[front] == after[front])
         ++front;
+    // A difference that began inside a pair would hold half a character.
     if (DividesPair(before, front) || DividesPair(after, front))
         --front;
 

@@ -22,6 +22,7 @@ void CopyFile(StringView source, StringView target)
     if (!original.IsOpen() || fstat(original.get(), &status) != 0)
         throw ClassicFileFailure(errno, "open", sourcePath);
 
+    // An older target stays until the copy is complete, so that a full disk leaves it as it was.
     ReplacementFile copy(target, ReplacementFile::CopyOf{status.st_mode});
     // Read to the end, not to the size that the file had: it may grow, and some file systems tell no size.
     std::array<std::byte, 64 * 1024> buffer;

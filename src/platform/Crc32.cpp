@@ -18,6 +18,7 @@ constexpr Tables MakeTables()
     for (std::uint32_t byte = 0; byte < 256; ++byte) {
         std::uint32_t rest = byte;
         for (int bit = 0; bit < 8; ++bit)
+            // The polynomial of zip files, its bits in reverse order.
             rest = rest >> 1 ^ (rest & 1 ? 0xEDB88320u : 0u);
         tables[0][byte] = rest;
     }
@@ -35,6 +36,7 @@ constexpr Tables tables = MakeTables();
 
 std::uint32_t Crc32(std::span<const std::byte> bytes)
 {
+    // All bits set and not 0, which zero bytes at the beginning would leave as it is.
     std::uint32_t rest = 0xFFFFFFFF;
     for (; bytes.size() >= stride; bytes = bytes.subspan(stride)) {
         std::uint32_t next = 0;

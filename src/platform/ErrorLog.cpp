@@ -53,6 +53,7 @@ String ErrorLogPath()
 
 void WriteErrorLog(const String& message) noexcept
 {
+    // Passed over: there is no other place to report that the log can't be written.
     Skip([&] {
         // Before the folder is settled there is no place for a log; the root of the file system is not one.
         if (!ApplicationDataFolder.empty())

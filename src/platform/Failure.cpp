@@ -23,6 +23,7 @@ String Failure::Reason() const
 Failure Failure::RaisedOn(String theDescription, String theSource) const
 {
     Failure raisedOn(number, std::move(theDescription), std::move(theSource));
+    // Without this the text around the text would become the reason, and the first cause would be lost.
     raisedOn.reason_ = reason_;
     return raisedOn;
 }

@@ -16,6 +16,7 @@ namespace tessarine
 FileTimes GetFileDateTime(StringView path)
 {
     FileTimes times;
+    // Passed over: times that can't be read are not valid, and SetFileDateTime leaves the file's own alone.
     Skip([&] {
         struct stat status = {};
         if (stat(NativePath(path).c_str(), &status) == 0)

@@ -21,6 +21,8 @@ struct Numbers {
     const char* classicText;
 };
 
+// In the order of FileTrouble, which the assertion holds. The classic family has no number for a file in use, so two
+// rows share one there.
 constexpr std::array<Numbers, 7> numbers{{
     {FileTrouble::FileMissing, FailureNumber::FileNotFound, FailureNumber::SystemFileNotFound, "File not found"},
     {FileTrouble::FolderMissing, FailureNumber::PathNotFound, FailureNumber::SystemPathNotFound, "Path not found"},
@@ -57,6 +59,7 @@ FileTrouble FileTroubleOf(int error, const std::string& path)
 {
     switch (error) {
         case ENOENT:
+            // The system has one error for both; users are told which of the two is missing.
             return FolderIsThere(path) ? FileTrouble::FileMissing : FileTrouble::FolderMissing;
         case ENOTDIR:
         case ENAMETOOLONG:
@@ -86,6 +89,7 @@ Failure ClassicFileFailure(int error, const char* action, const std::string& pat
 {
     const Numbers& row = NumbersOf(FileTroubleOf(error, path));
     std::string text = row.classicText;
+    // The texts of the other rows say what is wrong; this one needs the system's words.
     if (row.trouble == FileTrouble::DeviceFault)
         text += std::string(" (") + std::strerror(error) + ")";
     return {row.classic, FromUtf8(text + ": could not " + action + " " + path)};

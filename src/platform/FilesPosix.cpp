@@ -50,6 +50,8 @@ EntryKind KindOf(const std::string& folder, const dirent& entry)
         return EntryKind::File;
     if (entry.d_type == DT_DIR)
         return EntryKind::Folder;
+    // Other file systems leave the kind open. Asked without following links: a folder that holds a link to its own
+    // parent would be scanned without end.
     const std::string path = folder + entry.d_name;
     Status status = {};
     if (entry.d_type != DT_LNK && lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))

@@ -137,6 +137,7 @@ std::string Scientific(const Decimal& decimal)
     std::string text = decimal.digits.substr(0, 1);
     if (decimal.digits.size() > 1)
         text += std::string(DecimalSign()) + decimal.digits.substr(1);
+    // Two digits of the power at least: 1E+15, 1E-07.
     const std::string power = std::to_string(std::abs(decimal.exponent));
     return text + (decimal.exponent < 0 ? "E-" : "E+") + (power.size() < 2 ? "0" : "") + power;
 }
@@ -155,6 +156,7 @@ std::string Positional(Decimal decimal)
 
 std::string TimeText(const char* format, const std::tm& time)
 {
+    // strftime gives 0 for a text longer than the buffer, and the result is then empty.
     char buffer[256];
     return {buffer, strftime_l(buffer, sizeof buffer, format, &time, SystemLocale().get())};
 }
@@ -176,6 +178,7 @@ std::optional<double> NumberFromText(StringView text)
         return std::nullopt;
     double number = 0;
     const std::string& plain = reader.plain();
+    // A number beyond the range of a double is not a number here.
     if (std::from_chars(plain.data(), plain.data() + plain.size(), number).ec != std::errc())
         return std::nullopt;
     return number;
@@ -184,6 +187,7 @@ std::optional<double> NumberFromText(StringView text)
 String TextFromNumber(double number)
 {
     if (number == 0)
+        // The negative zero too: nobody wants to read "-0".
         return u"0";
     if (!std::isfinite(number))
         return std::isnan(number) ? u"NaN" : number > 0 ? u"INF" : u"-INF";
@@ -200,6 +204,7 @@ String DisplayDateTime(const std::tm& local)
     std::tm time = local;
     // Settles the day of the week, which some locales show. The local time zone plays no part in that.
     timegm(&time);
+    // A date without a time of day is kept as midnight, so midnight is shown as the date alone.
     const bool isMidnight = time.tm_hour == 0 && time.tm_min == 0 && time.tm_sec == 0;
     return FromUtf8(TimeText(isMidnight ? "%x" : "%x %X", time));
 }

@@ -38,6 +38,7 @@ SleepPort SetSleep(SleepPort port)
 
 MessageAnswer ShowMessage(const Message& message)
 {
+    // Nobody there to ask: the answer of a box with one button.
     return messageBox ? messageBox(message) : MessageAnswer::Ok;
 }
 
@@ -60,6 +61,8 @@ void SetMousePointer(MousePointer pointer)
 
 void YieldWithSleep()
 {
+    // A thread that only yields gets the processor back at once on an idle machine, and the run would still use all of
+    // it.
     constexpr std::chrono::milliseconds pause{1};
     if (sleepPort)
         sleepPort(pause);

@@ -97,6 +97,7 @@ std::string_view RawValue(std::string_view content, const Name& section, const N
 {
     for (std::string_view rest = LinesOfSection(content, section); !rest.empty();) {
         const std::string_view line = TakeLine(rest);
+        // A second section of the same name is not looked at, as the first one counts.
         if (SectionOf(line))
             return {};
         if (line.starts_with(';') || line.starts_with('['))
@@ -131,6 +132,7 @@ String FirstCharacters(String text, std::size_t count)
 
 String ProfileValue(std::string_view content, StringView section, StringView key, std::size_t longest)
 {
+    // Many editors write the mark; in front of the first bracket it would hide that section.
     if (content.starts_with(byteOrderMark))
         content.remove_prefix(byteOrderMark.size());
     // A value ends at its first NUL, as the texts that the Windows calls give.
@@ -140,6 +142,7 @@ String ProfileValue(std::string_view content, StringView section, StringView key
 
 String ReadProfileValue(StringView path, StringView section, StringView key, std::size_t longest)
 {
+    // A missing file is an empty one, so that a language without a file leaves no line in the log for each text.
     return FileExists(path) ? ProfileValue(ReadWholeFile(path), section, key, longest) : String();
 }
 

@@ -27,6 +27,7 @@ bool IsLockedByAnother(int descriptor)
         return true;
     if (flock(descriptor, LOCK_SH | LOCK_NB) != 0)
         return errno == EWOULDBLOCK;
+    // Asking must not keep the lock: the writer that comes next would be refused.
     flock(descriptor, LOCK_UN);
     return false;
 }
@@ -44,6 +45,7 @@ RandomAccessFile::RandomAccessFile(StringView path) : path_(NativePath(path))
         throw SystemFileFailure(errno, "open", path_);
 
     struct stat status = {};
+    // The error decides the failure's number: a folder or pipe is "not permitted", a locked file is "in use".
     const char* problem = nullptr;
     int error = 0;
     if (fstat(descriptor_, &status) != 0)

@@ -57,6 +57,7 @@ public:
     explicit NewFile(const std::string& target)
         : folder_(FolderOf(target)),
           target_(target),
+          // In the same folder, because a rename takes a file's place in one step only within one file system.
           path_(folder_ + ".tessarine-XXXXXX"),
           file_(mkostemp(path_.data(), O_CLOEXEC)),
           isThere_(file_.IsOpen())
@@ -93,6 +94,7 @@ public:
     void OfferTo(const Owner& owner)
     {
         if (owner.user != geteuid() || owner.group != getegid())
+            // The compiler warns of an unused result in spite of the cast; the "!" makes it a used one.
             static_cast<void>(!fchown(file_.get(), owner.user, owner.group));
     }
 
@@ -132,6 +134,7 @@ ReplacementFile::ReplacementFile(StringView path, bool isCopy)
     if (stat(target_.c_str(), &old) == 0) {
         owner_ = {old.st_uid, old.st_gid};
         mode_ = old.st_mode & 07777;
+        // Any other error leaves open whether there is a file to replace.
     } else if (errno != ENOENT) {
         Fail(errno, "save");
     }
@@ -175,6 +178,7 @@ void ReplacementFile::Fail(int error, const char* attempt) const
 
 void ReplacementFile::Write(std::span<const std::byte> bytes)
 {
+    // What is pending stays within the reserved size, unless one piece alone is longer.
     if (pending_.size() + bytes.size() > bufferSize)
         Flush();
     pending_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
@@ -195,6 +199,7 @@ void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t of
     // The system copies from file to file without the way through this process, which pays for long ranges only.
     constexpr std::uint64_t worthACall = 16384;
     if (source.Descriptor() >= 0 && length >= worthACall) {
+        // The pending bytes stand before the range.
         Flush();
         off_t from = static_cast<off_t>(offset);
         while (length > 0) {
@@ -225,8 +230,10 @@ void ReplacementFile::Commit()
         newFile_->OfferTo(*owner_);
     if (!newFile_->SetMode(mode_))
         Fail(errno, "save with the old permissions");
+    // Before the rename: after a power cut the name must not lead to a file without its bytes.
     if (!newFile_->FlushToDisk())
         Fail(errno, "save (flushing to the disk failed)");
+    // Some network file systems tell of a failed write only when the file is closed.
     if (!newFile_->Close())
         Fail(errno, "save");
     if (!newFile_->TakePlace())

@@ -108,6 +108,7 @@ std::string ToUtf8(StringView text)
 
 String Trim(StringView text)
 {
+    // Spaces alone, as the platform's own Trim: tabs and line ends are part of a text.
     const std::size_t begin = text.find_first_not_of(u' ');
     return begin == StringView::npos ? String() : String(text.substr(begin, text.find_last_not_of(u' ') + 1 - begin));
 }

@@ -19,6 +19,7 @@ SystemTimerPort SetSystemTimer(SystemTimerPort port)
 
 TimerIdentifier SetTimer(TimerIdentifier identifier, std::int32_t interval, TimerCallback callback)
 {
+    // 0 stands for no timer: without a port there is none to tick or to stop.
     return systemTimer.setTimer ? systemTimer.setTimer(identifier, interval, std::move(callback)) : 0;
 }
 

@@ -15,6 +15,7 @@ String FailureText(const Failure& failure, StringView procedureName, StringView 
     text += failure.description;
     text += u") in procedure ";
     text += procedureName;
+    // The line is always 0: the program keeps no line numbers, and the form of the log's lines stays as it was.
     text += u" at Line No. 0 of ";
     text += place;
     return text;

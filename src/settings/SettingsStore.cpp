@@ -36,6 +36,7 @@ void SaveSetting(const String& application, const String& section, const String&
 {
     QSettings store(PathOf(application), QSettings::IniFormat);
     store.setValue(NameOf(section, key), QStringView(value).toString());
+    // At once: QSettings otherwise writes when it likes, and a failure would go unnoticed.
     store.sync();
     if (store.status() != QSettings::NoError)
         throw Failure(FailureNumber::PermissionDenied,
