@@ -68,9 +68,11 @@ void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& 
         CurrentProject = std::make_shared<Project>(provider);
         LoadDefaultProject();
         ChooseLanguage();
+        // Before the check: the file type stays registered when the start ends there.
         desktop.RegisterFileType(u"tsqfile", u"tsq", u"Tessarine-PowerPoint Setting File",
                                  ProgramFolder() + PathSeparator + String(ExecutableName) + u".exe, 30001");
         if (!IsPowerPointAvailable(provider)) {
+            // The second message in a row; the first one told what went wrong.
             ShowMessage(u"PowerPoint has not been installed.", MessageIcon::None);
             return;
         }

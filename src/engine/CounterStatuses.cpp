@@ -18,6 +18,7 @@ std::shared_ptr<CounterStatus> CounterStatuses::Add(const CounterStatus::Locatio
         auto status = std::make_shared<CounterStatus>();
         for (const SearchLocation& row : SearchLocations)
             status->PutCount(row.location, counts[static_cast<std::size_t>(row.location)]);
+        // After the counts, because PutCount sets the status as well: the caller's value is the one that holds.
         status->FileStausAfterProcess = vFileStausAfterProcess;
         status->FindWhat = FindWhat;
         status->ReplaceWith = ReplaceWith;

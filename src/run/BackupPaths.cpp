@@ -5,10 +5,12 @@ namespace tessarine
 
 String BackupTargetOf(const String& path)
 {
+    // The last four characters and not the extension: saved backups of ".pptx" files have the names that come of it.
     constexpr std::size_t extensionLength = 4;
     constexpr StringView backupExtension = u".bak";
     const String extension = path.size() > extensionLength ? path.substr(path.size() - extensionLength) : path;
     String target = path;
+    // A path of four characters or fewer is its own extension as a whole; the empty one would be found everywhere.
     if (extension.empty())
         return target;
     for (std::size_t at = target.find(extension); at != String::npos;

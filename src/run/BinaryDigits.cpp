@@ -21,6 +21,7 @@ std::int32_t BinaryToDecimal(StringView text)
     for (const char16_t unit : text) {
         if (unit < u'0' || unit > u'9')
             throw Failure(FailureNumber::TypeMismatch, u"Type mismatch");
+        // All ten digits are let through, so that a digit above 1 counts as so many ones.
         number = Checked<std::int32_t>(std::int64_t{number} * 2 + (unit - u'0'));
     }
     return number;

@@ -43,11 +43,14 @@ std::int32_t Project::GetFileToProcessFileCount()
 {
     return LogAndReturn({u"GetFileToProcessFileCount", place}, [&] {
         FilesToProcess.clear();
+        // Emptied before anything can fail, so that a missing folder does not leave the files of the count before.
         const ProjectOptions& jobOptions = *NotNull(options);
         AllowedExtensionPatterns.clear();
         for (const StringView pattern : Split<StringView>(jobOptions.ComaSepAllowedExtensions, u";"))
             AllowedExtensionPatterns.emplace_back(pattern);
 
+        // A missing folder answers -1 and leaves the message to the caller. A missing list is told here and counts as
+        // no files.
         if (!jobOptions.TakesListedFiles()) {
             if (!FolderExists(jobOptions.FileToProcessFolderPath))
                 return std::int32_t{-1};
@@ -64,12 +67,14 @@ std::int32_t Project::GetFileToProcessFileCount()
 void Project::RetriveFolder(const String& path)
 {
     LogAndReturn({u"RetriveFolder", place}, [&] {
+        // A folder's own files first, then those of its subfolders: the order of a run and of its reports.
         for (const String& file : FilesOfFolder(path))
             if (CheckFileExt(file))
                 FilesToProcess.push_back(file);
         if (!NotNull(options)->Include_Subfolders)
             return;
         for (const String& folder : SubfoldersOfFolder(path))
+            // Each folder logs its own failure, so that one that can't be read does not cost its neighbours.
             RetriveFolder(folder);
     });
 }
@@ -93,6 +98,7 @@ bool Project::CheckFileExt(const String& path) const
         if (path.empty() || !FileExists(path))
             return false;
         const std::size_t dot = path.rfind(u'.');
+        // A path without any dot is logged as a failure, and the file is not taken.
         if (dot == String::npos)
             throw Failure(FailureNumber::InvalidProcedureCall, u"Invalid procedure call or argument");
         // Intended: the star stands in the text under test, so only a pattern whose end can match it takes a file.

@@ -7,8 +7,10 @@ void Project::UnloadPowerPoint()
 {
     std::shared_ptr<powerpoint::Application> running;
     Skip([&] { running = NotNull(provider_)->AttachToRunning(); });
+    // Nothing running is the usual case after a clean end.
     if (!running)
         return;
+    // One by one: an application that refuses the first may still follow the second.
     Skip([&] { running->PutDisplayAlerts(0); });
     Skip([&] { running->Quit(); });
 }
@@ -34,6 +36,7 @@ void RunLoop::RestartAsPlanned()
 {
     Statement([&] { Application().Quit(); });
     project_.application_.reset();
+    // After the reference is gone: what answers now is an application that did not follow Quit.
     project_.UnloadPowerPoint();
     StartAgain();
 }
@@ -48,6 +51,7 @@ void RunLoop::RestartAfterLoss()
 
 void RunLoop::StartAgain()
 {
+    // AutomationSecurity is left out, see SetUp.
     Statement([&] { CreateApplication(); });
     Statement([&] { SetDisplayAlerts(); });
 }

@@ -62,6 +62,7 @@ void RunLoop::Run()
         } catch (...) {
             if (mode_ != Mode::General)
                 throw;
+            // Outside the try block, so that what the handler itself fails with leaves Search.
             step = HandleGenerally(CurrentFailure());
         }
     }
@@ -103,6 +104,8 @@ RunLoop::Step RunLoop::SetUp()
     engine_.mIsFindOnly = Options().IsFindOnly;
 
     if (list_) {
+        // The pairs come from a list of their own; CustomProperties reads from their project whether to change
+        // anything.
         for (const auto& item : list_->NewEnum())
             item->Project = project_.shared_from_this();
         engine_.mItems = list_;
@@ -116,6 +119,8 @@ RunLoop::Step RunLoop::SetUp()
     // Intended: only here, because the macros of what a restart opens have always followed the application's default.
     Application().PutAutomationSecurity(powerpoint::msoAutomationSecurityForceDisable);
 
+    // Settled for the whole run: receivers of events may change the list meanwhile, and Begin notices a file that is
+    // gone.
     bound_ = Checked<std::int16_t>(static_cast<std::int64_t>(project_.FilesToProcess.size()));
     return Step::NextFile;
 }
@@ -128,6 +133,7 @@ RunLoop::Step RunLoop::Begin()
             throw Failure(FailureNumber::SubscriptOutOfRange, u"Subscript out of range");
         path_ = project_.FilesToProcess[position];
     });
+    // The receiver hears of a file before the cancel is looked at, so a run may be cancelled from this very event.
     Statement([&] { project_.BeforFileProcess.Raise(path_); });
 
     if (project_.IsProcessCancel) {
@@ -135,11 +141,13 @@ RunLoop::Step RunLoop::Begin()
         return Step::End;
     }
 
+    // Before the read-only attribute is looked at: a file that is then left alone has a backup all the same.
     if (Options().BackupMode)
         Statement([&] { CopyFile(path_, BackupTargetOf(path_)); });
 
     Statement([&] { savedAttributes_ = GetAttributes(path_); });
     Statement([&] { attributeBits_ = DecimalToBinary(savedAttributes_.bits); });
+    // The last binary digit is the attribute "read-only".
     if (attributeBits_.ends_with(u'1')) {
         if (!Options().ProcessReadonlyFiles) {
             ReportUnprocessed(u"Read Only File.");
@@ -184,6 +192,8 @@ RunLoop::Step RunLoop::Restore()
     if (Options().KeepOriginalFileDate)
         SetFileDateTime(path_, savedTimes_);
     SetAttributes(path_, savedAttributes_);
+    // A file whose processing failed has no result of its own: it hands on that of the file before, under its own name.
+    // Without one before it the run ends here.
     NotNull(result_)->FileName = path_;
     return Step::Report;
 }
@@ -195,6 +205,7 @@ RunLoop::Step RunLoop::Report()
     ++processedFileCount_;
 
     const std::int32_t restartAfter = Options().RestartApplicationAfterFiles;
+    // The list as it is now, unlike the bound: a file added by a receiver of an event counts.
     const bool isLast = static_cast<std::size_t>(index_) == project_.FilesToProcess.size();
     if (restartAfter != 0 && processedFileCount_ % restartAfter == 0 && !isLast)
         RestartAsPlanned();
@@ -216,6 +227,7 @@ RunLoop::Step RunLoop::End()
     Statement([&] { Application().Quit(); });
     project_.application_.reset();
     project_.UnloadPowerPoint();
+    // A cancel is for one run; the next one starts afresh.
     project_.IsProcessCancel = false;
     Statement([] { SetMousePointer(MousePointer::Default); });
     return Step::Done;
@@ -234,6 +246,7 @@ RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
         case FailureNumber::ServerGone:
         case FailureNumber::RemoteCallFailed:
             RestartAfterLoss();
+            // The same file once more, with the new application. No count ends the tries.
             return Step::Open;
         case FailureNumber::ApplicationDefined:
         case FailureNumber::Unspecified:

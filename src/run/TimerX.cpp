@@ -37,6 +37,7 @@ void Tick(TimerIdentifier identifier)
 
 TimerX::~TimerX()
 {
+    // A destructor can't pass on a failure.
     Skip([this] { PutEnabled(false); });
 }
 
@@ -51,6 +52,7 @@ void TimerX::PutEnabled(bool value)
 void TimerX::StartOrStop()
 {
     if (Interval >= 1 && enabled_) {
+        // The system is asked for the same timer with another interval; only a new one is added to the list.
         const TimerIdentifier running = identifier_;
         identifier_ = SetTimer(running, Interval, Tick);
         if (running == 0 && identifier_ != 0)

@@ -35,6 +35,7 @@ WildcardPattern::WildcardPattern(StringView pattern)
                 const std::size_t end = pattern.find(u']', i + 1);
                 if (end == StringView::npos)
                     throw InvalidPattern();
+                // "[]" stands for no character at all and takes none.
                 if (end > i + 1)
                     elements_.push_back(SetOf(pattern.substr(i + 1, end - i - 1)));
                 i = end;
@@ -49,6 +50,7 @@ WildcardPattern::WildcardPattern(StringView pattern)
 WildcardPattern::Element WildcardPattern::SetOf(StringView content)
 {
     Element element;
+    // A "!" alone between brackets is an ordinary character.
     if (content.size() > 1 && content.front() == u'!') {
         element.isNegated = true;
         content.remove_prefix(1);
@@ -94,6 +96,7 @@ bool WildcardPattern::Matches(StringView subject) const
             return false;
         }
     }
+    // What is left of the pattern must be able to stand for nothing.
     return std::all_of(elements_.begin() + static_cast<std::ptrdiff_t>(element), elements_.end(),
                        [](const Element& rest) { return rest.isAnyRun; });
 }
