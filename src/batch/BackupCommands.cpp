@@ -25,6 +25,7 @@ constexpr std::array<StringView, 9> presentationExtensions{u"pptx", u"pptm", u"p
 
 std::string FirstBytes(const String& path)
 {
+    // Four bytes tell a package from a binary presentation.
     std::string bytes(4, '\0');
     std::ifstream(NativePath(path), std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return bytes;
@@ -79,6 +80,8 @@ BackupOwners::BackupOwners(const BatchCall& call, const std::vector<JobFile>& fi
 std::optional<String> BackupOwners::OtherThan(const String& path, const String& backup) const
 {
     const String stem = path.substr(0, path.rfind(u'.') + 1);
+    // A backup's name does not say which extension its file had, so each presentation with the same stem may be its
+    // owner.
     for (const StringView extension : presentationExtensions) {
         const String other = stem + String(extension);
         const StringView name = StringView(other).substr(other.rfind(std::filesystem::path::preferred_separator) + 1);

@@ -123,9 +123,11 @@ private:
 
     void TakeOption(const std::string& argument)
     {
+        // Only long options take their value after an equals sign.
         const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
         const std::string name = argument.substr(0, equals);
         const OptionRow& row = RowOf(name, command_);
+        // A switch may be given twice, as it says the same again.
         if (!given_.insert(row.name).second && !row.repeatable && !row.argument.empty())
             Refuse(name + " is given twice");
         const std::string value = row.argument.empty() ? NoValue(name, equals) : Value(row, argument, equals);
@@ -183,6 +185,7 @@ void CheckRun(OptionValues& values)
         Refuse("--count and --no-count contradict each other");
     if (values.revisionByGiven && call.revision.empty())
         Refuse("--revision-by needs --revision");
+    // Counting is the default; --count is there for scripts that want to say so.
     call.count = !values.noCountGiven;
     if (!call.list)
         CheckPairs(values);
@@ -237,6 +240,7 @@ BatchCall CheckedCall(OptionValues& values)
         CheckRun(values);
     if (call.command == Command::JobMake)
         CheckJobToMake(call);
+    // Ahead of the check for paths: a saved job brings its files along.
     if (call.command == Command::Run || call.command == Command::JobShow) {
         CheckJob(call);
         return call;
@@ -256,6 +260,7 @@ std::variant<BatchCall, EarlyEnd> ReadCommandLine(const std::vector<std::string>
 {
     try {
         const std::string first = arguments.empty() ? std::string() : arguments.front();
+        // Ahead of the command, as a question for help need not name one.
         if (first == "--help" || first == "-h")
             return EarlyEnd{0, GeneralHelp(), {}};
         if (first == "--version")

@@ -8,6 +8,7 @@ namespace tessarine::batch
 FilePattern::FilePattern(StringView pattern) : stem_(ToUpper(pattern.substr(0, pattern.rfind(u'.'))))
 {
     const std::size_t dot = pattern.rfind(u'.');
+    // Without a dot the pattern is for the whole name, whatever its extension.
     if (dot != StringView::npos)
         extension_.emplace(ToUpper(pattern.substr(dot + 1)));
 }

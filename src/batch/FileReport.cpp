@@ -9,6 +9,7 @@ std::int64_t PairReport::Occurrences() const
 {
     std::int64_t sum = 0;
     for (const std::int32_t count : counts)
+        // A place that was not searched has -1.
         sum += count > 0 ? count : 0;
     return sum;
 }

@@ -132,6 +132,7 @@ std::string HelpFor(Command command)
     for (const OptionRow& row : OptionTable()) {
         if (!(row.commands & Only(command)))
             continue;
+        // The rows of a group stand together in the table.
         if (row.group != group)
             help += fmt::format("\n{}:\n", row.group);
         group = row.group;

@@ -45,6 +45,7 @@ public:
             case std::filesystem::file_type::directory:
                 return AddFolder(path);
             case std::filesystem::file_type::not_found:
+                // What is missing may still have a backup. A path with a NUL names no file at all.
                 return Add(path, keepsMissing_ && native ? String() : u"File not found.");
             case std::filesystem::file_type::none:
             case std::filesystem::file_type::unknown:
@@ -74,6 +75,7 @@ private:
                 return;
             for (const String& subfolder : SubfoldersOfFolder(folder))
                 AddFolder(subfolder);
+            // The folder stands in the report in place of its files, and the others are taken all the same.
         } catch (const Failure& failure) {
             Add(folder, failure.Reason());
         }
@@ -81,6 +83,8 @@ private:
 
     bool IsWanted(StringView name) const
     {
+        // Lock files of the office programs, and the companions that macOS writes for each file on foreign disks: they
+        // have the extension and are not presentations.
         if (name.starts_with(u"~$") || name.starts_with(u"._"))
             return false;
         return std::ranges::any_of(patterns_, [&](const FilePattern& pattern) { return pattern.Matches(name); });

@@ -30,6 +30,7 @@ std::string Escaped(StringView text)
             escaped += "\\r";
         else if (character == '\t')
             escaped += "\\t";
+        // Bytes of longer characters are 80 and above and stay as they are.
         else if (byte < 0x20 || byte == 0x7F)
             escaped += fmt::format("\\x{:02X}", byte);
         else

@@ -69,6 +69,7 @@ bool AreSame(const FindAndReplaceItem& left, const FindAndReplaceItem& right)
 /// What a written list loses when it is read again; nothing when it is the same.
 std::string LossIn(const String& path, const FindAndReplaceItems& written)
 {
+    // Only reading it again tells: a format leaves out what it can't hold without any failure.
     FindAndReplaceItems read;
     if (!read.ImportList(path) || read.FileFailure)
         return ToUtf8(u"it can't be read back: " + ImportReason(read, path));
@@ -143,6 +144,7 @@ std::vector<std::string> TakeListPairs(Project& project, const BatchCall& call)
 ConvertedList ConvertList(const String& from, const String& to)
 {
     const auto list = LoadList(from);
+    // The export asks for the folder of the path, and a name alone has none.
     const std::filesystem::path full = std::filesystem::absolute(ToUtf8(to));
     const String folder = FromUtf8(full.parent_path().string());
     if (!FolderExists(folder))

@@ -32,6 +32,7 @@ void SwitchOn(OptionSetting& setting, std::string_view names)
 {
     for (;;) {
         const std::size_t comma = names.find(',');
+        // An empty name between two commas is refused like any unknown one.
         SwitchOnOne(setting, names.substr(0, comma));
         if (comma == std::string_view::npos)
             return;

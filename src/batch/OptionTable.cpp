@@ -49,6 +49,7 @@ void TakeList(OptionValues& values, const std::string& argument)
 String CheckedPattern(std::string_view pattern)
 {
     try {
+        // Made for its failure alone; the run makes its own.
         (void)FilePattern(FromUtf8(pattern));
     } catch (const Failure&) {
         Refuse("--pattern: \"" + std::string(pattern) +
@@ -66,6 +67,7 @@ void TakePatterns(OptionValues& values, const std::string& argument)
             values.call.patterns.push_back(CheckedPattern(pattern));
         rest.remove_prefix(std::min(rest.size(), pattern.size() + 1));
     }
+    // Asked of all patterns so far: an empty one after another does no harm.
     if (values.call.patterns.empty())
         Refuse("--pattern: the pattern is empty");
 }
@@ -98,6 +100,7 @@ void TakeRevisionBy(OptionValues& values, const std::string& argument)
 {
     const char* const end = argument.data() + argument.size();
     const auto [stop, error] = std::from_chars(argument.data(), end, values.call.revisionBy);
+    // "inf" and "nan" are read as numbers, too.
     if (error != std::errc() || stop != end || !std::isfinite(values.call.revisionBy))
         Refuse("--revision-by: \"" + argument + "\" is not a number");
     values.revisionByGiven = true;
@@ -134,6 +137,7 @@ void TakeFormat(OptionValues& values, const std::string& argument)
 const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
+// Below the two texts that it borrows: constants of a file are made in their order.
 const std::array<OptionRow, 22> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",

@@ -10,6 +10,7 @@ namespace tessarine::batch
 namespace
 {
 
+// To the first column, then erase to the end of the line.
 constexpr std::string_view eraseLine = "\r\x1b[K";
 
 bool IsContinuation(char byte)
@@ -27,6 +28,7 @@ std::size_t CodePoints(std::string_view text)
 
 void Put(std::FILE* file, std::string_view text)
 {
+    // A failure is passed over: notes and progress are not the report, and a run needs no terminal.
     std::fwrite(text.data(), 1, text.size(), file);
 }
 
@@ -41,6 +43,7 @@ void Output::Write(std::string_view piece)
 {
     if (piece.empty())
         return;
+    // Report and progress may share a terminal; the line that is to be rewritten must be gone first.
     EndProgress();
     const bool written = std::fwrite(piece.data(), 1, piece.size(), report_) == piece.size();
     const bool flushed = std::fflush(report_) == 0;
@@ -82,6 +85,7 @@ std::string FittedTo(std::string_view text, std::size_t columns)
     if (columns <= mark.size())
         return std::string(mark.substr(0, columns));
 
+    // Cut at the front, as the end of a path tells more, and never inside a character.
     surplus -= columns - mark.size();
     std::size_t at = 0;
     while (at < text.size() && (surplus > 0 || IsContinuation(text[at]))) {

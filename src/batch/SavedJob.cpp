@@ -84,6 +84,7 @@ std::vector<JobFile> FilesOfJob(Project& project)
         CheckInput(ValidateFile(list, FileListExtensions), u"list of files", list);
     else
         CheckInput(ValidateFolder(folder), u"folder", folder);
+    // Called for FilesToProcess, which it fills.
     project.GetFileToProcessFileCount();
     std::vector<JobFile> files;
     for (const String& path : project.FilesToProcess)
@@ -119,6 +120,7 @@ void LoadJob(Project& project, const String& path)
     std::int32_t error = 0;
     if (project.LoadProject(path, error))
         return;
+    // The codes of LoadProject; with any other one the reason is in FileFailure.
     if (error == 1)
         Refuse(u"there is no job " + InQuotes(path));
     if (error == 2)
@@ -177,6 +179,7 @@ String SaveJob(Project& project, const String& path)
     const String folder(WithoutTrailingSeparator(FolderOf(full)));
     if (!FolderExists(folder))
         Refuse(u"there is no folder " + InQuotes(folder));
+    // The call may add ".tsq". The answer is the path as the user wrote it, with that end.
     const std::size_t length = full.size();
     project.SaveAsProject(full, true);
     if (project.FileFailure)

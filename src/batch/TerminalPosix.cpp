@@ -27,6 +27,7 @@ bool IsTerminal(std::FILE* stream)
 
 bool UsesColors(std::FILE* stream)
 {
+    // Any value of the variable counts, even "0" (no-color.org).
     return CanRewriteLine(stream) && Environment("NO_COLOR").empty();
 }
 
@@ -40,6 +41,7 @@ std::size_t TerminalColumns(std::FILE* stream)
     winsize size{};
     if (ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
         return size.ws_col;
+    // A terminal that does not tell its width is taken for one of the classic 80 columns.
     return 80;
 }
 

@@ -170,6 +170,7 @@ std::string TextReport::FileLine(const String& path, const std::string& state) c
 std::string TextReport::FailedLine(const String& path, const String& error) const
 {
     // The texts of the run begin with blanks now and then; people need not see them.
+    // A text of blanks alone is found nowhere; the length then bounds the position.
     const StringView text = StringView(error).substr(std::min(error.size(), error.find_first_not_of(u' ')));
     return FileLine(path, Painted("failed", red) + ": " + Escaped(text));
 }
@@ -186,6 +187,7 @@ std::string TextReport::FoundLines(const FileReport& file) const
 
     std::string lines;
     for (const PairReport& pair : file.pairs) {
+        // A list may have hundreds of pairs; those without a hit would hide the others.
         if (pair.Occurrences() == 0)
             continue;
         const std::string text = PairText(pair);

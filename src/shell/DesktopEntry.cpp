@@ -77,11 +77,13 @@ std::string ExecCommand(const std::string& path)
         if (character == '%')  // one alone begins a field code, even between quotes
             quoted += '%';
     }
+    // As an argument first, then as a value, so that a backslash in the path is escaped twice.
     return Value(quoted + '"');
 }
 
 std::string DesktopEntry(const DesktopProgram& program)
 {
+    // TryExec makes a desktop hide the entry once the program is gone from its place.
     return "[Desktop Entry]\n" + Line("Type", "Application") + Line("Version", "1.0") +
            Line("Name", Value(program.title)) + Line("Comment", Value(program.description)) +
            Line("Exec", ExecCommand(program.path) + " %f") + Line("TryExec", Value(program.path)) +

@@ -35,6 +35,7 @@ std::int32_t OpenWithDesktop(const String& target, std::chrono::milliseconds pat
     opener->setStandardInputFile(QProcess::nullDevice());
     opener->setStandardOutputFile(QProcess::nullDevice());
     opener->setStandardErrorFile(QProcess::nullDevice());
+    // A viewer that stays open must not keep the folder, and the disk it is on, in use.
     opener->setWorkingDirectory(QStringLiteral("/"));
     opener->start(QStringLiteral("xdg-open"), {ToQt(target)});
     if (!opener->waitForStarted()) {
@@ -42,6 +43,7 @@ std::int32_t OpenWithDesktop(const String& target, std::chrono::milliseconds pat
         return ShellResult::NoAssociation;
     }
     if (!opener->waitForFinished(static_cast<int>(patience.count())))
+        // Still running is a success: some openers stay for as long as the document is open.
         return ShellResult::Opened;
     return opener->exitStatus() == QProcess::NormalExit ? ResultOf(opener->exitCode()) : ShellResult::NoAssociation;
 }

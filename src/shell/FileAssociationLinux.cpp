@@ -70,7 +70,9 @@ bool PutIcon(const String& folder, const std::string& name, const char* drawing)
 /// Icons for every size. Desktops look at the time of the theme's own folder to learn of new ones.
 void PutIcons(const String& theme, const std::string& program, std::string mimeType)
 {
+    // Icons of file types are found by the type's name with "-" for the slash.
     mimeType.replace(mimeType.find('/'), 1, "-");
+    // Both are written before either answer counts.
     const bool isNewProgram = PutIcon(theme + u"/scalable/apps", program, "tessarine");
     const bool isNewType = PutIcon(theme + u"/scalable/mimetypes", mimeType, "project");
     if (isNewProgram || isNewType)
@@ -90,6 +92,7 @@ void RegisterFileType(const String& ClassName, const String& Extension, const St
         const std::string mimeType = "application/x-" + ToUtf8(ClassName);
 
         PutIcons(data + u"/icons/hicolor", program, mimeType);
+        // The desktop's tools take their time, so they run only after a change.
         if (PutFile(data + u"/mime/packages", program + ".xml",
                     MimePackage({mimeType, ToUtf8(Description), ToUtf8(Extension)})))
             RunTool("update-mime-database", data + u"/mime");

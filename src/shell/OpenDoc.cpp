@@ -58,6 +58,8 @@ std::int32_t OpenPath(const QString& path)
 std::int32_t OpenDoc(const String& File, String& ErrorText)
 {
     return LogAndReturn({u"OpenDoc", u"Module modShell"}, [&] {
+        // A name without a folder is looked for in the root and not in the current folder, which is whatever the start
+        // made it.
         const std::int32_t code =
             File.empty() ? ShellResult::FileNotFound : OpenPath(QDir::root().absoluteFilePath(ToQt(File)));
         if (code < ShellResult::Opened)
@@ -75,6 +77,7 @@ String OpenDocErrorText(std::int32_t code)
             return u"Path not found";
         case ShellResult::AccessDenied:
             return u"Access denied";
+        // The numbers are the shell's. The opener of this system gives only those with a name.
         case 8:
             return u"Out of memory";
         case 11:

@@ -17,6 +17,7 @@ QStringList QtNameFilters(const String& filter)
         if (parts[i].isEmpty())
             continue;
         QString patterns = i + 1 < parts.size() ? parts[i + 1] : QString();
+        // Qt separates patterns by blanks.
         patterns.replace(u';', u' ');
         filters << parts[i] + " (" + (patterns.isEmpty() ? QStringLiteral("*") : patterns) + u')';
     }

@@ -50,6 +50,7 @@ void RecentFiles::SaveMRUFileList(String Path)
         std::int32_t number = 0;
         for (;; ++number) {
             const bool isFree = Entry(number).empty();
+            // The store only grows, so this may take a while; the windows stay alive meanwhile.
             DeliverPendingEvents();
             if (isFree)
                 break;
@@ -78,6 +79,7 @@ std::vector<String> RecentFiles::ReadStore()
     MRUStoreCount = 0;
     for (;;) {
         String path = Entry(MRUStoreCount);
+        // Counts the empty entry that ends the store as well.
         MRUStoreCount = CheckedSum(MRUStoreCount, 1);
         if (path.empty())
             return MRUList;

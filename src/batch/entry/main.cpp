@@ -29,6 +29,7 @@ int End(const batch::EarlyEnd& end)
 {
     std::fwrite(end.output.data(), 1, end.output.size(), stdout);
     std::fwrite(end.error.data(), 1, end.error.size(), stderr);
+    // Also of --help: what went to a full disk was not done.
     return std::fflush(stdout) == 0 ? end.exitStatus : batch::ExitStatus::FileFailed;
 }
 
