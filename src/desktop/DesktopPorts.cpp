@@ -39,6 +39,7 @@ DesktopPorts::DesktopPorts()
 
 DesktopPorts::~DesktopPorts()
 {
+    // From here on Qt may be gone. Whoever still asks gets the answer of a process without a user.
     SetMessageBox({});
     SetDeliverPendingEvents({});
     SetMousePointerReceiver({});

@@ -11,6 +11,7 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
 {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool isRound = element == PE_IndicatorRadioButton;
+    // Of 0 to 255. On a lighter ground the style's own frame can be seen well enough.
     constexpr int middle = 128;
     if ((!isRound && element != PE_IndicatorCheckBox && element != PE_IndicatorItemViewItemCheck) ||
         option->palette.color(QPalette::Window).lightness() >= middle)
@@ -20,6 +21,7 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(option->palette.color(QPalette::PlaceholderText));
     painter->setBrush(Qt::NoBrush);
+    // Half a pixel inside, so that the line covers whole pixels and stays sharp.
     const QRectF outline = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
     constexpr qreal corner = 2;
     if (isRound)

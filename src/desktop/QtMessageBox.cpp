@@ -66,6 +66,7 @@ MessageAnswer ShowQtMessageBox(const Message& message)
                     ToQt(message.text), QtButtons(message), QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);  // a file name may look like markup
     int button = box.exec();
+    // Help is no answer: the question comes again after it.
     while (button == QMessageBox::Help) {
         ShowHelp();
         button = box.exec();

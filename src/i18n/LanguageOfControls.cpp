@@ -80,9 +80,11 @@ private:
     void ApplyMenu(const QList<QAction*>& items) const
     {
         for (QAction* item : items) {
+            // Recent files show their paths, for which no language has a text.
             if (item->objectName().isEmpty() || item->objectName().startsWith("mnuDefRF"))
                 continue;
             const QString caption = Text(*item, ".caption");
+            // The language file says which items are separators: those with the caption "-".
             item->setSeparator(caption == u"-");
             item->setText(item->isSeparator() ? QString() : caption);
             if (item->menu() != nullptr)

@@ -67,6 +67,7 @@ void frmChangeLanguage::BuildControls()
     cboLanguage = new QComboBox(frmOption);
     cboLanguage->setObjectName("cboLanguage");
     cboLanguage->setMinimumContentsLength(24);
+    // Replaced by the languages that have a file, see LoadLanguageFiles.
     cboLanguage->addItems({"Chinese(Big5)", "English", "French", "German", "Polish", "Russian", "Spanish"});
     lblLanguage->setBuddy(cboLanguage);
 
@@ -122,6 +123,7 @@ void frmChangeLanguage::LoadLanguageFiles()
 {
     LogAndReturn({u"LoadLanguageFiles", place}, [this] {
         cboLanguage->clear();
+        // No entry is chosen when the language in force has no file here.
         int chosen = -1;
         for (const String& name : LanguageFiles()) {
             // Intended: only ".lng" in small letters goes, so that "a.lng" and "a.LNG" are two entries.
@@ -138,6 +140,8 @@ void frmChangeLanguage::cmdOK_Click()
     LogAndReturn({u"cmdOK_Click", place}, [this] {
         const String chosen = FromQt(cboLanguage->currentText());
         CurrentLanguageFile = chosen + String(extension);
+        // Appended on every OK, without the extension, and never read: the next start takes the third property, and
+        // closing the main window builds that anew from CurrentLanguageFile.
         AddLanguage(*NotNull(CurrentProject)->CustomProperies, chosen);
         SaveSetting(String(ExecutableName), u"INIFILE", u"PATH", CurrentLanguageFile);
         hide();

@@ -29,6 +29,7 @@ struct Choice {
 /// Every failure from the dialog on is passed over.
 void Choose(CommonDialog& common, const Choice& choice, QLineEdit& target)
 {
+    // One dialog serves all commands and still holds what was chosen last.
     common.Filter = choice.filter;
     common.FileName.clear();
     common.DialogTitle = choice.title;

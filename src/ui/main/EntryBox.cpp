@@ -35,6 +35,7 @@ void EntryBox::mouseDoubleClickEvent(QMouseEvent* event)
 void NumberBox::keyPressEvent(QKeyEvent* event)
 {
     const QString typed = event->text();
+    // Backspace, Enter and the like come with a control character, arrows and function keys with no text.
     const bool isControl = typed.isEmpty() || typed.front() < u' ' || typed.front() == u'\x7f';
     if (isControl || AreDigits(typed))
         EntryBox::keyPressEvent(event);

@@ -37,6 +37,7 @@ QWidget* frmMain::BuildFilesTab()
     chkIncludesubfolders = Named<QCheckBox>("chkIncludesubfolders", "&Include subfolders");
     auto* const lblSpreadsheettypes = Named<QLabel>("lblSpreadsheettypes", "File Type");
     cboSpreadsheetType = Named<QComboBox>("cboSpreadsheetType");
+    // The one entry. A job with another pattern is shown, and then run, with this one.
     cboSpreadsheetType->addItem(ToQt(PresentationPattern));
     lblSpreadsheettypes->setBuddy(cboSpreadsheetType);
     scan->addWidget(lblStartfolder, 0, 0);

@@ -64,6 +64,7 @@ void frmMain::FillProjectObject()
         // Intended: the password is not taken over, so that no typed password reaches a file.
 
         CustomProperties& properties = *NotNull(CurrentProject->CustomProperies);
+        // From the front: the others move up after each removal.
         while (properties.Count() > 0)
             properties.Remove(1);
         const ListSource source = optLoad[0]->isChecked() ? ListSource::External : ListSource::Internal;
@@ -93,6 +94,7 @@ void frmMain::LoadProjectOnForm()
         if (const QString text = ToQt(options.RevisionDocumentPropertyIncrimentedBy);
             text != cboversion->currentText()) {
             cboversion->setEditText(text);
+            // Empties the box again when the text is not a number.
             cboversion_Change();
         }
         txtRevisonProperty->setText(ToQt(options.RevisionDocumentPropertyName));
@@ -104,8 +106,10 @@ void frmMain::LoadProjectOnForm()
         txtLoadsearch->setText(ToQt(ListFileOf(properties)));
         const int index = ListSourceOf(properties) == ListSource::External ? 0 : 1;
         optLoad[static_cast<std::size_t>(index)]->setChecked(true);
+        // Called here, because a button that was chosen already tells of no change.
         optLoad_Click(index);
 
+        // Without a match the entry that is chosen stays.
         const String wanted = FoldCase(options.ComaSepAllowedExtensions);
         for (int entry = 0; entry < cboSpreadsheetType->count(); ++entry) {
             if (FoldCase(FromQt(cboSpreadsheetType->itemText(entry))) == wanted) {

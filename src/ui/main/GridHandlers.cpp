@@ -83,6 +83,7 @@ void frmMain::cmdAdd_Click()
         FillItemOnForm(*NotNull(last));
         cmdDelete->setEnabled(grdItems->Rows() > 1);
         PutIsModifed(true);
+        // Last, because the form may show no location at all, and a pair without one is never looked for.
         EnsureOneLocation();
     });
 }
@@ -107,10 +108,12 @@ void frmMain::cmdDelete_Click()
             cmdDelete->setEnabled(false);
         EnableDisableControl();
         PutIsModifed(true);
+        // Rows counts the heading: this asks whether two pairs are left, the next line whether there is one.
         if (grdItems->Rows() > 2)
             grdItems->setFocus();
         if (grdItems->Rows() > 1)
             grdItems->SetRow(1);
+        // Another pair stands where the pointer last was.
         LastHoverRow = 0;
     });
 }

@@ -43,6 +43,7 @@ void frmMain::Toolbar1_ButtonClick(int Index)
     LogAndReturn({u"Toolbar1_ButtonClick", place}, [&] {
         constexpr int open = 1;
         constexpr int save = 2;
+        // 3 is the separator, which counts as a button.
         constexpr int help = 4;
         if (Index == open)
             mnuOpen_Click();

@@ -8,6 +8,7 @@ namespace tessarine
 
 void ItemEditor::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
+    // Comes again whenever the cell's data change; a text that is being typed must not be lost by that.
     if (!qobject_cast<QLineEdit*>(editor)->isModified())
         QStyledItemDelegate::setEditorData(editor, index);
 }
@@ -16,6 +17,7 @@ void ItemEditor::setModelData(QWidget* editor, QAbstractItemModel* model, const 
 {
     const QString text = qobject_cast<QLineEdit*>(editor)->text();
     if (text == index.data(Qt::EditRole).toString())
+        // A cell that was only opened and left does not mark the job.
         return;
     if (model->setData(index, text, Qt::EditRole))
         Q_EMIT TextChanged(index);

@@ -37,6 +37,8 @@ ItemsGrid::ItemsGrid(QWidget* parent) : QTableView(parent)
             [this](const QModelIndex& index) { Q_EMIT AfterEdit(index.row() + 1, index.column()); });
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current, const QModelIndex& previous) {
+                // While rows go, the current one wanders: the handlers would write to pairs that are not there any
+                // more.
                 if (!isRemoving_)
                     Q_EMIT RowColChange(previous.row() + 1, previous.column(), current.row() + 1, current.column());
             });
@@ -94,6 +96,7 @@ void ItemsGrid::RemoveRows(const std::vector<std::int32_t>& ascendingRows)
 std::vector<std::int32_t> ItemsGrid::SelectedRows() const
 {
     std::vector<std::int32_t> rows;
+    // Ranges may overlap, so that a row is met twice.
     for (const QItemSelectionRange& range : selectionModel()->selection())
         for (int row = range.top(); row <= range.bottom(); ++row)
             rows.push_back(row + 1);
@@ -120,6 +123,7 @@ void ItemsGrid::ShowAsActive(bool isActive)
 
 void ItemsGrid::SetStartWidths()
 {
+    // In twips, so that the columns are equally wide on the screen at every resolution.
     constexpr std::array twips{400, 1500, 1500, 2500, 2500};
     constexpr int twipsOfAnInch = 1440;
     for (int column = 0; column < static_cast<int>(twips.size()); ++column)
@@ -179,6 +183,7 @@ bool ItemsGrid::viewportEvent(QEvent* event)
 void ItemsGrid::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
+    // A list from a file makes the grid inactive; how to fill it is of no interest then.
     if (model_.rowCount() > 0 || !isActive_)
         return;
     constexpr int margin = 16;

@@ -64,6 +64,7 @@ void ItemsModel::RemoveRows(const std::vector<std::int32_t>& ascendingRows)
     const bool asReset = runs.size() > fewRemovals;
     if (asReset)
         beginResetModel();
+    // From the last run on, so that the positions of those before it stay.
     std::ranges::reverse(runs);
     for (const auto& [first, last] : runs) {
         if (!asReset)
@@ -94,6 +95,7 @@ void ItemsModel::SetUnderlinedRow(std::int32_t row)
 {
     const std::int32_t before = std::exchange(underlinedRow_, row);
     for (const std::int32_t changed : {before, row})
+        // Rows counts the heading, so the last pair's row is one below it.
         if (changed >= 1 && changed < Rows())
             RowChanged(changed);
 }
@@ -160,6 +162,7 @@ QVariant ItemsModel::data(const QModelIndex& index, int role) const
         case Qt::ToolTipRole:
             if (column == ItemColumn::ReplaceWith && NeverEnds(row))
                 return endlessTip_;
+            // Settings are often wider than their column; the tip shows them whole.
             return column >= ItemColumn::SearchType ? QVariant(Text(row, column)) : QVariant();
         case Qt::DecorationRole:
             return column == ItemColumn::ReplaceWith && NeverEnds(row) ? QVariant(Icon("warning")) : QVariant();

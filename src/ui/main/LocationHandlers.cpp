@@ -86,6 +86,7 @@ void frmMain::lstLookIn_ItemCheck()
         const std::vector<std::int32_t> rows = grdItems->SelectedRows();
         if (rows.empty())
             return;
+        // All marks and not the changed one alone: rows that are selected together become alike.
         for (const std::int32_t row : rows)
             TakeLocations(row);
         PutIsModifed(true);

@@ -114,6 +114,7 @@ void frmMain::ConnectHandlers()
         connect(box, &EntryBox::DblClick, this, [this, box] { OpenTextOf(*box); });
     for (NumberBox* box : {lstRestartFileCount, lstRestartAfterSecond})
         connect(box, &NumberBox::Click, this, &frmMain::Mark);  // a click counts as a change, typing does not
+    // The first tells of changes, the second also of choosing the same entry again.
     connect(cboSpreadsheetType, &QComboBox::currentIndexChanged, this, &frmMain::Mark);
     connect(cboSpreadsheetType, &QComboBox::activated, this, &frmMain::Mark);
     connect(cboversion->lineEdit(), &QLineEdit::textEdited, this, &frmMain::cboversion_Change);  // not a choice
@@ -130,6 +131,7 @@ void frmMain::ConnectGrid()
     grdItems->KeyDownEdit = [this](const QKeyEvent& Key) { return grdItems_KeyDownEdit(Key); };
     connect(grdItems, &ItemsGrid::KeyDown, this, &frmMain::grdItems_KeyDown);
     connect(grdItems, &ItemsGrid::MouseMove, this, &frmMain::grdItems_MouseMove);
+    // The panel around the grid gets no move when the pointer leaves at another edge, so leaving counts as one.
     connect(grdItems, &ItemsGrid::MouseLeave, this, &frmMain::pnlLoadOptions_MouseMove);
 }
 

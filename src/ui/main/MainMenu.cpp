@@ -86,6 +86,7 @@ void frmMain::BuildToolbar()
             Toolbar1_ButtonClick(index);
         });
     };
+    // The numbers count the separator.
     add("open", 1);
     add("save", 2);
     Toolbar1->addSeparator();

@@ -74,6 +74,7 @@ QWidget* frmMain::BuildTreatment()
     grid->setHorizontalSpacing(ColumnGap);
     constexpr int rows = 4;
     int cell = 0;
+    // Down the columns, in the order in which Tab goes through them.
     for (QCheckBox* box : {chkBackupMode, chkKeepOiginal, chkReadOnlyFile, chkAllowAlert, chkRequireCount, chkCPUUsage,
                            chkProccessLongestFileFirst}) {
         grid->addWidget(box, cell % rows, cell / rows);
@@ -90,6 +91,7 @@ QWidget* frmMain::BuildVersionControl()
     cboversion = Named<QComboBox>("cboversion");
     cboversion->setEditable(true);
     cboversion->addItems({"1.0", "0.1"});
+    // A completer would make "1.0" of a typed "1".
     cboversion->setCompleter(nullptr);
     cboversion->setInsertPolicy(QComboBox::NoInsert);
     cboversion->setCurrentIndex(-1);  // no entry is chosen at first

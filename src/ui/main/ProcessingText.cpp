@@ -17,6 +17,7 @@ String ProcessingText(const String& key, std::int32_t d, std::optional<std::int3
     text.replace(QLatin1String("%d"), QString::number(d));
     if (i)
         text.replace(QLatin1String("%i"), QString::number(*i));
+    // Last: a path may hold a "%d" or "%i" of its own.
     if (s)
         text.replace(QLatin1String("%s"), ToQt(*s));
     return FromQt(text);

@@ -74,6 +74,7 @@ void frmMain::menuSave_Click()
             common.Filter = projectFilter;
             common.DialogTitle = GetLngString(u"frmMain", u"110");
             if (Skip([this] { common.ShowSave(); }) != 0) {
+                // The project has the form's values already, and no file has them yet.
                 PutIsModifed(true);
                 return;
             }
@@ -83,6 +84,7 @@ void frmMain::menuSave_Click()
                 PutProjectFile(common.FileName);
             }
         } else {
+            // A copy, because the call may write the final name into it.
             String path = projectFile_;
             CurrentProject->SaveAsProject(path, true);
         }

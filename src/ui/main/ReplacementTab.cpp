@@ -21,6 +21,7 @@ namespace
 
 constexpr int locationLeading = 4;  // between two lines, half of it above the first
 
+/// A list whose margins can be set: Qt leaves that to derived classes.
 class LocationView : public QListWidget
 {
 public:

@@ -65,6 +65,7 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         }
         const Message question{GlobalMsg(u"1001"), MessageIcon::Exclamation, MessageButtons::YesNo, GlobalMsg(u"1002"),
                                true};
+        // A run that failed may leave its cancel set, which would end this one at the first file.
         CurrentProject->IsProcessCancel = false;
         if (ShowMessage(question) != MessageAnswer::Yes)
             return;
@@ -101,6 +102,7 @@ void frmMain::Run(std::int16_t Index, const std::shared_ptr<FindAndReplaceItems>
 {
     {
         WatchedRun run(runWatch_, *mProject, [this] {
+            // Closed during the run: the program was kept going for its sake and may end now.
             if (isClosed_)
                 Unloaded.Raise();
         });

@@ -110,6 +110,7 @@ void RunWatch::Show(ResultTree* tree, const CounterStatuses& status, const Proje
 {
     // May fail when the total no longer fits; what is shown then stays as it was.
     AddResult(tree, status, project.IsReqCount, {mFilesChanged, mTotalChanges});
+    // Still there: no events have been let through since Step found the window.
     frmProcessingDocuments& window = *frmProcessingDocuments::Loaded();
     window.SetChangesMade(ProcessingText(ChangesMadeKey(project.IsReqCount), mTotalChanges));
     if (!project.IsProcessCancel && mFilesProcessed != mTotalFiles)

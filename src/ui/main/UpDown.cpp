@@ -30,6 +30,7 @@ void UpDown::AddButton(Qt::ArrowType arrow, int step)
     button->setAutoRepeat(true);
     button->setFocusPolicy(Qt::NoFocus);  // the box has the keys
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+    // The two share the height of one box, which is less than Qt would give them.
     button->setMinimumHeight(1);
     layout()->addWidget(button);
     connect(button, &QToolButton::clicked, this, [this, step] { Step(step); });
@@ -51,6 +52,7 @@ bool UpDown::eventFilter(QObject* box, QEvent* event)
             return true;
         }
     }
+    // Without the focus the wheel scrolls, and must not change a number that the pointer passes.
     if (event->type() == QEvent::Wheel && box_.hasFocus() && box_.isEnabled()) {
         Step(static_cast<QWheelEvent*>(event)->angleDelta().y() > 0 ? 1 : -1);
         return true;

@@ -49,6 +49,8 @@ String GlobalMsg(const String& key)
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
 {
     setObjectName("frmMain");
+    // All controls first; then the tab order and the handlers, which need them; last the job, whose values the handlers
+    // answer to.
     BuildMenu();
     BuildToolbar();
     BuildTabs();
@@ -64,6 +66,8 @@ frmMain::~frmMain() = default;
 void frmMain::Form_Load()
 {
     LogAndReturn({u"Form_Load", place}, [this] {
+        // Both buttons are chosen from the start, so they tell of no change; the handlers grey what belongs to the
+        // other choice.
         optFileProcess_Click(0);
         optLoad_Click(0);
         LoadProjectOnForm();
@@ -72,6 +76,7 @@ void frmMain::Form_Load()
         recentFiles_->MRUCount = 0;
         recentFiles_->GetMRUFileList();
         SSTab1->setCurrentIndex(0);
+        // Filling the form has marked the job.
         PutIsModifed(false);
         LoadLng();
         PutProjectFile({});  // the default project does not count as an open file
@@ -140,6 +145,7 @@ void frmMain::closeEvent(QCloseEvent* event)
     if (Cancel)
         return;
     isClosed_ = true;
+    // A run in progress goes on, and the program ends with it (see Run).
     if (!runWatch_.IsRunGoing())
         Unloaded.Raise();
 }
@@ -148,6 +154,7 @@ void frmMain::Form_QueryUnload(bool& Cancel)
 {
     LogAndReturn({u"Form_QueryUnload", place}, [&] {
         FillProjectObject();
+        // Before the question and whatever its answer: the next start begins with the form as it stands now.
         String path = DefaultProjectPath();
         NotNull(CurrentProject)->SaveAsProject(path, true);
         if (isModifed_)

@@ -21,6 +21,7 @@ int SecondOfDay(QTime time)
 
 QString ElapsedTimeText(QTime start, QTime now)
 {
+    // Times of a day alone: a run over midnight shows what its length lacks to 24 hours.
     const int seconds = std::abs(SecondOfDay(now) - SecondOfDay(start));
     return "Total Elapsed Time : " + QTime(0, 0).addSecs(seconds).toString("HH:mm:ss");
 }

@@ -22,6 +22,7 @@ FileProgressBar::FileProgressBar(QWidget* parent) : QProgressBar(parent)
 
 void FileProgressBar::Begin(int files)
 {
+    // A range from 0 to 0 would make the bar run to and fro instead of standing empty.
     setRange(0, std::max(files, 1));
     Show(0);
 }
@@ -29,6 +30,7 @@ void FileProgressBar::Begin(int files)
 void FileProgressBar::AddStep()
 {
     ++steps_;
+    // While the timer runs, steps are only counted: painting each of many small files would slow the run.
     if (timer_ != 0)
         return;
     setValue(steps_);
@@ -46,6 +48,7 @@ void FileProgressBar::timerEvent(QTimerEvent* event)
         QProgressBar::timerEvent(event);
         return;
     }
+    // The timer goes on while steps come and stops at the first tick without a new one.
     if (value() != steps_) {
         setValue(steps_);
         return;

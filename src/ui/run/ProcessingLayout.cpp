@@ -72,6 +72,7 @@ void frmProcessingDocuments::BuildControls()
     whole->addWidget(panelWarning);
     whole->addWidget(SSTab1, 1);
     whole->addWidget(panelCommand);
+    // As the eye meets them. Left alone, Tab would go by the order of making, and the trees are made first.
     QWidget* before = SSTab1;
     for (QWidget* next : std::initializer_list<QWidget*>{cmdErrorLog, trvChangedFiles, cmdCommand[0], cmdCommand[1],
                                                          trvNotChangedFiles, trvErrors, cmdCopyLog, cmdOK})
@@ -106,6 +107,7 @@ QWidget* frmProcessingDocuments::BuildProgress()
     figures->addWidget(new LabelStrip(lblChangesMade), 1);
     figures->addWidget(lblelapsedSecs);
     auto* const column = new QVBoxLayout(panelProgress);
+    // In heights of the font, so that the room grows with the user's text.
     const int margin = fontMetrics().height();
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(margin / 2);
@@ -176,6 +178,7 @@ void frmProcessingDocuments::ConnectHandlers()
     using Form = frmProcessingDocuments;
     connect(SSTab1, &QTabWidget::currentChanged, this, &Form::SSTab1_Click);
     connect(pgbar1, &QProgressBar::valueChanged, this, [this](int steps) {
+        // After a run the bar may still move to its last steps, when the taskbar shows no share any more.
         if (IsRunGoing)
             ShowTaskbarProgress(static_cast<double>(steps) / pgbar1->maximum());
     });

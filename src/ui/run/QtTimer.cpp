@@ -30,6 +30,7 @@ struct QtTimers {
 
     TimerIdentifier Set(TimerIdentifier identifier, std::int32_t interval, const TimerCallback& callback)
     {
+        // Numbers are not used twice, so that a late tick never reaches another timer than its own.
         if (!running.contains(identifier))
             identifier = ++last;
         auto& timer = running[identifier];

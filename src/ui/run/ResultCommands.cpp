@@ -26,6 +26,7 @@ void frmProcessingDocuments::cmdCommand_Click(int index)
 {
     LogAndReturn({u"cmdCommand_Click", place}, [&] {
         const ProjectOptions& options = *NotNull(NotNull(CurrentProject)->options);
+        // Both commands find their files by the project's options; their signatures ask for a path all the same.
         const String path =
             options.TakesListedFiles() ? options.FileToProcessFilepath : options.FileToProcessFolderPath;
         if (index == 0)
@@ -43,6 +44,7 @@ void frmProcessingDocuments::cmdErrorLog_Click()
 void frmProcessingDocuments::OPenDocument(const ResultNode& node)
 {
     LogAndReturn({u"OPenDocument", place}, [&] {
+        // Files alone have a key. Pairs and locations open nothing.
         if (!node.Key.empty())
             Open(node.Key);
     });
@@ -73,12 +75,14 @@ void frmProcessingDocuments::trvErrors_DblClick()
 
 void frmProcessingDocuments::OpenNodeUnderPointer(const ResultTree& tree)
 {
+    // A double click brings no position along; the last move of the pointer has it.
     if (const auto node = tree.HitTest(lastX_, lastY_))
         OPenDocument(*node);
 }
 
 void frmProcessingDocuments::trvChangedFiles_MouseMove(int, int, float X, float Y)
 {
+    // One position serves the three trees, as only one of them is under the pointer.
     lastX_ = X;
     lastY_ = Y;
 }

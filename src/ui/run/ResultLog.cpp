@@ -16,6 +16,7 @@ constexpr QStringView lineEnd = u"\r\n";
 constexpr QStringView foundMark = u" - At least 1 occurrence(s) found ";
 constexpr QStringView notFoundMark = u" - No occurrence(s) found ";
 
+/// Borrowed, so that a log of many thousand lines is put together without a copy of each text.
 QStringView View(const String& text)
 {
     return QStringView(text.data(), static_cast<qsizetype>(text.size()));

@@ -14,6 +14,7 @@ namespace
 /// An index knows its parents by its internal number: the file + 1 in the low half, the item + 1 in the high one; 0 for
 /// none.
 using Parents = quintptr;
+// Two numbers of 32 bits in one; with smaller pointers a file's number would run into the item's.
 static_assert(sizeof(Parents) == 8);
 constexpr int halfBits = 32;
 
@@ -62,6 +63,7 @@ int Count(std::size_t size)
 
 ResultModel::Position ResultModel::AddItem(Position file, const String& text)
 {
+    // Items of a file that is not shown yet are shown with it; a shown file has to be told of separately.
     if (file < shownItems_.size() && std::ranges::find(grownFiles_, file) == grownFiles_.end())
         grownFiles_.push_back(file);
     return nodes_.AddItem(file, text);
@@ -73,6 +75,7 @@ void ResultModel::ShowAdditions()
         ShowItems(file);
     if (shownItems_.size() == nodes_.FileCount())
         return;
+    // One announcement for all new files: each one costs a view a layout of its own.
     beginInsertRows({}, Count(shownItems_.size()), Count(nodes_.FileCount()) - 1);
     for (Position file = static_cast<Position>(shownItems_.size()); file < nodes_.FileCount(); ++file)
         shownItems_.push_back(nodes_.ItemCount(file));
@@ -114,6 +117,7 @@ QModelIndex ResultModel::parent(const QModelIndex& index) const
 
 int ResultModel::rowCount(const QModelIndex& parent) const
 {
+    // By Qt's custom only the first column of a row has children.
     if (parent.column() > 0)
         return 0;
     switch (LevelOf(parent)) {

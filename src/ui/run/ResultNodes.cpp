@@ -7,6 +7,7 @@ ResultNodes::Position ResultNodes::AddFile(const String& text)
 {
     const Position file = FileCount();
     files_.push_back({text, {}});
+    // The first file of a name keeps it as its key; a result without a name can't be looked up.
     if (!text.empty())
         keys_.try_emplace(files_.back().text, file);
     additions_.push_back({file, 0, 0, true});
@@ -23,6 +24,7 @@ ResultNodes::Position ResultNodes::AddItem(Position file, const String& text)
 {
     const Position item = ItemCount(file);
     files_[file].items.push_back({texts_.Add(text), SharedLists::Empty});
+    // Items that follow each other in one file share an entry: a file has as many items as the job has pairs.
     if (additions_.back().file == file)
         additions_.back().itemsEnd = item + 1;
     else

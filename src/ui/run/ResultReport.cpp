@@ -21,6 +21,7 @@ public:
     explicit Showing(ResultTree& tree) : tree_(tree) {}
     ~Showing()
     {
+        // A destructor can't pass on a failure.
         Skip([this] { tree_.ShowAdditions(); });
     }
     Showing(const Showing&) = delete;
@@ -32,6 +33,7 @@ private:
 
 Position FileOf(ResultModel& results, const CounterStatuses& status, ResultCounters counters)
 {
+    // A further result of the same name goes under the same file, which then counts as changed once.
     if (const auto file = results.Nodes().FindFile(status.FileName))
         return *file;
     const Position file = results.AddFile(status.FileName);
@@ -45,9 +47,11 @@ void AddItem(ResultModel& results, Position file, const CounterStatus& status, b
     const Position item = results.AddItem(file, status.FindWhat);
     for (const SearchLocation& row : SearchLocations) {
         const std::int32_t count = status.Count(row.location);
+        // Not searched, so there is nothing to tell of the place.
         if (count == -1)
             continue;
         results.AddLocation(file, item, LocationText(row.location, count, isReqCount));
+        // Last, so that a total that no longer fits leaves the count itself to be seen in the tree.
         counters.mTotalChanges = CheckedSum(counters.mTotalChanges, count);
     }
 }

@@ -62,6 +62,7 @@ void ResultTree::ShowAdditions()
 {
     if (Nodes().FileCount() <= fewFiles)
         results_.ShowAdditions();
+    // A tree that can't be seen is brought up to date by showEvent.
     else if (isVisible() && !nextShowing_.isActive())
         nextShowing_.start();
 }
@@ -84,6 +85,7 @@ void ResultTree::BuildMenu()
     mnuExpandAll = add("mnuExpandAll");
     mnuCollapseAll = add("mnuCollapseAll");
     mnuCopyNode->setShortcut(QKeySequence::Copy);
+    // Of this tree alone: with three trees in a window the key would be ambiguous and do nothing.
     mnuCopyNode->setShortcutContext(Qt::WidgetShortcut);
     setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(mnuCopyNode, &QAction::triggered, this, &ResultTree::CopyNode);
@@ -127,6 +129,7 @@ void ResultTree::ExpandAll()
     if (RowsOf(Nodes()) <= mostExpandedRows)
         expandAll();
     else
+        // Files are opened then, and their pairs stay closed.
         expandToDepth(0);
 }
 

@@ -19,12 +19,14 @@ SharedTexts::Number SharedTexts::Add(const String& text)
 {
     const auto [entry, isNew] = numbers_.try_emplace(text, NumberFor(texts_.size()));
     if (isNew)
+        // A pointer to the map's own key, which stays in its place while the map grows.
         texts_.push_back(&entry->first);
     return entry->second;
 }
 
 SharedLists::Number SharedLists::Append(Number list, SharedTexts::Number text)
 {
+    // A list is a shorter list and one text more: files with the same results share all of it.
     const std::uint64_t key = std::uint64_t{list} << 32 | text;
     const auto [entry, isNew] = longer_.try_emplace(key, NumberFor(lists_.size()));
     if (isNew)
@@ -34,6 +36,7 @@ SharedLists::Number SharedLists::Append(Number list, SharedTexts::Number text)
 
 SharedTexts::Number SharedLists::At(Number list, std::uint32_t position) const
 {
+    // Back along the beginnings, to the list that ends with the text wanted.
     while (lists_[list].count > position + 1)
         list = lists_[list].beginning;
     return lists_[list].last;

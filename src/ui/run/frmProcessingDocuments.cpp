@@ -91,6 +91,8 @@ void frmProcessingDocuments::Form_Load()
         ShowElapsedTime();
         tmrelapsedSecsX = std::make_unique<TimerX>();
         tmrelapsedSecsX->Timer += [this] { tmrelapsedSecsX_Timer(); };
+        // Milliseconds. The system's timer takes its shortest interval for it, and the clock never stands still for a
+        // second.
         tmrelapsedSecsX->Interval = 1;
         tmrelapsedSecsX->PutEnabled(true);
     });
@@ -100,6 +102,7 @@ void frmProcessingDocuments::LoadLng()
 {
     LogAndReturn({u"LoadLng", place}, [this] {
         ApplyLanguage(*this, section, ControlTips::Basic);
+        // The first tab has the same caption in both kinds of run, the others have one for each.
         SSTab1->setTabText(0, TextOf(u"SSTab1.TabCaption(0)"));
         const String caption = IsSearchRun ? u"SSTab1.TabCaption1(" : u"SSTab1.TabCaption(";
         for (int tab = 1; tab < SSTab1->count(); ++tab)
@@ -109,6 +112,7 @@ void frmProcessingDocuments::LoadLng()
                                   TextOf(u"mnuCollapseAll.caption"));
         NameTrees();
         ShowFailures();
+        // All tabs of the language in force can be seen without scrolling.
         setMinimumSize(SSTab1->tabBar()->sizeHint().width() + 4 * fontMetrics().height(), fontMetrics().height() * 18);
     });
 }
@@ -151,6 +155,7 @@ void frmProcessingDocuments::SSTab1_Click()
 void frmProcessingDocuments::cmdOK_Click()
 {
     LogAndReturn({u"cmdOK_Click", place}, [this] {
+        // One button, two meanings: until the run has ended it cancels.
         if (IsComplited)
             Unload();
         else
@@ -160,6 +165,7 @@ void frmProcessingDocuments::cmdOK_Click()
 
 void frmProcessingDocuments::closeEvent(QCloseEvent* event)
 {
+    // A window that was loaded without a run has nothing to cancel.
     const bool mayClose = IsComplited || !IsRunGoing;
     event->setAccepted(mayClose);
     if (mayClose)
@@ -172,6 +178,7 @@ void frmProcessingDocuments::closeEvent(QCloseEvent* event)
 /// have come.
 void frmProcessingDocuments::Unload()
 {
+    // close() at the end comes back here through closeEvent; by then the window is no longer the loaded one.
     if (Loaded() != this)
         return;
     LoadedWindow().clear();
@@ -193,6 +200,7 @@ void frmProcessingDocuments::RestoreSize()
 
 void frmProcessingDocuments::KeepSize() const
 {
+    // A size that fills the screen would come back as one that the user had drawn.
     if (isMaximized() || isFullScreen())
         return;
     // A size that can't be kept is not worth a word.
@@ -253,6 +261,7 @@ ResultTree* frmProcessingDocuments::TreeOf(const std::shared_ptr<CounterStatuses
 
 void frmProcessingDocuments::FileNotOpened(const String& path, const Failure& failure)
 {
+    // Once for each file, although a run may tell of several failures at one.
     if (!notOpened_.insert(path).second)
         return;
     WriteErrorLog(u"Error " + FromUtf8(std::to_string(failure.number)) + u" (" + failure.description + u") in file " +
