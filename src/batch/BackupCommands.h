@@ -18,11 +18,12 @@ namespace tessarine::batch
 struct BackupReport {
     /// FileStatus: 1 restored or removed, 2 there is no backup, 0 failed.
     std::int32_t status = 0;
-    String file;
+    String file;    ///< Of the presentation, as the call names it.
     String backup;  ///< Empty when there is none.
     String error;   ///< Why it failed; empty otherwise.
 };
 
+/// What the reports of a command add up to.
 struct BackupSummary {
     std::int64_t files = 0;
     std::int64_t done = 0;       ///< Restored or removed.
@@ -43,8 +44,8 @@ public:
     std::optional<String> OtherThan(const String& path, const String& backup) const;
 
 private:
-    std::vector<FilePattern> patterns_;
-    std::unordered_set<String> named_;
+    std::vector<FilePattern> patterns_;  // of the call: what a folder scan would take
+    std::unordered_set<String> named_;   // the files of the call
 };
 
 /// Copies the file's backup back over it, all or nothing; the backup stays.

@@ -11,10 +11,12 @@
 namespace tessarine::batch
 {
 
+/// What the first words of a command line ask for.
 enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake, ListConvert };
 
 struct ReportFormat;
 
+/// One --find and its --with.
 struct TextPair {
     String find;
     String with;  ///< Empty in a find.
@@ -27,25 +29,25 @@ struct BatchCall {
     String job;                  ///< The project file of Run, JobShow and JobMake, as given.
     bool replacesOfJob = false;  ///< A Run replaces; else it only finds.
 
-    std::vector<TextPair> pairs;
-    std::optional<String> list;  ///< A list file that the pairs are taken from instead, or that ListConvert reads.
-    String newList;              ///< The list file that ListConvert writes.
+    std::vector<TextPair> pairs;  ///< Of --find and --with; empty with a list and for a Run.
+    std::optional<String> list;   ///< A list file that the pairs are taken from instead, or that ListConvert reads.
+    String newList;               ///< The list file that ListConvert writes.
     /// Where every pair is looked for, and how its text is compared. A Run has it of its job; with a list, nowhere
     /// stands for the pairs' own places.
     OptionSetting setting;
 
-    bool count = true;
-    bool backup = false;
-    bool keepDate = false;
-    bool readOnly = false;
-    String revision;  ///< Name of the custom property; empty = no revision number.
-    double revisionBy = 1;
+    bool count = true;              ///< Every occurrence; else a find stops at the first one of each text.
+    bool backup = false;            ///< Files are copied beside themselves first.
+    bool keepDate = false;          ///< Files get their old dates back.
+    bool readOnly = false;          ///< Read-only files are processed as well.
+    String revision;                ///< Name of the custom property; empty = no revision number.
+    double revisionBy = 1;          ///< What is added to the revision number.
     std::int32_t restartAfter = 0;  ///< 0 = never
 
     std::vector<String> paths;        ///< Files and folders, as given.
     std::optional<String> filesFrom;  ///< A list of further paths; "-" is standard input.
     std::vector<String> patterns;     ///< File name patterns of folder scans.
-    bool recurse = false;
+    bool recurse = false;             ///< Into the subfolders of folders.
 
     const ReportFormat* format = nullptr;  ///< Null for the first of ReportFormats, the one for people.
     bool verbose = false;                  ///< Text reports name unchanged files too.

@@ -18,11 +18,11 @@ public:
     /// Raises `InvalidPatternString` for a set that is not closed or a range that runs backwards.
     explicit FilePattern(StringView pattern);
 
-    bool Matches(StringView fileName) const;
+    bool Matches(StringView fileName) const;  ///< A name alone, without its folder.
 
 private:
-    WildcardPattern stem_;
-    std::optional<WildcardPattern> extension_;
+    WildcardPattern stem_;                      // of the whole name when the pattern has no dot
+    std::optional<WildcardPattern> extension_;  // nothing when the pattern has no dot
 };
 
 }  // namespace tessarine::batch

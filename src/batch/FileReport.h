@@ -31,9 +31,10 @@ struct FileReport {
     String error;                                    ///< Why the file failed; empty otherwise.
     std::vector<PairReport> pairs;  ///< Empty for a failed file: what was counted before the failure is not known.
 
-    std::int64_t Occurrences() const;
+    std::int64_t Occurrences() const;  ///< Of all pairs together.
 };
 
+/// The report of a file that has no result.
 FileReport FailedFile(const String& path, const String& error);
 
 /// What the run handed over for the file at `path`.
@@ -41,7 +42,7 @@ FileReport ReportOf(const String& path, const CounterStatuses& result);
 
 /// What the lines of a report add up to.
 struct RunSummary {
-    std::int64_t files = 0;
+    std::int64_t files = 0;      ///< With or without a result.
     std::int64_t changed = 0;    ///< Files in which something was counted.
     std::int64_t unchanged = 0;  ///< Files in which nothing was counted.
     std::int64_t failed = 0;

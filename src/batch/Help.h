@@ -7,7 +7,7 @@
 namespace tessarine::batch
 {
 
-std::string_view NameOf(Command command);
+std::string_view NameOf(Command command);  ///< As it is typed, in one word or two.
 
 std::string GeneralHelp();             ///< "tessarine-batch --help"
 std::string HelpFor(Command command);  ///< "tessarine-batch COMMAND --help"

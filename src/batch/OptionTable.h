@@ -11,23 +11,27 @@ namespace tessarine::batch
 
 /// The commands that an option belongs to, as bits.
 using CommandSet = unsigned;
+/// The set of one command alone.
 constexpr CommandSet Only(Command command)
 {
     return 1u << static_cast<unsigned>(command);
 }
+/// They take files through a run by the options of the call.
 inline constexpr CommandSet Runs = Only(Command::Find) | Only(Command::Replace);
+/// They work with project files.
 inline constexpr CommandSet JobCommands = Only(Command::Run) | Only(Command::JobShow) | Only(Command::JobMake);
-inline constexpr CommandSet ListCommands = Only(Command::ListConvert);
-inline constexpr CommandSet DescribesJob = Runs | Only(Command::JobMake);
+inline constexpr CommandSet ListCommands = Only(Command::ListConvert);     ///< They work with list files alone.
+inline constexpr CommandSet DescribesJob = Runs | Only(Command::JobMake);  ///< Their options make up a job.
+/// Their files come from the command line.
 inline constexpr CommandSet TakesFiles = Runs | Only(Command::Restore) | Only(Command::Clean);
 inline constexpr CommandSet EveryCommand = TakesFiles | JobCommands | ListCommands;
 
 /// What the options say before they are checked together.
 struct OptionValues {
     BatchCall call;
-    std::vector<String> finds;
-    std::vector<String> withs;
-    bool countGiven = false;
+    std::vector<String> finds;  ///< Of --find, in the order given.
+    std::vector<String> withs;  ///< Of --with; each belongs to the one of `finds` at its place.
+    bool countGiven = false;    ///< Given together with --no-count it is refused.
     bool noCountGiven = false;
     bool revisionByGiven = false;
 };
@@ -36,10 +40,10 @@ struct OptionValues {
 struct OptionRow {
     std::string_view name;      ///< With its two dashes.
     std::string_view argument;  ///< Name of its argument in the help; empty for a switch.
-    bool repeatable;
-    CommandSet commands;
-    std::string_view group;  ///< Heading in the help.
-    std::string_view help;   ///< Lines of at most 86 characters.
+    bool repeatable;            ///< Several times, with a value each. A switch always may.
+    CommandSet commands;        ///< Those that take it; others refuse it by name.
+    std::string_view group;     ///< Heading in the help.
+    std::string_view help;      ///< Lines of at most 86 characters.
     /// Takes the argument as it was typed; refuses (Refusal.h) one that is not valid. Null for `--help`.
     void (*apply)(OptionValues& values, const std::string& argument);
 };

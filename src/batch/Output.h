@@ -14,6 +14,7 @@ namespace tessarine::batch
 class Output
 {
 public:
+    /// Borrows both streams.
     Output(std::FILE* report, std::FILE* progress);
 
     /// Writes a piece of the report and flushes it. An empty piece leaves the progress on the screen.
@@ -24,7 +25,7 @@ public:
 
     /// Shows what is being done, in place of the progress shown before. Only on a terminal; cut to its width.
     void Progress(std::string_view line);
-    void EndProgress();
+    void EndProgress();  ///< Erases the line; Write and Note do so by themselves.
 
     /// Standard output is a terminal, and the user has not switched colors off.
     bool colors() const { return colors_; }
@@ -37,7 +38,7 @@ private:
     std::FILE* progress_;
     bool colors_ = false;
     bool showsProgress_ = false;
-    bool progressShown_ = false;
+    bool progressShown_ = false;  // there is a line to erase
     bool failed_ = false;
 };
 

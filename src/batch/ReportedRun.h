@@ -61,15 +61,15 @@ public:
     std::size_t Run(const std::vector<JobFile>& files);
 
 private:
-    void TakeTurn();
-    void SearchThrough();
+    void TakeTurn();       // one run, over at most FilesPerTurn files
+    void SearchThrough();  // the run itself, and what is to be said after it
     void OnBefore(const String& path);
     void OnAfter(const std::shared_ptr<CounterStatuses>& result);
     void OnCancel();
     void OnPassedOver(const Failure& failure);
     std::optional<std::size_t> FileInRun() const;
-    void ReportNext(const FileReport& report);
-    void ReportRefused();
+    void ReportNext(const FileReport& report);  // the one report of the file at reported_
+    void ReportRefused();                       // those in front that are not to be processed
     void FailUpTo(std::size_t end);
     String Reason() const;
 

@@ -28,6 +28,7 @@ struct SavedSource {
     bool isExternal = false;  ///< The pairs are those of the list file, not the job's own.
     String path;              ///< Of the list file.
 };
+/// The source of the project's pairs, not yet looked at.
 SavedSource SourceOf(const Project& project);
 
 /// What a run of a saved job takes.

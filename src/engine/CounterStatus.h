@@ -12,9 +12,9 @@ namespace tessarine
 /// What became of a pair in a file, or of a whole file.
 namespace FileStatus
 {
-inline constexpr std::int32_t NotProcessed = 0;  ///< mError of the file's result says why.
-inline constexpr std::int32_t Counted = 1;       ///< At least one occurrence.
-inline constexpr std::int32_t NothingCounted = 2;
+inline constexpr std::int32_t NotProcessed = 0;    ///< mError of the file's result says why.
+inline constexpr std::int32_t Counted = 1;         ///< At least one occurrence.
+inline constexpr std::int32_t NothingCounted = 2;  ///< No occurrence, also where nothing was searched.
 }  // namespace FileStatus
 
 /// The result of one pair in one file. A count of -1 means that the location was not searched for this pair; 0 and up
@@ -24,7 +24,7 @@ class CounterStatus
 public:
     String ReplaceWith;
     String FindWhat;
-    std::int32_t FileStausAfterProcess = FileStatus::NotProcessed;
+    std::int32_t FileStausAfterProcess = FileStatus::NotProcessed;  ///< A FileStatus.
 
     /// The counts by row of SearchLocations.
     using LocationCounts = std::array<std::int32_t, SearchLocations.size()>;
@@ -35,6 +35,8 @@ public:
     /// Stores a count. One above 0 sets FileStausAfterProcess to 1; no count ever lowers it again.
     void PutCount(Location location, std::int32_t value);
 
+    // The same counts by the names that receivers of a result know, one pair of members for each location. Each Put
+    // goes through PutCount.
     std::int32_t NotesMaster_Replaced() const { return Count(Location::NotesMaster); }
     void PutNotesMaster_Replaced(std::int32_t value) { PutCount(Location::NotesMaster, value); }
     std::int32_t HandoutMaster_Replaced() const { return Count(Location::HandoutMaster); }

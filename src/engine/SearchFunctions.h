@@ -36,7 +36,7 @@ public:
     bool mCPUUsage = false;        ///< Copy of CPUUsage: each Yield sleeps.
 
     std::shared_ptr<powerpoint::Slide> CurrentSlide;  ///< Where a walk stands; null after its end.
-    std::shared_ptr<powerpoint::Shape> CurrentShape;
+    std::shared_ptr<powerpoint::Shape> CurrentShape;  ///< Where the walk over the shapes stands.
     std::int32_t MatchCaseFlag = 0;   ///< 1 when the pair's MatchCase is on, else 0. Set by ProcessFile.
     std::int32_t WholeWordsFlag = 0;  ///< 1 when the pair's MatchWholeWord is on, else 0. Set by ProcessFile.
 
@@ -102,10 +102,11 @@ public:
     void Yield();
 
 private:
+    // one collection, by a location's rule
     void SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule, std::int32_t& total);
-    std::int32_t SearchShapesOfSlides(const ShapeRule& rule);
+    std::int32_t SearchShapesOfSlides(const ShapeRule& rule);  // all slides, by a location's rule
     void SearchHeaderAndFooterOfNotesMaster(std::int32_t& total);
-    void ProcessItem(CounterStatus& status, std::int32_t& runningCount);
+    void ProcessItem(CounterStatus& status, std::int32_t& runningCount);  // one pair through its locations
 };
 
 }  // namespace tessarine

@@ -9,8 +9,11 @@ namespace tessarine
 
 /// Which shapes a location reads, and what it does after every shape, read or not.
 struct ShapeRule {
+    /// The kinds of shapes that are read.
     enum class Types { Placeholder, AutoShapeAndTextBox, AutoShapeTextBoxAndPlaceholder };
+    /// The answers of HasTextFrame that count as yes.
     enum class TextFrame { OneOrMinusOne, AnythingButZero };
+    /// What follows each shape. Yield sleeps when the processor is to be spared, DeliverEvents never does.
     enum class Between { Yield, DeliverEvents };
 
     Types types;
@@ -33,6 +36,7 @@ struct ShapeRule {
         return false;
     }
 
+    /// Whether a shape with this answer of HasTextFrame is read.
     bool AcceptsTextFrame(powerpoint::TriState hasTextFrame) const
     {
         if (textFrame == TextFrame::AnythingButZero)

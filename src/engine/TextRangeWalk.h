@@ -16,14 +16,16 @@ template <class Count>
 Count FindInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
 {
     Count count = 0;
-    std::int32_t After = 0;
+    std::int32_t After = 0;  // from the first character on
     while (true) {
+        // Read anew each time, as the user may change the pair while events are delivered.
         const FindAndReplaceItem& item = *NotNull(engine.mItem);
         const auto hit = textRange.Find(item.FindWhat, After, engine.MatchCaseFlag, engine.WholeWordsFlag);
         if (!hit)
             return count;
         count = CheckedSum(count, 1);
         After = hit->Start();
+        // One hit stands for all of the text.
         if (!engine.IsRequiredCount)
             return count;
         engine.Yield();
@@ -34,7 +36,7 @@ template <class Count>
 Count ReplaceInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
 {
     Count count = 0;
-    std::int32_t After = 0;
+    std::int32_t After = 0;  // from the first character on
     while (true) {
         const FindAndReplaceItem& item = *NotNull(engine.mItem);
         const auto hit =
@@ -46,6 +48,7 @@ Count ReplaceInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRan
         count = CheckedSum(count, 1);
         After = hit->Start();
         engine.Yield();
+        // Without a position there is no place to go on from.
         if (hit->Start() == 0)
             return count;
     }

@@ -10,11 +10,10 @@
 /// its names there. Rows and columns count from 1.
 ///
 /// - Each member either succeeds or raises a Failure with a number and a text: CannotCreateObject (no Excel),
-/// Disconnected (the
-///   workbook or its application has been closed), ApplicationDefined for anything else, with a text that tells the
-///   reason.
-/// - References are shared. Each member that gives one may give null, whose use is the failure
-///   ObjectNotSet.
+///   Disconnected (the workbook or its application has been closed), ApplicationDefined for anything else, with a text
+///   that tells the reason.
+/// - References are shared. Each member that gives one may give null, whose use is the failure ObjectNotSet.
+
 namespace tessarine::excel
 {
 
@@ -41,9 +40,9 @@ class Range
 public:
     virtual ~Range() = default;
 
-    virtual std::int32_t Count() = 0;  ///< Of columns, of rows, or of cells, as the range was asked for.
-    virtual std::shared_ptr<Range> Columns() = 0;
-    virtual std::shared_ptr<Range> Rows() = 0;
+    virtual std::int32_t Count() = 0;              ///< Of columns, of rows, or of cells, as the range was asked for.
+    virtual std::shared_ptr<Range> Columns() = 0;  ///< One range element for each column, for Count.
+    virtual std::shared_ptr<Range> Rows() = 0;     ///< One for each row, for Count.
 
     /// The cell at a place, counted from the range's first cell. Beyond the sheet it raises
     /// ApplicationDefined.

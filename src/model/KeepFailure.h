@@ -15,6 +15,7 @@ auto KeepFailure(std::optional<Failure>& kept, Body&& body)
     kept.reset();
     try {
         return body();
+        // Raised on with its own type, so that a caller's treatment sees what it would see without this.
     } catch (...) {
         kept = CurrentFailure();
         throw;

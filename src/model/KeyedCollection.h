@@ -17,6 +17,7 @@ namespace tessarine
 class IndexKey
 {
 public:
+    /// Implicit, so that callers write Item(1) or Item(u"key").
     IndexKey(std::int32_t position) : value_(position) {}   // NOLINT(google-explicit-constructor)
     IndexKey(String key) : value_(std::move(key)) {}        // NOLINT(google-explicit-constructor)
     IndexKey(const char16_t* key) : value_(String(key)) {}  // NOLINT(google-explicit-constructor)
@@ -49,8 +50,9 @@ public:
         entries_.push_back({std::move(element), key});
     }
 
-    Reference Item(const IndexKey& index) const { return Locate(index)->element; }
-    void Remove(const IndexKey& index) { entries_.erase(Locate(index)); }  ///< Later elements close up.
+    Reference Item(const IndexKey& index) const { return Locate(index)->element; }  ///< Shared, not copied.
+    void Remove(const IndexKey& index) { entries_.erase(Locate(index)); }           ///< Later elements close up.
+    /// Overflow beyond 32 bits.
     std::int32_t Count() const { return Checked<std::int32_t>(static_cast<std::int64_t>(entries_.size())); }
 
     /// The elements as they stand now, in order; changes to the collection don't reach it.
@@ -66,10 +68,11 @@ public:
 private:
     struct Entry {
         Reference element;
-        String key;
+        String key;  // empty for none
     };
     using Position = typename std::vector<Entry>::const_iterator;
 
+    /// The entry with a key, or the end. Most elements have no key, so no index is kept for them.
     Position Find(const String& key) const
     {
         return std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.key == key; });

@@ -12,9 +12,9 @@
 namespace tessarine
 {
 
-inline constexpr std::int32_t FindWhatColumn = 1;
-inline constexpr std::int32_t ReplaceWithColumn = 2;
-inline constexpr std::int32_t FirstSwitchColumn = 3;
+inline constexpr std::int32_t FindWhatColumn = 1;     ///< Text to look for.
+inline constexpr std::int32_t ReplaceWithColumn = 2;  ///< Text to put in its place.
+inline constexpr std::int32_t FirstSwitchColumn = 3;  ///< The switches begin here.
 
 /// The switches in the order of the project file's keys, of which the last has no column.
 inline constexpr std::size_t ListSwitchCount = OptionKeys.size() - 1;

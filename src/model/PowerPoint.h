@@ -20,19 +20,20 @@
 namespace tessarine::powerpoint
 {
 
+/// Kinds of shapes, by the numbers of the type library. Text is searched in auto shapes, text boxes and placeholders.
 enum MsoShapeType : std::int32_t {
     msoAutoShape = 1,
     msoCallout = 2,
     msoChart = 3,
     msoFreeform = 5,
-    msoGroup = 6,
+    msoGroup = 6,  ///< Its members are not elements of a collection of shapes.
     msoEmbeddedOLEObject = 7,
     msoLine = 9,
-    msoLinkedOLEObject = 10,
+    msoLinkedOLEObject = 10,  ///< The one kind whose source is searched.
     msoLinkedPicture = 11,
     msoOLEControlObject = 12,
     msoPicture = 13,
-    msoPlaceholder = 14,
+    msoPlaceholder = 14,  ///< A title, a body and the like: what the location of slides searches.
     msoTextEffect = 15,
     msoMedia = 16,
     msoTextBox = 17,
@@ -50,7 +51,7 @@ inline constexpr TriState msoFalse = 0;
 inline constexpr TriState msoCTrue = 1;
 inline constexpr TriState msoTrue = -1;
 
-inline constexpr std::int32_t msoAutomationSecurityForceDisable = 3;
+inline constexpr std::int32_t msoAutomationSecurityForceDisable = 3;  ///< No macro of an opened file runs.
 
 /// A walk over a collection: the next element, or null after the last.
 template <class Element>
@@ -58,15 +59,16 @@ class Enumerator
 {
 public:
     virtual ~Enumerator() = default;
-    virtual std::shared_ptr<Element> Next() = 0;
+    virtual std::shared_ptr<Element> Next() = 0;  ///< Null once all have been given.
 };
 
+/// Elements of one kind, walked in their order.
 template <class Element>
 class Collection
 {
 public:
     virtual ~Collection() = default;
-    virtual std::unique_ptr<Enumerator<Element>> NewEnum() = 0;
+    virtual std::unique_ptr<Enumerator<Element>> NewEnum() = 0;  ///< Each call begins a walk of its own.
 
     /// A hint that PowerPoint's object model does not have: false only when none of the elements' text ranges can hold
     /// the text, whatever the case, so that a walk in search of it may be left out. An implementation that can't tell
@@ -74,6 +76,7 @@ public:
     virtual bool MayHoldText(const String& /*text*/) { return true; }
 };
 
+/// The text of a shape, or a piece of it.
 class TextRange
 {
 public:
@@ -106,7 +109,7 @@ class LinkFormat
 public:
     virtual ~LinkFormat() = default;
     virtual String SourceFullName() = 0;  ///< A path, or path and place inside the file ("a.xlsx!Sheet1!R1C1").
-    virtual void PutSourceFullName(const String& value) = 0;
+    virtual void PutSourceFullName(const String& value) = 0;  ///< Leads the object to another source.
 };
 
 /// Anything drawn on a slide, notes page or master. Shapes inside groups and cells of tables are not elements of a
@@ -115,10 +118,10 @@ class Shape
 {
 public:
     virtual ~Shape() = default;
-    virtual std::int32_t Type() = 0;      ///< MsoShapeType
-    virtual TriState HasTextFrame() = 0;  ///< 1 and -1 both mean yes.
-    virtual std::shared_ptr<powerpoint::TextFrame> TextFrame() = 0;
-    virtual std::shared_ptr<powerpoint::LinkFormat> LinkFormat() = 0;
+    virtual std::int32_t Type() = 0;                                 ///< MsoShapeType
+    virtual TriState HasTextFrame() = 0;                             ///< 1 and -1 both mean yes.
+    virtual std::shared_ptr<powerpoint::TextFrame> TextFrame() = 0;  ///< To be asked only where HasTextFrame says yes.
+    virtual std::shared_ptr<powerpoint::LinkFormat> LinkFormat() = 0;  ///< Of a linked object.
 };
 
 using Shapes = Collection<Shape>;
@@ -129,11 +132,12 @@ class Hyperlink
 public:
     virtual ~Hyperlink() = default;
     virtual String Address() = 0;  ///< Without the place inside the target; empty for a link to a slide.
-    virtual void PutAddress(const String& value) = 0;
+    virtual void PutAddress(const String& value) = 0;  ///< The place inside the target stays.
 };
 
 using Hyperlinks = Collection<Hyperlink>;
 
+/// The header or the footer of a slide or a master.
 class HeaderFooter
 {
 public:
@@ -144,6 +148,7 @@ public:
     virtual void PutText(const String& value) = 0;
 };
 
+/// Header and footer of one slide or master. A slide has a footer alone.
 class HeadersFooters
 {
 public:
@@ -157,7 +162,7 @@ class Master
 {
 public:
     virtual ~Master() = default;
-    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
+    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;  ///< Those of the master itself, not of its layouts.
     virtual std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() = 0;
 };
 
@@ -166,10 +171,10 @@ class Design
 {
 public:
     virtual ~Design() = default;
-    virtual String Name() = 0;
+    virtual String Name() = 0;  ///< The walk over the slides tells designs apart by it.
     virtual std::shared_ptr<Master> SlideMaster() = 0;
     virtual TriState HasTitleMaster() = 0;
-    virtual std::shared_ptr<Master> TitleMaster() = 0;
+    virtual std::shared_ptr<Master> TitleMaster() = 0;  ///< To be asked only where HasTitleMaster is not msoFalse.
 };
 
 using Designs = Collection<Design>;
@@ -188,10 +193,10 @@ class Slide
 public:
     virtual ~Slide() = default;
     virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
-    virtual std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() = 0;
-    virtual std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() = 0;
+    virtual std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() = 0;  ///< For the footer.
+    virtual std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() = 0;  ///< Those of its texts and those of its shapes.
     virtual std::shared_ptr<SlideRange> NotesPage() = 0;
-    virtual std::shared_ptr<powerpoint::Design> Design() = 0;
+    virtual std::shared_ptr<powerpoint::Design> Design() = 0;  ///< Several slides share one, as a rule.
 };
 
 using Slides = Collection<Slide>;
@@ -232,12 +237,12 @@ class Presentation
 {
 public:
     virtual ~Presentation() = default;
-    virtual std::shared_ptr<powerpoint::Slides> Slides() = 0;
-    virtual std::shared_ptr<powerpoint::Designs> Designs() = 0;
+    virtual std::shared_ptr<powerpoint::Slides> Slides() = 0;    ///< In the order of the presentation.
+    virtual std::shared_ptr<powerpoint::Designs> Designs() = 0;  ///< All of the file, also those that no slide uses.
     virtual std::shared_ptr<Master> NotesMaster() = 0;
     virtual std::shared_ptr<Master> HandoutMaster() = 0;
-    virtual std::shared_ptr<DocumentProperties> BuiltInDocumentProperties() = 0;
-    virtual std::shared_ptr<DocumentProperties> CustomDocumentProperties() = 0;
+    virtual std::shared_ptr<DocumentProperties> BuiltInDocumentProperties() = 0;  ///< Title, author and the like.
+    virtual std::shared_ptr<DocumentProperties> CustomDocumentProperties() = 0;   ///< Those that users have added.
     virtual void UpdateLinks() = 0;  ///< Reads linked objects again from their sources.
     virtual void Save() = 0;         ///< Under the name that it was opened by.
     virtual void Close() = 0;        ///< Unsaved changes are lost.
@@ -264,7 +269,7 @@ class Application
 public:
     virtual ~Application() = default;
     virtual std::shared_ptr<powerpoint::Presentations> Presentations() = 0;
-    virtual void PutDisplayAlerts(std::int32_t value) = 0;
+    virtual void PutDisplayAlerts(std::int32_t value) = 0;       ///< -1 lets alerts appear, 0 keeps them back.
     virtual void PutAutomationSecurity(std::int32_t value) = 0;  ///< msoAutomationSecurityForceDisable: no macro runs.
     virtual void Quit() = 0;                                     ///< Ends the instance.
 };

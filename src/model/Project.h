@@ -27,14 +27,13 @@ class CounterStatuses;
 class Project : public std::enable_shared_from_this<Project>
 {
 public:
-    /// `provider` is where a run gets its PowerPoint from; without one a run fails with
-    /// CannotCreateObject.
+    /// `provider` is where a run gets its PowerPoint from; without one a run fails with CannotCreateObject.
     explicit Project(std::shared_ptr<powerpoint::Provider> provider = {});
 
     /// Stops a run before its next file. Cleared at the normal end of a run.
     bool IsProcessCancel = false;
-    std::shared_ptr<CustomProperties> CustomProperies;
-    std::shared_ptr<FindAndReplaceItems> FindAndReplaceList;
+    std::shared_ptr<CustomProperties> CustomProperies;        ///< Found by their positions, see JobProperties.h.
+    std::shared_ptr<FindAndReplaceItems> FindAndReplaceList;  ///< The job's own pairs; a run may be handed others.
     std::shared_ptr<ProjectOptions> options;
     /// Carried by the project file only; items do not inherit from it.
     std::shared_ptr<OptionSetting> FindAndReplaceItemsOptionSetting;

@@ -19,7 +19,7 @@ namespace tessarine
 
 /// An option of a run that project files keep.
 struct StoredOption {
-    const char16_t* key;
+    const char16_t* key;  ///< As files hold it, odd spellings included.
     std::variant<bool RunOptions::*, std::int32_t RunOptions::*, String RunOptions::*> field;
 };
 
@@ -48,7 +48,7 @@ inline constexpr std::array<StoredOption, 18> StoredOptions{{
 
 /// A switch that is stored for each item, and once for the project.
 struct OptionKey {
-    const char16_t* name;
+    const char16_t* name;  ///< In project files after ItemKey, and as the header of its column in list files.
     bool OptionSetting::*field;
 };
 
@@ -64,6 +64,7 @@ inline constexpr std::array<OptionKey, SearchLocations.size() + PairOptions.size
     return keys;
 }();
 
+/// The keys of the two counts.
 inline constexpr StringView ItemCountKey = u"FindReplaceItemsCount";
 inline constexpr StringView CustomPropertyCountKey = u"CustomPropertyCount";
 

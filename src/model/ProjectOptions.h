@@ -25,21 +25,21 @@ struct RunOptions {
 
     /// File patterns of a folder scan, separated by semicolons in spite of the name.
     String ComaSepAllowedExtensions;
-    String FileToProcessFolderPath;
+    String FileToProcessFolderPath;                   ///< Of a folder scan.
     std::int32_t RestartApplicationAfterSeconds = 0;  ///< Stored and shown; no run reads it.
     std::int32_t FileToProcessSourceType = FileSource::Folder;
     String ExeLocationIncaseOfFailure;              ///< Carried from file to file; no code uses it.
     std::int32_t RestartApplicationAfterFiles = 0;  ///< Documents after which PowerPoint is restarted; 0 = never.
     String RevisionDocumentPropertyIncrimentedBy;   ///< Step of the revision number, as text.
-    String RevisionDocumentPropertyName;
-    String PasswordToOpen;  ///< Handed to the engine, which does not use it. Nothing writes it.
-    bool ProcessReadonlyFiles = false;
-    bool ProcessLongestFindwhatFirst = false;  ///< Stored and shown; items keep their list order in both states.
-    bool AllowAlerts = false;                  ///< PowerPoint may show its alerts during the run.
-    bool KeepOriginalFileDate = false;         ///< Each file gets its dates back after it was processed.
-    bool BackupMode = false;                   ///< Each file is copied before anything is done to it.
-    String FileToProcessFilepath;              ///< The text file that lists files.
-    bool Include_Subfolders = false;
+    String RevisionDocumentPropertyName;            ///< Empty: no revision number is raised.
+    String PasswordToOpen;                          ///< Handed to the engine, which does not use it. Nothing writes it.
+    bool ProcessReadonlyFiles = false;              ///< When false they are reported as not processed.
+    bool ProcessLongestFindwhatFirst = false;       ///< Stored and shown; items keep their list order in both states.
+    bool AllowAlerts = false;                       ///< PowerPoint may show its alerts during the run.
+    bool KeepOriginalFileDate = false;              ///< Each file gets its dates back after it was processed.
+    bool BackupMode = false;                        ///< Each file is copied before anything is done to it.
+    String FileToProcessFilepath;                   ///< The text file that lists files.
+    bool Include_Subfolders = false;                ///< Of a folder scan, down to the last.
 
     /// Whether the files come from FileToProcessFilepath, and not from FileToProcessFolderPath.
     bool TakesListedFiles() const { return FileToProcessSourceType != FileSource::Folder; }

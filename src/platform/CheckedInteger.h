@@ -22,6 +22,7 @@ Integer Checked(std::int64_t value)
 /// number.
 inline std::int32_t RoundedToInt32(double number)
 {
+    // By the rounding in force, which is to the nearest and even one unless somebody changes it.
     const double rounded = std::nearbyint(number);
     // Said this way round, so that what is not a number is refused too.
     if (!(std::abs(rounded) < 9e15))

@@ -18,7 +18,7 @@ public:
     FileDescriptor& operator=(const FileDescriptor&) = delete;
 
     bool IsOpen() const { return descriptor_ >= 0; }
-    int get() const { return descriptor_; }
+    int get() const { return descriptor_; }  ///< Stays owned here; nobody else may close it.
 
     /// Closes now and tells whether the system reported an error, which is where a network file system may first do so.
     bool Close() { return descriptor_ < 0 || close(std::exchange(descriptor_, -1)) == 0; }

@@ -17,7 +17,7 @@ class RandomAccessBytes
 {
 public:
     virtual ~RandomAccessBytes() = default;
-    virtual std::uint64_t Size() const = 0;
+    virtual std::uint64_t Size() const = 0;  ///< In bytes.
 
     /// Fills the whole buffer from `offset`. Raises `FileCorrupt` when the bytes end before it is full, `WriteFault`
     /// when reading fails.
@@ -52,7 +52,7 @@ public:
     std::uint64_t Size() const override { return size_; }  ///< As it was when the file was opened.
     void Read(std::uint64_t offset, std::span<std::byte> buffer) const override;
     int Descriptor() const override { return descriptor_; }
-    Identity Id() const { return identity_; }
+    Identity Id() const { return identity_; }  ///< Two paths to one file give the same.
 
     /// The file that a path names now; nothing when there is no such file.
     static std::optional<Identity> IdOf(StringView path);

@@ -44,7 +44,7 @@ public:
     ReplacementFile(const ReplacementFile&) = delete;
     ReplacementFile& operator=(const ReplacementFile&) = delete;
 
-    void Write(std::span<const std::byte> bytes);
+    void Write(std::span<const std::byte> bytes);  ///< In small pieces, too: they are gathered.
 
     /// Appends a range of another file without holding it in memory.
     void CopyFrom(const RandomAccessBytes& source, std::uint64_t offset, std::uint64_t length);
@@ -62,10 +62,10 @@ private:
         std::uint32_t group;
     };
 
-    ReplacementFile(StringView path, bool isCopy);
+    ReplacementFile(StringView path, bool isCopy);  // what both kinds share
     void MakeNewFile();
     void Flush();
-    [[noreturn]] void Fail(int error, const char* attempt) const;
+    [[noreturn]] void Fail(int error, const char* attempt) const;  // of the family that the constructor tells
 
     bool isCopy_;
     std::string target_;          // behind all links

@@ -8,16 +8,19 @@
 namespace tessarine
 {
 
+/// The first unit of a pair, D800 to DBFF.
 constexpr bool IsHighSurrogate(char32_t unit)
 {
     return unit >= 0xD800 && unit <= 0xDBFF;
 }
 
+/// The second unit of a pair, DC00 to DFFF.
 constexpr bool IsLowSurrogate(char32_t unit)
 {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
+/// Either of the two. No character has such a number.
 constexpr bool IsSurrogate(char32_t unit)
 {
     return unit >= 0xD800 && unit <= 0xDFFF;
@@ -26,12 +29,14 @@ constexpr bool IsSurrogate(char32_t unit)
 /// The code point that a high and a low surrogate stand for together.
 constexpr char32_t JoinSurrogates(char16_t high, char16_t low)
 {
+    // Ten bits from each of the two.
     return 0x10000 + ((char32_t{high} - 0xD800) << 10) + (char32_t{low} - 0xDC00);
 }
 
 /// The two surrogates that stand for a code point of U+10000 to U+10FFFF.
 constexpr char16_t HighSurrogateOf(char32_t codePoint)
 {
+    // D7C0 is D800 less 40, the 10000 at which pairs begin in steps of 400.
     return static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
 }
 
@@ -67,6 +72,7 @@ constexpr char32_t CodePointBefore(StringView text, std::size_t at)
 /// Appends a code point of at most U+10FFFF as one or two units.
 constexpr void AppendUtf16(String& text, char32_t codePoint)
 {
+    // One unit for the characters of the first plane, which nearly all texts consist of.
     if (codePoint < 0x10000) {
         text += static_cast<char16_t>(codePoint);
     } else {

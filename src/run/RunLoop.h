@@ -39,27 +39,28 @@ private:
     enum class Step { SetUp, Begin, Open, Process, Restore, Report, NextFile, End, Done };
 
     Step Perform(Step step);
-    Step SetUp();
-    Step Begin();
-    Step Open();
-    Step Process();
-    Step Restore();
-    Step Report();
-    Step NextFile();
-    Step End();
+    Step SetUp();     // takes over the options, starts PowerPoint, counts the files
+    Step Begin();     // announces a file; cancel, backup, attributes, dates
+    Step Open();      // opens it; a failure is sorted by its number
+    Step Process();   // the revision number, then all pairs; a failure is passed over
+    Step Restore();   // the dates, then the attributes
+    Step Report();    // tells the receivers; restarts PowerPoint when its time has come
+    Step NextFile();  // moves on, or to the end
+    Step End();       // ends PowerPoint and the hourglass
 
-    Step HandleGenerally(const Failure& failure);
-    Step SortOpenFailure(const Failure& failure);
+    Step HandleGenerally(const Failure& failure);  // logs, then as after an open failure; the mode is None from here on
+    Step SortOpenFailure(const Failure& failure);  // PowerPoint lost, wrong password, or anything else
 
     void CreateApplication();
-    void RestartAsPlanned();
-    void RestartAfterLoss();
+    void RestartAsPlanned();  // between two files, as the options ask
+    void RestartAfterLoss();  // in the middle of opening a file
     void StartAgain();
 
     ProjectOptions& Options() const;
     powerpoint::Application& Application() const;
     void SetDisplayAlerts();
-    void ReportUnprocessed(const String& error);
+    void ReportUnprocessed(const String& error);  // a result of the loop's own, with a text and no pairs
+    // to Project::FailurePassedOver, whose own failure is passed over
     void TellPassedOver(const Failure& failure) const;
 
     /// One statement under the mode in force: captured failures are passed over, others travel up.
@@ -73,14 +74,14 @@ private:
     }
 
     Project& project_;
-    const std::shared_ptr<FindAndReplaceItems> list_;  // null for the project's own
-    const std::shared_ptr<OptionSetting> optionSettings_;
+    const std::shared_ptr<FindAndReplaceItems> list_;      // null for the project's own
+    const std::shared_ptr<OptionSetting> optionSettings_;  // handed on to ProcessFile, which does not use it
     SearchFunctions engine_;
     Mode mode_ = Mode::General;
 
-    std::int32_t index_ = 0;  // position in FilesToProcess from 1, never beyond bound_ + 1
-    std::int16_t bound_ = 0;
-    std::int32_t processedFileCount_ = 0;
+    std::int32_t index_ = 0;               // position in FilesToProcess from 1, never beyond bound_ + 1
+    std::int16_t bound_ = 0;               // how many files there were when the run began
+    std::int32_t processedFileCount_ = 0;  // also those that failed: a restart counts them all
 
     // Intended: nothing here is cleared between files. A file whose open fails is reported with the result of the file
     // before, as receivers of the event expect.

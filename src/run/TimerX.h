@@ -30,7 +30,7 @@ public:
     Event<> Timer;  ///< At each tick. A receiver may destroy the timer.
 
 private:
-    void StartOrStop();
+    void StartOrStop();  // by the interval and whether it is enabled
 
     bool enabled_ = false;
     TimerIdentifier identifier_ = 0;  // of the system's timer; 0 while the timer is off

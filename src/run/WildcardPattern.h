@@ -34,7 +34,7 @@ public:
 
 private:
     struct Range {
-        char16_t first;
+        char16_t first;  // both ends are in the range
         char16_t last;
     };
 
@@ -47,7 +47,7 @@ private:
         bool Takes(char16_t unit) const;
     };
 
-    static Element SetOf(StringView content);
+    static Element SetOf(StringView content);  // of what stands between the brackets
 
     std::vector<Element> elements_;
 };

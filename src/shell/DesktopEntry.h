@@ -12,7 +12,7 @@ struct DesktopProgram {
     std::string name;         ///< Of its icon and, for the window manager, of its windows.
     std::string title;        ///< What people call it.
     std::string description;  ///< In a few words.
-    std::string mimeType;
+    std::string mimeType;     ///< Such as "application/x-tsqfile".
 };
 
 /// The desktop entry of a program, as freedesktop.org defines it (Desktop Entry 1.0). The program is called with one
@@ -23,10 +23,11 @@ std::string DesktopEntry(const DesktopProgram& program);
 /// and means itself.
 std::string ExecCommand(const std::string& path);
 
+/// A type of files, as the shared database keeps it.
 struct MimeType {
-    std::string name;
-    std::string description;
-    std::string extension;  ///< Of its files, without the dot.
+    std::string name;         ///< Such as "application/x-tsqfile".
+    std::string description;  ///< What people call it.
+    std::string extension;    ///< Of its files, without the dot.
 };
 
 /// The package of one MIME type for the shared MIME database.

@@ -12,11 +12,11 @@ namespace tessarine
 /// Result codes of the shell. 33 and more is success, anything below a failure.
 namespace ShellResult
 {
-inline constexpr std::int32_t FileNotFound = 2;
-inline constexpr std::int32_t PathNotFound = 3;
-inline constexpr std::int32_t AccessDenied = 5;
+inline constexpr std::int32_t FileNotFound = 2;    ///< Its folder is there.
+inline constexpr std::int32_t PathNotFound = 3;    ///< Its folder is not there either.
+inline constexpr std::int32_t AccessDenied = 5;    ///< It is there and can't be read.
 inline constexpr std::int32_t NoAssociation = 31;  ///< No program for the type, or no shell.
-inline constexpr std::int32_t Opened = 33;
+inline constexpr std::int32_t Opened = 33;         ///< As any number above it.
 }  // namespace ShellResult
 
 /// Opens a document or folder and gives the shell's result code. On failure `ErrorText` gets its text; on success it

@@ -27,9 +27,9 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void Show(int steps);
+    void Show(int steps);  // at once, without a wait for the timer
 
-    int steps_ = 0;
+    int steps_ = 0;  // those taken; the bar may show fewer
     int timer_ = 0;  // runs while a step would come too soon after the last that was shown
 };
 

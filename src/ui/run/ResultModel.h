@@ -43,7 +43,7 @@ public:
     bool IsFile(const QModelIndex& index) const;           ///< Whether a node is a file; false without one.
 
 private:
-    void ShowItems(Position file);
+    void ShowItems(Position file);  // of a file that is shown already
 
     ResultNodes nodes_;
     std::vector<Position> shownItems_;  // by file; as long as there are files shown

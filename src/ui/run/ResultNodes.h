@@ -73,9 +73,9 @@ private:
 
     const Item& ItemAt(Position file, Position item) const { return files_[file].items[item]; }
 
-    std::deque<File> files_;  // never moved: keys_ points to the texts
-    std::unordered_map<std::u16string_view, Position> keys_;
-    std::vector<Addition> additions_;
+    std::deque<File> files_;                                  // never moved: keys_ points to the texts
+    std::unordered_map<std::u16string_view, Position> keys_;  // the file of each key
+    std::vector<Addition> additions_;                         // in the order of the log
     SharedTexts texts_;
     SharedLists lists_;
 };

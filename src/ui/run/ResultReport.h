@@ -20,7 +20,7 @@ struct ResultCounters {
 /// count, or only whether there was any.
 ///
 /// `tree` is the one of the result's status (frmProcessingDocuments::TreeOf); null for a status without one, for which
-/// nothing is added. Failure 6 when the total no longer fits; what was added until then stays.
+/// nothing is added. `Overflow` when the total no longer fits; what was added until then stays.
 void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount, ResultCounters counters);
 
 /// The text of a location: its label, the count or a word, and ")". The labels are the same in every language.

@@ -70,8 +70,8 @@ private:
     void BuildMenu();
     std::optional<ResultNode> NodeOf(const QModelIndex& index) const;  // none for an invalid index
 
-    ResultModel results_;
-    QTimer nextShowing_;  // runs while a large tree in sight has additions that it does not show yet
+    ResultModel results_;  // the nodes, also those that the view does not know yet
+    QTimer nextShowing_;   // runs while a large tree in sight has additions that it does not show yet
     QAction* mnuCopyNode = nullptr;
     QAction* mnuExpandAll = nullptr;
     QAction* mnuCollapseAll = nullptr;

@@ -22,8 +22,8 @@ public:
     const String& operator[](Number number) const { return *texts_[number]; }
 
 private:
-    std::unordered_map<String, Number> numbers_;
-    std::vector<const String*> texts_;  // the keys of numbers_
+    std::unordered_map<String, Number> numbers_;  // each text once, with its place in texts_
+    std::vector<const String*> texts_;            // the keys of numbers_
 };
 
 /// Lists of texts under numbers. Lists that begin alike share their beginning, and equal ones are one: in a long run
@@ -32,7 +32,7 @@ class SharedLists
 {
 public:
     using Number = std::uint32_t;
-    static constexpr Number Empty = 0;
+    static constexpr Number Empty = 0;  ///< The list without a text.
 
     /// The list that has one more text at its end, a new one when there was none. `list` stays what it is.
     Number Append(Number list, SharedTexts::Number text);
@@ -47,7 +47,7 @@ private:
     struct List {
         Number beginning;  // the list without its last text
         SharedTexts::Number last;
-        std::uint32_t count;
+        std::uint32_t count;  // of all its texts
     };
 
     std::vector<List> lists_{{Empty, 0, 0}};

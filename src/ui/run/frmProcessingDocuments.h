@@ -117,15 +117,15 @@ private:
     explicit frmProcessingDocuments(QWidget* owner);
 
     void Form_Load();
-    void Unload();
+    void Unload();  // what closing and OK do once the run is over
     void tmrelapsedSecsX_Timer();
-    void ShowElapsedTime();
-    void ShowFailures();
+    void ShowElapsedTime();  // from StartTime to now
+    void ShowFailures();     // the two lines about them, or none
     void NameTrees();
     void RestoreSize();
-    void KeepSize() const;
-    void OpenNodeUnderPointer(const ResultTree& tree);
-    void Open(const String& path);
+    void KeepSize() const;                              // for the next window of its kind
+    void OpenNodeUnderPointer(const ResultTree& tree);  // by the last move of the pointer
+    void Open(const String& path);                      // with a message when it can't be opened
 
     // Building of the controls: ProcessingLayout.cpp.
     void BuildControls();
@@ -145,14 +145,14 @@ private:
     QLabel* lblChangesMade = nullptr;
     QLabel* lblNotOpened = nullptr;
     QLabel* lblRunFailed = nullptr;
-    QPushButton* cmdErrorLog = nullptr;
+    QPushButton* cmdErrorLog = nullptr;  // beside the lines about failures
     QWidget* panelFailures = nullptr;
     QFrame* panelWarning = nullptr;
     QLabel* lblWarning = nullptr;
     QWidget* panelCommand = nullptr;
     QPushButton* cmdOK = nullptr;
     QPushButton* cmdCopyLog = nullptr;
-    std::array<QPushButton*, 2> cmdCommand{};
+    std::array<QPushButton*, 2> cmdCommand{};  // removes the backups, restores them
 
     std::set<String> notOpened_;  // paths
     bool hasRunFailed_ = false;
