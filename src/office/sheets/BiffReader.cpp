@@ -15,6 +15,7 @@ namespace tessarine::sheets
 namespace
 {
 
+// Of a sheet in a binary workbook. Sheet itself holds more.
 constexpr std::uint32_t maxBiffColumns = 256;
 
 /// Where a formula's tokens begin in its record, after their length.
@@ -38,6 +39,7 @@ std::string NameOfCodePage(std::uint16_t number)
         case 0x8000:
         case 10000:
             return "macintosh";
+        // 0x8000 and 0x8001 are old numbers of Excel's own for the Latin characters of the Macintosh and of Windows.
         case 0x8001:
             return "windows-1252";
         case 437:
@@ -59,6 +61,7 @@ std::string NameOfCodePage(std::uint16_t number)
         case 869:
             return "cp" + std::to_string(number);
         default:
+            // Excel 97 says 1200 here, UTF-16; its texts never ask for a code page.
             return "windows-" + std::to_string(number);
     }
 }
@@ -99,6 +102,7 @@ private:
     {
         switch (record.type) {
             case BiffType::FilePass:
+                // What comes after this record is encrypted.
                 throw Refusal("The workbook is encrypted and needs a password to be opened");
             case BiffType::CodePage:
                 codePage_ = NameOfCodePage(record.Short(0));
@@ -131,6 +135,7 @@ private:
         if (version_ == biff8)
             ReadText(body, text_);
         else
+            // Excel 95 counts in one byte here, though in two in cells.
             text_ = FromCodePage(body.Bytes(body.Byte()), codePage_);
         formats_.AddNumberFormat(record.Short(0), text_);
     }
@@ -139,6 +144,7 @@ private:
     {
         const std::uint32_t count = record.Long(4);
         RecordBody body(records, record, 8);
+        // No memory is taken for the stated number, which may be a lie: a missing text raises.
         for (; sharedTexts_ < count; ++sharedTexts_) {
             ReadText(body, text_);
             sheet_.AddText(text_);  // The sheet's first texts: a shared text's position is its identity.
@@ -181,6 +187,7 @@ private:
                 ReadSharedText(record);
                 break;
             case BiffType::Label:
+            // Excel 95: RString has formatting runs after its text, which are not read.
             case BiffType::RString:
                 PutText(record, TextIn(records, record, 6));
                 break;
@@ -188,6 +195,7 @@ private:
                 ReadFormula(records, record);
                 break;
             case BiffType::String:
+                // Without a formula in front, the text belongs to no cell.
                 if (formula_)
                     PutText(*formula_, TextIn(records, record, 0));
                 formula_.reset();
@@ -212,6 +220,7 @@ private:
         constexpr std::size_t bytesOfEach = 6;
         const std::uint16_t row = record.Short(0);
         std::uint32_t column = record.Short(2);
+        // The last column's number follows the values; too short for one, it ends the loop.
         for (std::size_t at = 4; at + bytesOfEach <= record.data.size(); at += bytesOfEach, ++column)
             PutNumber(row, column, record.Short(at), NumberOfRk(record.Long(at + 2)));
     }
@@ -245,6 +254,7 @@ private:
                 PutBooleanOrError(record, record.Byte(6) == Error, record.Byte(8));
                 break;
             case Text:
+                // Until that record comes, and if it is missing, the cell holds an empty text.
                 formula_ = record;  // the text follows in a record of its own
                 [[fallthrough]];
             case EmptyText:
@@ -264,6 +274,7 @@ private:
             record.Byte(formulaTokens) != textToken)
             return false;
         const std::size_t width = (record.Byte(formulaTokens + 2) & 1) != 0 ? 2 : 1;
+        // The token must be the only one: ="a"&B1 begins with the same.
         return record.Short(formulaTokens - 2) == tokenHead + width * record.Byte(formulaTokens + 1);
     }
 
@@ -307,7 +318,7 @@ private:
     Sheet sheet_;
     CellFormats formats_;
     std::uint16_t version_ = 0;
-    std::string codePage_ = "windows-1252";
+    std::string codePage_ = "windows-1252";  // of texts of Excel 95, unless it says otherwise
     bool countsFrom1904_ = false;
     std::optional<std::uint32_t> firstSheet_;
     std::uint32_t sharedTexts_ = 0;

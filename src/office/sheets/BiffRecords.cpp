@@ -13,6 +13,7 @@ namespace
 template <class Integer>
 Integer LittleEndian(std::string_view data, std::size_t at)
 {
+    // A difference, as a sum of what a file says may overflow.
     if (at > data.size() || data.size() - at < sizeof(Integer))
         throw Damage("a record of its workbook is too short");
     std::uint64_t value = 0;
@@ -52,6 +53,7 @@ BiffStream::BiffStream(std::string_view stream, std::size_t offset) : stream_(st
 std::optional<BiffRecord> BiffStream::Next()
 {
     constexpr std::size_t head = 4;
+    // What is too short for a record is what the stream was filled up with.
     if (stream_.size() - at_ < head)
         return std::nullopt;
     const std::uint16_t type = LittleEndian<std::uint16_t>(stream_, at_);
@@ -87,6 +89,7 @@ void RecordBody::NextRecord()
 
 std::uint8_t RecordBody::Byte()
 {
+    // A Continue record may be empty, so one of them may not be enough.
     while (rest_.empty())
         NextRecord();
     const auto byte = static_cast<std::uint8_t>(rest_.front());
@@ -96,6 +99,7 @@ std::uint8_t RecordBody::Byte()
 
 std::uint16_t RecordBody::Short()
 {
+    // Byte by byte, since the next record may begin between the two.
     const unsigned low = Byte();
     return static_cast<std::uint16_t>(low | static_cast<unsigned>(Byte()) << 8);
 }
@@ -127,6 +131,7 @@ std::string_view RecordBody::Bytes(std::size_t count)
 void RecordBody::AppendCharacters(std::size_t count, bool isWide, String& text)
 {
     for (;;) {
+        // A record ends between two characters. Memory is taken for those that are there, whatever `count` says.
         const std::size_t here = std::min(count, isWide ? rest_.size() / 2 : rest_.size());
         const auto byte = [&](std::size_t at) { return static_cast<unsigned>(static_cast<unsigned char>(rest_[at])); };
         const std::size_t before = text.size();
@@ -135,6 +140,7 @@ void RecordBody::AppendCharacters(std::size_t count, bool isWide, String& text)
             text[before + i] = static_cast<char16_t>(isWide ? byte(2 * i) | byte(2 * i + 1) << 8 : byte(i));
         rest_.remove_prefix(isWide ? 2 * here : here);
         count -= here;
+        // Asked before the next record is taken: after the last character there are no flags.
         if (count == 0)
             return;
         NextRecord();
@@ -157,6 +163,7 @@ void ReadText(RecordBody& body, std::size_t count, String& text)
     const std::size_t phonetics = hasPhonetics ? body.Long() : 0;
     text.clear();
     body.AppendCharacters(count, isWide, text);
+    // A run has four bytes; phonetics are counted in bytes.
     body.Skip(4 * runs + phonetics);
 }
 

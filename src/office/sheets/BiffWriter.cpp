@@ -102,6 +102,7 @@ std::string BoundSheet(std::size_t offset)
 std::string Globals(const SharedTexts& texts)
 {
     constexpr std::uint32_t utf16 = 1200;
+    // Of Window1: place and size in twentieths of a point, scroll bars and tabs, the one sheet shown and selected.
     const std::string front = Begin(Substream::Globals) + BiffBytes().Short(utf16).Record(BiffType::CodePage) +
                               BiffBytes().Shorts({0, 0, 0x3A5C, 0x23BE, 0x38, 0, 0, 1, 600}).Record(BiffType::Window1) +
                               FontsAndFormats();
@@ -115,6 +116,7 @@ std::string Dimensions(const Sheet& sheet)
 {
     const Sheet::Extent used = sheet.UsedRange();
     return BiffBytes()
+        // The ends are those after the last row and column.
         .Long(used.firstRow)
         .Long(used.firstRow + used.rows)
         .Shorts({used.firstColumn, used.firstColumn + used.columns, 0})
@@ -135,6 +137,7 @@ public:
     {
     }
 
+    // Never called, as a sheet visits no empty cells; std::visit wants it.
     std::string operator()(std::monostate) const { return {}; }
     std::string operator()(bool value) const { return Begun().Byte(value).Byte(0).Record(BiffType::BoolErr); }
     std::string operator()(CellError value) const { return Begun().Byte(value.code).Byte(1).Record(BiffType::BoolErr); }
@@ -167,6 +170,7 @@ std::string WriteBiff(const Sheet& sheet)
     const Sheet::Extent used = sheet.UsedRange();
     if (used.firstRow + used.rows > maxBiffRows || used.firstColumn + used.columns > maxBiffColumns)
         throw Refusal("An Excel 97-2003 workbook has no more than 65536 rows and 256 columns");
+    // The cells come first, because they fill the table of texts, which stands in front of them.
     SharedTexts texts;
     std::string cells;
     sheet.ForEach([&](std::uint32_t row, std::uint32_t column, const Cell& cell) {

@@ -5,6 +5,7 @@ namespace tessarine::sheets
 
 const char* NameOfError(CellError error)
 {
+    // The codes of MS-XLS 2.5.10 (BErr).
     switch (error.code) {
         case 0x00:
             return "#NULL!";

@@ -44,14 +44,17 @@ bool ShowsDate(StringView code)
     for (std::size_t i = 0; i < code.size(); ++i) {
         switch (code[i]) {
             case u';':
+                // Only the first section counts: the others are for negative numbers, zero and texts.
                 return false;
             case u'\\':
             case u'_':
             case u'*':
+                // What follows is a character as it is, one for its width, or one to fill up with.
                 ++i;
                 break;
             case u'"':
             case u'[':
+                // Texts, colours, conditions and locales. Time elapsed ([h]) is no date by itself.
                 i = code.find(code[i] == u'[' ? u']' : u'"', i + 1);
                 if (i == StringView::npos)
                     return false;
@@ -73,10 +76,12 @@ std::optional<String> DateText(double number, bool countsFrom1904)
     constexpr double dayThatNeverWas = 60;  // 29 February 1900, which Excel counts
     if (countsFrom1904)
         number += daysFrom1900To1904;
+    // Written so that NaN is refused, too.
     if (!(number >= 1) || !(number < endOfTime))
         return std::nullopt;
     if (number < dayThatNeverWas)
         number += 1;
+    // To the nearest second, as most times are no exact fraction of a day.
     const std::chrono::seconds since1970(std::llround((number - daysUntil1970) * secondsOfDay));
     return DisplayDateTime(CalendarTime(std::chrono::sys_seconds(since1970)));
 }

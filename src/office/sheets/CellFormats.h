@@ -16,7 +16,7 @@ namespace tessarine::sheets
 bool ShowsDate(StringView code);
 
 /// The date that a workbook's number stands for, as the system displays dates. Nothing for a number that is no day of
-/// the calendar; a time without a date is none.
+/// the calendar, such as a time without a date. Days count from 1900 or, for workbooks that say so, from 1904.
 std::optional<String> DateText(double number, bool countsFrom1904);
 
 /// The formats of a workbook's cells, as far as they tell dates from numbers.
@@ -25,9 +25,11 @@ class CellFormats
 public:
     explicit CellFormats(const Limits& limits) : limits_(limits) {}
 
+    /// Keeps whether a number format's code shows a date. Raises `ApplicationDefined` beyond the limits.
     void AddNumberFormat(std::uint16_t id, StringView code);
 
-    /// Cells name these by their position. Raises `ApplicationDefined` beyond the limits.
+    /// A cell format, by the number format that it uses. Cells name these by their position. Raises
+    /// `ApplicationDefined` beyond the limits.
     void AddCellFormat(std::uint16_t numberFormat);
 
     /// Whether a cell of this format shows a date; no for a format that there isn't.
@@ -36,7 +38,7 @@ public:
 private:
     Limits limits_;
     std::map<std::uint16_t, bool> ofNumbers_;  // whether it shows a date
-    std::vector<std::uint16_t> ofCells_;
+    std::vector<std::uint16_t> ofCells_;       // the number format of each
 };
 
 }  // namespace tessarine::sheets

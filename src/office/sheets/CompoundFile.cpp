@@ -54,6 +54,7 @@ struct CompoundFile::Directory {
 CompoundFile::CompoundFile(std::string_view file) : size_(file.size()), directory_(std::make_unique<Directory>())
 {
     KeepLibraryQuiet();
+    // FALSE: the library doesn't free the bytes, which are borrowed.
     directory_->input.reset(gsf_input_memory_new(BytesOf(file), static_cast<gsf_off_t>(file.size()), FALSE));
     if (directory_->input)
         directory_->entries.reset(gsf_infile_msole_new(directory_->input.get(), nullptr));
@@ -69,6 +70,7 @@ int CompoundFile::IndexOf(std::string_view name) const
     const int count = gsf_infile_num_children(entries);
     for (int i = 0; i < count; ++i) {
         const char* const found = gsf_infile_name_by_index(entries, i);
+        // Case doesn't matter to names in a compound file (MS-CFB 2.6.4).
         if (found && g_ascii_strcasecmp(found, std::string(name).c_str()) == 0)
             return i;
     }
@@ -95,6 +97,7 @@ std::string CompoundFileOf(const char* name, std::string_view stream)
     const GsfPointer<GsfOutput> memory(gsf_output_memory_new());
     const GsfPointer<GsfOutfile> root(gsf_outfile_msole_new(memory.get()));
     const GsfPointer<GsfOutput> entry(gsf_outfile_new_child(root.get(), name, FALSE));
+    // The stream is closed before the root that holds it.
     if (!gsf_output_write(entry.get(), stream.size(), BytesOf(stream)) || !gsf_output_close(entry.get()) ||
         !gsf_output_close(GSF_OUTPUT(root.get())))
         throw Refusal("The workbook is too large to be written");

@@ -16,6 +16,7 @@ bool IsCompoundFile(std::string_view file);
 class CompoundFile
 {
 public:
+    /// Reads the directory alone. The bytes must outlive this object.
     explicit CompoundFile(std::string_view file);  ///< Raises `ApplicationDefined` for a damaged one.
     ~CompoundFile();
     CompoundFile(const CompoundFile&) = delete;
@@ -30,9 +31,10 @@ public:
 private:
     struct Directory;  // of the library that reads it
 
+    /// -1 when the root has no such entry.
     int IndexOf(std::string_view name) const;
 
-    std::size_t size_;
+    std::size_t size_;  // of the file, in bytes
     std::unique_ptr<Directory> directory_;
 };
 

@@ -38,6 +38,7 @@ public:
 private:
     void ReadSeparatorLine()
     {
+        // Exactly one character up to the line's end; anything else is an ordinary row.
         const std::size_t length = separatorLine.size() + 1;
         if (!text_.starts_with(separatorLine) || text_.size() < length || IsLineEnd(text_[length - 1]) ||
             (text_.size() > length && !IsLineEnd(text_[length])))
@@ -83,6 +84,7 @@ private:
         field_.clear();
         ++at_;
         for (;;) {
+            // A field that nothing closes goes on to the end of the text.
             const std::size_t quote = std::min(text_.find(u'"', at_), text_.size());
             field_ += text_.substr(at_, quote - at_);
             at_ = std::min(quote + 1, text_.size());
@@ -114,12 +116,14 @@ private:
 
 void AppendField(std::string& csv, StringView text)
 {
+    // A first field "sep=;" without quotes would name the separator and be no row.
     const bool needsQuotes = text.find_first_of(u",\"\r\n") != StringView::npos || text.starts_with(separatorLine);
     if (!needsQuotes) {
         csv += ToUtf8(text);
         return;
     }
     csv += '"';
+    // Quotes inside are doubled (RFC 4180, 2).
     for (const char unit : ToUtf8(text))
         csv.append(unit == '"' ? 2 : 1, unit);
     csv += '"';
@@ -144,12 +148,15 @@ Sheet ReadDelimitedText(StringView text, char16_t separator, const Limits& limit
 
 std::string WriteCommaSeparated(const Sheet& sheet)
 {
+    // By this mark Excel knows UTF-8.
     std::string csv = "\xEF\xBB\xBF";
     const Sheet::Extent used = sheet.UsedRange();
     const std::uint32_t rows = used.firstRow + used.rows;
     const std::uint32_t columns = used.firstColumn + used.columns;
+    // Each empty cell is a comma: a lone cell in the last corner would make gigabytes of them.
     if (std::uint64_t{rows} * columns > Limits::Default().cells)
         throw Refusal("The used range is too large to be saved as text");
+    // From the first row and column of the sheet, so that cells keep their places.
     for (std::uint32_t row = 0; row < rows; ++row) {
         for (std::uint32_t column = 0; column < columns; ++column) {
             if (column > 0)

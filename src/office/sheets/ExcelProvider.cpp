@@ -24,7 +24,7 @@ void MustRun(bool is)
         throw Failure(disconnected, u"The workbook or its application has been closed");
 }
 
-/// A workbook's sheet and where it comes from. Each member raises -2147417848 when it is closed.
+/// A workbook's sheet and where it comes from. Each member raises `excel::Disconnected` when it is closed.
 class OpenWorkbook
 {
 public:
@@ -41,6 +41,7 @@ public:
 
     void Put(std::uint32_t row, std::uint32_t column, const Cell& cell)
     {
+        // For its failure when the workbook is closed; here and below.
         Contents();
         sheet_.Put(row, column, cell);
         isChanged_ = true;
@@ -49,6 +50,7 @@ public:
     void SaveAs(const String& path)
     {
         Contents();
+        // Excel would ask here whether to replace the file.
         if (application_->displaysAlerts && FileExists(path))
             throw Failure(FailureNumber::ApplicationDefined, path + u": There is a file of this name already");
         SaveSheet(path, sheet_);
@@ -73,6 +75,7 @@ public:
         if (saveChanges == excel::xlSaveChanges)
             Save();
         isOpen_ = false;
+        // Objects that somebody still holds keep the workbook, and need not keep its cells.
         sheet_ = Sheet();
     }
 
@@ -103,6 +106,7 @@ Cell CellOf(const excel::Value& value)
         Cell operator()(std::monostate) const { return {}; }
         Cell operator()(bool boolean) const { return boolean; }
         Cell operator()(double number) const { return number; }
+        // Excel, too, empties a cell that is given an empty text.
         Cell operator()(const String& text) const { return text.empty() ? Cell() : Cell(StringView(text)); }
         Cell operator()(excel::CellError error) const { return CellError{static_cast<std::uint8_t>(error.number)}; }
     };
@@ -135,6 +139,7 @@ public:
 
     std::shared_ptr<Range> Item(std::int32_t row, std::int32_t column) override
     {
+        // As in Excel, the cell may lie outside of the range that it is counted from.
         const Sheet::Extent cell{Place(extent_.firstRow, row, Sheet::maxRows), 1,
                                  Place(extent_.firstColumn, column, Sheet::maxColumns), 1};
         return std::make_shared<RangeObject>(workbook_, cell);
@@ -144,6 +149,7 @@ public:
 
     void PutValue(const excel::Value& value) override
     {
+        // At once, and not only when the sheet is saved: the caller then knows which cell it was.
         if (const String* text = std::get_if<String>(&value); text && text->size() > maxCellText)
             throw Refusal("A cell holds no more than 32767 characters");
         workbook_->Put(extent_.firstRow, extent_.firstColumn, CellOf(value));
@@ -152,6 +158,7 @@ public:
 private:
     static std::uint32_t Place(std::uint32_t first, std::int32_t position, std::uint32_t end)
     {
+        // In 64 bits, as any position may be asked for.
         const std::int64_t place = std::int64_t{first} + position - 1;
         if (place < 0 || place >= end)
             throw Refusal("There is no such cell in a sheet");
@@ -254,6 +261,7 @@ public:
     void Quit() override
     {
         MustRun(application_->isRunning);
+        // Its workbooks are closed by this; nothing is saved.
         application_->isRunning = false;
     }
 

@@ -55,6 +55,7 @@ bool IsPlainNumber(std::string_view text)
 
 std::optional<double> PlainNumber(StringView field)
 {
+    // No number has a letter after "e", so that each unit of one fits into a char.
     std::array<char, 64> buffer;
     if (field.empty() || field.size() > buffer.size() || std::ranges::any_of(field, [](char16_t c) { return c > 'e'; }))
         return std::nullopt;
@@ -64,6 +65,7 @@ std::optional<double> PlainNumber(StringView field)
     if (isNegative || text.front() == '+')
         text.remove_prefix(1);
     double number = 0;
+    // from_chars doesn't follow the locale, in which a point may separate thousands.
     if (!IsPlainNumber(text) || std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc())
         return std::nullopt;
     return isNegative ? -number : number;
@@ -72,6 +74,7 @@ std::optional<double> PlainNumber(StringView field)
 /// Whether a word is part of a number, a date or a time in English, the language of such files.
 bool IsOfNumbersAndDates(const std::string& lowerWord)
 {
+    // Of exponents and of times of the day.
     static constexpr std::array<std::string_view, 5> parts{"e", "a", "p", "am", "pm"};
     static constexpr std::array<std::string_view, 12> months{"january",   "february", "march",    "april",
                                                              "may",       "june",     "july",     "august",
@@ -85,6 +88,7 @@ bool IsOfNumbersAndDates(const std::string& lowerWord)
 /// Whether a text has digits and else nothing but signs, blanks and words of dates.
 bool MayBeNumberOrDate(StringView text)
 {
+    // Spreadsheets take these as parts of a number: no-break spaces, pound, yen, euro.
     constexpr StringView foreignSigns = u"\u00A0\u00A3\u00A5\u202F\u20AC";
     bool hasDigit = false;
     std::string word;

@@ -41,6 +41,7 @@ private:
 
 void AppendText(ContinuedRecord& record, StringView text)
 {
+    // One width for the whole text, though a seam may change it.
     const bool isWide = std::ranges::any_of(text, [](char16_t unit) { return unit > 0xFF; });
     const std::size_t width = isWide ? 2 : 1;
     // Count and flags stand in one record, together with the first character.
@@ -49,6 +50,7 @@ void AppendText(ContinuedRecord& record, StringView text)
         record.Continue();
     record.Data().Short(static_cast<std::uint32_t>(text.size())).Byte(isWide);
     for (;;) {
+        // Whole characters: with two bytes each, the last byte of a record may stay free.
         const StringView here = text.substr(0, record.Room() / width);
         record.Data().Characters(here, isWide);
         text.remove_prefix(here.size());
@@ -63,6 +65,7 @@ void AppendText(ContinuedRecord& record, StringView text)
 
 std::uint32_t SharedTexts::Add(StringView text)
 {
+    // The table's head tells how many cells have texts as well as how many texts there are.
     ++cells_;
     const auto [place, isNew] = positions_.try_emplace(text, static_cast<std::uint32_t>(texts_.size()));
     if (isNew)

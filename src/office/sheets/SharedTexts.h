@@ -10,7 +10,8 @@
 namespace tessarine::sheets
 {
 
-/// The table of a workbook's texts (MS-XLS 2.4.265 SST), each once. Borrows the texts.
+/// The table of a workbook's texts (MS-XLS 2.4.265 SST), each once. Borrows the texts, which must outlive it. Cells
+/// name a text by its position, which counts from 0 and never changes.
 class SharedTexts
 {
 public:
@@ -21,9 +22,9 @@ public:
     std::string Records() const;
 
 private:
-    std::vector<StringView> texts_;
+    std::vector<StringView> texts_;  // in the order in which they came
     std::unordered_map<StringView, std::uint32_t> positions_;
-    std::uint32_t cells_ = 0;
+    std::uint32_t cells_ = 0;  // how many cells have texts
 };
 
 }  // namespace tessarine::sheets

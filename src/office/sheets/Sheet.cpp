@@ -17,6 +17,7 @@ auto PlaceIn(Row& row, std::uint32_t column)
 {
     if (column < row.size() && row[column].column == column)
         return row.begin() + column;
+    // Cells are mostly put from left to right.
     if (row.empty() || row.back().column < column)
         return row.end();
     return std::ranges::lower_bound(row, column, {}, [](const auto& stored) { return stored.column; });
@@ -54,6 +55,7 @@ void Sheet::Put(std::uint32_t row, std::uint32_t column, const Cell& value)
     else if (const double* number = std::get_if<double>(&value))
         Store(row, column, Kind::Number, std::bit_cast<std::uint64_t>(*number));
     else if (const StringView* text = std::get_if<StringView>(&value))
+        // The text of a value that is replaced stays in memory: sheets are filled once, and replaced seldom.
         PutText(row, column, AddText(*text));
     else if (const CellError* error = std::get_if<CellError>(&value))
         Store(row, column, Kind::Error, error->code);
@@ -68,6 +70,7 @@ void Sheet::PutText(std::uint32_t row, std::uint32_t column, TextId text)
 
 Sheet::TextId Sheet::AddText(StringView text)
 {
+    // The limit keeps all offsets within the 32 bits of Range.
     if (text.size() > limits_.textUnits - characters_.size() || texts_.size() >= limits_.cells)
         throw Refusal("The sheet holds more text than can be read");
     texts_.push_back({static_cast<std::uint32_t>(characters_.size()), static_cast<std::uint32_t>(text.size())});
@@ -86,6 +89,7 @@ void Sheet::Store(std::uint32_t row, std::uint32_t column, Kind kind, std::uint6
     if (row >= maxRows || column >= maxColumns)
         throw Refusal("A sheet has no more than 1048576 rows and 16384 columns");
     if (row >= rows_.size())
+        // An empty row costs a vector without memory of its own, even a million of them little.
         rows_.resize(row + 1);
     auto& cells = rows_[row];
     const auto place = PlaceIn(cells, column);
@@ -93,6 +97,7 @@ void Sheet::Store(std::uint32_t row, std::uint32_t column, Kind kind, std::uint6
         *place = {column, kind, bits};
         return;
     }
+    // After the replacement of a value, which takes no memory.
     if (cells_ >= limits_.cells)
         throw Refusal("The sheet holds more cells than can be read");
     cells.insert(place, {column, kind, bits});
@@ -116,6 +121,7 @@ Sheet::Extent Sheet::UsedRange() const
     Extent extent{maxRows, 0, maxColumns, 0};
     std::uint32_t lastRow = 0, lastColumn = 0;
     for (std::uint32_t row = 0; row < rows_.size(); ++row) {
+        // Never put to, or emptied again.
         if (rows_[row].empty())
             continue;
         extent.firstRow = std::min(extent.firstRow, row);

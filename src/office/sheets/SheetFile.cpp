@@ -17,6 +17,7 @@ namespace tessarine::sheets
 namespace
 {
 
+// `extension` is in upper case.
 bool EndsIn(const String& path, StringView extension)
 {
     return path.size() >= extension.size() &&
@@ -26,6 +27,7 @@ bool EndsIn(const String& path, StringView extension)
 std::string BytesOf(const String& path, const Limits& limits)
 {
     const RandomAccessFile file(path);
+    // Asked before memory of that size is taken.
     if (file.Size() > limits.fileBytes)
         throw Refusal("The file is too large to be a list");
     std::string bytes(file.Size(), '\0');
@@ -73,6 +75,7 @@ Sheet OpenSheet(const String& path, const Limits& limits)
 void SaveSheet(const String& path, const Sheet& sheet)
 {
     WithNumberOfApplication(path, [&] {
+        // Before the file is touched: a sheet that can't be written leaves it as it was.
         const std::string bytes = FileOf(path, sheet);
         ReplacementFile file(path, ReplacementFile::Missing::IsMade);
         file.Write(std::as_bytes(std::span(bytes)));

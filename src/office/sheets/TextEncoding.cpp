@@ -43,6 +43,7 @@ String DecodeText(std::string_view bytes)
         return FromUtf16(bytes.substr(2), 0);
     if (bytes.starts_with("\xFE\xFF"))
         return FromUtf16(bytes.substr(2), 1);
+    // Text of a code page that goes beyond ASCII is hardly ever valid UTF-8.
     String text = FromUtf8(bytes);
     return HasForeignBytes(text) ? FromCodePage(bytes, SystemCodePage()) : text;
 }

@@ -37,12 +37,14 @@ bool IsZip(std::string_view file)
 /// Whether the bytes are a workbook's stream without a compound file around it.
 bool IsBareStream(std::string_view file)
 {
+    // A Bof record: type and length, then the version.
     return file.size() >= 6 && file.starts_with("\x09\x08") && (file[5] == biff8 >> 8 || file[5] == biff5 >> 8);
 }
 
 bool IsOfExcel4OrEarlier(std::string_view file)
 {
     using namespace std::string_view_literals;
+    // The Bof records of Excel 2, 3 and 4, by type and length.
     return file.starts_with("\x09\x00\x04\x00"sv) || file.starts_with("\x09\x02\x06\x00"sv) ||
            file.starts_with("\x09\x04\x06\x00"sv);
 }
@@ -58,6 +60,7 @@ Failure NotAWorkbook(std::string_view file)
     if (head.empty())
         return Refusal("The file is empty");
     if (IsZip(file)) {
+        // OpenDocument files begin with an unpacked entry of this name and content.
         const bool isOpenDocument = has("mimetypeapplication/vnd.oasis.opendocument");
         return Refusal((isOpenDocument ? "The file is an OpenDocument file"
                                        : "The file is an Office Open XML workbook (.xlsx) or another zip file") +
@@ -71,6 +74,7 @@ Failure NotAWorkbook(std::string_view file)
         return Refusal((has("<html") || has("<!doctype html") || has("<table") ? "The file is a web page"
                                                                                : "The file is an XML file") +
                        saveAsXls);
+    // Text has no NUL, but for UTF-16, which has a mark.
     if (head.find('\0') == std::string::npos || head.starts_with("\xff\xfe") || head.starts_with("\xfe\xff"))
         return Refusal("The file is text, not a workbook; name it .csv or .tab if it is a table");
     return Refusal("The file is not a workbook");
