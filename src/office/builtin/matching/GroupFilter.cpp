@@ -9,6 +9,7 @@ bool GroupFilter::MayHold(const SoughtText& sought)
 {
     if (!first_)
         first_ = sought.Text();
+    // A run may look for one text alone, for which the table would be made in vain.
     if (*first_ != sought.Text() && !MayHoldTriples(sought))
         return false;
     return std::ranges::any_of(parts_, [&](PartFilter* part) { return part->MayHold(sought); });
@@ -22,6 +23,7 @@ bool GroupFilter::HasGathered() const
 bool GroupFilter::MayHoldTriples(const SoughtText& sought)
 {
     const auto declines = [](PartFilter* part) { return part->Text() == nullptr; };
+    // What lies between runs is in no gathered text, and a part that declines may hold anything.
     if (sought.HasControls() || std::ranges::any_of(parts_, declines))
         return true;
     if (!triples_.IsMade()) {

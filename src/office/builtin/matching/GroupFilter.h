@@ -21,6 +21,7 @@ public:
     bool HasGathered() const;  ///< From all parts.
 
 private:
+    /// True as well where the table of triples can't tell.
     bool MayHoldTriples(const SoughtText& sought);
 
     std::vector<PartFilter*> parts_;

@@ -17,6 +17,7 @@ bool PartFilter::MayHold(const SoughtText& sought)
 void PartFilter::Decline()
 {
     hasGathered_ = true;
+    // The triples may stay: without a text they are never asked.
     text_.reset();
 }
 

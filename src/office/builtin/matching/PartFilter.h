@@ -19,6 +19,7 @@ public:
 
     explicit PartFilter(Gather gather) : gather_(std::move(gather)) {}
 
+    /// Gathers the text when it is first asked.
     bool MayHold(const SoughtText& sought) override;
 
     void Decline();                                    ///< Yes from now on: the part's text is about to change.
@@ -26,6 +27,7 @@ public:
     const String* Text();                              ///< What was gathered; null when the part declines.
 
 private:
+    /// Looks at the gathered text, which is there.
     bool Holds(const SoughtText& sought);
 
     Gather gather_;

@@ -12,9 +12,10 @@ namespace tessarine::builtin
 class SoughtText
 {
 public:
+    /// Keeps a copy of the text, which may be empty.
     explicit SoughtText(const String& text);
 
-    const String& Text() const { return text_; }
+    const String& Text() const { return text_; }      ///< As it was given.
     const String& Folded() const { return folded_; }  ///< In the form that case does not matter to (FoldCase).
 
     /// Whether it has control characters, such as paragraph and line breaks: these are between the runs of a text.

@@ -23,6 +23,7 @@ bool WordCharacterAt(StringView text, std::size_t position)
 
 bool Touches(const ProtectedRange& range, std::size_t begin, std::size_t end)
 {
+    // A place: a hit may end or begin there.
     if (range.length == 0)
         return begin < range.begin && range.begin < end;
     return begin < range.begin + range.length && range.begin < end;
@@ -36,6 +37,7 @@ std::optional<std::size_t> FindText(StringView searched, StringView text, const 
     const StringView wanted = pattern.Units();
     if (wanted.empty())
         return std::nullopt;
+    // On by one unit: an occurrence that is refused may overlap the one that is a hit.
     for (std::size_t at = searched.find(wanted, from); at != StringView::npos; at = searched.find(wanted, at + 1)) {
         const std::size_t end = at + wanted.size();
         if (DividesPair(text, at) || DividesPair(text, end))

@@ -18,8 +18,10 @@ public:
         : sought_(sought), matchCase_(matchCase), wholeWords_(wholeWords)
     {
     }
+    /// A temporary would be gone before the pattern is used.
     TextPattern(SoughtText&&, bool, bool) = delete;
 
+    /// What to look for, in the form in which the text is searched: folded unless case matters.
     const String& Units() const { return matchCase_ ? sought_.Text() : sought_.Folded(); }
     bool MatchCase() const { return matchCase_; }
     bool WholeWords() const { return wholeWords_; }
@@ -32,7 +34,7 @@ private:
 
 /// Units of a text that a hit must leave alone. With a length of 0 it is a place that a hit may not span.
 struct ProtectedRange {
-    std::size_t begin;
+    std::size_t begin;  ///< In UTF-16 units from 0.
     std::size_t length;
 };
 

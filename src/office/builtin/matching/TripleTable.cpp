@@ -13,6 +13,7 @@ constexpr std::size_t tripleLength = 3;
 
 std::uint32_t HashOfTriple(const char16_t* units)
 {
+    // Odd factors spread the bits of each unit; the table goes by the lower ones, so the upper are mixed in.
     const std::uint32_t mixed = units[0] * 0x9E3779B1u ^ units[1] * 0x85EBCA77u ^ units[2] * 0xC2B2AE3Du;
     return mixed ^ mixed >> 15;
 }
@@ -39,6 +40,7 @@ TripleTable::TripleTable(std::size_t textUnits)
 void TripleTable::Add(StringView text)
 {
     for (std::size_t i = 0; i + tripleLength <= text.size(); ++i)
+        // Their number is a power of two, which makes this the remainder.
         bits_[HashOfTriple(text.data() + i) & (bits_.size() - 1)] = true;
 }
 

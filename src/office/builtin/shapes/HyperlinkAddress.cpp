@@ -13,6 +13,7 @@ namespace tessarine::builtin
 namespace
 {
 
+// In UTF-16 units.
 constexpr std::size_t longestAddress = 2083;
 
 enum class Kind { Web, File, Relative };
@@ -22,7 +23,7 @@ bool IsLetter(char16_t c)
     return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
 }
 
-/// A scheme has at least two letters, so that a drive is none.
+/// A scheme has at least two letters, so that the drive in "C:" isn't taken for one.
 bool HasScheme(StringView text)
 {
     std::size_t length = 0;
@@ -66,7 +67,7 @@ struct Parts {
     bool hasFragment = false;
 };
 
-/// One character of a target: its UTF-8 bytes, however they are escaped.
+/// Fills address and bytes from the body: characters in UTF-8, of which each byte may be written as an escape.
 void ReadUnits(Parts& parts, bool decode)
 {
     std::string decoded;

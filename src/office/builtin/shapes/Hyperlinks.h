@@ -17,6 +17,7 @@ namespace tessarine::builtin
 class Hyperlinks
 {
 public:
+    /// Borrows both. Reads nothing yet.
     Hyperlinks(ShapeTreeEdits& edits, RelationshipUses& uses) : edits_(edits), uses_(uses) {}
 
     /// Those that are members of Hyperlinks in PowerPoint's object model, in document order.
@@ -34,8 +35,10 @@ public:
 
 private:
     std::vector<LinkRecord>& All();
+    /// Raises `InvalidRequest` for a link that is gone.
     LinkRecord& At(std::size_t link);
     void ReadAgain(std::size_t body);
+    /// Writes the target into all elements of the link.
     void Retarget(LinkRecord& link, const LinkTarget& target);
     void Remove(LinkRecord& link);
 

@@ -34,6 +34,7 @@ void PutLinkSource(ShapeTreeEdits& edits, RelationshipUses& uses, ShapeRecord& s
     // The object stands once or, with a branch for older readers, twice in the part.
     std::string id =
         uses.PutTarget(shape.linkId, shape.linkElements.size(), WriteTarget(TargetOf(edits, shape), source, false));
+    // The relationship itself was led elsewhere: the markup stays as it is.
     if (id == shape.linkId)
         return;
     const XmlDocument& document = edits.Document();

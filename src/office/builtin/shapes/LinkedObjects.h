@@ -14,7 +14,8 @@ namespace tessarine::builtin
 /// is no linked object.
 String LinkSourceOf(ShapeTreeEdits& edits, const ShapeRecord& shape);
 
-/// Raises as LinkSourceOf and WriteTarget do.
+/// Leads the object to another source; putting the one that is there is no edit. Where others use the relationship, the
+/// object gets one of its own, and the record says which. Raises as LinkSourceOf and WriteTarget do.
 void PutLinkSource(ShapeTreeEdits& edits, RelationshipUses& uses, ShapeRecord& shape, const String& source);
 
 }  // namespace tessarine::builtin

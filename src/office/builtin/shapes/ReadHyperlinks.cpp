@@ -50,6 +50,7 @@ private:
         const Node drawing = NonVisualOf(document_, shape).drawing;
         if (const Node click = document_.Child(drawing, Drawing, "hlinkClick"))
             Add(click);
+        // In shapes the element is called hlinkHover, in runs hlinkMouseOver.
         if (const Node hover = document_.Child(drawing, Drawing, "hlinkHover"))
             Add(hover);
 
@@ -69,6 +70,7 @@ private:
             if (document_.Is(row, Drawing, "tr"))
                 for (const Node cell : row.ChildElements())
                     if (document_.Is(cell, Drawing, "tc"))
+                        // No TextBody has been read of a cell: its links are edited by their own tags.
                         ReadText(document_.Child(cell, Drawing, "txBody"));
     }
 
@@ -80,6 +82,7 @@ private:
         const std::optional<std::size_t> body =
             known == bodyAt_.end() ? std::nullopt : std::optional<std::size_t>(known->second);
         LinkJoiner joiner(links_, body);
+        // Counts as TextTree::Links does, click before hover: edits name the elements of a body so.
         std::size_t number = 0;
         const auto find = [&](Node properties, const char* name) -> std::optional<LinkJoiner::Found> {
             const Node element = document_.Child(properties, Drawing, name);
@@ -87,6 +90,7 @@ private:
                 return std::nullopt;
             return LinkJoiner::Found{ReadLinkTarget(document_, element), body ? number++ : document_.OffsetOf(element)};
         };
+        // By the rules of TextMarkup, so that no link is read which an edit would not find.
         for (const Node paragraph : node.ChildElements()) {
             if (!IsParagraph(document_, paragraph))
                 continue;

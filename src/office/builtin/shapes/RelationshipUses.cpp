@@ -13,6 +13,7 @@ std::string RelationshipUses::PutTarget(const std::string& id, std::size_t ownUs
         edits_.Links().PutTarget(id, std::move(target));
         return id;
     }
+    // The other elements keep the relationship as it is.
     uses -= ownUses;
     std::string added(edits_.Links().AddLike(id, std::move(target)));
     Of(added) = ownUses;

@@ -15,6 +15,7 @@ namespace tessarine::builtin
 class RelationshipUses
 {
 public:
+    /// Borrows the edits. Counts when it is first asked, over the part as it is then.
     explicit RelationshipUses(ShapeTreeEdits& edits) : edits_(edits) {}
 
     /// Points a relationship to a new target when nothing of the part uses it but the `ownUses` elements that get the
@@ -28,10 +29,11 @@ public:
     void CountAgain() { counts_.reset(); }
 
 private:
+    /// The count for an id; 0 for one that nothing names.
     std::size_t& Of(const std::string& id);
 
     ShapeTreeEdits& edits_;
-    std::optional<std::map<std::string, std::size_t, std::less<>>> counts_;  // by id
+    std::optional<std::map<std::string, std::size_t, std::less<>>> counts_;  // by id; nothing: count again
 };
 
 }  // namespace tessarine::builtin

@@ -28,6 +28,7 @@ Placeholder PlaceholderOf(const XmlDocument& document, Node placeholder)
 /// The object elements with the record's relationship, in all branches: they change together.
 void CollectLinkElements(const XmlDocument& document, Node parent, ShapeRecord& record, int depth = 0)
 {
+    // Branches in branches: programs write one level, a hostile file may write any number.
     constexpr int deepest = 8;
     if (depth > deepest)
         return;
@@ -66,6 +67,7 @@ std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRe
 {
     const Node data = document.Child(document.Child(frame, Drawing, "graphic"), Drawing, "graphicData");
     const std::string_view uri = document.Attribute(data, "uri");
+    // The Transitional and the Strict names end alike.
     if (uri.ends_with("/table"))
         return msoTable;
     if (uri.ends_with("/chart") || uri.ends_with("/chartex"))
@@ -96,6 +98,7 @@ bool HasMedia(const XmlDocument& document, Node application)
     for (const char* name : {"videoFile", "audioFile", "wavAudioFile", "quickTimeFile", "audioCd"})
         if (document.Child(application, Drawing, name))
             return true;
+    // Since PowerPoint 2010, media are named in an extension (p14:media).
     for (const Node extension : document.Child(application, Presentation, "extLst").ChildElements())
         for (const Node child : extension.ChildElements())
             if (document.Is(child, Understood, "media"))
@@ -110,6 +113,7 @@ std::int32_t TypeOfPicture(const XmlDocument& document, Node picture, Node appli
     const Node blip = document.Child(document.Child(picture, Presentation, "blipFill"), Drawing, "blip");
     if (document.Attribute(blip, DocumentRelationships, "link"))
         return msoLinkedPicture;
+    // PowerPoint stores an SVG picture as a bitmap, with the SVG in an extension.
     for (const Node extension : document.Child(blip, Drawing, "extLst").ChildElements())
         for (const Node child : extension.ChildElements())
             if (document.Is(child, Understood, "svgBlip"))
@@ -145,6 +149,7 @@ bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& recor
     if (isShape || isPicture || isFrame) {
         const NonVisual nonVisual = NonVisualOf(document, element);
         if (const Node placeholder = document.Child(nonVisual.application, Presentation, "ph")) {
+            // First of all: a placeholder is one whatever has been put into it.
             record.type = msoPlaceholder;
             record.placeholder = PlaceholderOf(document, placeholder);
         } else if (isShape) {
@@ -154,6 +159,7 @@ bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& recor
         } else {
             record.type = TypeOfGraphicFrame(document, element, record);
         }
+        // Lines and slide images hold no text, even where the markup has one.
         record.hasTextFrame = isShape && record.type != msoLine && record.placeholder != Placeholder::SlideImage;
     } else if (is("grpSp")) {
         record.type = msoGroup;
@@ -186,6 +192,7 @@ Node ChosenBranch(const XmlDocument& document, Node alternateContent)
             if (document.ResolvePrefix(choice, prefix) == None)
                 return false;
         }
+        // A choice has to require something (ECMA-376 part 3, 9.3).
         return any;
     };
     for (const Node branch : alternateContent.ChildElements())

@@ -9,8 +9,9 @@
 namespace tessarine::builtin
 {
 
-/// Fills type, placeholder, hasTextFrame and linkId of a shape's record from its element (a child of `p:spTree`), the
-/// way PowerPoint's object model tells them. False for an element that is no shape.
+/// Fills type, placeholder, hasTextFrame, linkId and linkElements of a shape's record from its element (a child of
+/// `p:spTree`), the way PowerPoint's object model tells them. False, and the record stays, for an element that is no
+/// shape.
 bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& record);
 
 /// The branch of `mc:AlternateContent` that applies: the first choice whose required namespaces are all understood,
@@ -19,8 +20,8 @@ Node ChosenBranch(const XmlDocument& document, Node alternateContent);
 
 /// `p:cNvPr` of a shape element, and `p:nvPr` beside it; empty nodes when absent.
 struct NonVisual {
-    Node drawing;
-    Node application;
+    Node drawing;      ///< `p:cNvPr`: id, name, the links of the shape itself.
+    Node application;  ///< `p:nvPr`: placeholder, media.
 };
 NonVisual NonVisualOf(const XmlDocument& document, Node shape);
 

@@ -32,6 +32,7 @@ public:
             if (const auto id = document_.Attribute(layout, DocumentRelationships, "id"))
                 tree_.layoutIds.emplace_back(*id);
         ReadShapes(shapes, 0);
+        // Most parts have no links; they are spared the second walk.
         if (document_.HasNameBeginning("hlink"))
             tree_.links = ReadHyperlinks(document_, shapes, tree_.bodies, part_, limits_);
         return std::move(tree_);
@@ -61,6 +62,7 @@ private:
 
         // Older readers show the fallback: the same text there is changed alike.
         const Node fallback = document_.Child(element, Compatibility, "Fallback");
+        // Of several shapes it can't be told which text belongs to which.
         if (fallback == chosen || tree_.shapes.size() != before + 1 || !tree_.shapes.back().body)
             return;
         const Node twin = document_.Child(document_.Child(fallback, Presentation, "sp"), Presentation, "txBody");

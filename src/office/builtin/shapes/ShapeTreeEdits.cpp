@@ -14,6 +14,7 @@ ShapeTree& ShapeTreeEdits::Tree()
 {
     if (!tree_) {
         const std::string_view name = package_.NameOf(entry_);
+        // In memory that the next part uses again: the tree keeps copies and no views.
         const XmlDocument document(package_.ReadXmlOnce(entry_), name, package_.limits());
         tree_ = ReadShapeTree(document, name, package_.limits());
     }
@@ -23,6 +24,7 @@ ShapeTree& ShapeTreeEdits::Tree()
 const XmlDocument& ShapeTreeEdits::Document()
 {
     if (!original_)
+        // A copy, as edits need the bytes for longer than ReadXmlOnce keeps them.
         original_ = std::make_unique<Original>(std::string(package_.ReadXmlOnce(entry_)), package_.NameOf(entry_),
                                                package_.limits());
     return original_->document;
@@ -49,6 +51,7 @@ void ShapeTreeEdits::RemoveElement(std::size_t element)
 {
     const XmlDocument& document = Document();
     const ElementRange range = document.RangeOf(document.ElementAt(element));
+    // Takes the place of changes to its tag.
     elements_[element] = {range.begin, range.end, {}};
 }
 
@@ -69,6 +72,7 @@ std::vector<ByteEdit> ShapeTreeEdits::Edits() const
     std::vector<ByteEdit> edits;
     for (const auto& [offset, edit] : elements_)
         edits.push_back(edit);
+    // They never meet the edits above: links in texts are edited in the texts' pieces.
     if (tree_)
         for (const TextBody& body : tree_->bodies)
             if (const TextTree* const text = body.Edited())
@@ -85,6 +89,7 @@ bool ShapeTreeEdits::Flush()
         tree_.reset();
         elements_.clear();
     }
+    // Without edits, too: it is the largest thing that is kept of a part.
     original_.reset();
     return hasEdits;
 }

@@ -22,42 +22,46 @@ class ShapeTreeEdits
 public:
     ShapeTreeEdits(Package& package, Package::Entry entry) : package_(package), entry_(entry) {}
 
-    /// The tree, read when it is first asked for. After Flush it is read again; indices of shapes stay the same.
+    /// The tree, read when it is first asked for, which raises `FileCorrupt` for a damaged part. After Flush it is read
+    /// again; indices of shapes stay the same.
     ShapeTree& Tree();
 
     /// The part that the tree was read from, for edits. Kept until Flush.
     const XmlDocument& Document();
 
-    /// A shape's text taken apart, for edits of its links.
+    /// A shape's text taken apart, for edits of its links. `body` is its index in the tree. Raises as TextBody::Open.
     TextTree& OpenText(std::size_t body);
 
-    /// Changes the start tag of an element outside of the shapes' texts, or removes the element. Offsets are those in
-    /// Document.
+    /// Changes the start tag of an element outside of the shapes' texts, or removes the element. Changes of one tag add
+    /// up: each gets the tag as the one before has left it. Offsets are those in Document.
     void ChangeTag(std::size_t element, const std::function<void(std::string& tag)>& change);
     void RemoveElement(std::size_t element);
 
+    /// The part's relationships. Their edits are the package's own and don't wait for Flush.
     Relationships& Links() { return package_.RelationshipsOf(entry_); }
 
-    /// Calls `visit` with the part as it is now.
+    /// Calls `visit` with the part as it is now, which is parsed anew when there are edits.
     void VisitCurrent(const std::function<void(const XmlDocument&)>& visit);
 
     /// Hands the part to the package when there are edits. Gives whether there were.
     bool Flush();
 
 private:
+    /// The bytes and their index. Both are large, and read only for edits.
     struct Original {
         Original(std::string bytes, std::string_view part, const Limits& limits);
 
         std::string xml;
-        XmlDocument document;
+        XmlDocument document;  // borrows xml
     };
 
+    /// All edits, of elements and of texts, in no order.
     std::vector<ByteEdit> Edits() const;
 
     Package& package_;
     Package::Entry entry_;
-    std::optional<ShapeTree> tree_;
-    std::unique_ptr<Original> original_;
+    std::optional<ShapeTree> tree_;             // nothing before it is asked for, and after Flush
+    std::unique_ptr<Original> original_;        // null while nothing is edited
     std::map<std::size_t, ByteEdit> elements_;  // edits outside of the texts, by the offset of the element
 };
 

@@ -39,6 +39,7 @@ std::size_t ShapeTreePart::ReplaceText(std::size_t shape, std::size_t begin, std
     const TextBody::DocumentSource document = [this]() -> const XmlDocument& { return edits_.Document(); };
     const std::size_t body = Shapes()[shape].body.value();
     const std::optional<std::size_t> twin = Shapes()[shape].twin;
+    // Asked before the first of the two changes.
     const bool twinAgrees = twin && Body(*twin).Text() == Body(body).Text();
     const std::size_t count = Body(body).Replace(begin, length, with, document);
     if (twinAgrees)
@@ -63,6 +64,7 @@ std::optional<String> ShapeTreePart::HeaderFooter(HeaderFooterKind kind)
     if (!shape)
         return std::nullopt;
     const TextBody* const text = TextOf(*shape);
+    // A placeholder without p:txBody is an empty one.
     return text == nullptr ? String() : text->Text();
 }
 
@@ -80,6 +82,7 @@ void ShapeTreePart::TextChanged(std::size_t body)
 {
     if (Body(body).Edited() == nullptr)
         return;  // a text was put in place of itself
+    // What it has gathered is the text before the edit.
     filter_.Decline();
     uses_.CountAgain();
     hyperlinks_.TextChanged(body);

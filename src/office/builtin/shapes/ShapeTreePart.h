@@ -20,15 +20,18 @@ namespace tessarine::builtin
 class ShapeTreePart final : public PageReader
 {
 public:
+    /// Reads nothing yet. The package must outlive this object.
     ShapeTreePart(Package& package, Package::Entry entry);
     ShapeTreePart(const ShapeTreePart&) = delete;
     ShapeTreePart& operator=(const ShapeTreePart&) = delete;
 
     Package::Entry entry() const { return entry_; }
+    /// The part's own relationships.
     Relationships& Links() { return edits_.Links(); }
 
     std::size_t ShapeCount() override { return Shapes().size(); }
     ShapeFacts Shape(std::size_t shape) override;
+    /// Shapes, Read and Body are good until Flush, after which the tree is read again.
     const std::vector<ShapeRecord>& Shapes() { return edits_.Tree().shapes; }
     const ShapeTree& Read() { return edits_.Tree(); }
 
@@ -44,8 +47,9 @@ public:
     /// say the same. Returns the units put in.
     std::size_t ReplaceText(std::size_t shape, std::size_t begin, std::size_t length, StringView with) override;
 
-    /// The first placeholder of that kind, by its own text alone.
+    /// The first placeholder of that kind, by its own text alone: what a layout or master shows there doesn't count.
     std::optional<String> HeaderFooter(HeaderFooterKind kind) override;
+    /// Raises `InvalidRequest` for a placeholder without `p:txBody`, too.
     void PutHeaderFooter(HeaderFooterKind kind, StringView text) override;
 
     /// The hyperlinks that belong to the object model's collection (see Hyperlinks).
@@ -63,11 +67,13 @@ public:
     void Flush();  ///< Hands the edits to the package.
 
 private:
+    /// Index of the placeholder; nothing when the page has none of that kind.
     std::optional<std::size_t> FirstHeaderFooter(HeaderFooterKind kind);
+    /// Tells the filter, the counts of uses and the hyperlinks that a text was edited.
     void TextChanged(std::size_t body);
 
     Package::Entry entry_;
-    ShapeTreeEdits edits_;
+    ShapeTreeEdits edits_;  // in front of those that borrow it
     RelationshipUses uses_{edits_};
     Hyperlinks hyperlinks_{edits_, uses_};
     PartFilter filter_;

@@ -15,6 +15,7 @@ LinkTarget ReadLinkTarget(const XmlDocument& document, Node element)
 
 void Retarget(std::string& startTag, std::string_view idName, const LinkTarget& before, const LinkTarget& after)
 {
+    // The tooltip is never changed. It counts only in telling one link from the next.
     if (after.relationshipId != before.relationshipId)
         PutAttribute(startTag, idName, after.relationshipId);
     if (after.invalidUrl != before.invalidUrl)
@@ -38,6 +39,7 @@ void LinkJoiner::AddRun(bool isBreak, const std::optional<Found>& click, const s
 void LinkJoiner::Follow(std::optional<std::size_t>& current, bool isBreak, const std::optional<Found>& found)
 {
     if (!found) {
+        // A line break without a link doesn't end the link around it.
         if (!isBreak)
             current.reset();
     } else if (current && links_[*current].target == found->target) {

@@ -14,10 +14,10 @@ namespace tessarine::builtin
 
 /// Where a link element leads, by its attributes; "" for those that are absent.
 struct LinkTarget {
-    std::string relationshipId;
-    std::string action;
-    std::string invalidUrl;
-    std::string tooltip;
+    std::string relationshipId;  ///< r:id of the relationship whose target is the address.
+    std::string action;          ///< What kind of link it is: "ppaction://hlinksldjump", "" for an ordinary one.
+    std::string invalidUrl;      ///< The address, when it isn't a valid URI and so can't be a target.
+    std::string tooltip;         ///< Tells one link from the next, but is never changed.
 
     bool operator==(const LinkTarget&) const = default;
 };
@@ -53,7 +53,8 @@ public:
         std::size_t element;  ///< As in LinkRecord.
     };
 
-    void BeginParagraph();
+    void BeginParagraph();  ///< No link goes over the end of a paragraph.
+    /// The next run, field or line break of the paragraph, with what it has of the two kinds.
     void AddRun(bool isBreak, const std::optional<Found>& click, const std::optional<Found>& hover);
 
 private:

@@ -12,8 +12,7 @@ namespace tessarine::builtin
 {
 
 /// What the one pass over a part's bytes that gathering its text needs has counted. It goes by pairs of characters
-/// alone:
-/// "<" begins a tag, "</" an end tag, and "/>" ends an empty one.
+/// alone: "<" begins a tag, "</" an end tag, and "/>" ends an empty one.
 struct TagTotals {
     std::ptrdiff_t unclosed = 0;  ///< Start tags without end tags; 0 for markup that is balanced.
     std::size_t others = 0;       ///< Comments, declarations and the like: "<!" and "<?".
@@ -33,7 +32,9 @@ struct TagBlock {
     {
     }
 
+    /// Where "<t" or ":t" stands.
     ByteBlock TextTags() const { return (open | first.Matches(':')) & second.Matches('t'); }
+    /// Where "<!" or "<?" stands.
     ByteBlock Others() const { return open & (second.Matches('!') | second.Matches('?')); }
 
     /// What the pairs of some bits add to the number of open elements.
@@ -43,8 +44,8 @@ struct TagBlock {
                std::popcount(empty.TopBits() & bits);
     }
 
-    ByteBlock first, second;
-    ByteBlock open, end, empty;
+    ByteBlock first, second;     // the characters of each pair
+    ByteBlock open, end, empty;  // where "<", "</", "/>" stand
 };
 
 /// Counts the tags and calls `candidate(place, depth)`, front to back, with the place of every "<t" and ":t", where the

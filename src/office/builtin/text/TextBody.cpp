@@ -53,6 +53,7 @@ std::optional<std::size_t> TextBody::Find(const TextPattern& pattern, std::size_
         return std::nullopt;
     if (pattern.MatchCase())
         return FindText(text_, text_, pattern, from, protectedRanges_);
+    // Not made yet: folding keeps the length.
     if (folded_.size() != text_.size())
         folded_ = FoldCase(StringView(text_));
     return FindText(folded_, text_, pattern, from, protectedRanges_);
@@ -70,6 +71,7 @@ std::size_t TextBody::Replace(std::size_t begin, std::size_t length, StringView 
     if (!folded_.empty())
         folded_.replace(begin, length, FoldCase(StringView(inserted)));
     if (!protectedRanges_.empty())
+        // Text that comes in or goes moves the ranges after it.
         protectedRanges_ = tree.ProtectedRanges();
     return inserted.size();
 }

@@ -22,6 +22,7 @@ class TextBody
 public:
     /// `offset` is where the body's "<" stands in the bytes of its part.
     TextBody(std::size_t offset, String text, std::vector<ProtectedRange> protectedRanges);
+    /// The text of a `p:txBody`, as it reads.
     static TextBody Read(const XmlDocument& document, Node body);
 
     const String& Text() const { return text_; }

@@ -60,6 +60,7 @@ BodyText ReadBodyText(const XmlDocument& document, Node body)
                     break;
                 case PieceKind::VolatileField:
                     document.AppendTextOf(CharactersOf(document, child), read.text);
+                    // A length of 0 would mean a place that no hit may span.
                     if (read.text.size() > begin)
                         read.protectedRanges.push_back({begin, read.text.size() - begin});
                     break;

@@ -49,14 +49,17 @@ struct TextPiece {
     NamespaceScope scope = {};          ///< What its own start tag declares.
     std::size_t length = 0;             ///< UTF-16 units.
 
+    /// A child of a paragraph, with a copy of its bytes.
     static TextPiece Read(const XmlDocument& document, Node child);
 
+    /// True for what shows characters: a run or field that is not empty.
     bool IsText() const { return length > 0 && kind != PieceKind::Break; }
 
     std::string_view Content() const
     {
         return std::string_view(bytes).substr(content.begin, content.end - content.begin);
     }
+    /// A copy of its run properties, to be put elsewhere; `around` is what its paragraph declares.
     RunProperties Properties(const NamespaceScope& around) const;
 
     /// Replaces units of the content in its bytes. What stands between the replaced characters (CDATA marks, comments)
@@ -64,8 +67,9 @@ struct TextPiece {
     /// Raises `FileCorrupt` when the content has fewer units.
     void ReplaceUnits(std::size_t offset, std::size_t count, StringView with);
 
+    /// Leads one of the piece's own links elsewhere.
     void Retarget(PieceLink& link, const LinkTarget& target);
-    void RemoveLink(std::size_t link);
+    void RemoveLink(std::size_t link);  ///< By its index in `links`; the text stays.
 
     /// Declares namespaces on the piece's element.
     void Declare(const NamespaceScope& needed);

@@ -25,9 +25,9 @@ public:
     std::size_t Begin() const { return begin_; }
     std::size_t End() const { return end_; }
 
-    String Text() const;  ///< As TextBody describes it.
-    std::vector<ProtectedRange> ProtectedRanges() const;
-    std::string Bytes() const;  ///< The pieces put together.
+    String Text() const;                                  ///< As TextBody describes it.
+    std::vector<ProtectedRange> ProtectedRanges() const;  ///< What no hit may touch now.
+    std::string Bytes() const;                            ///< The pieces put together.
 
     /// Replaces units of the text. In `with`, CR begins a new paragraph (with the properties of the one it is in) and
     /// VT a new line. Raises `InvalidRequest` for a text body without a paragraph.
@@ -41,6 +41,8 @@ public:
     /// The links of the text, front to back, as those of a body with this index. Their elements are counted from 0, the
     /// click of a run before its hover; an edit of the text or RemoveLink counts them anew.
     std::vector<LinkRecord> Links(std::size_t body) const;
+    /// Leads a link element elsewhere, or removes it; the text stays. Both raise `InvalidRequest` for an element that
+    /// isn't there.
     void Retarget(std::size_t element, const LinkTarget& target);
     void RemoveLink(std::size_t element);
 
@@ -53,6 +55,7 @@ private:
         std::string prefix = {};    // of the drawing namespace here, with its colon
         NamespaceScope scope = {};  // what the start tag declares
     };
+    /// Where a position of the text is in the pieces. A piece's index may be that after the last one.
     struct Place {
         std::size_t paragraph;
         std::size_t piece;
@@ -70,6 +73,7 @@ private:
     void Insert(Place at, StringView with);
     void DropIfEmpty(const Place& anchor);
     void KeepHeight(Paragraph& paragraph, RunProperties properties) const;
+    /// The index of the paragraph's end properties, or after its last piece.
     static std::size_t EndOfText(const Paragraph& paragraph);
     static void Open(Paragraph& paragraph);
 
