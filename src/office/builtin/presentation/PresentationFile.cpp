@@ -36,6 +36,7 @@ PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, con
     : package_(std::move(bytes), limits)
 {
     if (!package_.Find("[Content_Types].xml")) {
+        // OpenDocument files are zip files with such an entry: no damage, but something else.
         if (package_.Find("mimetype"))
             throw NotAPresentation("The file is not an Office Open XML presentation");
         throw Damage("[Content_Types].xml", "it is missing");
@@ -197,6 +198,7 @@ bool PresentationFile::NotesMayHold(const SoughtText& sought)
 
 void PresentationFile::Save(StringView path)
 {
+    // First, because only this tells the package what has changed.
     for (const auto& [entry, part] : parts_)
         part->Flush();
     if (builtIn_)
@@ -204,6 +206,7 @@ void PresentationFile::Save(StringView path)
     if (custom_)
         custom_->Flush();
     if (package_.IsChanged())
+        // Only now: removing signatures is a change itself.
         DropSignatures(path);
     package_.Save(path);
 }
@@ -212,6 +215,7 @@ void PresentationFile::DropSignatures(StringView path)
 {
     Relationships& root = package_.RelationshipsOf(std::nullopt);
     const Relationship* relationship = root.FirstOf("origin");
+    // Kinds are told by the last word of a type, and others may end in "origin".
     if (relationship == nullptr || relationship->type.find("digital-signature") == std::string::npos)
         return;
     if (const auto origin = package_.Follow(std::nullopt, relationship)) {

@@ -18,7 +18,7 @@ namespace tessarine::builtin
 class XmlDocument;
 
 /// A presentation in a package: the parts that make it up, found by relationships alone (ECMA-376 19.2.1.26
-/// `p:presentation`).
+/// `p:presentation`). Opening reads the main part; pages, properties and names are read when they are first asked for.
 class PresentationFile final : public PresentationReader
 {
 public:
@@ -42,12 +42,14 @@ public:
     /// Packages have title slide layouts in the place of title masters: the master's first layout of type "title".
     PageReader* TitleMaster(std::size_t design) override;
 
+    /// The first that the main part names; null without one.
     PageReader* NotesMaster() override { return OptionalPart(notesMaster_); }
     PageReader* HandoutMaster() override { return OptionalPart(handoutMaster_); }
 
     BuiltInPropertiesReader& BuiltIn() override;
     CustomPropertiesReader& Custom() override;
 
+    /// True until every slide has been asked once, as the first walk over the slides does.
     bool SlidesMayHold(const SoughtText& sought) override;
     bool NotesMayHold(const SoughtText& sought) override;
 
@@ -55,6 +57,7 @@ public:
     void Save(StringView path) override;
 
 private:
+    /// Fills the lists of slides and masters. Raises as the constructor does.
     void ReadMainPart(Package::Entry main);
 
     /// The parts that a list of the main part names, in its order. Raises `FileCorrupt` when one is missing.
@@ -62,11 +65,13 @@ private:
                                            Package::Entry main);
     ShapeTreePart& Part(Package::Entry entry);  ///< The one object for a part, made when it is first asked for.
     const std::vector<Package::Entry>& NotesPages();
+    /// In front of all these parts. Reads none of them.
     GroupFilter FilterOf(const std::vector<Package::Entry>& entries);
+    /// Null for no entry.
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
     void DropSignatures(StringView path);  ///< `path` is for the error log.
 
-    Package package_;
+    Package package_;                      // in front of all that borrows it
     std::vector<Package::Entry> slides_;   // in the order of the presentation
     std::vector<Package::Entry> masters_;  // one for each design, in the order of the presentation
     std::optional<Package::Entry> notesMaster_;

@@ -94,6 +94,7 @@ BuiltInProperties::BuiltInProperties(Package& package)
 std::optional<powerpoint::Value> BuiltInProperties::Read(BuiltInProperty property) const
 {
     const Row& row = RowOf(property);
+    // What has no place in a package is looked up under no name, and never found.
     const auto text = PartOf(row.ns).Text(row.ns, row.element);
     if (!text)
         return std::nullopt;

@@ -22,14 +22,15 @@ public:
     /// packages have no place for.
     void Put(BuiltInProperty property, const String& text) override;
 
-    /// Hands the edits to the package, which writes them when it is saved.
+    /// Hands the edits to the package, which writes them when it is saved. May be called again after further edits.
     void Flush();
 
 private:
+    /// Properties in any other namespace than the extended one stand in the core part.
     const PropertyPart& PartOf(Ns ns) const { return ns == Ns::ExtendedProperties ? extended_ : core_; }
 
-    PropertyPart core_;
-    PropertyPart extended_;
+    PropertyPart core_;      // docProps/core.xml
+    PropertyPart extended_;  // docProps/app.xml
 };
 
 }  // namespace tessarine::builtin

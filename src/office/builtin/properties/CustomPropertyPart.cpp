@@ -170,6 +170,7 @@ std::string CustomPropertyPart::ElementOf(const Property& property) const
     std::string content;
     if (const auto number = NumberOf(property.value)) {
         const bool isInteger = IntegerKindOf(property.kind) != nullptr;
+        // Beyond that the number would not fit into 64 bits with a sign.
         content = isInteger && std::abs(*number) < 9e18 ? std::to_string(static_cast<std::int64_t>(*number))
                                                         : FileText(*number);
     } else {

@@ -22,7 +22,8 @@ public:
     const String& NameOf(std::size_t index) const override { return properties_[index].name; }
     powerpoint::Value Read(std::size_t index) const override { return properties_[index].value; }
 
-    /// A text becomes a `vt:lpwstr`, a number that fits nothing else a `vt:r8`.
+    /// A text becomes a `vt:lpwstr`, a number that fits nothing else a `vt:r8`. Raises `Unspecified` for a kind that
+    /// can't be put.
     void Put(std::size_t index, const powerpoint::Value& value) override;
 
     /// Hands the edits to the package, which writes them when it is saved.
@@ -32,12 +33,13 @@ private:
     /// A `property` element and the variant in it (ECMA-376 part 1, 22.4).
     struct Property {
         String name;
-        std::string kind;  // local name of the variant element (vt:i4); "" for a property without one
-        powerpoint::Value value;
-        std::size_t offset = 0;  // of the variant element's "<" in bytes_
+        std::string kind;         // local name of the variant element (vt:i4); "" for a property without one
+        powerpoint::Value value;  // as the surface gives it
+        std::size_t offset = 0;   // of the variant element's "<" in bytes_
         bool changed = false;
     };
 
+    /// Its new markup, for a property that has changed.
     std::string ElementOf(const Property& property) const;
 
     Package& package_;

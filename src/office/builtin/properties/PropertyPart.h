@@ -46,9 +46,11 @@ private:
         bool changed = false;
     };
 
+    /// The first element of that name; null when absent.
     const Element* Find(Ns ns, std::string_view localName) const;
+    /// Markup of an element that is not in the part, with a declaration where the part has no prefix for it.
     std::string NewElement(const Element& element) const;
-    std::string EditedBytes() const;
+    std::string EditedBytes() const;  // of a part that the package has
     void AddPart();
 
     Package& package_;

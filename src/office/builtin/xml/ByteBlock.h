@@ -15,7 +15,7 @@
 namespace tessarine::builtin
 {
 
-/// The plain twin: the meaning of each operation, and what is used where there is no SSE2.
+/// The plain form: the meaning of each operation, and what is used where there is no SSE2.
 class PlainBlock
 {
 public:
