@@ -59,7 +59,7 @@ protected:
     const ProjectOwner project_{office_.Provider()};
 };
 
-TEST_P(DyingPowerPoint, LeavesTheFileWholeAndTheRunGoesOnWithAnother)
+TEST_P(DyingPowerPoint, LeavesTheFileWholeAndTheRunStartsAnother)
 {
     const std::string before = ContentOf(folder_.PathOf(u"b.pptx"));
     office_.DieAt(GetParam().call, GetParam().nth);

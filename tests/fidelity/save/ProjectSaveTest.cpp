@@ -73,7 +73,7 @@ protected:
     std::string new_;
 };
 
-TEST_F(SavedProjectTest, IsTheOldOneWhereverTheDiskIsFull)
+TEST_F(SavedProjectTest, StaysTheOldOneWhereverTheDiskIsFull)
 {
     for (std::size_t length = 0; length < new_.size(); length += 97) {
         {
@@ -94,7 +94,7 @@ TEST_F(SavedProjectTest, IsTheOldOneWhereverTheDiskIsFull)
     EXPECT_TRUE(ContentOf(path_) == new_);
 }
 
-TEST_F(SavedProjectTest, LoadsAsTheOldOrTheNewOneAtEverySystemCallOfAKilledSave)
+TEST_F(SavedProjectTest, LoadsAsTheOldOrTheNewOneAfterAKilledSave)
 {
     ASSERT_EQ(new_.size(), old_.size());
     std::size_t kills = 0;
@@ -119,7 +119,7 @@ TEST_F(SavedProjectTest, LoadsAsTheOldOrTheNewOneAtEverySystemCallOfAKilledSave)
     EXPECT_GT(kills, oldFiles + 2);
 }
 
-TEST_F(SavedProjectTest, IsNoFileOrAWholeOneWhenItsFirstSaveIsKilled)
+TEST_F(SavedProjectTest, IsMissingOrWholeAfterAKilledFirstSave)
 {
     std::size_t wholeFiles = 0;
 

@@ -20,7 +20,7 @@ std::string LineWithSlides(const std::string& value)
     return "cat,dog,,,,,,,,,,,,," + value + ",,,\n";
 }
 
-TEST_F(ImportedList, TakesTrueOfAnyCaseAndNothingElseAsOn)
+TEST_F(ImportedList, TakesOnlyTrueInAnyCaseAsOn)
 {
     const std::vector<std::pair<std::string, bool>> values{
         {"TRUE", true}, {"true", true}, {"True", true},  {"-1", true}, {"\"TRUE\"", true},   {"FALSE", false},
@@ -134,7 +134,7 @@ TEST_F(ImportedList, IsReadInEveryEncodingOfText)
     EXPECT_EQ(list.Item(1)->FindWhat, u"M\u00FCller");
 }
 
-TEST_F(ImportedList, OfAFileThatIsNoWorkbookIsLoggedWithTheReason)
+TEST_F(ImportedList, OfAnotherKindOfFileIsLoggedWithTheReason)
 {
     FindAndReplaceItems list;
     Add(list, u"before");

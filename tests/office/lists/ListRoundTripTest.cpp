@@ -198,7 +198,7 @@ TEST_F(ListRoundTrip, ATabFileBreaksAtTabsAndLineEnds)
     EXPECT_EQ(back.ImportRefusal->columns, 19);
 }
 
-TEST_F(ListRoundTrip, ATabFileGivesTextsThatLookLikeValuesAsTheirValues)
+TEST_F(ListRoundTrip, ATabFileReadsTextsThatLookLikeValuesAsValues)
 {
     const String path = folder_.PathOf(u"list.tab");
     FindAndReplaceItems list;
@@ -231,7 +231,7 @@ TEST_F(ListRoundTrip, AWorkbookTakes65535PairsAndNoMore)
     EXPECT_NE(ContentOf(path), "old");
 }
 
-TEST_F(ListRoundTrip, ATextThatACellCantHoldIsAFailureAndLeavesTheOldFile)
+TEST_F(ListRoundTrip, ATextTooLongForACellFailsAndLeavesTheOldFile)
 {
     FindAndReplaceItems list;
     Add(list, String(32768, u'x'));

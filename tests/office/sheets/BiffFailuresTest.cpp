@@ -64,7 +64,7 @@ TEST(BiffFailures, AnUnknownVersionIsRefused)
     EXPECT_EQ(FailureOf(BiffBook(0x0700).Stream()), "The workbook is of an unknown version");
 }
 
-TEST(BiffFailures, ATextThatIsNotThereIsDamage)
+TEST(BiffFailures, AMissingSharedTextIsDamage)
 {
     EXPECT_EQ(FailureOf(BiffBook().Cells(Record(0x00FD, At(0, 0) + Long(0))).Stream()),
               "The file is damaged: a cell has a text that is not there");
@@ -77,7 +77,7 @@ TEST(BiffFailures, ACellBeyondTheLastColumnIsDamage)
                 testing::HasSubstr("beyond the last column"));
 }
 
-TEST(BiffFailures, ASheetThatIsNotWhereItShouldBeIsDamage)
+TEST(BiffFailures, ASheetAtAWrongOffsetIsDamage)
 {
     const auto withSheetAt = [](std::uint32_t offset) {
         return Bof(0x0600, 5) + Record(0x0085, Long(offset) + Short(0) + Byte(1) + Byte(0) + "S") + Eof;

@@ -137,7 +137,7 @@ TEST(BiffReader, CountsFormattedBlankCellsAsEmpty)
               (Rows{{"1"}}));
 }
 
-TEST(BiffReader, BelievesNoStatedDimensions)
+TEST(BiffReader, IgnoresTheStatedDimensions)
 {
     const std::string stated = Record(0x0200, Long(0) + Long(65536) + Short(0) + Short(256) + Short(0));
 

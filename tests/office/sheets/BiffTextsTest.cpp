@@ -61,7 +61,7 @@ TEST(SharedTextSeam, MayLieInFrontOfTheFirstCharacter)
     EXPECT_EQ(ReadSplit(Short(2) + Byte(0), Byte(0) + "ab" + Text("end")), (Cells{"'ab'", "'end'"}));
 }
 
-TEST(SharedTextSeam, BehindTheLastCharacterHasNoFlags)
+TEST(SharedTextSeam, AfterTheLastCharacterHasNoFlags)
 {
     EXPECT_EQ(ReadSplit(Short(2) + Byte(8) + Short(1) + "ab", Short(0) + Short(1) + Text("end")),
               (Cells{"'ab'", "'end'"}));

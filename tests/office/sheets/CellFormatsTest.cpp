@@ -35,7 +35,7 @@ TEST(CellFormats, ShowsTheTimeOfADay)
     EXPECT_EQ(DateText(45291.999999, false), u"01/01/24");
 }
 
-TEST(CellFormats, LeavesNumbersThatAreNoDay)
+TEST(CellFormats, LeavesNumbersOutsideOfTheCalendar)
 {
     for (const double number : {0.0, 0.5, -1.0, 2958466.0, 1e300, std::numeric_limits<double>::quiet_NaN()})
         EXPECT_EQ(DateText(number, false), std::nullopt) << number;

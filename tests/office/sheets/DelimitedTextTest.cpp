@@ -37,7 +37,7 @@ TEST(DelimitedText, SplitsAtTabsAlone)
     EXPECT_EQ(TableOf(ReadDelimitedText(u"a,b\tc\r\n\"d\te\"\tf", u'\t')), (Rows{{"'a,b'", "'c'"}, {"'d\te'", "'f'"}}));
 }
 
-TEST(DelimitedText, EndsLinesAtEachOfTheThreeForms)
+TEST(DelimitedText, EndsLinesAtCrAtLfAndAtBoth)
 {
     EXPECT_EQ(Csv(u"a\rb\nc\r\nd"), (Rows{{"'a'"}, {"'b'"}, {"'c'"}, {"'d'"}}));
 }
@@ -121,7 +121,7 @@ TEST(DelimitedText, MayNameItsSeparatorInTheFirstLine)
     EXPECT_EQ(Csv(u"\"sep=;\"\na"), (Rows{{"'sep=;'"}, {"'a'"}}));
 }
 
-TEST(DelimitedText, WithoutAnythingHasNoCells)
+TEST(DelimitedText, OfEmptyFieldsAloneHasNoCells)
 {
     EXPECT_EQ(ReadDelimitedText(u"", u',').UsedRange(), Sheet::Extent());
     EXPECT_EQ(ReadDelimitedText(u"\r\n,,\r\n", u',').UsedRange(), Sheet::Extent());
@@ -137,7 +137,7 @@ TEST(DelimitedText, WithMoreCellsThanTheLimitIsRefused)
     EXPECT_THROW(ReadDelimitedText(String(Sheet::maxRows, u'\n') + u"x", u','), Failure);
 }
 
-TEST(CommaSeparated, IsMarkedAndEndsEachLine)
+TEST(CommaSeparated, BeginsWithAMarkAndEndsEachLine)
 {
     EXPECT_EQ(Written({u"a", true, false, 2.5}),
               "\xEF\xBB\xBF"
@@ -151,7 +151,7 @@ TEST(CommaSeparated, QuotesOnlyWhatNeedsIt)
               "a b,\"a,b\",\"a\"\"b\",\"a\nb\",\"a\rb\",a\tb\r\n");
 }
 
-TEST(CommaSeparated, KeepsTextsFromBecomingSomethingElse)
+TEST(CommaSeparated, MarksTextsThatWouldReadAsSomethingElse)
 {
     EXPECT_EQ(Written({u"007", u"TRUE", u"sep=;"}),
               "\xEF\xBB\xBF"
@@ -165,7 +165,7 @@ TEST(CommaSeparated, WritesErrorsByName)
               "#N/A\r\n");
 }
 
-TEST(CommaSeparated, FillsTheUsedRangeFromTheFirstCell)
+TEST(CommaSeparated, WritesEmptyFieldsInFrontOfTheUsedRange)
 {
     Sheet sheet;
     sheet.Put(1, 1, true);
@@ -176,7 +176,7 @@ TEST(CommaSeparated, FillsTheUsedRangeFromTheFirstCell)
               ",,\r\n,TRUE,\r\n,,TRUE\r\n");
 }
 
-TEST(CommaSeparated, RefusesAUsedRangeThatIsMostlyNothing)
+TEST(CommaSeparated, RefusesAUsedRangeOfTooManyCells)
 {
     Sheet sheet;
     sheet.Put(Sheet::maxRows - 1, Sheet::maxColumns - 1, true);

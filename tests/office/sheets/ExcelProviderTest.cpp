@@ -147,7 +147,7 @@ TEST_F(ExcelProvider, SavesAChangedWorkbookUnderItsName)
     EXPECT_EQ(ContentOf(folder_.PathOf(u"list.csv")), "\xEF\xBB\xBFnew\r\n");
 }
 
-TEST_F(ExcelProvider, SavesNoChangedWorkbookThatHasNoName)
+TEST_F(ExcelProvider, RefusesToSaveAChangedWorkbookWithoutAName)
 {
     EXPECT_EQ(NumberOf([&] { NewWith(true)->Save(); }), 1004);
 }

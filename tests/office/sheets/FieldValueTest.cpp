@@ -73,7 +73,7 @@ TEST(FieldValue, OfANumberThatWouldLoseDigitsIsText)
     EXPECT_EQ(ValueOf(String(100, u'1')), '\'' + std::string(100, '1') + '\'');
 }
 
-TEST(FieldValue, OfATextAsAFormulaIsTheText)
+TEST(FieldValue, OfATextWrittenAsAFormulaIsTheText)
 {
     EXPECT_EQ(ValueOf(u"=\"007\""), "'007'");
     EXPECT_EQ(ValueOf(u"=\"a\"\"b\""), "'a\"b'");
@@ -101,7 +101,7 @@ TEST(FieldOfText, IsAFormulaWhenTheTextWouldReadAsSomethingElse)
     EXPECT_EQ(FieldOfText(u"=\"a\""), u"=\"=\"\"a\"\"\"");
 }
 
-TEST(FieldOfText, IsAFormulaWhenOtherProgramsWouldMakeANumberOrADateOfIt)
+TEST(FieldOfText, IsAFormulaWhenOtherProgramsWouldReadANumberOrDate)
 {
     for (const StringView text :
          {u"50%",         u"1/2",          u"2024-01-01",       u"10:30",    u"1,000",  u"$5", u"5 \u20AC", u"(5)",

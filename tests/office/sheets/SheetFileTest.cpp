@@ -104,7 +104,7 @@ TEST(SheetFile, ThatIsTooLargeIsRefused)
     EXPECT_THAT(FailureOf([&] { OpenSheet(path, {.fileBytes = 4}); }), testing::HasSubstr("too large"));
 }
 
-TEST(SheetFile, IsSavedAsNothingElse)
+TEST(SheetFile, IsNotSavedUnderOtherExtensions)
 {
     const TemporaryFolder folder;
 

@@ -129,7 +129,7 @@ TEST(WorkbookRoundTrip, KeepsErrorsAndEmptyTexts)
         EXPECT_EQ(back.At(0, column), sheet.At(0, column));
 }
 
-TEST(WorkbookRoundTrip, MakesNumbersThatAreNoneErrors)
+TEST(WorkbookRoundTrip, TurnsInfinityAndNanIntoErrors)
 {
     Sheet sheet;
     sheet.Put(0, 0, std::numeric_limits<double>::quiet_NaN());

@@ -64,7 +64,7 @@ TEST(Sheet, UsesTheRectangleAroundItsValues)
     EXPECT_EQ(sheet.UsedRange(), (Sheet::Extent{3, 3, 2, 6}));
 }
 
-TEST(Sheet, UsesOneCellWhenItIsEmpty)
+TEST(Sheet, HasAUsedRangeOfOneCellWhenEmpty)
 {
     EXPECT_EQ(Sheet().UsedRange(), (Sheet::Extent{0, 1, 0, 1}));
 }

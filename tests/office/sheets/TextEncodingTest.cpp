@@ -25,7 +25,7 @@ TEST(TextEncoding, IsUtf16ByItsMark)
               u"aé😀");
 }
 
-TEST(TextEncoding, MarksACutUnitOfUtf16)
+TEST(TextEncoding, ReplacesHalfAUnitOfUtf16)
 {
     EXPECT_EQ(DecodeText("\xFF\xFE"
                          "a\0b"sv),
@@ -37,7 +37,7 @@ TEST(TextEncoding, IsTheSystemsCodePageWhenNotAllIsUtf8)
     EXPECT_EQ(DecodeText("caf\xE9 \xC3\xA9"), u"café Ã©");
 }
 
-TEST(TextEncoding, StaysUtf8BehindAMarkWhateverFollows)
+TEST(TextEncoding, StaysUtf8AfterItsMarkWhateverFollows)
 {
     EXPECT_EQ(DecodeText("\xEF\xBB\xBF"
                          "\xC3\xA9\xE9"),

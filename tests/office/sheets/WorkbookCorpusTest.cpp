@@ -11,7 +11,7 @@
 namespace tessarine::sheets
 {
 
-TEST(WorkbookCorpus, IsReadAndComesBackFromAWorkbookOfOurs)
+TEST(WorkbookCorpus, IsReadAndKeptByAWorkbookThatWeWrite)
 {
     const char* const corpus = std::getenv("TESSARINE_CORPUS");
     if (!corpus || !std::filesystem::is_directory(std::filesystem::path(corpus) / "xls"))

@@ -100,7 +100,7 @@ TEST(WorkbookFile, SaysWhatACompoundFileIsInstead)
               "The file is some other Office document, not a workbook");
 }
 
-TEST(WorkbookFile, ThatIsDamagedSaysSo)
+TEST(WorkbookFile, ThatIsDamagedFailsAsDamaged)
 {
     const std::string file = WriteWorkbook(Sheet());
 
@@ -110,7 +110,7 @@ TEST(WorkbookFile, ThatIsDamagedSaysSo)
     EXPECT_THAT(FailureOf(test::CompoundFile({{"Workbook", ""}})), testing::StartsWith("The file is damaged"));
 }
 
-TEST(WorkbookFile, WhoseStreamClaimsMoreThanThereIsIsRefusedInSilence)
+TEST(WorkbookFile, WithAFalseStreamSizeFailsAndPrintsNothing)
 {
     std::string file = test::CompoundFile({{"Workbook", "short"}});
     const std::size_t entry = file.find("W\0o\0r\0k\0b\0o\0o\0k\0"sv);
