@@ -62,6 +62,7 @@ BackupReport Treat(const String& path, const BackupOwners& owners, Treatment&& t
             throw Failure(FailureNumber::FileNotFound, u"File not found.");
         }
     } catch (const Failure& failure) {
+        // One file's failure does not end the command.
         report.status = FileStatus::NotProcessed;
         report.error = failure.Reason();
     }

@@ -28,6 +28,7 @@ int StatusOf(std::int64_t failed, std::size_t notReached, Output& output)
                                 notReached == 1 ? "1 file was" : fmt::format("{} files were", notReached)));
     if (output.failed())
         output.Note("tessarine-batch: the report could not be written completely");
+    // A run without a single hit is done, not failed.
     return failed > 0 || notReached > 0 || output.failed() ? ExitStatus::FileFailed : ExitStatus::Done;
 }
 
@@ -39,6 +40,7 @@ std::string ProgressLine(std::size_t position, std::size_t count, const String& 
 int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<FindAndReplaceItems>& list,
               std::vector<JobFile> files, Output& output)
 {
+    // Before the run, which would copy the second file over the first one's backup.
     if (project.options->BackupMode)
         RefuseSharedBackups(files);
 
@@ -52,6 +54,7 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     run.List = list;
     run.CancelRequested = IsCancelRequested;
     run.Started = [&](const String& path) {
+        // All files before this one have their report, so their number gives its place.
         output.Progress(ProgressLine(static_cast<std::size_t>(summary.files) + 1, files.size(), path));
     };
 
@@ -129,6 +132,7 @@ int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& file
     BackupSummary summary;
     std::size_t reached = 0;
     for (const JobFile& file : files) {
+        // Between two files only, so that a copy in progress comes to its end.
         if (IsCancelRequested())
             break;
         output.Progress(ProgressLine(++reached, files.size(), file.path));
@@ -145,6 +149,7 @@ int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& file
 int PerformOnFiles(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
 {
     std::vector<JobFile> files = CollectFiles(call);
+    // A note and no failure: a script may run over folders that are empty.
     if (files.empty())
         output.Note("tessarine-batch: no file matches");
     if (call.command == Command::Restore || call.command == Command::Clean)

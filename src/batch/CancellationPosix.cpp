@@ -11,6 +11,7 @@ namespace
 {
 
 constexpr int endedBySignal = 130;
+// Of a type that a handler of signals may write.
 volatile std::sig_atomic_t requested = 0;
 
 extern "C" void OnCancelSignal(int)

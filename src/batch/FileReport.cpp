@@ -7,6 +7,7 @@ namespace tessarine::batch
 
 std::int64_t PairReport::Occurrences() const
 {
+    // In 64 bits: counts of 32 bits each add up to more.
     std::int64_t sum = 0;
     for (const std::int32_t count : counts)
         // A place that was not searched has -1.

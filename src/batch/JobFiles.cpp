@@ -67,6 +67,7 @@ private:
     void AddFolder(const String& folder)
     {
         try {
+            // The folder's own files before those of its subfolders, as the desktop takes them.
             for (const String& file : FilesOfFolder(folder)) {
                 if (IsWanted(NameOf(file)))
                     Add(file, {});

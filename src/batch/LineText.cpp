@@ -41,6 +41,7 @@ std::string Escaped(StringView text)
 
 std::string Quoted(StringView text)
 {
+    // A quote inside is left alone: the text is for people, who see where it ends.
     return '"' + Escaped(text) + '"';
 }
 

@@ -99,6 +99,7 @@ String ImportReason(const FindAndReplaceItems& list, const String& path)
 
 std::shared_ptr<FindAndReplaceItems> LoadList(const String& path)
 {
+    // Asked here, because the import would show a message of its own.
     if (!FileExists(path))
         Refuse(u"there is no list " + InQuotes(path));
     auto list = std::make_shared<FindAndReplaceItems>();
@@ -147,6 +148,7 @@ ConvertedList ConvertList(const String& from, const String& to)
     // The export asks for the folder of the path, and a name alone has none.
     const std::filesystem::path full = std::filesystem::absolute(ToUtf8(to));
     const String folder = FromUtf8(full.parent_path().string());
+    // The export would show a message, write nothing and not fail.
     if (!FolderExists(folder))
         Refuse(u"there is no folder " + InQuotes(folder));
     const String target = FromUtf8(full.string());

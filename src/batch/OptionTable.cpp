@@ -24,6 +24,7 @@ String CheckedText(std::string_view option, const std::string& argument)
     const String text = FromUtf8(argument);
     for (std::size_t at = 0; at < text.size(); at += IsPairAt(text, at) ? 2 : 1) {
         const char32_t codePoint = CodePointAt(text, at);
+        // A byte that is not valid UTF-8 comes as a lone surrogate (FromUtf8).
         if (IsSurrogate(codePoint) || codePoint == 0xFFFE || codePoint == 0xFFFF)
             Refuse(std::string(option) + ": the text is not valid UTF-8");
     }
@@ -62,6 +63,7 @@ void TakePatterns(OptionValues& values, const std::string& argument)
 {
     std::string_view rest = argument;
     while (!rest.empty()) {
+        // The separator of a job's patterns, so that no pattern can hold one.
         const std::string_view pattern = rest.substr(0, rest.find(';'));
         if (!pattern.empty())
             values.call.patterns.push_back(CheckedPattern(pattern));
@@ -83,6 +85,7 @@ void TakeOutput(OptionValues& values, const std::string& argument)
 {
     if (argument.empty())
         Refuse("-o: the name of the job is empty");
+    // The save would make ".tsq" in the folder of it, a file that nobody sees.
     if (argument.ends_with('/'))
         Refuse("-o: \"" + argument + "\" is a folder");
     values.call.job = FromUtf8(argument);
@@ -209,6 +212,7 @@ const std::array<OptionRow, 22> rows{{
     {"--verbose", "", false, TakesFiles | Only(Command::Run), "Report",
      "Name the files without an occurrence too (text format).",
      [](OptionValues& values, const std::string&) { values.call.verbose = true; }},
+    // Answered before any row is looked for; this one is for the help, and refuses a value.
     {"--help", "", false, EveryCommand, "Report", "Show this help.", nullptr},
 }};
 

@@ -78,6 +78,7 @@ void Output::EndProgress()
 
 std::string FittedTo(std::string_view text, std::size_t columns)
 {
+    // Three points of ASCII, as not every terminal has the one character for them.
     constexpr std::string_view mark = "...";
     std::size_t surplus = CodePoints(text);
     if (surplus <= columns)

@@ -39,7 +39,7 @@ private:
     bool colors_ = false;
     bool showsProgress_ = false;
     bool progressShown_ = false;  // there is a line to erase
-    bool failed_ = false;
+    bool failed_ = false;         // stays once a write of the report has failed
 };
 
 /// The part of a UTF-8 text that fits into `columns` character cells, counting a code point as one. Of a longer text

@@ -65,7 +65,7 @@ private:
     void SearchThrough();  // the run itself, and what is to be said after it
     void OnBefore(const String& path);
     void OnAfter(const std::shared_ptr<CounterStatuses>& result);
-    void OnCancel();
+    void OnCancel();  // the user's cancel, or our own when a run begins anew
     void OnPassedOver(const Failure& failure);
     std::optional<std::size_t> FileInRun() const;
     void ReportNext(const FileReport& report);  // the one report of the file at reported_
@@ -80,7 +80,7 @@ private:
 
     const std::vector<JobFile>* files_ = nullptr;
     std::size_t reported_ = 0;  // files that have their report; the first one without it has this index
-    bool cancelled_ = false;
+    bool cancelled_ = false;    // by the user
 
     // Of the run in progress.
     std::vector<std::size_t> turn_;       // its files, as indexes

@@ -149,6 +149,7 @@ SavedRun PrepareRun(Project& project, const BatchCall& call)
         run.list = ImportedList(source.path, run.notes);
     CheckPairs(run.list ? *run.list : *project.FindAndReplaceList, call.replacesOfJob);
 
+    // After the pairs: what is wrong is told in the order in which the window tells it.
     run.files = call.paths.empty() ? FilesOfJob(project) : FilesOfCall(call, *project.options);
     if (run.files.empty())
         run.notes.push_back("no file matches");
@@ -177,6 +178,7 @@ String SaveJob(Project& project, const String& path)
 {
     String full = FullPath(path);
     const String folder(WithoutTrailingSeparator(FolderOf(full)));
+    // The save would only show a message.
     if (!FolderExists(folder))
         Refuse(u"there is no folder " + InQuotes(folder));
     // The call may add ".tsq". The answer is the path as the user wrote it, with that end.

@@ -112,6 +112,7 @@ private:
 
     std::string Noted(std::string lines)
     {
+        // A summary with lines above it is set off from them.
         hasLines_ = hasLines_ || !lines.empty();
         return lines;
     }
@@ -145,6 +146,7 @@ std::string TextReport::LinesOf(const FileReport& file) const
 {
     if (file.status == FileStatus::NotProcessed)
         return FailedLine(file.path, file.error);
+    // Not named as a rule: most files of a large folder have no hit.
     if (file.status == FileStatus::NothingCounted)
         return style_.verbose ? FileLine(file.path, Replaces() ? "unchanged" : "nothing found") : std::string();
 
@@ -216,6 +218,7 @@ std::string TextReport::Places(const PairReport& pair) const
 
 std::string TextReport::Painted(std::string_view text, std::string_view color) const
 {
+    // The last sequence ends every colour, so that what follows has the terminal's own.
     return style_.colors ? fmt::format("{}{}\x1b[0m", color, text) : std::string(text);
 }
 

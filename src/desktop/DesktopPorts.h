@@ -14,8 +14,8 @@ namespace tessarine
 class DesktopPorts
 {
 public:
-    DesktopPorts();
-    ~DesktopPorts();
+    DesktopPorts();   ///< Sets the ports.
+    ~DesktopPorts();  ///< Takes them back, but for the timers.
     DesktopPorts(const DesktopPorts&) = delete;
     DesktopPorts& operator=(const DesktopPorts&) = delete;
 };

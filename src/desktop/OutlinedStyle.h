@@ -12,6 +12,7 @@ class OutlinedStyle : public QProxyStyle
     Q_OBJECT
 
 public:
+    /// Has the desktop's style draw, and puts the outline over what it has drawn.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
 };

@@ -13,8 +13,8 @@ namespace tessarine
 class SingleInstance
 {
 public:
-    SingleInstance();
-    ~SingleInstance();
+    SingleInstance();   ///< Takes the lock, or finds it taken.
+    ~SingleInstance();  ///< Gives the lock up.
     SingleInstance(const SingleInstance&) = delete;
     SingleInstance& operator=(const SingleInstance&) = delete;
 

@@ -9,11 +9,13 @@
 namespace tessarine
 {
 
+/// A copy for the windows.
 inline QString ToQt(StringView text)
 {
     return QStringView(text).toString();
 }
 
+/// A copy for the model.
 inline String FromQt(const QString& text)
 {
     return text.toStdU16String();

@@ -40,6 +40,7 @@ std::vector<String> LanguageFiles()
     if (!FolderExists(LanguageFolder()))
         return names;
     for (const String& path : FilesOfFolder(LanguageFolder()))
+        // In any case of letters, unlike the part that is cut off below.
         if (FoldCase(path).ends_with(extension))
             names.push_back(FileNameOf(path));
     return names;
@@ -98,6 +99,7 @@ void frmChangeLanguage::BuildControls()
 void frmChangeLanguage::Form_Load()
 {
     LogAndReturn({u"Form_Load", place}, [this] {
+        // English, for as long as the folder has not been read.
         cboLanguage->setCurrentIndex(1);
         LoadLng();
         LoadLanguageFiles();
@@ -115,6 +117,7 @@ void frmChangeLanguage::LoadLng()
             label->setText(captionOf(label));
         for (QPushButton* button : findChildren<QPushButton*>())
             button->setText(captionOf(button));
+        // The box has no caption; whoever hears the dialog is told its label's.
         cboLanguage->setAccessibleName(lblLanguage->text().remove(u'&'));
     });
 }
@@ -144,6 +147,7 @@ void frmChangeLanguage::cmdOK_Click()
         // closing the main window builds that anew from CurrentLanguageFile.
         AddLanguage(*NotNull(CurrentProject)->CustomProperies, chosen);
         SaveSetting(String(ExecutableName), u"INIFILE", u"PATH", CurrentLanguageFile);
+        // Gone before the windows below change their texts.
         hide();
         LanguageChanged.Raise();
     });

@@ -35,10 +35,10 @@ public:
 
 private:
     void BuildControls();
-    void Form_Load();
+    void Form_Load();  // a failure is logged, and the dialog opens as far as it got
 
     QLabel* lblLanguage = nullptr;
-    QComboBox* cboLanguage = nullptr;
+    QComboBox* cboLanguage = nullptr;  // the languages that have a file
     QPushButton* cmdOK = nullptr;
     QPushButton* cmdCancel = nullptr;
 };

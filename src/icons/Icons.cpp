@@ -16,6 +16,7 @@ namespace
 
 QString PathOf(const char* name)
 {
+    // Once, at the first icon that is asked for.
     static const bool areRegistered = (RegisterDrawings(), true);
     static_cast<void>(areRegistered);
     return QStringLiteral(":/icons/%1.svg").arg(QLatin1StringView(name));

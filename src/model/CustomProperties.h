@@ -12,7 +12,7 @@ namespace tessarine
 
 /// A named string of a project.
 struct CustomProperty {
-    String PropertyValue;
+    String PropertyValue;  ///< A job file keeps it up to its first vertical bar.
     String ProperyName;
 };
 

@@ -80,10 +80,10 @@ public:
     std::vector<std::shared_ptr<FindAndReplaceItem>> NewEnum() const;
 
 private:
-    void Import(const String& path, bool& isAccepted);
-    bool AcceptsHeader(excel::Range& cells);
+    void Import(const String& path, bool& isAccepted);  // a failure leaves the rows before it
+    bool AcceptsHeader(excel::Range& cells);            // the first header that differs goes to ImportRefusal
     void AddRow(excel::Range& cells, std::int32_t row, const std::shared_ptr<Project>& owner);
-    bool Export(const String& path);
+    bool Export(const String& path);  // true when the list was written as text
     void ExportWorkbook(const String& path);
     void ExportText(const String& path) const;
 

@@ -112,10 +112,10 @@ public:
 private:
     friend class RunLoop;
 
-    void RetriveFolder(const String& path);
+    void RetriveFolder(const String& path);  // adds to FilesToProcess, and so do the two below
     void RetriveFile();
     void AddFilesOfSource();
-    bool CheckFileExt(const String& path) const;
+    bool CheckFileExt(const String& path) const;  // a file that is there and that a pattern takes
     void RaiseManualInterventionRequired();
 
     std::shared_ptr<powerpoint::Provider> provider_;

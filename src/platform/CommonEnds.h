@@ -10,8 +10,8 @@ namespace tessarine
 /// What two texts have in common at their beginnings and at their ends, in UTF-16 units. The two never overlap in
 /// either text.
 struct CommonEnds {
-    std::size_t front;
-    std::size_t back;
+    std::size_t front;  // at the beginning
+    std::size_t back;   // at the end
 };
 
 /// The longest common ends of two texts; what is common at the front is not counted again at the back. Neither end

@@ -17,23 +17,24 @@ namespace tessarine
 /// an application reports them. `FileTrouble` in platform/FileFailure.h says which numbers of the two mean the same.
 namespace FailureNumber
 {
+/// An argument that can't be used, or a key that no element has.
 inline constexpr std::int32_t InvalidProcedureCall = 5;
-inline constexpr std::int32_t Overflow = 6;
+inline constexpr std::int32_t Overflow = 6;  ///< A number does not fit where it is to go.
 inline constexpr std::int32_t OutOfMemory = 7;
-inline constexpr std::int32_t SubscriptOutOfRange = 9;
-inline constexpr std::int32_t TypeMismatch = 13;
-inline constexpr std::int32_t InternalError = 51;  ///< An exception of none of the kinds known here.
-inline constexpr std::int32_t FileNotFound = 53;
-inline constexpr std::int32_t DeviceIO = 57;
-inline constexpr std::int32_t DiskFull = 61;
-inline constexpr std::int32_t PermissionDenied = 70;  ///< Also for a file that is in use, as in Visual Basic.
-inline constexpr std::int32_t PathNotFound = 76;
-inline constexpr std::int32_t ObjectNotSet = 91;
-inline constexpr std::int32_t InvalidFileFormat = 321;  ///< Not a property bag.
-inline constexpr std::int32_t CannotCreateObject = 429;
-inline constexpr std::int32_t KeyAlreadyUsed = 457;
-inline constexpr std::int32_t ServerGone = 462;
-inline constexpr std::int32_t ApplicationDefined = 1004;
+inline constexpr std::int32_t SubscriptOutOfRange = 9;    ///< No element at that position.
+inline constexpr std::int32_t TypeMismatch = 13;          ///< A value can't be taken as the type that is wanted.
+inline constexpr std::int32_t InternalError = 51;         ///< An exception of none of the kinds known here.
+inline constexpr std::int32_t FileNotFound = 53;          ///< Also for a path that can't be one.
+inline constexpr std::int32_t DeviceIO = 57;              ///< Any trouble with a file that has no number of its own.
+inline constexpr std::int32_t DiskFull = 61;              ///< In the classic family.
+inline constexpr std::int32_t PermissionDenied = 70;      ///< Also for a file that is in use, as in Visual Basic.
+inline constexpr std::int32_t PathNotFound = 76;          ///< The folder is missing.
+inline constexpr std::int32_t ObjectNotSet = 91;          ///< A null reference was used.
+inline constexpr std::int32_t InvalidFileFormat = 321;    ///< Not a property bag.
+inline constexpr std::int32_t CannotCreateObject = 429;   ///< There is no application to start.
+inline constexpr std::int32_t KeyAlreadyUsed = 457;       ///< A second element under the same key.
+inline constexpr std::int32_t ServerGone = 462;           ///< The application went away before the call.
+inline constexpr std::int32_t ApplicationDefined = 1004;  ///< Read by the run as a wrong password, too.
 inline constexpr std::int32_t RemoteCallFailed = -2147023170;    ///< 0x800706BE, the server died during the call.
 inline constexpr std::int32_t Unspecified = -2147467259;         ///< 0x80004005, read by the run as a wrong password.
 inline constexpr std::int32_t InvalidRequest = -2147188160;      ///< 0x80048240, among others "shows no footer".
@@ -63,13 +64,13 @@ struct Failure : std::exception {
     /// The same failure as the procedure `source` raises it on: number and reason stay.
     Failure RaisedOn(String description, String source) const;
 
-    std::int32_t number;
+    std::int32_t number;  ///< A FailureNumber, or any number that an application gives.
     String description;
     String source;
 
 private:
-    String reason_;
-    std::string what_;
+    String reason_;     // of the first raising
+    std::string what_;  // made at once, as what() must not fail
 };
 
 /// The failure of a use of a null reference: `FailureNumber::ObjectNotSet`, "Object variable or With block variable not

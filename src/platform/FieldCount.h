@@ -18,6 +18,7 @@ struct AnyFieldValue {
 template <class Struct, class... Values>
 consteval std::size_t FieldCount()
 {
+    // One value more each time, until the struct takes no further one.
     if constexpr (requires { Struct{Values()..., AnyFieldValue()}; })
         return FieldCount<Struct, Values..., AnyFieldValue>();
     else

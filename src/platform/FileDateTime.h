@@ -10,7 +10,7 @@ namespace tessarine
 /// A file's times of last access and last write, on Linux to the nanosecond. The creation time can't be set there and
 /// is not kept.
 struct FileTimes {
-    timespec lastAccess{};
+    timespec lastAccess{};  ///< Where the file system keeps it.
     timespec lastWrite{};
     bool valid = false;  ///< False when the times could not be read; setting such times does nothing.
 };

@@ -46,16 +46,16 @@ namespace FileAttribute
 {
 inline constexpr std::int32_t Normal = 0;
 inline constexpr std::int32_t ReadOnly = 1;
-inline constexpr std::int32_t Hidden = 2;
-inline constexpr std::int32_t System = 4;
-inline constexpr std::int32_t Archive = 32;
+inline constexpr std::int32_t Hidden = 2;    ///< Never set on Linux.
+inline constexpr std::int32_t System = 4;    ///< Never set on Linux.
+inline constexpr std::int32_t Archive = 32;  ///< Never set on Linux.
 }  // namespace FileAttribute
 
 /// What GetAttributes read: the attribute bits, and beside them the platform's own form (the mode bits on Linux), so
 /// that SetAttributes puts back exactly what was there.
 struct FileAttributes {
     std::int32_t bits = FileAttribute::Normal;
-    std::uint32_t mode = 0;
+    std::uint32_t mode = 0;  ///< All twelve bits, with set-user, set-group and sticky.
 };
 
 /// A file's attributes; of a link those of its target.

@@ -21,6 +21,7 @@ QString PathOf(const String& application)
 
 QString NameOf(const String& section, const String& key)
 {
+    // QSettings takes what stands before the slash for a section of the file.
     return QStringView(section).toString() + u'/' + QStringView(key).toString();
 }
 

@@ -31,6 +31,7 @@ bool BrowseFolder(QWidget* Owner, String& Folder, const String& Title, bool Incl
         String chosen = (folderDialog ? folderDialog : ShowQtFolderDialog)(Owner, Folder, Title, IncludeFiles);
         if (chosen.empty())
             return false;
+        // A root comes with its separator.
         if (!chosen.ends_with(PathSeparator))
             chosen += PathSeparator;
         Folder = std::move(chosen);

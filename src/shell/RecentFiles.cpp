@@ -188,6 +188,7 @@ void RecentFiles::UnloadItems()
 /// Items `from` down to 1 take caption and tag of the item before them.
 void RecentFiles::MoveDown(std::int32_t from)
 {
+    // From the far end, so that each item is handed on before it is written over.
     for (std::int32_t i = from; i >= 1; --i)
         SetItem(i, Caption(i - 1), Tag(i - 1));
 }

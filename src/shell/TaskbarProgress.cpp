@@ -14,6 +14,7 @@ TaskbarProgressPort taskbar;
 
 void Tell(std::optional<double> share)
 {
+    // No run fails for its taskbar.
     Skip([share] {
         if (taskbar)
             taskbar(share);

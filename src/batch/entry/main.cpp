@@ -37,6 +37,7 @@ int End(const batch::EarlyEnd& end)
 
 int main(int argumentCount, char** arguments)
 {
+    // A program may be started without even its own name.
     const auto read = batch::ReadCommandLine({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
     if (const auto* end = std::get_if<batch::EarlyEnd>(&read))
         return End(*end);

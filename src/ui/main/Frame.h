@@ -15,7 +15,7 @@ public:
     using QGroupBox::QGroupBox;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;  ///< Nothing without a caption.
 };
 
 }  // namespace tessarine

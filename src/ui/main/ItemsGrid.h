@@ -31,7 +31,7 @@ public:
     int Col() const;                                ///< The current column; 0 when there is none.
     void SetRow(std::int32_t row);                  ///< Makes a row current, and the only one selected.
     void SelectCell(std::int32_t row, int column);  ///< The same, in a column; opens the editor of a typed cell.
-    void SelectAll();
+    void SelectAll();                               ///< All pairs; the heading is no row of the view.
     void EndEdit();  ///< Gives the text of an open editor to the model, and closes the editor.
     void RemoveRows(const std::vector<std::int32_t>& ascendingRows);  ///< No row is current or selected then.
 
@@ -64,18 +64,18 @@ Q_SIGNALS:
     void MouseLeave();                      ///< The pointer has left the rows.
 
 protected:
-    bool event(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;             // Tab, before Qt moves the focus by it
+    void keyPressEvent(QKeyEvent* event) override;  // the window first, then the view
     void mouseMoveEvent(QMouseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
-    bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;  // and the empty text over a grid without rows
+    bool viewportEvent(QEvent* event) override;    // tells when the pointer leaves
 
 private:
     void FitNumberColumn();
 
     ItemsModel model_;
     QString emptyText_;
-    bool isActive_ = false;
+    bool isActive_ = false;    // the list can be edited
     bool isRemoving_ = false;  // changes of the current cell are no news meanwhile
 };
 

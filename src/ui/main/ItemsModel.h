@@ -15,12 +15,12 @@ namespace tessarine
 /// Columns of the list of pairs. The user types in FindWhat and ReplaceWith; the others are shown alone.
 namespace ItemColumn
 {
-inline constexpr int Number = 0;  ///< The row's own number.
-inline constexpr int FindWhat = 1;
-inline constexpr int ReplaceWith = 2;
-inline constexpr int SearchType = 3;  ///< Hidden.
-inline constexpr int Locations = 4;
-inline constexpr int Options = 5;
+inline constexpr int Number = 0;       ///< The row's own number.
+inline constexpr int FindWhat = 1;     ///< Typed.
+inline constexpr int ReplaceWith = 2;  ///< Typed.
+inline constexpr int SearchType = 3;   ///< Hidden.
+inline constexpr int Locations = 4;    ///< Those that are on, by SearchLocations.
+inline constexpr int Options = 5;      ///< Those that are on, by PairOptions.
 inline constexpr int Count = 6;
 }  // namespace ItemColumn
 
@@ -50,9 +50,9 @@ public:
     /// Gives a row its pair and shows it, also when the row has had the same pair before.
     void SetRowData(std::int32_t row, Item item);
 
-    void SetHead(int column, const QString& text);
-    void SetUnderlinedRow(std::int32_t row);  ///< The one row that is underlined; 0 for none.
-    void SetEndlessTip(const QString& tip);   ///< Tip of the mark on a pair whose replacing would not end.
+    void SetHead(int column, const QString& text);  ///< The text above a column.
+    void SetUnderlinedRow(std::int32_t row);        ///< The one row that is underlined; 0 for none.
+    void SetEndlessTip(const QString& tip);         ///< Tip of the mark on a pair whose replacing would not end.
 
     // What views read and write, in Qt's own terms: rows from 0, without the heading.
 
@@ -63,17 +63,17 @@ public:
 
     /// Writes a typed text to the pair. False, and nothing is written, for another column or a row without a pair.
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
-    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;  ///< Cells of the two typed columns can be edited.
 
 private:
-    QString Text(std::int32_t row, int column) const;
-    bool NeverEnds(std::int32_t row) const;
-    void RowChanged(std::int32_t row);
+    QString Text(std::int32_t row, int column) const;  // of a cell, read from its pair
+    bool NeverEnds(std::int32_t row) const;            // whether replacing by the pair would not end
+    void RowChanged(std::int32_t row);                 // has the views read the row again
 
     std::vector<Item> rows_;
     std::array<QString, ItemColumn::Count> heads_;
     QString endlessTip_;
-    std::int32_t underlinedRow_ = 0;
+    std::int32_t underlinedRow_ = 0;  // 0 for none
 };
 
 }  // namespace tessarine

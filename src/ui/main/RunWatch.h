@@ -68,9 +68,9 @@ public:
     void Cancelled(const Project& project);
 
 private:
-    void PutRunGoing(bool isRunGoing);
+    void PutRunGoing(bool isRunGoing);  // here and in the processing window
     void TellOfHiddenFailure(const Project& project);
-    String ChangesMadeKey(bool isReqCount) const;
+    String ChangesMadeKey(bool isReqCount) const;  // of the running total
 
     bool isRunGoing_ = false;
     std::int16_t mRunIndex = 0;          // the start command

@@ -23,7 +23,7 @@ public:
 
 private:
     void AddButton(Qt::ArrowType arrow, int step);
-    void Step(int by);
+    void Step(int by);  // within the range; the box has the focus afterwards
 
     QLineEdit& box_;
 };

@@ -29,6 +29,7 @@ void FileProgressBar::Begin(int files)
 
 void FileProgressBar::AddStep()
 {
+    // Counted in any case, shown when its time has come.
     ++steps_;
     // While the timer runs, steps are only counted: painting each of many small files would slow the run.
     if (timer_ != 0)

@@ -67,7 +67,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void BuildMenu();
+    void BuildMenu();                                                  // the context menu, with the key that copies
     std::optional<ResultNode> NodeOf(const QModelIndex& index) const;  // none for an invalid index
 
     ResultModel results_;  // the nodes, also those that the view does not know yet

@@ -57,6 +57,7 @@ void frmIntervention::BuildControls()
     auto* const cmdOk = buttons->addButton("OK", QDialogButtonBox::AcceptRole);
     cmdOk->setObjectName("cmdOk");
     cmdOk->setDefault(true);
+    // Without a handler, for the reason in the header.
     auto* const cmdRestart = buttons->addButton("Restart Microsofts PowerPoint", QDialogButtonBox::ActionRole);
     cmdRestart->setObjectName("cmdRestart");
 

@@ -141,10 +141,10 @@ private:
     std::array<QWidget*, 4> panels{};  // of the tabs
     FileProgressBar* pgbar1 = nullptr;
     QLabel* lblelapsedSecs = nullptr;
-    QLabel* lblDocChanged = nullptr;
-    QLabel* lblChangesMade = nullptr;
-    QLabel* lblNotOpened = nullptr;
-    QLabel* lblRunFailed = nullptr;
+    QLabel* lblDocChanged = nullptr;     // the file that the run is at, and the outcome after it
+    QLabel* lblChangesMade = nullptr;    // the running total
+    QLabel* lblNotOpened = nullptr;      // how many files could not be opened
+    QLabel* lblRunFailed = nullptr;      // shown when a failure has ended the run
     QPushButton* cmdErrorLog = nullptr;  // beside the lines about failures
     QWidget* panelFailures = nullptr;
     QFrame* panelWarning = nullptr;
@@ -155,8 +155,8 @@ private:
     std::array<QPushButton*, 2> cmdCommand{};  // removes the backups, restores them
 
     std::set<String> notOpened_;  // paths
-    bool hasRunFailed_ = false;
-    float lastX_ = 0;  // of the pointer over a tree
+    bool hasRunFailed_ = false;   // before its last file
+    float lastX_ = 0;             // of the pointer over a tree
     float lastY_ = 0;
 };
 
