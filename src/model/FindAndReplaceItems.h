@@ -80,7 +80,7 @@ public:
     std::vector<std::shared_ptr<FindAndReplaceItem>> NewEnum() const;
 
 private:
-    void Import(const String& path, bool& isAccepted);  // a failure leaves the rows before it
+    void Import(const String& path, bool& isAccepted);  // after a failure the rows before it stay
     bool AcceptsHeader(excel::Range& cells);            // the first header that differs goes to ImportRefusal
     void AddRow(excel::Range& cells, std::int32_t row, const std::shared_ptr<Project>& owner);
     bool Export(const String& path);  // true when the list was written as text

@@ -10,7 +10,7 @@ struct OptionSetting {
     /// Kind of search; only 0 ("Normal Search") exists. Shown, never read by the engine, kept for further kinds.
     std::int32_t SearchMethod = 0;
     bool PromptOnReplace = false;  ///< Held and shown; no prompt is ever made.
-    bool MatchWholeWord = false;   ///< A hit that touches a letter is none.
+    bool MatchWholeWord = false;   ///< A hit that touches a letter does not count.
     bool MatchCase = false;        ///< Off, capital and small letters are the same.
 
     // One switch for each row of SearchLocations, which names and describes them.

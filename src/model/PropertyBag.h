@@ -59,7 +59,7 @@ private:
     using Index = std::map<StringView, Record*>;
 
     std::deque<Record> records_;  // a deque, as the index points at the names
-    Index index_;                 // by name, where reading needs no order
+    Index index_;                 // by name; the order of the block is that of records_
     // Names are mostly written and read in their order within one item, so the place after the last one is tried
     // first.
     mutable Index::const_iterator next_ = index_.end();

@@ -68,7 +68,7 @@ private:
     [[noreturn]] void Fail(int error, const char* attempt) const;  // of the family that the constructor tells
 
     bool isCopy_;
-    std::string target_;          // behind all links
+    std::string target_;          // what all links lead to
     std::optional<Owner> owner_;  // of the old file, if there is one
     std::uint32_t mode_ = 0;      // of the new file
     std::unique_ptr<NewFile> newFile_;

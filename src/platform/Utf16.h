@@ -36,7 +36,7 @@ constexpr char32_t JoinSurrogates(char16_t high, char16_t low)
 /// The two surrogates that stand for a code point of U+10000 to U+10FFFF.
 constexpr char16_t HighSurrogateOf(char32_t codePoint)
 {
-    // D7C0 is D800 less 40, the 10000 at which pairs begin in steps of 400.
+    // 0xD7C0 is 0xD800 - (0x10000 >> 10), because pairs begin at U+10000.
     return static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
 }
 

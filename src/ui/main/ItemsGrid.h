@@ -76,7 +76,7 @@ private:
     ItemsModel model_;
     QString emptyText_;
     bool isActive_ = false;    // the list can be edited
-    bool isRemoving_ = false;  // changes of the current cell are no news meanwhile
+    bool isRemoving_ = false;  // meanwhile changes of the current cell are not told
 };
 
 }  // namespace tessarine

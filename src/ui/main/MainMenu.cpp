@@ -82,7 +82,7 @@ void frmMain::BuildToolbar()
     Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu);  // it would offer to hide the tool bar for good
     const auto add = [this](const char* icon, int index) {
         connect(Toolbar1->addAction(Icon(icon), QString()), &QAction::triggered, this, [this, index] {
-            grdItems->EndEdit();  // nor do tool buttons
+            grdItems->EndEdit();  // tool buttons do not take the focus either
             Toolbar1_ButtonClick(index);
         });
     };

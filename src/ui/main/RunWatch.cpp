@@ -76,7 +76,8 @@ void RunWatch::FailurePassedOver(const Failure& failure)
 
 void RunWatch::TakeResult(const std::shared_ptr<CounterStatuses>& vStatus, const Project& project)
 {
-    // A file's own result shows its failure in a tree, but for one from before the first file, which is of all files.
+    // A file's own result shows its failure in a tree. A failure from before the first file concerns all files and is
+    // in no tree.
     if (results_.Take(vStatus) && !currentFile_.empty())
         passedOver_.reset();
     TellOfHiddenFailure(project);

@@ -60,7 +60,7 @@ void AddItem(ResultModel& results, Position file, const CounterStatus& status, b
 
 void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount, ResultCounters counters)
 {
-    // A status of its own that no tree is for.
+    // A status that has no tree shows nothing.
     if (tree == nullptr)
         return;
     ResultModel& results = tree->Results();

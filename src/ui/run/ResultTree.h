@@ -21,7 +21,7 @@ struct ResultNode {
 
 /// One of the three trees of a run: files with their items with their locations, in the order of addition.
 ///
-/// Its own comfort: the context menu and Ctrl+C copy a node's text, the menu expands and collapses all, Enter asks to
+/// Beyond that, the context menu and Ctrl+C copy a node's text, the menu expands and collapses all, Enter asks to
 /// open a node.
 class ResultTree : public QTreeView
 {
