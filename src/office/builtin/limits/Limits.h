@@ -15,6 +15,7 @@ struct Limits {
     std::uint32_t nesting = 128;               ///< Depth of groups in groups, and of alternate content.
     std::uint64_t packageXmlBytes = 1u << 30;  ///< All parts that one presentation has had inflated.
 
+    /// For files of users: what stands above.
     static Limits Default() { return {}; }
 
     /// For fuzzing, where every case must be quick.

@@ -32,7 +32,7 @@ private:
 
     Gather gather_;
     bool hasGathered_ = false;
-    std::optional<String> text_;
+    std::optional<String> text_;       // folded; nothing when the part declines
     TripleTable triples_;              // made when a second text is looked for
     std::optional<String> lastAsked_;  // the locations of one pair ask one after the other, each for the same text
     bool lastAnswer_ = false;

@@ -27,7 +27,7 @@ private:
     String text_;
     String folded_;
     bool hasControls_;
-    std::vector<std::uint32_t> triples_;
+    std::vector<std::uint32_t> triples_;  // hashes
 };
 
 }  // namespace tessarine::builtin

@@ -23,7 +23,9 @@ public:
 
     /// What to look for, in the form in which the text is searched: folded unless case matters.
     const String& Units() const { return matchCase_ ? sought_.Text() : sought_.Folded(); }
+    /// Whether capital and small letters differ.
     bool MatchCase() const { return matchCase_; }
+    /// Whether a hit may have no word character beside it.
     bool WholeWords() const { return wholeWords_; }
 
 private:

@@ -50,6 +50,7 @@ constexpr std::array<BuiltInPropertyRule, builtInPropertyCount> rules{{
     {DocumentVersion, u"Document version", ReadsEmpty, true},
 }};
 
+// RuleOf uses the property as the index.
 consteval bool AreInOrder()
 {
     for (std::size_t i = 0; i < rules.size(); ++i)

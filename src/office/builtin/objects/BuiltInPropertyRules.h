@@ -21,6 +21,7 @@ struct BuiltInPropertyRule {
     bool isWritable;  ///< Dates and counts are not, so that a replacement of digits can't falsify them.
 };
 
+/// The rule of a property. It lives as long as the program.
 const BuiltInPropertyRule& RuleOf(BuiltInProperty property);
 
 }  // namespace tessarine::builtin

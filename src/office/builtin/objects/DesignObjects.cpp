@@ -66,6 +66,7 @@ DesignsObject::DesignsObject(OpenFileReference file) : file_(std::move(file))
 
 std::shared_ptr<powerpoint::Design> DesignsObject::At(std::optional<std::size_t> index) const
 {
+    // A slide without a design has one all the same, as no object of the surface is null.
     return index ? designs_.at(*index) : std::make_shared<DesignObject>(file_, std::nullopt);
 }
 

@@ -28,7 +28,7 @@ protected:
     std::vector<std::shared_ptr<powerpoint::Design>> MakeElements() override { return designs_; }
 
 private:
-    OpenFileReference file_;
+    OpenFileReference file_;                                    // keeps the reader alive
     std::vector<std::shared_ptr<powerpoint::Design>> designs_;  // in the order of the file's masters
 };
 

@@ -43,6 +43,7 @@ void EmptyPage::PutLinkSource(std::size_t, const String&)
 
 std::optional<String> EmptyPage::HeaderFooter(HeaderFooterKind)
 {
+    // Empty and not absent, as on the default page that PowerPoint shows.
     return String();
 }
 

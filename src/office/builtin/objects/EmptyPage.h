@@ -11,6 +11,7 @@ namespace tessarine::builtin
 class EmptyPage final : public PageReader
 {
 public:
+    /// None, so that a walk ends at once.
     std::size_t ShapeCount() override { return 0; }
 
     /// This and every member below that names a shape or a link raises `InvalidRequest`, as there is none to name.

@@ -58,6 +58,7 @@ public:
     std::shared_ptr<powerpoint::HeaderFooter> Header() override
     {
         if (canHaveHeader_ == CanHaveHeader::No)
+            // An object all the same: PowerPoint raises when its text is read, not when it is asked for.
             return std::make_shared<NoHeader>();
         return std::make_shared<HeaderFooterObject>(file_, page_, HeaderFooterKind::Header);
     }

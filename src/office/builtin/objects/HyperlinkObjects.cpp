@@ -39,6 +39,7 @@ public:
 protected:
     std::vector<std::shared_ptr<powerpoint::Hyperlink>> MakeElements() override
     {
+        // Only those that are there now: indices of links that have gone are left out.
         std::vector<std::shared_ptr<powerpoint::Hyperlink>> links;
         for (const std::size_t link : page_.HyperlinkIndices())
             links.push_back(std::make_shared<HyperlinkObject>(file_, page_, link));

@@ -10,7 +10,7 @@ namespace tessarine::builtin
 {
 
 /// A collection whose elements are made when it is first walked and handed out again on later walks: a run walks the
-/// same slides for every pair and every location.
+/// same slides for every pair and every location. What comes or goes in the file after the first walk doesn't show.
 template <class Element>
 class ListObject : public powerpoint::Collection<Element>, public std::enable_shared_from_this<ListObject<Element>>
 {
@@ -32,6 +32,7 @@ private:
     class Walk final : public powerpoint::Enumerator<Element>
     {
     public:
+        /// Borrows the elements, which must have been made.
         explicit Walk(std::shared_ptr<ListObject> list) : list_(std::move(list)) {}
 
         /// The next element, or null after the last one, however often it is asked.
@@ -42,7 +43,7 @@ private:
 
     private:
         std::shared_ptr<ListObject> list_;  // the walk may outlive everything else that holds the collection
-        std::size_t next_ = 0;
+        std::size_t next_ = 0;              // index of the element that comes next
     };
 
     std::optional<std::vector<std::shared_ptr<Element>>> elements_;  // nothing before the first walk

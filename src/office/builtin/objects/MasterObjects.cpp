@@ -16,6 +16,7 @@ public:
     {
     }
 
+    // Made once, so that walks of one master share their objects.
     std::shared_ptr<powerpoint::Shapes> Shapes() override { return shapes_; }
 
     std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() override

@@ -14,6 +14,7 @@ namespace tessarine::builtin
 class OpenFile
 {
 public:
+    /// The reader must not be null.
     explicit OpenFile(std::shared_ptr<PresentationReader> reader) : reader_(std::move(reader)) {}
 
     PresentationReader& Reader() { return *reader_; }  ///< The door to the file.

@@ -29,6 +29,7 @@ public:
 
     std::shared_ptr<powerpoint::Master> NotesMaster() override
     {
+        // Made anew each time: the page behind it stays the reader's own.
         return MakeMaster(File(), File()->Reader().NotesMaster(), CanHaveHeader::Yes);
     }
 

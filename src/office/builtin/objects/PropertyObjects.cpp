@@ -111,6 +111,7 @@ class CustomPropertiesObject final : public powerpoint::DocumentProperties
 public:
     explicit CustomPropertiesObject(OpenFileReference file)
         : file_(std::move(file)),
+          // Counted once: properties are never added or removed.
           count_(Checked<std::int32_t>(static_cast<std::int64_t>(file_->Reader().Custom().Count())))
     {
     }

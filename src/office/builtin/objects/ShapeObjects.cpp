@@ -54,6 +54,7 @@ public:
         return shared_from_this();
     }
 
+    // The whole text, whatever has been edited since it was asked for.
     std::shared_ptr<powerpoint::TextRange> TextRange() override { return shared_from_this(); }
 
     std::shared_ptr<powerpoint::TextRange> Find(const String& FindWhat, std::int32_t After,
@@ -110,6 +111,7 @@ protected:
         const std::size_t count = page_.ShapeCount();
         shapes.reserve(count);
         for (std::size_t shape = 0; shape < count; ++shape)
+            // By index alone: nothing of a shape is kept here, so that edits show at once.
             shapes.push_back(std::make_shared<ShapeObject>(file_, page_, shape));
         return shapes;
     }

@@ -48,6 +48,7 @@ public:
 
     std::shared_ptr<powerpoint::SlideRange> NotesPage() override
     {
+        // Kept with its shapes: each pair asks for it again.
         if (!notesPage_)
             notesPage_ =
                 std::make_shared<NotesPageObject>(file_, file_->PageOrEmpty(file_->Reader().NotesPage(slide_)));

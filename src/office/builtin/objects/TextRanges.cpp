@@ -25,6 +25,7 @@ public:
                                                 powerpoint::TriState MatchCase,
                                                 powerpoint::TriState WholeWords) override
     {
+        // Searched in the whole text, so that a whole word is judged by its real neighbours.
         auto hit = text_->Find(FindWhat, FromStart(After), MatchCase, WholeWords);
         return hit && hit->Start() < start_ + length_ ? hit : nullptr;
     }

@@ -49,6 +49,7 @@ private:
         std::string_view type;  ///< As written.
     };
 
+    /// Fills overrides_ and defaults_. Raises `FileCorrupt`.
     void Read() const;
 
     std::string bytes_;

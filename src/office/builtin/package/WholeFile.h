@@ -25,7 +25,7 @@ public:
 private:
     std::span<const std::byte> bytes_;  // of one of the two below
     void* mapped_ = nullptr;            // null when the bytes were copied
-    std::vector<std::byte> copy_;
+    std::vector<std::byte> copy_;       // empty when they were mapped
 };
 
 }  // namespace tessarine::builtin

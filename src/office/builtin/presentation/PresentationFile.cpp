@@ -129,6 +129,7 @@ std::optional<std::size_t> PresentationFile::DesignOfSlide(std::size_t slide)
     if (masters_.empty())
         return std::nullopt;
     const Package::Entry entry = slides_[slide];
+    // A slide names its layout and the layout its master; neither names a design (ECMA-376 13.3.8, 13.3.9).
     const auto layout = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("slideLayout"));
     if (!layout)
         return 0;
@@ -151,6 +152,7 @@ PageReader* PresentationFile::TitleMaster(std::size_t design)
 String PresentationFile::DesignName(std::size_t design)
 {
     const Package::Entry master = masters_[design];
+    // A package has no design of its own: PowerPoint shows the name of the master's theme.
     const auto theme = package_.Follow(master, package_.RelationshipsOf(master).FirstOf("theme"));
     if (!theme)
         return {};

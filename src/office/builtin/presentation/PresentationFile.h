@@ -63,18 +63,18 @@ private:
     /// The parts that a list of the main part names, in its order. Raises `FileCorrupt` when one is missing.
     std::vector<Package::Entry> ReadIdList(const XmlDocument& document, const char* list, const char* item,
                                            Package::Entry main);
-    ShapeTreePart& Part(Package::Entry entry);  ///< The one object for a part, made when it is first asked for.
-    const std::vector<Package::Entry>& NotesPages();
+    ShapeTreePart& Part(Package::Entry entry);        ///< The one object for a part, made when it is first asked for.
+    const std::vector<Package::Entry>& NotesPages();  ///< Found when first asked for.
     /// In front of all these parts. Reads none of them.
     GroupFilter FilterOf(const std::vector<Package::Entry>& entries);
     /// Null for no entry.
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
     void DropSignatures(StringView path);  ///< `path` is for the error log.
 
-    Package package_;                      // in front of all that borrows it
-    std::vector<Package::Entry> slides_;   // in the order of the presentation
-    std::vector<Package::Entry> masters_;  // one for each design, in the order of the presentation
-    std::optional<Package::Entry> notesMaster_;
+    Package package_;                            // in front of all that borrows it
+    std::vector<Package::Entry> slides_;         // in the order of the presentation
+    std::vector<Package::Entry> masters_;        // one for each design, in the order of the presentation
+    std::optional<Package::Entry> notesMaster_;  // nothing when the file has none; so the next
     std::optional<Package::Entry> handoutMaster_;
 
     // One object for each part: a layout that is the title master of two designs is edited once.

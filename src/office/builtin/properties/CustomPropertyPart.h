@@ -36,7 +36,7 @@ private:
         std::string kind;         // local name of the variant element (vt:i4); "" for a property without one
         powerpoint::Value value;  // as the surface gives it
         std::size_t offset = 0;   // of the variant element's "<" in bytes_
-        bool changed = false;
+        bool changed = false;     // by Put
     };
 
     /// Its new markup, for a property that has changed.

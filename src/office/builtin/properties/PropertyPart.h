@@ -12,9 +12,9 @@
 namespace tessarine::builtin
 {
 
-/// A part whose root holds one element per property: docProps/core.xml (ECMA-376 part 2, 11) or docProps/app.xml
-/// (part 1, 22.2). In a package without the part every property reads as absent, and the part is made when something is
-/// put. Properties are named by namespace and local name; the prefixes are the part's own.
+/// A part whose root holds one element per property: docProps/core.xml (ECMA-376 part 2, 11) or docProps/app.xml (part
+/// 1, 22.2). In a package without the part every property reads as absent, and the part is made when something is put.
+/// Properties are named by namespace and local name; the prefixes are the part's own.
 class PropertyPart
 {
 public:
@@ -51,7 +51,7 @@ private:
     /// Markup of an element that is not in the part, with a declaration where the part has no prefix for it.
     std::string NewElement(const Element& element) const;
     std::string EditedBytes() const;  // of a part that the package has
-    void AddPart();
+    void AddPart();                   // for a package without one
 
     Package& package_;
     Which which_;

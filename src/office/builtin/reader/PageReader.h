@@ -44,8 +44,8 @@ public:
     /// case (see TextFilter). A format that has no quick way to tell keeps this answer.
     virtual bool MayHold(const SoughtText& /*sought*/) { return true; }
 
-    /// The first hit in a shape's text that begins at `from` or later, by the rules of the free function
-    /// FindText; nothing when there is no hit, and for a shape without text.
+    /// The first hit in a shape's text that begins at `from` or later, by the rules of the free function FindText;
+    /// nothing when there is no hit, and for a shape without text.
     virtual std::optional<std::size_t> FindText(std::size_t shape, const TextPattern& pattern, std::size_t from) = 0;
 
     /// Puts `with` in the place of `length` units of a shape's text, where FindText has found a hit, and returns how

@@ -33,6 +33,7 @@ public:
     virtual ~CustomPropertiesReader() = default;
 
     virtual std::size_t Count() const = 0;  ///< Stays the same: properties are changed, never added or removed.
+    /// As the file has it. Lives as long as the reader.
     virtual const String& NameOf(std::size_t index) const = 0;
 
     /// A kind of value that a person can't edit (a blob, a list) reads as "".

@@ -11,7 +11,7 @@ namespace tessarine::builtin
 /// How a relationship's target reads as the address that PowerPoint's object model gives: web addresses as written,
 /// file and relative targets with percent escapes decoded and backslashes ("file:///C:/a%20b.docx" is "C:\a b.docx").
 struct TargetText {
-    String address;
+    String address;        ///< What Hyperlink.Address or LinkFormat.SourceFullName shows.
     std::string fragment;  ///< After the first "#", as written; the sub-address.
 };
 

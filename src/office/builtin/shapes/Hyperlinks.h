@@ -34,12 +34,14 @@ public:
     void Flushed();                      ///< The part's bytes have changed, and the tree is read again.
 
 private:
+    /// All links, members or not, read when first needed.
     std::vector<LinkRecord>& All();
     /// Raises `InvalidRequest` for a link that is gone.
     LinkRecord& At(std::size_t link);
     void ReadAgain(std::size_t body);
     /// Writes the target into all elements of the link.
     void Retarget(LinkRecord& link, const LinkTarget& target);
+    /// Removes its elements, and the relationship when nothing else uses it. The text stays.
     void Remove(LinkRecord& link);
 
     ShapeTreeEdits& edits_;

@@ -86,6 +86,7 @@ std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRe
             CollectLinkElements(document, data, record);
             return msoLinkedOLEObject;
         }
+        // The element is that of an embedded object in either case.
         return IsControl(document, object) ? msoOLEControlObject : msoEmbeddedOLEObject;
     }
     if (uri.find("am3d") != std::string_view::npos || uri.find("model3d") != std::string_view::npos)

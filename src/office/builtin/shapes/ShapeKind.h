@@ -23,6 +23,7 @@ struct NonVisual {
     Node drawing;      ///< `p:cNvPr`: id, name, the links of the shape itself.
     Node application;  ///< `p:nvPr`: placeholder, media.
 };
+/// Those of a shape, picture, connector, group or graphic frame alike.
 NonVisual NonVisualOf(const XmlDocument& document, Node shape);
 
 }  // namespace tessarine::builtin

@@ -31,9 +31,9 @@ struct ShapeRecord {
 /// What the engine keeps of a part with a shape tree (slide, notes page, master, layout): its shapes with their texts,
 /// its hyperlinks, and what a master or layout says of itself. Small beside the markup, which is not kept.
 struct ShapeTree {
-    std::vector<ShapeRecord> shapes;
-    std::vector<TextBody> bodies;
-    std::vector<LinkRecord> links;
+    std::vector<ShapeRecord> shapes;     ///< From back to front; a group is one.
+    std::vector<TextBody> bodies;        ///< Of shapes, and their twins.
+    std::vector<LinkRecord> links;       ///< In document order, also those in groups and tables.
     std::string layoutType;              ///< p:sldLayout@type
     std::vector<std::string> layoutIds;  ///< p:sldLayoutId@r:id of a master, in order.
 };

@@ -25,7 +25,7 @@ public:
     ShapeTreePart(const ShapeTreePart&) = delete;
     ShapeTreePart& operator=(const ShapeTreePart&) = delete;
 
-    Package::Entry entry() const { return entry_; }
+    Package::Entry entry() const { return entry_; }  ///< Names the part in the package.
     /// The part's own relationships.
     Relationships& Links() { return edits_.Links(); }
 
@@ -33,6 +33,7 @@ public:
     ShapeFacts Shape(std::size_t shape) override;
     /// Shapes, Read and Body are good until Flush, after which the tree is read again.
     const std::vector<ShapeRecord>& Shapes() { return edits_.Tree().shapes; }
+    /// All that is kept of the part. Raises `FileCorrupt` when it is first read and damaged.
     const ShapeTree& Read() { return edits_.Tree(); }
 
     bool MayHold(const SoughtText& sought) override { return filter_.MayHold(sought); }
@@ -54,6 +55,7 @@ public:
 
     /// The hyperlinks that belong to the object model's collection (see Hyperlinks).
     std::vector<std::size_t> HyperlinkIndices() override { return hyperlinks_.Members(); }
+    /// Both raise as Hyperlinks does.
     String HyperlinkAddress(std::size_t link) override { return hyperlinks_.Address(link); }
     void PutHyperlinkAddress(std::size_t link, const String& address) override
     {

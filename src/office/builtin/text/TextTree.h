@@ -32,8 +32,8 @@ public:
     /// Replaces units of the text. In `with`, CR begins a new paragraph (with the properties of the one it is in) and
     /// VT a new line. Raises `InvalidRequest` for a text body without a paragraph.
     ///
-    /// The new text takes the formatting of the first replaced character; an insertion that of the text in front.
-    /// A replaced paragraph break joins the paragraphs under the properties of the first. A run left empty goes, unless
+    /// The new text takes the formatting of the first replaced character; an insertion that of the text in front. A
+    /// replaced paragraph break joins the paragraphs under the properties of the first. A run left empty goes, unless
     /// it is its paragraph's only one: then its properties stay as those of the paragraph's end, so that the line keeps
     /// its height.
     void Replace(std::size_t begin, std::size_t length, StringView with);

@@ -76,6 +76,7 @@ public:
         }
 
     private:
+        /// Adds the step at each place that matches.
         void Step(const PlainBlock& matches, int step)
         {
             for (std::size_t i = 0; i < size; ++i)
@@ -87,7 +88,7 @@ public:
     };
 
 private:
-    PlainBlock() = default;
+    PlainBlock() = default;  // holds anything until Made has filled it
 
     /// The block whose byte at each place `i` is byteAt(i).
     template <class ByteAt>
@@ -153,6 +154,7 @@ public:
     };
 
 private:
+    /// Of the result of an instruction.
     explicit Sse2Block(__m128i bytes) : bytes_(bytes) {}
 
     __m128i bytes_;

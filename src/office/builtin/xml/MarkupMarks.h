@@ -16,6 +16,7 @@ template <char... wanted>
 class CharacterMarks
 {
 public:
+    /// Begins in front of the text's first character.
     explicit CharacterMarks(std::string_view text) : text_(text) { LoadBlock(); }
 
     /// The next place, or the text's size when there is none left.
@@ -49,7 +50,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t blockSize = 64;
+    static constexpr std::size_t blockSize = 64;  // characters, one for each bit of marks_
 
     /// Sets marks_ for the block at block_. The last block may be shorter than the others; it is read byte by byte, as
     /// a ByteBlock would reach beyond the text.

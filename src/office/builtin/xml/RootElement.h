@@ -14,8 +14,7 @@ namespace tessarine::builtin
 ElementRange RootElement(std::string_view xml);
 
 /// The edit that puts elements (as markup) after the last child of the root. A root written as an empty-element tag
-/// gets an end tag. One such edit per part: two of them would both open the same tag. Raises as
-/// RootElement does.
+/// gets an end tag. One such edit per part: two of them would both open the same tag. Raises as RootElement does.
 ByteEdit AppendToRoot(std::string_view xml, std::string elements);
 
 }  // namespace tessarine::builtin

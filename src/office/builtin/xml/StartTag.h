@@ -3,7 +3,8 @@
 #include <string>
 #include <string_view>
 
-/// Changes to the bytes of a start tag or an empty-element tag. What is not changed keeps its bytes.
+/// Changes to the bytes of a start tag or an empty-element tag, which begin with its "<". What is not changed keeps its
+/// bytes.
 namespace tessarine::builtin
 {
 

@@ -70,8 +70,8 @@ public:
     /// First child element of that name, or none. None has no children.
     Node Child(Node parent, Ns ns, std::string_view localName) const;
 
-    /// The value of an attribute that has no namespace; "" when absent. References are decoded. Like
-    /// all texts that the document gives, it lives no longer than the document.
+    /// The value of an attribute that has no namespace; "" when absent. References are decoded. Like all texts that the
+    /// document gives, it lives no longer than the document.
     std::string_view Attribute(Node node, std::string_view name) const;
 
     /// The value of an attribute in a namespace, such as r:id; nothing when absent.
@@ -103,10 +103,10 @@ public:
     /// Offset of the element's "<" in the bytes. Here and in RangeOf the node must not be none.
     std::size_t OffsetOf(Node node) const { return elements_[node.index_].begin; }
 
-    /// Where the element stands in the bytes.
+    /// Where the element stands in the bytes. Its name is a view into them.
     ElementRange RangeOf(Node node) const;
 
-    /// The element whose "<" stands at an offset, or none.
+    /// The element whose "<" stands at an offset, or none. Found by halving, not by a walk.
     Node ElementAt(std::size_t offset) const;
 
     /// The text of an element: its own characters as ContentUnits reads them, without those of elements in it.
@@ -132,12 +132,13 @@ private:
 
     class Indexer;  // fills elements_
 
+    /// Qualified, as written.
     std::string_view NameOf(std::uint32_t index) const
     {
         const Element& element = elements_[index];
         return bytes_.substr(element.begin + 1, element.nameEnd - element.begin - 1);
     }
-    void ForgetReboundPrefixes();
+    void ForgetReboundPrefixes();  // takes back from prefixes_ what holds for the root alone
     std::string_view Decoded(std::string_view value) const;
     bool IsAttribute(Node node, std::string_view name, Ns ns, std::string_view localName) const;
     template <class Visit>

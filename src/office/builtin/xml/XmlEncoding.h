@@ -18,7 +18,8 @@ enum class XmlEncoding {
 /// declared encoding that is neither UTF-8 nor UTF-16 when the part has bytes beyond ASCII.
 XmlEncoding EncodingOf(std::string_view bytes, std::string_view part);
 
-/// The part as UTF-8. A byte order mark stays, as U+FEFF. Raises `FileCorrupt` for UTF-16 that is cut.
+/// The part as UTF-8; `encoding` is what EncodingOf gave for it. A byte order mark stays, as U+FEFF. Raises
+/// `FileCorrupt` for UTF-16 that is cut or holds half a surrogate pair.
 std::string DecodeXml(std::string_view bytes, XmlEncoding encoding, std::string_view part);
 
 /// The reverse, for a part that DecodeXml has given: the same bytes again for what was not edited. What ASCII can't

@@ -17,8 +17,8 @@ std::string EscapeText(StringView text);
 /// blanks.
 std::string EscapeAttribute(StringView text);
 
-/// As EscapeText, but control characters other than tab are written "_xHHHH_", as PresentationML text holds them, and
-/// a literal text of that form has its first underscore written "_x005F_", so that it stays what it is. A control
+/// As EscapeText, but control characters other than tab are written "_xHHHH_", as PresentationML text holds them, and a
+/// literal text of that form has its first underscore written "_x005F_", so that it stays what it is. A control
 /// character right after a literal "_x005F" can't be written at all and becomes U+FFFD.
 std::string EscapeRunText(StringView text);
 

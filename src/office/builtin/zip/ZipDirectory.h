@@ -61,6 +61,8 @@ public:
     static std::string_view ReadPacked(const RandomAccessBytes& bytes, const ZipEntry& entry, std::string& buffer);
 
 private:
+    /// Fills entries_ from records_. Raises `FileCorrupt` for a record that is cut, an entry outside of the file, and a
+    /// number of records that doesn't fit `count`.
     void ReadRecords(std::uint64_t count);
 
     std::string records_;
