@@ -28,7 +28,7 @@ struct BackupSummary {
     std::int64_t files = 0;
     std::int64_t done = 0;       ///< Restored or removed.
     std::int64_t unchanged = 0;  ///< Without a backup.
-    std::int64_t failed = 0;
+    std::int64_t failed = 0;     ///< Each with its reason in its report.
 
     void Add(const BackupReport& file);
 };

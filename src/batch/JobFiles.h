@@ -10,7 +10,7 @@ namespace tessarine::batch
 
 /// One file of a job, in the order in which the files are reported.
 struct JobFile {
-    String path;
+    String path;     ///< As it was named, or found in a folder.
     String refusal;  ///< Not empty: the file is not processed but reported as failed, for this reason.
 };
 

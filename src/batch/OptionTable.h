@@ -28,7 +28,7 @@ inline constexpr CommandSet EveryCommand = TakesFiles | JobCommands | ListComman
 
 /// What the options say before they are checked together.
 struct OptionValues {
-    BatchCall call;
+    BatchCall call;             ///< As far as the options tell it.
     std::vector<String> finds;  ///< Of --find, in the order given.
     std::vector<String> withs;  ///< Of --with; each belongs to the one of `finds` at its place.
     bool countGiven = false;    ///< Given together with --no-count it is refused.

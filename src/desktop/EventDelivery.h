@@ -13,12 +13,12 @@ class EventDelivery
 {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
-    using Clock = std::function<TimePoint()>;
+    using Clock = std::function<TimePoint()>;  ///< Never goes back.
 
     /// The least time from one delivery to the next. A window that reacts within it feels immediate.
     static constexpr std::chrono::milliseconds Between{60};
 
-    explicit EventDelivery(Clock clock = std::chrono::steady_clock::now);
+    explicit EventDelivery(Clock clock = std::chrono::steady_clock::now);  ///< Tests bring their own clock.
 
     /// Delivers what is pending, unless a delivery has begun or ended less than Between ago. What is delivered may call
     /// this in its turn.

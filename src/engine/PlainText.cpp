@@ -46,8 +46,8 @@ private:
     StringView find_;
 };
 
-/// Exactly A to Z in either case: digits, "_", blanks and every other letter are boundaries of a whole word. Plain values
-/// have always been matched so, and old jobs rely on it; in text of shapes the presentation engine decides.
+/// Exactly A to Z in either case: digits, "_", blanks and every other letter are boundaries of a whole word. Plain
+/// values have always been matched so, and old jobs rely on it; in text of shapes the presentation engine decides.
 bool IsWordLetter(char16_t unit)
 {
     return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');

@@ -114,7 +114,7 @@ class Application
 {
 public:
     virtual ~Application() = default;
-    virtual std::shared_ptr<excel::Workbooks> Workbooks() = 0;
+    virtual std::shared_ptr<excel::Workbooks> Workbooks() = 0;  ///< Those open in this instance.
     virtual void PutDisplayAlerts(bool value) = 0;  ///< Off, an existing file is replaced without a question.
     virtual void Quit() = 0;                        ///< Ends the instance.
 };

@@ -9,9 +9,9 @@ namespace tessarine
 
 /// A switch of a pair that is no location.
 struct PairOption {
-    const char16_t* key;     ///< In project files, and its column in list files.
-    const char16_t* inGrid;  ///< In the grid's column of options.
-    bool OptionSetting::*isOn;
+    const char16_t* key;        ///< In project files, and its column in list files.
+    const char16_t* inGrid;     ///< In the grid's column of options.
+    bool OptionSetting::*isOn;  ///< The pair's switch.
 };
 
 /// The switches of a pair that are no locations, in the order of the grid's texts and of the project file.

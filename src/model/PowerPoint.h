@@ -48,7 +48,7 @@ enum MsoShapeType : std::int32_t {
 /// A tri-state is handed over as a number, because callers accept more than one value for true.
 using TriState = std::int32_t;
 inline constexpr TriState msoFalse = 0;
-inline constexpr TriState msoCTrue = 1;
+inline constexpr TriState msoCTrue = 1;  ///< True as C has it; callers accept it beside msoTrue.
 inline constexpr TriState msoTrue = -1;
 
 inline constexpr std::int32_t msoAutomationSecurityForceDisable = 3;  ///< No macro of an opened file runs.
@@ -100,7 +100,7 @@ class TextFrame
 {
 public:
     virtual ~TextFrame() = default;
-    virtual std::shared_ptr<powerpoint::TextRange> TextRange() = 0;
+    virtual std::shared_ptr<powerpoint::TextRange> TextRange() = 0;  ///< All of the shape's text.
 };
 
 /// Where a linked object comes from.
@@ -153,7 +153,7 @@ class HeadersFooters
 {
 public:
     virtual ~HeadersFooters() = default;
-    virtual std::shared_ptr<HeaderFooter> Header() = 0;
+    virtual std::shared_ptr<HeaderFooter> Header() = 0;  ///< Of notes and handouts; a slide shows none.
     virtual std::shared_ptr<HeaderFooter> Footer() = 0;
 };
 
@@ -171,8 +171,8 @@ class Design
 {
 public:
     virtual ~Design() = default;
-    virtual String Name() = 0;  ///< The walk over the slides tells designs apart by it.
-    virtual std::shared_ptr<Master> SlideMaster() = 0;
+    virtual String Name() = 0;                          ///< The walk over the slides tells designs apart by it.
+    virtual std::shared_ptr<Master> SlideMaster() = 0;  ///< The one that every design has.
     virtual TriState HasTitleMaster() = 0;
     virtual std::shared_ptr<Master> TitleMaster() = 0;  ///< To be asked only where HasTitleMaster is not msoFalse.
 };
@@ -184,7 +184,7 @@ class SlideRange
 {
 public:
     virtual ~SlideRange() = default;
-    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
+    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;  ///< The text of the notes is in one of them.
 };
 
 /// One slide. Its notes page is there even when nobody has written notes.
@@ -192,7 +192,7 @@ class Slide
 {
 public:
     virtual ~Slide() = default;
-    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;
+    virtual std::shared_ptr<powerpoint::Shapes> Shapes() = 0;                  ///< Not those of its layout or master.
     virtual std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() = 0;  ///< For the footer.
     virtual std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() = 0;  ///< Those of its texts and those of its shapes.
     virtual std::shared_ptr<SlideRange> NotesPage() = 0;
@@ -228,7 +228,7 @@ class DocumentProperties
 {
 public:
     virtual ~DocumentProperties() = default;
-    virtual std::int32_t Count() = 0;
+    virtual std::int32_t Count() = 0;                                        ///< Also of properties that have no value.
     virtual std::shared_ptr<DocumentProperty> Item(std::int32_t index) = 0;  ///< `index` from 1.
 };
 
@@ -268,7 +268,7 @@ class Application
 {
 public:
     virtual ~Application() = default;
-    virtual std::shared_ptr<powerpoint::Presentations> Presentations() = 0;
+    virtual std::shared_ptr<powerpoint::Presentations> Presentations() = 0;  ///< Those open in this instance.
     virtual void PutDisplayAlerts(std::int32_t value) = 0;       ///< -1 lets alerts appear, 0 keeps them back.
     virtual void PutAutomationSecurity(std::int32_t value) = 0;  ///< msoAutomationSecurityForceDisable: no macro runs.
     virtual void Quit() = 0;                                     ///< Ends the instance.

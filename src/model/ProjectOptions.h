@@ -25,10 +25,10 @@ struct RunOptions {
 
     /// File patterns of a folder scan, separated by semicolons in spite of the name.
     String ComaSepAllowedExtensions;
-    String FileToProcessFolderPath;                   ///< Of a folder scan.
-    std::int32_t RestartApplicationAfterSeconds = 0;  ///< Stored and shown; no run reads it.
-    std::int32_t FileToProcessSourceType = FileSource::Folder;
-    String ExeLocationIncaseOfFailure;              ///< Carried from file to file; no code uses it.
+    String FileToProcessFolderPath;                             ///< Of a folder scan.
+    std::int32_t RestartApplicationAfterSeconds = 0;            ///< Stored and shown; no run reads it.
+    std::int32_t FileToProcessSourceType = FileSource::Folder;  ///< A FileSource.
+    String ExeLocationIncaseOfFailure;                          ///< Carried from file to file; no code uses it.
     std::int32_t RestartApplicationAfterFiles = 0;  ///< Documents after which PowerPoint is restarted; 0 = never.
     String RevisionDocumentPropertyIncrimentedBy;   ///< Step of the revision number, as text.
     String RevisionDocumentPropertyName;            ///< Empty: no revision number is raised.

@@ -36,8 +36,8 @@ enum class ReplacedText {
 
 /// All that is known of one location but how it is searched.
 struct SearchLocation {
-    Location location;  ///< The number of the row.
-    bool OptionSetting::*isOn;
+    Location location;          ///< The number of the row.
+    bool OptionSetting::*isOn;  ///< The pair's switch.
     const char16_t* key;        ///< Of the switch in project files, and its column in list files.
     const char* name;           ///< On the command line and in reports.
     ReplacedText replacedText;  ///< Tells whether a pair can run forever here.

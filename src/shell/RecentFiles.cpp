@@ -41,6 +41,7 @@ RecentFiles::RecentFiles(QMenu& mnuRecent, std::function<void(std::int32_t)> cli
     : menu_(mnuRecent), click_(std::move(click))
 {
     LoadItem();
+    // Stands in the menu for as long as no file has been used.
     SetItem(0, String(emptyCaption), {});
 }
 

@@ -117,8 +117,8 @@ void frmMain::ConnectHandlers()
     // The first tells of changes, the second also of choosing the same entry again.
     connect(cboSpreadsheetType, &QComboBox::currentIndexChanged, this, &frmMain::Mark);
     connect(cboSpreadsheetType, &QComboBox::activated, this, &frmMain::Mark);
-    connect(cboversion->lineEdit(), &QLineEdit::textEdited, this,
-            &frmMain::cboversion_Change);  // not for an entry that is chosen
+    // For what is typed alone; an entry that is chosen only marks the job, below.
+    connect(cboversion->lineEdit(), &QLineEdit::textEdited, this, &frmMain::cboversion_Change);
     connect(cboversion, &QComboBox::activated, this, &frmMain::Mark);
 }
 

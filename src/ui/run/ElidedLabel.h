@@ -15,7 +15,7 @@ public:
     using QLabel::QLabel;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;  ///< Draws as much as fits.
 };
 
 /// The place of a label in a layout, which the text has no part in: a text that changes with every file would else lay
@@ -32,7 +32,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;  ///< Passes the size on to the label.
 
 private:
     QLabel* label_;

@@ -12,7 +12,7 @@ class FileProgressBar : public QProgressBar
     Q_OBJECT
 
 public:
-    explicit FileProgressBar(QWidget* parent = nullptr);
+    explicit FileProgressBar(QWidget* parent = nullptr);  ///< As after Begin(0).
 
     /// A run of so many files begins: back to the start, at once. Without files the bar is one step long, because Qt
     /// shows a bar of no steps as work without an end.
