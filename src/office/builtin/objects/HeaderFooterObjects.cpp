@@ -58,7 +58,7 @@ public:
     std::shared_ptr<powerpoint::HeaderFooter> Header() override
     {
         if (canHaveHeader_ == CanHaveHeader::No)
-            // An object all the same: PowerPoint raises when its text is read, not when it is asked for.
+            // An object all the same, of which only the text raises, as for a footer that a slide doesn't show.
             return std::make_shared<NoHeader>();
         return std::make_shared<HeaderFooterObject>(file_, page_, HeaderFooterKind::Header);
     }

@@ -33,6 +33,7 @@ public:
 
     powerpoint::Value Value() override
     {
+        // What the file holds wins, even for a property that most files leave undefined.
         if (auto stored = file_->Reader().BuiltIn().Read(property_))
             return std::move(*stored);
         switch (rule_.unset) {

@@ -45,6 +45,7 @@ public:
 private:
     std::int32_t FromStart(std::int32_t after) const
     {
+        // Any `After` may be asked for; a sum beyond 32 bits raises `Overflow`.
         return CheckedSum<std::int32_t>(start_ - 1, std::max(after, 0));
     }
 

@@ -132,7 +132,8 @@ LinkRecord& Hyperlinks::At(std::size_t index)
     return All()[index];
 }
 
-/// Takes the links of an edited text from the text; they stand in one row. What is not there any more keeps its place.
+/// Reads the links of an edited text again; in the list they come one after the other. A link that has gone keeps its
+/// index.
 void Hyperlinks::ReadAgain(std::size_t body)
 {
     const auto isInBody = [&](const LinkRecord& link) { return link.body == body; };

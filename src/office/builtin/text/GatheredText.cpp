@@ -84,11 +84,11 @@ bool ParagraphBeginsAfter(std::string_view xml, std::size_t from, std::size_t op
 
 /// Puts a part's texts together, front to back.
 ///
-/// What is left out of account is that a text element may be where it is no text of the paragraph around it, between
-/// two texts that are: as a second one in a run, or somewhere in the properties of a run or paragraph. So each text
-/// must be the last thing in its run, and of two texts one after the other, the second may not have fewer elements
-/// around it than the first unless a paragraph begins between them: a text in properties has more elements around it
-/// than the text of the paragraph that comes next.
+/// Without the structure, a text element could be taken for text of the paragraph around it where it isn't that: as the
+/// second one of a run, or inside the properties of a run or paragraph, between two texts that do belong to it. Two
+/// checks rule this out. Each text must be the last thing in its run. And of two texts in a row, the second may have
+/// fewer elements around it than the first only when a paragraph begins between them: a text inside properties has more
+/// elements around it than the next text of the paragraph.
 class Gatherer
 {
 public:

@@ -437,7 +437,7 @@ void AppendContent(std::string_view content, String& text, InnerElements element
     std::uint8_t needs = Ascii;
     for (const char c : content)
         needs |= characterClasses[static_cast<unsigned char>(c)];
-    // Most texts hold nothing that stands for something else than itself: the reader would do the same with them.
+    // In most texts each character stands for itself: the reader would give the same, more slowly.
     if (needs == Ascii) {
         text.append(content.begin(), content.end());
         return;
