@@ -1,21 +1,15 @@
 #include "model/CustomProperties.h"
 
+#include "model/LogPlaces.h"
 #include "platform/Treatments.h"
 
 namespace tessarine
 {
 
-namespace
-{
-
-constexpr StringView place = u"Class Module CustomProperties";
-
-}  // namespace
-
 std::shared_ptr<CustomProperty> CustomProperties::Add(const String& ProperyName, const String& PropertyValue,
                                                       const String& sKey)
 {
-    return LogAndReturn({u"Add", place}, [&] {
+    return LogAndReturn({u"Add", CustomPropertiesPlace}, [&] {
         auto property = std::make_shared<CustomProperty>();
         property->ProperyName = ProperyName;
         property->PropertyValue = PropertyValue;
@@ -26,22 +20,22 @@ std::shared_ptr<CustomProperty> CustomProperties::Add(const String& ProperyName,
 
 std::shared_ptr<CustomProperty> CustomProperties::Item(const IndexKey& vntIndexKey) const
 {
-    return LogAndReturn({u"Item", place}, [&] { return items_.Item(vntIndexKey); });
+    return LogAndReturn({u"Item", CustomPropertiesPlace}, [&] { return items_.Item(vntIndexKey); });
 }
 
 std::int32_t CustomProperties::Count() const
 {
-    return LogAndReturn({u"Count", place}, [&] { return items_.Count(); });
+    return LogAndReturn({u"Count", CustomPropertiesPlace}, [&] { return items_.Count(); });
 }
 
 void CustomProperties::Remove(const IndexKey& vntIndexKey)
 {
-    LogAndReturn({u"Remove", place}, [&] { items_.Remove(vntIndexKey); });
+    LogAndReturn({u"Remove", CustomPropertiesPlace}, [&] { items_.Remove(vntIndexKey); });
 }
 
 std::vector<std::shared_ptr<CustomProperty>> CustomProperties::NewEnum() const
 {
-    return LogAndReturn({u"NewEnum", place}, [&] { return items_.NewEnum(); });
+    return LogAndReturn({u"NewEnum", CustomPropertiesPlace}, [&] { return items_.NewEnum(); });
 }
 
 }  // namespace tessarine

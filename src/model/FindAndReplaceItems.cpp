@@ -1,22 +1,16 @@
 #include "model/FindAndReplaceItems.h"
 
+#include "model/LogPlaces.h"
 #include "platform/Treatments.h"
 
 namespace tessarine
 {
 
-namespace
-{
-
-constexpr StringView place = u"Class Module FindAndReplaceItems";
-
-}  // namespace
-
 std::shared_ptr<FindAndReplaceItem> FindAndReplaceItems::Add(
     const String& FindWhat, const String& ReplaceWith, const std::shared_ptr<tessarine::OptionSetting>& OptionSetting,
     const std::shared_ptr<tessarine::Project>& Project, const String& sKey)
 {
-    return LogAndReturn({u"Add", place}, [&] {
+    return LogAndReturn({u"Add", FindAndReplaceItemsPlace}, [&] {
         auto item = std::make_shared<FindAndReplaceItem>();
         item->FindWhat = FindWhat;
         item->ReplaceWith = ReplaceWith;
@@ -29,22 +23,22 @@ std::shared_ptr<FindAndReplaceItem> FindAndReplaceItems::Add(
 
 std::shared_ptr<FindAndReplaceItem> FindAndReplaceItems::Item(const IndexKey& vntIndexKey) const
 {
-    return LogAndReturn({u"Item", place}, [&] { return items_.Item(vntIndexKey); });
+    return LogAndReturn({u"Item", FindAndReplaceItemsPlace}, [&] { return items_.Item(vntIndexKey); });
 }
 
 std::int32_t FindAndReplaceItems::Count() const
 {
-    return LogAndReturn({u"Count", place}, [&] { return items_.Count(); });
+    return LogAndReturn({u"Count", FindAndReplaceItemsPlace}, [&] { return items_.Count(); });
 }
 
 void FindAndReplaceItems::Remove(const IndexKey& vntIndexKey)
 {
-    LogAndReturn({u"Remove", place}, [&] { items_.Remove(vntIndexKey); });
+    LogAndReturn({u"Remove", FindAndReplaceItemsPlace}, [&] { items_.Remove(vntIndexKey); });
 }
 
 std::vector<std::shared_ptr<FindAndReplaceItem>> FindAndReplaceItems::NewEnum() const
 {
-    return LogAndReturn({u"NewEnum", place}, [&] { return items_.NewEnum(); });
+    return LogAndReturn({u"NewEnum", FindAndReplaceItemsPlace}, [&] { return items_.NewEnum(); });
 }
 
 }  // namespace tessarine

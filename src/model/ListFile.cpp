@@ -6,6 +6,7 @@
 #include "model/Excel.h"
 #include "model/KeepFailure.h"
 #include "model/ListColumns.h"
+#include "model/LogPlaces.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
@@ -21,8 +22,6 @@ namespace tessarine
 
 namespace
 {
-
-constexpr StringView place = u"Class Module FindAndReplaceItems";
 
 /// What follows the last dot of the whole path, in capital letters; nothing without a dot.
 String UpperExtensionOf(StringView path)
@@ -56,7 +55,7 @@ void PutAt(excel::Range& cells, std::int32_t row, std::int32_t column, const exc
 bool FindAndReplaceItems::ImportList(const String& vFilepath)
 {
     bool isAccepted = false;
-    LogAndReturn({u"ImportList", place}, [&] {
+    LogAndReturn({u"ImportList", FindAndReplaceItemsPlace}, [&] {
         ImportRefusal.reset();
         KeepFailure(FileFailure, [&] { Import(vFilepath, isAccepted); });
     });
@@ -145,7 +144,7 @@ void FindAndReplaceItems::AddRow(excel::Range& cells, std::int32_t row, const st
 
 void FindAndReplaceItems::ExportsList(const String& vFilepath)
 {
-    LogAndReturn({u"ExportsList", place}, [&] {
+    LogAndReturn({u"ExportsList", FindAndReplaceItemsPlace}, [&] {
         const bool isText = KeepFailure(FileFailure, [&] { return Export(vFilepath); });
         if (!isText)
             return;

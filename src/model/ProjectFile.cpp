@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "model/KeepFailure.h"
+#include "model/LogPlaces.h"
 #include "model/ProjectKeys.h"
 #include "model/PropertyBag.h"
 #include "platform/CaseFolding.h"
@@ -21,8 +22,6 @@ namespace tessarine
 
 namespace
 {
-
-constexpr StringView place = u"Class Module Project";
 
 /// The extension is what follows the last dot of the whole path, even when that dot stands in a folder's name.
 bool HasProjectExtension(StringView path)
@@ -218,7 +217,7 @@ void StoreBlock(const String& path, std::string_view block)
 
 bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
 {
-    return LogAndReturn({u"LoadProject", place}, [&] {
+    return LogAndReturn({u"LoadProject", ProjectPlace}, [&] {
         return KeepFailure(FileFailure, [&] {
             if (!FileExists(vFilepath)) {
                 vError = 1;
@@ -252,7 +251,7 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
 
 void Project::SaveAsProject(String& vFilepath, bool)
 {
-    LogAndReturn({u"SaveAsProject", place}, [&] {
+    LogAndReturn({u"SaveAsProject", ProjectPlace}, [&] {
         KeepFailure(FileFailure, [&] {
             if (vFilepath.empty())
                 return;

@@ -40,11 +40,6 @@ std::string_view TakeLine(std::string_view& rest)
     return Trimmed(line);
 }
 
-bool IsAscii(char character)
-{
-    return static_cast<unsigned char>(character) < 0x80;
-}
-
 /// The name of a section or key to look for. Windows look up several in every file of a run, so the usual case, two
 /// names of ASCII letters, is compared as the bytes stand.
 class Name
@@ -55,7 +50,8 @@ public:
     bool Is(std::string_view text) const
     {
         text = Trimmed(text);
-        if (!std::ranges::all_of(text, IsAscii))
+        const auto isAscii = [](char letter) { return static_cast<unsigned char>(letter) < 0x80; };
+        if (!std::ranges::all_of(text, isAscii))
             return FoldCase(FromUtf8(text)) == folded_;
         const auto lower = [](char letter) { return letter >= 'A' && letter <= 'Z' ? char(letter | 0x20) : letter; };
         return std::ranges::equal(text, bytes_, {}, lower);

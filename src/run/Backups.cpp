@@ -1,3 +1,4 @@
+#include "model/LogPlaces.h"
 #include "model/Project.h"
 #include "platform/Files.h"
 #include "platform/Treatments.h"
@@ -6,16 +7,9 @@
 namespace tessarine
 {
 
-namespace
-{
-
-constexpr StringView place = u"Class Module Project";
-
-}  // namespace
-
 void Project::RemoveBackupFiles(const String&)
 {
-    LogAndReturn({u"RemoveBackupFiles", place}, [&] {
+    LogAndReturn({u"RemoveBackupFiles", ProjectPlace}, [&] {
         FilesToProcess.clear();
         AddFilesOfSource();
         for (const String& path : FilesToProcess)
@@ -26,7 +20,7 @@ void Project::RemoveBackupFiles(const String&)
 
 void Project::RestoreBackupFiles(const String&)
 {
-    LogAndReturn({u"RestoreBackupFiles", place}, [&] {
+    LogAndReturn({u"RestoreBackupFiles", ProjectPlace}, [&] {
         // Intended: unlike RemoveBackupFiles this does not clear the list, so after a run a path stands in it twice.
         // Restoring it twice gives the same file, and FilesToProcess is what callers have always found afterwards.
         AddFilesOfSource();

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "model/LogPlaces.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
 #include "platform/Files.h"
@@ -13,8 +14,6 @@ namespace tessarine
 
 namespace
 {
-
-constexpr StringView place = u"Class Module Project";
 
 /// The pieces between separators. An empty text has none.
 template <class Text>
@@ -41,7 +40,7 @@ std::string_view WithoutByteOrderMark(std::string_view bytes)
 
 std::int32_t Project::GetFileToProcessFileCount()
 {
-    return LogAndReturn({u"GetFileToProcessFileCount", place}, [&] {
+    return LogAndReturn({u"GetFileToProcessFileCount", ProjectPlace}, [&] {
         FilesToProcess.clear();
         // Emptied before anything can fail, so that a missing folder does not leave the files of the count before.
         const ProjectOptions& jobOptions = *NotNull(options);
@@ -66,7 +65,7 @@ std::int32_t Project::GetFileToProcessFileCount()
 
 void Project::RetriveFolder(const String& path)
 {
-    LogAndReturn({u"RetriveFolder", place}, [&] {
+    LogAndReturn({u"RetriveFolder", ProjectPlace}, [&] {
         // A folder's own files first, then those of its subfolders: the order of a run and of its reports.
         for (const String& file : FilesOfFolder(path))
             if (CheckFileExt(file))
@@ -81,7 +80,7 @@ void Project::RetriveFolder(const String& path)
 
 void Project::RetriveFile()
 {
-    LogAndReturn({u"RetriveFile", place}, [&] {
+    LogAndReturn({u"RetriveFile", ProjectPlace}, [&] {
         const std::string bytes = ReadWholeFile(NotNull(options)->FileToProcessFilepath);
         // A line feed alone does not end a line: it may be part of a file's name.
         for (const std::string_view line : Split<std::string_view>(WithoutByteOrderMark(bytes), "\r\n")) {
@@ -94,7 +93,7 @@ void Project::RetriveFile()
 
 bool Project::CheckFileExt(const String& path) const
 {
-    return LogAndReturn({u"CheckFileExt", place}, [&] {
+    return LogAndReturn({u"CheckFileExt", ProjectPlace}, [&] {
         if (path.empty() || !FileExists(path))
             return false;
         const std::size_t dot = path.rfind(u'.');

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "model/LogPlaces.h"
 #include "platform/ErrorLog.h"
 #include "platform/Messages.h"
 #include "run/BackupPaths.h"
@@ -12,8 +13,6 @@ namespace tessarine
 
 namespace
 {
-
-constexpr StringView place = u"Class Module Project";
 
 /// Runs one statement and hands back what it failed with.
 template <class Body>
@@ -38,7 +37,7 @@ void Project::Search(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplace
 void Project::Replacement(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList,
                           const std::shared_ptr<OptionSetting>& vOptionSettings)
 {
-    LogAndReturn({u"Replacement", place}, [&] {
+    LogAndReturn({u"Replacement", ProjectPlace}, [&] {
         NotNull(options)->IsFindOnly = false;
         Search(vFindAndReplaceList, vOptionSettings);
         // Intended: a failure of the run skips this, and the window tells a run that failed by IsFindOnly still being
@@ -236,7 +235,7 @@ RunLoop::Step RunLoop::End()
 RunLoop::Step RunLoop::HandleGenerally(const Failure& failure)
 {
     mode_ = Mode::None;  // The handler serves once: a further failure leaves Search.
-    LogFailure({u"Search", place}, failure);
+    LogFailure({u"Search", ProjectPlace}, failure);
     return SortOpenFailure(failure);
 }
 

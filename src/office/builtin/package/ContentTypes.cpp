@@ -15,8 +15,6 @@ namespace tessarine::builtin
 namespace
 {
 
-constexpr std::string_view contentTypesName = "[Content_Types].xml";
-
 std::string PlainType(std::string_view type)
 {
     type = type.substr(0, type.find(';'));
@@ -30,7 +28,7 @@ std::string PlainType(std::string_view type)
 
 void ContentTypes::Read() const
 {
-    const XmlDocument document(bytes_, contentTypesName, limits_);
+    const XmlDocument document(bytes_, entryName, limits_);
     const auto keep = [&](std::string_view text) {
         // A value with references was decoded into the document's memory, which ends with the document.
         const bool isInBytes = text.data() >= bytes_.data() && text.data() < bytes_.data() + bytes_.size();
@@ -94,7 +92,7 @@ void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
 void ContentTypes::RemoveOverride(std::string_view partName)
 {
     const PartNameEqual equal;
-    const XmlDocument document(bytes_, contentTypesName, limits_);
+    const XmlDocument document(bytes_, entryName, limits_);
     for (const Node element : document.Root().ChildElements())
         if (document.Is(element, Ns::ContentTypes, "Override") &&
             equal(document.Attribute(element, "PartName"), partName))

@@ -18,6 +18,8 @@ namespace tessarine::builtin
 class ContentTypes
 {
 public:
+    static constexpr std::string_view entryName = "[Content_Types].xml";
+
     /// `bytes` is the part as UTF-8. It is not looked at yet.
     ContentTypes(std::string bytes, const Limits& limits) : bytes_(std::move(bytes)), limits_(limits) {}
 

@@ -13,8 +13,6 @@ namespace tessarine::builtin
 namespace
 {
 
-constexpr std::string_view contentTypesName = "[Content_Types].xml";
-
 /// An entry's name as the name of a part, when it is not one as it stands: older .NET versions write backslashes.
 std::optional<std::string> PartNameOfOddEntry(std::string_view entryName)
 {
@@ -189,9 +187,9 @@ Relationships& Package::Load(std::optional<Entry> entry)
 ContentTypes& Package::Types()
 {
     if (!types_) {
-        const auto part = Find(contentTypesName);
+        const auto part = Find(ContentTypes::entryName);
         if (!part)
-            throw Damage(contentTypesName, "it is missing");
+            throw Damage(ContentTypes::entryName, "it is missing");
         types_.emplace(ReadXml(*part), limits_);
     }
     return *types_;
@@ -213,7 +211,7 @@ void Package::PutEditedXml()
         if (relationships.IsEdited())
             put(RelationshipPartName(NameOf(entry)), relationships.Bytes());
     if (types_ && types_->IsEdited())
-        put(std::string(contentTypesName), types_->Bytes());
+        put(std::string(ContentTypes::entryName), types_->Bytes());
 }
 
 bool Package::IsChanged() const
