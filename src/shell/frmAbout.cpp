@@ -17,7 +17,7 @@ namespace tessarine
 namespace
 {
 
-constexpr StringView place = u"Form frmAbout";
+constexpr StringView aboutPlace = u"Form frmAbout";
 
 QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent)
 {
@@ -32,7 +32,7 @@ QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent)
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent)
 {
     setObjectName("frmAbout");
-    LogAndReturn({u"Form_Load", place}, [this] {
+    LogAndReturn({u"Form_Load", aboutPlace}, [this] {
         setWindowTitle(ToQt(BuildWindowTitle(u"About", false)));
         BuildControls();
     });
@@ -82,7 +82,7 @@ void frmAbout::BuildControls()
 
 void frmAbout::cmdQuit_Click()
 {
-    LogAndReturn({u"cmdQuit_Click", place}, [this] { close(); });
+    LogAndReturn({u"cmdQuit_Click", aboutPlace}, [this] { close(); });
 }
 
 }  // namespace tessarine

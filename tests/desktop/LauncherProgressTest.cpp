@@ -1,15 +1,15 @@
-#include "desktop/LauncherProgress.h"
+#include "desktop/LauncherProgressTest.h"
 
 #include <gmock/gmock.h>
 
 #include <memory>
 
-#include <QDBusConnection>
 #include <QGuiApplication>
 #include <QProcess>
 #include <QTest>
 
 #include "desktop/DesktopPorts.h"
+#include "desktop/LauncherProgress.h"
 #include "shell/TaskbarProgress.h"
 
 namespace tessarine
@@ -21,34 +21,6 @@ namespace
 using testing::ElementsAre;
 
 constexpr const char* busAddress = "DBUS_SESSION_BUS_ADDRESS";
-
-/// A dock: it listens for progress on a bus.
-class Dock : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit Dock(const QString& bus) : connection_(QDBusConnection::connectToBus(bus, "dock"))
-    {
-        connection_.connect({}, {}, "com.canonical.Unity.LauncherEntry", "Update", this,
-                            SLOT(Update(QString, QVariantMap)));
-    }
-    ~Dock() override { QDBusConnection::disconnectFromBus("dock"); }
-
-    bool IsListening() const { return connection_.isConnected(); }
-
-    std::vector<std::string> updates;
-
-public Q_SLOTS:
-    void Update(const QString& program, const QVariantMap& properties)
-    {
-        updates.push_back(program.toStdString() + ": " + properties["progress"].toString().toStdString() +
-                          (properties["progress-visible"].toBool() ? " shown" : " hidden"));
-    }
-
-private:
-    QDBusConnection connection_;
-};
 
 /// A session of the user with a bus of its own, on which the program talks from its first use on. The library keeps its
 /// connection for as long as the process lives, so that all these tests share the bus.
@@ -112,5 +84,3 @@ TEST_F(LauncherProgressTest, IsWhereTheProgressOfARunGoes)
 }  // namespace
 
 }  // namespace tessarine
-
-#include "LauncherProgressTest.moc"

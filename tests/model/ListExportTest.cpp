@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 using ListExport = ListFileTest;
 
-constexpr const char* procedure = ") in procedure ExportsList at Line No. 0 of Class Module FindAndReplaceItems";
+constexpr const char* inExportsList = ") in procedure ExportsList at Line No. 0 of Class Module FindAndReplaceItems";
 constexpr const char* objectNotSet = "Error 91 (Object variable or With block variable not set";
 constexpr const char* headerLine =
     "Find What\tReplace With\tInBuiltinProperty\tInCustomProperties\tInFooter\tInHandoutMaster\tInHeader\t"
@@ -136,7 +136,7 @@ TEST_F(ListExport, ThatExcelFailsAnywhereIsLogged)
         EXPECT_TRUE(excel_.Saved(path).cells.empty()) << member;
     }
 
-    EXPECT_THAT(log_.Lines(), testing::Each(std::string("Error 1004 (not now") + procedure));
+    EXPECT_THAT(log_.Lines(), testing::Each(std::string("Error 1004 (not now") + inExportsList));
     EXPECT_EQ(log_.Lines().size(), 9u);
     EXPECT_THAT(messages_.Messages(), IsEmpty());
     EXPECT_THAT(PairsOf(list), ElementsAre("cat -> dog"));
@@ -195,7 +195,7 @@ TEST_F(ListExport, OfACompleteTabFileLogsAFailure)
     list.ExportsList(folder_.PathOf(u"list.tab"));
 
     EXPECT_EQ(ContentOf(folder_.PathOf(u"list.tab")), headerLine);
-    EXPECT_THAT(log_.Lines(), ElementsAre(std::string(objectNotSet) + procedure));
+    EXPECT_THAT(log_.Lines(), ElementsAre(std::string(objectNotSet) + inExportsList));
     EXPECT_FALSE(list.FileFailure);
 }
 
@@ -206,7 +206,7 @@ TEST_F(ListExport, OfATabFileAfterAnImportLogsTheSame)
 
     list.ExportsList(folder_.PathOf(u"list.tab"));
 
-    EXPECT_THAT(log_.Lines(), ElementsAre(std::string(objectNotSet) + procedure));
+    EXPECT_THAT(log_.Lines(), ElementsAre(std::string(objectNotSet) + inExportsList));
     EXPECT_EQ(excel_.script.Count("Workbook.Save"), 0);
 }
 
@@ -220,7 +220,7 @@ TEST_F(ListExport, OfATabFileAfterAnotherExportFailsOnTheClosedWorkbook)
     EXPECT_EQ(ContentOf(folder_.PathOf(u"list.tab")), headerLine);
     EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error -2147417848 (The object invoked has disconnected from its "
                                                       "clients") +
-                                          procedure));
+                                          inExportsList));
     EXPECT_EQ(excel_.script.Calls().back(), "Workbook.Save " + ToUtf8(folder_.PathOf(u"list.xls")));
     EXPECT_FALSE(list.FileFailure);
 }
@@ -267,7 +267,7 @@ TEST_F(ListExport, ThatCannotWriteATabFileLeavesTheOldOne)
     list.ExportsList(path);
 
     EXPECT_EQ(ContentOf(path), "old");
-    EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr(procedure)));
+    EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr(inExportsList)));
     ASSERT_TRUE(list.FileFailure);
     EXPECT_EQ(list.FileFailure->number, FailureNumber::AccessDenied);
 }

@@ -19,7 +19,7 @@ protected:
     FindAndReplaceItems list_;
 };
 
-constexpr const char* procedure = ") in procedure ImportList at Line No. 0 of Class Module FindAndReplaceItems";
+constexpr const char* inImportList = ") in procedure ImportList at Line No. 0 of Class Module FindAndReplaceItems";
 
 TEST_F(ListImportFailure, OfAMissingFileTellsAndLeavesTheList)
 {
@@ -142,7 +142,7 @@ TEST_F(ListImportFailure, WithoutExcelIsLogged)
 
     EXPECT_FALSE(list_.ImportList(Put(HeaderSheet())));
 
-    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 429 (can't create object") + procedure));
+    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 429 (can't create object") + inImportList));
     EXPECT_THAT(PairsOf(list_), ElementsAre("before -> "));
     EXPECT_THAT(messages_.Messages(), IsEmpty());
     ASSERT_TRUE(list_.FileFailure);
@@ -156,7 +156,7 @@ TEST_F(ListImportFailure, OfAnUnreadableFileLeavesExcelRunning)
 
     EXPECT_FALSE(list_.ImportList(path));
 
-    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 1004 (can't be read") + procedure));
+    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 1004 (can't be read") + inImportList));
     EXPECT_THAT(PairsOf(list_), ElementsAre("before -> "));
     EXPECT_EQ(excel_.Running(), 1);
 }
@@ -203,7 +203,7 @@ TEST_F(ListImportFailure, OfARowKeepsTheRowsBeforeIt)
         EXPECT_TRUE(list_.FileFailure);
     }
 
-    EXPECT_THAT(log_.Lines(), testing::Each(std::string("Error 1004 (not now") + procedure));
+    EXPECT_THAT(log_.Lines(), testing::Each(std::string("Error 1004 (not now") + inImportList));
     EXPECT_EQ(log_.Lines().size(), 4u);
     EXPECT_EQ(excel_.Running(), 4);
     EXPECT_EQ(excel_.Open(), 4);
@@ -230,7 +230,7 @@ TEST_F(ListImportFailure, OfAnErrorInATextIsATypeMismatch)
     EXPECT_TRUE(list_.ImportList(Put(sheet)));
 
     EXPECT_THAT(PairsOf(list_), ElementsAre("a -> b"));
-    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 13 (Type mismatch") + procedure));
+    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 13 (Type mismatch") + inImportList));
 }
 
 TEST_F(ListImportFailure, OfMoreThan32767RowsIsAnOverflow)
@@ -241,7 +241,7 @@ TEST_F(ListImportFailure, OfMoreThan32767RowsIsAnOverflow)
     EXPECT_FALSE(list_.ImportList(Put(sheet)));
 
     EXPECT_EQ(list_.Count(), 0);
-    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 6 (Overflow") + procedure));
+    EXPECT_THAT(log_.Lines(), ElementsAre(std::string("Error 6 (Overflow") + inImportList));
     EXPECT_EQ(excel_.Running(), 1);
     EXPECT_EQ(excel_.script.Count("Range.Item"), 0);
 }

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 using ProjectLoadFailure = ProjectFileTest;
 
-constexpr const char* procedure = "in procedure LoadProject at Line No. 0 of Class Module Project";
+constexpr const char* inLoadProject = "in procedure LoadProject at Line No. 0 of Class Module Project";
 
 TEST_F(ProjectLoadFailure, OfAMissingFileIsError1WhateverItsExtension)
 {
@@ -67,9 +67,8 @@ TEST_F(ProjectLoadFailure, OfSomethingElseThanABagChangesNothing)
     EXPECT_EQ(loaded.error, 77);
     EXPECT_EQ(project->FindAndReplaceList->Item(1)->FindWhat, u"kept");
     EXPECT_TRUE(project->options->BackupMode);
-    EXPECT_THAT(
-        log_.Lines(),
-        ElementsAre("Error 321 (Invalid file format: this is not a project file: " + ToUtf8(path_) + ") " + procedure));
+    EXPECT_THAT(log_.Lines(), ElementsAre("Error 321 (Invalid file format: this is not a project file: " +
+                                          ToUtf8(path_) + ") " + inLoadProject));
     ASSERT_TRUE(project->FileFailure);
     EXPECT_EQ(project->FileFailure->number, 321);
 }
@@ -116,7 +115,7 @@ TEST_F(ProjectLoadFailure, OfAFileThatMayNotBeReadIsLogged)
 
     EXPECT_FALSE(loaded.succeeded);
     EXPECT_EQ(loaded.error, 0);
-    EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr(procedure)));
+    EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr(inLoadProject)));
 }
 
 TEST_F(ProjectLoadFailure, RefusesAHugeBlockWithoutReadingIt)
@@ -141,7 +140,8 @@ TEST_F(ProjectLoadFailure, RefusesCountsBeyond16Bits)
     EXPECT_TRUE(Load(project, WriteBag({{"FindReplaceItemsCount", 32767}})).succeeded);
 
     EXPECT_EQ(project->FindAndReplaceList->Count(), 32767);
-    EXPECT_THAT(log_.Lines(), ElementsAre("Error 6 (Overflow) "s + procedure, "Error 6 (Overflow) "s + procedure));
+    EXPECT_THAT(log_.Lines(),
+                ElementsAre("Error 6 (Overflow) "s + inLoadProject, "Error 6 (Overflow) "s + inLoadProject));
 }
 
 TEST_F(ProjectLoadFailure, OfATextWhereANumberBelongsChangesNothing)
@@ -154,7 +154,7 @@ TEST_F(ProjectLoadFailure, OfATextWhereANumberBelongsChangesNothing)
 
     EXPECT_EQ(project->FindAndReplaceList->Item(1)->FindWhat, u"kept");
     ASSERT_EQ(log_.Lines().size(), 5u);
-    EXPECT_EQ(log_.Lines()[0], "Error 13 (Type mismatch: AllowAlerts is a text) "s + procedure);
+    EXPECT_EQ(log_.Lines()[0], "Error 13 (Type mismatch: AllowAlerts is a text) "s + inLoadProject);
 }
 
 TEST_F(ProjectLoadFailure, KeepsTheCustomPropertiesBeforeOneWithoutAVerticalBar)
@@ -174,7 +174,8 @@ TEST_F(ProjectLoadFailure, KeepsTheCustomPropertiesBeforeOneWithoutAVerticalBar)
         EXPECT_THAT(CustomPropertiesOf(project), ElementsAre("a=b"));
         EXPECT_EQ(project->FindAndReplaceList->Count(), 1);
         EXPECT_TRUE(project->options->BackupMode);
-        EXPECT_EQ(log_.Lines().back(), "Error 9 (Subscript out of range: Propery2 has no vertical bar) "s + procedure);
+        EXPECT_EQ(log_.Lines().back(),
+                  "Error 9 (Subscript out of range: Propery2 has no vertical bar) "s + inLoadProject);
     }
 }
 

@@ -5,26 +5,23 @@
 namespace tessarine
 {
 
-using powerpoint::TextOf;
-using powerpoint::Value;
-
 TEST(ValueText, IsTheTextItself)
 {
-    EXPECT_EQ(TextOf(String(u"Fabrikam 😀")), u"Fabrikam 😀");
-    EXPECT_EQ(TextOf(Value()), u"");
+    EXPECT_EQ(powerpoint::TextOf(String(u"Fabrikam 😀")), u"Fabrikam 😀");
+    EXPECT_EQ(powerpoint::TextOf(powerpoint::Value()), u"");
 }
 
 TEST(ValueText, NamesTruthInEnglish)
 {
-    EXPECT_EQ(TextOf(true), u"True");
-    EXPECT_EQ(TextOf(false), u"False");
+    EXPECT_EQ(powerpoint::TextOf(true), u"True");
+    EXPECT_EQ(powerpoint::TextOf(false), u"False");
 }
 
 TEST(ValueText, ShowsNumbersInTheirShortestForm)
 {
-    EXPECT_EQ(TextOf(std::int64_t{-42}), u"-42");
-    EXPECT_EQ(TextOf(1.10), u"1.1");
-    EXPECT_EQ(TextOf(2.0), u"2");
+    EXPECT_EQ(powerpoint::TextOf(std::int64_t{-42}), u"-42");
+    EXPECT_EQ(powerpoint::TextOf(1.10), u"1.1");
+    EXPECT_EQ(powerpoint::TextOf(2.0), u"2");
 }
 
 TEST(ValueText, ShowsDatesAsTheSystemDoes)
@@ -35,7 +32,7 @@ TEST(ValueText, ShowsDatesAsTheSystemDoes)
     date.local.tm_mday = 29;
     date.local.tm_hour = 23;
 
-    EXPECT_EQ(TextOf(date), u"02/29/24 23:00:00");
+    EXPECT_EQ(powerpoint::TextOf(date), u"02/29/24 23:00:00");
 }
 
 }  // namespace tessarine

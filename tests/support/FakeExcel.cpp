@@ -233,10 +233,10 @@ private:
     StateOf state_;
 };
 
-class FakeApplication : public excel::Application
+class FakeExcelApplication : public excel::Application
 {
 public:
-    explicit FakeApplication(StateOf state) : state_(std::move(state)) { ++state_->running; }
+    explicit FakeExcelApplication(StateOf state) : state_(std::move(state)) { ++state_->running; }
 
     std::shared_ptr<excel::Workbooks> Workbooks() override
     {
@@ -266,7 +266,7 @@ public:
     std::shared_ptr<excel::Application> CreateApplication() override
     {
         state_->script.Act("CreateApplication");
-        return Give<FakeApplication>(state_, "CreateApplication");
+        return Give<FakeExcelApplication>(state_, "CreateApplication");
     }
 
 private:

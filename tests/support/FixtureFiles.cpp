@@ -10,8 +10,6 @@ namespace tessarine::test::fixtures
 namespace
 {
 
-const std::string Slide1 = "ppt/slides/slide1.xml";
-
 Deck OneSlide()
 {
     return Deck().Slide(Title(u"Fabrikam"));
@@ -96,7 +94,7 @@ std::string PackageWithMissingSlide()
 
 std::string PackageWithBrokenXml()
 {
-    return OneSlide().Edit(Slide1, "</p:cSld>", "").Bytes();
+    return OneSlide().Edit(fixtureSlide, "</p:cSld>", "").Bytes();
 }
 
 std::string PackageWithEntityDeclaration()
@@ -106,7 +104,10 @@ std::string PackageWithEntityDeclaration()
         const std::string inner = "&e" + std::to_string(i - 1) + ";";
         entities += "<!ENTITY e" + std::to_string(i) + " \"" + inner + inner + inner + inner + inner + inner + "\">";
     }
-    return OneSlide().Edit(Slide1, "<p:sld ", entities + "]><p:sld ").Edit(Slide1, ">Fabrikam<", ">&e9;<").Bytes();
+    return OneSlide()
+        .Edit(fixtureSlide, "<p:sld ", entities + "]><p:sld ")
+        .Edit(fixtureSlide, ">Fabrikam<", ">&e9;<")
+        .Bytes();
 }
 
 std::string PackageWithoutContentTypes()
@@ -121,8 +122,8 @@ std::string PackageWithoutMainPart()
 
 std::string PackageWithWrongCrc()
 {
-    const std::string text = OneSlide().EntryBytes(Slide1);
-    std::string bytes = OneSlide().Store(Slide1).Bytes();
+    const std::string text = OneSlide().EntryBytes(fixtureSlide);
+    std::string bytes = OneSlide().Store(fixtureSlide).Bytes();
     const std::size_t at = bytes.find(text);
     if (at == std::string::npos)
         throw std::logic_error("the stored slide is not in the package");

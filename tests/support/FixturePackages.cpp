@@ -8,8 +8,6 @@ namespace tessarine::test::fixtures
 namespace
 {
 
-const std::string Slide1 = "ppt/slides/slide1.xml";
-
 Deck TwoSlides()
 {
     return Deck()
@@ -41,17 +39,23 @@ Deck DuplicateSlide()
 {
     const Deck deck = Deck().Slide(Title(u"Fabrikam"));
     const Deck first = Deck().Slide(Title(u"an older state"));
-    return Deck(deck).Entry(Slide1, first.EntryBytes(Slide1)).DuplicateEntry(Slide1, deck.EntryBytes(Slide1));
+    return Deck(deck)
+        .Entry(fixtureSlide, first.EntryBytes(fixtureSlide))
+        .DuplicateEntry(fixtureSlide, deck.EntryBytes(fixtureSlide));
 }
 
 Deck Utf16Slide()
 {
-    return TwoSlides().Utf16(Slide1);
+    return TwoSlides().Utf16(fixtureSlide);
 }
 
 Deck ByteOrderMarks()
 {
-    return TwoSlides().Bom(Slide1).Bom("ppt/presentation.xml").Bom("[Content_Types].xml").Bom("docProps/custom.xml");
+    return TwoSlides()
+        .Bom(fixtureSlide)
+        .Bom("ppt/presentation.xml")
+        .Bom("[Content_Types].xml")
+        .Bom("docProps/custom.xml");
 }
 
 Deck OddPrefixes()
@@ -92,9 +96,9 @@ Deck StoredAndDated()
 {
     return TwoSlides()
         .ModifiedAll(MakeDosDateTime(2024, 5, 6, 7, 8, 10))
-        .Modified(Slide1, MakeDosDateTime(2099, 12, 31, 23, 59, 58))
-        .ExternalAttributes(Slide1, 0x81A40020)
-        .Extra(Slide1, ExtraField(0xCAFE, "kept"))
+        .Modified(fixtureSlide, MakeDosDateTime(2099, 12, 31, 23, 59, 58))
+        .ExternalAttributes(fixtureSlide, 0x81A40020)
+        .Extra(fixtureSlide, ExtraField(0xCAFE, "kept"))
         .EntryComment("ppt/slides/slide2.xml", "kept as well")
         .Store("ppt/slides/slide2.xml")
         .Store("ppt/theme/theme1.xml");
@@ -103,9 +107,9 @@ Deck StoredAndDated()
 Deck PrettyPrinted()
 {
     return TwoSlides()
-        .Edit(Slide1, "<a:p>", "\r\n  <a:p\n   >\n\t")
-        .Edit(Slide1, "<a:r>", "<!-- run --><a:r >\n")
-        .Edit(Slide1, "standalone=\"yes\"", "standalone = 'yes'");
+        .Edit(fixtureSlide, "<a:p>", "\r\n  <a:p\n   >\n\t")
+        .Edit(fixtureSlide, "<a:r>", "<!-- run --><a:r >\n")
+        .Edit(fixtureSlide, "standalone=\"yes\"", "standalone = 'yes'");
 }
 
 Deck WithMedia()

@@ -10,6 +10,9 @@
 namespace tessarine::test::fixtures
 {
 
+/// The part of the first slide of each.
+inline const std::string fixtureSlide = "ppt/slides/slide1.xml";
+
 Deck Runs();    ///< "Fabrikam" in one run and over three of different sizes, speller's marks, a run of one blank.
 Deck Breaks();  ///< Line breaks, empty paragraphs, tabs, fields, `_x000B_`, CDATA, references, surrogate pairs,
                 ///< comments.

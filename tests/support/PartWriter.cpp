@@ -20,7 +20,7 @@ void ReplaceAll(std::string& text, std::string_view from, std::string_view to)
         text.replace(at, from.size(), to);
 }
 
-std::string FolderOf(const std::string& part)
+std::string FolderWithSlash(const std::string& part)
 {
     const std::size_t slash = part.rfind('/');
     return slash == std::string::npos ? std::string() : part.substr(0, slash + 1);
@@ -68,16 +68,16 @@ std::string RootNamespaces()
 
 std::string RelationshipsPartOf(const std::string& part)
 {
-    const std::string folder = FolderOf(part);
+    const std::string folder = FolderWithSlash(part);
     return folder + "_rels/" + part.substr(folder.size()) + ".rels";
 }
 
 std::string RelativeTarget(const std::string& fromPart, const std::string& toPart)
 {
-    std::string folder = FolderOf(fromPart);
+    std::string folder = FolderWithSlash(fromPart);
     std::string up;
     while (!toPart.starts_with(folder)) {
-        folder = FolderOf(folder.substr(0, folder.size() - 1));
+        folder = FolderWithSlash(folder.substr(0, folder.size() - 1));
         up += "../";
     }
     return up + toPart.substr(folder.size());

@@ -15,9 +15,6 @@ namespace tessarine::sheets
 namespace
 {
 
-// Of a sheet in a binary workbook. Sheet itself holds more.
-constexpr std::uint32_t maxBiffColumns = 256;
-
 /// Where a formula's tokens begin in its record, after their length.
 constexpr std::size_t formulaTokens = 22;
 
@@ -66,10 +63,12 @@ std::string NameOfCodePage(std::uint16_t number)
     }
 }
 
-class Reader
+class BiffStreamReader
 {
 public:
-    Reader(std::string_view stream, const Limits& limits) : stream_(stream), sheet_(limits), formats_(limits) {}
+    BiffStreamReader(std::string_view stream, const Limits& limits) : stream_(stream), sheet_(limits), formats_(limits)
+    {
+    }
 
     Sheet Read()
     {
@@ -330,7 +329,7 @@ private:
 
 Sheet ReadBiff(std::string_view stream, const Limits& limits)
 {
-    return Reader(stream, limits).Read();
+    return BiffStreamReader(stream, limits).Read();
 }
 
 }  // namespace tessarine::sheets

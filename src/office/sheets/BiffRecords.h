@@ -12,6 +12,10 @@
 namespace tessarine::sheets
 {
 
+/// What a sheet of such a workbook can hold. `Sheet` itself holds more.
+inline constexpr std::uint32_t maxBiffRows = 65536;
+inline constexpr std::uint32_t maxBiffColumns = 256;
+
 /// The types of records that are read or written (MS-XLS 2.3). All others are passed over.
 namespace BiffType
 {

@@ -14,8 +14,6 @@ namespace tessarine::sheets
 namespace
 {
 
-constexpr std::uint32_t maxBiffRows = 65536;
-constexpr std::uint32_t maxBiffColumns = 256;
 constexpr StringView sheetName = u"Sheet1";
 
 enum class Substream : std::uint32_t { Globals = 0x0005, Worksheet = 0x0010 };

@@ -19,10 +19,10 @@ bool IsLineEnd(char16_t unit)
     return unit == u'\r' || unit == u'\n';
 }
 
-class Reader
+class DelimitedTextReader
 {
 public:
-    Reader(StringView text, char16_t separator, const Limits& limits)
+    DelimitedTextReader(StringView text, char16_t separator, const Limits& limits)
         : text_(text), separator_(separator), sheet_(limits)
     {
     }
@@ -143,7 +143,7 @@ struct AppendCell {
 
 Sheet ReadDelimitedText(StringView text, char16_t separator, const Limits& limits)
 {
-    return Reader(text, separator, limits).Read();
+    return DelimitedTextReader(text, separator, limits).Read();
 }
 
 std::string WriteCommaSeparated(const Sheet& sheet)

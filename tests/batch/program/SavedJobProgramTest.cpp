@@ -403,9 +403,9 @@ TEST_F(SavedJobProgramTest, RefusesAUselessListFileInOneLine)
     EXPECT_EQ(refusal(program.folder.Write(u"none.csv", ListOf({}))), "the job has no pair to look for\n");
     EXPECT_THAT(refusal(program.folder.Write(u"endless.csv", ListOf({{"a", "ba"}}))), HasSubstr("never ends"));
     EXPECT_THAT(refusal(program.folder.Write(u"other.csv", "a,b\r\n")), HasSubstr("it has 2 columns"));
-    std::string headers = ListOf({{"a", "b"}});
-    headers.replace(0, 9, "Find text");
-    EXPECT_THAT(refusal(program.folder.Write(u"headers.csv", headers)),
+    std::string otherHeaders = ListOf({{"a", "b"}});
+    otherHeaders.replace(0, 9, "Find text");
+    EXPECT_THAT(refusal(program.folder.Write(u"headers.csv", otherHeaders)),
                 HasSubstr("its column 1 is headed \"Find text\""));
 }
 

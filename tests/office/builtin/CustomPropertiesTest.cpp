@@ -12,7 +12,7 @@ namespace
 
 using testing::ElementsAre;
 
-const std::string part = "docProps/custom.xml";
+const std::string customPart = "docProps/custom.xml";
 
 std::shared_ptr<powerpoint::DocumentProperty> Property(powerpoint::Presentation& presentation, StringView name)
 {
@@ -129,7 +129,7 @@ TEST_P(CustomPropertyPut, WritesTheKindThatFits)
     deck.Change([&](auto& presentation) { Property(presentation, u"P")->PutValue(GetParam().put); });
 
     EXPECT_EQ(CustomProperty(deck.Package(), u"P"), GetParam().after);
-    EXPECT_THAT(EntriesThatDiffer(before, deck.Package()), ElementsAre(part));
+    EXPECT_THAT(EntriesThatDiffer(before, deck.Package()), ElementsAre(customPart));
     EXPECT_THAT(ValidityFaults(deck.Package()), testing::IsEmpty());
 }
 
@@ -175,7 +175,7 @@ TEST(CustomPropertyPutRefused, OfWhatHasNoText)
 TEST(CustomPropertyPutAlone, KeepsLinkTargetNamesAndTheBytesAround)
 {
     const DeckOnDisk deck(fixtures::CustomProperties());
-    std::string expected = deck.Package().Entry(part).bytes;
+    std::string expected = deck.Package().Entry(customPart).bytes;
 
     deck.Change([](auto& presentation) {
         Property(presentation, u"Linked")->PutValue(String(u"Contoso"));
@@ -192,7 +192,7 @@ TEST(CustomPropertyPutAlone, KeepsLinkTargetNamesAndTheBytesAround)
         "e",
         "Fabrikam", "Contoso");
     splice("Revision", ">3<", ">4<");
-    EXPECT_EQ(deck.Package().Entry(part).bytes, expected);
+    EXPECT_EQ(deck.Package().Entry(customPart).bytes, expected);
 }
 
 TEST(CustomPropertyPutAlone, ChangesOneOfTwoWithTheSameName)
@@ -216,7 +216,7 @@ TEST(CustomPropertyPutAlone, KeepsADeclarationOnTheValueItself)
 
         EXPECT_EQ(CustomProperty(deck.Package(), u"P"), (CustomValue{"lpwstr", u"new"})) << value;
         EXPECT_THAT(ValidityFaults(deck.Package()), testing::IsEmpty()) << value;
-        EXPECT_NE(deck.Package().Entry(part).bytes.find("<v:lpwstr xmlns:v=\"" + vt + "\">new</v:lpwstr>"),
+        EXPECT_NE(deck.Package().Entry(customPart).bytes.find("<v:lpwstr xmlns:v=\"" + vt + "\">new</v:lpwstr>"),
                   std::string::npos);
     }
 }

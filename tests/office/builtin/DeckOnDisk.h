@@ -19,6 +19,9 @@
 namespace tessarine::test
 {
 
+/// The part of a deck's first slide, as the builder names it.
+inline const std::string slide1 = "ppt/slides/slide1.xml";
+
 /// A file in a folder of its own, and the built-in engine that opens it through the automation surface.
 class DeckOnDisk
 {

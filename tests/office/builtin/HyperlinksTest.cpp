@@ -11,7 +11,6 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string slide1 = "ppt/slides/slide1.xml";
 const std::string links1 = "ppt/slides/_rels/slide1.xml.rels";
 
 Shape Linked(Hyperlink link)

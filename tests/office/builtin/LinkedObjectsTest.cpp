@@ -77,7 +77,6 @@ TEST(LinkedObject, MaySwitchBetweenPathAndWebAddress)
 
 TEST(LinkedObject, SharingItsRelationshipGetsOneOfItsOwn)
 {
-    const std::string slide1 = "ppt/slides/slide1.xml";
     Deck deck = Deck().Slide(LinkedOle(u"file:///C:\\a.xlsx!A1"), LinkedOle(u"file:///C:\\b.xlsx!A1"));
     const auto ids = [&](const PackageReader& package) {
         std::vector<std::string> found;

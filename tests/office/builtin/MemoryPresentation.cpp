@@ -10,7 +10,7 @@ namespace
 
 using builtin::HeaderFooterKind;
 
-class Lines
+class TextLines
 {
 public:
     void Add(const std::string& place, const String& text) { lines_.push_back(place + ": " + ToUtf8(text)); }
@@ -51,7 +51,7 @@ private:
 
 std::vector<std::string> TextsOf(const MemoryFile& file)
 {
-    Lines lines;
+    TextLines lines;
     for (std::size_t i = 0; i < file.slides.size(); ++i) {
         const std::string number = std::to_string(i + 1);
         lines.Add("slide " + number, file.slides[i].page);

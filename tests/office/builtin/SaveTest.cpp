@@ -15,8 +15,6 @@ namespace tessarine::test
 namespace
 {
 
-const std::string slide1 = "ppt/slides/slide1.xml";
-
 void ReplaceFirst(powerpoint::Presentation& presentation)
 {
     ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso");

@@ -8,8 +8,6 @@ namespace tessarine::test
 namespace
 {
 
-const std::string slide1 = "ppt/slides/slide1.xml";
-
 /// The first slide of a deck as the engine holds it.
 class SlideInMemory
 {

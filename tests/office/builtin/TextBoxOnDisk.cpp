@@ -116,6 +116,14 @@ String TextBoxOnDisk::Text() const
     return TextOf(file_.Package(), 1, 1);
 }
 
+std::string Replaced(const std::string& paragraphs, const String& what, const String& with, How how)
+{
+    const TextBoxOnDisk box(paragraphs);
+    if (box.Replace(what, with, how) == 0)
+        return "<no hit>";
+    return box.Paragraphs();
+}
+
 String TextReadFrom(const std::string& paragraphs)
 {
     const DeckOnDisk file(DeckWith(R"(<p:ph type="ftr"/>)", paragraphs));

@@ -16,6 +16,10 @@ std::string P(std::string_view content);
 std::string R(std::string_view textXml, std::string_view properties = {});
 inline const std::string Br = "<a:br/>";
 
+/// Attributes of a:rPr that tell runs apart.
+inline const std::string bold = R"(b="1")";
+inline const std::string small = R"(sz="900")";
+
 /// How a text is looked for.
 struct How {
     std::int32_t after = 0;
@@ -55,6 +59,9 @@ private:
     PackageReader original_;
     DeckOnDisk file_;
 };
+
+/// Paragraphs after the first hit in them is replaced; "<no hit>" when there was none.
+std::string Replaced(const std::string& paragraphs, const String& what, const String& with, How how = {});
 
 /// The text that the engine reads from paragraphs, through a footer's text.
 String TextReadFrom(const std::string& paragraphs);

@@ -5,17 +5,6 @@ namespace tessarine::test
 namespace
 {
 
-const std::string bold = R"(b="1")";
-const std::string small = R"(sz="900")";
-
-std::string Replaced(const std::string& paragraphs, const String& what, const String& with)
-{
-    const TextBoxOnDisk box(paragraphs);
-    if (box.Replace(what, with) == 0)
-        return "<no hit>";
-    return box.Paragraphs();
-}
-
 TEST(ReplaceOverBreaks, RemovesALineBreakInsideTheHit)
 {
     EXPECT_EQ(Replaced(P(R("a Fab", bold) + Br + R("rikam b", small)), u"Fab\vrikam", u"x"),

@@ -5,8 +5,6 @@ namespace tessarine::test
 namespace
 {
 
-const std::string bold = R"(b="1")";
-
 std::string F(const std::string& type, const std::string& text, const std::string& properties = {})
 {
     return "<a:fld id=\"{B6F15528-21DE-4FAA-801E-634DDDAF4B2B}\" type=\"" + type + "\">" +

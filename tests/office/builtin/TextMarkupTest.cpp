@@ -5,19 +5,9 @@ namespace tessarine::test
 namespace
 {
 
-const std::string bold = R"(b="1")";
-const std::string drawing = "http://schemas.openxmlformats.org/drawingml/2006/main";
+const std::string drawingNamespace = "http://schemas.openxmlformats.org/drawingml/2006/main";
 const std::string foreign = R"( xmlns:x="http://example.com/x")";
-const std::string ownDrawing = " xmlns:d=\"" + drawing + "\"";
-
-/// Paragraphs after the first hit in them is replaced.
-std::string Replaced(const std::string& paragraphs, const String& what, const String& with)
-{
-    const TextBoxOnDisk box(paragraphs);
-    if (box.Replace(what, with) == 0)
-        return "<no hit>";
-    return box.Paragraphs();
-}
+const std::string ownDrawing = " xmlns:d=\"" + drawingNamespace + "\"";
 
 /// Paragraphs after a pair's run, which has to find just one hit.
 std::string ReplacedOnce(const std::string& paragraphs, const String& what, const String& with)
@@ -120,7 +110,7 @@ TEST(Prefixes, OfNewRunsAreThoseOfTheirParagraph)
 
 TEST(Prefixes, MayBeNone)
 {
-    const std::string open = "<p xmlns=\"" + drawing + "\">";
+    const std::string open = "<p xmlns=\"" + drawingNamespace + "\">";
 
     EXPECT_EQ(Replaced(open + "<r><rPr b=\"1\"/><t>one, two</t></r></p>", u", ", u"\ra\v"),
               open + "<r><rPr b=\"1\"/><t>one</t></r></p>" + open +

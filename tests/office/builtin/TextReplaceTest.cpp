@@ -7,18 +7,6 @@ namespace
 
 using testing::ElementsAre;
 
-const std::string bold = R"(b="1")";
-const std::string small = R"(sz="900")";
-
-/// Paragraphs after the first hit in them is replaced.
-std::string Replaced(const std::string& paragraphs, const String& what, const String& with, How how = {})
-{
-    const TextBoxOnDisk box(paragraphs);
-    if (box.Replace(what, with, how) == 0)
-        return "<no hit>";
-    return box.Paragraphs();
-}
-
 TEST(Replace, ReplacesTheFirstHitAfterAPosition)
 {
     EXPECT_EQ(Replaced(P(R("cat cat cat")), u"cat", u"dog"), P(R("dog cat cat")));

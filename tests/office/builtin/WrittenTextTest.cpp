@@ -6,14 +6,6 @@ namespace tessarine::test
 namespace
 {
 
-std::string Replaced(const std::string& paragraphs, const String& what, const String& with)
-{
-    const TextBoxOnDisk box(paragraphs);
-    if (box.Replace(what, with) == 0)
-        return "<no hit>";
-    return box.Paragraphs();
-}
-
 TEST(WrittenText, EscapesWhatMarkupNeeds)
 {
     EXPECT_EQ(Replaced(P(R("x")), u"x", u"<a> & \"b\" 'c' ]]> &amp;"),

@@ -13,7 +13,6 @@ namespace
 {
 
 constexpr std::int32_t corrupt = FailureNumber::FileCorrupt;
-const std::string slide1 = "ppt/slides/slide1.xml";
 
 std::shared_ptr<powerpoint::Presentation> OpenBytes(const std::string& bytes,
                                                     const builtin::Limits& limits = builtin::Limits::Default())
@@ -297,11 +296,11 @@ TEST(Limits, HoldForNestedGroupsToTheLevel)
 
 TEST(Limits, RefuseASmallFileThatUnpacksToTooMuch)
 {
-    const builtin::Limits small = builtin::Limits::Small();
-    const std::string bytes = SmallDeck().Entry(slide1, std::string(small.partBytes + 1, ' ')).Bytes();
+    const builtin::Limits limits = builtin::Limits::Small();
+    const std::string bytes = SmallDeck().Entry(slide1, std::string(limits.partBytes + 1, ' ')).Bytes();
 
-    ASSERT_LT(bytes.size(), small.partBytes / 50);
-    EXPECT_THAT(Walked(bytes, small), FailsWith(corrupt, "more than a part may"));
+    ASSERT_LT(bytes.size(), limits.partBytes / 50);
+    EXPECT_THAT(Walked(bytes, limits), FailsWith(corrupt, "more than a part may"));
 }
 
 }  // namespace

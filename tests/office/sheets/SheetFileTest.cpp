@@ -25,7 +25,7 @@ Sheet Sample()
 }
 
 template <class Action>
-std::string FailureOf(Action action)
+std::string FailureOfCall(Action action)
 {
     try {
         action();
@@ -58,8 +58,9 @@ TEST(SheetFile, OfAPathWithANulIsNeitherOpenedNorSaved)
     const String path = folder.Write(u"list.csv", "a,b\n");
     const String cut = path + u'\0' + u".csv";
 
-    EXPECT_THAT(FailureOf([&] { OpenSheet(cut); }), testing::HasSubstr("a path can't hold a NUL character"));
-    EXPECT_THAT(FailureOf([&] { SaveSheet(cut, Sample()); }), testing::HasSubstr("a path can't hold a NUL character"));
+    EXPECT_THAT(FailureOfCall([&] { OpenSheet(cut); }), testing::HasSubstr("a path can't hold a NUL character"));
+    EXPECT_THAT(FailureOfCall([&] { SaveSheet(cut, Sample()); }),
+                testing::HasSubstr("a path can't hold a NUL character"));
 
     EXPECT_EQ(ContentOf(path), "a,b\n");
 }
@@ -87,13 +88,13 @@ TEST(SheetFile, ThatIsNeitherWorkbookNorTextIsRefused)
     for (const StringView name : {u"list.xls", u"list.csv", u"list.tab"}) {
         const String path = folder.Write(name, "PK\x03\x04");
 
-        EXPECT_THAT(FailureOf([&] { OpenSheet(path); }), testing::HasSubstr("Office Open XML")) << ToUtf8(name);
+        EXPECT_THAT(FailureOfCall([&] { OpenSheet(path); }), testing::HasSubstr("Office Open XML")) << ToUtf8(name);
     }
 }
 
 TEST(SheetFile, ThatIsMissingFailsWithItsName)
 {
-    EXPECT_THAT(FailureOf([] { OpenSheet(u"/no/such/list.xls"); }), testing::StartsWith("/no/such/list.xls: "));
+    EXPECT_THAT(FailureOfCall([] { OpenSheet(u"/no/such/list.xls"); }), testing::StartsWith("/no/such/list.xls: "));
 }
 
 TEST(SheetFile, ThatIsTooLargeIsRefused)
@@ -101,7 +102,7 @@ TEST(SheetFile, ThatIsTooLargeIsRefused)
     const TemporaryFolder folder;
     const String path = folder.Write(u"list.csv", "12345");
 
-    EXPECT_THAT(FailureOf([&] { OpenSheet(path, {.fileBytes = 4}); }), testing::HasSubstr("too large"));
+    EXPECT_THAT(FailureOfCall([&] { OpenSheet(path, {.fileBytes = 4}); }), testing::HasSubstr("too large"));
 }
 
 TEST(SheetFile, IsNotSavedUnderOtherExtensions)
@@ -109,7 +110,7 @@ TEST(SheetFile, IsNotSavedUnderOtherExtensions)
     const TemporaryFolder folder;
 
     for (const StringView name : {u"list.xlsx", u"list.tab", u"list"})
-        EXPECT_THAT(FailureOf([&] { SaveSheet(folder.PathOf(name), Sample()); }),
+        EXPECT_THAT(FailureOfCall([&] { SaveSheet(folder.PathOf(name), Sample()); }),
                     testing::HasSubstr(".xls or as .csv"));
 
     EXPECT_TRUE(FilesOfFolder(folder.Path()).empty());
@@ -122,7 +123,7 @@ TEST(SheetFile, StaysAsItWasWhenTheDiskIsFull)
 
     {
         const FileSizeLimit full(1024);
-        EXPECT_NE(FailureOf([&] { SaveSheet(path, Sample()); }), "");
+        EXPECT_NE(FailureOfCall([&] { SaveSheet(path, Sample()); }), "");
     }
 
     EXPECT_EQ(ContentOf(path), "old");
@@ -136,7 +137,7 @@ TEST(SheetFile, StaysAsItWasWhenTheSheetDoesNotFit)
     Sheet sheet;
     sheet.Put(65536, 0, true);
 
-    EXPECT_THAT(FailureOf([&] { SaveSheet(path, sheet); }), testing::HasSubstr("65536 rows"));
+    EXPECT_THAT(FailureOfCall([&] { SaveSheet(path, sheet); }), testing::HasSubstr("65536 rows"));
 
     EXPECT_EQ(ContentOf(path), "old");
 }
@@ -145,7 +146,7 @@ TEST(SheetFile, InAFolderThatIsMissingIsNotSaved)
 {
     const TemporaryFolder folder;
 
-    EXPECT_NE(FailureOf([&] { SaveSheet(folder.PathOf(u"none/list.xls"), Sample()); }), "");
+    EXPECT_NE(FailureOfCall([&] { SaveSheet(folder.PathOf(u"none/list.xls"), Sample()); }), "");
 }
 
 }  // namespace tessarine::sheets

@@ -11,6 +11,13 @@
 namespace tessarine
 {
 
+/// What log and window say: of an object that can't be made, of a null reference, and of a file that ends without a
+/// result.
+inline const std::string noServer = "ActiveX component can't create object";
+inline const std::string notSet = "Object variable or With block variable not set";
+inline const std::string noResult =
+    "Error 91 (" + notSet + ") in procedure mProject_AfterFileProcess at Line No. 0 of Form frmMain";
+
 /// Runs from the main window on a PowerPoint that changes real presentations until a call of the test's choice fails.
 /// Whatever fails, no run shows any other window than the two of its own: no box, and not the one that asks for a
 /// manual intervention.

@@ -12,10 +12,6 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-constexpr const char* noResult =
-    "Error 91 (Object variable or With block variable not set) in procedure mProject_AfterFileProcess at Line No. 0 of "
-    "Form frmMain";
-
 class OpenFailure : public FailingPowerPointTest
 {
 protected:

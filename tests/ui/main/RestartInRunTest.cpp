@@ -12,10 +12,6 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
 
-const std::string noServer = "ActiveX component can't create object";
-const std::string notSet = "Object variable or With block variable not set";
-const std::string noResult =
-    "Error 91 (" + notSet + ") in procedure mProject_AfterFileProcess at Line No. 0 of Form frmMain";
 const std::string inReplacement = " in procedure Replacement at Line No. 0 of Class Module Project";
 const std::string inStart = " in procedure cmdStartReplacing_Click at Line No. 0 of Form frmMain";
 

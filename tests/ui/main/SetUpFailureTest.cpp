@@ -12,10 +12,8 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string noServer = "ActiveX component can't create object";
-const std::string notSet = "Error 91 (Object variable or With block variable not set) in procedure ";
 const std::string inSearch = " in procedure Search at Line No. 0 of Class Module Project";
-const std::string noResult = notSet + "mProject_AfterFileProcess at Line No. 0 of Form frmMain";
+const std::string notSetIn = "Error 91 (" + notSet + ") in procedure ";
 
 class SetUpFailure : public FailingPowerPointTest
 {
@@ -40,7 +38,7 @@ TEST_F(SetUpFailure, OfAMissingPowerPointEndsAFindAndNamesAllFiles)
     EXPECT_THAT(LogLines(), ElementsAre("Error 429 (" + noServer + ")" + inSearch, noServer,
                                         "Error 429 (" + noServer + ") in file a.pptx",
                                         "Error 429 (" + noServer + ") in file b.pptx", noResult,
-                                        notSet + "cmdStartReplacing_Click at Line No. 0 of Form frmMain"));
+                                        notSetIn + "cmdStartReplacing_Click at Line No. 0 of Form frmMain"));
     EXPECT_EQ(NotOpened(), "2 file(s) could not be opened. The error log names them.");
     EXPECT_THAT(Errors(), IsEmpty());
     EXPECT_TRUE(CurrentProject->options->IsFindOnly);
@@ -58,7 +56,7 @@ TEST_F(SetUpFailure, OfAMissingPowerPointEndsAReplacement)
     EXPECT_THAT(LogLines(), ElementsAre("Error 429 (" + noServer + ")" + inSearch, noServer,
                                         "Error 429 (" + noServer + ") in file a.pptx",
                                         "Error 429 (" + noServer + ") in file b.pptx", noResult,
-                                        notSet + "Replacement at Line No. 0 of Class Module Project"));
+                                        notSetIn + "Replacement at Line No. 0 of Class Module Project"));
     EXPECT_FALSE(CurrentProject->options->IsFindOnly);
     ExpectFilesUntouched();
     ExpectLeftAt("File 0 of 2: 0 Document Processed");

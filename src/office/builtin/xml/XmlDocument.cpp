@@ -6,6 +6,7 @@
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/MarkupMarks.h"
+#include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
 
 namespace tessarine::builtin
@@ -13,11 +14,6 @@ namespace tessarine::builtin
 
 namespace
 {
-
-bool IsSpace(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
 
 bool IsNameStart(char c)
 {

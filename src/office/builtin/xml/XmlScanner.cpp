@@ -10,11 +10,6 @@ namespace
 
 using std::string_view_literals::operator""sv;
 
-bool IsSpace(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
 template <class What>
 std::size_t Find(std::string_view xml, What what, std::size_t at)
 {

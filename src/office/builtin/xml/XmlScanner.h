@@ -8,6 +8,12 @@
 namespace tessarine::builtin
 {
 
+/// White space of markup (XML 1.0 2.3).
+constexpr bool IsSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
 /// The qualified name of the element whose tag the text begins with.
 std::string_view ElementName(std::string_view tag);
 /// The name without its prefix and colon.
