@@ -2,6 +2,9 @@
 #
 # WINDOWS is for layers of windows: they see Qt, and no other layer does.
 #
+# Layers share a precompiled header, one for those of windows and one for all others: half of compiling is reading the
+# headers of Qt and of the standard library.
+#
 # One static library per layer. Its include root shows only its own folder, and it links only the layers below it, so
 # an include of a layer above does not compile.
 function(tessarine_layer name)
@@ -19,5 +22,25 @@ function(tessarine_layer name)
         set_target_properties(${name} PROPERTIES AUTOMOC ON)
         target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS)  # "emit" and "signals" stay names for everybody
         target_link_libraries(${name} PUBLIC Qt6::Widgets)
+        tessarine_precompile(${name} TESSARINE_QT_HEADERS
+            <algorithm> <functional> <memory> <optional> <string> <vector>
+            <QAction> <QApplication> <QCheckBox> <QComboBox> <QDialog> <QGridLayout> <QGroupBox> <QKeyEvent> <QLabel>
+            <QLineEdit> <QListWidget> <QMenu> <QPainter> <QPushButton> <QRadioButton> <QString> <QTabWidget> <QTimer>
+            <QToolBar> <QVBoxLayout>)
+    else()
+        tessarine_precompile(${name} TESSARINE_STANDARD_HEADERS
+            <algorithm> <array> <cstdint> <functional> <map> <memory> <optional> <string> <string_view>
+            <unordered_map> <utility> <vector>)
+    endif()
+endfunction()
+
+# tessarine_precompile(<name> <property> <header>...): the first layer makes the precompiled header, the others use it.
+function(tessarine_precompile name property)
+    get_property(maker GLOBAL PROPERTY ${property})
+    if(maker)
+        target_precompile_headers(${name} REUSE_FROM ${maker})
+    else()
+        set_property(GLOBAL PROPERTY ${property} ${name})
+        target_precompile_headers(${name} PRIVATE ${ARGN})
     endif()
 endfunction()
