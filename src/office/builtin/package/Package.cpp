@@ -139,6 +139,7 @@ std::string_view Package::ReadXmlOnce(Entry entry)
     if (onceEntry_ == entry)
         return onceContent_;
     // First, because what raises below leaves neither the old text nor the new one there.
+    onceDocument_.reset();
     onceEntry_.reset();
     onceContent_ = ReadInto(once_, entry);
     if (NeedsDecoding(onceContent_, entry))
@@ -148,10 +149,19 @@ std::string_view Package::ReadXmlOnce(Entry entry)
     return onceContent_;
 }
 
+const XmlDocument& Package::ReadDocumentOnce(Entry entry)
+{
+    const std::string_view xml = ReadXmlOnce(entry);
+    if (!onceDocument_)
+        onceDocument_.emplace(xml, NameOf(entry), limits_);
+    return *onceDocument_;
+}
+
 void Package::ReplaceXml(Entry entry, std::string_view utf8)
 {
     const auto encoding = encodings_.find(entry);
     changes_.replaced[entry] = EncodeXml(utf8, encoding == encodings_.end() ? XmlEncoding::Utf8 : encoding->second);
+    onceDocument_.reset();
     onceEntry_.reset();
 }
 

@@ -12,6 +12,7 @@
 #include "office/builtin/package/ContentTypes.h"
 #include "office/builtin/package/PartName.h"
 #include "office/builtin/package/Relationships.h"
+#include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlEncoding.h"
 #include "office/builtin/zip/ZipDirectory.h"
 #include "office/builtin/zip/ZipWriter.h"
@@ -58,6 +59,9 @@ public:
     /// memory again.
     std::string_view ReadXmlOnce(Entry entry);
 
+    /// The same text as a document, good for as long. Raises as ReadXml and XmlDocument do.
+    const XmlDocument& ReadDocumentOnce(Entry entry);
+
     /// The new content, as UTF-8, of an XML part that was read; put back into the part's encoding.
     void ReplaceXml(Entry entry, std::string_view utf8);
 
@@ -98,7 +102,8 @@ private:
     mutable std::unordered_map<Entry, XmlEncoding> encodings_;  // of parts that are not in UTF-8
     std::string once_;                                          // never made smaller; holds onceContent_
     std::string_view onceContent_;
-    std::optional<Entry> onceEntry_;  // whose content that is
+    std::optional<Entry> onceEntry_;           // whose content that is
+    std::optional<XmlDocument> onceDocument_;  // of onceContent_, once it is asked for
 };
 
 }  // namespace tessarine::builtin

@@ -5,18 +5,13 @@
 namespace tessarine::builtin
 {
 
-ShapeTreeEdits::Original::Original(std::string bytes, std::string_view part, const Limits& limits)
-    : xml(std::move(bytes)), document(xml, part, limits)
-{
-}
+ShapeTreeEdits::Original::Original(const XmlDocument& read) : xml(read.Bytes()), document(read, xml) {}
 
 ShapeTree& ShapeTreeEdits::Tree()
 {
     if (!tree_) {
-        const std::string_view name = package_.NameOf(entry_);
         // In memory that the next part uses again: the tree keeps copies and no views.
-        const XmlDocument document(package_.ReadXmlOnce(entry_), name, package_.limits());
-        tree_ = ReadShapeTree(document, name, package_.limits());
+        tree_ = ReadShapeTree(package_.ReadDocumentOnce(entry_), package_.NameOf(entry_), package_.limits());
     }
     return *tree_;
 }
@@ -24,9 +19,9 @@ ShapeTree& ShapeTreeEdits::Tree()
 const XmlDocument& ShapeTreeEdits::Document()
 {
     if (!original_)
-        // A copy, as edits need the bytes for longer than ReadXmlOnce keeps them.
-        original_ = std::make_unique<Original>(std::string(package_.ReadXmlOnce(entry_)), package_.NameOf(entry_),
-                                               package_.limits());
+        // A copy, as edits need the document for longer than ReadDocumentOnce keeps it. An edit mostly follows the
+        // reading of its part, whose index then need not be made again.
+        original_ = std::make_unique<Original>(package_.ReadDocumentOnce(entry_));
     return original_->document;
 }
 

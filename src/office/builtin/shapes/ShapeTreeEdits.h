@@ -49,7 +49,7 @@ public:
 private:
     /// The bytes and their index. Both are large, and read only for edits.
     struct Original {
-        Original(std::string bytes, std::string_view part, const Limits& limits);
+        explicit Original(const XmlDocument& read);
 
         std::string xml;
         XmlDocument document;  // borrows xml

@@ -235,6 +235,15 @@ XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Li
     ForgetReboundPrefixes();
 }
 
+XmlDocument::XmlDocument(const XmlDocument& other, std::string_view bytes)
+    : bytes_(bytes), elements_(other.elements_), default_(other.default_)
+{
+    // Prefixes are views of the root's start tag. Decoded attribute values are made again when they are asked for.
+    for (std::size_t ns = 0; ns < prefixes_.size(); ++ns)
+        if (const std::string_view prefix = other.prefixes_[ns]; !prefix.empty())
+            prefixes_[ns] = bytes.substr(static_cast<std::size_t>(prefix.data() - other.bytes_.data()), prefix.size());
+}
+
 /// An element below the root may bind one of the root's prefixes to another namespace. Then that prefix tells nothing,
 /// and each name with it is resolved. Text that looks like a declaration does no harm.
 void XmlDocument::ForgetReboundPrefixes()

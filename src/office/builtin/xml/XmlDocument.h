@@ -55,6 +55,10 @@ public:
     /// DTD (nothing is ever expanded) and when the index would need more memory than the limits allow. `part` names the
     /// part in failures.
     XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits);
+
+    /// The same document over a copy of its bytes, which must outlive it. The index is copied and not made again.
+    XmlDocument(const XmlDocument& other, std::string_view bytes);
+
     ~XmlDocument();
     XmlDocument(const XmlDocument&) = delete;
     XmlDocument& operator=(const XmlDocument&) = delete;
