@@ -37,8 +37,8 @@ TEST(CellFormats, ShowsTheTimeOfADay)
 
 TEST(CellFormats, LeavesNumbersOutsideOfTheCalendar)
 {
-    for (const double number : {0.0, 0.5, -1.0, 2958466.0, 1e300, std::numeric_limits<double>::quiet_NaN()})
-        EXPECT_EQ(DateText(number, false), std::nullopt) << number;
+    for (const double value : {0.0, 0.5, -1.0, 2958466.0, 1e300, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_EQ(DateText(value, false), std::nullopt) << value;
 }
 
 TEST(CellFormats, TrustsTheNumbersOfBuiltInFormatsMoreThanTheirCodes)
