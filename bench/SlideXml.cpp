@@ -9,7 +9,7 @@ namespace tessarine::bench
 namespace
 {
 
-constexpr const char* Declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n";
+constexpr const char* xmlDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\r\n";
 constexpr const char* Namespaces =
     " xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\""
     " xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\""
@@ -133,7 +133,7 @@ std::string SlideXml::Slide(bool withHits)
     nextShapeId_ = 2;
     const std::uint64_t paragraphs = ParagraphDeciles[Below(ParagraphDeciles.size())];
 
-    std::string xml = std::string(Declaration) + "<p:sld" + Namespaces + TreeStart;
+    std::string xml = std::string(xmlDeclaration) + "<p:sld" + Namespaces + TreeStart;
     AppendShape(xml, "Title", "<p:ph type=\"title\"/>", 1, withHits ? 1 : 0);
     if (paragraphs <= 13) {
         AppendShape(xml, "Content Placeholder", "<p:ph idx=\"1\"/>", paragraphs, withHits && paragraphs > 4 ? 1 : 0);
@@ -151,7 +151,7 @@ std::string SlideXml::Slide(bool withHits)
 std::string SlideXml::NotesPage(int slide, bool withHits)
 {
     nextShapeId_ = 3;
-    std::string xml = std::string(Declaration) + "<p:notes" + Namespaces + TreeStart;
+    std::string xml = std::string(xmlDeclaration) + "<p:notes" + Namespaces + TreeStart;
     xml +=
         "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"Slide Image Placeholder 1\"/><p:cNvSpPr><a:spLocks noGrp=\"1\" "
         "noRot=\"1\" noChangeAspect=\"1\"/></p:cNvSpPr><p:nvPr><p:ph type=\"sldImg\"/></p:nvPr></p:nvSpPr><p:spPr/>"
