@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 #include <time.h>
+#include <initializer_list>
 
 #include <cstdlib>
 
