@@ -19,9 +19,8 @@ struct RunningApplication {
 
 void MustRun(bool is)
 {
-    constexpr std::int32_t disconnected = -2147417848;  // 0x80010108
     if (!is)
-        throw Failure(disconnected, u"The workbook or its application has been closed");
+        throw Failure(excel::Disconnected, u"The workbook or its application has been closed");
 }
 
 /// A workbook's sheet and where it comes from. Each member raises `excel::Disconnected` when it is closed.
