@@ -102,6 +102,11 @@ public:
     /// known for files whose result is null or the previous file's.
     std::function<void(const String& path, const Failure& failure)> FailurePassedOver;
 
+    /// Called for each file as soon as it is open and before anything is done to it, for what a caller wants done to
+    /// such files alone, a backup for instance. May be empty. A failure of it counts as a failure to open the file: the
+    /// file is closed without a change and keeps its attributes.
+    std::function<void(const String& path)> Opened;
+
     /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read.
     void RemoveBackupFiles(const String& vPath);
     void RestoreBackupFiles(const String& vPath);

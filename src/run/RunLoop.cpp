@@ -168,7 +168,17 @@ RunLoop::Step RunLoop::Open()
         engine_.xPresentation = NotNull(Application().Presentations())
                                     ->Open(path_, powerpoint::msoFalse, powerpoint::msoFalse, powerpoint::msoFalse);
     });
-    return failure ? SortOpenFailure(*failure) : Step::Process;
+    if (failure)
+        return SortOpenFailure(*failure);
+
+    const std::optional<Failure> refusal = FailureOf([&] {
+        if (project_.Opened)
+            project_.Opened(path_);
+    });
+    if (!refusal)
+        return Step::Process;
+    CloseUntouched();
+    return SortOpenFailure(*refusal);
 }
 
 RunLoop::Step RunLoop::Process()
@@ -260,6 +270,14 @@ RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
             TellPassedOver(failure);
             return Step::Report;
     }
+}
+
+void RunLoop::CloseUntouched()
+{
+    Skip([&] { NotNull(engine_.xPresentation)->Close(); });
+    engine_.xPresentation.reset();
+    // Only Begin of this very file can have cleared them, and nothing was saved that they would stand in the way of.
+    Skip([&] { SetAttributes(path_, savedAttributes_); });
 }
 
 ProjectOptions& RunLoop::Options() const

@@ -41,7 +41,7 @@ private:
     Step Perform(Step step);
     Step SetUp();     // takes over the options, starts PowerPoint, counts the files
     Step Begin();     // announces a file; cancel, backup, attributes, dates
-    Step Open();      // opens it; a failure is sorted by its number
+    Step Open();      // opens it and tells Project::Opened; a failure of either is sorted by its number
     Step Process();   // the revision number, then all pairs; a failure is passed over
     Step Restore();   // the dates, then the attributes
     Step Report();    // tells the receivers; restarts PowerPoint when its time has come
@@ -50,6 +50,7 @@ private:
 
     Step HandleGenerally(const Failure& failure);  // logs, then as after an open failure; the mode is None from here on
     Step SortOpenFailure(const Failure& failure);  // PowerPoint lost, wrong password, or anything else
+    void CloseUntouched();                         // a file that is open and is not to be processed
 
     void CreateApplication();
     void RestartAsPlanned();  // between two files, as the options ask

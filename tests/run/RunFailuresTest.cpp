@@ -30,6 +30,7 @@ using NoHandler = RunTest;
 using OpenFailure = RunTest;
 using SetUpFailure = RunTest;
 using PassedOverFailures = RunTest;
+using OpenedHook = RunTest;
 
 TEST_F(OpenFailure, OpensTheFileAgainUntilPowerPointStays)
 {
@@ -444,6 +445,62 @@ TEST_F(PassedOverFailures, MayGoUntold)
     EXPECT_EQ(SearchFails(), 0);
 
     EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing"));
+}
+
+TEST_F(OpenedHook, IsCalledForEachFileThatOpensBeforeItChanges)
+{
+    AddFile(u"a.ppt");
+    powerPoint_.FailOpen(AddFile(u"b.ppt"), FailureNumber::BadFormat, u"not a presentation");
+    AddFile(u"c.ppt");
+    AddPair(u"cat", u"dog");
+    std::vector<std::string> opened;
+    project_->Opened = [&](const String& path) {
+        const std::string name = Short(ToUtf8(path));
+        opened.push_back(name + ": " + ToUtf8(TextOfFile(FromUtf8(name))));
+    };
+
+    project_->Replacement();
+
+    EXPECT_THAT(opened, ElementsAre("a.ppt: a cat", "c.ppt: a cat"));
+    EXPECT_EQ(TextOfFile(u"c.ppt"), u"a dog");
+}
+
+TEST_F(OpenedHook, ThatFailsLeavesTheFileClosedAndUntouched)
+{
+    AddFile(u"a.ppt");
+    AddFile(u"b.ppt");
+    AddPair(u"cat", u"dog");
+    project_->Opened = [&](const String& path) {
+        if (Short(ToUtf8(path)) == "a.ppt")
+            throw Failure(FailureNumber::PermissionDenied, u"no copy can be made");
+    };
+
+    project_->Replacement();
+
+    EXPECT_EQ(TextOfFile(u"a.ppt"), u"a cat");
+    EXPECT_EQ(CallsOf("Presentation.Save a.ppt"), 0u);
+    EXPECT_EQ(CallsOf("Presentation.Close a.ppt"), 1u);
+    EXPECT_EQ(TextOfFile(u"b.ppt"), u"a dog");
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after nothing", "before b.ppt", "after b.ppt 1"));
+    EXPECT_THAT(passedOver_, ElementsAre("a.ppt 70"));
+    EXPECT_THAT(log_.Lines(), ElementsAre("no copy can be made"));
+}
+
+TEST_F(OpenedHook, ThatFailsLeavesAReadOnlyFileReadOnly)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0444);
+    project_->options->ProcessReadonlyFiles = true;
+    std::uint32_t modeInside = 0;
+    project_->Opened = [&](const String&) {
+        modeInside = GetAttributes(path).mode;
+        throw Failure(FailureNumber::PermissionDenied, u"no copy can be made");
+    };
+
+    project_->Search();
+
+    EXPECT_EQ(modeInside, 0644u);
+    EXPECT_EQ(GetAttributes(path).mode, 0444u);
 }
 
 }  // namespace tessarine
