@@ -1,0 +1,89 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/FileDateTime.h"
+#include "platform/Files.h"
+#include "platform/String.h"
+
+/// Small files in ApplicationDataFolder that tell the next start of the program what a process had changed for a while
+/// only, or had half written, when it was killed. Each is there only while it is needed, and is locked by the process
+/// that wrote it for as long as that lives.
+namespace tessarine
+{
+
+/// The mode and the dates of the file that a run is at, for as long as the run has them changed. A run that is killed
+/// leaves them here, and RecoverFromKilledRuns puts them back.
+///
+/// What is noted survives the death of the process, not a power cut: noting it costs no flush.
+class RunJournal
+{
+public:
+    RunJournal();
+    ~RunJournal();  ///< Ends what was begun and removes the journal's file.
+    RunJournal(const RunJournal&) = delete;
+    RunJournal& operator=(const RunJournal&) = delete;
+
+    /// Notes what a file has to have again, before it is changed. Times that aren't valid are not put back. Ends an
+    /// entry that was begun before. Raises as ClassicFileFailure tells when it can't be noted; nothing is noted then.
+    void Begin(StringView path, const FileAttributes& attributes, const FileTimes& times);
+
+    /// The file has its mode and dates again, or is to stay as it is. Never raises; does nothing when nothing was
+    /// begun.
+    void End() noexcept;
+
+private:
+    class NotedFile;
+
+    std::unique_ptr<NotedFile> noted_;
+};
+
+/// Tells the journals of this process that the file open as `newFile`, complete and with its last write behind it, is
+/// about to take the place of `target`: it is the one that then gets mode and dates back. To be called right before the
+/// rename. Costs nothing while no journal has begun an entry. Never raises: what can't be noted is not put back.
+void NoteReplacement(const std::string& target, int newFile) noexcept;
+
+/// A write into an old file itself, which a crash leaves half done. Once it is noted, the next start of the program
+/// completes it from a copy of the whole new content.
+class InPlaceWrite
+{
+public:
+    /// Notes the write before its first byte, on the disk itself. `oldFile` is the file open for reading (at least),
+    /// and is read once from its beginning to its end; `target` is its path, and `copy` the path of the complete new
+    /// content, which is flushed already. The copy must not have a name that RemoveLeftovers takes. Raises as
+    /// SystemFileFailure tells when it can't be noted; the file must not be written into then.
+    InPlaceWrite(const std::string& target, int oldFile, const std::string& copy);
+
+    /// Leaves what was noted for the next start, unless it has ended.
+    ~InPlaceWrite();
+    InPlaceWrite(const InPlaceWrite&) = delete;
+    InPlaceWrite& operator=(const InPlaceWrite&) = delete;
+
+    /// The old file holds the new content, flushed, with its last write behind it; the copy may go from here on. Never
+    /// raises.
+    void End() noexcept;
+
+private:
+    class NotedWrite;
+
+    std::unique_ptr<NotedWrite> noted_;
+};
+
+/// What RecoverFromKilledRuns did to a file, or why it could not.
+struct RecoveredFile {
+    String path;
+    String text;  ///< One sentence for people, without the path: "a run that was killed had …".
+};
+
+/// Puts right what processes that have died left behind: mode and dates of the file that a run was at, and writes into
+/// a file itself. Touches a file only while it is the one that the journal knows, whole or half written; of one that
+/// somebody else has changed since, the text says so. A journal of a process that lives is left alone, and so is one
+/// whose file is in use: the next start takes it. What isn't a journal of this user (a link, a pipe, another owner's
+/// file) is left alone, a damaged one is removed.
+///
+/// Gives one element for each file that was put right or given up, in no order. Never raises.
+std::vector<RecoveredFile> RecoverFromKilledRuns();
+
+}  // namespace tessarine
