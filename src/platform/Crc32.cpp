@@ -34,10 +34,10 @@ constexpr Tables tables = MakeTables();
 
 }  // namespace
 
-std::uint32_t Crc32(std::span<const std::byte> bytes)
+std::uint32_t Crc32(std::span<const std::byte> bytes, std::uint32_t before)
 {
-    // All bits set and not 0, which zero bytes at the beginning would leave as it is.
-    std::uint32_t rest = 0xFFFFFFFF;
+    // With nothing before, all bits are set: zero bytes at the beginning would leave a 0 as it is.
+    std::uint32_t rest = ~before;
     for (; bytes.size() >= stride; bytes = bytes.subspan(stride)) {
         std::uint32_t next = 0;
         // The 32 bits so far concern the first four bytes alone; the last four stand for themselves.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,10 +33,20 @@ std::vector<String> SubfoldersOfFolder(StringView folder);
 /// Whole content of a file.
 std::string ReadWholeFile(StringView path);
 
+/// The content that CopyFile has copied.
+struct CopiedContent {
+    std::uint64_t size = 0;      ///< In bytes.
+    std::uint32_t checksum = 0;  ///< Crc32 of the content.
+};
+using CopyComplete = std::function<void(const CopiedContent& content)>;
+
 /// Copies a file's content and mode over `target`, all or nothing: on failure or a power cut an older target stays as
 /// it was. An older target is replaced even when it is read-only, and keeps its owner as far as the system allows; a
 /// link stays and the file behind it is replaced (ReplacementFile).
-void CopyFile(StringView source, StringView target);
+///
+/// `complete` is told what was copied as soon as the copy is complete, right before it takes the target's place. What
+/// it raises goes on, and the target stays as it was. May be empty.
+void CopyFile(StringView source, StringView target, const CopyComplete& complete = {});
 
 /// Deletes a file; of a link the link itself.
 void DeleteFile(StringView path);

@@ -45,6 +45,34 @@ TEST_F(CopyingAFile, OverwritesAnOlderTarget)
     EXPECT_THAT(FilesOfFolder(folder_.Path()), ElementsAre(target, source));
 }
 
+TEST_F(CopyingAFile, TellsWhatItCopiedBeforeTheTargetChanges)
+{
+    const String source = folder_.Write(u"a.ppt", std::string(100000, 'x') + "123456789");
+    const String target = folder_.Write(u"a.bak", "old");
+    CopiedContent copied;
+    std::string targetThen;
+
+    CopyFile(source, target, [&](const CopiedContent& content) {
+        copied = content;
+        targetThen = ContentOf(target);
+    });
+
+    EXPECT_EQ(copied.size, 100009u);
+    EXPECT_EQ(copied.checksum, 0x760299E2u);
+    EXPECT_EQ(targetThen, "old");
+}
+
+TEST_F(CopyingAFile, LeavesTheOldTargetWhenItsReceiverFails)
+{
+    const String source = folder_.Write(u"a.ppt", "new");
+    const String target = folder_.Write(u"a.bak", "old");
+
+    EXPECT_EQ(Skip([&] { CopyFile(source, target, [](const CopiedContent&) { throw Failure(5, u"no"); }); }), 5);
+
+    EXPECT_EQ(ContentOf(target), "old");
+    EXPECT_THAT(FilesOfFolder(folder_.Path()), ElementsAre(target, source));
+}
+
 TEST_F(CopyingAFile, OverwritesAReadOnlyTargetToo)
 {
     const String source = folder_.Write(u"a.ppt", "new");

@@ -38,5 +38,12 @@ TEST(Crc32, OfEveryLengthIsThatOfSingleSteps)
     }
 }
 
+TEST(Crc32, OfPiecesIsThatOfTheWhole)
+{
+    const std::string_view text = "The quick brown fox jumps over the lazy dog";
+    for (std::size_t at = 0; at <= text.size(); ++at)
+        EXPECT_EQ(Crc32(std::as_bytes(std::span(text.substr(at))), Of(text.substr(0, at))), 0x414FA339u) << at;
+}
+
 }  // namespace
 }  // namespace tessarine
