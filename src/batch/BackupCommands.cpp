@@ -11,6 +11,7 @@
 #include "engine/CounterStatus.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/FolderOf.h"
 #include "platform/NativePath.h"
 #include "run/BackupPaths.h"
 
@@ -85,7 +86,7 @@ std::optional<String> BackupOwners::OtherThan(const String& path, const String& 
     // owner.
     for (const StringView extension : presentationExtensions) {
         const String other = stem + String(extension);
-        const StringView name = StringView(other).substr(other.rfind(std::filesystem::path::preferred_separator) + 1);
+        const StringView name = NameOf(other);
         const bool counts = named_.contains(other) || std::ranges::any_of(patterns_, [&](const FilePattern& pattern) {
                                 return pattern.Matches(name);
                             });

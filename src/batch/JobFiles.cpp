@@ -9,6 +9,7 @@
 #include "batch/PathList.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/FolderOf.h"
 #include "platform/NativePath.h"
 #include "run/BackupPaths.h"
 
@@ -17,11 +18,6 @@ namespace tessarine::batch
 
 namespace
 {
-
-StringView NameOf(StringView path)
-{
-    return path.substr(path.find_last_of(std::filesystem::path::preferred_separator) + 1);
-}
 
 class Collector
 {

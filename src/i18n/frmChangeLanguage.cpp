@@ -14,7 +14,7 @@
 #include "model/JobProperties.h"
 #include "platform/CaseFolding.h"
 #include "platform/Files.h"
-#include "platform/PathSeparator.h"
+#include "platform/FolderOf.h"
 #include "platform/ProgramInfo.h"
 #include "platform/Treatments.h"
 #include "settings/SettingsStore.h"
@@ -28,11 +28,6 @@ namespace
 constexpr StringView place = u"Form frmChangeLanguage";
 constexpr StringView extension = u".lng";
 
-String FileNameOf(const String& path)
-{
-    return path.substr(path.find_last_of(PathSeparator) + 1);
-}
-
 /// File names of the language files; none when there is no folder for them.
 std::vector<String> LanguageFiles()
 {
@@ -42,7 +37,7 @@ std::vector<String> LanguageFiles()
     for (const String& path : FilesOfFolder(LanguageFolder()))
         // In any case of letters, unlike the part that is cut off below.
         if (FoldCase(path).ends_with(extension))
-            names.push_back(FileNameOf(path));
+            names.push_back(String(NameOf(path)));
     return names;
 }
 

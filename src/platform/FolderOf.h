@@ -21,6 +21,12 @@ constexpr std::string_view FolderOf(std::string_view nativePath)
     return nativePath.substr(0, nativePath.rfind(static_cast<char>(PathSeparator)) + 1);
 }
 
+/// A file's name: what follows the last separator of its path. The result borrows from `path`.
+constexpr StringView NameOf(StringView path)
+{
+    return path.substr(path.rfind(PathSeparator) + 1);
+}
+
 /// A folder without the one separator at its end, as messages show it. The root keeps its own.
 constexpr StringView WithoutTrailingSeparator(StringView folder)
 {

@@ -6,7 +6,7 @@
 #include "platform/CaseFolding.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
-#include "platform/PathSeparator.h"
+#include "platform/FolderOf.h"
 #include "shell/QtFileDialog.h"
 
 namespace tessarine
@@ -20,9 +20,9 @@ FileDialogPort fileDialog;
 /// What follows the last dot of a path's last part; empty without a dot.
 StringView ExtensionOf(StringView path)
 {
-    const std::size_t name = path.find_last_of(PathSeparator) + 1;
-    const std::size_t dot = path.find_last_of(u'.');
-    return dot == StringView::npos || dot < name ? StringView() : path.substr(dot + 1);
+    const StringView name = NameOf(path);
+    const std::size_t dot = name.rfind(u'.');
+    return dot == StringView::npos ? StringView() : name.substr(dot + 1);
 }
 
 }  // namespace

@@ -26,6 +26,14 @@ TEST(FolderOf, IsAllOfAPathThatEndsInASeparator)
     EXPECT_EQ(FolderOf(u"/"), u"/");
 }
 
+TEST(NameOf, IsWhatFollowsTheLastSeparator)
+{
+    EXPECT_EQ(NameOf(u"/a/b c.pptx"), u"b c.pptx");
+    EXPECT_EQ(NameOf(u"c.pptx"), u"c.pptx");
+    EXPECT_EQ(NameOf(u"/a/b/"), u"");
+    EXPECT_EQ(NameOf(u""), u"");
+}
+
 TEST(WithoutTrailingSeparator, TakesOneSeparatorOffAndLeavesTheRoot)
 {
     EXPECT_EQ(WithoutTrailingSeparator(u"/a/b/"), u"/a/b");

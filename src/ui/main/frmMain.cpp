@@ -15,8 +15,8 @@
 #include "i18n/LanguageOfControls.h"
 #include "i18n/QtText.h"
 #include "icons/Icons.h"
+#include "platform/FolderOf.h"
 #include "platform/Messages.h"
-#include "platform/PathSeparator.h"
 #include "platform/Treatments.h"
 #include "shell/RecentFiles.h"
 #include "ui/main/EntryBox.h"
@@ -34,7 +34,7 @@ String TitleOf(const String& path)
     const String trimmed = Trim(path);
     if (trimmed.empty())
         return u"untitled";
-    const QString name = ToQt(trimmed.substr(trimmed.find_last_of(PathSeparator) + 1));
+    const QString name = ToQt(NameOf(trimmed));
     // Intended: ".TSQ" stays, so that "job.tsq" and "job.TSQ" in one folder have different titles.
     return FromQt(QString(name).remove(QStringLiteral(".tsq")));
 }

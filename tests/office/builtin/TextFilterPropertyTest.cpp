@@ -13,10 +13,10 @@ namespace
 {
 
 /// Random decks, texts and edits, the same for the same seed on every machine.
-class Generator
+class DeckGenerator
 {
 public:
-    explicit Generator(unsigned seed) : engine_(seed) {}
+    explicit DeckGenerator(unsigned seed) : engine_(seed) {}
 
     std::size_t Below(std::size_t limit) { return engine_() % limit; }
     bool OneIn(std::size_t chances) { return Below(chances) == 0; }
@@ -155,7 +155,8 @@ bool Holds(powerpoint::Collection<powerpoint::Shape>& shapes, const String& text
     return false;
 }
 
-void ReplaceSomewhere(powerpoint::Presentation& presentation, Generator& random, const String& what, const String& with)
+void ReplaceSomewhere(powerpoint::Presentation& presentation, DeckGenerator& random, const String& what,
+                      const String& with)
 {
     const auto slides = All(presentation.Slides());
     const auto& slide = slides[random.Below(slides.size())];
@@ -197,7 +198,7 @@ class TextFilterProperty : public testing::TestWithParam<unsigned>
 
 TEST_P(TextFilterProperty, NeverDeniesWhatASearchFinds)
 {
-    Generator random(GetParam());
+    DeckGenerator random(GetParam());
     std::vector<String> texts;
     const DeckOnDisk file(random.RandomDeck(texts));
     const auto presentation = file.Open();
@@ -229,7 +230,7 @@ TEST(TextFilterOfRandomDecks, DeniesMostOfWhatIsNotThere)
     std::size_t denied = 0;
     std::size_t absent = 0;
     for (unsigned seed = 0; seed < 20; ++seed) {
-        Generator random(seed);
+        DeckGenerator random(seed);
         std::vector<String> texts;
         const DeckOnDisk file(random.RandomDeck(texts));
         const auto presentation = file.Open();

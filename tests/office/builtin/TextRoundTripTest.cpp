@@ -8,10 +8,10 @@ namespace
 {
 
 /// Random paragraphs and edits, the same for the same seed on every machine.
-class Generator
+class BodyGenerator
 {
 public:
-    explicit Generator(unsigned seed) : engine_(seed) {}
+    explicit BodyGenerator(unsigned seed) : engine_(seed) {}
 
     std::size_t Below(std::size_t limit) { return engine_() % limit; }
     bool OneIn(std::size_t chances) { return Below(chances) == 0; }
@@ -160,7 +160,7 @@ public:
     }
 
     /// A piece of the text that can be looked for, at times one that isn't there.
-    String SomethingIn(Generator& random) const
+    String SomethingIn(BodyGenerator& random) const
     {
         if (text_.empty() || random.OneIn(5))
             return random.Text(2);
@@ -190,7 +190,7 @@ class TextRoundTrip : public testing::TestWithParam<unsigned>
 
 TEST_P(TextRoundTrip, EditsAsAPlainStringDoes)
 {
-    Generator random(GetParam());
+    BodyGenerator random(GetParam());
     String text;
     const std::string paragraphs = random.Body(text);
     SCOPED_TRACE(paragraphs);
@@ -225,7 +225,7 @@ TEST_P(TextRoundTrip, EditsAsAPlainStringDoes)
 
 TEST_P(TextRoundTrip, TakesAReplacementBack)
 {
-    Generator random(GetParam());
+    BodyGenerator random(GetParam());
     String text;
     const std::string paragraphs = random.Body(text);
     SCOPED_TRACE(paragraphs);
@@ -249,7 +249,7 @@ TEST_P(TextRoundTrip, TakesAReplacementBack)
 
 TEST_P(TextRoundTrip, CountsTheHitsOfAPlainString)
 {
-    Generator random(GetParam());
+    BodyGenerator random(GetParam());
     String text;
     const std::string paragraphs = random.Body(text);
     SCOPED_TRACE(paragraphs);

@@ -1,7 +1,7 @@
 #include "office/builtin/objects/HeaderFooterObjects.h"
 
-#include "office/builtin/objects/ParagraphBreaks.h"
 #include "office/builtin/reader/Refusals.h"
+#include "platform/ParagraphBreaks.h"
 
 namespace tessarine::builtin
 {

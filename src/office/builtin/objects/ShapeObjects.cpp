@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "office/builtin/objects/ListObject.h"
-#include "office/builtin/objects/ParagraphBreaks.h"
 #include "office/builtin/objects/TextRanges.h"
 #include "platform/Failure.h"
+#include "platform/ParagraphBreaks.h"
 
 namespace tessarine::builtin
 {

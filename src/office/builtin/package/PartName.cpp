@@ -3,22 +3,13 @@
 #include <algorithm>
 #include <vector>
 
+#include "office/builtin/package/PercentEscape.h"
+
 namespace tessarine::builtin
 {
 
 namespace
 {
-
-int HexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
 
 std::string_view WithoutLeadingSlashes(std::string_view name)
 {
@@ -111,13 +102,10 @@ std::string DecodePercent(std::string_view text)
 {
     std::string decoded;
     decoded.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 && HexValue(text[i + 2]) >= 0) {
-            decoded += static_cast<char>(HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]));
-            i += 2;
-        } else {
-            decoded += text[i];
-        }
+    for (std::size_t i = 0; i < text.size();) {
+        const std::optional<char> escaped = PercentEscapeAt(text, i);
+        decoded += escaped.value_or(text[i]);
+        i += escaped ? percentEscapeLength : 1;
     }
     return decoded;
 }

@@ -35,11 +35,11 @@ constexpr std::string_view noPresentation = "The file is not a presentation";
 PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits)
     : package_(std::move(bytes), limits)
 {
-    if (!package_.Find("[Content_Types].xml")) {
+    if (!package_.Find(ContentTypes::entryName)) {
         // OpenDocument files are zip files with such an entry: no damage, but something else.
         if (package_.Find("mimetype"))
             throw NotAPresentation("The file is not an Office Open XML presentation");
-        throw Damage("[Content_Types].xml", "it is missing");
+        throw Damage(ContentTypes::entryName, "it is missing");
     }
     const Relationship* relationship = package_.RelationshipsOf(std::nullopt).FirstOf("officeDocument");
     if (relationship == nullptr)

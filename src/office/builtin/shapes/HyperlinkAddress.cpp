@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "office/builtin/package/PercentEscape.h"
 #include "platform/CommonEnds.h"
 #include "platform/Failure.h"
 #include "platform/Utf16.h"
@@ -40,15 +41,6 @@ bool IsRooted(StringView path)
     return path.starts_with(u"\\\\") || (path.size() >= 2 && IsLetter(path[0]) && path[1] == u':');
 }
 
-int HexValue(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
-
 bool StartsWithNoCase(std::string_view text, std::string_view lowerCase)
 {
     return text.size() >= lowerCase.size() &&
@@ -73,11 +65,9 @@ void ReadUnits(Parts& parts, bool decode)
     std::string decoded;
     std::vector<std::pair<std::size_t, std::size_t>> ranges;  // per decoded byte
     for (std::size_t i = 0; i < parts.body.size();) {
-        const bool escape = decode && parts.body[i] == '%' && i + 2 < parts.body.size() &&
-                            HexValue(parts.body[i + 1]) >= 0 && HexValue(parts.body[i + 2]) >= 0;
-        const std::size_t length = escape ? 3 : 1;
-        decoded +=
-            escape ? static_cast<char>(HexValue(parts.body[i + 1]) * 16 + HexValue(parts.body[i + 2])) : parts.body[i];
+        const std::optional<char> escaped = decode ? PercentEscapeAt(parts.body, i) : std::nullopt;
+        const std::size_t length = escaped ? percentEscapeLength : 1;
+        decoded += escaped.value_or(parts.body[i]);
         ranges.emplace_back(i, i + length);
         i += length;
     }

@@ -3,6 +3,7 @@
 #include "office/builtin/limits/Damage.h"
 #include "platform/CaseFolding.h"
 #include "platform/CommonEnds.h"
+#include "platform/ParagraphBreaks.h"
 #include "platform/Utf16.h"
 
 namespace tessarine::builtin
@@ -14,22 +15,12 @@ namespace
 /// The text in the form in which a body holds it.
 String Normalised(StringView text)
 {
-    String result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char16_t unit = text[i];
-        if (unit == u'\r' || unit == u'\n') {
-            result += u'\r';
-            if (unit == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n')
-                ++i;
-        } else if (IsPairAt(text, i)) {
-            result += unit;
-            result += text[++i];
-        } else if (IsSurrogate(unit) || unit == 0xFFFE || unit == 0xFFFF) {
-            result += u'\xFFFD';
-        } else {
-            result += unit;
-        }
+    String result = WithParagraphBreaks(text);
+    for (std::size_t i = 0; i < result.size(); ++i) {
+        if (IsPairAt(result, i))
+            ++i;
+        else if (IsSurrogate(result[i]) || result[i] == 0xFFFE || result[i] == 0xFFFF)
+            result[i] = u'\xFFFD';
     }
     return result;
 }

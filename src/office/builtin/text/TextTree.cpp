@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "office/builtin/reader/Refusals.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
 #include "platform/Failure.h"
@@ -151,7 +152,7 @@ std::pair<TextPiece*, std::size_t> TextTree::FindLink(std::size_t element)
             element -= count;
         }
     }
-    throw Failure(FailureNumber::InvalidRequest, u"Hyperlink (unknown member) : The link does not exist any more.");
+    throw NoHyperlink();
 }
 
 void TextTree::Replace(std::size_t begin, std::size_t length, StringView with)

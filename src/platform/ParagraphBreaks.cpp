@@ -1,6 +1,6 @@
-#include "office/builtin/objects/ParagraphBreaks.h"
+#include "platform/ParagraphBreaks.h"
 
-namespace tessarine::builtin
+namespace tessarine
 {
 
 String WithParagraphBreaks(StringView text)
@@ -16,4 +16,4 @@ String WithParagraphBreaks(StringView text)
     return paragraphs;
 }
 
-}  // namespace tessarine::builtin
+}  // namespace tessarine

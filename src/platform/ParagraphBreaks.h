@@ -2,7 +2,7 @@
 
 #include "platform/String.h"
 
-namespace tessarine::builtin
+namespace tessarine
 {
 
 /// A text as PowerPoint takes it in: each line end (CR LF, LF or CR) is one paragraph break, a CR. Other control
@@ -10,4 +10,4 @@ namespace tessarine::builtin
 /// that an LF in it is no paragraph break.
 String WithParagraphBreaks(StringView text);
 
-}  // namespace tessarine::builtin
+}  // namespace tessarine
