@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Failure.h"
 #include "support/ErrorLogRecorder.h"
 
 namespace tessarine
@@ -40,7 +41,8 @@ TEST(Warnings, GoToTheErrorLogWithoutAReceiver)
 
 TEST(Warnings, SurviveAReceiverThatRaises)
 {
-    const WarningPort before = SetWarningReceiver([](const String&, const String&) { throw 1; });
+    const WarningPort before =
+        SetWarningReceiver([](const String&, const String&) { throw Failure(FailureNumber::DeviceIO, u"?"); });
 
     EXPECT_NO_THROW(Warn(u"/a.pptx", u"?"));
 
