@@ -44,6 +44,8 @@ Failure CurrentFailure()
         return {FailureNumber::OutOfMemory, u"Out of memory"};
     } catch (const std::exception& exception) {
         return {FailureNumber::InternalError, FromUtf8(exception.what())};
+    } catch (...) {
+        return {FailureNumber::InternalError, u"An exception of an unknown kind"};
     }
 }
 

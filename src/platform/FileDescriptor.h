@@ -14,8 +14,15 @@ public:
     /// Takes over what a call such as `open` gave; a negative number is a descriptor that isn't open.
     explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
     ~FileDescriptor() { Close(); }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+
+    /// Closes the own descriptor and takes over the other's, which is not open afterwards.
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        Close();
+        descriptor_ = std::exchange(other.descriptor_, -1);
+        return *this;
+    }
 
     bool IsOpen() const { return descriptor_ >= 0; }
     int get() const { return descriptor_; }  ///< Stays owned here; nobody else may close it.

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 
+#include "platform/FileState.h"
 #include "platform/String.h"
 
 namespace tessarine
@@ -34,16 +35,11 @@ std::unique_ptr<RandomAccessBytes> BytesInMemory(std::span<const std::byte> byte
 class RandomAccessFile final : public RandomAccessBytes
 {
 public:
-    /// Which file it is, whatever path it was opened by.
-    struct Identity {
-        std::uint64_t device = 0;
-        std::uint64_t file = 0;
-        bool operator==(const Identity&) const = default;
-    };
+    using Identity = FileIdentity;  ///< Which file it is, whatever path it was opened by.
 
     /// Raises `SystemFileNotFound`, `SystemPathNotFound` (no such folder), `AccessDenied` (no permission, or not a
-    /// file), `SharingViolation` (another process holds a write lock on it), or another number of SystemFileFailure;
-    /// `FileNotFound` for a path with a NUL.
+    /// file), `SharingViolation` (another process has locked it against readers), or another number of
+    /// SystemFileFailure; `FileNotFound` for a path with a NUL. A lock of this process (FileLock) is no obstacle.
     explicit RandomAccessFile(StringView path);
     ~RandomAccessFile() override;
     RandomAccessFile(const RandomAccessFile&) = delete;

@@ -1,38 +1,17 @@
 #include "platform/RandomAccessFile.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <cerrno>
 
 #include "platform/Failure.h"
 #include "platform/FileFailure.h"
+#include "platform/FileLock.h"
 #include "platform/NativePath.h"
 
 namespace tessarine
 {
-
-namespace
-{
-
-/// True when another process holds a write lock of either kind. Locks are advisory here: programs that care set one.
-bool IsLockedByAnother(int descriptor)
-{
-    // Locks by fcntl can be asked for. Locks by flock can only be tried, and a try that succeeds is undone.
-    struct flock lock = {};
-    lock.l_type = F_RDLCK;
-    lock.l_whence = SEEK_SET;
-    if (fcntl(descriptor, F_GETLK, &lock) == 0 && lock.l_type == F_WRLCK)
-        return true;
-    if (flock(descriptor, LOCK_SH | LOCK_NB) != 0)
-        return errno == EWOULDBLOCK;
-    // Asking must not keep the lock: the writer that comes next would be refused.
-    flock(descriptor, LOCK_UN);
-    return false;
-}
-
-}  // namespace
 
 RandomAccessFile::RandomAccessFile(StringView path) : path_(NativePath(path))
 {
@@ -52,23 +31,23 @@ RandomAccessFile::RandomAccessFile(StringView path) : path_(NativePath(path))
         problem = "read the size of", error = errno;
     else if (!S_ISREG(status.st_mode))
         problem = "read (it is not a file)", error = EACCES;
-    else if (IsLockedByAnother(descriptor_))
+    identity_ = {status.st_dev, status.st_ino};
+    const LockAttempt locks = problem == nullptr ? LookAtLocks(descriptor_, identity_) : LockAttempt::Locked;
+    if (locks == LockAttempt::HeldByARun)
+        problem = "open (it is in use by another run)", error = ETXTBSY;
+    else if (locks == LockAttempt::HeldByAProgram)
         problem = "open (another program has locked it)", error = ETXTBSY;
     if (problem != nullptr) {
         close(descriptor_);
         throw SystemFileFailure(error, problem, path_);
     }
     size_ = static_cast<std::uint64_t>(status.st_size);
-    identity_ = {status.st_dev, status.st_ino};
 }
 
 std::optional<RandomAccessFile::Identity> RandomAccessFile::IdOf(StringView path)
 {
-    const auto native = NativePathIfValid(path);
-    struct stat status = {};
-    if (!native || stat(native->c_str(), &status) != 0)
-        return std::nullopt;
-    return Identity{status.st_dev, status.st_ino};
+    const auto state = FileStateOf(path);
+    return state ? std::optional(state->identity) : std::nullopt;
 }
 
 RandomAccessFile::~RandomAccessFile()

@@ -1,8 +1,4 @@
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 
@@ -10,6 +6,7 @@
 #include "support/CompoundFile.h"
 #include "support/Fixtures.h"
 #include "support/OrdinaryUser.h"
+#include "support/OtherProcess.h"
 
 namespace tessarine::test
 {
@@ -223,51 +220,6 @@ TEST(Open, WithoutPermissionSaysSo)
 
     EXPECT_THAT(RaisedBy([&] { deck.Open(); }), FailsWith(FailureNumber::AccessDenied, "Permission denied"));
 }
-
-/// Another process that holds a lock on a file until the end of the scope.
-class LockedByAnother
-{
-public:
-    enum class Kind { Record, WholeFile };
-
-    LockedByAnother(const String& path, Kind kind)
-    {
-        int ready[2];
-        int done[2];
-        if (pipe(ready) != 0 || pipe(done) != 0)
-            throw std::runtime_error("no pipe");
-        child_ = fork();
-        if (child_ == 0) {
-            const int file = open(ToUtf8(path).c_str(), O_RDWR);
-            struct flock lock = {};
-            lock.l_type = F_WRLCK;
-            const bool locked = kind == Kind::Record ? fcntl(file, F_SETLK, &lock) == 0 : flock(file, LOCK_EX) == 0;
-            char answer = locked ? 'y' : 'n';
-            close(done[1]);
-            if (write(ready[1], &answer, 1) == 1)
-                static_cast<void>(!read(done[0], &answer, 1));
-            _exit(0);
-        }
-        close(ready[1]);
-        close(done[0]);
-        done_ = done[1];
-        char answer = 0;
-        if (read(ready[0], &answer, 1) != 1 || answer != 'y')
-            throw std::runtime_error("no lock");
-        close(ready[0]);
-    }
-    ~LockedByAnother()
-    {
-        close(done_);
-        waitpid(child_, nullptr, 0);
-    }
-    LockedByAnother(const LockedByAnother&) = delete;
-    LockedByAnother& operator=(const LockedByAnother&) = delete;
-
-private:
-    pid_t child_ = -1;
-    int done_ = -1;
-};
 
 TEST(Open, OfALockedFileIsASharingViolation)
 {

@@ -1,0 +1,56 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "platform/FileState.h"
+#include "platform/NativePath.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+std::int64_t Nanoseconds(const timespec& time)
+{
+    // Years far from ours, which a file may be given, don't fit: wrapped around they still tell two times apart.
+    constexpr std::uint64_t perSecond = 1'000'000'000;
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(time.tv_sec) * perSecond +
+                                     static_cast<std::uint64_t>(time.tv_nsec));
+}
+
+FileState StateFrom(const struct stat& status)
+{
+    return {{status.st_dev, status.st_ino},
+            static_cast<std::uint64_t>(status.st_size),
+            Nanoseconds(status.st_mtim),
+            Nanoseconds(status.st_ctim)};
+}
+
+}  // namespace
+
+std::optional<FileState> FileStateOf(int descriptor)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) != 0)
+        return std::nullopt;
+    return StateFrom(status);
+}
+
+std::optional<FileState> FileStateOf(StringView path)
+{
+    const auto native = NativePathIfValid(path);
+    struct stat status = {};
+    if (!native || stat(native->c_str(), &status) != 0)
+        return std::nullopt;
+    return StateFrom(status);
+}
+
+std::optional<FileState> FileStateIn(int folder, const std::string& name)
+{
+    struct stat status = {};
+    if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return std::nullopt;
+    return StateFrom(status);
+}
+
+}  // namespace tessarine
