@@ -14,6 +14,8 @@
 namespace tessarine
 {
 
+class JournalFile;
+
 /// The mode and the dates of the file that a run is at, for as long as the run has them changed. A run that is killed
 /// leaves them here, and RecoverFromKilledRuns puts them back.
 ///
@@ -51,24 +53,30 @@ class InPlaceWrite
 {
 public:
     /// Notes the write before its first byte, on the disk itself. `oldFile` is the file open for reading (at least),
-    /// and is read once from its beginning to its end; `target` is its path, and `copy` the path of the complete new
-    /// content, which is flushed already. The copy must not have a name that RemoveLeftovers takes. Raises as
-    /// SystemFileFailure tells when it can't be noted; the file must not be written into then.
+    /// which is read once from its beginning to its end and stays open until End; `target` is its path without links,
+    /// and `copy` the path of a temporary file with the complete new content, flushed. Both files are read once.
+    ///
+    /// The copy gets another name in its folder, see Copy, so that RemoveLeftovers does not take it. Raises as
+    /// SystemFileFailure tells when this can't be done; the file must not be written into then, and the copy has its
+    /// old name.
     InPlaceWrite(const std::string& target, int oldFile, const std::string& copy);
 
-    /// Leaves what was noted for the next start, unless it has ended.
+    /// Without End before it, leaves the copy and what was noted to the next start.
     ~InPlaceWrite();
     InPlaceWrite(const InPlaceWrite&) = delete;
     InPlaceWrite& operator=(const InPlaceWrite&) = delete;
 
-    /// The old file holds the new content, flushed, with its last write behind it; the copy may go from here on. Never
-    /// raises.
+    /// Path of the copy while the write goes: where the new content lies when the write fails half way.
+    const std::string& Copy() const;
+
+    /// The old file holds the new content, flushed, with its last write behind it. Removes the copy. Never raises, and
+    /// does nothing a second time.
     void End() noexcept;
 
 private:
-    class NotedWrite;
-
-    std::unique_ptr<NotedWrite> noted_;
+    std::string copy_;
+    int oldFile_;
+    std::unique_ptr<JournalFile> journal_;
 };
 
 /// What RecoverFromKilledRuns did to a file, or why it could not.
