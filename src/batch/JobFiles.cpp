@@ -64,13 +64,14 @@ private:
     {
         try {
             // The folder's own files before those of its subfolders, as the desktop takes them.
-            for (const String& file : FilesOfFolder(folder)) {
+            const FolderContent content = ContentOfFolder(folder);
+            for (const String& file : content.files) {
                 if (IsWanted(NameOf(file)))
                     Add(file, {});
             }
             if (!recurse_)
                 return;
-            for (const String& subfolder : SubfoldersOfFolder(folder))
+            for (const String& subfolder : content.folders)
                 AddFolder(subfolder);
             // The folder stands in the report in place of its files, and the others are taken all the same.
         } catch (const Failure& failure) {

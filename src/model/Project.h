@@ -18,6 +18,7 @@ namespace tessarine
 {
 
 class CounterStatuses;
+class VisitedFolders;
 
 /// One job: the find/replace list, the options that hold for the whole run, a few named strings, and the operations
 /// that run it. Made through std::make_shared, because a run points the items of a list handed to it at this project.
@@ -71,7 +72,21 @@ public:
     std::vector<String> AllowedExtensionPatterns;  ///< Of a folder scan; matched regardless of case.
 
     /// Builds FilesToProcess from the options and returns its count, -1 when the folder of a folder job does not exist.
+    /// A folder counts from the root on, and each folder below it once, also when links lead to it several times.
+    /// Files that programs put beside an open document ("~$a.pptx") are never taken.
     std::int32_t GetFileToProcessFileCount();
+
+    /// Whether a scan of subfolders goes through symbolic links to folders.
+    bool FollowsLinkedFolders = true;
+    /// How many such links the last scan came across and left out, because it was not to follow them.
+    std::int32_t LinkedFoldersLeftOut = 0;
+
+    /// A folder that could not be read to its end. None of its files is taken, and none of its subfolders.
+    struct UnreadFolder {
+        String path;
+        String reason;
+    };
+    std::vector<UnreadFolder> UnreadFolders;  ///< Those of the last scan. The error log names them, too.
 
     /// Takes FilesToProcess through PowerPoint, finding only unless called by Replacement. A null list stands for the
     /// project's own. `vOptionSettings` is handed on and not used. May raise: see the error modes in run/RunLoop.h.
@@ -117,7 +132,9 @@ public:
 private:
     friend class RunLoop;
 
-    void RetriveFolder(const String& path);  // adds to FilesToProcess, and so do the two below
+    // These four add to FilesToProcess.
+    void ScanFolder();  // the options' folder
+    void RetriveFolder(const String& path, VisitedFolders& visited);
     void RetriveFile();
     void AddFilesOfSource();
     bool CheckFileExt(const String& path) const;  // a file that is there and that a pattern takes

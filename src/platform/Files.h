@@ -22,13 +22,27 @@ bool FolderExists(StringView path);
 /// Makes a folder with all of its missing parents. False when it can't be made; never raises.
 bool EnsureFolderExists(StringView path);
 
-/// Full paths of the files directly in a folder, sorted by the bytes of their names, hidden ones included. Links to
-/// files count as files. Raises `PathNotFound` when the folder can't be read, for whatever reason.
-std::vector<String> FilesOfFolder(StringView folder);
+/// The path from the root on, which means the same in every current folder. `.` in front goes, `..` and links stay.
+/// Raises as ClassicFileFailure tells when a relative path has no current folder to count from.
+String FullPathOf(StringView path);
 
-/// Full paths of the folders directly in a folder, in the same order. Symbolic links to folders are left out, so that a
-/// walk through all levels ends. Raises as FilesOfFolder does.
-std::vector<String> SubfoldersOfFolder(StringView folder);
+/// What lies directly in a folder: the folder's path and the name of each entry, sorted by the bytes of their names,
+/// hidden ones included. What is neither a file nor a folder (a pipe, a broken link) is left out.
+struct FolderContent {
+    std::vector<String> files;    ///< Links to files count as files.
+    std::vector<String> folders;  ///< Without those below.
+
+    /// Symbolic links to folders. A walk that follows them has to know which folders it has seen (VisitedFolders), as
+    /// they may lead in circles.
+    std::vector<String> linkedFolders;
+};
+
+/// Raises `PathNotFound` when the folder can't be read, or not to its end, for whatever reason: part of a folder is
+/// never taken for the whole.
+FolderContent ContentOfFolder(StringView folder);
+
+/// The files of ContentOfFolder alone.
+std::vector<String> FilesOfFolder(StringView folder);
 
 /// Whole content of a file.
 std::string ReadWholeFile(StringView path);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -41,49 +42,43 @@ Status ExistingStatus(const std::string& path)
     return status;
 }
 
-enum class EntryKind { File, Folder, Other };
+enum class EntryKind { File, Folder, LinkedFolder, Other };
 
-EntryKind KindOf(const std::string& folder, const dirent& entry)
+EntryKind KindOf(int folder, const dirent& entry)
 {
     // Most file systems tell the kind with the name, which saves a call for each file of a large folder.
     if (entry.d_type == DT_REG)
         return EntryKind::File;
     if (entry.d_type == DT_DIR)
         return EntryKind::Folder;
-    // Other file systems leave the kind open. Asked without following links: a folder that holds a link to its own
-    // parent would be scanned without end.
-    const std::string path = folder + entry.d_name;
+    // A link counts as what it leads to. Other file systems leave the kind open.
     Status status = {};
-    if (entry.d_type != DT_LNK && lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
-        return EntryKind::Folder;
-    // A link counts as the file that it leads to, but never as a folder.
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) ? EntryKind::File : EntryKind::Other;
+    if (fstatat(folder, entry.d_name, &status, 0) != 0)
+        return EntryKind::Other;
+    if (!S_ISDIR(status.st_mode))
+        return S_ISREG(status.st_mode) ? EntryKind::File : EntryKind::Other;
+    const bool isLink = entry.d_type == DT_LNK ||
+                        (fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(status.st_mode));
+    return isLink ? EntryKind::LinkedFolder : EntryKind::Folder;
 }
 
-/// The folder's entries of one kind, sorted by their bytes, because the order of the directory itself may change from
-/// one scan to the next.
-std::vector<String> EntriesOfFolder(StringView folder, EntryKind kind)
+Failure UnreadFolder(const char* problem, StringView folder, int error)
 {
-    std::string path = NativePath(folder);
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(path.c_str()), &closedir);
-    if (!directory)
-        throw Failure(FailureNumber::PathNotFound, u"Path not found: could not read the folder " + String(folder));
-    if (!path.ends_with('/'))
-        path += '/';
+    String text = u"Path not found: could not read the folder " + String(folder);
+    if (problem != nullptr)
+        text += FromUtf8(std::string(problem) + " (" + std::strerror(error) + ")");
+    return {FailureNumber::PathNotFound, text};
+}
 
-    std::vector<std::string> names;
-    // Bytes of a name that aren't UTF-8 survive the way through String, see FromUtf8.
-    while (const dirent* entry = readdir(directory.get())) {
-        const std::string_view name = entry->d_name;
-        if (name != "." && name != ".." && KindOf(path, *entry) == kind)
-            names.emplace_back(name);
-    }
+/// Full paths in the order of their bytes, because that of the directory itself may change from one scan to the next.
+std::vector<String> SortedPaths(const std::string& folder, std::vector<std::string>& names)
+{
     std::sort(names.begin(), names.end());
-
     std::vector<String> paths;
     paths.reserve(names.size());
+    // Bytes of a name that aren't UTF-8 survive the way through String, see FromUtf8.
     for (const std::string& name : names)
-        paths.push_back(FromUtf8(path + name));
+        paths.push_back(FromUtf8(folder + name));
     return paths;
 }
 
@@ -111,22 +106,68 @@ bool EnsureFolderExists(StringView path)
     return FolderExists(path);
 }
 
-std::vector<String> FilesOfFolder(StringView folder)
+String FullPathOf(StringView path)
 {
-    return EntriesOfFolder(folder, EntryKind::File);
+    std::string native = NativePath(path);
+    if (native.starts_with('/') || native.empty())
+        return String(path);
+    while (native.starts_with("./"))
+        native.erase(0, native.find_first_not_of('/', 1));
+    std::error_code error;
+    std::string full = std::filesystem::current_path(error).string();
+    if (error)
+        throw ClassicFileFailure(error.value(), "find the current folder for", native);
+    if (native != "." && !native.empty())
+        full += (full.ends_with('/') ? "" : "/") + native;
+    return FromUtf8(full);
 }
 
-std::vector<String> SubfoldersOfFolder(StringView folder)
+FolderContent ContentOfFolder(StringView folder)
 {
-    return EntriesOfFolder(folder, EntryKind::Folder);
+    std::string path = NativePath(folder);
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(path.c_str()), &closedir);
+    if (!directory)
+        throw UnreadFolder(nullptr, folder, 0);
+    if (!path.ends_with('/'))
+        path += '/';
+
+    std::vector<std::string> files;
+    std::vector<std::string> folders;
+    std::vector<std::string> linkedFolders;
+    // An end and a failure look the same but for the error.
+    errno = 0;
+    while (const dirent* entry = readdir(directory.get())) {
+        const std::string_view name = entry->d_name;
+        const EntryKind kind = name == "." || name == ".." ? EntryKind::Other : KindOf(dirfd(directory.get()), *entry);
+        if (kind == EntryKind::File)
+            files.emplace_back(name);
+        else if (kind == EntryKind::Folder)
+            folders.emplace_back(name);
+        else if (kind == EntryKind::LinkedFolder)
+            linkedFolders.emplace_back(name);
+        errno = 0;
+    }
+    if (errno != 0)
+        throw UnreadFolder(" to its end", folder, errno);
+    return {SortedPaths(path, files), SortedPaths(path, folders), SortedPaths(path, linkedFolders)};
+}
+
+std::vector<String> FilesOfFolder(StringView folder)
+{
+    return ContentOfFolder(folder).files;
 }
 
 std::string ReadWholeFile(StringView path)
 {
     const std::string nativePath = NativePath(path);
-    const FileDescriptor file(open(nativePath.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.IsOpen())
+    // Not waiting for the other end of a named pipe.
+    const FileDescriptor file(open(nativePath.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    Status status = {};
+    if (!file.IsOpen() || fstat(file.get(), &status) != 0)
         throw ClassicFileFailure(errno, "open", nativePath);
+    // Of a pipe or a device nobody knows when it ends.
+    if (!S_ISREG(status.st_mode))
+        throw ClassicFileFailure(EACCES, "read (it is not a file)", nativePath);
 
     std::string content;
     char buffer[64 * 1024];

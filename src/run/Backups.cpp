@@ -35,7 +35,7 @@ void Project::AddFilesOfSource()
     if (NotNull(options)->TakesListedFiles())
         RetriveFile();
     else
-        RetriveFolder(options->FileToProcessFolderPath);
+        ScanFolder();
 }
 
 }  // namespace tessarine

@@ -4,9 +4,12 @@
 #include "model/LogPlaces.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
+#include "platform/FolderOf.h"
 #include "platform/Messages.h"
 #include "platform/Treatments.h"
+#include "platform/VisitedFolders.h"
 #include "run/WildcardPattern.h"
 
 namespace tessarine
@@ -28,6 +31,17 @@ std::vector<Text> Split(Text text, Text separator)
     }
     pieces.push_back(text);
     return pieces;
+}
+
+/// What lies in a folder. One that can't be read is remembered, and raises.
+FolderContent ContentOfScannedFolder(const String& path, std::vector<Project::UnreadFolder>& unread)
+{
+    try {
+        return ContentOfFolder(path);
+    } catch (const Failure& failure) {
+        unread.push_back({path, failure.Reason()});
+        throw;
+    }
 }
 
 std::string_view WithoutByteOrderMark(std::string_view bytes)
@@ -53,7 +67,7 @@ std::int32_t Project::GetFileToProcessFileCount()
         if (!jobOptions.TakesListedFiles()) {
             if (!FolderExists(jobOptions.FileToProcessFolderPath))
                 return std::int32_t{-1};
-            RetriveFolder(jobOptions.FileToProcessFolderPath);
+            ScanFolder();
         } else if (!FileExists(jobOptions.FileToProcessFilepath)) {
             ShowMessage(u"File is not Available.", MessageIcon::Exclamation);
         } else {
@@ -63,18 +77,32 @@ std::int32_t Project::GetFileToProcessFileCount()
     });
 }
 
-void Project::RetriveFolder(const String& path)
+void Project::ScanFolder()
+{
+    UnreadFolders.clear();
+    LinkedFoldersLeftOut = 0;
+    VisitedFolders visited;
+    RetriveFolder(FullPathOf(NotNull(options)->FileToProcessFolderPath), visited);
+}
+
+void Project::RetriveFolder(const String& path, VisitedFolders& visited)
 {
     LogAndReturn({u"RetriveFolder", ProjectPlace}, [&] {
+        if (!visited.Enter(path))
+            return;
+        const FolderContent content = ContentOfScannedFolder(path, UnreadFolders);
         // A folder's own files first, then those of its subfolders: the order of a run and of its reports.
-        for (const String& file : FilesOfFolder(path))
+        for (const String& file : content.files)
             if (CheckFileExt(file))
                 FilesToProcess.push_back(file);
         if (!NotNull(options)->Include_Subfolders)
             return;
-        for (const String& folder : SubfoldersOfFolder(path))
+        for (const String& folder : content.folders)
             // Each folder logs its own failure, so that one that can't be read does not cost its neighbours.
-            RetriveFolder(folder);
+            RetriveFolder(folder, visited);
+        // After the folders themselves: a folder that also lies in this tree is told by its own path.
+        for (const String& folder : content.linkedFolders)
+            FollowsLinkedFolders ? RetriveFolder(folder, visited) : static_cast<void>(++LinkedFoldersLeftOut);
     });
 }
 
@@ -95,6 +123,9 @@ bool Project::CheckFileExt(const String& path) const
 {
     return LogAndReturn({u"CheckFileExt", ProjectPlace}, [&] {
         if (path.empty() || !FileExists(path))
+            return false;
+        // Not a presentation, whatever its extension, but the sign that another program has one open.
+        if (IsLockFileName(path.substr(FolderOf(StringView(path)).size())))
             return false;
         const std::size_t dot = path.rfind(u'.');
         // A path without any dot is logged as a failure, and the file is not taken.

@@ -6,6 +6,8 @@
 #include <filesystem>
 
 #include "platform/Treatments.h"
+#include "platform/VisitedFolders.h"
+#include "support/FailingFolders.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
 
@@ -67,7 +69,7 @@ TEST_F(Files, OfAFolderComeInTheOrderOfTheirNames)
     EXPECT_THAT(FilesOfFolder(folder_.Path() + u"/"), ElementsAre(hidden, a, b));
 }
 
-TEST_F(Files, AreListedBehindLinksButFoldersAreNot)
+TEST_F(Files, AreListedThroughLinksAndLinkedFoldersApart)
 {
     folder_.Write(u"sub/a.ppt");
     std::filesystem::create_symlink(ToUtf8(folder_.PathOf(u"sub/a.ppt")), ToUtf8(folder_.PathOf(u"link.ppt")));
@@ -75,7 +77,8 @@ TEST_F(Files, AreListedBehindLinksButFoldersAreNot)
     std::filesystem::create_directory_symlink("..", ToUtf8(folder_.PathOf(u"loop")));
 
     EXPECT_THAT(FilesOfFolder(folder_.Path()), ElementsAre(folder_.PathOf(u"link.ppt")));
-    EXPECT_THAT(SubfoldersOfFolder(folder_.Path()), ElementsAre(folder_.PathOf(u"sub")));
+    EXPECT_THAT(ContentOfFolder(folder_.Path()).folders, ElementsAre(folder_.PathOf(u"sub")));
+    EXPECT_THAT(ContentOfFolder(folder_.Path()).linkedFolders, ElementsAre(folder_.PathOf(u"loop")));
 }
 
 TEST_F(Files, CannotBeListedInAFolderThatIsMissingOrClosed)
@@ -87,7 +90,61 @@ TEST_F(Files, CannotBeListedInAFolderThatIsMissingOrClosed)
 
     EXPECT_EQ(Skip([&] { FilesOfFolder(folder_.PathOf(u"missing")); }), 76);
     EXPECT_EQ(Skip([&] { FilesOfFolder(closed); }), 76);
-    EXPECT_EQ(Skip([&] { SubfoldersOfFolder(closed); }), 76);
+}
+
+TEST_F(Files, ArePartOfNoFolderThatCannotBeReadToItsEnd)
+{
+    folder_.Write(u"a.ppt");
+    folder_.Write(u"b.ppt");
+    const FailingFolders failing(1);
+
+    try {
+        FilesOfFolder(folder_.Path());
+        FAIL() << "part of a folder was taken for the whole";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, 76);
+        EXPECT_EQ(failure.description,
+                  u"Path not found: could not read the folder " + folder_.Path() + u" to its end (Input/output error)");
+    }
+}
+
+TEST_F(Files, HaveFullPathsFromTheRootOn)
+{
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(ToUtf8(folder_.Path()));
+
+    EXPECT_EQ(FullPathOf(u"a.ppt"), folder_.PathOf(u"a.ppt"));
+    EXPECT_EQ(FullPathOf(u".//./sub/a.ppt"), folder_.PathOf(u"sub/a.ppt"));
+    EXPECT_EQ(FullPathOf(u"../a.ppt"), folder_.PathOf(u"../a.ppt"));
+    EXPECT_EQ(FullPathOf(u".hidden"), folder_.PathOf(u".hidden"));
+    EXPECT_EQ(FullPathOf(u"."), folder_.Path());
+    EXPECT_EQ(FullPathOf(u"./"), folder_.Path());
+    EXPECT_EQ(FullPathOf(u"/a/./b"), u"/a/./b");
+    EXPECT_EQ(FullPathOf(u""), u"");
+
+    std::filesystem::current_path(before);
+}
+
+TEST_F(Files, AreNotReadFromPipesAndDevices)
+{
+    const String pipe = folder_.PathOf(u"pipe.txt");
+    ASSERT_EQ(mkfifo(ToUtf8(pipe).c_str(), 0600), 0);
+
+    EXPECT_EQ(Skip([&] { ReadWholeFile(pipe); }), 70);
+    EXPECT_EQ(Skip([] { ReadWholeFile(u"/dev/zero"); }), 70);
+}
+
+TEST_F(Files, OfAFolderAreVisitedOnceWhateverTheirPaths)
+{
+    const String sub = folder_.MakeFolder(u"sub");
+    std::filesystem::create_directory_symlink(ToUtf8(sub), ToUtf8(folder_.PathOf(u"link")));
+    VisitedFolders visited;
+
+    EXPECT_TRUE(visited.Enter(sub));
+    EXPECT_FALSE(visited.Enter(folder_.PathOf(u"link")));
+    EXPECT_FALSE(visited.Enter(folder_.PathOf(u"sub/../sub")));
+    EXPECT_TRUE(visited.Enter(folder_.Path()));
+    EXPECT_TRUE(visited.Enter(folder_.PathOf(u"missing")));
 }
 
 TEST_F(Files, AreReadWholeWhateverTheyHold)

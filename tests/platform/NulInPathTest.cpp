@@ -28,7 +28,7 @@ protected:
         EXPECT_EQ(ContentOf(file_), content);
         EXPECT_EQ(ModeOf(file_), 0440u);
         EXPECT_EQ(FilesOfFolder(folder_.Path()).size(), 1u);
-        EXPECT_TRUE(SubfoldersOfFolder(folder_.Path()).empty());
+        EXPECT_TRUE(ContentOfFolder(folder_.Path()).folders.empty());
     }
 
     static constexpr auto content = "[section]\nkey=value\n";
@@ -59,7 +59,8 @@ INSTANTIATE_TEST_SUITE_P(
     Functions, NulInPathOf,
     testing::Values(
         Row{"FilesOfFolder", [](const String& path, const String&) { FilesOfFolder(path); }},
-        Row{"SubfoldersOfFolder", [](const String& path, const String&) { SubfoldersOfFolder(path); }},
+        Row{"ContentOfFolder", [](const String& path, const String&) { ContentOfFolder(path); }},
+        Row{"FullPathOf", [](const String& path, const String&) { FullPathOf(path); }},
         Row{"ReadWholeFile", [](const String& path, const String&) { ReadWholeFile(path); }},
         Row{"CopyFileFrom", [](const String& path, const String& other) { CopyFile(path, other + u".bak"); }},
         Row{"CopyFileTo", [](const String& path, const String& other) { CopyFile(other, path); }},

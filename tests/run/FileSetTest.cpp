@@ -1,14 +1,20 @@
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <filesystem>
 
 #include "model/Project.h"
 #include "RunTest.h"
+#include "support/FailingFolders.h"
 #include "support/OrdinaryUser.h"
 
 namespace tessarine
 {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class FileSet : public RunTest
 {
@@ -96,12 +102,108 @@ TEST_F(FileSet, LeavesOutBackupsOfAnEarlierRun)
     EXPECT_THAT(Files(), ElementsAre("a.ppt", "b.pptx"));
 }
 
-TEST_F(FileSet, TakesLockAndResourceForkFilesLikeAnyOther)
+TEST_F(FileSet, TakesResourceForkFilesLikeAnyOther)
 {
-    folder_.Write(u"~$a.pptx");
     folder_.Write(u"._a.pptx");
 
-    EXPECT_EQ(CountOfFolder(), 2);
+    EXPECT_EQ(CountOfFolder(), 1);
+}
+
+TEST_F(FileSet, NeverTakesLockFiles)
+{
+    folder_.Write(u"~$a.pptx");
+    folder_.Write(u".~lock.a.pptx#");
+    folder_.Write(u"b.pptx");
+
+    EXPECT_EQ(CountOfFolder(), 1);
+    EXPECT_EQ(CountOfFolder(u"*"), 1);
+    EXPECT_EQ(CountOfList(Full(u"~$a.pptx") + "\r\n" + Full(u"b.pptx")), 1);
+    EXPECT_THAT(Files(), ElementsAre("b.pptx"));
+}
+
+TEST_F(FileSet, OfARelativeFolderHoldsFullPaths)
+{
+    folder_.Write(u"sub/a.ppt");
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(ToUtf8(folder_.Path()));
+    project_->options->FileToProcessFolderPath = u"./sub";
+
+    EXPECT_EQ(CountOfFolder(), 1);
+    std::filesystem::current_path(before);
+
+    EXPECT_THAT(project_->FilesToProcess, ElementsAre(folder_.PathOf(u"sub/a.ppt")));
+}
+
+TEST_F(FileSet, GoesThroughLinkedFoldersOnceEach)
+{
+    const TemporaryFolder elsewhere;
+    elsewhere.Write(u"deep/d.ppt");
+    folder_.Write(u"a.ppt");
+    folder_.Write(u"z/c.ppt");
+    const auto link = [this](const String& target, const String& name) {
+        std::filesystem::create_directory_symlink(ToUtf8(target), ToUtf8(folder_.PathOf(name)));
+    };
+    link(u".", u"loop");
+    link(folder_.PathOf(u"z"), u"a link to z");
+    link(elsewhere.Path(), u"elsewhere");
+    link(elsewhere.Path(), u"elsewhere again");
+    link(u"..", u"z/up");
+    project_->options->Include_Subfolders = true;
+
+    EXPECT_EQ(CountOfFolder(), 3);
+
+    EXPECT_THAT(Files(), ElementsAre("a.ppt", "z/c.ppt", "elsewhere/deep/d.ppt"));
+    EXPECT_EQ(project_->LinkedFoldersLeftOut, 0);
+    EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(FileSet, CountsLinkedFoldersThatItIsNotToFollow)
+{
+    folder_.Write(u"sub/a.ppt");
+    std::filesystem::create_directory_symlink("sub", ToUtf8(folder_.PathOf(u"link")));
+    std::filesystem::create_directory_symlink("..", ToUtf8(folder_.PathOf(u"sub/up")));
+    project_->options->Include_Subfolders = true;
+    project_->FollowsLinkedFolders = false;
+
+    CountOfFolder();
+    EXPECT_EQ(CountOfFolder(), 1);
+
+    EXPECT_EQ(project_->LinkedFoldersLeftOut, 2);
+}
+
+TEST_F(FileSet, TakesNothingOfAFolderThatCannotBeReadToItsEnd)
+{
+    for (const char16_t* name : {u"a.ppt", u"b.ppt", u"c.ppt"})
+        folder_.Write(name);
+
+    std::int32_t count = -5;
+    {
+        const FailingFolders failing(4);
+        count = CountOfFolder();
+    }
+
+    EXPECT_EQ(count, 0);
+    ASSERT_THAT(project_->UnreadFolders, SizeIs(1));
+    EXPECT_EQ(project_->UnreadFolders[0].path, folder_.Path());
+    EXPECT_THAT(ToUtf8(project_->UnreadFolders[0].reason), HasSubstr("to its end (Input/output error)"));
+    EXPECT_THAT(log_.Lines(),
+                ElementsAre("Error 76 (Path not found: could not read the folder " + ToUtf8(folder_.Path()) +
+                            " to its end (Input/output error)) in procedure RetriveFolder at Line No. 0 "
+                            "of Class Module Project"));
+
+    EXPECT_EQ(CountOfFolder(), 3);
+    EXPECT_THAT(project_->UnreadFolders, IsEmpty());
+}
+
+TEST_F(FileSet, OfAListThatIsAPipeIsEmptyAndLogged)
+{
+    ASSERT_EQ(mkfifo(ToUtf8(folder_.PathOf(u"list.txt")).c_str(), 0600), 0);
+    project_->options->FileToProcessSourceType = 1;
+    project_->options->FileToProcessFilepath = folder_.PathOf(u"list.txt");
+
+    EXPECT_EQ(project_->GetFileToProcessFileCount(), 0);
+
+    EXPECT_THAT(messages_.Messages(), SizeIs(1));
 }
 
 TEST_F(FileSet, NeedsAPatternThatEndsInAWildcard)

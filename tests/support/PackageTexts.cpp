@@ -64,7 +64,7 @@ void Walk(pugi::xml_node node, const Visitor& visit)
         Walk(child, visit);
 }
 
-int HexDigit(char16_t unit)
+int HexDigitOf(char16_t unit)
 {
     if (unit >= u'0' && unit <= u'9')
         return unit - u'0';
@@ -79,8 +79,8 @@ String Decoded(const String& text)
     String decoded;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool isEscape = text.compare(i, 4, u"_x00") == 0 && i + 6 < text.size() && text[i + 6] == u'_';
-        const int high = isEscape ? HexDigit(text[i + 4]) : -1;
-        const int low = isEscape ? HexDigit(text[i + 5]) : -1;
+        const int high = isEscape ? HexDigitOf(text[i + 4]) : -1;
+        const int low = isEscape ? HexDigitOf(text[i + 5]) : -1;
         if ((high == 0 || high == 1) && low >= 0) {
             decoded += static_cast<char16_t>(high * 16 + low);
             i += 6;
