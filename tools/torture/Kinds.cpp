@@ -1,0 +1,14 @@
+#include "Kinds.h"
+
+namespace tessarine::torture
+{
+
+std::vector<Kind> AllKinds()
+{
+    return {KillAtAnyMoment(), KillAtEachCall(),    FailingCalls(), PowerCuts(),
+            RacesAtEachCall(), RacesAtAnyMoment(),  RivalRuns(),    FullDisks(),
+            PlantedLinks(),    HardLinks(),         Pipes(),        ForeignFiles(),
+            Attributes(),      UnreadableFolders(), Signals(),      JobsAndLists()};
+}
+
+}  // namespace tessarine::torture

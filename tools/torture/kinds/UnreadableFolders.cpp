@@ -1,0 +1,48 @@
+#include <cerrno>
+
+#include "Kinds.h"
+#include "Scene.h"
+
+namespace tessarine::torture
+{
+
+namespace
+{
+
+/// A folder that can't be read to its end: the run says so, whatever it did with the decks before.
+void PlayRound(Round& round)
+{
+    const Operation& operation = Operations()[round.Number() % Operations().size()];
+    std::vector<std::uint64_t> reads;
+    for (const Question& call : TraceOf(operation, ManyDecks()))
+        if (std::string(call.call) == "readdir")
+            reads.push_back(call.number);
+    if (reads.empty())
+        return round.Add(Harm::Other, "the run reads no folder as expected");
+    const std::uint64_t number = reads[Spread(round.Number() / Operations().size(), reads.size())];
+
+    Scene scene(round);
+    scene.Prepare(operation);
+    Outcome outcome;
+    {
+        Running running(round, scene.CallOf(operation).AsksAt({number}));
+        if (running.NextQuestion())
+            running.LetFail(EIO);
+        outcome = running.End();
+    }
+
+    if (outcome.status == 0)
+        round.Add(Harm::Other, "a folder was not read to its end, and the exit status is 0");
+    scene.CheckTruth(operation, outcome);
+    scene.CheckCut(operation);
+    scene.FinishUndisturbed(operation);
+}
+
+}  // namespace
+
+Kind UnreadableFolders()
+{
+    return {"unreadable-folder", PlayRound, 8};
+}
+
+}  // namespace tessarine::torture
