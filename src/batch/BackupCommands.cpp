@@ -86,7 +86,7 @@ std::optional<String> BackupOwners::OtherThan(const String& path, const String& 
     // owner.
     for (const StringView extension : presentationExtensions) {
         const String other = stem + String(extension);
-        const StringView name = NameOf(other);
+        const StringView name = FileNameOf(other);
         const bool counts = named_.contains(other) || std::ranges::any_of(patterns_, [&](const FilePattern& pattern) {
                                 return pattern.Matches(name);
                             });

@@ -66,7 +66,7 @@ private:
             // The folder's own files before those of its subfolders, as the desktop takes them.
             const FolderContent content = ContentOfFolder(folder);
             for (const String& file : content.files) {
-                if (IsWanted(NameOf(file)))
+                if (IsWanted(FileNameOf(file)))
                     Add(file, {});
             }
             if (!recurse_)

@@ -37,7 +37,7 @@ std::vector<String> LanguageFiles()
     for (const String& path : FilesOfFolder(LanguageFolder()))
         // In any case of letters, unlike the part that is cut off below.
         if (FoldCase(path).ends_with(extension))
-            names.push_back(String(NameOf(path)));
+            names.push_back(String(FileNameOf(path)));
     return names;
 }
 

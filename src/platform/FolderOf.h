@@ -22,7 +22,7 @@ constexpr std::string_view FolderOf(std::string_view nativePath)
 }
 
 /// A file's name: what follows the last separator of its path. The result borrows from `path`.
-constexpr StringView NameOf(StringView path)
+constexpr StringView FileNameOf(StringView path)
 {
     return path.substr(path.rfind(PathSeparator) + 1);
 }

@@ -20,7 +20,7 @@ FileDialogPort fileDialog;
 /// What follows the last dot of a path's last part; empty without a dot.
 StringView ExtensionOf(StringView path)
 {
-    const StringView name = NameOf(path);
+    const StringView name = FileNameOf(path);
     const std::size_t dot = name.rfind(u'.');
     return dot == StringView::npos ? StringView() : name.substr(dot + 1);
 }

@@ -26,12 +26,12 @@ TEST(FolderOf, IsAllOfAPathThatEndsInASeparator)
     EXPECT_EQ(FolderOf(u"/"), u"/");
 }
 
-TEST(NameOf, IsWhatFollowsTheLastSeparator)
+TEST(FileNameOf, IsWhatFollowsTheLastSeparator)
 {
-    EXPECT_EQ(NameOf(u"/a/b c.pptx"), u"b c.pptx");
-    EXPECT_EQ(NameOf(u"c.pptx"), u"c.pptx");
-    EXPECT_EQ(NameOf(u"/a/b/"), u"");
-    EXPECT_EQ(NameOf(u""), u"");
+    EXPECT_EQ(FileNameOf(u"/a/b c.pptx"), u"b c.pptx");
+    EXPECT_EQ(FileNameOf(u"c.pptx"), u"c.pptx");
+    EXPECT_EQ(FileNameOf(u"/a/b/"), u"");
+    EXPECT_EQ(FileNameOf(u""), u"");
 }
 
 TEST(WithoutTrailingSeparator, TakesOneSeparatorOffAndLeavesTheRoot)

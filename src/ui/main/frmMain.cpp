@@ -34,7 +34,7 @@ String TitleOf(const String& path)
     const String trimmed = Trim(path);
     if (trimmed.empty())
         return u"untitled";
-    const QString name = ToQt(NameOf(trimmed));
+    const QString name = ToQt(FileNameOf(trimmed));
     // Intended: ".TSQ" stays, so that "job.tsq" and "job.TSQ" in one folder have different titles.
     return FromQt(QString(name).remove(QStringLiteral(".tsq")));
 }
