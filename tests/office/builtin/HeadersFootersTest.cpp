@@ -208,11 +208,28 @@ TEST_P(PageMasterTexts, AreThoseOfItsPlaceholders)
     EXPECT_EQ(TextsIn(*presentation)->Footer()->Text(), u"foot");
 }
 
-TEST_P(PageMasterTexts, FailWherePlaceholdersWereDeleted)
+TEST(NotesMasterTexts, AreEmptyAndTakeNothingWherePlaceholdersWereDeleted)
 {
-    const DeckOnDisk deck(GetParam().make({TextBox(u"x")}));
+    const DeckOnDisk deck(Deck().NotesMaster(TextBox(u"x")));
+    const std::string before = deck.Bytes();
+
+    deck.Change([&](powerpoint::Presentation& presentation) {
+        const auto texts = presentation.NotesMaster()->HeadersFooters();
+        for (const auto& item : {texts->Header(), texts->Footer()}) {
+            EXPECT_EQ(item->Text(), u"");
+            EXPECT_EQ(RaisedBy([&] { item->PutText(u""); }).number, 0);
+            EXPECT_THAT(RaisedBy([&] { item->PutText(u"x"); }), FailsWith(FailureNumber::InvalidRequest, noSuchItem));
+        }
+    });
+
+    EXPECT_EQ(deck.Bytes(), before);
+}
+
+TEST(HandoutMasterTexts, FailWherePlaceholdersWereDeleted)
+{
+    const DeckOnDisk deck(Deck().HandoutMaster(TextBox(u"x")));
     const auto presentation = deck.Open();
-    const auto texts = TextsIn(*presentation);
+    const auto texts = presentation->HandoutMaster()->HeadersFooters();
 
     for (const auto& item : {texts->Header(), texts->Footer()}) {
         EXPECT_THAT(RaisedBy([&] { item->Text(); }), FailsWith(FailureNumber::InvalidRequest, noSuchItem));

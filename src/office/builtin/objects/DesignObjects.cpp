@@ -28,7 +28,7 @@ public:
         // Kept, as all slides of the design ask for it.
         if (!slideMaster_) {
             PageReader* const page = index_ ? &file_->Reader().SlideMaster(*index_) : nullptr;
-            slideMaster_ = MakeMaster(file_, page, CanHaveHeader::No);
+            slideMaster_ = MakeMaster(file_, page, PageTexts::FooterOnly);
         }
         return slideMaster_;
     }
@@ -43,7 +43,7 @@ public:
         PageReader* const page = TitlePage();
         if (page == nullptr)
             throw Failure(FailureNumber::InvalidRequest, u"Design (unknown member) : There is no title master.");
-        return MakeMaster(file_, page, CanHaveHeader::No);
+        return MakeMaster(file_, page, PageTexts::FooterOnly);
     }
 
 private:

@@ -12,31 +12,36 @@ namespace
 class HeaderFooterObject final : public powerpoint::HeaderFooter
 {
 public:
-    HeaderFooterObject(OpenFileReference file, PageReader& page, HeaderFooterKind kind)
-        : file_(std::move(file)), page_(page), kind_(kind)
+    HeaderFooterObject(OpenFileReference file, PageReader& page, HeaderFooterKind kind, PageTexts texts)
+        : file_(std::move(file)), page_(page), kind_(kind), texts_(texts)
     {
     }
 
     String Text() override
     {
         auto text = page_.HeaderFooter(kind_);
-        if (!text)
+        if (!text && texts_ != PageTexts::BothEvenIfDeleted)
             throw NoHeaderFooter();
-        return std::move(*text);
+        return std::move(text).value_or(String());
     }
 
     void PutText(const String& value) override
     {
         const String text = WithParagraphBreaks(value);
         // Text() raises where the page shows none. Putting what is there is no edit of the file.
-        if (Text() != text)
-            page_.PutHeaderFooter(kind_, text);
+        if (Text() == text)
+            return;
+        // A deleted one that reads "" is no place for a text.
+        if (!page_.HeaderFooter(kind_))
+            throw NoHeaderFooter();
+        page_.PutHeaderFooter(kind_, text);
     }
 
 private:
     OpenFileReference file_;  // keeps the page alive
     PageReader& page_;
     HeaderFooterKind kind_;
+    PageTexts texts_;
 };
 
 /// The header of a slide.
@@ -50,36 +55,36 @@ public:
 class HeadersFootersObject final : public powerpoint::HeadersFooters
 {
 public:
-    HeadersFootersObject(OpenFileReference file, PageReader& page, CanHaveHeader canHaveHeader)
-        : file_(std::move(file)), page_(page), canHaveHeader_(canHaveHeader)
+    HeadersFootersObject(OpenFileReference file, PageReader& page, PageTexts texts)
+        : file_(std::move(file)), page_(page), texts_(texts)
     {
     }
 
     std::shared_ptr<powerpoint::HeaderFooter> Header() override
     {
-        if (canHaveHeader_ == CanHaveHeader::No)
+        if (texts_ == PageTexts::FooterOnly)
             // An object all the same, of which only the text raises, as for a footer that a slide doesn't show.
             return std::make_shared<NoHeader>();
-        return std::make_shared<HeaderFooterObject>(file_, page_, HeaderFooterKind::Header);
+        return std::make_shared<HeaderFooterObject>(file_, page_, HeaderFooterKind::Header, texts_);
     }
 
     std::shared_ptr<powerpoint::HeaderFooter> Footer() override
     {
-        return std::make_shared<HeaderFooterObject>(file_, page_, HeaderFooterKind::Footer);
+        return std::make_shared<HeaderFooterObject>(file_, page_, HeaderFooterKind::Footer, texts_);
     }
 
 private:
     OpenFileReference file_;
     PageReader& page_;
-    CanHaveHeader canHaveHeader_;
+    PageTexts texts_;
 };
 
 }  // namespace
 
 std::shared_ptr<powerpoint::HeadersFooters> MakeHeadersFooters(OpenFileReference file, PageReader& page,
-                                                               CanHaveHeader canHaveHeader)
+                                                               PageTexts texts)
 {
-    return std::make_shared<HeadersFootersObject>(std::move(file), page, canHaveHeader);
+    return std::make_shared<HeadersFootersObject>(std::move(file), page, texts);
 }
 
 }  // namespace tessarine::builtin

@@ -11,8 +11,8 @@ namespace
 class MasterObject final : public powerpoint::Master
 {
 public:
-    MasterObject(OpenFileReference file, PageReader& page, CanHaveHeader canHaveHeader)
-        : file_(std::move(file)), page_(page), canHaveHeader_(canHaveHeader), shapes_(MakeShapes(file_, page))
+    MasterObject(OpenFileReference file, PageReader& page, PageTexts texts)
+        : file_(std::move(file)), page_(page), texts_(texts), shapes_(MakeShapes(file_, page))
     {
     }
 
@@ -21,23 +21,23 @@ public:
 
     std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() override
     {
-        return MakeHeadersFooters(file_, page_, canHaveHeader_);
+        return MakeHeadersFooters(file_, page_, texts_);
     }
 
 private:
     OpenFileReference file_;
     PageReader& page_;
-    CanHaveHeader canHaveHeader_;
+    PageTexts texts_;
     std::shared_ptr<powerpoint::Shapes> shapes_;
 };
 
 }  // namespace
 
-std::shared_ptr<powerpoint::Master> MakeMaster(OpenFileReference file, PageReader* page, CanHaveHeader canHaveHeader)
+std::shared_ptr<powerpoint::Master> MakeMaster(OpenFileReference file, PageReader* page, PageTexts texts)
 {
     // A line of its own: `file` is moved from in the next one.
     PageReader& there = file->PageOrEmpty(page);
-    return std::make_shared<MasterObject>(std::move(file), there, canHaveHeader);
+    return std::make_shared<MasterObject>(std::move(file), there, texts);
 }
 
 }  // namespace tessarine::builtin

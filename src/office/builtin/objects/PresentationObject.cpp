@@ -30,12 +30,12 @@ public:
     std::shared_ptr<powerpoint::Master> NotesMaster() override
     {
         // Made anew each time: the page behind it stays the reader's own.
-        return MakeMaster(File(), File()->Reader().NotesMaster(), CanHaveHeader::Yes);
+        return MakeMaster(File(), File()->Reader().NotesMaster(), PageTexts::BothEvenIfDeleted);
     }
 
     std::shared_ptr<powerpoint::Master> HandoutMaster() override
     {
-        return MakeMaster(File(), File()->Reader().HandoutMaster(), CanHaveHeader::Yes);
+        return MakeMaster(File(), File()->Reader().HandoutMaster(), PageTexts::HeaderAndFooter);
     }
 
     std::shared_ptr<powerpoint::DocumentProperties> BuiltInDocumentProperties() override

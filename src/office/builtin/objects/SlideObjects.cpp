@@ -40,7 +40,7 @@ public:
 
     std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() override
     {
-        return MakeHeadersFooters(file_, Page(), CanHaveHeader::No);
+        return MakeHeadersFooters(file_, Page(), PageTexts::FooterOnly);
     }
 
     // Made anew each time, as edits of texts may remove links.
