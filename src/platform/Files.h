@@ -51,6 +51,8 @@ std::string ReadWholeFile(StringView path);
 struct CopiedContent {
     std::uint64_t size = 0;      ///< In bytes.
     std::uint32_t checksum = 0;  ///< Crc32 of the content.
+
+    bool operator==(const CopiedContent&) const = default;
 };
 using CopyComplete = std::function<void(const CopiedContent& content)>;
 
