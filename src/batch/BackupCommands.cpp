@@ -2,17 +2,19 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <fstream>
-#include <optional>
 #include <string_view>
+#include <utility>
 
-#include "batch/Refusal.h"
+#include "batch/BackupNames.h"
+#include "batch/FileWarnings.h"
 #include "engine/CounterStatus.h"
 #include "platform/Failure.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/Treatments.h"
 #include "run/BackupPaths.h"
 
 namespace tessarine::batch
@@ -24,6 +26,8 @@ namespace
 constexpr std::array<StringView, 9> presentationExtensions{u"pptx", u"pptm", u"potx", u"potm", u"ppsx",
                                                            u"ppsm", u"ppt",  u"pot",  u"pps"};
 
+constexpr StringView anyBackupTakesIt = u" (--any-backup takes it all the same)";
+
 std::string FirstBytes(const String& path)
 {
     // Four bytes tell a package from a binary presentation.
@@ -32,45 +36,203 @@ std::string FirstBytes(const String& path)
     return bytes;
 }
 
-/// The file's backup: the one that a run makes, or else one under the name that the desktop's backup commands look for.
-/// The latter may as well be what is left of another presentation of the same name, so it must be of the file's own
-/// kind (package or binary) and belong to nobody else. Empty when there is none.
-String BackupOf(const String& path, const BackupOwners& owners)
+String NameWithin(const String& path)
 {
-    const String made = BackupTargetOf(path);
-    if (made != path && FileExists(made)) {
-        if (const auto other = owners.OtherThan(path, made))
-            Refuse(u"The backup " + made + u" may be that of " + *other + u"; copy or delete it by hand.");
-        return made;
-    }
-    const String lookedFor = BackupPathOf(path);
-    const bool own = lookedFor != path && FileExists(path) && FileExists(lookedFor) &&
-                     !owners.OtherThan(path, lookedFor) && FirstBytes(path) == FirstBytes(lookedFor);
-    return own ? lookedFor : String();
+    return String(FileNameOf(path));
 }
 
-/// Finds the backup, lets `treat` do what is to be done with it, and reports.
-template <class Treatment>
-BackupReport Treat(const String& path, const BackupOwners& owners, Treatment&& treat)
+[[noreturn]] void Fail(const String& text)
 {
-    BackupReport report{FileStatus::NothingCounted, path, {}, {}};
-    try {
-        report.backup = BackupOf(path, owners);
-        if (!report.backup.empty()) {
-            treat(report.backup);
-            report.status = FileStatus::Counted;
-        } else if (!FileExists(path)) {
-            throw Failure(FailureNumber::FileNotFound, u"File not found.");
-        }
-    } catch (const Failure& failure) {
-        // One file's failure does not end the command.
-        report.status = FileStatus::NotProcessed;
-        report.error = failure.Reason();
+    throw Failure(FailureNumber::PermissionDenied, text);
+}
+
+/// Why a file under a backup's name is left alone. Nothing when it is another file's backup, or none at all.
+String ReasonToLeave(BackupFolder::State state)
+{
+    switch (state) {
+        case BackupFolder::State::NotRecorded:
+            return u"was not made by this version of tessarine-batch";
+        case BackupFolder::State::Changed:
+            return u"has been changed since tessarine-batch made it";
+        case BackupFolder::State::NotAFile:
+            return u"is a link, a folder or something else that is no file";
+        default:
+            return {};
     }
-    return report;
 }
 
 }  // namespace
+
+/// What may be a backup of one file.
+struct BackupCommands::Backups {
+    struct Candidate {
+        String path;
+        BackupFolder::State state;
+        std::int64_t number;
+    };
+
+    const String& file;
+    String first;          // path that the first backup of a run has
+    BackupFolder* folder;  // of the backups; null when it is missing
+    BackupFolder::Original original{};
+    std::vector<Candidate> found{};  // the newest one first
+
+    String PathOf(const String& name) const { return String(FolderOf(StringView(first))) + name; }
+
+    void Add(const String& name)
+    {
+        const auto number = NumberOfBackup(NameWithin(first), name);
+        const BackupFolder::State state = folder->StateOf(name, original);
+        if (number && state != BackupFolder::State::Missing)
+            found.push_back({PathOf(name), state, *number});
+    }
+};
+
+BackupCommands::BackupCommands(const BatchCall& call, const std::vector<JobFile>& files)
+    : owners_(call, files), anyBackup_(call.anyBackup), readOnly_(call.readOnly)
+{
+}
+
+BackupCommands::~BackupCommands()
+{
+    Skip([&] { FolderFor({}); });
+}
+
+BackupReport BackupCommands::Restore(const String& path)
+{
+    return Treat(path, [&](const Backups& backups, BackupReport& report) {
+        const Backups::Candidate& newest = backups.found.front();
+        report.backup = newest.path;
+        const String reason = ReasonToLeave(newest.state);
+        if (!reason.empty() && !anyBackup_)
+            Fail(u"The file " + newest.path + u" " + reason + String(anyBackupTakesIt) + u".");
+
+        if (FileExists(path) && (GetAttributes(path).bits & FileAttribute::ReadOnly) != 0 && !readOnly_)
+            Fail(u"Read Only File.");
+        CopyFile(newest.path, path, [&](const CopiedContent& content) {
+            // What was copied is what counts: somebody may have written to the backup since it was looked at.
+            if (!anyBackup_ && !backups.folder->IsRecorded(NameWithin(newest.path), backups.original, content))
+                Fail(u"The backup " + newest.path + u" is being changed by another program.");
+        });
+        report.status = FileStatus::Counted;
+    });
+}
+
+BackupReport BackupCommands::Clean(const String& path)
+{
+    return Treat(path, [&](const Backups& backups, BackupReport& report) {
+        String kept;
+        for (const Backups::Candidate& candidate : backups.found) {
+            const String reason = anyBackup_ ? String() : ReasonToLeave(candidate.state);
+            if (candidate.state == BackupFolder::State::Changed && !reason.empty()) {
+                kept = u"The file " + candidate.path + u" " + reason + String(anyBackupTakesIt) + u".";
+            } else if (!reason.empty()) {
+                // Anybody may have a file of that name, and it is none of this command's business.
+                report.warnings.push_back(candidate.path + u" " + reason + u" and stays" + String(anyBackupTakesIt));
+            } else if (backups.folder) {
+                backups.folder->Remove(NameWithin(candidate.path));
+                (report.backup.empty() ? report.backup : report.older.emplace_back()) = candidate.path;
+                report.status = FileStatus::Counted;
+            }
+        }
+        if (!kept.empty())
+            Fail(kept);
+    });
+}
+
+/// Finds the backups, lets `treat` do what is to be done with them, and reports.
+template <class Treatment>
+BackupReport BackupCommands::Treat(const String& path, Treatment&& treat)
+{
+    BackupReport report{FileStatus::NothingCounted, path, {}, {}};
+    FileWarnings warnings;
+    try {
+        const Backups backups = BackupsOf(path);
+        if (!backups.found.empty()) {
+            // Of a run in another process that has just made the backup, and is about to change the file.
+            const FileLock lock(path);
+            treat(backups, report);
+        } else if (!FileExists(path)) {
+            throw Failure(FailureNumber::FileNotFound, u"File not found.");
+        }
+    } catch (...) {
+        // One file's failure does not end the command.
+        report.status = FileStatus::NotProcessed;
+        report.error = CurrentFailure().Reason();
+    }
+    for (String& warning : warnings.Take())
+        report.warnings.push_back(std::move(warning));
+    return report;
+}
+
+/// Opens the folder of a backup, or gives the one that is open; null when it can't be opened. The one before gets its
+/// record in order.
+BackupFolder* BackupCommands::FolderFor(const String& backup)
+{
+    const String path(FolderOf(StringView(backup)));
+    if (folder_ && path == folderPath_ && !backup.empty())
+        return folder_.get();
+    if (const auto before = std::exchange(folder_, nullptr))
+        before->ForgetRemoved();
+    folderPath_ = path;
+    if (!backup.empty())
+        Skip([&] { folder_ = std::make_unique<BackupFolder>(path); });
+    return folder_.get();
+}
+
+BackupCommands::Backups BackupCommands::BackupsOf(const String& path)
+{
+    const String first = BackupTargetOf(path);
+    Backups backups{path, first, FolderFor(first)};
+    if (!backups.folder)
+        return backups;
+
+    backups.original = backups.folder->OriginalAt(path);
+    for (const String& name : backups.folder->NamesFor(backups.original))
+        backups.Add(name);
+    if (anyBackup_ || backups.found.empty())
+        AddUnrecorded(backups);
+    if (anyBackup_ && backups.found.empty())
+        AddDesktopBackup(backups);
+    std::ranges::sort(backups.found, std::ranges::greater(), &Backups::Candidate::number);
+    return backups;
+}
+
+/// Files under the names that runs use, which the record doesn't know as backups of this file.
+void BackupCommands::AddUnrecorded(Backups& backups) const
+{
+    if (backups.first == backups.file)
+        return;
+    for (std::int64_t number = 1;; ++number) {
+        const String name = NumberedBackup(NameWithin(backups.first), number);
+        const BackupFolder::State state = backups.folder->StateOf(name, backups.original);
+        const String path = backups.PathOf(name);
+        if (state == BackupFolder::State::Missing && number > 1)
+            return;
+        const bool isFound = std::ranges::find(backups.found, path, &Backups::Candidate::path) != backups.found.end();
+        if (isFound || state == BackupFolder::State::Missing || state == BackupFolder::State::OfAnother)
+            continue;
+        if (const auto other = owners_.OtherThan(backups.file, backups.first))
+            Fail(u"The backup " + path + u" may be that of " + *other + u"; copy or delete it by hand.");
+        backups.found.push_back({path, state, number});
+        // Only the first one can be of an older version; a person's file of such a name is no reason for a warning.
+        if (!anyBackup_)
+            return;
+    }
+}
+
+/// The file under the name that the desktop's backup commands look for. It may as well be what is left of another
+/// presentation of the same name, so it must be of the file's own kind (package or binary) and belong to nobody else.
+void BackupCommands::AddDesktopBackup(Backups& backups) const
+{
+    const String& file = backups.file;
+    const String lookedFor = BackupPathOf(file);
+    const bool isOwn = lookedFor != file && FileExists(file) && FileExists(lookedFor) &&
+                       !owners_.OtherThan(file, lookedFor) && FirstBytes(file) == FirstBytes(lookedFor);
+    // In the folder of the file, and so is the backup of a run as a rule; where that is elsewhere, it is left alone.
+    if (isOwn && FolderOf(StringView(lookedFor)) == FolderOf(StringView(backups.first)))
+        backups.found.push_back({lookedFor, backups.folder->StateOf(NameWithin(lookedFor), backups.original), 1});
+}
 
 BackupOwners::BackupOwners(const BatchCall& call, const std::vector<JobFile>& files)
     : patterns_(call.patterns.begin(), call.patterns.end())
@@ -100,16 +262,6 @@ void BackupSummary::Add(const BackupReport& file)
 {
     ++files;
     ++(file.status == FileStatus::Counted ? done : file.status == FileStatus::NothingCounted ? unchanged : failed);
-}
-
-BackupReport RestoreFile(const String& path, const BackupOwners& owners)
-{
-    return Treat(path, owners, [&](const String& backup) { CopyFile(backup, path); });
-}
-
-BackupReport RemoveBackup(const String& path, const BackupOwners& owners)
-{
-    return Treat(path, owners, [](const String& backup) { DeleteFile(backup); });
 }
 
 }  // namespace tessarine::batch

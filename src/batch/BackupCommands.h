@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -10,6 +11,7 @@
 #include "batch/FilePattern.h"
 #include "batch/JobFiles.h"
 #include "platform/String.h"
+#include "run/BackupFolder.h"
 
 namespace tessarine::batch
 {
@@ -18,17 +20,20 @@ namespace tessarine::batch
 struct BackupReport {
     /// FileStatus: 1 restored or removed, 2 there is no backup, 0 failed.
     std::int32_t status = 0;
-    String file;    ///< Of the presentation, as the call names it.
-    String backup;  ///< Empty when there is none.
-    String error;   ///< Why it failed; empty otherwise.
+    String file;                     ///< Of the presentation, as the call names it.
+    String backup;                   ///< The newest one; empty when there is none.
+    String error;                    ///< Why it failed; empty otherwise.
+    std::vector<String> older{};     ///< Numbered backups that "clean" has removed as well.
+    std::vector<String> warnings{};  ///< What did not go quite as asked, a sentence each.
 };
 
 /// What the reports of a command add up to.
 struct BackupSummary {
     std::int64_t files = 0;
-    std::int64_t done = 0;       ///< Restored or removed.
-    std::int64_t unchanged = 0;  ///< Without a backup.
-    std::int64_t failed = 0;     ///< Each with its reason in its report.
+    std::int64_t done = 0;          ///< Restored or removed.
+    std::int64_t unchanged = 0;     ///< Without a backup.
+    std::int64_t failed = 0;        ///< Each with its reason in its report.
+    std::int64_t skippedLinks = 0;  ///< As of RunSummary.
 
     void Add(const BackupReport& file);
 };
@@ -48,10 +53,41 @@ private:
     std::unordered_set<String> named_;   // the files of the call
 };
 
-/// Copies the file's backup back over it, all or nothing; the backup stays.
-BackupReport RestoreFile(const String& path, const BackupOwners& owners);
+/// "restore" and "clean", file by file. A file's backups are those that the record of their folder knows, unchanged
+/// (run/BackupFolder.h). With `--any-backup` those of older versions and of the desktop count as well, as far as
+/// nothing says that they are another presentation's.
+class BackupCommands
+{
+public:
+    BackupCommands(const BatchCall& call, const std::vector<JobFile>& files);
 
-/// Deletes the file's backup.
-BackupReport RemoveBackup(const String& path, const BackupOwners& owners);
+    /// Takes what "clean" removed out of the records.
+    ~BackupCommands();
+    BackupCommands(const BackupCommands&) = delete;
+    BackupCommands& operator=(const BackupCommands&) = delete;
+
+    /// Copies the file's newest backup over it, all or nothing; the backup stays. A file that is in use or read-only
+    /// fails; `--read-only` lets the latter be written.
+    BackupReport Restore(const String& path);
+
+    /// Deletes all backups of the file.
+    BackupReport Clean(const String& path);
+
+private:
+    struct Backups;
+
+    template <class Treatment>
+    BackupReport Treat(const String& path, Treatment&& treat);
+    BackupFolder* FolderFor(const String& backup);
+    Backups BackupsOf(const String& path);
+    void AddUnrecorded(Backups& backups) const;
+    void AddDesktopBackup(Backups& backups) const;
+
+    BackupOwners owners_;
+    bool anyBackup_;
+    bool readOnly_;
+    String folderPath_;
+    std::unique_ptr<BackupFolder> folder_;  // of the last file: files come folder by folder
+};
 
 }  // namespace tessarine::batch

@@ -16,6 +16,12 @@ enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake, ListC
 
 struct ReportFormat;
 
+/// What a run does for a file that may have backups of earlier runs.
+enum class BackupNaming {
+    First,     ///< Keeps the first backup that a file ever got; makes one where there is none.
+    Numbered,  ///< Makes a new one in each run, under the next free number (BackupNames.h).
+};
+
 /// One --find and its --with.
 struct TextPair {
     String find;
@@ -36,18 +42,21 @@ struct BatchCall {
     /// stands for the pairs' own places.
     OptionSetting setting;
 
-    bool count = true;              ///< Every occurrence; else a find stops at the first one of each text.
-    bool backup = false;            ///< Files are copied beside themselves first.
-    bool keepDate = false;          ///< Files get their old dates back.
-    bool readOnly = false;          ///< Read-only files are processed as well.
-    String revision;                ///< Name of the custom property; empty = no revision number.
-    double revisionBy = 1;          ///< What is added to the revision number.
-    std::int32_t restartAfter = 0;  ///< 0 = never
+    bool count = true;    ///< Every occurrence; else a find stops at the first one of each text.
+    bool backup = false;  ///< Files are copied beside themselves first.
+    BackupNaming backupNaming = BackupNaming::First;  ///< Which of several runs' backups there are.
+    bool anyBackup = false;                           ///< Restore and Clean take backups without a record, too.
+    bool keepDate = false;                            ///< Files get their old dates back.
+    bool readOnly = false;                            ///< Read-only files are processed as well.
+    String revision;                                  ///< Name of the custom property; empty = no revision number.
+    double revisionBy = 1;                            ///< What is added to the revision number.
+    std::int32_t restartAfter = 0;                    ///< 0 = never
 
     std::vector<String> paths;        ///< Files and folders, as given.
     std::optional<String> filesFrom;  ///< A list of further paths; "-" is standard input.
     std::vector<String> patterns;     ///< File name patterns of folder scans.
     bool recurse = false;             ///< Into the subfolders of folders.
+    bool follow = false;              ///< Also through links to folders.
 
     const ReportFormat* format = nullptr;  ///< Null for the first of ReportFormats, the one for people.
     bool verbose = false;                  ///< Text reports name unchanged files too.

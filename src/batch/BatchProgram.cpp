@@ -1,5 +1,8 @@
 #include "batch/BatchProgram.h"
 
+#include <optional>
+#include <utility>
+
 #include <fmt/format.h>
 
 #include "batch/BackupCommands.h"
@@ -12,8 +15,10 @@
 #include "batch/Output.h"
 #include "batch/ReportedRun.h"
 #include "batch/ReportFormats.h"
+#include "batch/RunBackups.h"
 #include "batch/SavedJob.h"
 #include "model/Project.h"
+#include "platform/RunJournal.h"
 
 namespace tessarine::batch
 {
@@ -37,16 +42,50 @@ std::string ProgressLine(std::size_t position, std::size_t count, const String& 
     return fmt::format("[{}/{}] {}", position, count, ToUtf8(path));
 }
 
-int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<FindAndReplaceItems>& list,
-              std::vector<JobFile> files, Output& output)
+/// The links to folders that were not followed, as the summary has them.
+void NoteSkippedLinks(std::int64_t count, Output& output)
 {
-    // Before the run, which would copy the second file over the first one's backup.
-    if (project.options->BackupMode)
-        RefuseSharedBackups(files);
+    if (count > 0)
+        output.Note(fmt::format("tessarine-batch: {} {} left out; --follow takes {}", Counted(count, "linked folder"),
+                                count == 1 ? "was" : "were", count == 1 ? "it" : "them"));
+}
+
+/// Makes the backups of a run through what the run tells of its files, for as long as it lives.
+class BackupsOfRun
+{
+public:
+    BackupsOfRun(Project& project, BackupNaming naming) : project_(project), backups_(naming)
+    {
+        // An event has no way to take a receiver back; a project has one run here.
+        project_.BeforFileProcess += [this](const String& path) { backups_.Remember(path); };
+        project_.Opened = [this](const String& path) { backups_.Make(path); };
+    }
+    ~BackupsOfRun() { project_.Opened = {}; }
+    BackupsOfRun(const BackupsOfRun&) = delete;
+    BackupsOfRun& operator=(const BackupsOfRun&) = delete;
+
+private:
+    Project& project_;
+    RunBackups backups_;
+};
+
+int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<FindAndReplaceItems>& list,
+              CollectedFiles collected, Output& output)
+{
+    std::vector<JobFile>& files = collected.files;
+    const bool replaces = call.command == Command::Replace;
+    std::optional<BackupsOfRun> backups;
+    // The run would make backups of its own before it opens a file, in a find too, and over those that are there.
+    if (std::exchange(project.options->BackupMode, false) && replaces) {
+        backups.emplace(project, call.backupNaming);
+        if (call.backupNaming == BackupNaming::First)
+            RefuseSharedBackups(files);
+    }
 
     const auto report = CreateReport(call, output.colors());
     RunSummary summary;
-    ReportedRun run(project, call.command == Command::Replace ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
+    summary.skippedLinks = collected.skippedLinks;
+    ReportedRun run(project, replaces ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
                     [&](const FileReport& file) {
                         summary.Add(file);
                         output.Write(report->OfFile(file));
@@ -54,12 +93,15 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     run.List = list;
     run.CancelRequested = IsCancelRequested;
     run.Started = [&](const String& path) {
+        SetFileInWork(path);
         // All files before this one have their report, so their number gives its place.
         output.Progress(ProgressLine(static_cast<std::size_t>(summary.files) + 1, files.size(), path));
     };
 
     const std::size_t notReached = run.Run(files);
+    SetFileInWork({});
     output.Write(report->AtEnd(summary));
+    NoteSkippedLinks(summary.skippedLinks, output);
     return StatusOf(summary.failed, notReached, output);
 }
 
@@ -69,7 +111,7 @@ void NoteAll(const std::vector<std::string>& notes, Output& output)
         output.Note("tessarine-batch: " + note);
 }
 
-int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::shared_ptr<powerpoint::Provider>& provider,
+int PerformRun(const BatchCall& call, CollectedFiles collected, const std::shared_ptr<powerpoint::Provider>& provider,
                Output& output)
 {
     const ProjectOwner project(provider);
@@ -79,7 +121,7 @@ int PerformRun(const BatchCall& call, std::vector<JobFile> files, const std::sha
         NoteAll(TakeListPairs(*project, call), output);
         SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
     }
-    return ReportRun(asRun, *project, {}, std::move(files), output);
+    return ReportRun(asRun, *project, {}, std::move(collected), output);
 }
 
 int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
@@ -92,8 +134,9 @@ int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provide
 
     BatchCall asRun = call;
     asRun.command = call.replacesOfJob ? Command::Replace : Command::Find;
+    project->options->BackupMode = project->options->BackupMode || call.backup;
     SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
-    return ReportRun(asRun, *project, run.list, std::move(run.files), output);
+    return ReportRun(asRun, *project, run.list, std::move(run.collected), output);
 }
 
 int ShowJob(const BatchCall& call, Output& output)
@@ -125,36 +168,49 @@ int ConvertListFile(const BatchCall& call, Output& output)
     return converted.loss.empty() && !output.failed() ? ExitStatus::Done : ExitStatus::FileFailed;
 }
 
-int PerformBackupCommand(const BatchCall& call, const std::vector<JobFile>& files, Output& output)
+int PerformBackupCommand(const BatchCall& call, const CollectedFiles& collected, Output& output)
 {
+    const std::vector<JobFile>& files = collected.files;
     const auto report = CreateReport(call, output.colors());
-    const BackupOwners owners(call, files);
+    BackupCommands commands(call, files);
     BackupSummary summary;
+    summary.skippedLinks = collected.skippedLinks;
     std::size_t reached = 0;
     for (const JobFile& file : files) {
         // Between two files only, so that a copy in progress comes to its end.
         if (IsCancelRequested())
             break;
+        SetFileInWork(file.path);
         output.Progress(ProgressLine(++reached, files.size(), file.path));
         const auto done = !file.refusal.empty()              ? BackupReport{0, file.path, {}, file.refusal}
-                          : call.command == Command::Restore ? RestoreFile(file.path, owners)
-                                                             : RemoveBackup(file.path, owners);
+                          : call.command == Command::Restore ? commands.Restore(file.path)
+                                                             : commands.Clean(file.path);
         summary.Add(done);
         output.Write(report->OfFile(done));
     }
+    SetFileInWork({});
     output.Write(report->AtEnd(summary));
+    NoteSkippedLinks(summary.skippedLinks, output);
     return StatusOf(summary.failed, files.size() - reached, output);
 }
 
 int PerformOnFiles(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
 {
-    std::vector<JobFile> files = CollectFiles(call);
+    CollectedFiles collected = CollectFiles(call);
     // A note and no failure: a script may run over folders that are empty.
-    if (files.empty())
+    if (collected.files.empty())
         output.Note("tessarine-batch: no file matches");
     if (call.command == Command::Restore || call.command == Command::Clean)
-        return PerformBackupCommand(call, files, output);
-    return PerformRun(call, std::move(files), provider, output);
+        return PerformBackupCommand(call, collected, output);
+    return PerformRun(call, std::move(collected), provider, output);
+}
+
+/// What runs that were killed have left is put right before files are looked at: the mode of one decides whether it is
+/// processed at all.
+void RecoverFiles(Output& output)
+{
+    for (const RecoveredFile& file : RecoverFromKilledRuns())
+        output.Note("tessarine-batch: " + OnOneLine(ToUtf8(file.path + u": " + file.text)));
 }
 
 }  // namespace
@@ -162,6 +218,7 @@ int PerformOnFiles(const BatchCall& call, const std::shared_ptr<powerpoint::Prov
 int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
 {
     try {
+        RecoverFiles(output);
         switch (call.command) {
             case Command::Run:
                 return RunSavedJob(call, provider, output);
@@ -178,6 +235,10 @@ int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& 
         // Files are reported one by one; what arrives here was raised before the first one.
         output.Note("tessarine-batch: " + OnOneLine(ToUtf8(failure.Reason())));
         return ExitStatus::NotValid;
+    } catch (...) {
+        // Out of memory, for instance; which files have been processed is in the report so far.
+        output.Note("tessarine-batch: " + OnOneLine(ToUtf8(CurrentFailure().Reason())));
+        return ExitStatus::FileFailed;
     }
 }
 

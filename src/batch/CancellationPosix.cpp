@@ -1,6 +1,9 @@
 #include "batch/Cancellation.h"
 
+#include <array>
+#include <atomic>
 #include <csignal>
+#include <string>
 
 #include <unistd.h>
 
@@ -14,11 +17,22 @@ constexpr int endedBySignal = 130;
 // Of a type that a handler of signals may write.
 volatile std::sig_atomic_t requested = 0;
 
+// The line about the file in work, made beforehand because a handler may not put texts together. Two, so that one is
+// whole while the other is written.
+std::array<std::string, 2> lines;
+volatile std::sig_atomic_t line = 0;
+
 extern "C" void OnCancelSignal(int)
 {
-    if (requested)
-        _exit(endedBySignal);  // a handler may not call exit: it would run destructors in the middle of a file
-    requested = 1;
+    if (!requested) {
+        requested = 1;
+        return;
+    }
+    const std::string& text = lines[static_cast<std::size_t>(line)];
+    // The compiler warns of an unused result in spite of a cast; nothing can be done about a failure here.
+    if (write(STDERR_FILENO, text.data(), text.size()) < 0)
+        _exit(endedBySignal);
+    _exit(endedBySignal);  // a handler may not call exit: it would run destructors in the middle of a file
 }
 
 }  // namespace
@@ -32,6 +46,17 @@ void WatchForCancel()
     sigemptyset(&action.sa_mask);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGTERM, &action, nullptr);
+}
+
+void SetFileInWork(const String& path)
+{
+    const std::size_t other = line == 0 ? 1 : 0;
+    lines[other] = path.empty() ? std::string()
+                                : "tessarine-batch: ended at once in the middle of " + ToUtf8(path) +
+                                      ", which is as it was or changed completely\n";
+    // The signal may come between any two instructions, which the compiler is free to put in another order.
+    std::atomic_signal_fence(std::memory_order_release);
+    line = static_cast<std::sig_atomic_t>(other);
 }
 
 bool IsCancelRequested()

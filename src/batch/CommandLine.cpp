@@ -130,15 +130,20 @@ private:
         // A switch may be given twice, as it says the same again.
         if (!given_.insert(row.name).second && !row.repeatable && !row.argument.empty())
             Refuse(name + " is given twice");
-        const std::string value = row.argument.empty() ? NoValue(name, equals) : Value(row, argument, equals);
+        const std::string value = row.argument.empty() ? Variant(row, argument, equals) : Value(row, argument, equals);
         row.apply(values_, value);  // no function for --help, which gets here only with a value, and that was refused
     }
 
-    static std::string NoValue(const std::string& name, std::size_t equals)
+    static std::string Variant(const OptionRow& row, const std::string& argument, std::size_t equals)
     {
-        if (equals != std::string::npos)
-            Refuse(name + " takes no value");
-        return {};
+        if (equals == std::string::npos)
+            return {};
+        if (row.variant.empty())
+            Refuse(fmt::format("{} takes no value", row.name));
+        const std::string value = argument.substr(equals + 1);
+        if (value != row.variant)
+            Refuse(fmt::format("{0} takes no value but {0}={1}", row.name, row.variant));
+        return value;
     }
 
     std::string Value(const OptionRow& row, const std::string& argument, std::size_t equals)
@@ -206,6 +211,13 @@ void CheckConversion(BatchCall& call)
     call.paths.clear();
 }
 
+/// What a run of a saved job takes besides the job's own options.
+void CheckSavedRun(const BatchCall& call)
+{
+    if (call.backup && !call.replacesOfJob)
+        Refuse("--backup needs --replace: a run that only finds changes no file");
+}
+
 /// The job that a command reads: the first path.
 void CheckJob(BatchCall& call)
 {
@@ -243,6 +255,8 @@ BatchCall CheckedCall(OptionValues& values)
     // Ahead of the check for paths: a saved job brings its files along.
     if (call.command == Command::Run || call.command == Command::JobShow) {
         CheckJob(call);
+        if (call.command == Command::Run)
+            CheckSavedRun(call);
         return call;
     }
     if (call.command == Command::ListConvert) {

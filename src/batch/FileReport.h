@@ -29,7 +29,8 @@ struct FileReport {
     String path;
     std::int32_t status = FileStatus::NotProcessed;  ///< A FileStatus.
     String error;                                    ///< Why the file failed; empty otherwise.
-    std::vector<PairReport> pairs;  ///< Empty for a failed file: what was counted before the failure is not known.
+    std::vector<PairReport> pairs;   ///< Empty for a failed file: what was counted before the failure is not known.
+    std::vector<String> warnings{};  ///< What did not go quite as asked, a sentence each.
 
     std::int64_t Occurrences() const;  ///< Of all pairs together.
 };
@@ -46,7 +47,8 @@ struct RunSummary {
     std::int64_t changed = 0;    ///< Files in which something was counted.
     std::int64_t unchanged = 0;  ///< Files in which nothing was counted.
     std::int64_t failed = 0;
-    std::int64_t occurrences = 0;  ///< Of the changed files.
+    std::int64_t occurrences = 0;   ///< Of the changed files.
+    std::int64_t skippedLinks = 0;  ///< Links to folders that the search for files did not follow.
 
     void Add(const FileReport& file);
 };

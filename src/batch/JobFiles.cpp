@@ -3,14 +3,17 @@
 #include <algorithm>
 #include <filesystem>
 #include <unordered_set>
+#include <utility>
 
 #include "batch/FileIdentity.h"
 #include "batch/FilePattern.h"
 #include "batch/PathList.h"
 #include "platform/Failure.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/VisitedFolders.h"
 #include "run/BackupPaths.h"
 
 namespace tessarine::batch
@@ -24,6 +27,7 @@ class Collector
 public:
     explicit Collector(const BatchCall& call)
         : recurse_(call.recurse),
+          follow_(call.follow),
           keepsMissing_(call.command == Command::Restore || call.command == Command::Clean),
           patterns_(call.patterns.begin(), call.patterns.end())
     {
@@ -37,7 +41,7 @@ public:
                                    : std::filesystem::file_status(std::filesystem::file_type::not_found);
         switch (status.type()) {
             case std::filesystem::file_type::regular:
-                return Add(path, {});
+                return Add(path, IsLockFileName(FileNameOf(path)) ? u"A lock file of another program." : String());
             case std::filesystem::file_type::directory:
                 return AddFolder(path);
             case std::filesystem::file_type::not_found:
@@ -51,17 +55,19 @@ public:
         }
     }
 
-    std::vector<JobFile> TakeFiles() { return std::move(files_); }
+    CollectedFiles Take() { return std::move(collected_); }
 
 private:
     void Add(const String& path, const String& refusal)
     {
         if (seen_.insert(identity_.Of(path)).second)
-            files_.push_back({path, refusal});
+            collected_.files.push_back({path, refusal});
     }
 
     void AddFolder(const String& folder)
     {
+        if (follow_ && !visited_.Enter(folder))
+            return;
         try {
             // The folder's own files before those of its subfolders, as the desktop takes them.
             const FolderContent content = ContentOfFolder(folder);
@@ -73,6 +79,9 @@ private:
                 return;
             for (const String& subfolder : content.folders)
                 AddFolder(subfolder);
+            // After the folders themselves: a folder that also lies in this tree is told by its own path.
+            for (const String& link : content.linkedFolders)
+                follow_ ? AddFolder(link) : static_cast<void>(++collected_.skippedLinks);
             // The folder stands in the report in place of its files, and the others are taken all the same.
         } catch (const Failure& failure) {
             Add(folder, failure.Reason());
@@ -83,22 +92,24 @@ private:
     {
         // Lock files of the office programs, and the companions that macOS writes for each file on foreign disks: they
         // have the extension and are not presentations.
-        if (name.starts_with(u"~$") || name.starts_with(u"._"))
+        if (IsLockFileName(name) || name.starts_with(u"._"))
             return false;
         return std::ranges::any_of(patterns_, [&](const FilePattern& pattern) { return pattern.Matches(name); });
     }
 
     bool recurse_;
+    bool follow_;
     bool keepsMissing_;
     std::vector<FilePattern> patterns_;
     FileIdentity identity_;
     std::unordered_set<std::string> seen_;
-    std::vector<JobFile> files_;
+    VisitedFolders visited_;
+    CollectedFiles collected_;
 };
 
 }  // namespace
 
-std::vector<JobFile> CollectFiles(const BatchCall& call)
+CollectedFiles CollectFiles(const BatchCall& call)
 {
     Collector collector(call);
     // Read before any path is looked at, so that a list that can't be read stops the call at once.
@@ -107,7 +118,7 @@ std::vector<JobFile> CollectFiles(const BatchCall& call)
         collector.AddPath(path);
     for (const String& path : listed)
         collector.AddPath(path);
-    return collector.TakeFiles();
+    return collector.Take();
 }
 
 void RefuseSharedBackups(std::vector<JobFile>& files)

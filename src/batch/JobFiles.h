@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "batch/BatchCall.h"
@@ -14,16 +15,26 @@ struct JobFile {
     String refusal;  ///< Not empty: the file is not processed but reported as failed, for this reason.
 };
 
+/// The files of a job, as CollectFiles finds them.
+struct CollectedFiles {
+    std::vector<JobFile> files;
+    std::int64_t skippedLinks = 0;  ///< Links to folders that were not followed.
+};
+
 /// The files that the call names, each once however often and by whichever way it is named, in the order of their first
 /// mention.
 ///
 /// A file named on the command line or in the list is taken whatever its name. A folder gives its files that match a
-/// pattern of the call, before those of its subfolders, without the owner files "~$…" that an open presentation leaves
-/// and the resource forks "._…" of other systems. A path that names nothing is refused with "File not found.", except
-/// where backups are wanted: a lost file may still have one. A folder that can't be read is refused itself, with the
-/// reason. Raises what reading the list raises, and `InvalidPatternString` for a pattern that is not valid; no file has
-/// been looked at then.
-std::vector<JobFile> CollectFiles(const BatchCall& call);
+/// pattern of the call, before those of its subfolders, without the lock files of programs that have a presentation
+/// open (IsLockFileName) and the resource forks "._…" of other systems. A lock file that is named is refused.
+///
+/// Links to subfolders are followed only if the call says so, and each folder then once, so that a link to a parent
+/// ends. A path that names nothing is refused with "File not found.", except where backups are wanted: a lost file may
+/// still have one. A folder that can't be read to its end is refused itself, with the reason.
+///
+/// Raises what reading the list raises, and `InvalidPatternString` for a pattern that is not valid; no file has been
+/// looked at then.
+CollectedFiles CollectFiles(const BatchCall& call);
 
 /// Refuses each file whose backup would overwrite a file of the job, or the backup of a file before it: "a.pptx" and
 /// "a.pptm" both have the backup "a..bak".

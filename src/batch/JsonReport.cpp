@@ -33,6 +33,22 @@ Json CountsOf(const PairReport& pair, const OptionSetting& setting)
     return counts;
 }
 
+Json ArrayOf(const std::vector<String>& texts)
+{
+    auto array = Json::array();
+    for (const String& text : texts)
+        array.push_back(ToUtf8(text));
+    return array;
+}
+
+/// The line at the end. What was left out has a key only where something was.
+std::string SummaryLine(Json counts, std::int64_t skippedLinks)
+{
+    if (skippedLinks > 0)
+        counts["skippedLinks"] = skippedLinks;
+    return OneLine({{"summary", std::move(counts)}});
+}
+
 Json ItemsOf(const Project& project)
 {
     auto items = Json::array();
@@ -90,18 +106,21 @@ public:
             items.push_back({{"find", ToUtf8(pair.find)},
                              {"replace", ToUtf8(pair.replace)},
                              {"counts", CountsOf(pair, style_.setting)}});
-        return OneLine(
-            {{"file", ToUtf8(file.path)}, {"status", file.status}, {"error", ToUtf8(file.error)}, {"items", items}});
+        return OneLine({{"file", ToUtf8(file.path)},
+                        {"status", file.status},
+                        {"error", ToUtf8(file.error)},
+                        {"items", items},
+                        {"warnings", ArrayOf(file.warnings)}});
     }
 
     std::string AtEnd(const RunSummary& summary) override
     {
-        return OneLine({{"summary",
-                         {{"files", summary.files},
-                          {"changed", summary.changed},
-                          {"unchanged", summary.unchanged},
-                          {"failed", summary.failed},
-                          {"occurrences", summary.occurrences}}}});
+        return SummaryLine({{"files", summary.files},
+                            {"changed", summary.changed},
+                            {"unchanged", summary.unchanged},
+                            {"failed", summary.failed},
+                            {"occurrences", summary.occurrences}},
+                           summary.skippedLinks);
     }
 
     std::string OfFile(const BackupReport& file) override
@@ -109,16 +128,18 @@ public:
         return OneLine({{"file", ToUtf8(file.file)},
                         {"backup", ToUtf8(file.backup)},
                         {"status", file.status},
-                        {"error", ToUtf8(file.error)}});
+                        {"error", ToUtf8(file.error)},
+                        {"older", ArrayOf(file.older)},
+                        {"warnings", ArrayOf(file.warnings)}});
     }
 
     std::string AtEnd(const BackupSummary& summary) override
     {
-        return OneLine({{"summary",
-                         {{"files", summary.files},
-                          {style_.command == Command::Restore ? "restored" : "removed", summary.done},
-                          {"unchanged", summary.unchanged},
-                          {"failed", summary.failed}}}});
+        return SummaryLine({{"files", summary.files},
+                            {style_.command == Command::Restore ? "restored" : "removed", summary.done},
+                            {"unchanged", summary.unchanged},
+                            {"failed", summary.failed}},
+                           summary.skippedLinks);
     }
 
     std::string OfJob(const String& path, const Project& project) override

@@ -74,6 +74,17 @@ void TakePatterns(OptionValues& values, const std::string& argument)
         Refuse("--pattern: the pattern is empty");
 }
 
+void TakeBackup(OptionValues& values, const std::string& variant)
+{
+    values.call.backup = true;
+    if (variant.empty())
+        return;
+    // A project file has one bit for backups.
+    if (values.call.command == Command::JobMake)
+        Refuse("--backup=numbered: a saved job can't hold it; give it to \"run\"");
+    values.call.backupNaming = BackupNaming::Numbered;
+}
+
 void TakeFilesFrom(OptionValues& values, const std::string& argument)
 {
     if (argument.empty())
@@ -141,7 +152,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 22> rows{{
+const std::array<OptionRow, 24> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -177,12 +188,18 @@ const std::array<OptionRow, 22> rows{{
      "  title-master, handout-master, notes-master",
      [](OptionValues& values, const std::string& argument) { SwitchOn(values.call.setting, argument); }},
 
-    {"--backup", "", false, DescribesJob, "How to treat the files",
-     "Copy each file beside itself first (\"restore\" brings it back).",
-     [](OptionValues& values, const std::string&) { values.call.backup = true; }},
+    {"--backup", "", false, Only(Command::Replace) | Only(Command::JobMake) | Only(Command::Run),
+     "How to treat the files",
+     "Copy each file beside itself before it is changed (\"restore\" brings it back). The copy\n"
+     "of an earlier run stays; --backup=numbered makes a new one in each run.",
+     TakeBackup, "numbered"},
+    {"--any-backup", "", false, Only(Command::Restore) | Only(Command::Clean), "How to treat the files",
+     "Take backups that are not in the folder's record, too: those of older versions and of\n"
+     "the desktop, and those that were changed.",
+     [](OptionValues& values, const std::string&) { values.call.anyBackup = true; }},
     {"--keep-date", "", false, DescribesJob, "How to treat the files", "Give each file its old dates back.",
      [](OptionValues& values, const std::string&) { values.call.keepDate = true; }},
-    {"--read-only", "", false, DescribesJob, "How to treat the files",
+    {"--read-only", "", false, DescribesJob | Only(Command::Restore), "How to treat the files",
      "Process read-only files too; without it they are reported as failed.",
      [](OptionValues& values, const std::string&) { values.call.readOnly = true; }},
     {"--revision", "NAME", false, DescribesJob, "How to treat the files",
@@ -199,6 +216,9 @@ const std::array<OptionRow, 22> rows{{
 
     {"--recurse", "", false, TakesFiles | Only(Command::JobMake), "Which files", "Go into subfolders of a folder.",
      [](OptionValues& values, const std::string&) { values.call.recurse = true; }},
+    {"--follow", "", false, TakesFiles | Only(Command::Run), "Which files",
+     "Follow links to subfolders, too; without it a note tells how many there are.",
+     [](OptionValues& values, const std::string&) { values.call.follow = true; }},
     {"--pattern", "PATTERN", true, TakesFiles, "Which files",
      "Names to take from a folder (default: '*.ppt*'); repeat it for several, or put ';'\nbetween them.", TakePatterns},
     {"--files-from", "FILE", false, TakesFiles | Only(Command::JobMake), "Which files",

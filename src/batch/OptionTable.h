@@ -46,6 +46,9 @@ struct OptionRow {
     std::string_view help;      ///< Lines of at most 86 characters.
     /// Takes the argument as it was typed; refuses (Refusal.h) one that is not valid. Null for `--help`.
     void (*apply)(OptionValues& values, const std::string& argument);
+    /// The one value that a switch may be given after an equals sign; empty for a switch that takes none. Without it
+    /// `apply` gets the empty text.
+    std::string_view variant = {};
 };
 
 /// All options in the order of the help.

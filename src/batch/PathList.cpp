@@ -1,9 +1,13 @@
 #include "batch/PathList.h"
 
 #include <cstdio>
+#include <filesystem>
 
+#include "batch/LineText.h"
+#include "batch/Refusal.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
+#include "platform/NativePath.h"
 
 namespace tessarine::batch
 {
@@ -45,7 +49,14 @@ std::vector<String> PathsOfList(std::string_view bytes)
 
 std::vector<String> ReadPathList(StringView path)
 {
-    return PathsOfList(path == u"-" ? ReadStandardInput() : ReadWholeFile(path));
+    if (path == u"-")
+        return PathsOfList(ReadStandardInput());
+    // A pipe would be waited for, maybe without end; one that is missing is told by reading it.
+    std::error_code error;
+    const auto native = NativePathIfValid(path);
+    if (native && std::filesystem::exists(*native, error) && !FileExists(path))
+        Refuse(u"the list of files " + InQuotes(path) + u" is no regular file (- reads standard input)");
+    return PathsOfList(ReadWholeFile(path));
 }
 
 }  // namespace tessarine::batch

@@ -12,7 +12,8 @@ namespace tessarine::batch
 /// Blanks belong to the path.
 std::vector<String> PathsOfList(std::string_view bytes);
 
-/// The list at `path`, "-" for standard input. Raises `FileNotFound`, `PermissionDenied` or `DeviceIO`.
+/// The list at `path`, "-" for standard input. Raises `FileNotFound`, `PermissionDenied` or `DeviceIO`; refuses
+/// (Refusal.h) a pipe, a folder and whatever else is no regular file, without waiting for it.
 std::vector<String> ReadPathList(StringView path);
 
 }  // namespace tessarine::batch

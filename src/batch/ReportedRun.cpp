@@ -157,10 +157,11 @@ std::optional<std::size_t> ReportedRun::FileInRun() const
     return turn_[position - 1];
 }
 
-void ReportedRun::ReportNext(const FileReport& report)
+void ReportedRun::ReportNext(FileReport report)
 {
     current_.reset();
     ++reported_;
+    report.warnings = warnings_.Take();
     sink_(report);
     ReportRefused();
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "batch/FileReport.h"
+#include "batch/FileWarnings.h"
 #include "batch/JobFiles.h"
 #include "platform/Failure.h"
 #include "run/OwnResults.h"
@@ -68,8 +69,8 @@ private:
     void OnCancel();  // the user's cancel, or our own when a run begins anew
     void OnPassedOver(const Failure& failure);
     std::optional<std::size_t> FileInRun() const;
-    void ReportNext(const FileReport& report);  // the one report of the file at reported_
-    void ReportRefused();                       // those in front that are not to be processed
+    void ReportNext(FileReport report);  // the one report of the file at reported_
+    void ReportRefused();                // those in front that are not to be processed
     void FailUpTo(std::size_t end);
     String Reason() const;
 
@@ -89,6 +90,7 @@ private:
     std::optional<Failure> passedOver_;   // what it passed over since BeforFileProcess, or before any file
     std::optional<Failure> ended_;        // what ended it early
     OwnResults results_;
+    FileWarnings warnings_;  // of the file that the run is at
 };
 
 }  // namespace tessarine::batch

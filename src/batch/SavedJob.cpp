@@ -74,31 +74,6 @@ void CheckPairs(const FindAndReplaceItems& items, bool replaces)
             CheckEnds(item->FindWhat, item->ReplaceWith, *item->OptionSetting);
 }
 
-/// The files of the job's folder or list, found as the desktop finds them.
-std::vector<JobFile> FilesOfJob(Project& project)
-{
-    const ProjectOptions& options = *project.options;
-    const String& list = options.FileToProcessFilepath;
-    const String& folder = options.FileToProcessFolderPath;
-    if (options.TakesListedFiles())
-        CheckInput(ValidateFile(list, FileListExtensions), u"list of files", list);
-    else
-        CheckInput(ValidateFolder(folder), u"folder", folder);
-    // Called for FilesToProcess, which it fills.
-    project.GetFileToProcessFileCount();
-    std::vector<JobFile> files;
-    for (const String& path : project.FilesToProcess)
-        files.push_back({path, {}});
-    return files;
-}
-
-std::vector<JobFile> FilesOfCall(const BatchCall& call, const ProjectOptions& options)
-{
-    BatchCall scan = call;
-    scan.recurse = options.Include_Subfolders;
-    return CollectFiles(scan);
-}
-
 /// The full path of a path, which means the same wherever the job is opened. A path of a Windows desktop stays.
 String FullPath(const String& path)
 {
@@ -111,6 +86,37 @@ String FullPath(const String& path)
     if (!full.has_filename())
         full = full.parent_path();
     return FromUtf8(full.string());
+}
+
+/// The files of the job's folder or list, found as the desktop finds them.
+CollectedFiles FilesOfJob(Project& project, const BatchCall& call)
+{
+    const ProjectOptions& options = *project.options;
+    const String& list = options.FileToProcessFilepath;
+    const String& folder = options.FileToProcessFolderPath;
+    if (options.TakesListedFiles())
+        CheckInput(ValidateFile(list, FileListExtensions), u"list of files", list);
+    else
+        CheckInput(ValidateFolder(folder), u"folder", folder);
+    project.FollowsLinkedFolders = call.follow;
+    // Called for FilesToProcess, which it fills.
+    project.GetFileToProcessFileCount();
+
+    CollectedFiles collected;
+    for (const String& path : project.FilesToProcess)
+        collected.files.push_back({path, {}});
+    // Each stands in the report in place of its files.
+    for (const Project::UnreadFolder& unread : project.UnreadFolders)
+        collected.files.push_back({unread.path, unread.reason});
+    collected.skippedLinks = project.LinkedFoldersLeftOut;
+    return collected;
+}
+
+CollectedFiles FilesOfCall(const BatchCall& call, const ProjectOptions& options)
+{
+    BatchCall scan = call;
+    scan.recurse = options.Include_Subfolders;
+    return CollectFiles(scan);
 }
 
 }  // namespace
@@ -150,8 +156,8 @@ SavedRun PrepareRun(Project& project, const BatchCall& call)
     CheckPairs(run.list ? *run.list : *project.FindAndReplaceList, call.replacesOfJob);
 
     // After the pairs: what is wrong is told in the order in which the window tells it.
-    run.files = call.paths.empty() ? FilesOfJob(project) : FilesOfCall(call, *project.options);
-    if (run.files.empty())
+    run.collected = call.paths.empty() ? FilesOfJob(project, call) : FilesOfCall(call, *project.options);
+    if (run.collected.files.empty())
         run.notes.push_back("no file matches");
     return run;
 }

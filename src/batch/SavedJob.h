@@ -33,7 +33,7 @@ SavedSource SourceOf(const Project& project);
 
 /// What a run of a saved job takes.
 struct SavedRun {
-    std::vector<JobFile> files;                 ///< May be none; a note says so.
+    CollectedFiles collected;                   ///< May be no file; a note says so.
     std::shared_ptr<FindAndReplaceItems> list;  ///< Null for the project's own pairs.
     std::vector<std::string> notes;             ///< What the user should know before it starts, a line each.
 };

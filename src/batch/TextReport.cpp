@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 #include <fmt/format.h>
@@ -85,14 +86,23 @@ std::string OptionLines(const ProjectOptions& options)
     return fmt::format("Options:\n    {}\n", fmt::join(lines, "\n    "));
 }
 
+/// One line each, under the line of their file.
+std::string WarningLines(const std::vector<String>& warnings)
+{
+    std::string lines;
+    for (const String& warning : warnings)
+        lines += fmt::format("    warning: {}\n", Escaped(warning));
+    return lines;
+}
+
 class TextReport : public Report
 {
 public:
     explicit TextReport(const ReportStyle& style) : style_(style) {}
 
-    std::string OfFile(const FileReport& file) override { return Noted(LinesOf(file)); }
+    std::string OfFile(const FileReport& file) override { return Noted(LinesOf(file) + WarningLines(file.warnings)); }
     std::string AtEnd(const RunSummary& summary) override;
-    std::string OfFile(const BackupReport& file) override { return Noted(LinesOf(file)); }
+    std::string OfFile(const BackupReport& file) override { return Noted(LinesOf(file) + WarningLines(file.warnings)); }
     std::string AtEnd(const BackupSummary& summary) override;
     std::string OfJob(const String& path, const Project& project) override;
 
@@ -148,7 +158,9 @@ std::string TextReport::LinesOf(const FileReport& file) const
         return FailedLine(file.path, file.error);
     // Not named as a rule: most files of a large folder have no hit.
     if (file.status == FileStatus::NothingCounted)
-        return style_.verbose ? FileLine(file.path, Replaces() ? "unchanged" : "nothing found") : std::string();
+        return style_.verbose || !file.warnings.empty()
+                   ? FileLine(file.path, Replaces() ? "unchanged" : "nothing found")
+                   : std::string();
 
     const auto state =
         fmt::format("{}{} {}", Replaces() ? "changed, " : "", file.Occurrences(), Replaces() ? "replaced" : "found");
@@ -160,8 +172,11 @@ std::string TextReport::LinesOf(const BackupReport& file) const
     if (file.status == FileStatus::NotProcessed)
         return FailedLine(file.file, file.error);
     if (file.status == FileStatus::NothingCounted)
-        return style_.verbose ? FileLine(file.file, "no backup") : std::string();
-    return FileLine(file.file, Painted((Restores() ? "restored from " : "removed ") + ToUtf8(file.backup), green));
+        return style_.verbose || !file.warnings.empty() ? FileLine(file.file, "no backup") : std::string();
+    std::string done = (Restores() ? "restored from " : "removed ") + ToUtf8(file.backup);
+    if (!file.older.empty())
+        done += " and " + Counted(std::ssize(file.older), "older one");
+    return FileLine(file.file, Painted(done, green));
 }
 
 std::string TextReport::FileLine(const String& path, const std::string& state) const

@@ -80,6 +80,8 @@ TEST(CommandLine, DefaultsAreThoseOfTheHelp)
     EXPECT_EQ(call.restartAfter, 0);
     EXPECT_EQ(call.format, nullptr);
     EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
+    EXPECT_FALSE(call.follow || call.anyBackup);
+    EXPECT_EQ(call.backupNaming, BackupNaming::First);
     EXPECT_FALSE(call.setting.MatchCase || call.setting.MatchWholeWord);
 }
 
@@ -153,6 +155,26 @@ TEST(CommandLine, RestoreAndCleanTakePathsAlone)
 {
     EXPECT_EQ(CallOf({"restore", "--recurse", "x"}).command, Command::Restore);
     EXPECT_EQ(CallOf({"clean", "--pattern", "*.ppt", "--files-from", "-", "--format", "json"}).command, Command::Clean);
+}
+
+TEST(CommandLine, BackupsMayBeNumbered)
+{
+    const BatchCall plain = CallOf({"replace", "--find", "a", "--with", "b", "--backup", "x"});
+    const BatchCall numbered = CallOf({"replace", "--find", "a", "--with", "b", "--backup=numbered", "x"});
+    const BatchCall ofJob = CallOf({"run", "j.tsq", "--replace", "--backup=numbered"});
+
+    EXPECT_TRUE(plain.backup && numbered.backup && ofJob.backup);
+    EXPECT_EQ(plain.backupNaming, BackupNaming::First);
+    EXPECT_EQ(numbered.backupNaming, BackupNaming::Numbered);
+    EXPECT_EQ(ofJob.backupNaming, BackupNaming::Numbered);
+}
+
+TEST(CommandLine, RestoreMayTakeAnyBackupAndReadOnlyFiles)
+{
+    const BatchCall call = CallOf({"restore", "--any-backup", "--read-only", "--recurse", "--follow", "x"});
+
+    EXPECT_TRUE(call.anyBackup && call.readOnly && call.follow);
+    EXPECT_TRUE(CallOf({"clean", "--any-backup", "x"}).anyBackup);
 }
 
 TEST(CommandLine, ARunTakesAJobAndPathsInItsPlace)
@@ -264,7 +286,18 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCall{"CountBothWays", {"find", "--find", "a", "--count", "--no-count", "x"}, "contradict each other"},
         InvalidCall{"TwoFormats", {"find", "--find", "a", "--format", "json", "--format", "text", "x"}, "given twice"},
         InvalidCall{"UnknownFormat", {"find", "--find", "a", "--format", "xml", "x"}, "neither text nor json"},
-        InvalidCall{"SwitchWithValue", {"find", "--find", "a", "--backup=no", "x"}, "--backup takes no value"},
+        InvalidCall{"SwitchWithValue", {"find", "--find", "a", "--keep-date=no", "x"}, "--keep-date takes no value\n"},
+        InvalidCall{"OtherVariant",
+                    {"replace", "--find", "a", "--with", "b", "--backup=no", "x"},
+                    "--backup takes no value but --backup=numbered"},
+        InvalidCall{"BackupInFind", {"find", "--find", "a", "--backup", "x"}, "--backup is not an option of find"},
+        InvalidCall{"NumbersInAJob",
+                    {"job", "make", "--find", "a", "--with", "b", "--backup=numbered", "-o", "j.tsq", "x"},
+                    "a saved job can't hold it"},
+        InvalidCall{"BackupInARunThatFinds", {"run", "--backup", "j.tsq"}, "--backup needs --replace"},
+        InvalidCall{"AnyBackupInReplace",
+                    {"replace", "--find", "a", "--with", "b", "--any-backup", "x"},
+                    "--any-backup is not an option of replace"},
         InvalidCall{"RevisionByAlone", {"find", "--find", "a", "--revision-by", "1", "x"}, "needs --revision"},
         InvalidCall{"RevisionByText",
                     {"find", "--find", "a", "--revision", "R", "--revision-by", "1x", "x"},
@@ -317,7 +350,8 @@ TEST(CommandLine, HelpOfACommandNamesItsOptionsAndNoOther)
         words.emplace_back("--help");
         const std::string help = EndOf(words).output;
         for (const OptionRow& row : OptionTable()) {
-            const bool shown = help.find("\n  " + std::string(row.name)) != std::string::npos;
+            // With the blank after it: "--in" is how "--in-place" begins, too.
+            const bool shown = help.find("\n  " + std::string(row.name) + " ") != std::string::npos;
             EXPECT_EQ(shown, (row.commands & Only(command)) != 0) << name << " " << row.name;
         }
         EXPECT_THAT(help, HasSubstr("Examples:"));

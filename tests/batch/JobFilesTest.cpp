@@ -31,6 +31,13 @@ protected:
         return call;
     }
 
+    static std::vector<JobFile> Collect(const BatchCall& call) { return CollectFiles(call).files; }
+
+    void Link(const char* target, StringView name) const
+    {
+        std::filesystem::create_symlink(target, ToUtf8(folder.PathOf(name)));
+    }
+
     /// Paths below the folder, refused ones with ": " and the reason.
     std::vector<std::string> Names(const std::vector<JobFile>& files)
     {
@@ -52,7 +59,7 @@ TEST_F(JobFilesTest, AFolderGivesItsFilesThatMatchInOrder)
     folder.Write(u"c.txt");
     folder.Write(u"sub/d.pptx");
 
-    EXPECT_THAT(Names(CollectFiles(CallFor({u""}))), ElementsAre("a.ppt", "b.pptx"));
+    EXPECT_THAT(Names(Collect(CallFor({u""}))), ElementsAre("a.ppt", "b.pptx"));
 }
 
 TEST_F(JobFilesTest, RecurseGivesAFoldersFilesBeforeItsSubfolders)
@@ -63,30 +70,96 @@ TEST_F(JobFilesTest, RecurseGivesAFoldersFilesBeforeItsSubfolders)
     BatchCall call = CallFor({u""});
     call.recurse = true;
 
-    EXPECT_THAT(Names(CollectFiles(call)), ElementsAre("x.pptx", "a/z.pptx", "a/b/y.pptx"));
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("x.pptx", "a/z.pptx", "a/b/y.pptx"));
 }
 
-TEST_F(JobFilesTest, AFolderLeavesOwnerFilesAndResourceForksOut)
+TEST_F(JobFilesTest, AFolderLeavesLockFilesAndResourceForksOut)
 {
     folder.Write(u"~$a.pptx");
+    folder.Write(u".~lock.a.pptx#");
     folder.Write(u"._a.pptx");
     folder.Write(u".a.pptx");
+    BatchCall call = CallFor({u""});
+    call.patterns = {u"*.ppt*", u"*#"};
 
-    EXPECT_THAT(Names(CollectFiles(CallFor({u""}))), ElementsAre(".a.pptx"));
+    EXPECT_THAT(Names(Collect(call)), ElementsAre(".a.pptx"));
 }
 
 TEST_F(JobFilesTest, AFileThatIsNamedIsTakenWhateverItsName)
 {
-    folder.Write(u"~$notes.bin");
+    folder.Write(u"notes.bin");
 
-    EXPECT_THAT(Names(CollectFiles(CallFor({u"~$notes.bin"}))), ElementsAre("~$notes.bin"));
+    EXPECT_THAT(Names(Collect(CallFor({u"notes.bin"}))), ElementsAre("notes.bin"));
+}
+
+TEST_F(JobFilesTest, ALockFileIsNoPresentationEvenWhenItIsNamed)
+{
+    folder.Write(u"~$a.pptx");
+    folder.Write(u".~lock.a.pptx#");
+
+    EXPECT_THAT(
+        Names(Collect(CallFor({u"~$a.pptx", u".~lock.a.pptx#"}))),
+        ElementsAre("~$a.pptx: A lock file of another program.", ".~lock.a.pptx#: A lock file of another program."));
+}
+
+TEST_F(JobFilesTest, LinksToSubfoldersAreCountedAndLeftOut)
+{
+    folder.Write(u"a.pptx");
+    folder.Write(u"sub/b.pptx");
+    folder.Write(u"elsewhere.txt");
+    Link("sub", u"link");
+    Link("..", u"sub/up");
+    Link("elsewhere.txt", u"file");
+    Link("gone", u"dangling");
+    BatchCall call = CallFor({u""});
+    call.recurse = true;
+
+    const CollectedFiles collected = CollectFiles(call);
+
+    EXPECT_THAT(Names(collected.files), ElementsAre("a.pptx", "sub/b.pptx"));
+    EXPECT_EQ(collected.skippedLinks, 2);
+}
+
+TEST_F(JobFilesTest, FollowedLinksAreWalkedOnce)
+{
+    const TemporaryFolder other;
+    other.Write(u"c.pptx");
+    folder.Write(u"a.pptx");
+    folder.Write(u"sub/b.pptx");
+    Link("..", u"sub/up");
+    Link(".", u"self");
+    Link(ToUtf8(other.Path()).c_str(), u"other");
+    Link(ToUtf8(other.Path()).c_str(), u"zother");
+    BatchCall call = CallFor({u""});
+    call.recurse = call.follow = true;
+
+    const CollectedFiles collected = CollectFiles(call);
+
+    EXPECT_THAT(Names(collected.files), ElementsAre("a.pptx", "sub/b.pptx", "other/c.pptx"));
+    EXPECT_EQ(collected.skippedLinks, 0);
+}
+
+TEST_F(JobFilesTest, ALinkToAFolderThatIsNamedIsWalked)
+{
+    folder.Write(u"sub/b.pptx");
+    Link("sub", u"link");
+
+    EXPECT_THAT(Names(Collect(CallFor({u"link"}))), ElementsAre("link/b.pptx"));
+}
+
+TEST_F(JobFilesTest, WithoutRecurseNoLinkIsLeftOut)
+{
+    folder.MakeFolder(u"sub");
+    Link("sub", u"link");
+
+    EXPECT_EQ(CollectFiles(CallFor({u""})).skippedLinks, 0);
 }
 
 TEST_F(JobFilesTest, APathThatNamesNothingIsRefusedInItsPlace)
 {
     folder.Write(u"a.pptx");
 
-    EXPECT_THAT(Names(CollectFiles(CallFor({u"gone.pptx", u"a.pptx"}))),
+    EXPECT_THAT(Names(Collect(CallFor({u"gone.pptx", u"a.pptx"}))),
                 ElementsAre("gone.pptx: File not found.", "a.pptx"));
 }
 
@@ -96,7 +169,7 @@ TEST_F(JobFilesTest, RefusesALinksPathWithANulAfterIt)
     std::filesystem::create_symlink("a.pptx", ToUtf8(folder.PathOf(u"link.pptx")));
     const String cut = String(u"link.pptx") + u'\0';
 
-    const auto files = CollectFiles(CallFor({u"link.pptx", cut}));
+    const auto files = Collect(CallFor({u"link.pptx", cut}));
 
     ASSERT_EQ(files.size(), 2u);
     EXPECT_EQ(files[0].refusal, u"");
@@ -108,15 +181,15 @@ TEST_F(JobFilesTest, ALostFileIsKeptWhereBackupsAreWanted)
     BatchCall call = CallFor({u"gone.pptx"});
     call.command = Command::Restore;
 
-    EXPECT_THAT(Names(CollectFiles(call)), ElementsAre("gone.pptx"));
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("gone.pptx"));
 }
 
 TEST_F(JobFilesTest, APipeIsRefusedAndNotOpened)
 {
     ASSERT_EQ(mkfifo(ToUtf8(folder.PathOf(u"pipe.pptx")).c_str(), 0600), 0);
 
-    EXPECT_THAT(Names(CollectFiles(CallFor({u"pipe.pptx"}))), ElementsAre("pipe.pptx: Not a regular file."));
-    EXPECT_THAT(CollectFiles(CallFor({u""})), IsEmpty());
+    EXPECT_THAT(Names(Collect(CallFor({u"pipe.pptx"}))), ElementsAre("pipe.pptx: Not a regular file."));
+    EXPECT_THAT(Collect(CallFor({u""})), IsEmpty());
 }
 
 TEST_F(JobFilesTest, TakesAFileOnceHoweverItIsNamed)
@@ -126,7 +199,7 @@ TEST_F(JobFilesTest, TakesAFileOnceHoweverItIsNamed)
     folder.MakeFolder(u"sub");
     std::filesystem::create_symlink("a.pptx", ToUtf8(folder.PathOf(u"link.pptx")));
 
-    const auto files = CollectFiles(CallFor({u"b.pptx", u"", u"sub/../a.pptx", u"b.pptx", u"link.pptx"}));
+    const auto files = Collect(CallFor({u"b.pptx", u"", u"sub/../a.pptx", u"b.pptx", u"link.pptx"}));
 
     EXPECT_THAT(Names(files), ElementsAre("b.pptx", "a.pptx"));
 }
@@ -136,7 +209,7 @@ TEST_F(JobFilesTest, HardLinksAreTwoFiles)
     folder.Write(u"a.pptx");
     std::filesystem::create_hard_link(ToUtf8(folder.PathOf(u"a.pptx")), ToUtf8(folder.PathOf(u"b.pptx")));
 
-    EXPECT_THAT(Names(CollectFiles(CallFor({u""}))), ElementsAre("a.pptx", "b.pptx"));
+    EXPECT_THAT(Names(Collect(CallFor({u""}))), ElementsAre("a.pptx", "b.pptx"));
 }
 
 TEST_F(JobFilesTest, AFolderThatCannotBeReadIsRefusedItself)
@@ -151,7 +224,7 @@ TEST_F(JobFilesTest, AFolderThatCannotBeReadIsRefusedItself)
 
     {
         const OrdinaryUser user;
-        files = CollectFiles(call);
+        files = Collect(call);
     }
 
     ASSERT_EQ(files.size(), 2u);
@@ -167,7 +240,7 @@ TEST_F(JobFilesTest, TheListComesBehindThePathsOfTheCall)
     BatchCall call = CallFor({u"b.pptx"});
     call.filesFrom = folder.PathOf(u"list.txt");
 
-    EXPECT_THAT(Names(CollectFiles(call)), ElementsAre("b.pptx", "a.pptx", "gone.pptx: File not found."));
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("b.pptx", "a.pptx", "gone.pptx: File not found."));
 }
 
 TEST_F(JobFilesTest, AMissingListIsAFailureOfTheCall)
@@ -175,7 +248,24 @@ TEST_F(JobFilesTest, AMissingListIsAFailureOfTheCall)
     BatchCall call = CallFor({});
     call.filesFrom = folder.PathOf(u"list.txt");
 
-    EXPECT_THROW(CollectFiles(call), Failure);
+    EXPECT_THROW(Collect(call), Failure);
+}
+
+TEST_F(JobFilesTest, APipeOrAFolderAsListIsRefusedAtOnce)
+{
+    ASSERT_EQ(mkfifo(ToUtf8(folder.PathOf(u"list.txt")).c_str(), 0600), 0);
+    BatchCall call = CallFor({});
+
+    for (const String& list : {folder.PathOf(u"list.txt"), folder.Path()}) {
+        call.filesFrom = list;
+        try {
+            CollectFiles(call);
+            ADD_FAILURE() << "taken";
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.description,
+                      u"the list of files \"" + list + u"\" is no regular file (- reads standard input)");
+        }
+    }
 }
 
 TEST_F(JobFilesTest, RefusesAFileWhoseBackupWouldOverwriteAnother)
@@ -183,7 +273,7 @@ TEST_F(JobFilesTest, RefusesAFileWhoseBackupWouldOverwriteAnother)
     folder.Write(u"a.ppt");
     folder.Write(u"a.pptm");
     folder.Write(u"a.pptx");
-    auto files = CollectFiles(CallFor({u""}));
+    auto files = Collect(CallFor({u""}));
 
     RefuseSharedBackups(files);
 
@@ -197,7 +287,7 @@ TEST_F(JobFilesTest, RefusesAFileWhoseBackupBelongsToTheJob)
 {
     folder.Write(u"a.ppt");
     folder.Write(u"a.bak");
-    auto files = CollectFiles(CallFor({u"a.ppt", u"a.bak"}));
+    auto files = Collect(CallFor({u"a.ppt", u"a.bak"}));
 
     RefuseSharedBackups(files);
 

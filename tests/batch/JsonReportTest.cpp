@@ -19,14 +19,14 @@ TEST(JsonReport, GivesAFileItsKeysAndTheSearchedLocationsAlone)
 
     EXPECT_EQ(JsonOf(file), R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
                             R"({"find":"cat","replace":"dog","counts":{"slides":3,"notes":0}},)"
-                            R"({"find":"x","replace":"","counts":{"slides":0,"notes":0}}]})"
+                            R"({"find":"x","replace":"","counts":{"slides":0,"notes":0}}],"warnings":[]})"
                             "\n");
 }
 
 TEST(JsonReport, GivesAFailedFileNoItems)
 {
     EXPECT_EQ(JsonOf(FailedFile(u"a.pptx", u"  Wrong Password has been supplied.")),
-              R"({"file":"a.pptx","status":0,"error":"  Wrong Password has been supplied.","items":[]})"
+              R"({"file":"a.pptx","status":0,"error":"  Wrong Password has been supplied.","items":[],"warnings":[]})"
               "\n");
 }
 
@@ -43,7 +43,7 @@ TEST(JsonReport, NamesLocationsInTheirOrderAsTheCommandLineDoes)
               R"({"file":"a.pptx","status":1,"error":"","items":[{"find":"a","replace":"b","counts":{)"
               R"("slides":0,"hyperlinks":1,"shapes":2,"header":3,"footer":4,"builtin-properties":5,)"
               R"("custom-properties":6,"notes":7,"links":8,"master-per-slide":9,"master-per-presentation":10,)"
-              R"("title-master":11,"handout-master":12,"notes-master":13}}]})"
+              R"("title-master":11,"handout-master":12,"notes-master":13}}],"warnings":[]})"
               "\n");
 }
 
@@ -53,13 +53,13 @@ TEST(JsonReport, IsUtf8OnOneLine)
 
     EXPECT_EQ(JsonOf(file),
               "{\"file\":\"Zürich 😀.pptx\",\"status\":1,\"error\":\"\",\"items\":[{\"find\":\"a\\\"b\\n\\t\\\\\","
-              "\"replace\":\"\\u0001\",\"counts\":{\"slides\":1,\"notes\":0}}]}\n");
+              "\"replace\":\"\\u0001\",\"counts\":{\"slides\":1,\"notes\":0}}],\"warnings\":[]}\n");
 }
 
 TEST(JsonReport, ReplacesBytesThatAreNotUtf8)
 {
     EXPECT_EQ(JsonOf(FailedFile(FromUtf8("caf\xE9.pptx"), u"\xD800")),
-              "{\"file\":\"caf\uFFFD.pptx\",\"status\":0,\"error\":\"\uFFFD\",\"items\":[]}\n");
+              "{\"file\":\"caf\uFFFD.pptx\",\"status\":0,\"error\":\"\uFFFD\",\"items\":[],\"warnings\":[]}\n");
 }
 
 TEST(JsonReport, AddsUpAtTheEnd)
@@ -74,10 +74,45 @@ TEST(JsonReport, AddsUpAtTheEnd)
               "\n");
 }
 
+TEST(JsonReport, HoldsTheWarningsOfAFile)
+{
+    FileReport file{u"a.pptx", 2, {}, {}};
+    file.warnings = {u"has 2 more names", u"café"};
+
+    EXPECT_EQ(JsonOf(file),
+              R"({"file":"a.pptx","status":2,"error":"","items":[],"warnings":["has 2 more names","café"]})"
+              "\n");
+}
+
+TEST(JsonReport, NamesSkippedLinksWhereThereAreAny)
+{
+    RunSummary run;
+    run.skippedLinks = 2;
+    BackupSummary backups;
+    backups.skippedLinks = 1;
+
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Find))->AtEnd(run),
+              R"({"summary":{"files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0,"skippedLinks":2}})"
+              "\n");
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Clean))->AtEnd(backups),
+              R"({"summary":{"files":0,"removed":0,"unchanged":0,"failed":0,"skippedLinks":1}})"
+              "\n");
+}
+
+TEST(JsonReport, NamesOlderBackupsThatAreGone)
+{
+    BackupReport file{1, u"a.pptx", u"a..bak.2", {}};
+    file.older = {u"a..bak"};
+
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Clean))->OfFile(file),
+              R"({"file":"a.pptx","backup":"a..bak.2","status":1,"error":"","older":["a..bak"],"warnings":[]})"
+              "\n");
+}
+
 TEST(JsonReport, NamesTheBackupOfAFile)
 {
     EXPECT_EQ(CreateJsonReport(StyleOf(Command::Restore))->OfFile(BackupReport{1, u"a.pptx", u"a..bak", {}}),
-              R"({"file":"a.pptx","backup":"a..bak","status":1,"error":""})"
+              R"({"file":"a.pptx","backup":"a..bak","status":1,"error":"","older":[],"warnings":[]})"
               "\n");
     BackupSummary summary;
     summary.Add({1, u"a", u"b", {}});

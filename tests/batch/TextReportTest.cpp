@@ -108,5 +108,37 @@ TEST(TextReport, PutsAnEmptyLineBetweenFilesAndSummary)
     EXPECT_TRUE(telling->AtEnd(RunSummary{}).starts_with("\n0 files: "));
 }
 
+TEST(TextReport, PutsWarningsUnderTheLineOfTheirFile)
+{
+    const auto report = CreateTextReport(StyleOf(Command::Replace));
+    FileReport changed{u"a.pptx", FileStatus::Counted, {}, {Pair(u"cat", u"dog", 1, 0)}};
+    changed.warnings = {u"has 1 more name", u"with\na line end"};
+    FileReport unchanged{u"b.pptx", FileStatus::NothingCounted, {}, {}};
+    unchanged.warnings = {u"has 1 more name"};
+
+    EXPECT_EQ(report->OfFile(changed),
+              "a.pptx: changed, 1 replaced\n"
+              "    \"cat\" -> \"dog\"  slides 1\n"
+              "    warning: has 1 more name\n"
+              "    warning: with\\na line end\n");
+    EXPECT_EQ(report->OfFile(unchanged),
+              "b.pptx: unchanged\n"
+              "    warning: has 1 more name\n");
+}
+
+TEST(TextReport, NamesWhatCleanRemovedAndWhatItLeft)
+{
+    const auto report = CreateTextReport(StyleOf(Command::Clean));
+    BackupReport removed{1, u"a.pptx", u"a..bak.3", {}};
+    removed.older = {u"a..bak.2", u"a..bak"};
+    BackupReport left{2, u"b.pptx", {}, {}};
+    left.warnings = {u"b..bak stays"};
+
+    EXPECT_EQ(report->OfFile(removed), "a.pptx: removed a..bak.3 and 2 older ones\n");
+    EXPECT_EQ(report->OfFile(left),
+              "b.pptx: no backup\n"
+              "    warning: b..bak stays\n");
+}
+
 }  // namespace
 }  // namespace tessarine::batch

@@ -5,6 +5,7 @@
 #include "batch/Cancellation.h"
 #include "batch/CommandLine.h"
 #include "batch/Output.h"
+#include "batch/ProcessGuards.h"
 #include "model/Excel.h"
 #include "office/builtin/Provider.h"
 #include "office/sheets/ExcelProvider.h"
@@ -37,6 +38,7 @@ int End(const batch::EarlyEnd& end)
 
 int main(int argumentCount, char** arguments)
 {
+    batch::GuardProcess();
     // A program may be started without even its own name.
     const auto read = batch::ReadCommandLine({arguments + (argumentCount > 0 ? 1 : 0), arguments + argumentCount});
     if (const auto* end = std::get_if<batch::EarlyEnd>(&read))

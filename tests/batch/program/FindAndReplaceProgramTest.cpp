@@ -76,10 +76,10 @@ TEST_F(FindAndReplaceProgramTest, FindReportsForPrograms)
         program.Run({"find", "--find", "Fabrikam", "--in", "slides,notes", "--format", "json", "decks"});
 
     EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
-                              R"({"find":"Fabrikam","replace":"","counts":{"slides":2,"notes":1}}]})"
+                              R"({"find":"Fabrikam","replace":"","counts":{"slides":2,"notes":1}}],"warnings":[]})"
                               "\n"
                               R"({"file":"decks/b.pptx","status":2,"error":"","items":[)"
-                              R"({"find":"Fabrikam","replace":"","counts":{"slides":0,"notes":0}}]})"
+                              R"({"find":"Fabrikam","replace":"","counts":{"slides":0,"notes":0}}],"warnings":[]})"
                               "\n"
                               R"({"summary":{"files":2,"changed":1,"unchanged":1,"failed":0,"occurrences":3}})"
                               "\n");
@@ -131,7 +131,7 @@ TEST_F(FindAndReplaceProgramTest, PairsRunOneAfterTheOther)
 
     EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
                               R"({"find":"Fabrikam","replace":"Contoso","counts":{"slides":2}},)"
-                              R"({"find":"Contoso","replace":"Litware","counts":{"slides":2}}]})"
+                              R"({"find":"Contoso","replace":"Litware","counts":{"slides":2}}],"warnings":[]})"
                               "\n"
                               R"({"summary":{"files":1,"changed":1,"unchanged":0,"failed":0,"occurrences":4}})"
                               "\n");
@@ -198,7 +198,8 @@ TEST_F(FindAndReplaceProgramTest, EveryFileHasItsLineWhateverBecomesOfIt)
                                     R"({"file":"mixed/3.pptx","status":0)", R"({"file":"mixed/4.pptx","status":1)",
                                     R"({"file":"mixed/5.pptx","status":0)", R"({"file":"gone.pptx","status":0)",
                                     R"({"summary":{"files":6,"changed":2,"unchanged":0,"failed":4,"occurrences":2}})"));
-    EXPECT_THAT(outcome.output, HasSubstr(R"({"file":"gone.pptx","status":0,"error":"File not found.","items":[]})"));
+    EXPECT_THAT(outcome.output,
+                HasSubstr(R"({"file":"gone.pptx","status":0,"error":"File not found.","items":[],"warnings":[]})"));
     EXPECT_THAT(outcome.output, Not(HasSubstr(R"("status":0,"error":"","items")")));
     EXPECT_EQ(outcome.status, 1);
 }

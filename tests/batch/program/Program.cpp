@@ -1,6 +1,7 @@
 #include "batch/program/Program.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -94,6 +95,12 @@ pid_t Program::Start(const std::vector<std::string>& arguments, int input, int o
         throw std::runtime_error("can't start a process");
     if (process == 0) {
         const bool ready = dup2(input, 0) == 0 && dup2(output, 1) == 1 && dup2(error, 2) == 2;
+        const rlimit limit{fileSizeLimit, fileSizeLimit};
+        if (fileSizeLimit > 0)
+            setrlimit(RLIMIT_FSIZE, &limit);
+        for (int descriptor = 0; descriptor < 3; ++descriptor)
+            if ((closedStreams >> descriptor & 1) != 0)
+                close(descriptor);
         if (ready && chdir(workFolder.c_str()) == 0)
             execve(argumentPointers[0], argumentPointers.data(), variablePointers.data());
         _exit(127);

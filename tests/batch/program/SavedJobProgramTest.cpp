@@ -215,8 +215,9 @@ TEST_F(SavedJobProgramTest, ARunTakesEachPairWithItsOwnPlaces)
 
     const Outcome outcome = program.Run({"run", "job.tsq", "--format", "json"});
 
-    EXPECT_THAT(outcome.output, HasSubstr(R"("items":[{"find":"Fabrikam","replace":"Contoso","counts":{"slides":1}},)"
-                                          R"({"find":"Ask","replace":"Tell","counts":{"footer":0,"notes":1}}]})"));
+    EXPECT_THAT(outcome.output,
+                HasSubstr(R"("items":[{"find":"Fabrikam","replace":"Contoso","counts":{"slides":1}},)"
+                          R"({"find":"Ask","replace":"Tell","counts":{"footer":0,"notes":1}}],"warnings":[]})"));
 }
 
 TEST_F(SavedJobProgramTest, ARunFollowsTheOptionsOfTheJob)

@@ -1,3 +1,9 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -44,6 +50,86 @@ TEST(SurroundingsProgramTest, AnUnwritableReportShowsInTheExitStatus)
 
     EXPECT_EQ(outcome.error, "tessarine-batch: the report could not be written completely\n");
     EXPECT_EQ(outcome.status, 1);
+}
+
+TEST(SurroundingsProgramTest, AReportThatNobodyReadsDoesNotEndTheRun)
+{
+    Program program;
+    for (const auto* name : {u"a.pptx", u"b.pptx", u"c.pptx"})
+        program.folder.Write(name, Deck().Slide(Title(u"Fabrikam")).Bytes());
+    const std::string before = ContentOf(program.folder.PathOf(u"c.pptx"));
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    close(ends[0]);
+    const int error = open(ToUtf8(program.folder.Write(u".error", "")).c_str(), O_RDWR | O_CLOEXEC);
+
+    const int status = Program::WaitFor(
+        program.Start({"replace", "--find", "Fabrikam", "--with", "Contoso", "."}, error, ends[1], error));
+    close(ends[1]);
+    close(error);
+
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u".error")),
+              "tessarine-batch: the report could not be written completely\n");
+    EXPECT_EQ(status, 1);
+    EXPECT_NE(ContentOf(program.folder.PathOf(u"c.pptx")), before);
+}
+
+TEST(SurroundingsProgramTest, AFileThatMayNotGrowFailsAndTheRunGoesOn)
+{
+    Program program;
+    const std::string large = Deck().Slide(Title(u"Fabrikam")).Media("x.bin", 200000, 1).Bytes();
+    program.folder.Write(u"a.pptx", large);
+    program.folder.Write(u"b.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
+    program.fileSizeLimit = 100000;
+
+    const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "a.pptx", "b.pptx"});
+
+    EXPECT_THAT(outcome.output, HasSubstr("a.pptx: failed: "));
+    EXPECT_THAT(outcome.output, HasSubstr("2 files: 1 changed, 0 unchanged, 1 failed; 1 occurrence replaced\n"));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u"a.pptx")), large);
+}
+
+/// A run that was started with standard descriptors closed, so that files might get their numbers.
+class ClosedStreams : public testing::TestWithParam<int>
+{
+};
+
+TEST_P(ClosedStreams, NeverLeadIntoAPresentation)
+{
+    Program program;
+    for (const auto* name : {u"a.pptx", u"b.pptx", u"c.pptx"})
+        program.folder.Write(name, Deck().Slide(Title(u"Fabrikam")).Bytes());
+    program.folder.Write(u"d.pptx", "not a presentation");
+    program.closedStreams = GetParam();
+
+    program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup", "."});
+
+    program.closedStreams = 0;
+    EXPECT_THAT(program.Run({"find", "--find", "Contoso", "a.pptx", "b.pptx", "c.pptx"}).output,
+                HasSubstr("3 files: 3 with hits, 0 without, 0 failed; 3 occurrences found\n"));
+    EXPECT_THAT(program.Run({"restore", "a.pptx", "b.pptx", "c.pptx"}).output, HasSubstr("3 restored"));
+}
+
+INSTANTIATE_TEST_SUITE_P(SurroundingsProgramTest, ClosedStreams, testing::Values(1, 2, 4, 6, 7));
+
+TEST(SurroundingsProgramTest, APipeAsListOfFilesIsRefusedAtOnce)
+{
+    Program program;
+    program.folder.Write(u"a.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
+    ASSERT_EQ(mkfifo(ToUtf8(program.folder.PathOf(u"list")).c_str(), 0600), 0);
+
+    for (const auto* name : {u"list.csv", u"list.tsq"})
+        ASSERT_EQ(mkfifo(ToUtf8(program.folder.PathOf(name)).c_str(), 0600), 0);
+
+    for (const std::vector<std::string>& call :
+         {std::vector<std::string>{"find", "--find", "x", "--files-from", "list"},
+          {"find", "--list", "list.csv", "."},
+          {"run", "list.tsq"}}) {
+        const Outcome outcome = program.Run(call);
+        EXPECT_EQ(outcome.status, 2) << call.front();
+        EXPECT_EQ(std::count(outcome.error.begin(), outcome.error.end(), '\n'), 1) << outcome.error;
+    }
 }
 
 TEST(SurroundingsProgramTest, HelpAndVersionNeedNothing)

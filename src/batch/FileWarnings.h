@@ -1,0 +1,28 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/String.h"
+#include "platform/Warnings.h"
+
+namespace tessarine::batch
+{
+
+/// Gathers the warnings (platform/Warnings.h) of one file after the other, for as long as it lives.
+class FileWarnings
+{
+public:
+    FileWarnings();
+    ~FileWarnings();
+    FileWarnings(const FileWarnings&) = delete;
+    FileWarnings& operator=(const FileWarnings&) = delete;
+
+    /// The warnings since the last call, in their order.
+    std::vector<String> Take();
+
+private:
+    std::vector<String> texts_;
+    WarningPort before_;
+};
+
+}  // namespace tessarine::batch

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace tessarine::batch
+{
+
+/// Readies the process for whatever surroundings it was started in. To be called before any file is opened.
+///
+/// - A write that can't be done fails, and the run goes on and reports it: a pipe that nobody reads any more and a file
+///   beyond the limit of its size no longer end the process (SIGPIPE, SIGXFSZ).
+/// - Where standard input, output or error is closed, its number is taken, so that no file gets it. Notes for standard
+///   error would go into a presentation otherwise. Reading and writing it fails.
+void GuardProcess();
+
+}  // namespace tessarine::batch
