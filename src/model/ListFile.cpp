@@ -10,6 +10,7 @@
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
+#include "platform/ErrorLog.h"
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/LineEnd.h"
@@ -54,6 +55,7 @@ void PutAt(excel::Range& cells, std::int32_t row, std::int32_t column, const exc
 
 bool FindAndReplaceItems::ImportList(const String& vFilepath)
 {
+    const LoggedFile logged(vFilepath);
     bool isAccepted = false;
     LogAndReturn({u"ImportList", FindAndReplaceItemsPlace}, [&] {
         ImportRefusal.reset();
@@ -144,6 +146,7 @@ void FindAndReplaceItems::AddRow(excel::Range& cells, std::int32_t row, const st
 
 void FindAndReplaceItems::ExportsList(const String& vFilepath)
 {
+    const LoggedFile logged(vFilepath);
     LogAndReturn({u"ExportsList", FindAndReplaceItemsPlace}, [&] {
         const bool isText = KeepFailure(FileFailure, [&] { return Export(vFilepath); });
         if (!isText)

@@ -10,6 +10,7 @@
 #include "model/PropertyBag.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
+#include "platform/ErrorLog.h"
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/Messages.h"
@@ -217,6 +218,7 @@ void StoreBlock(const String& path, std::string_view block)
 
 bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
 {
+    const LoggedFile logged(vFilepath);
     return LogAndReturn({u"LoadProject", ProjectPlace}, [&] {
         return KeepFailure(FileFailure, [&] {
             if (!FileExists(vFilepath)) {
@@ -251,6 +253,7 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
 
 void Project::SaveAsProject(String& vFilepath, bool)
 {
+    const LoggedFile logged(vFilepath);
     LogAndReturn({u"SaveAsProject", ProjectPlace}, [&] {
         KeepFailure(FileFailure, [&] {
             if (vFilepath.empty())

@@ -1,6 +1,7 @@
 #include "platform/ErrorLog.h"
 
 #include <ctime>
+#include <utility>
 
 #include "platform/AppendToFile.h"
 #include "platform/Files.h"
@@ -19,6 +20,9 @@ String ApplicationDataFolder;
 
 namespace
 {
+
+LoggedFile* loggedFile = nullptr;  // borrowed
+std::optional<Failure> failure;
 
 String DataFolderPath()
 {
@@ -53,12 +57,34 @@ String ErrorLogPath()
 
 void WriteErrorLog(const String& message) noexcept
 {
-    // Passed over: there is no other place to report that the log can't be written.
-    Skip([&] {
+    try {
         // Before the folder is settled there is no place for a log; the root of the file system is not one.
-        if (!ApplicationDataFolder.empty())
-            AppendToFile(ErrorLogPath(), ToUtf8(message + u"- " + Now() + u"\r\n"));
-    });
+        if (ApplicationDataFolder.empty())
+            return;
+        const String end = u"- " + Now() + u"\r\n";
+        String lines = message + end;
+        if (loggedFile != nullptr && message.find(loggedFile->path_) == String::npos)
+            lines += u"In file " + loggedFile->path_ + end;
+        AppendToFile(ErrorLogPath(), ToUtf8(lines), ErrorLogLimit);
+    } catch (...) {
+        // There is no other place here to tell that the log can't be written.
+        Skip([&] {
+            if (!failure)
+                failure = CurrentFailure();
+        });
+    }
+}
+
+const std::optional<Failure>& ErrorLogFailure()
+{
+    return failure;
+}
+
+LoggedFile::LoggedFile(String path) : path_(std::move(path)), before_(std::exchange(loggedFile, this)) {}
+
+LoggedFile::~LoggedFile()
+{
+    loggedFile = before_;
 }
 
 }  // namespace tessarine

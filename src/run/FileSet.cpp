@@ -4,6 +4,7 @@
 #include "model/LogPlaces.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
+#include "platform/ErrorLog.h"
 #include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
@@ -108,6 +109,7 @@ void Project::RetriveFolder(const String& path, VisitedFolders& visited)
 
 void Project::RetriveFile()
 {
+    const LoggedFile logged(options ? options->FileToProcessFilepath : String());
     LogAndReturn({u"RetriveFile", ProjectPlace}, [&] {
         const std::string bytes = ReadWholeFile(NotNull(options)->FileToProcessFilepath);
         // A line feed alone does not end a line: it may be part of a file's name.
@@ -121,6 +123,7 @@ void Project::RetriveFile()
 
 bool Project::CheckFileExt(const String& path) const
 {
+    const LoggedFile logged(path);
     return LogAndReturn({u"CheckFileExt", ProjectPlace}, [&] {
         if (path.empty() || !FileExists(path))
             return false;

@@ -1,10 +1,14 @@
 #include "platform/ErrorLog.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include <filesystem>
 
+#include "platform/AppendToFile.h"
+#include "platform/FileDescriptor.h"
+#include "platform/Files.h"
 #include "platform/Treatments.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/TemporaryFolder.h"
@@ -124,6 +128,71 @@ TEST(ErrorLog, WritesNothingBeforeItsFolderIsSettled)
     WriteErrorLog(u"lost");
 
     EXPECT_EQ(ContentOf(u"/Errors.Log"), before);
+}
+
+TEST(ErrorLog, NamesTheFileOfALineThatDoesNot)
+{
+    const ErrorLogRecorder log;
+    {
+        const LoggedFile outer(u"/list.txt");
+        {
+            const LoggedFile inner(u"/folder/a.pptx");
+            WriteErrorLog(u"damaged");
+            WriteErrorLog(u"Can't open \"/folder/a.pptx\"");
+        }
+        WriteErrorLog(u"second");
+    }
+    WriteErrorLog(u"third");
+
+    EXPECT_THAT(log.LinesWithFiles(), ElementsAre("damaged", "In file /folder/a.pptx", "Can't open \"/folder/a.pptx\"",
+                                                  "second", "In file /list.txt", "third"));
+    EXPECT_THAT(log.Lines(), ElementsAre("damaged", "Can't open \"/folder/a.pptx\"", "second", "third"));
+}
+
+TEST(ErrorLog, BeginsAnewWhenItIsFullAndKeepsTheOneBefore)
+{
+    const ErrorLogRecorder log;
+    const String old = ErrorLogPath() + u".old";
+    WriteErrorLog(u"first");
+    std::filesystem::resize_file(ToUtf8(ErrorLogPath()), ErrorLogLimit - 1);
+    WriteErrorLog(u"second");
+    EXPECT_FALSE(FileExists(old));
+
+    WriteErrorLog(u"third");
+
+    EXPECT_THAT(log.Lines(), ElementsAre("third"));
+    EXPECT_THAT(ContentOf(old), AllOf(testing::StartsWith("first- "), testing::HasSubstr("second- ")));
+
+    std::filesystem::resize_file(ToUtf8(ErrorLogPath()), ErrorLogLimit);
+    WriteErrorLog(u"fourth");
+
+    EXPECT_THAT(ContentOf(old), testing::StartsWith("third- "));
+    EXPECT_THAT(log.Lines(), ElementsAre("fourth"));
+}
+
+TEST(ErrorLog, IsNeverAPipeALinkOrADevice)
+{
+    const TemporaryFolder folder;
+    const String victim = folder.Write(u"victim", "old");
+    const std::string log = ToUtf8(folder.PathOf(u"Errors.Log"));
+    const LogIn place(folder.Path());
+    const auto append = [] { return Skip([] { AppendToFile(ErrorLogPath(), "line", ErrorLogLimit); }); };
+
+    ASSERT_EQ(mkfifo(log.c_str(), 0600), 0);
+    EXPECT_EQ(append(), FailureNumber::PermissionDenied) << "a pipe without a reader";
+    {
+        const FileDescriptor reader(open(log.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+        EXPECT_EQ(append(), FailureNumber::PermissionDenied) << "a pipe with a reader";
+        char byte = 0;
+        EXPECT_EQ(read(reader.get(), &byte, 1), 0) << "nothing was written";
+    }
+    std::filesystem::remove(log);
+    std::filesystem::create_symlink(ToUtf8(victim), log);
+    EXPECT_EQ(append(), FailureNumber::PermissionDenied) << "a link";
+    EXPECT_EQ(ContentOf(victim), "old");
+
+    WriteErrorLog(u"line");
+    EXPECT_TRUE(ErrorLogFailure()) << "for the batch program, which says so";
 }
 
 TEST(ErrorLog, DoesNotKeepTheFileOpen)

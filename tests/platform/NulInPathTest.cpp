@@ -71,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
                 SetAttributes(path, {FileAttribute::Normal, 0600});
             }},
         Row{"ClearAttributes", [](const String& path, const String&) { ClearAttributes(path); }},
-        Row{"AppendToFile", [](const String& path, const String&) { AppendToFile(path, "line"); }},
+        Row{"AppendToFile", [](const String& path, const String&) { AppendToFile(path, "line", 100); }},
         Row{"RandomAccessFile", [](const String& path, const String&) { const RandomAccessFile file(path); }},
         Row{"ReplacementFile", [](const String& path, const String&) { const ReplacementFile file(path); }},
         Row{"ReplacementFileMade",

@@ -24,6 +24,13 @@ std::string ErrorLogRecorder::Bytes() const
 
 std::vector<std::string> ErrorLogRecorder::Lines() const
 {
+    std::vector<std::string> lines = LinesWithFiles();
+    std::erase_if(lines, [](const std::string& line) { return line.starts_with("In file "); });
+    return lines;
+}
+
+std::vector<std::string> ErrorLogRecorder::LinesWithFiles() const
+{
     std::vector<std::string> lines;
     const std::string bytes = Bytes();
     std::size_t begin = 0;

@@ -20,8 +20,12 @@ public:
     /// The log as it stands, byte for byte; empty when nothing was logged.
     std::string Bytes() const;
 
-    /// The messages of the lines so far, without the "- ", the date and the time that follow them.
+    /// The messages of the lines so far, without the "- ", the date and the time that follow them, and without the
+    /// lines that only name the file of the line before.
     std::vector<std::string> Lines() const;
+
+    /// The same with those lines ("In file /folder/a.pptx").
+    std::vector<std::string> LinesWithFiles() const;
 
 private:
     TemporaryFolder folder_;
