@@ -122,7 +122,9 @@ public:
     /// file is closed without a change and keeps its attributes.
     std::function<void(const String& path)> Opened;
 
-    /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read.
+    /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read. A file that
+    /// another program has in use is a failure of the copying back, and so is a read-only one without
+    /// ProcessReadonlyFiles: a failure is logged, and what comes after it is not treated.
     void RemoveBackupFiles(const String& vPath);
     void RestoreBackupFiles(const String& vPath);
 

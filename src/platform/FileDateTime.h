@@ -2,6 +2,7 @@
 
 #include <time.h>
 
+#include "platform/FileState.h"
 #include "platform/String.h"
 
 namespace tessarine
@@ -12,15 +13,16 @@ namespace tessarine
 struct FileTimes {
     timespec lastAccess{};  ///< Where the file system keeps it.
     timespec lastWrite{};
-    bool valid = false;  ///< False when the times could not be read; setting such times does nothing.
+    bool valid = false;      ///< False when the times could not be read; setting such times does nothing.
+    FileIdentity file = {};  ///< The file that they are of.
 };
 
 /// Reads a file's times. Never raises: on any error the result is not valid.
 FileTimes GetFileDateTime(StringView path);
 
-/// Writes a file's times back. An error writes one line to the error log (procedure SetFileDateTime, "Module
-/// modFileDateTime at time"); a file that can't be opened keeps its times without a word. True when the times were
-/// set.
+/// Writes a file's times back: of the file that they were read of, or of its new content (KnownFile). An error writes
+/// one line to the error log (procedure SetFileDateTime, "Module modFileDateTime at time"); a file that can't be opened
+/// keeps its times without a word. True when the times were set.
 bool SetFileDateTime(StringView path, const FileTimes& times);
 
 }  // namespace tessarine

@@ -7,6 +7,7 @@
 
 #include "platform/FileDescriptor.h"
 #include "platform/FileFailure.h"
+#include "platform/KnownFile.h"
 #include "platform/NativePath.h"
 #include "platform/Treatments.h"
 
@@ -20,7 +21,7 @@ FileTimes GetFileDateTime(StringView path)
     Skip([&] {
         struct stat status = {};
         if (stat(NativePath(path).c_str(), &status) == 0)
-            times = {status.st_atim, status.st_mtim, true};
+            times = {status.st_atim, status.st_mtim, true, {status.st_dev, status.st_ino}};
     });
     return times;
 }
@@ -31,11 +32,10 @@ bool SetFileDateTime(StringView path, const FileTimes& times)
         if (!times.valid)
             return false;
         const std::string nativePath = NativePath(path);
-        // Opened for writing, so that a file that can't be written keeps its times; and without waiting for the other
-        // end of a named pipe.
-        const FileDescriptor file(open(nativePath.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
-        if (!file.IsOpen())
+        if (faccessat(AT_FDCWD, nativePath.c_str(), W_OK, AT_EACCESS) != 0)
             return false;
+        // Opened for writing, as the times of a file that can't be written stay.
+        const FileDescriptor file = OpenKnownFile(nativePath, times.file, O_WRONLY, "set the times of");
         const timespec accessAndWrite[] = {times.lastAccess, times.lastWrite};
         if (futimens(file.get(), accessAndWrite) != 0)
             throw ClassicFileFailure(errno, "set the times of", nativePath);

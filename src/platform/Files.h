@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/FileState.h"
 #include "platform/String.h"
 
 /// What the run does to files. Paths are the platform's own, as text; one with a NUL names no file (NativePath). Where
@@ -83,16 +84,19 @@ inline constexpr std::int32_t Archive = 32;  ///< Never set on Linux.
 struct FileAttributes {
     std::int32_t bits = FileAttribute::Normal;
     std::uint32_t mode = 0;  ///< All twelve bits, with set-user, set-group and sticky.
+    FileIdentity file = {};  ///< The file that they are of.
 };
 
 /// A file's attributes; of a link those of its target.
 FileAttributes GetAttributes(StringView path);
 
 /// Puts back what GetAttributes read. A file that still has it is left alone, because only its owner may set a mode,
-/// but others may run over it without a change.
+/// but others may run over it without a change. `PermissionDenied` for a path that leads to another file by now, unless
+/// that is the new content of a save (KnownFile).
 void SetAttributes(StringView path, const FileAttributes& attributes);
 
-/// Sets the attributes to `Normal`: the file becomes writable for its owner, and its other mode bits stay.
-void ClearAttributes(StringView path);
+/// Sets the attributes to `Normal`: the file becomes writable for its owner, and its other mode bits stay. Of the file
+/// whose attributes were read alone, as for SetAttributes; and never of another user's file through a link.
+void ClearAttributes(StringView path, const FileAttributes& attributes);
 
 }  // namespace tessarine

@@ -15,6 +15,7 @@
 
 #include "platform/FileDescriptor.h"
 #include "platform/FileFailure.h"
+#include "platform/KnownFile.h"
 #include "platform/NativePath.h"
 
 namespace tessarine
@@ -33,6 +34,9 @@ std::optional<Status> StatusOf(StringView path)
         return std::nullopt;
     return status;
 }
+
+/// What failed, for a failure's text.
+constexpr const char* settingAttributes = "set the attributes of";
 
 Status ExistingStatus(const std::string& path)
 {
@@ -191,27 +195,38 @@ void DeleteFile(StringView path)
 
 FileAttributes GetAttributes(StringView path)
 {
-    const mode_t mode = ExistingStatus(NativePath(path)).st_mode & 07777;
-    return {(mode & S_IWUSR) ? FileAttribute::Normal : FileAttribute::ReadOnly, mode};
+    const Status status = ExistingStatus(NativePath(path));
+    const mode_t mode = status.st_mode & 07777;
+    return {(mode & S_IWUSR) ? FileAttribute::Normal : FileAttribute::ReadOnly, mode, {status.st_dev, status.st_ino}};
 }
 
 void SetAttributes(StringView path, const FileAttributes& attributes)
 {
     const std::string nativePath = NativePath(path);
     const auto mode = static_cast<mode_t>(attributes.mode);
-    // Only a file's owner may set its mode, even to what it is. Others must be able to run over it all the same.
+    // Only a file's owner may set its mode, even to what it is. Others must be able to run over it all the same. Most
+    // files have it still, which one call tells.
     if ((ExistingStatus(nativePath).st_mode & 07777) == mode)
         return;
-    if (chmod(nativePath.c_str(), mode) != 0)
-        throw ClassicFileFailure(errno, "set the attributes of", nativePath);
+    const FileDescriptor file = OpenKnownFile(nativePath, attributes.file, O_RDONLY, settingAttributes);
+    if (fchmod(file.get(), mode) != 0)
+        throw ClassicFileFailure(errno, settingAttributes, nativePath);
 }
 
-void ClearAttributes(StringView path)
+void ClearAttributes(StringView path, const FileAttributes& attributes)
 {
+    const std::string nativePath = NativePath(path);
+    const FileDescriptor file = OpenKnownFile(nativePath, attributes.file, O_RDONLY, settingAttributes);
+    Status opened = {};
+    Status named = {};
+    if (fstat(file.get(), &opened) != 0 || lstat(nativePath.c_str(), &named) != 0)
+        throw ClassicFileFailure(errno, settingAttributes, nativePath);
+    // The superuser may change anybody's file, and a link in somebody's folder may lead to any.
+    if (S_ISLNK(named.st_mode) && opened.st_uid != geteuid())
+        throw ClassicFileFailure(EPERM, "set, through a link, the attributes of another user's file", nativePath);
     // The write bit alone says whether a file is read-only; the others stay for whoever else uses it.
-    FileAttributes attributes = GetAttributes(path);
-    attributes.mode |= S_IWUSR;
-    SetAttributes(path, attributes);
+    if (fchmod(file.get(), (opened.st_mode & 07777) | S_IWUSR) != 0)
+        throw ClassicFileFailure(errno, settingAttributes, nativePath);
 }
 
 }  // namespace tessarine

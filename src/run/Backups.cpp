@@ -1,11 +1,29 @@
+#include <unordered_set>
+
 #include "model/LogPlaces.h"
 #include "model/Project.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/Treatments.h"
 #include "run/BackupPaths.h"
 
 namespace tessarine
 {
+
+namespace
+{
+
+/// Raises when somebody has the file in use, or has protected it and the job does not pass over that.
+void RestoreFile(const String& backup, const String& path, bool takesReadOnly)
+{
+    const FileLock lock(path);
+    if (FileExists(path) && !takesReadOnly && (GetAttributes(path).bits & FileAttribute::ReadOnly) != 0)
+        throw Failure(FailureNumber::PermissionDenied,
+                      u"Permission denied: could not write " + path + u" (it is read-only)");
+    CopyFile(backup, path);
+}
+
+}  // namespace
 
 void Project::RemoveBackupFiles(const String&)
 {
@@ -24,9 +42,11 @@ void Project::RestoreBackupFiles(const String&)
         // Intended: unlike RemoveBackupFiles this does not clear the list, so after a run a path stands in it twice.
         // Restoring it twice gives the same file, and FilesToProcess is what callers have always found afterwards.
         AddFilesOfSource();
+        std::unordered_set<String> restored;
         for (const String& path : FilesToProcess)
-            if (const String backup = BackupPathOf(path); FileExists(backup))
-                CopyFile(backup, path);
+            // Once: the mode that a file gets back may be read-only, which would refuse it the second time.
+            if (const String backup = BackupPathOf(path); FileExists(backup) && restored.insert(path).second)
+                RestoreFile(backup, path, NotNull(options)->ProcessReadonlyFiles);
     });
 }
 

@@ -5,6 +5,7 @@
 #include "model/LogPlaces.h"
 #include "platform/ErrorLog.h"
 #include "platform/Messages.h"
+#include "platform/Warnings.h"
 #include "run/BackupPaths.h"
 #include "run/BinaryDigits.h"
 
@@ -132,6 +133,8 @@ RunLoop::Step RunLoop::Begin()
             throw Failure(FailureNumber::SubscriptOutOfRange, u"Subscript out of range");
         path_ = project_.FilesToProcess[position];
     });
+    LetGo();
+    loggedFile_.emplace(path_);
     // The receiver hears of a file before the cancel is looked at, so a run may be cancelled from this very event.
     Statement([&] { project_.BeforFileProcess.Raise(path_); });
 
@@ -140,24 +143,35 @@ RunLoop::Step RunLoop::Begin()
         return Step::End;
     }
 
+    if (Saves()) {
+        // Before the backup, which would be of a content that another run is about to replace.
+        if (const auto refusal = FailureOf([&] { lock_.emplace(path_); })) {
+            mode_ = Mode::Captured;
+            return SortOpenFailure(*refusal);
+        }
+    }
     // Before the read-only attribute is looked at: a file that is then left alone has a backup all the same.
     if (Options().BackupMode)
         Statement([&] { CopyFile(path_, BackupTargetOf(path_)); });
 
     Statement([&] { savedAttributes_ = GetAttributes(path_); });
-    Statement([&] { attributeBits_ = DecimalToBinary(savedAttributes_.bits); });
+    Statement([&] { attributeBits_ = DecimalToBinary(NotNull(savedAttributes_)->bits); });
     // The last binary digit is the attribute "read-only".
-    if (attributeBits_.ends_with(u'1')) {
-        if (!Options().ProcessReadonlyFiles) {
-            ReportUnprocessed(u"Read Only File.");
-            return Step::Report;
-        }
-        Statement([&] { ClearAttributes(path_); });
+    const bool isReadOnly = attributeBits_.ends_with(u'1');
+    if (isReadOnly && !Options().ProcessReadonlyFiles) {
+        ReportUnprocessed(u"Read Only File.");
+        return Step::Report;
     }
 
-    // After the attributes are cleared, because the times of a read-only file can't be written back.
-    if (Options().KeepOriginalFileDate)
+    if (Options().KeepOriginalFileDate) {
         savedTimes_ = GetFileDateTime(path_);
+        if (!savedTimes_.valid)
+            Warn(path_, u"its dates can't be read, so they are not kept");
+    }
+    if (isReadOnly || (Saves() && Options().KeepOriginalFileDate))
+        NoteForNextStart();
+    if (isReadOnly)
+        Statement([&] { ClearAttributes(path_, *NotNull(savedAttributes_)); });
     return Step::Open;
 }
 
@@ -198,9 +212,12 @@ RunLoop::Step RunLoop::Restore()
 {
     mode_ = Mode::None;
     // The date first: a restored read-only attribute would forbid it.
-    if (Options().KeepOriginalFileDate)
-        SetFileDateTime(path_, savedTimes_);
-    SetAttributes(path_, savedAttributes_);
+    if (Options().KeepOriginalFileDate && savedTimes_.valid && !SetFileDateTime(path_, savedTimes_))
+        Warn(path_, u"its dates could not be put back");
+    if (Saves())
+        PutBackAttributes();
+    else if (savedAttributes_)
+        SetAttributes(path_, *savedAttributes_);
     // A file whose processing failed has no result of its own: it hands on that of the file before, under its own name.
     // Without one before it the run ends here.
     NotNull(result_)->FileName = path_;
@@ -209,6 +226,8 @@ RunLoop::Step RunLoop::Restore()
 
 RunLoop::Step RunLoop::Report()
 {
+    // Before the receivers, who may want to open the file.
+    LetGo();
     Statement([&] { project_.AfterFileProcess.Raise(result_); });
     Statement([&] { engine_.mCPUUsage ? YieldWithSleep() : DeliverPendingEvents(); });
     ++processedFileCount_;
@@ -233,6 +252,7 @@ RunLoop::Step RunLoop::NextFile()
 
 RunLoop::Step RunLoop::End()
 {
+    LetGo();
     Statement([&] { Application().Quit(); });
     project_.application_.reset();
     project_.UnloadPowerPoint();
@@ -277,7 +297,36 @@ void RunLoop::CloseUntouched()
     Skip([&] { NotNull(engine_.xPresentation)->Close(); });
     engine_.xPresentation.reset();
     // Only Begin of this very file can have cleared them, and nothing was saved that they would stand in the way of.
-    Skip([&] { SetAttributes(path_, savedAttributes_); });
+    PutBackAttributes();
+}
+
+void RunLoop::NoteForNextStart()
+{
+    const std::optional<Failure> failure = FailureOf([&] {
+        journal_.Begin(path_, *NotNull(savedAttributes_), Options().KeepOriginalFileDate ? savedTimes_ : FileTimes{});
+    });
+    // The run goes on: what the journal is for happens to few runs, and the user has asked for this one.
+    if (failure)
+        Warn(path_, u"its mode and dates won't come back if the run is killed: " + failure->Reason());
+}
+
+void RunLoop::PutBackAttributes()
+{
+    const std::optional<Failure> failure = FailureOf([&] {
+        if (savedAttributes_)
+            SetAttributes(path_, *savedAttributes_);
+    });
+    // The file is saved by now, and says so: this must not make it one that failed.
+    if (failure)
+        Warn(path_, u"its attributes could not be put back: " + failure->Reason());
+}
+
+void RunLoop::LetGo()
+{
+    journal_.End();
+    lock_.reset();
+    loggedFile_.reset();
+    savedAttributes_.reset();
 }
 
 ProjectOptions& RunLoop::Options() const

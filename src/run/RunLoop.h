@@ -2,12 +2,16 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "engine/CounterStatuses.h"
 #include "engine/SearchFunctions.h"
 #include "model/Project.h"
+#include "platform/ErrorLog.h"
 #include "platform/FileDateTime.h"
+#include "platform/FileLock.h"
 #include "platform/Files.h"
+#include "platform/RunJournal.h"
 #include "platform/Treatments.h"
 
 namespace tessarine
@@ -23,6 +27,9 @@ namespace tessarine
 ///   after an open failure               Captured   passed over, until the next file's end
 ///   after a processed file              None       leaves Search; the end steps do not run
 ///   after the general handler           None       leaves Search
+///
+/// A run that saves locks each file from before its backup to its report. A file that can't be locked, because another
+/// run or another program has it, goes the way of one that could not be opened, and nothing is done to it.
 class RunLoop
 {
 public:
@@ -40,11 +47,11 @@ private:
 
     Step Perform(Step step);
     Step SetUp();     // takes over the options, starts PowerPoint, counts the files
-    Step Begin();     // announces a file; cancel, backup, attributes, dates
+    Step Begin();     // announces a file; cancel, lock, backup, attributes, dates
     Step Open();      // opens it and tells Project::Opened; a failure of either is sorted by its number
     Step Process();   // the revision number, then all pairs; a failure is passed over
     Step Restore();   // the dates, then the attributes
-    Step Report();    // tells the receivers; restarts PowerPoint when its time has come
+    Step Report();    // lets go of the file and tells the receivers; restarts PowerPoint when its time has come
     Step NextFile();  // moves on, or to the end
     Step End();       // ends PowerPoint and the hourglass
 
@@ -56,6 +63,11 @@ private:
     void RestartAsPlanned();  // between two files, as the options ask
     void RestartAfterLoss();  // in the middle of opening a file
     void StartAgain();
+
+    bool Saves() const { return !engine_.mIsFindOnly; }
+    void NoteForNextStart();   // in the journal, before the file's attributes or dates change
+    void PutBackAttributes();  // a failure is a warning
+    void LetGo();              // of the file that the loop was at
 
     ProjectOptions& Options() const;
     powerpoint::Application& Application() const;
@@ -84,13 +96,18 @@ private:
     std::int16_t bound_ = 0;               // how many files there were when the run began
     std::int32_t processedFileCount_ = 0;  // also those that failed: a restart counts them all
 
-    // Intended: nothing here is cleared between files. A file whose open fails is reported with the result of the file
+    // Intended: these are not cleared between files. A file whose open fails is reported with the result of the file
     // before, as receivers of the event expect.
     String path_;
     std::shared_ptr<CounterStatuses> result_;
-    FileAttributes savedAttributes_;
     String attributeBits_;
     FileTimes savedTimes_;
+
+    // Of the file that the loop is at; nothing before its beginning and after its end.
+    std::optional<FileAttributes> savedAttributes_;  // cleared, as no other file may ever get them
+    std::optional<LoggedFile> loggedFile_;
+    std::optional<FileLock> lock_;
+    RunJournal journal_;
 };
 
 }  // namespace tessarine

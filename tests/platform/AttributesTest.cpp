@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
 
 #include "platform/Files.h"
 #include "platform/Treatments.h"
@@ -33,7 +36,7 @@ TEST_F(Attributes, ClearedAddTheOwnersWriteBitAlone)
     const String path = folder_.Write(u"a.ppt");
     SetMode(path, 0454);
 
-    ClearAttributes(path);
+    ClearAttributes(path, GetAttributes(path));
 
     EXPECT_EQ(ModeOf(path), 0654u);
     EXPECT_EQ(GetAttributes(path).bits, FileAttribute::Normal);
@@ -44,11 +47,71 @@ TEST_F(Attributes, ComeBackToTheLastBit)
     const String path = folder_.Write(u"a.ppt");
     SetMode(path, 04541);
     const FileAttributes saved = GetAttributes(path);
-    ClearAttributes(path);
+    ClearAttributes(path, GetAttributes(path));
 
     SetAttributes(path, saved);
 
     EXPECT_EQ(ModeOf(path), 04541u);
+}
+
+TEST_F(Attributes, AreNeverSetThroughALinkPutThereMeanwhile)
+{
+    const String path = folder_.Write(u"a.ppt");
+    const String victim = folder_.Write(u"victim");
+    SetMode(path, 0644);
+    const FileAttributes saved = GetAttributes(path);
+    SetMode(victim, 0400);
+    DeleteFile(path);
+    std::filesystem::create_symlink(ToUtf8(victim), ToUtf8(path));
+
+    EXPECT_EQ(Skip([&] { SetAttributes(path, saved); }), 70);
+    EXPECT_EQ(Skip([&] { ClearAttributes(path, saved); }), 70);
+
+    EXPECT_EQ(ModeOf(victim), 0400u);
+}
+
+TEST_F(Attributes, AreNeverSetOnAHardLinkPutThereMeanwhile)
+{
+    const String path = folder_.Write(u"a.ppt");
+    const String victim = folder_.Write(u"victim");
+    SetMode(path, 0644);
+    const FileAttributes saved = GetAttributes(path);
+    SetMode(victim, 0400);
+    DeleteFile(path);
+    std::filesystem::create_hard_link(ToUtf8(victim), ToUtf8(path));
+
+    EXPECT_EQ(Skip([&] { SetAttributes(path, saved); }), 70);
+    EXPECT_EQ(Skip([&] { ClearAttributes(path, saved); }), 70);
+
+    EXPECT_EQ(ModeOf(victim), 0400u);
+}
+
+TEST_F(Attributes, OfAnotherUsersFileAreNotClearedThroughALink)
+{
+    const String target = folder_.Write(u"a.ppt");
+    const String path = folder_.PathOf(u"link.ppt");
+    std::filesystem::create_symlink(ToUtf8(target), ToUtf8(path));
+    SetMode(target, 0444);
+    if (chown(ToUtf8(target).c_str(), 65534, 65534) != 0)
+        GTEST_SKIP() << "only the superuser can make another user's file";
+
+    EXPECT_EQ(Skip([&] { ClearAttributes(path, GetAttributes(path)); }), 70);
+
+    EXPECT_EQ(ModeOf(target), 0444u);
+}
+
+TEST_F(Attributes, ComeBackOnTheNewContentOfASave)
+{
+    const String path = folder_.Write(u"a.ppt");
+    SetMode(path, 0444);
+    const FileAttributes saved = GetAttributes(path);
+    const String content = folder_.Write(u"new");
+    SetMode(content, 0644);
+    std::filesystem::rename(ToUtf8(content), ToUtf8(path));
+
+    SetAttributes(path, saved);
+
+    EXPECT_EQ(ModeOf(path), 0444u);
 }
 
 TEST_F(Attributes, OfAMissingFileRaise)
@@ -57,7 +120,7 @@ TEST_F(Attributes, OfAMissingFileRaise)
 
     EXPECT_EQ(Skip([&] { GetAttributes(path); }), 53);
     EXPECT_EQ(Skip([&] { SetAttributes(path, {}); }), 53);
-    EXPECT_EQ(Skip([&] { ClearAttributes(path); }), 53);
+    EXPECT_EQ(Skip([&] { ClearAttributes(path, {}); }), 53);
     EXPECT_EQ(Skip([&] { GetAttributes(u""); }), 53);
 }
 

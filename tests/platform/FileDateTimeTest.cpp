@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+
 #include "platform/Files.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
@@ -100,6 +102,20 @@ TEST_F(FileDates, OfAFileThatCannotBeOpenedStay)
     EXPECT_FALSE(SetFileDateTime(folder_.PathOf(u"missing.ppt"), {{5000, 6}, {7000, 8}, true}));
     ExpectTimes(path, before);
     EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
+TEST_F(FileDates, AreNeverSetThroughALinkPutThereMeanwhile)
+{
+    const String path = WriteWithTimes({1000, 2}, {3000, 4});
+    const FileTimes saved = GetFileDateTime(path);
+    const String victim = folder_.Write(u"victim");
+    DeleteFile(path);
+    std::filesystem::create_symlink(ToUtf8(victim), ToUtf8(path));
+
+    EXPECT_FALSE(SetFileDateTime(path, saved));
+
+    EXPECT_NE(StatusOf(victim).st_mtim.tv_sec, 3000);
+    EXPECT_THAT(log_.Lines(), ElementsAre(testing::HasSubstr("(another file has taken its place)")));
 }
 
 TEST_F(FileDates, ThatTheSystemRefusesAreLogged)

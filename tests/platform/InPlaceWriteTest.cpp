@@ -183,7 +183,7 @@ TEST_F(WriteInPlace, GivesModeAndDatesBackAfterItIsCompleted)
     if (child == 0) {
         RunJournal journal;
         journal.Begin(file_, GetAttributes(file_), GetFileDateTime(file_));
-        ClearAttributes(file_);
+        ClearAttributes(file_, GetAttributes(file_));
         const FileDescriptor file(open(ToUtf8(file_).c_str(), O_RDWR | O_CLOEXEC));
         const InPlaceWrite write(ToUtf8(file_), file.get(), ToUtf8(copy));
         if (pwrite(file.get(), content.data(), pageLength, 0) == static_cast<ssize_t>(pageLength))

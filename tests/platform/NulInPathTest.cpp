@@ -70,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
             [](const String& path, const String&) {
                 SetAttributes(path, {FileAttribute::Normal, 0600});
             }},
-        Row{"ClearAttributes", [](const String& path, const String&) { ClearAttributes(path); }},
+        Row{"ClearAttributes", [](const String& path, const String&) { ClearAttributes(path, {}); }},
         Row{"AppendToFile", [](const String& path, const String&) { AppendToFile(path, "line", 100); }},
         Row{"RandomAccessFile", [](const String& path, const String&) { const RandomAccessFile file(path); }},
         Row{"ReplacementFile", [](const String& path, const String&) { const ReplacementFile file(path); }},

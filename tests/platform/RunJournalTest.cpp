@@ -80,7 +80,7 @@ protected:
     void BeginOn(RunJournal& journal, StringView path) const
     {
         journal.Begin(path, GetAttributes(path), GetFileDateTime(path));
-        ClearAttributes(path);
+        ClearAttributes(path, GetAttributes(path));
     }
 
     static std::vector<std::string> Journals()
@@ -225,7 +225,7 @@ TEST_F(KilledRun, LeavesANewDateUnlessDatesAreKept)
     InKilledProcess([this] {
         RunJournal journal;
         journal.Begin(file_, GetAttributes(file_), {});
-        ClearAttributes(file_);
+        ClearAttributes(file_, GetAttributes(file_));
         Replace("new");
         kill(getpid(), SIGKILL);
     });

@@ -127,6 +127,38 @@ TEST_F(RestoringBackups, StopsAtAFileThatCannotBeWritten)
                                    "RestoreBackupFiles at Line No. 0 of Class Module Project"));
 }
 
+TEST_F(RestoringBackups, StopsAtAFileThatIsInUse)
+{
+    RunOver({u"1.ppt", u"2.ppt", u"3.ppt"});
+    folder_.Write(u"~$2.ppt");
+
+    project_->RestoreBackupFiles(u"");
+
+    EXPECT_EQ(Content(u"1.ppt"), "bytes of 1.ppt");
+    EXPECT_EQ(Content(u"2.ppt"), "changed");
+    EXPECT_EQ(Content(u"3.ppt"), "changed");
+    EXPECT_THAT(Log(), ElementsAre(testing::HasSubstr("is in use")));
+}
+
+TEST_F(RestoringBackups, StopsAtAReadOnlyFileUnlessAskedFor)
+{
+    RunOver({u"1.ppt", u"2.ppt"});
+    SetMode(folder_.PathOf(u"1.ppt"), 0444);
+
+    project_->RestoreBackupFiles(u"");
+
+    EXPECT_EQ(Content(u"1.ppt"), "changed");
+    EXPECT_EQ(Content(u"2.ppt"), "changed");
+    EXPECT_THAT(Log(), ElementsAre("Error 70 (Permission denied: could not write 1.ppt (it is read-only)) in procedure "
+                                   "RestoreBackupFiles at Line No. 0 of Class Module Project"));
+
+    project_->options->ProcessReadonlyFiles = true;
+    project_->RestoreBackupFiles(u"");
+
+    EXPECT_EQ(Content(u"1.ppt"), "bytes of 1.ppt");
+    EXPECT_EQ(Content(u"2.ppt"), "bytes of 2.ppt");
+}
+
 TEST_F(RemovingBackups, DeletesBackupsOfThreeLetterExtensionsOnly)
 {
     RunOver({u"a.ppt", u"b.pptx"});
