@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "app/LanguageText.h"
 #include "batch/BatchCall.h"
@@ -15,6 +16,7 @@
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/Locale.h"
+#include "platform/Messages.h"
 #include "run/JobInputs.h"
 
 namespace tessarine::batch
@@ -73,6 +75,25 @@ void CheckPairs(const FindAndReplaceItems& items, bool replaces)
         if (replaces)
             CheckEnds(item->FindWhat, item->ReplaceWith, *item->OptionSetting);
 }
+
+/// Takes the last message that would be shown, for as long as it lives.
+class MessagesTo
+{
+public:
+    explicit MessagesTo(String& text)
+        : before_(SetMessageBox([&text](const Message& message) {
+              text = message.text;
+              return MessageAnswer::Ok;
+          }))
+    {
+    }
+    ~MessagesTo() { SetMessageBox(std::move(before_)); }
+    MessagesTo(const MessagesTo&) = delete;
+    MessagesTo& operator=(const MessagesTo&) = delete;
+
+private:
+    MessageBoxPort before_;
+};
 
 /// The full path of a path, which means the same wherever the job is opened. A path of a Windows desktop stays.
 String FullPath(const String& path)
@@ -189,9 +210,16 @@ String SaveJob(Project& project, const String& path)
         Refuse(u"there is no folder " + InQuotes(folder));
     // The call may add ".tsq". The answer is the path as the user wrote it, with that end.
     const std::size_t length = full.size();
-    project.SaveAsProject(full, true);
+    String told;
+    {
+        // A folder that goes away meanwhile is no failure of the save, but a message of it.
+        const MessagesTo messages(told);
+        project.SaveAsProject(full, true);
+    }
     if (project.FileFailure)
-        Refuse(u"can't save the job: " + project.FileFailure->Reason());
+        told = project.FileFailure->Reason();
+    if (!told.empty())
+        Refuse(u"can't save the job: " + told);
     return path + full.substr(length);
 }
 
