@@ -19,8 +19,8 @@ volatile std::sig_atomic_t requested = 0;
 
 // The line about the file in work, made beforehand because a handler may not put texts together. Two, so that one is
 // whole while the other is written.
-std::array<std::string, 2> lines;
-volatile std::sig_atomic_t line = 0;
+std::array<std::string, 2> linesAtTheEnd;
+volatile std::sig_atomic_t lineInUse = 0;
 
 extern "C" void OnCancelSignal(int)
 {
@@ -28,7 +28,7 @@ extern "C" void OnCancelSignal(int)
         requested = 1;
         return;
     }
-    const std::string& text = lines[static_cast<std::size_t>(line)];
+    const std::string& text = linesAtTheEnd[static_cast<std::size_t>(lineInUse)];
     // The compiler warns of an unused result in spite of a cast; nothing can be done about a failure here.
     if (write(STDERR_FILENO, text.data(), text.size()) < 0)
         _exit(endedBySignal);
@@ -50,13 +50,13 @@ void WatchForCancel()
 
 void SetFileInWork(const String& path)
 {
-    const std::size_t other = line == 0 ? 1 : 0;
-    lines[other] = path.empty() ? std::string()
-                                : "tessarine-batch: ended at once in the middle of " + ToUtf8(path) +
-                                      ", which is as it was or changed completely\n";
+    const std::size_t other = lineInUse == 0 ? 1 : 0;
+    linesAtTheEnd[other] = path.empty() ? std::string()
+                                        : "tessarine-batch: ended at once in the middle of " + ToUtf8(path) +
+                                              ", which is as it was or changed completely\n";
     // The signal may come between any two instructions, which the compiler is free to put in another order.
     std::atomic_signal_fence(std::memory_order_release);
-    line = static_cast<std::sig_atomic_t>(other);
+    lineInUse = static_cast<std::sig_atomic_t>(other);
 }
 
 bool IsCancelRequested()

@@ -22,7 +22,7 @@ namespace
 {
 
 LoggedFile* loggedFile = nullptr;  // borrowed
-std::optional<Failure> failure;
+std::optional<Failure> firstFailure;
 
 String DataFolderPath()
 {
@@ -69,15 +69,15 @@ void WriteErrorLog(const String& message) noexcept
     } catch (...) {
         // There is no other place here to tell that the log can't be written.
         Skip([&] {
-            if (!failure)
-                failure = CurrentFailure();
+            if (!firstFailure)
+                firstFailure = CurrentFailure();
         });
     }
 }
 
 const std::optional<Failure>& ErrorLogFailure()
 {
-    return failure;
+    return firstFailure;
 }
 
 LoggedFile::LoggedFile(String path) : path_(std::move(path)), before_(std::exchange(loggedFile, this)) {}

@@ -161,9 +161,8 @@ std::optional<FileEntry> FileEntry::From(const JournalFields& fields)
     entry.mark = line.Mark();
     entry.mode = line.Get<std::uint32_t>(8);
     if (!line.IsAtEnd()) {
-        entry.dates.emplace();
-        entry.dates->lastAccess = line.Time();
-        entry.dates->lastWrite = line.Time();
+        const timespec lastAccess = line.Time();
+        entry.dates = {lastAccess, line.Time()};
     }
     if (!line.isGood || !line.IsAtEnd() || entry.mode > 07777)
         return std::nullopt;

@@ -30,8 +30,8 @@ struct FileEntry {
     FileMark mark;     ///< As it was before.
     std::uint32_t mode = 0;
     struct Dates {
-        timespec lastAccess{};
-        timespec lastWrite{};
+        timespec lastAccess;
+        timespec lastWrite;
     };
     std::optional<Dates> dates;  ///< Only when they are to be put back.
 
