@@ -3,6 +3,7 @@
 #include <chrono>
 #include <fstream>
 #include <iostream>
+#include <map>
 #include <numeric>
 #include <utility>
 
@@ -27,6 +28,15 @@ void RemoveAll(const std::filesystem::path& folder)
 {
     std::error_code ignored;
     std::filesystem::remove_all(folder, ignored);
+}
+
+/// A find with its harm, numbers left out, so that equal ones can be counted.
+std::string SortOf(const Found& found)
+{
+    std::string sort = std::string(harmNames[static_cast<std::size_t>(found.harm)]) + ": " + found.what;
+    sort = sort.substr(0, sort.find('\n'));
+    std::erase_if(sort, [](char character) { return character >= '0' && character <= '9'; });
+    return sort;
 }
 
 void Keep(const Round& round, const std::filesystem::path& target, const std::string& again)
@@ -68,6 +78,7 @@ Tally Play(const Kind& kind, const Bounds& bounds, std::uint64_t seed, const std
     Tally tally;
     tally.name = kind.name;
     std::size_t kept = 0;
+    std::map<std::string, std::size_t> sorts;
     for (std::size_t number = bounds.firstRound;; ++number) {
         if (bounds.rounds != 0 && tally.rounds == bounds.rounds)
             break;
@@ -87,8 +98,10 @@ Tally Play(const Kind& kind, const Bounds& bounds, std::uint64_t seed, const std
         }
         ++tally.rounds;
         tally.files += round.Files();
-        for (const Found& found : round.AllFound())
+        for (const Found& found : round.AllFound()) {
             ++tally.harms[static_cast<std::size_t>(found.harm)];
+            ++sorts[SortOf(found)];
+        }
 
         if (!round.AllFound().empty() && kept < keptRounds) {
             ++kept;
@@ -103,6 +116,8 @@ Tally Play(const Kind& kind, const Bounds& bounds, std::uint64_t seed, const std
         }
         RemoveAll(folder);
     }
+    for (const auto& [sort, count] : sorts)
+        std::cerr << "  " << count << " x " << sort << '\n';
     return tally;
 }
 

@@ -77,8 +77,9 @@ struct Bounds {
     std::size_t firstRound = 0;  ///< To play one round again.
 };
 
-/// Plays rounds of a kind in folders below `work`. What is found is told on standard error at once; of the first three
-/// rounds with a find the folder is kept below `work`/found, with a file `what.txt`.
+/// Plays rounds of a kind in folders below `work`. The first three rounds with a find are told on standard error at
+/// once, and their folders kept below `work`/found, with a file `what.txt`; at the end all finds are told by their
+/// sorts.
 Tally Play(const Kind& kind, const Bounds& bounds, std::uint64_t seed, const std::filesystem::path& work);
 
 }  // namespace tessarine::torture
