@@ -200,7 +200,8 @@ void Scene::CheckNothingLeftOver()
             return name == deck.name || name == BackupOf(deck).filename() || name == backupRecord;
         });
         if (!isKnown)
-            round_.Add(Harm::Other, name + " is left over");
+            if (!isKnown)
+                round_.Add(Harm::Other, (name.starts_with(".tessarine-") ? "a new file" : name) + " is left over");
     }
 }
 

@@ -13,7 +13,7 @@ namespace tessarine::torture
 namespace
 {
 
-constexpr std::size_t keptRounds = 3;
+constexpr std::size_t keptRounds = 8;
 
 /// Mixes seed, name and number, so that no two rounds share their random numbers.
 std::uint64_t SeedOf(std::uint64_t seed, const std::string& name, std::size_t number)
@@ -98,12 +98,13 @@ Tally Play(const Kind& kind, const Bounds& bounds, std::uint64_t seed, const std
         }
         ++tally.rounds;
         tally.files += round.Files();
+        bool isNews = false;
         for (const Found& found : round.AllFound()) {
             ++tally.harms[static_cast<std::size_t>(found.harm)];
-            ++sorts[SortOf(found)];
+            isNews |= ++sorts[SortOf(found)] == 1;
         }
 
-        if (!round.AllFound().empty() && kept < keptRounds) {
+        if (isNews && kept < keptRounds) {
             ++kept;
             for (const Found& found : round.AllFound())
                 std::cerr << name << ": " << harmNames[static_cast<std::size_t>(found.harm)] << ": " << found.what
