@@ -33,7 +33,7 @@ std::string ModeText(mode_t mode)
 
 const std::vector<Operation>& Operations()
 {
-    static const std::vector<Operation> operations = [] {
+    static const std::vector<Operation> all = [] {
         const std::vector<std::string> replace{"replace",  "--find", findText,      "--with",     replaceText,
                                                "--format", "json",   "--read-only", "--keep-date"};
         auto withBackup = replace;
@@ -41,14 +41,20 @@ const std::vector<Operation>& Operations()
         std::vector<std::string> restore{"restore", "--format", "json"};
         if (HasOption("restore", "--read-only"))
             restore.push_back("--read-only");
-        return std::vector<Operation>{
+        std::vector<Operation> operations{
             {"replace --backup", false, true, Operation::Backups::Made, withBackup},
             {"replace", false, true, Operation::Backups::None, replace},
             {"restore", true, false, Operation::Backups::Stay, restore},
             {"clean", true, true, Operation::Backups::Removed, {"clean", "--format", "json"}},
         };
+        if (HasOption("replace", "--backup=numbered")) {
+            auto numbered = replace;
+            numbered.push_back("--backup=numbered");
+            operations.push_back({"replace --backup=numbered", false, true, Operation::Backups::Made, numbered});
+        }
+        return operations;
     }();
-    return operations;
+    return all;
 }
 
 Scene::Scene(Round& round, const std::vector<DeckPlan>& plans, const std::string& name)
@@ -138,12 +144,25 @@ void Scene::CheckBackup(const Deck& deck, bool mustBeThere)
         round_.Add(Harm::Widened, "the backup of " + deck.name + ": " + gained);
 }
 
+void Scene::CheckNumberedBackups(const Deck& deck)
+{
+    for (const std::string& name : NamesIn(folder_)) {
+        if (!name.starts_with(BackupOf(deck).filename().string() + "."))
+            continue;
+        round_.Checked();
+        const auto content = ContentIfThere(folder_ / name);
+        if (content != deck.old && content != deck.replaced)
+            round_.Add(Harm::Damaged, name + " is " + Describe(content.value_or("")));
+    }
+}
+
 void Scene::CheckCut(const Operation& operation)
 {
     using Backups = Operation::Backups;
     for (const Deck& deck : decks_) {
         CheckDeck(deck, !operation.startsReplaced || !operation.endsReplaced, true);
         const bool isReplaced = deck.HasHit() && ContentIfThere(PathOf(deck)) == deck.replaced;
+        CheckNumberedBackups(deck);
         if (operation.backups != Backups::None)
             CheckBackup(deck, operation.backups == Backups::Stay || (operation.backups == Backups::Made && isReplaced));
     }
@@ -154,6 +173,7 @@ void Scene::CheckDone(const Operation& operation, const std::vector<std::string>
     using Backups = Operation::Backups;
     for (const Deck& deck : decks_) {
         CheckDeck(deck, !operation.endsReplaced, operation.endsReplaced);
+        CheckNumberedBackups(deck);
         if (operation.backups == Backups::Removed) {
             round_.Checked();
             if (StatusOf(BackupOf(deck)))
@@ -197,7 +217,8 @@ void Scene::CheckNothingLeftOver()
 {
     for (const std::string& name : NamesIn(folder_)) {
         const bool isKnown = std::ranges::any_of(decks_, [&](const Deck& deck) {
-            return name == deck.name || name == BackupOf(deck).filename() || name == backupRecord;
+            // Of numbered backups the first has the plain name.
+            return name == deck.name || name == backupRecord || name.starts_with(BackupOf(deck).filename().string());
         });
         if (!isKnown)
             if (!isKnown)

@@ -38,7 +38,7 @@ struct Operation {
     std::vector<std::string> arguments;  ///< Without the folder.
 };
 
-/// replace --backup, replace, restore and clean.
+/// replace --backup, replace, restore, clean, and replace --backup=numbered, in this order.
 const std::vector<Operation>& Operations();
 
 /// A folder of decks in a round, and all that must hold of it.
@@ -88,6 +88,7 @@ private:
     std::optional<std::string> Watched(const Operation& operation, const Deck& deck) const;
     void CheckDeck(const Deck& deck, bool mayBeOld, bool mayBeReplaced);
     void CheckBackup(const Deck& deck, bool mustBeThere);
+    void CheckNumberedBackups(const Deck& deck);  // that no half of a copy lies there
     void CheckLine(const Operation& operation, const Deck& deck, const Report& report, const Outcome& outcome);
 
     Round& round_;

@@ -212,6 +212,16 @@ Span SpanOf(const std::vector<Question>& trace)
     return span;
 }
 
+/// What the run makes of a content; nothing when that is no deck.
+std::optional<std::string> ResultOf(const std::string& name, const std::string& content)
+{
+    try {
+        return ReplacedBytes(name, content);
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
+}
+
 void CheckDeck(Round& round, const Scene& scene, const Other& other, bool beforeRename, const FileLine* line)
 {
     round.Checked();
@@ -230,18 +240,14 @@ void CheckDeck(Round& round, const Scene& scene, const Other& other, bool before
             round.Add(Harm::Other, "the deck holds what another program wrote, and is reported as changed");
         return;
     }
-    std::string result;
-    try {
-        result = ReplacedBytes(deck.name, *others);
-    } catch (const std::exception&) {
-        // What the other program left is no deck, so the run can't have made anything of it.
-    }
-    if (content && !result.empty() && *content == result) {
+    if (content && content == ResultOf(deck.name, *others)) {
         if (line != nullptr && line->result == FileResult::Failed)
             round.Add(Harm::Other, "what another program wrote was processed, and is reported as failed");
         return;
     }
-    if (!content || *content == deck.replaced || *content == deck.old)
+    const auto earlier = other.Earlier();
+    if (!content || *content == deck.replaced || *content == deck.old ||
+        (earlier && content == ResultOf(deck.name, *earlier)))
         round.Add(Harm::Lost, "what another program wrote is gone");
     else
         round.Add(Harm::Damaged, "the deck is " + Describe(*content));
