@@ -51,6 +51,17 @@ std::string FreeName(const Path& folder)
     }
 }
 
+/// Calls on an open file tell its number alone.
+void AddPath(Question& question, pid_t process)
+{
+    if (question.path[0] != '\0' || question.descriptor < 0)
+        return;
+    const Path link = "/proc/" + std::to_string(process) + "/fd/" + std::to_string(question.descriptor);
+    std::error_code error;
+    const std::string path = std::filesystem::read_symlink(link, error).string();
+    path.copy(question.path, sizeof question.path - 1);
+}
+
 }  // namespace
 
 Call& Call::Counted()
@@ -218,8 +229,10 @@ std::optional<Question> Running::NextQuestion()
         return std::nullopt;
     }
     Question question;
-    if ((waits[0].revents & POLLIN) != 0 && recv(door_, &question, sizeof question, 0) == sizeof question)
+    if ((waits[0].revents & POLLIN) != 0 && recv(door_, &question, sizeof question, 0) == sizeof question) {
+        AddPath(question, process_);
         return question;
+    }
     return std::nullopt;
 }
 

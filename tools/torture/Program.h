@@ -59,7 +59,8 @@ public:
     pid_t Process() const { return process_; }
     void Signal(int signal) const;
 
-    /// Waits until the program stands in front of a call that was asked for; nothing when it ended or hangs.
+    /// Waits until the program stands in front of a call that was asked for; nothing when it ended or hangs. Calls on
+    /// an open file have its path, too.
     std::optional<Question> NextQuestion();
     void LetGo();
     void LetFail(int error);

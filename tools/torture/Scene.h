@@ -74,7 +74,8 @@ public:
     /// After a run to the end, besides: all is done; modes and kept dates are as they were, but of `excused` decks;
     /// nothing is left over.
     void CheckDone(const Operation& operation, const std::vector<std::string>& excused = {});
-    /// Runs the operation once more, undisturbed: it must succeed, tell the truth, and leave all done.
+    /// Runs the operation once more, undisturbed: it must succeed, but for `excused` decks, tell the
+    /// truth, and leave all done.
     void FinishUndisturbed(const Operation& operation, const std::vector<std::string>& excused = {});
 
     /// The exit status and the report say what is on the disk. Changes count from the last `Remember`.
@@ -88,7 +89,9 @@ private:
     std::optional<std::string> Watched(const Operation& operation, const Deck& deck) const;
     void CheckDeck(const Deck& deck, bool mayBeOld, bool mayBeReplaced);
     void CheckBackup(const Deck& deck, bool mustBeThere);
-    void CheckNumberedBackups(const Deck& deck);  // that no half of a copy lies there
+    std::vector<std::string> NumberedBackupsOf(const Deck& deck) const;  // from the second on
+    bool IsInNumberedBackup(const Deck& deck) const;                     // that the original is
+    void CheckNumberedBackups(const Deck& deck);                         // that no half of a copy lies there
     void CheckLine(const Operation& operation, const Deck& deck, const Report& report, const Outcome& outcome);
 
     Round& round_;

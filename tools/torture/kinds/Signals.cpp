@@ -36,7 +36,8 @@ void CheckCancelled(Round& round, Scene& scene, const Operation& operation, cons
     }
     scene.CheckCut(operation);
     scene.CheckNothingLeftOver();
-    if (!operation.startsReplaced && !endedBySignal)
+    // After an end at once the next start puts back mode and date.
+    if (!operation.startsReplaced && !endedBySignal && outcome.status != 130)
         scene.CheckAttributes();
 }
 

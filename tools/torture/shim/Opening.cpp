@@ -142,14 +142,14 @@ dirent* ReadFolder(DIR* folder) asm("readdir");
 dirent* ReadFolder(DIR* folder)
 {
     static auto* const real = Real<dirent*(DIR*)>("readdir");
-    return Pass("readdir", {}, real, folder);
+    return Pass("readdir", {dirfd(folder)}, real, folder);
 }
 
 dirent64* ReadFolder64(DIR* folder) asm("readdir64");
 dirent64* ReadFolder64(DIR* folder)
 {
     static auto* const real = Real<dirent64*(DIR*)>("readdir64");
-    return Pass("readdir", {}, real, folder);
+    return Pass("readdir", {dirfd(folder)}, real, folder);
 }
 
 }  // namespace tessarine::torture
