@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Failure.h"
+#include "support/FailingFolders.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
 
@@ -230,6 +231,27 @@ TEST_F(JobFilesTest, AFolderThatCannotBeReadIsRefusedItself)
     ASSERT_EQ(files.size(), 2u);
     EXPECT_EQ(files[1].path, folder.PathOf(u"shut"));
     EXPECT_EQ(files[1].refusal.substr(0, 14), u"Path not found");
+}
+
+TEST_F(JobFilesTest, AFolderThatIsReadInPartIsRefusedItself)
+{
+    for (const auto* name : {u"a.pptx", u"b.pptx", u"c.pptx"})
+        folder.Write(name);
+    const String other = folder.PathOf(u"b.pptx");
+    BatchCall call = CallFor({u""});
+    call.paths.push_back(other);
+    std::vector<JobFile> files;
+
+    {
+        const FailingFolders failing(2);
+        files = Collect(call);
+    }
+
+    ASSERT_EQ(files.size(), 2u);
+    EXPECT_EQ(files[0].path, folder.Path());
+    EXPECT_NE(files[0].refusal, u"");
+    EXPECT_EQ(files[1].path, other);
+    EXPECT_EQ(files[1].refusal, u"");
 }
 
 TEST_F(JobFilesTest, TheListComesBehindThePathsOfTheCall)

@@ -1,12 +1,14 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "batch/program/Program.h"
+#include "platform/FileLock.h"
 #include "support/Deck.h"
 
 namespace tessarine::test
@@ -293,6 +295,38 @@ TEST_F(FindAndReplaceProgramTest, NamesAFileThatIsNotUtf8ByItsBytes)
 
     EXPECT_THAT(text.output, testing::StartsWith(name + ": 1 found\n"));
     EXPECT_THAT(json.output, testing::StartsWith("{\"file\":\"caf\uFFFD.pptx\",\"status\":1"));
+}
+
+TEST_F(FindAndReplaceProgramTest, SaysHowManyLinkedFoldersItLeftOut)
+{
+    program.folder.Write(u"more/c.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
+    std::filesystem::create_directory_symlink("../more", ToUtf8(program.folder.PathOf(u"decks/link")));
+
+    const Outcome without = program.Run({"find", "--find", "Fabrikam", "--recurse", "--format", "json", "decks"});
+    const Outcome with = program.Run({"find", "--find", "Fabrikam", "--recurse", "--follow", "decks"});
+
+    EXPECT_THAT(without.output, HasSubstr("\"skippedLinks\":1}}\n"));
+    EXPECT_EQ(without.error, "tessarine-batch: 1 linked folder was left out; --follow takes it\n");
+    EXPECT_EQ(without.status, 0);
+    EXPECT_THAT(with.output, HasSubstr("decks/link/c.pptx: 1 found\n"));
+    EXPECT_EQ(with.error, "");
+}
+
+TEST_F(FindAndReplaceProgramTest, LeavesAFileAloneThatAnotherRunHas)
+{
+    const String deck = program.folder.PathOf(u"decks/a.pptx");
+    const std::string before = ContentOf(deck);
+    const FileLock otherRun(deck);
+
+    const Outcome replaced =
+        program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup", "decks/a.pptx"});
+    const Outcome found = program.Run({"find", "--find", "Fabrikam", "decks/a.pptx"});
+
+    EXPECT_THAT(replaced.output, HasSubstr("is in use by another run"));
+    EXPECT_EQ(replaced.status, 1);
+    EXPECT_EQ(ContentOf(deck), before);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u"decks/a..bak")), "<missing>");
+    EXPECT_THAT(found.output, HasSubstr("1 file: "));
 }
 
 }  // namespace

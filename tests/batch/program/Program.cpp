@@ -98,9 +98,6 @@ pid_t Program::Start(const std::vector<std::string>& arguments, int input, int o
         const rlimit limit{fileSizeLimit, fileSizeLimit};
         if (fileSizeLimit > 0)
             setrlimit(RLIMIT_FSIZE, &limit);
-        for (int descriptor = 0; descriptor < 3; ++descriptor)
-            if ((closedStreams >> descriptor & 1) != 0)
-                close(descriptor);
         if (ready && chdir(workFolder.c_str()) == 0)
             execve(argumentPointers[0], argumentPointers.data(), variablePointers.data());
         _exit(127);

@@ -27,7 +27,6 @@ public:
     TemporaryFolder folder;                          ///< Where the program runs.
     std::map<std::string, std::string> environment;  ///< All that the program sees; may be changed.
     std::size_t fileSizeLimit = 0;                   ///< No file may grow beyond it; 0 for no limit.
-    int closedStreams = 0;                           ///< Bit n: standard descriptor n is closed at the start.
 
     /// Runs it to its end. `input` is its standard input.
     Outcome Run(const std::vector<std::string>& arguments, const std::string& input = {});

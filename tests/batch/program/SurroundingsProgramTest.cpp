@@ -90,29 +90,6 @@ TEST(SurroundingsProgramTest, AFileThatMayNotGrowFailsAndTheRunGoesOn)
     EXPECT_EQ(ContentOf(program.folder.PathOf(u"a.pptx")), large);
 }
 
-/// A run that was started with standard descriptors closed, so that files might get their numbers.
-class ClosedStreams : public testing::TestWithParam<int>
-{
-};
-
-TEST_P(ClosedStreams, NeverLeadIntoAPresentation)
-{
-    Program program;
-    for (const auto* name : {u"a.pptx", u"b.pptx", u"c.pptx"})
-        program.folder.Write(name, Deck().Slide(Title(u"Fabrikam")).Bytes());
-    program.folder.Write(u"d.pptx", "not a presentation");
-    program.closedStreams = GetParam();
-
-    program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup", "."});
-
-    program.closedStreams = 0;
-    EXPECT_THAT(program.Run({"find", "--find", "Contoso", "a.pptx", "b.pptx", "c.pptx"}).output,
-                HasSubstr("3 files: 3 with hits, 0 without, 0 failed; 3 occurrences found\n"));
-    EXPECT_THAT(program.Run({"restore", "a.pptx", "b.pptx", "c.pptx"}).output, HasSubstr("3 restored"));
-}
-
-INSTANTIATE_TEST_SUITE_P(SurroundingsProgramTest, ClosedStreams, testing::Values(1, 2, 4, 6, 7));
-
 TEST(SurroundingsProgramTest, APipeAsListOfFilesIsRefusedAtOnce)
 {
     Program program;

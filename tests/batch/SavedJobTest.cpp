@@ -1,0 +1,90 @@
+#include "batch/SavedJob.h"
+
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "batch/BatchCall.h"
+#include "batch/JobProject.h"
+#include "model/Project.h"
+#include "support/ErrorLogRecorder.h"
+#include "support/FailingFolders.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessarine::batch
+{
+namespace
+{
+
+using testing::ElementsAre;
+
+/// A job over a folder with a presentation, a subfolder with one, and a link to another folder with one.
+class FolderJobTest : public testing::Test
+{
+protected:
+    FolderJobTest()
+    {
+        folder.Write(u"a.pptx");
+        folder.Write(u"sub/b.pptx");
+        other.Write(u"c.pptx");
+        std::filesystem::create_directory_symlink(ToUtf8(other.Path()), ToUtf8(folder.PathOf(u"link")));
+
+        BatchCall made;
+        made.command = Command::JobMake;
+        made.pairs = {{u"cat", u"dog"}};
+        made.recurse = true;
+        made.paths = {folder.Path()};
+        FillProject(*project, made);
+        FillSavedJob(*project, made);
+        call.command = Command::Run;
+    }
+
+    ErrorLogRecorder log;
+    TemporaryFolder folder;
+    TemporaryFolder other;
+    ProjectOwner project;
+    BatchCall call;
+};
+
+std::vector<String> PathsOf(const CollectedFiles& collected)
+{
+    std::vector<String> paths;
+    for (const JobFile& file : collected.files)
+        paths.push_back(file.path);
+    return paths;
+}
+
+TEST_F(FolderJobTest, CountsTheLinksThatItLeavesOut)
+{
+    const SavedRun run = PrepareRun(*project, call);
+
+    EXPECT_THAT(PathsOf(run.collected), ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx")));
+    EXPECT_EQ(run.collected.skippedLinks, 1);
+}
+
+TEST_F(FolderJobTest, FollowsLinksWhenItIsTold)
+{
+    call.follow = true;
+
+    const SavedRun run = PrepareRun(*project, call);
+
+    EXPECT_THAT(PathsOf(run.collected),
+                ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx"), folder.PathOf(u"link/c.pptx")));
+    EXPECT_EQ(run.collected.skippedLinks, 0);
+}
+
+TEST_F(FolderJobTest, ReportsAFolderThatCannotBeReadToItsEnd)
+{
+    SavedRun run;
+    {
+        const FailingFolders failing(1);
+        run = PrepareRun(*project, call);
+    }
+
+    ASSERT_THAT(PathsOf(run.collected), ElementsAre(folder.Path()));
+    EXPECT_NE(run.collected.files[0].refusal, u"");
+}
+
+}  // namespace
+}  // namespace tessarine::batch
