@@ -160,7 +160,8 @@ std::vector<std::string> RunFromWindowTest::LogLines()
     std::vector<std::string> lines;
     std::istringstream log(Log());
     for (std::string line; std::getline(log, line);)
-        lines.push_back(WithoutFolder(WithoutTime(line)));
+        if (!line.starts_with("In file "))
+            lines.push_back(WithoutFolder(WithoutTime(line)));
     return lines;
 }
 

@@ -61,7 +61,9 @@ protected:
     std::vector<std::string> Lines(const ResultTree& tree) const;
 
     std::string WithoutFolder(std::string text) const;
-    std::vector<std::string> LogLines();  ///< Of the error log, without folder, date and time.
+    /// Of the error log, without folder, date and time, and without the lines that only name the file of the one
+    /// before.
+    std::vector<std::string> LogLines();
 
     /// Texts of the slides of a presentation on disk, read by the tests' own reader.
     std::vector<std::string> TextsOf(StringView name) const;
