@@ -1,5 +1,7 @@
 #include "app/LanguageText.h"
 
+#include <string>
+
 #include "app/GlobalState.h"
 #include "platform/PathSeparator.h"
 #include "platform/ProfileText.h"
@@ -43,6 +45,16 @@ String GetLngString(const String& section, const String& key)
         // and cut the untrimmed one, and a language file is to give the texts that it always gave.
         return ShortenedByLeadingSpaces(ReadProfileValue(path, section, key, longestText));
     });
+}
+
+String GetLngString(const String& section, const String& key, std::int32_t number)
+{
+    constexpr StringView placeholder = u"%d";
+    const String digits = FromUtf8(std::to_string(number));
+    String text = GetLngString(section, key);
+    for (std::size_t at = text.find(placeholder); at != String::npos; at = text.find(placeholder, at + digits.size()))
+        text.replace(at, placeholder.size(), digits);
+    return text;
 }
 
 }  // namespace tessarine

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "platform/String.h"
 
 /// The texts that a user reads. They stand in one file per language, "<language>.lng", in the sectioned form that
@@ -19,5 +21,8 @@ String LanguageFolder();
 ///
 /// A text that keeps leading spaces (it stands in quotes) loses as many characters at its end.
 String GetLngString(const String& section, const String& key);
+
+/// The same with a number in place of every "%d".
+String GetLngString(const String& section, const String& key, std::int32_t number);
 
 }  // namespace tessarine

@@ -3,6 +3,7 @@
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
 #include "model/JobProperties.h"
+#include "platform/CheckedInteger.h"
 #include "platform/ErrorLog.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
@@ -10,6 +11,7 @@
 #include "platform/PathSeparator.h"
 #include "platform/ProgramFolder.h"
 #include "platform/ProgramInfo.h"
+#include "platform/RunJournal.h"
 #include "platform/Treatments.h"
 
 namespace tessarine
@@ -41,6 +43,17 @@ void ChooseLanguage()
         CurrentLanguageFile = DefaultLanguageFile;
 }
 
+void PutRightWhatKilledRunsLeft()
+{
+    const std::vector<RecoveredFile> files = RecoverFromKilledRuns();
+    for (const RecoveredFile& file : files)
+        WriteErrorLog(file.path + u": " + file.text);
+    if (!files.empty())
+        ShowMessage(
+            GetLngString(u"Global Msg", u"1059", Checked<std::int32_t>(static_cast<std::int64_t>(files.size()))),
+            MessageIcon::Information);
+}
+
 }  // namespace
 
 String DefaultProjectPath()
@@ -68,6 +81,7 @@ void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& 
         CurrentProject = std::make_shared<Project>(provider);
         LoadDefaultProject();
         ChooseLanguage();
+        PutRightWhatKilledRunsLeft();
         // Before the check: the file type stays registered when the start ends there.
         desktop.RegisterFileType(u"tsqfile", u"tsq", u"Tessarine-PowerPoint Setting File",
                                  ProgramFolder() + PathSeparator + String(ExecutableName) + u".exe, 30001");

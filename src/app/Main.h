@@ -22,8 +22,10 @@ struct Desktop {
 };
 
 /// The program's entry: the data folder, the default project, the language, the file type, PowerPoint, then the main
-/// window. Ends the process by returning without a window: silently when another instance runs or the data folder can't
-/// be made, after a message when its path can't be built or PowerPoint can't be started. A failure is logged.
+/// window. What a killed run left behind is put right once the language is known: a message tells how many files,
+/// the error log what was done with each. Ends the process by returning without a window: silently when another
+/// instance runs or the data folder can't be made, after a message when its path can't be built or PowerPoint can't be
+/// started. A failure is logged.
 ///
 /// `provider` is where the jobs get their PowerPoint from. The process's arguments are not read.
 void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& desktop);

@@ -1,5 +1,11 @@
 #include "run/BackupPaths.h"
 
+#include <unordered_set>
+#include <utility>
+
+#include "platform/CheckedInteger.h"
+#include "platform/Files.h"
+
 namespace tessarine
 {
 
@@ -17,6 +23,15 @@ String BackupTargetOf(const String& path)
          at = target.find(extension, at + backupExtension.size()))
         target.replace(at, extension.size(), backupExtension);
     return target;
+}
+
+std::int32_t CountOfBackupsInTheWay(const std::vector<String>& paths)
+{
+    std::unordered_set<String> backups;
+    for (const String& path : paths)
+        if (String backup = BackupTargetOf(path); FileExists(backup))
+            backups.insert(std::move(backup));
+    return Checked<std::int32_t>(static_cast<std::int64_t>(backups.size()));
 }
 
 String BackupPathOf(const String& path)

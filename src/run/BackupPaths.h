@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 #include "platform/String.h"
 
 namespace tessarine
@@ -15,5 +18,8 @@ String BackupTargetOf(const String& path);
 /// Intended: for an extension of four letters this is not BackupTargetOf ("a.bak" and "a..bak"). The names are those of
 /// the backups that people already have.
 String BackupPathOf(const String& path);
+
+/// How many files stand where a run over these paths would put its backups, and would replace them.
+std::int32_t CountOfBackupsInTheWay(const std::vector<String>& paths);
 
 }  // namespace tessarine

@@ -125,6 +125,14 @@ TEST_F(LanguageTextTest, IsCutTo4095Characters)
     EXPECT_EQ(TextWritten('"' + std::string(5, ' ') + std::string(5000, 'x') + '"').size(), 4090u);
 }
 
+TEST_F(LanguageTextTest, TakesANumberForEachPlaceholder)
+{
+    Write("[Global Msg]\n1057=%d of %d%%d, %i\n");
+
+    EXPECT_EQ(GetLngString(u"Global Msg", u"1057", 12), u"12 of 12%12, %i");
+    EXPECT_EQ(GetLngString(u"Global Msg", u"missing", 12), u"");
+}
+
 TEST_F(LanguageTextTest, IsEmptyForAFileThatCannotBeRead)
 {
     SetMode(folder_.Path(), 0755);

@@ -1,13 +1,17 @@
 #include "app/Main.h"
 
 #include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <optional>
 
 #include "app/GlobalState.h"
 #include "ChosenLanguage.h"
 #include "platform/ErrorLog.h"
 #include "platform/Files.h"
+#include "platform/RunJournal.h"
 #include "platform/SpecialFolders.h"
 #include "support/FakePowerPoint.h"
 #include "support/MessageRecorder.h"
@@ -28,7 +32,8 @@ class MainTest : public testing::Test
 protected:
     MainTest()
     {
-        program_.Write(u"Languages/English.lng", "[Global Msg]\n1028=cannot create\n1029=other error\n");
+        program_.Write(u"Languages/English.lng",
+                       "[Global Msg]\n1028=cannot create\n1029=other error\n1059=%d to put right\n");
         language_.emplace(program_.Path(), u"");
     }
 
@@ -222,6 +227,34 @@ TEST_F(MainTest, LogsAFailureAndShowsNoWindow)
     EXPECT_EQ(windows_, 0);
     EXPECT_THAT(ContentOf(DataFile(u"Errors.Log")),
                 testing::StartsWith("Error 70 (no) in procedure Main at Line No. 0 of Module modMain- "));
+}
+
+TEST_F(MainTest, PutsRightWhatAKilledRunLeft)
+{
+    const TemporaryFolder decks;
+    const String deck = decks.Write(u"a.pptx");
+    SetMode(deck, 0444);
+    ApplicationDataFolder = dataHome_.MakeFolder(u"Tessarine/Tessarine");
+    const pid_t child = fork();
+    if (child == 0) {
+        RunJournal journal;
+        journal.Begin(deck, GetAttributes(deck), {});
+        ClearAttributes(deck, GetAttributes(deck));
+        kill(getpid(), SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(ModeOf(deck), 0644u);
+
+    Start();
+
+    EXPECT_EQ(ModeOf(deck), 0444u);
+    EXPECT_EQ(windows_, 1);
+    EXPECT_THAT(messages_.Messages(),
+                ElementsAre(MessageRecorder::Message{u"1 to put right", MessageIcon::Information, MessageButtons::Ok}));
+    EXPECT_THAT(
+        ContentOf(DataFile(u"Errors.Log")),
+        testing::StartsWith(ToUtf8(deck) + ": a run that was killed had left it writable; its mode is put back- "));
 }
 
 TEST_F(MainTest, ShowsTheWindowWhenTheLogCannotBeWritten)

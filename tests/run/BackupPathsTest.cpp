@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/TemporaryFolder.h"
+
 namespace tessarine
 {
 
@@ -31,6 +33,21 @@ TEST(BackupTarget, OfAShortPathIsTheExtensionAlone)
 {
     EXPECT_EQ(BackupTargetOf(u"ppt"), u".bak");
     EXPECT_EQ(BackupTargetOf(u""), u"");
+}
+
+TEST(BackupTarget, IsCountedWhereAFileStandsInItsWay)
+{
+    const TemporaryFolder folder;
+    folder.Write(u"a.bak");
+    folder.Write(u"b..bak");
+    folder.MakeFolder(u"c.bak");
+    std::vector<String> paths;
+    // The first two have one backup.
+    for (const char16_t* name : {u"a.ppt", u"a.pot", u"b.pptx", u"c.ppt", u"d.pptx"})
+        paths.push_back(folder.PathOf(name));
+
+    EXPECT_EQ(CountOfBackupsInTheWay(paths), 2);
+    EXPECT_EQ(CountOfBackupsInTheWay({}), 0);
 }
 
 TEST(BackupPath, FollowsTheLastDot)

@@ -46,6 +46,8 @@ Section Messages()
                             "1045", "1046", "1047", "1048", "1049", "1050", "1051", "1052", "1054", "1055", "1056"})
         section.Key(key);
     section.Key("1053", LanguageEntry::Words, "s");
+    for (const char* key : {"1057", "1058", "1059"})
+        section.Key(key, LanguageEntry::Words, "d");
     return section;
 }
 

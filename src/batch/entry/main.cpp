@@ -4,6 +4,7 @@
 #include "batch/BatchProgram.h"
 #include "batch/Cancellation.h"
 #include "batch/CommandLine.h"
+#include "batch/LineText.h"
 #include "batch/Output.h"
 #include "batch/ProcessGuards.h"
 #include "model/Excel.h"
@@ -12,6 +13,7 @@
 #include "platform/ErrorLog.h"
 #include "platform/Locale.h"
 #include "platform/Messages.h"
+#include "platform/RunJournal.h"
 
 namespace
 {
@@ -49,8 +51,12 @@ int main(int argumentCount, char** arguments)
     ShowMessagesOn(output);
     GetFileStorageFolder();  // without the folder there is no error log; the report tells what matters all the same
     excel::SetProvider(sheets::CreateProvider());
+    for (const RecoveredFile& file : RecoverFromKilledRuns())
+        output.Note("tessarine-batch: " + batch::OnOneLine(ToUtf8(file.path + u": " + file.text)));
     batch::WatchForCancel();
     const int status = batch::Perform(std::get<batch::BatchCall>(read), builtin::CreateProvider(), output);
+    if (const auto& failure = ErrorLogFailure())
+        output.Note("tessarine-batch: the error log lacks lines: " + batch::OnOneLine(ToUtf8(failure->Reason())));
     SetMessageBox({});  // it holds a reference to the output, which ends here
     return status;
 }

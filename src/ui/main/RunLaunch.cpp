@@ -7,8 +7,10 @@
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
 #include "model/FindAndReplaceItems.h"
+#include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
 #include "platform/Treatments.h"
+#include "run/BackupPaths.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
@@ -46,6 +48,17 @@ private:
     const std::function<void()> afterEnd_;
 };
 
+/// Names what a person may want to save first: work in PowerPoint, and backups that the run would replace.
+String QuestionBeforeRun(const Project& project)
+{
+    String question = GlobalMsg(u"1001");
+    if (!NotNull(project.options)->BackupMode)
+        return question;
+    if (const std::int32_t backups = CountOfBackupsInTheWay(project.FilesToProcess); backups > 0)
+        question += u"\n\n" + GlobalMsg(u"1057", backups);
+    return question;
+}
+
 }  // namespace
 
 void frmMain::cmdStartReplacing_Click(std::int16_t Index)
@@ -58,13 +71,16 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         if (!Validation())
             return;
         const std::int32_t totalFiles = NotNull(CurrentProject)->GetFileToProcessFileCount();
+        if (const std::size_t unread = CurrentProject->UnreadFolders.size(); unread > 0)
+            ShowMessage(GlobalMsg(u"1058", Checked<std::int32_t>(static_cast<std::int64_t>(unread))),
+                        MessageIcon::Exclamation);
         if (totalFiles == 0) {
             ShowMessage(GlobalMsg(u"1052"), MessageIcon::Exclamation);
             SSTab1->setCurrentIndex(1);
             return;
         }
-        const Message question{GlobalMsg(u"1001"), MessageIcon::Exclamation, MessageButtons::YesNo, GlobalMsg(u"1002"),
-                               true};
+        const Message question{QuestionBeforeRun(*CurrentProject), MessageIcon::Exclamation, MessageButtons::YesNo,
+                               GlobalMsg(u"1002"), true};
         // A run that failed may leave its cancel set, which would end this one at the first file.
         CurrentProject->IsProcessCancel = false;
         if (ShowMessage(question) != MessageAnswer::Yes)

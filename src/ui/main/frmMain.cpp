@@ -46,6 +46,11 @@ String GlobalMsg(const String& key)
     return GetLngString(u"Global Msg", key);
 }
 
+String GlobalMsg(const String& key, std::int32_t number)
+{
+    return GetLngString(u"Global Msg", key, number);
+}
+
 frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
 {
     setObjectName("frmMain");

@@ -255,5 +255,6 @@ private:
 
 /// The text of a key of section "Global Msg", in the active language.
 String GlobalMsg(const String& key);
+String GlobalMsg(const String& key, std::int32_t number);  ///< With the number in place of every "%d".
 
 }  // namespace tessarine

@@ -1,13 +1,18 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "batch/program/Program.h"
+#include "platform/ErrorLog.h"
+#include "platform/Files.h"
+#include "platform/RunJournal.h"
 #include "support/Deck.h"
 
 namespace tessarine::test
@@ -39,6 +44,50 @@ TEST(SurroundingsProgramTest, WithoutAPlaceForTheLogTheRunGoesOn)
 
     EXPECT_THAT(outcome.output, HasSubstr("2 files: 1 with hits, 0 without, 1 failed; 1 occurrence found\n"));
     EXPECT_EQ(outcome.status, 1);
+}
+
+TEST(SurroundingsProgramTest, ALogThatIsAPipeHoldsUpNothingAndIsTold)
+{
+    Program program;
+    program.folder.Write(u"a.pptx", "not a presentation");
+    program.folder.MakeFolder(u".data/Tessarine/Tessarine");
+    const std::string log = ToUtf8(program.folder.PathOf(u".data/Tessarine/Tessarine/Errors.Log"));
+    ASSERT_EQ(mkfifo(log.c_str(), 0600), 0);
+
+    const Outcome outcome = program.Run({"find", "--find", "x", "a.pptx"});
+
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.error,
+              "tessarine-batch: the error log lacks lines: Permission denied: could not write (it is not a file) " +
+                  log + "\n");
+}
+
+TEST(SurroundingsProgramTest, WhatAKilledRunLeftIsPutRightAndTold)
+{
+    Program program;
+    const String deck = program.folder.Write(u"a.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
+    SetMode(deck, 0444);
+    const String before = ApplicationDataFolder;
+    ApplicationDataFolder = program.folder.MakeFolder(u".data/Tessarine/Tessarine");
+    const pid_t child = fork();
+    if (child == 0) {
+        RunJournal journal;
+        journal.Begin(deck, GetAttributes(deck), {});
+        ClearAttributes(deck, GetAttributes(deck));
+        kill(getpid(), SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ApplicationDataFolder = before;
+    ASSERT_EQ(ModeOf(deck), 0644u);
+
+    const Outcome outcome = program.Run({"find", "--find", "Fabrikam", "--read-only", "a.pptx"});
+
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.error, "tessarine-batch: " + ToUtf8(deck) +
+                                 ": a run that was killed had left it writable; its mode is put back\n");
+    EXPECT_EQ(ModeOf(deck), 0444u);
+    EXPECT_EQ(program.Run({"find", "--find", "Fabrikam", "--read-only", "a.pptx"}).error, "");
 }
 
 TEST(SurroundingsProgramTest, AnUnwritableReportShowsInTheExitStatus)

@@ -4,6 +4,7 @@
 
 #include "platform/NativePath.h"
 #include "support/Deck.h"
+#include "support/FailingFolders.h"
 #include "ui/run/frmProcessingDocuments.h"
 
 // What a start command tests before it asks whether to begin, and the question itself.
@@ -309,6 +310,46 @@ TEST_F(ValidationTest, PresentationsInTheFolderLeadToTheQuestion)
                                                          MessageButtons::YesNo, u"Start Processing", true}));
     EXPECT_THAT(CurrentProject->FilesToProcess,
                 testing::UnorderedElementsAre(folder.PathOf(u"decks/first.pptx"), folder.PathOf(u"decks/second.PPTX")));
+}
+
+TEST_F(ValidationTest, BackupsInTheWayAreNamedInTheQuestion)
+{
+    EditPairs({{u"Fabrikam", u""}});
+    folder.MakeFolder(u"decks");
+    for (const char16_t* name : {u"decks/a.pptx", u"decks/b.ppt", u"decks/c.pptx"})
+        WriteDeck(name);
+    folder.Write(u"decks/a..bak");
+    folder.Write(u"decks/b.bak");
+    UseFolder(folder.PathOf(u"decks"));
+    messages.Next(MessageAnswer::No);
+    messages.Next(MessageAnswer::No);
+
+    Click(startReplacing);
+    ShowTab(2);
+    ClickBox("chkBackupMode");
+    Click(startReplacing);
+
+    ASSERT_EQ(messages.Messages().size(), 2U);
+    EXPECT_EQ(messages.Messages()[0].text, GlobalMsg(u"1001"));
+    EXPECT_EQ(messages.Messages()[1].text, GlobalMsg(u"1001") + u"\n\n2 backup(s) of an earlier run will be replaced.");
+}
+
+TEST_F(ValidationTest, AFolderThatCannotBeReadToItsEndIsTold)
+{
+    EditPairs({{u"Fabrikam", u""}});
+    folder.MakeFolder(u"decks");
+    WriteDeck(u"decks/a.pptx");
+    UseFolder(folder.PathOf(u"decks"));
+    const FailingFolders failing(1);
+
+    Click(startReplacing);
+
+    EXPECT_THAT(
+        messages.Messages(),
+        ElementsAre(Message{u"1 folder(s) could not be read to the end. Their files are left out; the error log "
+                            u"names the folders.",
+                            MessageIcon::Exclamation},
+                    Message{GlobalMsg(u"1052"), MessageIcon::Exclamation}));
 }
 
 TEST_F(ValidationTest, SubfoldersCountWhenTheirBoxIsChecked)
