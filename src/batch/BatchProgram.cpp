@@ -87,6 +87,7 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     summary.skippedLinks = collected.skippedLinks;
     ReportedRun run(project, replaces ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
                     [&](const FileReport& file) {
+                        SetFileInWork({});
                         summary.Add(file);
                         output.Write(report->OfFile(file));
                     });
@@ -99,7 +100,6 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     };
 
     const std::size_t notReached = run.Run(files);
-    SetFileInWork({});
     output.Write(report->AtEnd(summary));
     NoteSkippedLinks(summary.skippedLinks, output);
     return StatusOf(summary.failed, notReached, output);
@@ -185,10 +185,10 @@ int PerformBackupCommand(const BatchCall& call, const CollectedFiles& collected,
         const auto done = !file.refusal.empty()              ? BackupReport{0, file.path, {}, file.refusal}
                           : call.command == Command::Restore ? commands.Restore(file.path)
                                                              : commands.Clean(file.path);
+        SetFileInWork({});
         summary.Add(done);
         output.Write(report->OfFile(done));
     }
-    SetFileInWork({});
     output.Write(report->AtEnd(summary));
     NoteSkippedLinks(summary.skippedLinks, output);
     return StatusOf(summary.failed, files.size() - reached, output);

@@ -19,7 +19,8 @@ volatile std::sig_atomic_t requested = 0;
 
 // The line about the file in work, made beforehand because a handler may not put texts together. Two, so that one is
 // whole while the other is written.
-std::array<std::string, 2> linesAtTheEnd;
+const std::string endedBetweenFiles = "tessarine-batch: ended at once\n";
+std::array<std::string, 2> linesAtTheEnd{endedBetweenFiles, {}};
 volatile std::sig_atomic_t lineInUse = 0;
 
 extern "C" void OnCancelSignal(int)
@@ -51,7 +52,7 @@ void WatchForCancel()
 void SetFileInWork(const String& path)
 {
     const std::size_t other = lineInUse == 0 ? 1 : 0;
-    linesAtTheEnd[other] = path.empty() ? std::string()
+    linesAtTheEnd[other] = path.empty() ? endedBetweenFiles
                                         : "tessarine-batch: ended at once in the middle of " + ToUtf8(path) +
                                               ", which is as it was or changed completely\n";
     // The signal may come between any two instructions, which the compiler is free to put in another order.

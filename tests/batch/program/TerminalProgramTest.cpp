@@ -146,6 +146,7 @@ TEST_F(StoppedRunTest, TheSecondInterruptEndsAtOnce)
 
     EXPECT_TRUE(WIFEXITED(status));
     EXPECT_EQ(WEXITSTATUS(status), 130);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u".error")), "tessarine-batch: ended at once\n");
     EXPECT_THAT(ReadAll(pipe_[0]), Not(HasSubstr("summary")));
 }
 
