@@ -10,6 +10,7 @@
 
 #include "platform/FileDescriptor.h"
 #include "platform/FileFailure.h"
+#include "platform/FileLock.h"
 #include "platform/HalfWrittenFile.h"
 #include "platform/JournalFile.h"
 #include "platform/MarkedFile.h"
@@ -187,6 +188,7 @@ Outcome RecoverWrites(const std::vector<JournalFields>& lines, Recovery& recover
     if (!entry)
         return Outcome::Settled;
     try {
+        const FileLock lock(FromUtf8(entry->path));
         RecoverWrite(*entry, recovery);
         return Outcome::Settled;
     } catch (...) {
@@ -197,17 +199,24 @@ Outcome RecoverWrites(const std::vector<JournalFields>& lines, Recovery& recover
 }
 
 /// The journal of the file that a run was at: the file, then its contents.
-void RecoverFiles(const std::vector<JournalFields>& lines, Recovery& recovery)
+Outcome RecoverFiles(const std::vector<JournalFields>& lines, Recovery& recovery)
 {
     const auto entry = lines.empty() ? std::nullopt : FileEntry::From(lines.front());
     if (!entry)
-        return;
+        return Outcome::Settled;
     // A file that was written into itself and completed just now has a content that its own journal doesn't know.
     std::vector<FileMark> contents = recovery.completed;
     for (std::size_t i = 1; i < lines.size(); ++i)
         if (const auto content = ContentEntry::From(lines[i]))
             contents.push_back(content->mark);
-    RecoverFile(*entry, contents, recovery);
+    try {
+        const FileLock lock(FromUtf8(entry->path));
+        RecoverFile(*entry, contents, recovery);
+        return Outcome::Settled;
+    } catch (...) {
+        // Whoever has it in use would be disturbed, and may be about to change it.
+        return Outcome::TryAgain;
+    }
 }
 
 }  // namespace
@@ -229,10 +238,8 @@ std::vector<RecoveredFile> RecoverFromKilledRuns()
         std::vector<Outcome> outcomes;
         for (const Found& journal : journals)
             outcomes.push_back(RecoverWrites(journal.lines, recovery));
-        for (const Found& journal : journals)
-            RecoverFiles(journal.lines, recovery);
         for (std::size_t i = 0; i < journals.size(); ++i)
-            if (outcomes[i] == Outcome::Settled)
+            if (outcomes[i] == Outcome::Settled && RecoverFiles(journals[i].lines, recovery) == Outcome::Settled)
                 journals[i].file->Remove();
     } catch (...) {
         // Out of memory: the journals stay for the next start.

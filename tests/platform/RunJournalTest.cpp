@@ -12,6 +12,7 @@
 
 #include "platform/ErrorLog.h"
 #include "platform/FileDescriptor.h"
+#include "platform/FileLock.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
@@ -283,6 +284,25 @@ TEST_F(KilledRun, IsAboutTheLastFileThatItBegan)
     ASSERT_THAT(RecoverFromKilledRuns(), SizeIs(1));
 
     EXPECT_EQ(ModeOf(other), 0440u);
+}
+
+TEST_F(KilledRun, LeavesAFileThatIsInUseToTheStartAfter)
+{
+    InKilledProcess([this] {
+        RunJournal journal;
+        BeginOn(journal, file_);
+        kill(getpid(), SIGKILL);
+    });
+    {
+        const FileLock other(file_);
+        EXPECT_THAT(TextsOfRecovery(), IsEmpty());
+    }
+    EXPECT_EQ(ModeOf(file_), 0644u);
+
+    EXPECT_THAT(TextsOfRecovery(), SizeIs(1));
+
+    EXPECT_EQ(ModeOf(file_), 0444u);
+    EXPECT_THAT(Journals(), IsEmpty());
 }
 
 TEST_F(Journal, OfARunThatGoesOnIsLeftAlone)
