@@ -23,7 +23,7 @@ using testing::IsEmpty;
 
 const String catText = u"a cat";
 
-MemoryShape Shape(std::int32_t type)
+MemoryShape ShapeWithCat(std::int32_t type)
 {
     return {.type = type, .text = catText};
 }
@@ -32,16 +32,16 @@ MemoryShape Shape(std::int32_t type)
 MemoryFile CatsEverywhere()
 {
     using namespace powerpoint;
-    const MemoryPage slide{.shapes = {Shape(msoPlaceholder),
-                                      Shape(msoTextBox),
-                                      Shape(msoAutoShape),
-                                      Shape(msoTable),
+    const MemoryPage slide{.shapes = {ShapeWithCat(msoPlaceholder),
+                                      ShapeWithCat(msoTextBox),
+                                      ShapeWithCat(msoAutoShape),
+                                      ShapeWithCat(msoTable),
                                       {.type = msoLinkedOLEObject, .linkSource = u"C:\\cat.xlsx"},
                                       {.type = msoPicture}},
                            .links = {u"https://cat.example"},
                            .header = catText,
                            .footer = catText};
-    const MemoryPage master{.shapes = {Shape(msoPlaceholder)}, .header = catText, .footer = catText};
+    const MemoryPage master{.shapes = {ShapeWithCat(msoPlaceholder)}, .header = catText, .footer = catText};
     return {.slides = {{.page = slide, .notes = master, .design = 0}, {.page = slide, .design = 0}},
             .designs = {{.name = u"Plain", .slideMaster = master, .titleMaster = master},
                         {.name = u"Unused", .slideMaster = master}},

@@ -77,5 +77,34 @@ TEST(ShapeTreePart, HandsEditsOfTextsAndLinksOverTogether)
     EXPECT_EQ(slide.part.HyperlinkAddress(2), u"http://c/");
 }
 
+TEST(ShapeTreeEdits, OfWhichOneFailsHalfWayAreNeverSaved)
+{
+    const DeckOnDisk file(linkedText);
+    SlideInMemory slide(linkedText);
+    builtin::ShapeTreeEdits edits(slide.package, slide.package.Find(slide1).value());
+    slide.part.ReplaceText(0, 0, 3, u"look");
+
+    EXPECT_THROW(edits.Try([] { throw Failure(FailureNumber::FileCorrupt, u"a run is not what it was"); }), Failure);
+    slide.part.Flush();
+
+    EXPECT_THAT(RaisedBy([&] { slide.package.Save(file.Path()); }),
+                FailsWith(FailureNumber::FileCorrupt,
+                          "The file was not saved, because a change would have damaged ppt/slides/slide1.xml: a run"));
+    EXPECT_EQ(file.Bytes(), linkedText.Bytes());
+}
+
+TEST(ShapeTreeEdits, OfWhichOneIsRefusedAreSaved)
+{
+    const DeckOnDisk file(linkedText);
+    SlideInMemory slide(linkedText);
+    slide.part.ReplaceText(0, 0, 3, u"look");
+
+    EXPECT_THROW(slide.part.PutHyperlinkAddress(0, String(3000, u'x')), Failure);
+    slide.part.Flush();
+    slide.package.Save(file.Path());
+
+    EXPECT_NE(file.Bytes(), linkedText.Bytes());
+}
+
 }  // namespace
 }  // namespace tessarine::test

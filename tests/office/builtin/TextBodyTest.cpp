@@ -10,13 +10,13 @@ namespace
 using builtin::TextBody;
 using builtin::XmlDocument;
 
-const std::string xml =
+const std::string bodyMarkup =
     R"(<p:txBody xmlns:p="http://schemas.openxmlformats.org/presentationml/2006/main")"
     R"( xmlns:a="http://schemas.openxmlformats.org/drawingml/2006/main"><a:p><a:r><a:t>one</a:t></a:r></a:p></p:txBody>)";
 
 TEST(TextBody, RefusesAnEditOfADocumentThatHoldsAnotherText)
 {
-    const XmlDocument document(xml, "part", builtin::Limits::Small());
+    const XmlDocument document(bodyMarkup, "part", builtin::Limits::Small());
     const auto source = [&]() -> const XmlDocument& { return document; };
     TextBody same(0, u"one", {});
     TextBody other(0, u"two", {});

@@ -91,6 +91,19 @@ TEST(WrittenText, EscapesAnEndMarkOfCharacterDataThatComesTogether)
     EXPECT_EQ(Replaced(P(R("<![CDATA[]]x><b>]]>")), u"x", u""), P(R("]]&gt;&lt;b&gt;")));
 }
 
+TEST(WrittenText, OfAnEscapeAcrossTheEndOfCharacterDataIsWellFormed)
+{
+    const std::string text = "<![CDATA[ab_x00]]>0B_cd";
+
+    EXPECT_EQ(Replaced(P(R(text)), u"b\vc", u"-"), P(R("a-d")));
+    EXPECT_EQ(Replaced(P(R(text)), u"\v", u""), P(R("abcd")));
+    EXPECT_EQ(Replaced(P(R(text) + R("x")), u"\v", u"\r"), P(R("ab")) + P(R("cd") + R("x")));
+    const TextBoxOnDisk box(P(R(text)) + P(R("cat")));
+    EXPECT_EQ(box.ReplaceAll(u"\v", u" "), 1);
+    EXPECT_EQ(box.ReplaceAll(u"cat", u"dog"), 1);
+    EXPECT_EQ(box.Text(), u"ab cd\rdog");
+}
+
 TEST(WrittenText, AcrossCharacterDataAndTextIsWellFormed)
 {
     const TextBoxOnDisk box(P(R("a_x00<![CDATA[0B_<]]>b")));

@@ -18,6 +18,12 @@ Failure Damage(std::string_view part, std::string_view what, std::uint64_t byteO
     return Damage(part, std::string(what) + " (at byte " + std::to_string(byteOffset) + ")");
 }
 
+Failure FailedEdit(std::string_view part, std::string_view what)
+{
+    return {FailureNumber::FileCorrupt,
+            u"The file was not saved, because a change would have damaged " + FromUtf8(part) + u": " + FromUtf8(what)};
+}
+
 Failure NotAPresentation(std::string_view what)
 {
     return {FailureNumber::BadFormat, FromUtf8(what)};

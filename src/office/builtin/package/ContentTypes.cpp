@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "office/builtin/package/PartName.h"
+#include "office/builtin/xml/EditedPart.h"
 #include "office/builtin/xml/RootElement.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlScanner.h"
@@ -104,7 +105,7 @@ std::string ContentTypes::Bytes() const
     std::vector<ByteEdit> edits = removals_;
     if (!added_.empty())
         edits.push_back(AppendToRoot(bytes_, added_));
-    return ApplyEdits(bytes_, std::move(edits));
+    return EditedPart(XmlDocument(bytes_, entryName, limits_), std::move(edits), entryName, limits_).Bytes();
 }
 
 }  // namespace tessarine::builtin

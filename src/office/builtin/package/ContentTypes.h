@@ -43,7 +43,7 @@ public:
     void RemoveOverride(std::string_view partName);
 
     bool IsEdited() const { return !removals_.empty() || !added_.empty(); }
-    std::string Bytes() const;  ///< The part with the edits made, in UTF-8.
+    std::string Bytes() const;  ///< The part with the edits made, in UTF-8. Raises as EditedPart does.
 
 private:
     struct Type {

@@ -215,13 +215,25 @@ void Package::PutEditedXml()
         else
             changes_.added[name] = utf8;
     };
+    const auto putRelationships = [&](const std::string& name, const Relationships& relationships) {
+        const std::string bytes = relationships.Bytes();
+        if (!relationships.ReadAgainAs(Relationships(bytes, name, limits_)))
+            throw FailedEdit(name, "a relationship would not read as it was put");
+        put(name, bytes);
+    };
     if (rootRelationships_ && rootRelationships_->IsEdited())
-        put(RelationshipPartName({}), rootRelationships_->Bytes());
+        putRelationships(RelationshipPartName({}), *rootRelationships_);
     for (const auto& [entry, relationships] : relationships_)
         if (relationships.IsEdited())
-            put(RelationshipPartName(NameOf(entry)), relationships.Bytes());
+            putRelationships(RelationshipPartName(NameOf(entry)), relationships);
     if (types_ && types_->IsEdited())
         put(std::string(ContentTypes::entryName), types_->Bytes());
+}
+
+void Package::GiveUp(Entry entry, StringView reason)
+{
+    if (!halfEdit_)
+        halfEdit_ = FailedEdit(NameOf(entry), ToUtf8(reason));
 }
 
 bool Package::IsChanged() const
@@ -233,6 +245,9 @@ bool Package::IsChanged() const
 
 void Package::Save(StringView path)
 {
+    // First of all: a file whose date moves looks saved.
+    if (halfEdit_)
+        throw *halfEdit_;
     if (!IsChanged()) {
         TouchFile(path);
         return;

@@ -16,6 +16,7 @@
 #include "office/builtin/xml/XmlEncoding.h"
 #include "office/builtin/zip/ZipDirectory.h"
 #include "office/builtin/zip/ZipWriter.h"
+#include "platform/Failure.h"
 #include "platform/RandomAccessFile.h"
 
 namespace tessarine::builtin
@@ -75,11 +76,16 @@ public:
     Relationships& RelationshipsOf(std::optional<Entry> entry);
     ContentTypes& Types();  ///< Raises `FileCorrupt` when the package has none.
 
+    /// To be told of an edit of a part that failed half-way, for a reason. The package is not saved any more: Save
+    /// raises `FileCorrupt` with the first such reason.
+    void GiveUp(Entry entry, StringView reason);
+
     /// True when a save would write something else than what is there.
     bool IsChanged() const;
 
     /// Replaces the file by one with the edits, all or nothing. Without edits only its modification time moves. May be
-    /// called again; `path` is a file with the bytes that were opened, or the result of the save before.
+    /// called again; `path` is a file with the bytes that were opened, or the result of the save before. Raises
+    /// `FileCorrupt` when the edited relationships or content types would not read as they were meant.
     void Save(StringView path);
 
 private:
@@ -97,6 +103,7 @@ private:
     std::unordered_map<Entry, Relationships> relationships_;
     std::optional<Relationships> rootRelationships_;
     ZipChanges changes_;
+    std::optional<Failure> halfEdit_;  // why nothing is saved any more
     mutable std::uint64_t inflated_ = 0;
     mutable std::string packed_;                                // memory used again by every read
     mutable std::unordered_map<Entry, XmlEncoding> encodings_;  // of parts that are not in UTF-8

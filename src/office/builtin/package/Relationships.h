@@ -61,6 +61,9 @@ public:
     bool IsEdited() const { return edited_; }
     std::string Bytes() const;  ///< With the edits made.
 
+    /// True when another part, which was read from those bytes, holds the same relationships in the same order.
+    bool ReadAgainAs(const Relationships& other) const;
+
 private:
     void Index(std::string_view part, const Limits& limits);
     std::optional<std::size_t> IndexOf(std::string_view id) const;

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
+#include "office/builtin/limits/Damage.h"
+#include "office/builtin/xml/EditedPart.h"
 #include "office/builtin/xml/RootElement.h"
-#include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlEdits.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
@@ -82,6 +83,12 @@ PropertyPart::PropertyPart(Package& package, Which which) : package_(package), w
         else if (name.starts_with("xmlns:"))
             prefixes_.emplace(NamespaceOf(value), std::string(name.substr(6)) + ":");
     });
+    elements_ = ElementsOf(document);
+}
+
+std::vector<PropertyPart::Element> PropertyPart::ElementsOf(const XmlDocument& document)
+{
+    std::vector<Element> elements;
     for (const Node node : document.Root().ChildElements()) {
         const std::string_view name = node.Name();
         const std::size_t colon = name.find(':');
@@ -91,8 +98,20 @@ PropertyPart::PropertyPart(Package& package, Which which) : package_(package), w
         element.localName = colon == std::string_view::npos ? name : name.substr(colon + 1);
         element.text = document.TextOf(node);
         element.offset = document.OffsetOf(node);
-        elements_.push_back(std::move(element));
+        elements.push_back(std::move(element));
     }
+    return elements;
+}
+
+void PropertyPart::CheckReadAgain(const XmlDocument& document, std::string_view part) const
+{
+    const auto isSame = [](const Element& element, const Element& readAgain) {
+        return element.ns == readAgain.ns && element.localName == readAgain.localName &&
+               ReadsAs(readAgain.text, element.text);
+    };
+    // What is new stands at the end, in both.
+    if (!std::ranges::equal(elements_, ElementsOf(document), isSame))
+        throw FailedEdit(part, "a property would not have the value that was put");
 }
 
 const PropertyPart::Element* PropertyPart::Find(Ns ns, std::string_view localName) const
@@ -159,7 +178,10 @@ std::string PropertyPart::EditedBytes() const
     }
     if (!added.empty())
         edits.push_back(AppendToRoot(bytes_, std::move(added)));
-    return ApplyEdits(bytes_, std::move(edits));
+    const std::string_view part = package_.NameOf(*entry_);
+    const EditedPart edited(XmlDocument(bytes_, part, package_.limits()), std::move(edits), part, package_.limits());
+    CheckReadAgain(edited.Document(), part);
+    return edited.Bytes();
 }
 
 std::string PropertyPart::NewElement(const Element& element) const
@@ -183,7 +205,9 @@ void PropertyPart::AddPart()
     for (const Element& element : elements_)
         content += NewElement(element);
     const std::string empty = std::string(declaration) + std::string(kind.emptyRoot);
-    std::string bytes = ApplyEdits(empty, {AppendToRoot(empty, std::move(content))});
+    const EditedPart filled(XmlDocument(empty, kind.partName, package_.limits()),
+                            {AppendToRoot(empty, std::move(content))}, kind.partName, package_.limits());
+    CheckReadAgain(filled.Document(), kind.partName);
     std::string name(kind.partName);
     // The usual name may be that of an entry which nothing points to.
     for (int number = 1; package_.Find(name); ++number)
@@ -202,7 +226,7 @@ void PropertyPart::AddPart()
             root.Add(kind.relationshipType, name);
         added_ = true;
     }
-    package_.Add(name, std::move(bytes));
+    package_.Add(name, filled.Bytes());
 }
 
 }  // namespace tessarine::builtin

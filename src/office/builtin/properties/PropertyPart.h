@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "office/builtin/package/Package.h"
+#include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlNamespaces.h"
 
 namespace tessarine::builtin
@@ -32,7 +33,8 @@ public:
     /// Sets the text, making the element when it is absent. An empty text for an absent element is no change.
     void Put(Ns ns, std::string_view localName, const String& text);
 
-    /// Hands the edits to the package, which writes them when it is saved.
+    /// Hands the edits to the package, which writes them when it is saved. Raises `FileCorrupt` when they would not
+    /// read as they were put.
     void Flush();
 
 private:
@@ -45,6 +47,11 @@ private:
         bool isNew = false;      // stands nowhere in bytes_
         bool changed = false;
     };
+
+    /// The elements of a part, which know their places in its bytes.
+    static std::vector<Element> ElementsOf(const XmlDocument& document);
+    /// Raises `FileCorrupt` unless the edited part reads as elements_.
+    void CheckReadAgain(const XmlDocument& document, std::string_view part) const;
 
     /// The first element of that name; null when absent.
     const Element* Find(Ns ns, std::string_view localName) const;

@@ -1,11 +1,15 @@
 #include "office/builtin/shapes/Hyperlinks.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <set>
 #include <utility>
 
+#include "office/builtin/limits/Damage.h"
 #include "office/builtin/reader/Refusals.h"
 #include "office/builtin/shapes/HyperlinkAddress.h"
+#include "office/builtin/xml/XmlText.h"
 #include "platform/Failure.h"
 
 namespace tessarine::builtin
@@ -97,6 +101,30 @@ void Hyperlinks::TextChanged(std::size_t body)
 {
     if (links_)
         ReadAgain(body);
+}
+
+namespace
+{
+
+/// The targets of all links, each once, as they read when they have been written.
+std::set<std::array<std::string, 4>> TargetsOf(const std::vector<LinkRecord>& links)
+{
+    const auto asRead = [](const std::string& value) { return DecodeAttribute(EscapeAttribute(FromUtf8(value))); };
+    std::set<std::array<std::string, 4>> targets;
+    for (const LinkRecord& link : links)
+        if (!link.elements.empty())
+            targets.insert({asRead(link.target.relationshipId), asRead(link.target.action),
+                            asRead(link.target.invalidUrl), asRead(link.target.tooltip)});
+    return targets;
+}
+
+}  // namespace
+
+void Hyperlinks::CheckReadAgain(const std::vector<LinkRecord>& readAgain) const
+{
+    // Their number may differ: neighbours that were led to one place are one link now.
+    if (links_ && TargetsOf(*links_) != TargetsOf(readAgain))
+        throw FailedEdit(edits_.PartName(), "a link would not lead where it was to lead");
 }
 
 void Hyperlinks::Flushed()

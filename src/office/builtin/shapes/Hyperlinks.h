@@ -33,6 +33,9 @@ public:
     void TextChanged(std::size_t body);  ///< To be told of each edit of a text.
     void Flushed();                      ///< The part's bytes have changed, and the tree is read again.
 
+    /// Raises `FileCorrupt` unless the links of the edited part, read again, lead where these do.
+    void CheckReadAgain(const std::vector<LinkRecord>& readAgain) const;
+
 private:
     /// All links, members or not, read when first needed.
     std::vector<LinkRecord>& All();

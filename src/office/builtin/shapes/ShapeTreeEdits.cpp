@@ -1,6 +1,11 @@
 #include "office/builtin/shapes/ShapeTreeEdits.h"
 
+#include <algorithm>
 #include <utility>
+
+#include "office/builtin/limits/Damage.h"
+#include "office/builtin/xml/EditedPart.h"
+#include "office/builtin/xml/XmlText.h"
 
 namespace tessarine::builtin
 {
@@ -75,12 +80,40 @@ std::vector<ByteEdit> ShapeTreeEdits::Edits() const
     return edits;
 }
 
-bool ShapeTreeEdits::Flush()
+bool ShapeTreeEdits::IsRefusal(const Failure& failure)
+{
+    return failure.number == FailureNumber::InvalidRequest || failure.number == FailureNumber::BadArgument ||
+           failure.number == FailureNumber::Unspecified;
+}
+
+void ShapeTreeEdits::CompareShapes(const ShapeTree& readAgain) const
+{
+    // Links were perhaps edited without the shapes being read.
+    if (!tree_)
+        return;
+    const auto textOf = [](const ShapeTree& tree, const ShapeRecord& shape) {
+        return shape.body ? StringView(tree.bodies[*shape.body].Text()) : StringView();
+    };
+    const auto isSame = [&](const ShapeRecord& before, const ShapeRecord& after) {
+        return before.type == after.type && before.placeholder == after.placeholder &&
+               before.hasTextFrame == after.hasTextFrame && before.body.has_value() == after.body.has_value() &&
+               before.linkId == after.linkId && ReadsAs(textOf(readAgain, after), textOf(*tree_, before));
+    };
+    if (!std::ranges::equal(tree_->shapes, readAgain.shapes, isSame))
+        throw FailedEdit(package_.NameOf(entry_), "a shape would not have the text that was put");
+}
+
+bool ShapeTreeEdits::Flush(const std::function<void(const ShapeTree& readAgain)>& check)
 {
     std::vector<ByteEdit> edits = Edits();
     const bool hasEdits = !edits.empty();
     if (hasEdits) {
-        package_.ReplaceXml(entry_, ApplyEdits(Document().Bytes(), std::move(edits)));
+        const std::string_view part = package_.NameOf(entry_);
+        const EditedPart edited(Document(), std::move(edits), part, package_.limits());
+        const ShapeTree readAgain = ReadShapeTree(edited.Document(), part, package_.limits());
+        CompareShapes(readAgain);
+        check(readAgain);
+        package_.ReplaceXml(entry_, edited.Bytes());
         tree_.reset();
         elements_.clear();
     }

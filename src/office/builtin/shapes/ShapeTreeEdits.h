@@ -10,6 +10,7 @@
 #include "office/builtin/package/Package.h"
 #include "office/builtin/shapes/ShapeTree.h"
 #include "office/builtin/xml/XmlEdits.h"
+#include "platform/Failure.h"
 
 namespace tessarine::builtin
 {
@@ -37,14 +38,35 @@ public:
     void ChangeTag(std::size_t element, const std::function<void(std::string& tag)>& change);
     void RemoveElement(std::size_t element);
 
+    std::string_view PartName() const { return package_.NameOf(entry_); }  ///< For failures.
+
     /// The part's relationships. Their edits are the package's own and don't wait for Flush.
     Relationships& Links() { return package_.RelationshipsOf(entry_); }
 
     /// Calls `visit` with the part as it is now, which is parsed anew when there are edits.
     void VisitCurrent(const std::function<void(const XmlDocument&)>& visit);
 
-    /// Hands the part to the package when there are edits. Gives whether there were.
-    bool Flush();
+    /// Makes an edit of the part. A failure other than a refusal (`InvalidRequest`, `BadArgument`, `Unspecified`),
+    /// which comes before anything is changed, may have left half an edit: the package is not saved any more.
+    template <class Edit>
+    auto Try(Edit&& edit)
+    {
+        try {
+            return edit();
+        } catch (const Failure& failure) {
+            if (!IsRefusal(failure))
+                package_.GiveUp(entry_, failure.description);
+            throw;
+        } catch (...) {
+            package_.GiveUp(entry_, u"The change could not be made to its end");
+            throw;
+        }
+    }
+
+    /// Hands the part to the package when there are edits, and gives whether there were. Before that the edited part is
+    /// read again (EditedPart): its shapes must have the texts that they have here, and `check` gets what was read, to
+    /// raise when it is not what was meant. Then nothing is handed on.
+    bool Flush(const std::function<void(const ShapeTree& readAgain)>& check);
 
 private:
     /// The bytes and their index. Both are large, and read only for edits.
@@ -55,8 +77,13 @@ private:
         XmlDocument document;  // borrows xml
     };
 
+    static bool IsRefusal(const Failure& failure);
+
     /// All edits, of elements and of texts, in no order.
     std::vector<ByteEdit> Edits() const;
+
+    /// Raises `FileCorrupt` unless the shapes read again are the same and have the texts that they have here.
+    void CompareShapes(const ShapeTree& readAgain) const;
 
     Package& package_;
     Package::Entry entry_;

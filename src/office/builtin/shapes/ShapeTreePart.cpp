@@ -41,11 +41,13 @@ std::size_t ShapeTreePart::ReplaceText(std::size_t shape, std::size_t begin, std
     const std::optional<std::size_t> twin = Shapes()[shape].twin;
     // Asked before the first of the two changes.
     const bool twinAgrees = twin && Body(*twin).Text() == Body(body).Text();
-    const std::size_t count = Body(body).Replace(begin, length, with, document);
-    if (twinAgrees)
-        Body(*twin).Replace(begin, length, with, document);
-    TextChanged(body);
-    return count;
+    return edits_.Try([&] {
+        const std::size_t count = Body(body).Replace(begin, length, with, document);
+        if (twinAgrees)
+            Body(*twin).Replace(begin, length, with, document);
+        TextChanged(body);
+        return count;
+    });
 }
 
 /// The shape, if the page shows one.
@@ -74,8 +76,10 @@ void ShapeTreePart::PutHeaderFooter(HeaderFooterKind kind, StringView text)
     const std::optional<std::size_t> body = shape ? Shapes()[*shape].body : std::nullopt;
     if (!body)
         throw NoHeaderFooter();
-    Body(*body).PutText(text, [this]() -> const XmlDocument& { return edits_.Document(); });
-    TextChanged(*body);
+    edits_.Try([&] {
+        Body(*body).PutText(text, [this]() -> const XmlDocument& { return edits_.Document(); });
+        TextChanged(*body);
+    });
 }
 
 void ShapeTreePart::TextChanged(std::size_t body)
@@ -95,12 +99,18 @@ String ShapeTreePart::LinkSource(std::size_t shape)
 
 void ShapeTreePart::PutLinkSource(std::size_t shape, const String& source)
 {
-    builtin::PutLinkSource(edits_, uses_, edits_.Tree().shapes[shape], source);
+    ShapeRecord& record = edits_.Tree().shapes[shape];
+    edits_.Try([&] { builtin::PutLinkSource(edits_, uses_, record, source); });
+}
+
+void ShapeTreePart::PutHyperlinkAddress(std::size_t link, const String& address)
+{
+    edits_.Try([&] { hyperlinks_.PutAddress(link, address); });
 }
 
 void ShapeTreePart::Flush()
 {
-    if (edits_.Flush())
+    if (edits_.Flush([this](const ShapeTree& readAgain) { hyperlinks_.CheckReadAgain(readAgain.links); }))
         hyperlinks_.Flushed();
 }
 

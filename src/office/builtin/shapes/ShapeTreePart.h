@@ -57,16 +57,15 @@ public:
     std::vector<std::size_t> HyperlinkIndices() override { return hyperlinks_.Members(); }
     /// Both raise as Hyperlinks does.
     String HyperlinkAddress(std::size_t link) override { return hyperlinks_.Address(link); }
-    void PutHyperlinkAddress(std::size_t link, const String& address) override
-    {
-        hyperlinks_.PutAddress(link, address);
-    }
+    void PutHyperlinkAddress(std::size_t link, const String& address) override;
 
     /// The source of a linked object (see LinkedObjects.h).
     String LinkSource(std::size_t shape) override;
     void PutLinkSource(std::size_t shape, const String& source) override;
 
-    void Flush();  ///< Hands the edits to the package.
+    /// Hands the edits to the package. Raises `FileCorrupt` when the edited part would not read as it was meant; see
+    /// ShapeTreeEdits::Flush.
+    void Flush();
 
 private:
     /// Index of the placeholder; nothing when the page has none of that kind.

@@ -32,10 +32,11 @@ std::vector<PieceLink> ReadLinks(const XmlDocument& document, Node properties, c
 }
 
 /// True when content is well-formed and reads as the text. Only the end mark of CDATA, an escape and, after an "&" that
-/// began none, a reference can come about where none was.
+/// began none, a reference can come about where none was; and an escape that is written across the end of a CDATA
+/// section takes that end with it.
 bool Holds(std::string_view content, StringView text)
 {
-    if (content.find("]]>") == std::string_view::npos && content.find('&') == std::string_view::npos &&
+    if (content.find("]]>") == std::string_view::npos && content.find_first_of("<&") == std::string_view::npos &&
         text.find(u"_x00") == StringView::npos)
         return true;
     try {

@@ -104,6 +104,11 @@ public:
     /// True when some element's local name begins so, whatever its namespace.
     bool HasNameBeginning(std::string_view start) const;
 
+    /// The elements by their number in document order, from 0 for the root: where each stands in the bytes.
+    std::size_t ElementCount() const { return elements_.size(); }
+    ElementRange RangeOf(std::size_t number) const { return RangeOf(NodeAt(number)); }
+    Node NodeAt(std::size_t number) const { return {this, static_cast<std::uint32_t>(number)}; }
+
     /// Offset of the element's "<" in the bytes. Here and in RangeOf the node must not be none.
     std::size_t OffsetOf(Node node) const { return elements_[node.index_].begin; }
 

@@ -148,14 +148,17 @@ bool FollowsEscapeOfUnderscore(StringView text, std::size_t at)
 
 }  // namespace
 
-std::string EscapeRunText(StringView text)
+namespace
+{
+
+std::string EscapeWithCodes(StringView text, const char* digits)
 {
     std::string bytes;
     ForEachCodePoint(text, [&](char32_t c, std::size_t at) {
         if (IsEscapedInRuns(c) && FollowsEscapeOfUnderscore(text, at)) {
             AppendUtf8(bytes, 0xFFFD);
         } else if (IsEscapedInRuns(c)) {
-            AppendEscapeCode(bytes, static_cast<char16_t>(c), "0123456789ABCDEF");
+            AppendEscapeCode(bytes, static_cast<char16_t>(c), digits);
         } else if (c == '_' && ReadsAsControlEscape(text.substr(at))) {
             bytes += "_x005F_";
         } else {
@@ -165,16 +168,23 @@ std::string EscapeRunText(StringView text)
     return bytes;
 }
 
+}  // namespace
+
+std::string EscapeRunText(StringView text)
+{
+    return EscapeWithCodes(text, "0123456789ABCDEF");
+}
+
 std::string EscapePropertyText(StringView text)
 {
-    std::string bytes;
-    ForEachCodePoint(text, [&](char32_t c, std::size_t) {
-        if (IsControl(c) && c != '\t')
-            AppendEscapeCode(bytes, static_cast<char16_t>(c), "0123456789abcdef");
-        else
-            AppendEscaped(bytes, c);
+    return EscapeWithCodes(text, "0123456789abcdef");
+}
+
+bool ReadsAs(StringView read, StringView written)
+{
+    return std::ranges::equal(read, written, [](char16_t is, char16_t was) {
+        return is == was || (is == 0xFFFD && (IsControl(was) || IsSurrogate(was) || was >= 0xFFFE));
     });
-    return bytes;
 }
 
 namespace
@@ -263,6 +273,8 @@ public:
             else if (sink_.inCData || content_[at_] != '&' || !ReadReferenceHere())
                 ReadPlain();
         }
+        if (sink_.inCData)
+            throw Damage({}, "text holds unclosed markup");
     }
 
 private:

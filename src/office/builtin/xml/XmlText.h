@@ -22,8 +22,12 @@ std::string EscapeAttribute(StringView text);
 /// character right after a literal "_x005F" can't be written at all and becomes U+FFFD.
 std::string EscapeRunText(StringView text);
 
-/// As EscapeText for property values: carriage return and line feed are written "_x000d_" and "_x000a_".
+/// As EscapeRunText for property values, with small digits: CR and LF are written "_x000d_" and "_x000a_".
 std::string EscapePropertyText(StringView text);
+
+/// True when `read` is what is read again of `written`, by whichever of the functions above: the same units, but for
+/// those that can't be written and became U+FFFD.
+bool ReadsAs(StringView read, StringView written);
 
 /// What becomes of elements inside of content that is read as text.
 enum class InnerElements {
