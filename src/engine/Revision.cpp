@@ -1,5 +1,8 @@
 #include "engine/SearchFunctions.h"
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
 #include <optional>
 
 #include "engine/SearchPlace.h"
@@ -24,6 +27,30 @@ struct ToNumber {
     std::optional<double> operator()(const String& value) const { return NumberFromText(value); }
 };
 
+/// A whole number that a double can't hold, plus another one; nothing where a double does.
+std::optional<std::int64_t> ExactSum(const powerpoint::Value& value, double increment)
+{
+    constexpr double largestExact = 9007199254740992.0;
+    const auto* const whole = std::get_if<std::int64_t>(&value);
+    if (whole == nullptr || std::trunc(increment) != increment || std::abs(increment) > largestExact ||
+        std::abs(static_cast<double>(*whole)) < largestExact - std::abs(increment))
+        return {};
+    const auto step = static_cast<std::int64_t>(increment);
+    const bool overflows = step > 0 ? *whole > std::numeric_limits<std::int64_t>::max() - step
+                                    : *whole < std::numeric_limits<std::int64_t>::min() - step;
+    if (overflows)
+        throw Failure(FailureNumber::Overflow, u"Overflow");
+    return *whole + step;
+}
+
+double FiniteSum(double left, double right)
+{
+    const double sum = left + right;
+    if (!std::isfinite(sum))
+        throw Failure(FailureNumber::Overflow, u"Overflow");
+    return sum;
+}
+
 }  // namespace
 
 void SearchFunctions::UpdateISO9001Version(const String& vRevisionProperty,
@@ -42,8 +69,12 @@ void SearchFunctions::UpdateISO9001Version(const String& vRevisionProperty,
                 continue;
             powerpoint::Value value = property(index)->Value();
             const std::optional<double> number = std::visit(ToNumber(), value);
-            if (increment && number)
-                value = *number + *increment;
+            if (increment && number) {
+                if (const auto exact = ExactSum(value, *increment))
+                    value = *exact;
+                else
+                    value = FiniteSum(*number, *increment);
+            }
             // Also written back when one of the two isn't a number: the property then keeps its value, and one that
             // can't be written ends the update here as it would with a number.
             property(index)->PutValue(value);

@@ -243,6 +243,47 @@ TEST(CustomPropertyRevision, CountsUpNumbersAndNumericTextsInTheirKind)
     }
 }
 
+TEST(CustomPropertyRevision, KeepsFourDecimalsOfMoney)
+{
+    const DeckOnDisk deck(With("cy", u"19.9900"));
+
+    Update(deck, u"P", u"0.01");
+
+    EXPECT_EQ(CustomProperty(deck.Package(), u"P"), (CustomValue{"cy", u"20.0000"}));
+}
+
+TEST(CustomPropertyRevision, KeepsAllDigitsOfLargeIntegers)
+{
+    const DeckOnDisk deck(With("i8", u"9007199254740993"));
+
+    Update(deck, u"P", u"2");
+
+    EXPECT_EQ(CustomProperty(deck.Package(), u"P"), (CustomValue{"i8", u"9007199254740995"}));
+}
+
+TEST(CustomPropertyRevision, OutOfRangeChangesNoByte)
+{
+    for (const auto& [kind, value, by] :
+         {std::tuple{"i8", u"9223372036854775807", u"1"}, std::tuple{"ui8", u"18446744073709551614", u"1"},
+          std::tuple{"r8", u"1.7976931348623157e308", u"1e308"}, std::tuple{"lpwstr", u"1e308", u"1.7e308"},
+          std::tuple{"cy", u"922337203685477.5807", u"1"}}) {
+        const DeckOnDisk deck(With(kind, value));
+
+        Update(deck, u"P", by);
+
+        EXPECT_EQ(deck.Bytes(), With(kind, value).Bytes()) << kind;
+    }
+}
+
+TEST(CustomPropertyRevision, OfATextHasTheDigitsThatAPersonWouldWrite)
+{
+    const DeckOnDisk deck(With("lpwstr", u"1.1"));
+
+    Update(deck, u"P", u"0.1");
+
+    EXPECT_EQ(CustomProperty(deck.Package(), u"P"), (CustomValue{"lpwstr", u"1.2"}));
+}
+
 TEST(CustomPropertyRevision, OfATextThatIsNoNumberChangesNoByte)
 {
     const DeckOnDisk deck(With("lpwstr", u"A"));

@@ -6,10 +6,10 @@
 #include <cmath>
 #include <limits>
 
+#include "office/builtin/limits/Damage.h"
 #include "office/builtin/properties/PropertyDate.h"
 #include "office/builtin/reader/Refusals.h"
-#include "office/builtin/xml/XmlDocument.h"
-#include "office/builtin/xml/XmlEdits.h"
+#include "office/builtin/xml/EditedPart.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
 
@@ -21,26 +21,32 @@ namespace
 
 using powerpoint::Value;
 
+/// What a number may be to be put into an element of that kind.
 struct IntegerKind {
     std::string_view name;
-    double least;
-    double largest;
+    std::int64_t least;
+    std::int64_t largest;
 };
 
-/// The bounds are doubles, because a number is put as one. They are exact but for 64 bits, where the nearest double
-/// below the bound is taken.
+constexpr std::int64_t least64 = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t largest64 = std::numeric_limits<std::int64_t>::max();
+
+/// The upper half of ui8 reads as a text and can't be put as a number.
 constexpr std::array integerKinds{
     IntegerKind{"i1", -128, 127},
     IntegerKind{"i2", -32768, 32767},
-    IntegerKind{"i4", -2147483648.0, 2147483647.0},
-    IntegerKind{"int", -2147483648.0, 2147483647.0},
-    IntegerKind{"i8", -9223372036854774784.0, 9223372036854774784.0},
+    IntegerKind{"i4", -2147483648, 2147483647},
+    IntegerKind{"int", -2147483648, 2147483647},
+    IntegerKind{"i8", least64, largest64},
     IntegerKind{"ui1", 0, 255},
     IntegerKind{"ui2", 0, 65535},
-    IntegerKind{"ui4", 0, 4294967295.0},
-    IntegerKind{"uint", 0, 4294967295.0},
-    IntegerKind{"ui8", 0, 18446744073709549568.0},
+    IntegerKind{"ui4", 0, 4294967295},
+    IntegerKind{"uint", 0, 4294967295},
+    IntegerKind{"ui8", 0, largest64},
 };
+
+/// Up to here each whole number is a double.
+constexpr double largestExact = 9007199254740992.0;
 
 bool IsOneOf(std::string_view kind, std::initializer_list<std::string_view> kinds)
 {
@@ -70,12 +76,37 @@ bool IsOpaque(std::string_view kind)
            !IsOneOf(kind, {"bool", "filetime", "date", "empty", "null"});
 }
 
-/// Numbers in files don't follow a locale.
-std::string FileText(double number)
+Failure TooLarge()
 {
+    return {FailureNumber::Overflow, u"DocumentProperty (unknown member) : The number is too large."};
+}
+
+/// Numbers in files don't follow a locale. Sums of money have four decimals (ECMA-376 part 1, 22.4.2.7), decimals no
+/// exponent.
+std::string FileText(double number, std::string_view kind)
+{
+    std::array<char, 512> buffer;  // the largest double has 309 digits
+    char* const begin = buffer.data();
+    char* const end = begin + buffer.size();
+    const auto written = kind == "cy"        ? std::to_chars(begin, end, number, std::chars_format::fixed, 4)
+                         : kind == "decimal" ? std::to_chars(begin, end, number, std::chars_format::fixed)
+                                             : std::to_chars(begin, end, number);
+    return {begin, written.ptr};
+}
+
+/// A number as a person would write it: without the digits after the fifteenth, which only tell that 0.1 is no binary
+/// fraction. Larger numbers need all that they have.
+double AsWritten(double number)
+{
+    constexpr double fifteenDigits = 1e15;
+    if (std::abs(number) >= fifteenDigits)
+        return number;
     std::array<char, 32> buffer;
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-    return {buffer.data(), end};
+    const auto written =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::general, 15);
+    double result = 0;
+    std::from_chars(buffer.data(), written.ptr, result);
+    return result;
 }
 
 Value ValueOf(std::string_view kind, const String& text)
@@ -89,7 +120,8 @@ Value ValueOf(std::string_view kind, const String& text)
             return number;
     } else if (IsFloat(kind)) {
         double number = 0;
-        if (const auto result = std::from_chars(begin, end, number); result.ec == std::errc() && result.ptr == end)
+        const auto result = std::from_chars(begin, end, number);
+        if (result.ec == std::errc() && result.ptr == end && std::isfinite(number))
             return number;
     } else if (kind == "bool") {
         return utf8 == "true" || utf8 == "1" || utf8 == "True" || utf8 == "TRUE";
@@ -112,6 +144,29 @@ std::optional<double> NumberOf(const Value& value)
     return std::nullopt;
 }
 
+/// The value as one that an element of a kind can hold to the last digit; nothing for a fraction, one that doesn't fit,
+/// and a kind that is no integer. Raises `Overflow` where a large integer has lost digits on its way.
+std::optional<std::int64_t> WholeNumberFor(std::string_view kind, const Value& value)
+{
+    const IntegerKind* const integer = IntegerKindOf(kind);
+    if (integer == nullptr)
+        return std::nullopt;
+    std::int64_t whole = 0;
+    if (const auto* const number = std::get_if<double>(&value)) {
+        if (std::trunc(*number) != *number)
+            return std::nullopt;
+        if (std::abs(*number) > largestExact) {
+            if (integer->largest == largest64)
+                throw TooLarge();
+            return std::nullopt;
+        }
+        whole = static_cast<std::int64_t>(*number);
+    } else {
+        whole = std::get<std::int64_t>(value);
+    }
+    return whole >= integer->least && whole <= integer->largest ? std::optional(whole) : std::nullopt;
+}
+
 }  // namespace
 
 CustomPropertyPart::CustomPropertyPart(Package& package) : package_(package)
@@ -121,7 +176,12 @@ CustomPropertyPart::CustomPropertyPart(Package& package) : package_(package)
     if (!entry_)
         return;
     bytes_ = package.ReadXml(*entry_);
-    const XmlDocument document(bytes_, package.NameOf(*entry_), package.limits());
+    properties_ = PropertiesOf(XmlDocument(bytes_, package.NameOf(*entry_), package.limits()));
+}
+
+std::vector<CustomPropertyPart::Property> CustomPropertyPart::PropertiesOf(const XmlDocument& document)
+{
+    std::vector<Property> properties;
     for (const Node node : document.Root().ChildElements()) {
         if (!document.Is(node, Ns::CustomProperties, "property"))
             continue;
@@ -134,8 +194,9 @@ CustomPropertyPart::CustomPropertyPart(Package& package) : package_(package)
             property.value = ValueOf(property.kind, document.TextOf(variant));
             break;
         }
-        properties_.push_back(std::move(property));
+        properties.push_back(std::move(property));
     }
+    return properties;
 }
 
 void CustomPropertyPart::Put(std::size_t index, const Value& value)
@@ -145,18 +206,25 @@ void CustomPropertyPart::Put(std::size_t index, const Value& value)
         throw UnspecifiedError();
 
     const auto number = NumberOf(value);
-    const IntegerKind* integer = IntegerKindOf(property.kind);
+    if (number && !std::isfinite(*number))
+        throw TooLarge();
     if (IsText(property.kind) || !number) {
+        const auto* const fraction = std::get_if<double>(&value);
+        property.value = powerpoint::TextOf(fraction == nullptr ? value : Value(AsWritten(*fraction)));
         if (!IsText(property.kind))
             property.kind = "lpwstr";
-        property.value = powerpoint::TextOf(value);
-    } else if (integer != nullptr && std::trunc(*number) == *number && *number >= integer->least &&
-               *number <= integer->largest) {
-        property.value = *number;
+    } else if (const auto whole = WholeNumberFor(property.kind, value)) {
+        property.value = *whole;
+    } else if (property.kind == "cy") {
+        // Beyond that the fourth decimal is not what it was.
+        constexpr double decimals = 10000;
+        if (std::abs(*number) * decimals > largestExact)
+            throw TooLarge();
+        property.value = std::round(*number * decimals) / decimals;
     } else {
+        property.value = *number;
         if (!IsFloat(property.kind))
             property.kind = "r8";
-        property.value = *number;
     }
     property.changed = true;
 }
@@ -168,11 +236,10 @@ std::string CustomPropertyPart::ElementOf(const Property& property) const
     const ElementRange range = ScanElement(bytes_, property.offset);
     const std::string name = std::string(range.Prefix()) + property.kind;
     std::string content;
-    if (const auto number = NumberOf(property.value)) {
-        const bool isInteger = IntegerKindOf(property.kind) != nullptr;
-        // Beyond that the number would not fit into 64 bits with a sign.
-        content = isInteger && std::abs(*number) < 9e18 ? std::to_string(static_cast<std::int64_t>(*number))
-                                                        : FileText(*number);
+    if (const auto* const whole = std::get_if<std::int64_t>(&property.value)) {
+        content = std::to_string(*whole);
+    } else if (const auto* const number = std::get_if<double>(&property.value)) {
+        content = FileText(*number, property.kind);
     } else {
         const std::string_view old =
             std::string_view(bytes_).substr(range.contentBegin, range.contentEnd - range.contentBegin);
@@ -195,8 +262,22 @@ void CustomPropertyPart::Flush()
         const ElementRange range = ScanElement(bytes_, property.offset);
         edits.push_back({range.begin, range.end, ElementOf(property)});
     }
-    if (!edits.empty())
-        package_.ReplaceXml(*entry_, ApplyEdits(bytes_, std::move(edits)));
+    if (edits.empty())
+        return;
+    const std::string_view part = package_.NameOf(*entry_);
+    const EditedPart edited(XmlDocument(bytes_, part, package_.limits()), std::move(edits), part, package_.limits());
+    CheckReadAgain(edited.Document(), part);
+    package_.ReplaceXml(*entry_, edited.Bytes());
+}
+
+void CustomPropertyPart::CheckReadAgain(const XmlDocument& document, std::string_view part) const
+{
+    const auto isSame = [](const Property& property, const Property& readAgain) {
+        return property.name == readAgain.name && property.kind == readAgain.kind &&
+               ReadsAs(powerpoint::TextOf(readAgain.value), powerpoint::TextOf(property.value));
+    };
+    if (!std::ranges::equal(properties_, PropertiesOf(document), isSame))
+        throw FailedEdit(part, "a property would not have the value that was put");
 }
 
 }  // namespace tessarine::builtin

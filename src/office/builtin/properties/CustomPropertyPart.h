@@ -22,11 +22,13 @@ public:
     const String& NameOf(std::size_t index) const override { return properties_[index].name; }
     powerpoint::Value Read(std::size_t index) const override { return properties_[index].value; }
 
-    /// A text becomes a `vt:lpwstr`, a number that fits nothing else a `vt:r8`. Raises `Unspecified` for a kind that
-    /// can't be put.
+    /// A text becomes a `vt:lpwstr`, a number that fits nothing else a `vt:r8`. A number that is put into a text has
+    /// the digits that a person would write. Raises `Unspecified` for a kind that can't be put, and `Overflow` for a
+    /// number that is infinite or whose last digits the kind would have to invent.
     void Put(std::size_t index, const powerpoint::Value& value) override;
 
-    /// Hands the edits to the package, which writes them when it is saved.
+    /// Hands the edits to the package, which writes them when it is saved. Raises `FileCorrupt` when they would not
+    /// read as they were put.
     void Flush();
 
 private:
@@ -38,6 +40,10 @@ private:
         std::size_t offset = 0;   // of the variant element's "<" in bytes_
         bool changed = false;     // by Put
     };
+
+    static std::vector<Property> PropertiesOf(const XmlDocument& document);
+    /// Raises `FileCorrupt` unless the edited part reads as properties_.
+    void CheckReadAgain(const XmlDocument& document, std::string_view part) const;
 
     /// Its new markup, for a property that has changed.
     std::string ElementOf(const Property& property) const;
