@@ -120,7 +120,7 @@ BackupReport BackupCommands::Restore(const String& path)
 
 BackupReport BackupCommands::Clean(const String& path)
 {
-    return Treat(path, [&](const Backups& backups, BackupReport& report) {
+    const BackupReport done = Treat(path, [&](const Backups& backups, BackupReport& report) {
         String kept;
         for (const Backups::Candidate& candidate : backups.found) {
             const String reason = anyBackup_ ? String() : ReasonToLeave(candidate.state);
@@ -138,6 +138,13 @@ BackupReport BackupCommands::Clean(const String& path)
         if (!kept.empty())
             Fail(kept);
     });
+    // A clean that was killed has left lines without their backups. A file in use is one for the next clean.
+    Skip([&] {
+        const FileLock lock(path);
+        if (folder_)
+            folder_->NoteMissing(folder_->OriginalAt(path));
+    });
+    return done;
 }
 
 /// Finds the backups, lets `treat` do what is to be done with them, and reports.

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "platform/Files.h"
@@ -25,7 +27,6 @@ public:
     /// The folder of a path, as FolderOf gives it; an empty one is the current folder.
     explicit BackupFolder(StringView folder);
 
-    /// Flushes a record that lines were added to. Until then a power cut may take the latest lines away.
     ~BackupFolder();
     BackupFolder(const BackupFolder&) = delete;
     BackupFolder& operator=(const BackupFolder&) = delete;
@@ -65,8 +66,8 @@ public:
     /// Whether a file has the same content as the one at `path`. Reads both only as far as that takes.
     bool HasContentOf(const String& name, const String& path) const;
 
-    /// Adds a line to the record, which is made when it is missing. A record of somebody else that can't be added to
-    /// gets a second one beside it.
+    /// Adds a line to the record, which is made when it is missing, and flushes it. A record of somebody else that
+    /// can't be added to gets a second one beside it.
     void Record(const String& name, const Original& original, const CopiedContent& content);
 
     /// Gives a backup the mode of its original.
@@ -75,8 +76,12 @@ public:
     /// Deletes a backup; of a link the link itself. The record keeps its line until ForgetRemoved.
     void Remove(const String& name);
 
-    /// Takes the lines of backups that are gone out of the records, and deletes a record that has no line left. Only
-    /// does anything after a Remove.
+    /// Counts the recorded backups of the original that are missing among those that were removed, as after a clean
+    /// that was killed. Only for an original that is locked: a run records a backup before it makes it.
+    void NoteMissing(const Original& original);
+
+    /// Takes the lines of removed backups out of the records, and deletes a record that has no line left. What goes
+    /// wrong is passed over, as a line too many does no harm.
     void ForgetRemoved();
 
 private:
@@ -99,7 +104,7 @@ private:
     std::unique_ptr<Descriptors> open_;
     std::vector<Source> sources_;  // the records that are looked at
     std::vector<Line> lines_;      // of all of them
-    bool hasRemoved_ = false;
+    std::set<String> removed_;     // names since the last ForgetRemoved
 };
 
 }  // namespace tessarine

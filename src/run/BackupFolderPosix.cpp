@@ -11,6 +11,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <set>
 #include <span>
 #include <thread>
 #include <utility>
@@ -141,14 +142,6 @@ public:
     {
     }
 
-    ~Descriptors()
-    {
-        if (record && hasNewLines)
-            fdatasync(record->get());
-    }
-    Descriptors(const Descriptors&) = delete;
-    Descriptors& operator=(const Descriptors&) = delete;
-
     /// Of what stands under the name itself; nothing when nothing does.
     std::optional<Status> StatusOf(const std::string& name) const
     {
@@ -169,12 +162,12 @@ public:
     FileDescriptor folder;
     std::optional<FileDescriptor> record;  // open for new lines
     std::string recordName;                // its name
-    bool hasNewLines = false;              // that have not been flushed
 };
 
 struct BackupFolder::Line {
     RecordedBackup backup;
     std::uint32_t owner;  // of the record that it stands in
+    std::string record;   // name of that
 };
 
 struct BackupFolder::Source {
@@ -344,15 +337,23 @@ void BackupFolder::Remove(const String& name)
     const std::string native = NativePath(name);
     if (unlinkat(open_->folder.get(), native.c_str(), 0) != 0)
         throw ClassicFileFailure(errno, "delete", PathOf(native));
-    hasRemoved_ = true;
+    removed_.insert(name);
+}
+
+void BackupFolder::NoteMissing(const Original& original)
+{
+    for (const String& name : NamesFor(original))
+        if (!IsTaken(name))
+            removed_.insert(name);
 }
 
 void BackupFolder::ForgetRemoved()
 {
-    if (!std::exchange(hasRemoved_, false))
+    if (removed_.empty())
         return;
     for (const Source& source : sources_)
         ForgetIn(source);
+    removed_.clear();
     lines_.clear();
     for (Source& source : sources_)
         Load(source);
@@ -390,7 +391,7 @@ void BackupFolder::Load(Source& source)
     source.size = text.size();
     for (const std::string_view line : LinesOf(text))
         if (auto backup = RecordedBackupIn(line))
-            lines_.push_back({*std::move(backup), status.st_uid});
+            lines_.push_back({*std::move(backup), status.st_uid, source.name});
 }
 
 void BackupFolder::Refresh()
@@ -438,11 +439,11 @@ void BackupFolder::Append(const RecordedBackup& backup)
     // A full disk may have cut the line before.
     if (status.st_size > 0 && pread(record, &last, 1, status.st_size - 1) == 1 && last != '\n')
         text.insert(0, 1, '\n');
-    if (!WriteAll(record, text))
+    // On the disk before the backup is: after a power cut nobody would know the backup again.
+    if (!WriteAll(record, text) || fdatasync(record) != 0)
         throw ClassicFileFailure(errno, "write", PathOf(open_->recordName));
 
-    open_->hasNewLines = true;
-    lines_.push_back({backup, status.st_uid});
+    lines_.push_back({backup, status.st_uid, open_->recordName});
     const auto source = std::ranges::find(sources_, open_->recordName, &Source::name);
     if (source == sources_.end())
         return;
@@ -467,12 +468,21 @@ void BackupFolder::ForgetIn(const Source& source)
         !S_ISREG(status.st_mode) || status.st_size >= static_cast<off_t>(longestRecord))
         return;
 
+    // The lines as they were known before their backups were removed. A line that a run has added since is about a
+    // backup that it is just making.
+    std::multiset<std::string> gone;
+    for (const Line& line : lines_)
+        if (line.record == source.name && removed_.contains(line.backup.name))
+            gone.insert(LineOf(line.backup));
     const std::string text = TextOf(file.get());
     std::string rest;
     for (const std::string_view line : LinesOf(text)) {
-        const auto backup = RecordedBackupIn(line);
-        if (backup && open_->StatusOf(ToUtf8(backup->name)))
-            rest += std::string(line) + '\n';
+        const std::string whole = std::string(line) + '\n';
+        const auto known = gone.find(whole);
+        if (known != gone.end())
+            gone.erase(known);
+        else if (RecordedBackupIn(line))
+            rest += whole;
     }
     if (rest == text)
         return;

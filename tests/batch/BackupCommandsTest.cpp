@@ -214,6 +214,17 @@ TEST_F(BackupCommandsTest, CleanKeepsTheLinesOfOtherBackups)
     EXPECT_EQ(Content(u".tessarine-backups").find("a..bak"), std::string::npos);
 }
 
+TEST_F(BackupCommandsTest, CleanDropsWhatACleanThatWasKilledLeft)
+{
+    const String file = folder.Write(u"a.pptx", "new");
+    WriteBackup(u"a..bak", u"a.pptx", "old");
+    std::filesystem::remove(ToUtf8(folder.PathOf(u"a..bak")));
+
+    EXPECT_EQ(Clean(file).status, FileStatus::NothingCounted);
+
+    EXPECT_THAT(FilesOfFolder(folder.Path()), ElementsAre(file));
+}
+
 TEST_F(BackupCommandsTest, CleanLeavesAPersonsFileAlone)
 {
     const String file = folder.Write(u"a.pptx", "new");

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <span>
 
@@ -204,6 +205,34 @@ TEST_F(BackupFolderTest, ForgetsWhatItRemovedAndNothingElse)
     backups.ForgetRemoved();
 
     EXPECT_THAT(FilesOfFolder(folder.Path()), ElementsAre(deck));
+}
+
+TEST_F(BackupFolderTest, ForgetsNoBackupThatIsBeingMade)
+{
+    WriteBackup(u"a..bak", "old");
+    BackupFolder backups(Path());
+    backups.Remove(u"a..bak");
+    BackupFolder run(Path());
+    run.Record(u"a..bak", run.OriginalAt(deck), ContentIs("old"));  // the same line once more
+
+    backups.ForgetRemoved();
+
+    folder.Write(u"a..bak", "old");
+    EXPECT_EQ(StateOf(u"a..bak"), State::Intact);
+    EXPECT_EQ(std::ranges::count(RecordText(), '\n'), 1);
+}
+
+TEST_F(BackupFolderTest, ForgetsWhatAKilledProcessRemoved)
+{
+    WriteBackup(u"a..bak", "old");
+    WriteBackup(u"a..bak.2", "older");
+    std::filesystem::remove(ToUtf8(folder.PathOf(u"a..bak")));
+    BackupFolder backups(Path());
+
+    backups.NoteMissing(backups.OriginalAt(deck));
+    backups.ForgetRemoved();
+
+    EXPECT_THAT(RecordText(), StartsWith("a..bak.2\t"));
 }
 
 TEST_F(BackupFolderTest, RecordsAgainAfterAnotherProcessDeletedTheRecord)
