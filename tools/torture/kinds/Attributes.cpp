@@ -42,8 +42,9 @@ void Watch(Round& round, const Scene& scene, const Access& allowed, const Questi
         const std::string gained = access ? Gained(allowed, *access, geteuid()) : std::string();
         round.Checked();
         if (!gained.empty() && round.AllFound().size() < 3)
-            round.Add(Harm::Widened, name + " in front of call " + std::to_string(question.number) + " (" +
-                                         question.call + "): " + gained);
+            round.Add(Harm::Widened, std::string(name.starts_with(".tessarine-") ? "a new file" : name) +
+                                         " in front of " + question.call + " (call " + std::to_string(question.number) +
+                                         "): " + gained);
     }
 }
 

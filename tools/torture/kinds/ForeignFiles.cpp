@@ -40,6 +40,15 @@ void PlayRound(Round& round)
     Give(call.dataFolder, runner, 0700);
     Give(round.Folder(), 0, 0755);
     call.user = runner;
+    const bool inPlace = HasOption("replace", "--in-place ") && round.random.Chance(40);
+    if (inPlace)
+        call.arguments.push_back("--in-place");
+    if (inPlace && round.random.Chance(50)) {
+        // The next run completes what was half written.
+        Call killed = call;
+        Run(round, killed.DiesAt(1 + round.random.Below(CallsOf(operation, FewDecks()) * 5 / 4)));
+    }
+    const auto contentBefore = ContentIfThere(deck);
     const Outcome outcome = Run(round, call);
     if (outcome.hung || outcome.signal != 0 || !ReadReport(outcome).hasSummary)
         round.Add(Harm::Other, "the run does not end as it should");
@@ -55,8 +64,13 @@ void PlayRound(Round& round)
         round.Add(Harm::Widened, "the stranger's deck has another owner, group or mode");
     const Report report = ReadReport(outcome);
     const FileLine* line = report.Of(scene.Decks()[0].name);
-    if ((line != nullptr && line->result == FileResult::Done) != (*content == scene.Decks()[0].replaced))
-        round.Add(Harm::Other, "the report does not tell what became of the stranger's deck");
+    if ((line != nullptr && line->result == FileResult::Done) && content == scene.Decks()[0].old)
+        round.Add(Harm::Other, "the stranger's deck is reported as changed and was not");
+    if ((line == nullptr || line->result != FileResult::Done) && content != contentBefore &&
+        contentBefore == scene.Decks()[0].old)
+        round.Add(Harm::Other, "the stranger's deck was changed and is not reported so");
+    if (inPlace && (mode & 0006) == 0006 && *content != scene.Decks()[0].replaced)
+        round.Add(Harm::Other, "the stranger's deck was not written in place, as was asked for");
     const Path backup = scene.BackupOf(scene.Decks()[0]);
     if (const auto access = AccessOf(backup)) {
         if (const std::string gained = Gained(before, *access, runner); !gained.empty())

@@ -1,6 +1,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <string_view>
+
 #include "Expected.h"
 #include "Kinds.h"
 #include "Scene.h"
@@ -164,10 +167,16 @@ void ErrorLogIsLink(const Trap& trap)
     Step(trap, "a link in place of the error log");
 }
 
-/// While the run goes, the folder of the decks becomes a link to the victim's, whose file has the same name.
+/// While the run is at a deck, the folder becomes a link to the victim's, whose file has the same name. Before the deck
+/// is opened the link would be as good a way to it as any.
 void FolderIsSwapped(const Trap& trap)
 {
-    const std::uint64_t number = 1 + trap.round.random.Below(CallsOf(trap.operation, FewDecks()));
+    const std::vector<Question>& trace = TraceOf(trap.operation, FewDecks());
+    const auto open = std::ranges::find_if(trace, [](const Question& call) {
+        return std::string_view(call.call).starts_with("open") && std::string_view(call.path).ends_with("a.pptx");
+    });
+    const auto rest = static_cast<std::size_t>(trace.end() - open);
+    const std::uint64_t number = trace.size() - rest + 2 + trap.round.random.Below(rest);
     {
         Running running(trap.round, trap.scene.CallOf(trap.operation).AsksAt({number}));
         if (running.NextQuestion()) {
