@@ -24,7 +24,8 @@ void PlayRound(Round& round)
     std::list<Running> runs;
     for (std::size_t number = 0; number < count; ++number) {
         Call call = scene.CallOf(operation);
-        if (!share)
+        // That of the first is also that of the run afterwards, which puts right what a killed one leaves.
+        if (!share && number > 0)
             call.dataFolder += std::to_string(number);
         runs.emplace_back(round, call);
         std::this_thread::sleep_for(std::chrono::microseconds(round.random.Below(15'000)));
