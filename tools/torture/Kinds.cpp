@@ -8,7 +8,8 @@ std::vector<Kind> AllKinds()
     return {KillAtAnyMoment(), KillAtEachCall(),    FailingCalls(), PowerCuts(),
             RacesAtEachCall(), RacesAtAnyMoment(),  RivalRuns(),    FullDisks(),
             PlantedLinks(),    HardLinks(),         Pipes(),        ForeignFiles(),
-            Attributes(),      UnreadableFolders(), Signals(),      JobsAndLists()};
+            Attributes(),      UnreadableFolders(), Signals(),      DamagedJournals(),
+            JobsAndLists()};
 }
 
 }  // namespace tessarine::torture

@@ -22,6 +22,7 @@ Kind Pipes();
 Kind ForeignFiles();
 Kind Attributes();
 Kind UnreadableFolders();
+Kind DamagedJournals();
 Kind Signals();
 Kind JobsAndLists();
 

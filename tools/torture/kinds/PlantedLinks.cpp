@@ -167,6 +167,17 @@ void ErrorLogIsLink(const Trap& trap)
     Step(trap, "a link in place of the error log");
 }
 
+/// The names of journals hold the number of the process, which is soon guessed.
+void JournalIsLink(const Trap& trap)
+{
+    const Path folder = OwnDataFolder(trap);
+    for (int number = 1; number <= 200; ++number) {
+        const Path name = folder / ("Run-" + std::to_string(getpid() + number) + ".journal");
+        std::filesystem::create_symlink(number % 2 == 0 ? trap.victim.File() : trap.victim.NoFile(), name);
+    }
+    Step(trap, "a link in place of a journal");
+}
+
 /// While the run is at a deck, the folder becomes a link to the victim's, whose file has the same name. Before the deck
 /// is opened the link would be as good a way to it as any.
 void FolderIsSwapped(const Trap& trap)
@@ -214,10 +225,10 @@ void NewFileIsSwapped(const Trap& trap)
     trap.victim.Check(trap.round, "a new file swapped from call " + std::to_string(number) + " on");
 }
 
-constexpr std::array traps{BackupIsLink,         BackupIsLinkToNothing, BackupIsSecondName,
-                           NumberedBackupIsLink, RecordIsLink,          DeckIsLink,
-                           NamedDeckIsLink,      RestoreTargetIsLink,   CleanedBackupIsLink,
-                           ErrorLogIsLink,       FolderIsSwapped,       NewFileIsSwapped};
+constexpr std::array traps{
+    BackupIsLink,  BackupIsLinkToNothing, BackupIsSecondName,  NumberedBackupIsLink, RecordIsLink,
+    DeckIsLink,    NamedDeckIsLink,       RestoreTargetIsLink, CleanedBackupIsLink,  ErrorLogIsLink,
+    JournalIsLink, FolderIsSwapped,       NewFileIsSwapped};
 
 void PlayRound(Round& round)
 {
