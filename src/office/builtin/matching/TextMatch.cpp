@@ -1,7 +1,5 @@
 #include "office/builtin/matching/TextMatch.h"
 
-#include <algorithm>
-
 #include "platform/CaseFolding.h"
 #include "platform/Utf16.h"
 
@@ -21,18 +19,10 @@ bool WordCharacterAt(StringView text, std::size_t position)
     return position < text.size() && IsWordCharacter(CodePointAt(text, position));
 }
 
-bool Touches(const ProtectedRange& range, std::size_t begin, std::size_t end)
-{
-    // A place: a hit may end or begin there.
-    if (range.length == 0)
-        return begin < range.begin && range.begin < end;
-    return begin < range.begin + range.length && range.begin < end;
-}
-
 }  // namespace
 
 std::optional<std::size_t> FindText(StringView searched, StringView text, const TextPattern& pattern, std::size_t from,
-                                    const std::vector<ProtectedRange>& protectedRanges)
+                                    const ProtectedRanges& protectedRanges, std::size_t offset)
 {
     const StringView wanted = pattern.Units();
     if (wanted.empty())
@@ -44,7 +34,7 @@ std::optional<std::size_t> FindText(StringView searched, StringView text, const 
             continue;
         if (pattern.WholeWords() && (WordCharacterBefore(text, at) || WordCharacterAt(text, end)))
             continue;
-        if (std::ranges::any_of(protectedRanges, [&](const ProtectedRange& range) { return Touches(range, at, end); }))
+        if (protectedRanges.Touch(offset + at, offset + end))
             continue;
         return at;
     }

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 #include <optional>
-#include <vector>
 
+#include "office/builtin/matching/ProtectedRanges.h"
 #include "office/builtin/matching/SoughtText.h"
 #include "platform/String.h"
 
@@ -34,12 +34,6 @@ private:
     bool wholeWords_;
 };
 
-/// Units of a text that a hit must leave alone. With a length of 0 it is a place that a hit may not span.
-struct ProtectedRange {
-    std::size_t begin;  ///< In UTF-16 units from 0.
-    std::size_t length;
-};
-
 /// First hit at or after `from`; nothing when there is none. `searched` is the text in the form that the pattern wants
 /// (folded unless case matters), `text` the text itself, of the same length. Positions are UTF-16 units from 0. An
 /// empty pattern has no hit.
@@ -47,7 +41,10 @@ struct ProtectedRange {
 /// Everything is literal: no wildcards, LF is not a paragraph break (CR is), quotes, blanks and hyphens of different
 /// kinds are different, accents count. A hit never splits a surrogate pair. A whole word is one whose neighbours on
 /// both sides are no word characters (letters, digits, combining marks, "_").
+///
+/// Both may be the rest of a longer text that begins two units or more in front of `from`; `offset` is where it begins
+/// in the whole, for the protected ranges.
 std::optional<std::size_t> FindText(StringView searched, StringView text, const TextPattern& pattern, std::size_t from,
-                                    const std::vector<ProtectedRange>& protectedRanges);
+                                    const ProtectedRanges& protectedRanges, std::size_t offset = 0);
 
 }  // namespace tessarine::builtin

@@ -4,6 +4,7 @@
 #include <array>
 #include <iterator>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 #include "office/builtin/limits/Damage.h"
@@ -99,8 +100,9 @@ void Hyperlinks::PutAddress(std::size_t index, const String& address)
 
 void Hyperlinks::TextChanged(std::size_t body)
 {
+    // Looked at when the links are asked for: a text may be edited many times before.
     if (links_)
-        ReadAgain(body);
+        changed_.insert(body);
 }
 
 namespace
@@ -120,10 +122,10 @@ std::set<std::array<std::string, 4>> TargetsOf(const std::vector<LinkRecord>& li
 
 }  // namespace
 
-void Hyperlinks::CheckReadAgain(const std::vector<LinkRecord>& readAgain) const
+void Hyperlinks::CheckReadAgain(const std::vector<LinkRecord>& readAgain)
 {
     // Their number may differ: neighbours that were led to one place are one link now.
-    if (links_ && TargetsOf(*links_) != TargetsOf(readAgain))
+    if (links_ && TargetsOf(All()) != TargetsOf(readAgain))
         throw FailedEdit(edits_.PartName(), "a link would not lead where it was to lead");
 }
 
@@ -141,14 +143,23 @@ void Hyperlinks::Flushed()
 std::vector<LinkRecord>& Hyperlinks::All()
 {
     if (!links_) {
-        links_ = edits_.Tree().links;
-        for (const std::size_t removed : removed_)
-            links_->insert(links_->begin() + static_cast<std::ptrdiff_t>(std::min(removed, links_->size())),
-                           LinkRecord());
+        const std::vector<LinkRecord>& read = edits_.Tree().links;
+        auto& links = links_.emplace();
+        links.reserve(read.size() + removed_.size());
+        auto removed = removed_.begin();
+        for (const LinkRecord& link : read) {
+            for (; removed != removed_.end() && *removed == links.size(); ++removed)
+                links.emplace_back();
+            links.push_back(link);
+        }
+        links.resize(read.size() + removed_.size());
+        changed_.clear();
         for (std::size_t body = 0; body < edits_.Tree().bodies.size(); ++body)
             if (edits_.Tree().bodies[body].Edited() != nullptr)
-                ReadAgain(body);
+                changed_.insert(body);
     }
+    if (!changed_.empty())
+        ReadChanged();
     return *links_;
 }
 
@@ -160,29 +171,43 @@ LinkRecord& Hyperlinks::At(std::size_t index)
     return All()[index];
 }
 
-/// Reads the links of an edited text again; in the list they come one after the other. A link that has gone keeps its
-/// index.
-void Hyperlinks::ReadAgain(std::size_t body)
+void Hyperlinks::ReadChanged()
 {
-    const auto isInBody = [&](const LinkRecord& link) { return link.body == body; };
-    const auto first = std::ranges::find_if(*links_, isInBody);
-    const auto last = std::find_if(links_->rbegin(), std::make_reverse_iterator(first), isInBody).base();
-    if (first == last)
-        return;  // an edit brings no links where there were none
-    std::vector<LinkRecord> now = edits_.OpenText(body).Links(body);
+    std::unordered_map<std::size_t, std::size_t> lastOf;  // index of a text's last link
+    for (std::size_t i = 0; i < links_->size(); ++i)
+        if (const auto& body = (*links_)[i].body)
+            lastOf[*body] = i;
+
     const auto isThere = [](const LinkRecord& link) { return !link.elements.empty(); };
-    const bool someWent = now.size() < static_cast<std::size_t>(std::count_if(first, last, isThere));
-    auto next = now.begin();
-    auto link = first;
-    for (; link != last; ++link) {
-        if (!isThere(*link))
+    std::vector<LinkRecord> links;
+    links.reserve(links_->size());
+    for (std::size_t i = 0; i < links_->size();) {
+        const std::optional<std::size_t> body = (*links_)[i].body;
+        if (!body || !changed_.contains(*body)) {
+            links.push_back(std::move((*links_)[i++]));
             continue;
-        if (next != now.end() && (!someWent || next->target == link->target))
-            *link = std::move(*next++);
-        else
-            Clear(*link);
+        }
+        // An edit brings no links where there were none, so that no other texts need be looked at.
+        const auto first = links_->begin() + static_cast<std::ptrdiff_t>(i);
+        const auto last = links_->begin() + static_cast<std::ptrdiff_t>(lastOf[*body]) + 1;
+        std::vector<LinkRecord> now = edits_.OpenText(*body).Links(*body);
+        const bool someWent = now.size() < static_cast<std::size_t>(std::count_if(first, last, isThere));
+        auto next = now.begin();
+        for (auto link = first; link != last; ++link) {
+            if (!isThere(*link))
+                continue;
+            // A link that has gone keeps its index.
+            if (next != now.end() && (!someWent || next->target == link->target))
+                *link = std::move(*next++);
+            else
+                Clear(*link);
+        }
+        std::move(first, last, std::back_inserter(links));
+        std::move(next, now.end(), std::back_inserter(links));  // parts of divided ones
+        i = lastOf[*body] + 1;
     }
-    links_->insert(last, std::make_move_iterator(next), std::make_move_iterator(now.end()));  // parts of divided ones
+    *links_ = std::move(links);
+    changed_.clear();
 }
 
 void Hyperlinks::Retarget(LinkRecord& link, const LinkTarget& target)
@@ -206,16 +231,13 @@ void Hyperlinks::Remove(LinkRecord& link)
 {
     if (!link.target.relationshipId.empty())
         uses_.Release(link.target.relationshipId, link.elements.size());
-    // From the last one: what is removed from a text moves the numbers of those after it.
-    for (std::size_t i = link.elements.size(); i-- > 0;) {
+    for (const std::size_t element : link.elements) {
         if (link.body)
-            edits_.OpenText(*link.body).RemoveLink(link.elements[i]);
+            edits_.OpenText(*link.body).RemoveLink(element);
         else
-            edits_.RemoveElement(link.elements[i]);
+            edits_.RemoveElement(element);
     }
     Clear(link);
-    if (link.body)
-        ReadAgain(*link.body);
 }
 
 }  // namespace tessarine::builtin

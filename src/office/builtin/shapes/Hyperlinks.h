@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "office/builtin/shapes/RelationshipUses.h"
@@ -34,14 +35,15 @@ public:
     void Flushed();                      ///< The part's bytes have changed, and the tree is read again.
 
     /// Raises `FileCorrupt` unless the links of the edited part, read again, lead where these do.
-    void CheckReadAgain(const std::vector<LinkRecord>& readAgain) const;
+    void CheckReadAgain(const std::vector<LinkRecord>& readAgain);
 
 private:
-    /// All links, members or not, read when first needed.
+    /// All links, members or not, as the edits so far have left them.
     std::vector<LinkRecord>& All();
+    /// Reads those of edited texts again; in the list a text's links come one after the other.
+    void ReadChanged();
     /// Raises `InvalidRequest` for a link that is gone.
     LinkRecord& At(std::size_t link);
-    void ReadAgain(std::size_t body);
     /// Writes the target into all elements of the link.
     void Retarget(LinkRecord& link, const LinkTarget& target);
     /// Removes its elements, and the relationship when nothing else uses it. The text stays.
@@ -51,6 +53,7 @@ private:
     RelationshipUses& uses_;
     std::optional<std::vector<LinkRecord>> links_;  // without elements: gone
     std::vector<std::size_t> removed_;              // indices of those when the part was flushed, ascending
+    std::set<std::size_t> changed_;                 // texts that were edited since their links were read
 };
 
 }  // namespace tessarine::builtin

@@ -36,7 +36,8 @@ std::size_t& RelationshipUses::Of(const std::string& id)
         auto& counts = counts_.emplace();
         edits_.VisitCurrent([&](const XmlDocument& document) {
             document.ForEachAttribute([&](std::string_view name, std::string_view value) {
-                if (name.find(':') != std::string_view::npos && !name.starts_with("xmlns:"))
+                if (name.find(':') != std::string_view::npos && !name.starts_with("xmlns:") &&
+                    edits_.Links().Find(value) != nullptr)
                     ++counts[std::string(value)];
             });
         });

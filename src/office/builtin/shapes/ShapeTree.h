@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "office/builtin/limits/Limits.h"
@@ -22,7 +23,9 @@ struct ShapeRecord {
     bool hasTextFrame = false;
     std::optional<std::size_t> body;  ///< None with a text frame: an empty text, nothing to edit.
     std::optional<std::size_t> twin;  ///< The same text in the branch of alternate content that was not chosen.
-    std::string linkId;               ///< Relationship of a linked OLE object.
+    /// Numbers of edits of the two texts after which they were known to be the same; both 0 when they were read.
+    std::pair<std::size_t, std::size_t> alike{};
+    std::string linkId;  ///< Relationship of a linked OLE object.
 
     /// Offsets of the `p:oleObj` elements that name that relationship: one, or one per branch.
     std::vector<std::size_t> linkElements;

@@ -92,7 +92,7 @@ void ShapeTreeEdits::CompareShapes(const ShapeTree& readAgain) const
     if (!tree_)
         return;
     const auto textOf = [](const ShapeTree& tree, const ShapeRecord& shape) {
-        return shape.body ? StringView(tree.bodies[*shape.body].Text()) : StringView();
+        return shape.body ? tree.bodies[*shape.body].Text() : String();
     };
     const auto isSame = [&](const ShapeRecord& before, const ShapeRecord& after) {
         return before.type == after.type && before.placeholder == after.placeholder &&

@@ -1,6 +1,7 @@
 #include "office/builtin/shapes/ShapeTreePart.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "office/builtin/reader/Refusals.h"
 #include "office/builtin/shapes/LinkedObjects.h"
@@ -37,15 +38,19 @@ std::optional<std::size_t> ShapeTreePart::FindText(std::size_t shape, const Text
 std::size_t ShapeTreePart::ReplaceText(std::size_t shape, std::size_t begin, std::size_t length, StringView with)
 {
     const TextBody::DocumentSource document = [this]() -> const XmlDocument& { return edits_.Document(); };
-    const std::size_t body = Shapes()[shape].body.value();
-    const std::optional<std::size_t> twin = Shapes()[shape].twin;
-    // Asked before the first of the two changes.
-    const bool twinAgrees = twin && Body(*twin).Text() == Body(body).Text();
+    ShapeRecord& record = edits_.Tree().shapes[shape];
+    TextBody& body = Body(record.body.value());
+    TextBody* const twin = record.twin ? &Body(*record.twin) : nullptr;
+    const auto counts = [&] { return std::pair(body.EditCount(), twin->EditCount()); };
+    // Asked before the first of the two changes. Texts that were alike and had the same edits since are not compared.
+    const bool twinAgrees = twin != nullptr && (record.alike == counts() || twin->Text() == body.Text());
     return edits_.Try([&] {
-        const std::size_t count = Body(body).Replace(begin, length, with, document);
-        if (twinAgrees)
-            Body(*twin).Replace(begin, length, with, document);
-        TextChanged(body);
+        const std::size_t count = body.Replace(begin, length, with, document);
+        if (twinAgrees) {
+            twin->Replace(begin, length, with, document);
+            record.alike = counts();
+        }
+        TextChanged(*record.body);
         return count;
     });
 }

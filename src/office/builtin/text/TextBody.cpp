@@ -1,5 +1,7 @@
 #include "office/builtin/text/TextBody.h"
 
+#include <algorithm>
+
 #include "office/builtin/limits/Damage.h"
 #include "platform/CaseFolding.h"
 #include "platform/CommonEnds.h"
@@ -27,7 +29,7 @@ String Normalised(StringView text)
 
 }  // namespace
 
-TextBody::TextBody(std::size_t offset, String text, std::vector<ProtectedRange> protectedRanges)
+TextBody::TextBody(std::size_t offset, String text, ProtectedRanges protectedRanges)
     : offset_(offset), text_(std::move(text)), protectedRanges_(std::move(protectedRanges))
 {
 }
@@ -38,31 +40,48 @@ TextBody TextBody::Read(const XmlDocument& document, Node body)
     return {document.OffsetOf(body), std::move(read.text), std::move(read.protectedRanges)};
 }
 
+String TextBody::Text() const
+{
+    String text;
+    text.reserve(text_.Size());
+    text_.CopyTo(text, 0, text_.Size());
+    return text;
+}
+
 std::optional<std::size_t> TextBody::Find(const TextPattern& pattern, std::size_t from)
 {
-    if (pattern.Units().size() > text_.size() || from > text_.size() - pattern.Units().size())
+    const std::size_t size = text_.Size();
+    if (pattern.Units().size() > size || from > size - pattern.Units().size())
         return std::nullopt;
-    if (pattern.MatchCase())
-        return FindText(text_, text_, pattern, from, protectedRanges_);
-    // Not made yet: folding keeps the length.
-    if (folded_.size() != text_.size())
-        folded_ = FoldCase(StringView(text_));
-    return FindText(folded_, text_, pattern, from, protectedRanges_);
+    // The character in front, for whole words, may be a pair.
+    const std::size_t base = from - std::min<std::size_t>(from, 2);
+    const StringView text(text_.From(base), size - base);
+    StringView searched = text;
+    if (!pattern.MatchCase()) {
+        if (!folded_)
+            // Folding keeps the length.
+            folded_.emplace(FoldCase(base == 0 ? text : StringView(Text())));
+        searched = StringView(folded_->From(base), size - base);
+    }
+    const auto hit = FindText(searched, text, pattern, from - base, protectedRanges_, base);
+    return hit ? std::optional(*hit + base) : std::nullopt;
 }
 
 std::size_t TextBody::Replace(std::size_t begin, std::size_t length, StringView with, const DocumentSource& document)
 {
     const String inserted = Normalised(with);
-    if (StringView(text_).substr(begin, length) == inserted)
+    const std::size_t end = begin + std::min(length, text_.Size() - begin);
+    if (end - begin == inserted.size() && StringView(text_.From(begin), inserted.size()) == inserted)
         return inserted.size();
     TextTree& tree = Open(document);
     tree.Replace(begin, length, inserted);
 
-    text_.replace(begin, length, inserted);
-    if (!folded_.empty())
-        folded_.replace(begin, length, FoldCase(StringView(inserted)));
-    if (!protectedRanges_.empty())
-        // Text that comes in or goes moves the ranges after it.
+    ++edits_;
+    text_.Replace(begin, end - begin, inserted);
+    if (folded_)
+        folded_->Replace(begin, end - begin, FoldCase(StringView(inserted)));
+    // Text that comes in or goes moves the ranges after it.
+    if (!protectedRanges_.Move(begin, length, inserted.size()))
         protectedRanges_ = tree.ProtectedRanges();
     return inserted.size();
 }
@@ -70,8 +89,8 @@ std::size_t TextBody::Replace(std::size_t begin, std::size_t length, StringView 
 void TextBody::PutText(StringView text, const DocumentSource& document)
 {
     const String wanted = Normalised(text);
-    const auto [front, back] = CommonEndsOf(text_, wanted);
-    Replace(front, text_.size() - front - back, StringView(wanted).substr(front, wanted.size() - front - back),
+    const auto [front, back] = CommonEndsOf(Text(), wanted);
+    Replace(front, text_.Size() - front - back, StringView(wanted).substr(front, wanted.size() - front - back),
             document);
 }
 
@@ -81,7 +100,7 @@ TextTree& TextBody::Open(const DocumentSource& document)
         const XmlDocument& part = document();
         const Node body = part.ElementAt(offset_);
         auto tree = body ? std::make_unique<TextTree>(part, body) : nullptr;
-        if (!tree || tree->Text() != text_)
+        if (!tree || !tree->Holds(Text()))
             throw Damage({}, "a shape's text is not what it was when it was read", offset_);
         tree_ = std::move(tree);
     }

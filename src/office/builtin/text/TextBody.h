@@ -3,7 +3,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 #include "office/builtin/matching/TextMatch.h"
 #include "office/builtin/text/TextTree.h"
@@ -21,11 +20,12 @@ class TextBody
 {
 public:
     /// `offset` is where the body's "<" stands in the bytes of its part.
-    TextBody(std::size_t offset, String text, std::vector<ProtectedRange> protectedRanges);
+    TextBody(std::size_t offset, String text, ProtectedRanges protectedRanges);
     /// The text of a `p:txBody`, as it reads.
     static TextBody Read(const XmlDocument& document, Node body);
 
-    const String& Text() const { return text_; }
+    String Text() const;
+    std::size_t Size() const { return text_.Size(); }  ///< Of the text, in UTF-16 units.
     std::size_t Offset() const { return offset_; }
 
     /// As FindText, in the text as it is now.
@@ -47,12 +47,14 @@ public:
     TextTree& Open(const DocumentSource& document);
 
     const TextTree* Edited() const { return tree_.get(); }  ///< Null while nothing was changed.
+    std::size_t EditCount() const { return edits_; }        ///< How often the text was changed.
 
 private:
     std::size_t offset_;
-    String text_;
-    String folded_;  // made when first needed
-    std::vector<ProtectedRange> protectedRanges_;
+    GapBuffer<String> text_;
+    std::optional<GapBuffer<String>> folded_;  // made when first needed
+    ProtectedRanges protectedRanges_;
+    std::size_t edits_ = 0;
     std::unique_ptr<TextTree> tree_;
 };
 

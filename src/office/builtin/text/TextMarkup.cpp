@@ -41,6 +41,11 @@ Node PropertiesOf(const XmlDocument& document, Node run)
     return document.Child(run, Drawing, "rPr");
 }
 
+Node LinkOf(const XmlDocument& document, Node properties, bool isHover)
+{
+    return document.Child(properties, Drawing, isHover ? "hlinkMouseOver" : "hlinkClick");
+}
+
 BodyText ReadBodyText(const XmlDocument& document, Node body)
 {
     BodyText read;

@@ -33,6 +33,8 @@ bool IsRun(PieceKind kind);
 /// run, field or break (a:rPr); none when absent.
 Node CharactersOf(const XmlDocument& document, Node run);
 Node PropertiesOf(const XmlDocument& document, Node run);
+/// One of the two link elements of run properties: that of a click, or that of the pointer over it; none when absent.
+Node LinkOf(const XmlDocument& document, Node properties, bool isHover);
 
 /// A text as TextBody describes it, and what a hit must leave alone in it.
 struct BodyText {

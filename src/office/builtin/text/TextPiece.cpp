@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/StartTag.h"
-#include "office/builtin/xml/XmlText.h"
 
 namespace tessarine::builtin
 {
@@ -21,33 +19,13 @@ std::vector<PieceLink> ReadLinks(const XmlDocument& document, Node properties, c
 {
     std::vector<PieceLink> links;
     for (const bool isHover : {false, true}) {
-        const Node element = document.Child(properties, Ns::Drawing, isHover ? "hlinkMouseOver" : "hlinkClick");
-        if (element)
+        if (const Node element = LinkOf(document, properties, isHover))
             links.push_back({.place = PlaceIn(piece, document.RangeOf(element)),
                              .isHover = isHover,
                              .idName = std::string(document.AttributeName(element, Ns::DocumentRelationships, "id")),
                              .target = ReadLinkTarget(document, element)});
     }
     return links;
-}
-
-/// True when content is well-formed and reads as the text. Only the end mark of CDATA, an escape and, after an "&" that
-/// began none, a reference can come about where none was; and an escape that is written across the end of a CDATA
-/// section takes that end with it.
-bool Holds(std::string_view content, StringView text)
-{
-    if (content.find("]]>") == std::string_view::npos && content.find_first_of("<&") == std::string_view::npos &&
-        text.find(u"_x00") == StringView::npos)
-        return true;
-    try {
-        const std::vector<ContentUnit> units = ContentUnits(content, InnerElements::Skipped);
-        for (std::size_t i = 2; i < units.size(); ++i)
-            if (!units[i].inCData && content.substr(units[i - 2].begin, units[i].end - units[i - 2].begin) == "]]>")
-                return false;
-        return std::ranges::equal(units, text, {}, &ContentUnit::unit);
-    } catch (const Failure&) {
-        return false;  // CDATA that ends too early leaves its text as markup
-    }
 }
 
 }  // namespace
@@ -73,6 +51,7 @@ TextPiece TextPiece::Read(const XmlDocument& document, Node child)
         if (!inner.IsEmptyTag()) {
             piece.content = {inner.contentBegin - range.begin, inner.contentEnd - range.begin};
             piece.hasElementsInContent = !characters.ChildElements().IsEmpty();
+            // Mostly known already, but not by all who take a piece.
             piece.length = document.TextOf(characters).size();
         }
     }
@@ -85,6 +64,7 @@ RunProperties TextPiece::Properties(const NamespaceScope& around) const
         .bytes = bytes.substr(properties.begin, properties.end - properties.begin), .links = links, .scope = around};
     if (kind != PieceKind::EndProperties)  // whose own start tag is among the bytes
         taken.scope.Enter(scope);
+    std::erase_if(taken.links, &PieceLink::isRemoved);
     for (PieceLink& link : taken.links) {
         link.place.begin -= properties.begin;
         link.place.end -= properties.begin;
@@ -100,41 +80,69 @@ void RunProperties::DropLinks()
     links.clear();
 }
 
+void TextPiece::AppendContent(std::string& target) const
+{
+    if (editor)
+        editor->AppendTo(target);
+    else
+        target.append(bytes, content.begin, content.end - content.begin);
+}
+
+void TextPiece::AppendBytes(std::string& target) const
+{
+    target.append(bytes, 0, content.begin);
+    AppendContent(target);
+    target.append(bytes, content.end);
+}
+
+TextPiece TextPiece::Copy() const
+{
+    return {.kind = kind,
+            .bytes = bytes,
+            .content = content,
+            .hasElementsInContent = hasElementsInContent,
+            .properties = properties,
+            .links = links,
+            .scope = scope,
+            .length = length};
+}
+
+void TextPiece::Open()
+{
+    if (editor)
+        return;
+    editor = std::make_unique<ContentEditor>(bytes.substr(content.begin, content.end - content.begin));
+    Splice(content, {});
+}
+
+void TextPiece::Close()
+{
+    if (!editor)
+        return;
+    std::string edited;
+    editor->AppendTo(edited);
+    editor.reset();
+    Splice(content, edited);
+}
+
 void TextPiece::ReplaceUnits(std::size_t offset, std::size_t count, StringView with)
 {
     if (count == 0 && with.empty())
         return;
-    const std::string before(Content());
-    const std::vector<ContentUnit> units = ContentUnits(before, InnerElements::Skipped);
-    if (offset + count > units.size())
-        throw Damage({}, "a text run is not what it was");
+    Open();
+    editor->Replace(offset, count, with);
+    length = editor->Size();
+}
 
-    // The insertion stands before the first replaced unit, or after the unit in front of it.
-    const bool isBefore = offset < units.size();
-    const bool hasPlace = isBefore || offset > 0;
-    const ContentUnit* place = hasPlace ? &units[isBefore ? offset : offset - 1] : nullptr;
-    const std::size_t at = place == nullptr ? before.size() : isBefore ? place->begin : place->end;
-    std::string inserted = EscapeRunText(with);
-    if (place != nullptr && place->inCData && !inserted.empty())
-        inserted = "]]>" + inserted + "<![CDATA[";
-
-    std::string result = before.substr(0, at) + inserted;
-    std::size_t copied = at;
-    for (std::size_t i = offset; i < offset + count; ++i) {
-        if (units[i].begin > copied)
-            result.append(before, copied, units[i].begin - copied);
-        copied = std::max(copied, units[i].end);
-    }
-    result.append(before, copied);
-
-    String wanted;
-    for (const ContentUnit& unit : units)
-        wanted += unit.unit;
-    wanted.replace(offset, count, with);
-    if (!Holds(result, wanted))
-        result = EscapeRunText(wanted);
-    Splice(content, result);
-    length = units.size() - count + with.size();
+TextPiece TextPiece::TakeFront(std::size_t offset)
+{
+    Open();
+    const std::string taken = editor->TakeFront(offset);
+    length = editor->Size();
+    TextPiece front = Copy();
+    front.Splice(front.content, taken);
+    front.length = offset;
+    return front;
 }
 
 void TextPiece::Retarget(PieceLink& link, const LinkTarget& target)
@@ -148,11 +156,12 @@ void TextPiece::Retarget(PieceLink& link, const LinkTarget& target)
     Splice({link.place.begin, link.place.begin + tagLength}, tag);
 }
 
-void TextPiece::RemoveLink(std::size_t link)
+void TextPiece::RemoveLink(PieceLink& link)
 {
-    const Span place = links[link].place;
-    links.erase(links.begin() + static_cast<std::ptrdiff_t>(link));
-    Splice(place, {});
+    if (link.isRemoved)
+        return;
+    link.isRemoved = true;
+    Splice(link.place, {});
 }
 
 void TextPiece::Declare(const NamespaceScope& needed)

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "office/builtin/text/ContentEditor.h"
 #include "office/builtin/text/LinkElement.h"
 #include "office/builtin/text/TextMarkup.h"
 #include "office/builtin/xml/NamespaceScope.h"
@@ -25,6 +27,7 @@ struct PieceLink {
     bool isHover = false;
     std::string idName;  ///< Qualified name of its relationship id.
     LinkTarget target;
+    bool isRemoved = false;  ///< Its element is gone; the number of the link still counts.
 };
 
 /// Run properties taken out of a text.
@@ -37,8 +40,8 @@ struct RunProperties {
     void DropLinks();
 };
 
-/// A child of a paragraph, or what stands between two of them: its bytes as they stand in the part, and where in them
-/// an edit finds what it needs.
+/// A child of a paragraph, or what stands between two of them, to be edited: its bytes as they stand in the part, and
+/// where in them an edit finds what it needs.
 struct TextPiece {
     PieceKind kind = PieceKind::Gap;
     std::string bytes = {};
@@ -48,17 +51,18 @@ struct TextPiece {
     std::vector<PieceLink> links = {};  ///< Click before hover.
     NamespaceScope scope = {};          ///< What its own start tag declares.
     std::size_t length = 0;             ///< UTF-16 units.
+    /// Null while the content is among the bytes. An edited one is kept apart until Close, so that a next edit of it
+    /// costs no more than it changes.
+    std::unique_ptr<ContentEditor> editor = nullptr;
 
     /// A child of a paragraph, with a copy of its bytes.
     static TextPiece Read(const XmlDocument& document, Node child);
 
-    /// True for what shows characters: a run or field that is not empty.
-    bool IsText() const { return length > 0 && kind != PieceKind::Break; }
+    /// The same piece once more, for one whose content is not edited.
+    TextPiece Copy() const;
 
-    std::string_view Content() const
-    {
-        return std::string_view(bytes).substr(content.begin, content.end - content.begin);
-    }
+    void AppendBytes(std::string& target) const;    ///< With the content as it is now.
+    void AppendContent(std::string& target) const;  ///< The content alone.
     /// A copy of its run properties, to be put elsewhere; `around` is what its paragraph declares.
     RunProperties Properties(const NamespaceScope& around) const;
 
@@ -66,15 +70,20 @@ struct TextPiece {
     /// stays, unless the characters that come together mean something else there: then the content is written anew.
     /// Raises `FileCorrupt` when the content has fewer units.
     void ReplaceUnits(std::size_t offset, std::size_t count, StringView with);
+    void Close();  ///< Puts edited content back among the bytes.
+
+    /// Takes the units in front of an offset into a piece of its own with the same properties.
+    TextPiece TakeFront(std::size_t offset);
 
     /// Leads one of the piece's own links elsewhere.
     void Retarget(PieceLink& link, const LinkTarget& target);
-    void RemoveLink(std::size_t link);  ///< By its index in `links`; the text stays.
+    void RemoveLink(PieceLink& link);  ///< The text stays.
 
     /// Declares namespaces on the piece's element.
     void Declare(const NamespaceScope& needed);
 
 private:
+    void Open();
     void Splice(Span where, std::string_view text);
 };
 

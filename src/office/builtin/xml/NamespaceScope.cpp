@@ -24,23 +24,24 @@ std::string AsAttribute(std::string_view name, std::string_view uri)
 
 void NamespaceScope::Enter(const XmlDocument& document, Node element)
 {
+    const std::size_t known = declarations_.size();
     document.ForEachAttribute(element, [&](std::string_view name, std::string_view value) {
-        if (IsDeclaration(name))
+        if (!IsDeclaration(name))
+            return;
+        // All of one element are put in order once.
+        if (known == 0)
+            declarations_.push_back({std::string(name), std::string(value)});
+        else
             Put(name, value);
     });
+    if (known == 0)
+        std::ranges::stable_sort(declarations_, {}, &Declaration::name);
 }
 
 void NamespaceScope::Enter(const NamespaceScope& inner)
 {
     for (const Declaration& declaration : inner.declarations_)
         Put(declaration.name, declaration.uri);
-}
-
-void NamespaceScope::AddMeanings(const NamespaceScope& names, const XmlDocument& document, Node element)
-{
-    for (const Declaration& declaration : names.declarations_)
-        if (const auto uri = document.DeclarationAt(element, declaration.name))
-            Put(declaration.name, *uri);
 }
 
 std::string NamespaceScope::Attributes() const
@@ -51,7 +52,7 @@ std::string NamespaceScope::Attributes() const
     return attributes;
 }
 
-NamespaceScope NamespaceScope::NeededIn(const NamespaceScope& other, const NamespaceScope& shared,
+NamespaceScope NamespaceScope::NeededIn(const NamespaceScope& other, const MeaningAround& around,
                                         std::string_view element) const
 {
     NamespaceScope needed;
@@ -63,10 +64,10 @@ NamespaceScope NamespaceScope::NeededIn(const NamespaceScope& other, const Names
     for (const Declaration& declaration : names.declarations_) {
         const std::string& name = declaration.name;
         const auto meaningIn = [&](const NamespaceScope& scope) {
-            const Declaration* const own = scope.Find(name);
             // The inner declaration hides the one around both.
-            const Declaration* const found = own != nullptr ? own : shared.Find(name);
-            return found == nullptr ? std::string_view() : std::string_view(found->uri);
+            if (const Declaration* const own = scope.Find(name))
+                return std::string_view(own->uri);
+            return around(name).value_or(std::string_view());
         };
         const std::string_view wanted = meaningIn(*this);
         // A prefix can't be bound to nothing; one that was bound to nothing can't have been used.
@@ -79,17 +80,17 @@ NamespaceScope NamespaceScope::NeededIn(const NamespaceScope& other, const Names
 
 const NamespaceScope::Declaration* NamespaceScope::Find(std::string_view name) const
 {
-    const auto found = std::ranges::find(declarations_, name, &Declaration::name);
-    return found == declarations_.end() ? nullptr : &*found;
+    const auto found = std::ranges::lower_bound(declarations_, name, {}, &Declaration::name);
+    return found == declarations_.end() || found->name != name ? nullptr : &*found;
 }
 
 void NamespaceScope::Put(std::string_view name, std::string_view uri)
 {
-    const auto found = std::ranges::find(declarations_, name, &Declaration::name);
-    if (found != declarations_.end())
-        found->uri = uri;
+    const auto place = std::ranges::lower_bound(declarations_, name, {}, &Declaration::name);
+    if (place != declarations_.end() && place->name == name)
+        place->uri = uri;
     else
-        declarations_.push_back({std::string(name), std::string(uri)});
+        declarations_.insert(place, {std::string(name), std::string(uri)});
 }
 
 }  // namespace tessarine::builtin

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,17 +22,17 @@ public:
     /// Adds what a scope further in declares, in the same way.
     void Enter(const NamespaceScope& inner);
 
-    /// Adds what the names that another scope declares mean at an element of the document.
-    void AddMeanings(const NamespaceScope& names, const XmlDocument& document, Node element);
-
     /// The declarations as attributes, escaped, each with a blank in front; "" without any.
     std::string Attributes() const;
 
-    /// What an element has to declare when it leaves this scope for another one. `shared` are the meanings that hold
-    /// around both, of all names that one of them declares. `element` is its markup: what its own start tag declares is
+    /// Gives the meaning that a name ("xmlns:x") has around a text, or nothing.
+    using MeaningAround = std::function<std::optional<std::string_view>(std::string_view name)>;
+
+    /// What an element has to declare when it leaves this scope for another one. `around` tells the meanings that hold
+    /// around both. `element` is its markup: what its own start tag declares is
     /// not needed. A prefix that means nothing here is left out, since XML has no way to declare that (Namespaces in
     /// XML 1.0, 5).
-    NamespaceScope NeededIn(const NamespaceScope& other, const NamespaceScope& shared, std::string_view element) const;
+    NamespaceScope NeededIn(const NamespaceScope& other, const MeaningAround& around, std::string_view element) const;
 
     /// The same declarations in the same order.
     bool operator==(const NamespaceScope&) const = default;
@@ -48,7 +50,7 @@ private:
     /// Declares a name, in place of what it meant before.
     void Put(std::string_view name, std::string_view uri);
 
-    std::vector<Declaration> declarations_;  // one per name
+    std::vector<Declaration> declarations_;  // one per name, in the order of names
 };
 
 }  // namespace tessarine::builtin
