@@ -7,13 +7,34 @@ namespace tessarine::builtin
 {
 
 /// What the engine is willing to hold for one presentation. It is far more than real decks need: a hostile file fails
-/// here (`FileCorrupt`) before it has taken the machine's memory. Sizes are in bytes.
+/// here (`FileCorrupt`, unless something else is said) before it has taken the machine's memory. Sizes are in bytes.
+///
+/// What is done with a part takes time in proportion to its size, and the limits keep the memory within twelve times
+/// the largest part, as it is read or as edits leave it, and 32 MiB.
 struct Limits {
-    std::uint64_t directoryBytes = 64u << 20;  ///< Central directory of the zip file.
+    std::uint64_t directoryBytes = 16u << 20;  ///< Central directory of the zip file.
+    std::uint32_t parts = 65535;               ///< Entries of the zip file.
     std::uint64_t partBytes = 64u << 20;       ///< One XML part, inflated.
-    std::uint64_t documentBytes = 512u << 20;  ///< Node memory of one parsed part.
-    std::uint32_t nesting = 128;               ///< Depth of groups in groups, and of alternate content.
     std::uint64_t packageXmlBytes = 1u << 30;  ///< All parts that one presentation has had inflated.
+
+    /// How many times its packed size a part may have, once it is larger than `alwaysUnpacked`. Markup of thousands of
+    /// shapes that are alike gets to 200.
+    std::uint32_t ratio = 500;
+    std::uint64_t alwaysUnpacked = 8u << 20;
+
+    std::uint32_t elements = 1u << 22;  ///< Of one part.
+    /// Beyond so many, a part has no more than one element for each `bytesForElement` of its bytes.
+    std::uint32_t denseElements = 1u << 17;
+    std::uint32_t bytesForElement = 8;
+    std::uint32_t depth = 512;       ///< Elements in elements.
+    std::uint32_t attributes = 256;  ///< Of one element.
+    std::uint32_t nesting = 128;     ///< Depth of groups in groups, and of alternate content.
+
+    std::uint32_t slides = 65535;
+    std::uint32_t shapes = 100'000;       ///< Of one slide, notes page, master or layout.
+    std::uint32_t links = 65535;          ///< Of the same.
+    std::size_t textUnits = 1u << 20;     ///< Text of one shape or property, in UTF-16 units.
+    std::uint64_t grownBytes = 8u << 20;  ///< What edits may add to a presentation (`BadFormat`).
 
     /// For files of users: what stands above.
     static Limits Default() { return {}; }
@@ -21,11 +42,7 @@ struct Limits {
     /// For fuzzing, where every case must be quick.
     static Limits Small()
     {
-        return {.directoryBytes = 1u << 20,
-                .partBytes = 1u << 20,
-                .documentBytes = 32u << 20,
-                .nesting = 32,
-                .packageXmlBytes = 8u << 20};
+        return {.directoryBytes = 1u << 20, .partBytes = 1u << 20, .packageXmlBytes = 8u << 20, .nesting = 32};
     }
 };
 

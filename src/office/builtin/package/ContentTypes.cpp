@@ -47,6 +47,8 @@ void ContentTypes::Read() const
                 entry.type = keep(value);
         });
         (isOverride ? overrides_ : defaults_).push_back(entry);
+        // The first of a name counts.
+        (isOverride ? overrideOf_ : defaultOf_).emplace(entry.name, entry.type);
     }
     isRead_ = true;
 }
@@ -55,15 +57,12 @@ std::string ContentTypes::TypeOf(std::string_view partName) const
 {
     if (!isRead_)
         Read();
-    const auto find = [](const std::vector<Type>& types, std::string_view name) {
-        return std::ranges::find_if(types, [&](const Type& type) { return PartNameEqual()(type.name, name); });
-    };
     // An override wins over its extension's default (ECMA-376 part 2, 10.1.2).
-    if (const auto found = find(overrides_, partName); found != overrides_.end())
-        return PlainType(found->type);
+    if (const auto found = overrideOf_.find(partName); found != overrideOf_.end())
+        return PlainType(found->second);
     const std::size_t dot = partName.rfind('.');
-    const auto found = find(defaults_, dot == std::string_view::npos ? "" : partName.substr(dot + 1));
-    return found == defaults_.end() ? std::string() : PlainType(found->type);
+    const auto found = defaultOf_.find(dot == std::string_view::npos ? "" : partName.substr(dot + 1));
+    return found == defaultOf_.end() ? std::string() : PlainType(found->second);
 }
 
 std::vector<std::string_view> ContentTypes::PartsOfType(std::string_view type) const

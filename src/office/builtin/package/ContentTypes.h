@@ -3,9 +3,11 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "office/builtin/limits/Limits.h"
+#include "office/builtin/package/PartName.h"
 #include "office/builtin/xml/XmlEdits.h"
 
 namespace tessarine::builtin
@@ -58,6 +60,10 @@ private:
     mutable bool isRead_ = false;
     mutable std::vector<Type> overrides_;
     mutable std::vector<Type> defaults_;
+    // Types of the same, by name.
+    using TypeByName = std::unordered_map<std::string_view, std::string_view, PartNameHash, PartNameEqual>;
+    mutable TypeByName overrideOf_;
+    mutable TypeByName defaultOf_;
     mutable std::deque<std::string> texts_;  // that do not stand in the bytes as they read
     Limits limits_;
     std::vector<ByteEdit> removals_;

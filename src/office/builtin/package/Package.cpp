@@ -100,6 +100,9 @@ std::string_view Package::ReadInto(std::string& memory, Entry entry) const
                                std::to_string(zip.method) + ", which presentations don't use");
     if (zip.size > limits_.partBytes || zip.packedSize > limits_.partBytes)
         throw Damage(zip.name, "it would take " + std::to_string(zip.size) + " bytes, more than a part may");
+    if (zip.size > limits_.alwaysUnpacked && zip.size / limits_.ratio > zip.packedSize)
+        throw Damage(zip.name,
+                     "it would unpack to " + std::to_string(zip.size) + " bytes, too many for its packed size");
     // Many parts, each within its limit, can take the machine's memory together.
     inflated_ += zip.size;
     if (inflated_ > limits_.packageXmlBytes)
@@ -163,6 +166,14 @@ void Package::ReplaceXml(Entry entry, std::string_view utf8)
     changes_.replaced[entry] = EncodeXml(utf8, encoding == encodings_.end() ? XmlEncoding::Utf8 : encoding->second);
     onceDocument_.reset();
     onceEntry_.reset();
+}
+
+void Package::Grow(Entry entry, std::size_t bytes)
+{
+    grown_ += bytes;
+    if (grown_ > limits_.grownBytes)
+        throw Failure(FailureNumber::BadFormat,
+                      FromUtf8(NameOf(entry)) + u": The changed texts would make the presentation too large");
 }
 
 void Package::Add(std::string partName, std::string bytes)

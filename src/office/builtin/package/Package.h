@@ -66,6 +66,9 @@ public:
     /// The new content, as UTF-8, of an XML part that was read; put back into the part's encoding.
     void ReplaceXml(Entry entry, std::string_view utf8);
 
+    /// To be told of bytes that an edit of a part has added. Raises `BadFormat` beyond what the limits allow in all.
+    void Grow(Entry entry, std::size_t bytes);
+
     /// Adds a part at the end of the zip file, or replaces one that was added before. Its content type and the
     /// relationship to it are the caller's to add, as they are to remove after Remove.
     void Add(std::string partName, std::string bytes);
@@ -105,6 +108,7 @@ private:
     ZipChanges changes_;
     std::optional<Failure> halfEdit_;  // why nothing is saved any more
     mutable std::uint64_t inflated_ = 0;
+    std::uint64_t grown_ = 0;
     mutable std::string packed_;                                // memory used again by every read
     mutable std::unordered_map<Entry, XmlEncoding> encodings_;  // of parts that are not in UTF-8
     std::string once_;                                          // never made smaller; holds onceContent_

@@ -204,22 +204,21 @@ void Relationships::PutTarget(std::string_view id, std::string target)
     edited_ = true;
 }
 
-std::string Relationships::NewId() const
+std::string Relationships::NewId()
 {
-    std::size_t largest = 0;
-    for (const Relationship& relationship : relationships_) {
-        const std::string_view id = relationship.id;
+    for (; numbered_ < relationships_.size(); ++numbered_) {
+        const std::string_view id = relationships_[numbered_].id;
         // Nine digits fit into every sum.
         if (!id.starts_with("rId") || id.size() > 12 || id.find_first_not_of("0123456789", 3) != std::string_view::npos)
             continue;
         std::size_t number = 0;
         for (const char digit : id.substr(3))
             number = number * 10 + static_cast<std::size_t>(digit - '0');
-        largest = std::max(largest, number);
+        largestId_ = std::max(largestId_, number);
     }
     std::string id;
     do
-        id = "rId" + std::to_string(++largest);
+        id = "rId" + std::to_string(++largestId_);
     while (IndexOf(id));  // an id with more digits than were looked at may be this one
     return id;
 }
@@ -239,7 +238,8 @@ std::string_view Relationships::Add(std::string_view type, std::string target)
     relationship.target = Keep(std::move(target));
     relationships_.push_back(relationship);
     retargeted_.push_back(false);
-    byId_.clear();
+    if (!byId_.empty())
+        byId_.emplace(relationship.id, relationships_.size() - 1);
     edited_ = true;
     return relationship.id;
 }

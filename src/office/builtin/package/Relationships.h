@@ -67,7 +67,7 @@ public:
 private:
     void Index(std::string_view part, const Limits& limits);
     std::optional<std::size_t> IndexOf(std::string_view id) const;
-    std::string NewId() const;
+    std::string NewId();
     std::string_view Keep(std::string text) { return texts_.emplace_back(std::move(text)); }
 
     std::string bytes_;
@@ -76,6 +76,8 @@ private:
     mutable std::unordered_map<std::string_view, std::size_t> byId_;  // made when many are asked for one
     std::deque<std::string> texts_;                                   // that do not stand in the bytes as they read
     std::vector<bool> retargeted_;
+    std::size_t numbered_ = 0;   // how many of relationships_ largestId_ knows of
+    std::size_t largestId_ = 0;  // of ids "rId" with a number
     bool edited_ = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_set>
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/package/PartName.h"
@@ -78,6 +79,7 @@ std::vector<Package::Entry> PresentationFile::ReadIdList(const XmlDocument& docu
                                                          const char* item, Package::Entry main)
 {
     std::vector<Package::Entry> entries;
+    std::unordered_set<Package::Entry> named;
     const Relationships& relationships = package_.RelationshipsOf(main);
     for (const Node node : document.Child(document.Root(), Presentation, list).ChildElements()) {
         if (!document.Is(node, Presentation, item))
@@ -90,6 +92,11 @@ std::vector<Package::Entry> PresentationFile::ReadIdList(const XmlDocument& docu
             throw Damage(package_.NameOf(main),
                          std::string(item) + " names a part that is missing" +
                              (relationship == nullptr ? "" : ": " + std::string(relationship->target)));
+        // It would be searched once for each name, however large it is.
+        if (!named.insert(*entry).second)
+            throw Damage(package_.NameOf(main), std::string(item) + " names a part twice");
+        if (entries.size() >= package_.limits().slides)
+            throw Damage(package_.NameOf(main), "it has too many slides");
         entries.push_back(*entry);
     }
     return entries;
@@ -151,14 +158,16 @@ PageReader* PresentationFile::TitleMaster(std::size_t design)
 
 String PresentationFile::DesignName(std::size_t design)
 {
+    if (const auto known = designNames_.find(design); known != designNames_.end())
+        return known->second;
     const Package::Entry master = masters_[design];
     // A package has no design of its own: PowerPoint shows the name of the master's theme.
     const auto theme = package_.Follow(master, package_.RelationshipsOf(master).FirstOf("theme"));
     if (!theme)
-        return {};
+        return designNames_[design] = {};
     std::string bytes = package_.ReadXml(*theme);
     const XmlDocument document(bytes, package_.NameOf(*theme), package_.limits());
-    return FromUtf8(document.Attribute(document.Root(), "name"));
+    return designNames_[design] = FromUtf8(document.Attribute(document.Root(), "name"));
 }
 
 BuiltInPropertiesReader& PresentationFile::BuiltIn()

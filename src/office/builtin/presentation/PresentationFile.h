@@ -81,6 +81,7 @@ private:
     std::map<Package::Entry, std::unique_ptr<ShapeTreePart>> parts_;
 
     // All below is made when it is first asked for; most runs need little of it.
+    std::map<std::size_t, String> designNames_;  // each slide asks for its design's
     std::optional<BuiltInProperties> builtIn_;
     std::optional<CustomPropertyPart> custom_;
     std::optional<std::vector<Package::Entry>> notesPages_;  // ascending

@@ -37,10 +37,9 @@ private:
         if (depth > limits_.nesting)
             throw Damage(part_, "groups are nested too deeply");
         for (const Node element : parent.ChildElements()) {
-            ShapeRecord kind;
             if (document_.Is(element, Compatibility, "AlternateContent"))
                 ReadShapes(ChosenBranch(document_, element), depth + 1);
-            else if (ClassifyShape(document_, element, kind))
+            else if (IsShape(document_, element))
                 ReadShape(element, depth);
         }
     }
@@ -103,6 +102,7 @@ private:
                 const auto click = find(properties, "hlinkClick");
                 const auto hover = find(properties, "hlinkMouseOver");
                 joiner.AddRun(kind == PieceKind::Break, click, hover);
+                CheckCount();
             }
         }
     }
@@ -110,6 +110,13 @@ private:
     void Add(Node element)
     {
         links_.push_back({ReadLinkTarget(document_, element), {}, {document_.OffsetOf(element)}});
+        CheckCount();
+    }
+
+    void CheckCount() const
+    {
+        if (links_.size() > limits_.links)
+            throw Damage(part_, "it has too many links");
     }
 
     const XmlDocument& document_;

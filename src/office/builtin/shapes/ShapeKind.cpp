@@ -43,27 +43,7 @@ void CollectLinkElements(const XmlDocument& document, Node parent, ShapeRecord& 
     }
 }
 
-/// True when a list of controls (ECMA-376 19.3.2.2 `p:controls`) names an object's relationship.
-bool NamesControl(const XmlDocument& document, Node controls, std::string_view id)
-{
-    for (const Node child : controls.ChildElements()) {
-        if (document.Is(child, Presentation, "control") && document.Attribute(child, DocumentRelationships, "id") == id)
-            return true;
-        if (document.Is(child, Compatibility, "AlternateContent") &&
-            NamesControl(document, ChosenBranch(document, child), id))
-            return true;
-    }
-    return false;
-}
-
-bool IsControl(const XmlDocument& document, Node object)
-{
-    const Node slide = document.Child(document.Root(), Presentation, "cSld");
-    const auto id = document.Attribute(object, DocumentRelationships, "id");
-    return id && NamesControl(document, document.Child(slide, Presentation, "controls"), *id);
-}
-
-std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRecord& record)
+std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ControlIds& controls, ShapeRecord& record)
 {
     const Node data = document.Child(document.Child(frame, Drawing, "graphic"), Drawing, "graphicData");
     const std::string_view uri = document.Attribute(data, "uri");
@@ -87,7 +67,8 @@ std::int32_t TypeOfGraphicFrame(const XmlDocument& document, Node frame, ShapeRe
             return msoLinkedOLEObject;
         }
         // The element is that of an embedded object in either case.
-        return IsControl(document, object) ? msoOLEControlObject : msoEmbeddedOLEObject;
+        const auto id = document.Attribute(object, DocumentRelationships, "id");
+        return id && controls.Name(document, *id) ? msoOLEControlObject : msoEmbeddedOLEObject;
     }
     if (uri.find("am3d") != std::string_view::npos || uri.find("model3d") != std::string_view::npos)
         return mso3DModel;
@@ -141,7 +122,36 @@ std::int32_t TypeOfShape(const XmlDocument& document, Node shape)
 
 }  // namespace
 
-bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& record)
+bool ControlIds::Name(const XmlDocument& document, std::string_view id)
+{
+    if (!ids_) {
+        ids_.emplace();
+        const Node slide = document.Child(document.Root(), Presentation, "cSld");
+        Read(document, document.Child(slide, Presentation, "controls"));
+    }
+    return ids_->contains(std::string(id));
+}
+
+void ControlIds::Read(const XmlDocument& document, Node controls)
+{
+    for (const Node child : controls.ChildElements()) {
+        if (document.Is(child, Presentation, "control")) {
+            if (const auto id = document.Attribute(child, DocumentRelationships, "id"))
+                ids_->emplace(*id);
+        } else if (document.Is(child, Compatibility, "AlternateContent")) {
+            Read(document, ChosenBranch(document, child));
+        }
+    }
+}
+
+bool IsShape(const XmlDocument& document, Node element)
+{
+    const auto is = [&](const char* name) { return document.Is(element, Presentation, name); };
+    return is("sp") || is("pic") || is("graphicFrame") || is("grpSp") || is("cxnSp") || is("contentPart") ||
+           document.Is(element, Understood, "contentPart") || document.Is(element, Understood, "model3d");
+}
+
+bool ClassifyShape(const XmlDocument& document, Node element, ControlIds& controls, ShapeRecord& record)
 {
     const auto is = [&](const char* name) { return document.Is(element, Presentation, name); };
     const bool isShape = is("sp");
@@ -158,7 +168,7 @@ bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& recor
         } else if (isPicture) {
             record.type = TypeOfPicture(document, element, nonVisual.application);
         } else {
-            record.type = TypeOfGraphicFrame(document, element, record);
+            record.type = TypeOfGraphicFrame(document, element, controls, record);
         }
         // Lines and slide images hold no text, even where the markup has one.
         record.hasTextFrame = isShape && record.type != msoLine && record.placeholder != Placeholder::SlideImage;

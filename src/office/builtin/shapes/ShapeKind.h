@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 
 #include "office/builtin/shapes/ShapeTree.h"
 #include "office/builtin/xml/XmlDocument.h"
@@ -9,10 +12,23 @@
 namespace tessarine::builtin
 {
 
+/// The relationships that a slide's list of controls (ECMA-376 19.3.2.2 `p:controls`) names. Read when first asked.
+class ControlIds
+{
+public:
+    bool Name(const XmlDocument& document, std::string_view id);  ///< Whether this one is among them.
+
+private:
+    void Read(const XmlDocument& document, Node controls);
+
+    std::optional<std::unordered_set<std::string>> ids_;
+};
+
 /// Fills type, placeholder, hasTextFrame, linkId and linkElements of a shape's record from its element (a child of
 /// `p:spTree`), the way PowerPoint's object model tells them. False, and the record stays, for an element that is no
 /// shape.
-bool ClassifyShape(const XmlDocument& document, Node element, ShapeRecord& record);
+bool ClassifyShape(const XmlDocument& document, Node element, ControlIds& controls, ShapeRecord& record);
+bool IsShape(const XmlDocument& document, Node element);  ///< The same question alone.
 
 /// The branch of `mc:AlternateContent` that applies: the first choice whose required namespaces are all understood,
 /// else the fallback, else an empty node (ECMA-376 part 3, 9.3).

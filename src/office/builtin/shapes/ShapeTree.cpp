@@ -45,8 +45,10 @@ private:
             throw Damage(part_, "alternate content is nested too deeply");
         for (const Node element : parent.ChildElements()) {
             ShapeRecord record;
-            if (ClassifyShape(document_, element, record)) {
+            if (ClassifyShape(document_, element, controls_, record)) {
                 record.body = ReadBody(element, record);
+                if (tree_.shapes.size() >= limits_.shapes)
+                    throw Damage(part_, "it has too many shapes");
                 tree_.shapes.push_back(std::move(record));
             } else if (document_.Is(element, Compatibility, "AlternateContent")) {
                 ReadAlternateContent(element, depth);
@@ -68,7 +70,7 @@ private:
         const Node twin = document_.Child(document_.Child(fallback, Presentation, "sp"), Presentation, "txBody");
         if (!twin)
             return;
-        TextBody body = TextBody::Read(document_, twin);
+        TextBody body = TextOf(twin);
         if (body.Text() != tree_.bodies[*tree_.shapes.back().body].Text())
             return;
         tree_.shapes.back().twin = tree_.bodies.size();
@@ -80,13 +82,22 @@ private:
         const Node body = record.hasTextFrame ? document_.Child(element, Presentation, "txBody") : Node();
         if (!body)
             return std::nullopt;
-        tree_.bodies.push_back(TextBody::Read(document_, body));
+        tree_.bodies.push_back(TextOf(body));
         return tree_.bodies.size() - 1;
+    }
+
+    TextBody TextOf(Node body) const
+    {
+        TextBody text = TextBody::Read(document_, body);
+        if (text.Size() > limits_.textUnits)
+            throw Damage(part_, "a shape's text is too long", text.Offset());
+        return text;
     }
 
     const XmlDocument& document_;
     std::string_view part_;
     const Limits& limits_;
+    ControlIds controls_;
     ShapeTree tree_;
 };
 

@@ -38,6 +38,8 @@ public:
     void ChangeTag(std::size_t element, const std::function<void(std::string& tag)>& change);
     void RemoveElement(std::size_t element);
 
+    void Grow(std::size_t bytes) { package_.Grow(entry_, bytes); }  ///< See Package::Grow.
+
     std::string_view PartName() const { return package_.NameOf(entry_); }  ///< For failures.
 
     /// The part's relationships. Their edits are the package's own and don't wait for Flush.

@@ -44,12 +44,15 @@ std::size_t ShapeTreePart::ReplaceText(std::size_t shape, std::size_t begin, std
     const auto counts = [&] { return std::pair(body.EditCount(), twin->EditCount()); };
     // Asked before the first of the two changes. Texts that were alike and had the same edits since are not compared.
     const bool twinAgrees = twin != nullptr && (record.alike == counts() || twin->Text() == body.Text());
+    const auto growth = [&] { return body.Growth() + (twin == nullptr ? 0 : twin->Growth()); };
     return edits_.Try([&] {
+        const std::size_t before = growth();
         const std::size_t count = body.Replace(begin, length, with, document);
         if (twinAgrees) {
             twin->Replace(begin, length, with, document);
             record.alike = counts();
         }
+        edits_.Grow(growth() - before);
         TextChanged(*record.body);
         return count;
     });

@@ -47,7 +47,9 @@ public:
     TextTree& Open(const DocumentSource& document);
 
     const TextTree* Edited() const { return tree_.get(); }  ///< Null while nothing was changed.
-    std::size_t EditCount() const { return edits_; }        ///< How often the text was changed.
+    /// See TextTree::Growth.
+    std::size_t Growth() const { return tree_ ? tree_->Growth() : 0; }
+    std::size_t EditCount() const { return edits_; }  ///< How often the text was changed.
 
 private:
     std::size_t offset_;

@@ -86,6 +86,15 @@ TextTree::TextTree(const XmlDocument& document, Node body) : document_(document)
     items_ = GapBuffer(std::move(items));
 }
 
+/// One text may add no more than a whole presentation may: a paragraph's properties may be large, and so may be the
+/// number of paragraphs that are put in.
+void TextTree::Grow(std::size_t bytes)
+{
+    growth_ += bytes;
+    if (growth_ > Limits::Default().grownBytes)
+        throw Failure(FailureNumber::BadFormat, u"The changed text would make the presentation too large");
+}
+
 /// The tags of a paragraph, with a copy of their bytes.
 TextTree::Paragraph& TextTree::Touch(std::size_t paragraph)
 {
@@ -149,7 +158,7 @@ void TextTree::ReplaceUnits(std::size_t at, std::size_t offset, std::size_t coun
 
     const bool saidHeight = items_[at].SaysHeight();
     piece.ReplaceUnits(offset, count, with);
-    growth_ += with.size();
+    Grow(with.size());
     Item& item = items_[at];
     item.length = Offset(piece.length);
     items_[cursor_.paragraph].length += (item.SaysHeight() ? 1u : 0u) - (saidHeight ? 1u : 0u);
@@ -503,7 +512,7 @@ void TextTree::Insert(const Place& at, StringView with)
     if (items_[at.item].length > at.offset) {
         TextPiece& rest = *items_[at.item].piece;
         TextPiece front = rest.TakeFront(at.offset);
-        growth_ += front.bytes.size() - std::min(front.bytes.size(), at.offset);
+        Grow(front.bytes.size() - std::min(front.bytes.size(), at.offset));
         // Both lie in the same paragraph so far; the rest of an empty front has what text there is.
         items_[at.item].length = Offset(rest.length);
         PutPiece(at.item, std::move(front));
@@ -549,7 +558,7 @@ std::size_t TextTree::SplitParagraph(std::size_t from)
                                                              .close = first.close,
                                                              .prefix = first.prefix,
                                                              .scope = first.scope});
-    growth_ += first.open.size() + first.close.size();
+    Grow(first.open.size() + first.close.size());
     std::vector<Item> properties;
     std::uint32_t heights = 0;
     for (std::size_t i = paragraph + 1; i < from; ++i) {
@@ -563,7 +572,7 @@ std::size_t TextTree::SplitParagraph(std::size_t from)
         copy.end = item.end;
         if (item.piece)
             copy.piece = std::make_unique<TextPiece>(item.piece->Copy());
-        growth_ += item.piece ? item.piece->bytes.size() : item.end - item.begin;
+        Grow(item.piece ? item.piece->bytes.size() : item.end - item.begin);
     }
     second.length = items_[paragraph].length - heights;
     items_[paragraph].length = heights;
@@ -595,7 +604,7 @@ void TextTree::KeepHeight(std::size_t paragraph, std::size_t end, RunProperties 
         return;
     properties.DropLinks();
     Adapt(properties, "endParaRPr", Touch(paragraph).scope);
-    growth_ += properties.bytes.size();
+    Grow(properties.bytes.size());
     // After white space and anything else: the end properties are a paragraph's last child.
     TextPiece piece{.kind = PieceKind::EndProperties, .bytes = std::move(properties.bytes)};
     piece.properties = {0, piece.bytes.size()};
@@ -633,7 +642,7 @@ void TextTree::Open(Paragraph& paragraph)
         return;
     paragraph.open = paragraph.open.substr(0, paragraph.open.rfind('/')) + ">";
     paragraph.close = "</" + paragraph.prefix + "p>";
-    growth_ += paragraph.close.size();
+    Grow(paragraph.close.size());
 }
 
 /// What an element has to declare when it leaves its own scope for another one, both of this text.
@@ -695,7 +704,7 @@ TextPiece TextTree::MakeRun(RunProperties properties, StringView text, const Par
     piece.content.end = piece.bytes.size();
     piece.bytes += "</" + prefix + "t></" + prefix + "r>";
     piece.length = text.size();
-    growth_ += piece.bytes.size();
+    Grow(piece.bytes.size());
     return piece;
 }
 
@@ -708,7 +717,7 @@ TextPiece TextTree::MakeBreak(RunProperties properties, const Paragraph& paragra
     piece.length = 1;
     if (!isEmpty)
         piece.bytes += "</" + name + ">";
-    growth_ += piece.bytes.size();
+    Grow(piece.bytes.size());
     return piece;
 }
 

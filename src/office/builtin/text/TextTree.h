@@ -39,7 +39,8 @@ public:
     std::string Bytes() const;                            ///< The pieces put together.
 
     /// Replaces units of the text. In `with`, CR begins a new paragraph (with the properties of the one it is in) and
-    /// VT a new line. Raises `InvalidRequest` for a text body without a paragraph.
+    /// VT a new line. Raises `InvalidRequest` for a text body without a paragraph, and
+    /// `BadFormat` when the edits add more bytes than a presentation may grow.
     ///
     /// The new text takes the formatting of the first replaced character; an insertion that of the text in front. A
     /// replaced paragraph break joins the paragraphs under the properties of the first. A run left empty goes, unless
@@ -117,6 +118,7 @@ private:
     void TurnIntoRun(std::size_t item);
     NamespaceScope NeededIn(const NamespaceScope& other, const NamespaceScope& own, std::string_view element) const;
 
+    void Grow(std::size_t bytes);
     Paragraph& Touch(std::size_t paragraph);
     TextPiece& TouchPiece(std::size_t item);
     void PutPiece(std::size_t at, TextPiece piece);

@@ -36,9 +36,19 @@ constexpr std::uint32_t noParent = std::numeric_limits<std::uint32_t>::max();
 class XmlDocument::Indexer
 {
 public:
-    Indexer(std::string_view bytes, std::string_view part, std::size_t mostElements, std::vector<Element>& elements)
-        : bytes_(bytes), part_(part), mostElements_(mostElements), elements_(elements), marks_(bytes)
+    Indexer(std::string_view bytes, std::string_view part, const Limits& limits, std::vector<Element>& elements)
+        : bytes_(bytes),
+          part_(part),
+          limits_(limits),
+          mostElements_(
+              std::min<std::size_t>(limits.elements, limits.denseElements + bytes.size() / limits.bytesForElement)),
+          elements_(elements),
+          marks_(bytes)
     {
+        // A large index that grows would take twice its memory at times.
+        constexpr std::size_t large = 1u << 20;
+        if (bytes.size() > large)
+            elements.reserve(std::min(static_cast<std::size_t>(std::ranges::count(bytes, '<')), mostElements_));
     }
 
     void Run()
@@ -117,6 +127,7 @@ private:
     std::size_t TagEnd(std::size_t at)
     {
         const std::size_t start = at;
+        std::uint32_t attributes = 0;
         for (std::size_t mark = marks_.NextFrom(at);; mark = marks_.Next()) {
             if (mark == bytes_.size())
                 Fail("a tag does not end", start);
@@ -125,6 +136,8 @@ private:
                 return mark;
             if (stop == '<')
                 Fail("a tag holds another", mark);
+            if (++attributes > limits_.attributes)
+                Fail("an element has too many attributes", start);
             if (!FollowsEqualsSign(mark))
                 Fail("an attribute has no name", mark);
             std::size_t close = marks_.Next();
@@ -167,8 +180,11 @@ private:
         const auto after = static_cast<std::uint32_t>(tagEnd + 1);
         elements_.push_back({static_cast<std::uint32_t>(at), static_cast<std::uint32_t>(nameEnd), after, after, after,
                              parent_, index + 1});
-        if (!isEmpty)
+        if (!isEmpty) {
             parent_ = index;
+            if (++depth_ > limits_.depth)
+                Fail("its elements are nested too deeply", at);
+        }
         return after;
     }
 
@@ -189,15 +205,18 @@ private:
         element.end = static_cast<std::uint32_t>(end + 1);
         element.subtreeEnd = static_cast<std::uint32_t>(elements_.size());
         parent_ = element.parent;
+        --depth_;
         return end + 1;
     }
 
     std::string_view bytes_;
     std::string_view part_;
+    const Limits& limits_;
     std::size_t mostElements_;
     std::vector<Element>& elements_;
     MarkupMarks marks_;
     std::uint32_t parent_ = noParent;
+    std::uint32_t depth_ = 0;
 };
 
 namespace
@@ -223,7 +242,7 @@ XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Li
         throw Damage(part, "it is too large");
     elements_ = std::exchange(SpareIndex<Element>(), {});
     elements_.clear();
-    Indexer(bytes_, part, limits.documentBytes / sizeof(Element), elements_).Run();
+    Indexer(bytes_, part, limits, elements_).Run();
 
     VisitAttributes(0, [&](std::string_view name, std::string_view value) {
         if (name == "xmlns")
@@ -236,31 +255,12 @@ XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Li
 }
 
 XmlDocument::XmlDocument(const XmlDocument& other, std::string_view bytes)
-    : bytes_(bytes), elements_(other.elements_), default_(other.default_)
+    : bytes_(bytes), elements_(other.elements_), default_(other.default_), bindsDefaultOnce_(other.bindsDefaultOnce_)
 {
     // Prefixes are views of the root's start tag. Decoded attribute values are made again when they are asked for.
     for (std::size_t ns = 0; ns < prefixes_.size(); ++ns)
         if (const std::string_view prefix = other.prefixes_[ns]; !prefix.empty())
             prefixes_[ns] = bytes.substr(static_cast<std::size_t>(prefix.data() - other.bytes_.data()), prefix.size());
-}
-
-/// An element below the root may bind one of the root's prefixes to another namespace. Then that prefix tells nothing,
-/// and each name with it is resolved. Text that looks like a declaration does no harm.
-void XmlDocument::ForgetReboundPrefixes()
-{
-    constexpr std::string_view declaration = "xmlns:";
-    std::size_t at = bytes_.find(declaration, elements_[0].contentBegin);
-    for (; at != std::string_view::npos; at = bytes_.find(declaration, at)) {
-        at += declaration.size();
-        const std::size_t nameEnd = std::min(bytes_.find_first_of("= \t\r\n", at), bytes_.size());
-        const auto usual = std::ranges::find(prefixes_, bytes_.substr(at, nameEnd - at));
-        const std::size_t open = usual == prefixes_.end() ? bytes_.npos : bytes_.find_first_of("\"'", nameEnd);
-        if (open == std::string_view::npos)
-            continue;
-        const std::string_view uri = bytes_.substr(open + 1, bytes_.find(bytes_[open], open + 1) - open - 1);
-        if (NamespaceOf(Decoded(uri)) != static_cast<Ns>(usual - prefixes_.begin()))
-            *usual = {};
-    }
 }
 
 XmlDocument::~XmlDocument()
@@ -292,6 +292,130 @@ void XmlDocument::VisitAttributes(std::uint32_t index, Visit&& visit) const
             return;
         at = valueEnd + 1;
     }
+}
+
+template <class Visit>
+void XmlDocument::VisitDeclaring(std::uint32_t from, Visit&& visit) const
+{
+    // Both go front to back: the word in the bytes, and the element that begins last in front of it.
+    std::uint32_t index = from;
+    for (std::size_t at = elements_[from].begin; (at = bytes_.find("xmlns", at)) != std::string_view::npos;) {
+        while (index + 1 < elements_.size() && elements_[index + 1].begin < at)
+            ++index;
+        const std::size_t tagEnd = elements_[index].contentBegin;
+        if (at < tagEnd)
+            visit(index);
+        // In text the word means nothing.
+        at = std::max(tagEnd, at + 1);
+    }
+}
+
+/// An element below the root may bind one of the root's prefixes to another namespace. Then that prefix tells nothing,
+/// and each name with it is resolved.
+void XmlDocument::ForgetReboundPrefixes()
+{
+    if (elements_.size() == 1)
+        return;
+    VisitDeclaring(1, [&](std::uint32_t index) {
+        VisitAttributes(index, [&](std::string_view name, std::string_view value) {
+            bindsDefaultOnce_ = bindsDefaultOnce_ && name != "xmlns";
+            if (!name.starts_with("xmlns:"))
+                return false;
+            const auto usual = std::ranges::find(prefixes_, name.substr(6));
+            if (usual != prefixes_.end() && NamespaceOf(value) != static_cast<Ns>(usual - prefixes_.begin()))
+                *usual = {};
+            return false;
+        });
+    });
+}
+
+/// A declaration of a namespace, and the elements that it holds for.
+struct XmlDocument::Declaration {
+    std::string_view name;   // "xmlns" or "xmlns:x"
+    std::string_view value;  // decoded
+    std::uint32_t element;   // index; it holds for this one
+    std::uint32_t end;       // and up to this one
+};
+
+/// What each name means where: for each name the places in the document at which its meaning changes, so that no
+/// question costs a walk over the elements around.
+class XmlDocument::Declarations
+{
+public:
+    explicit Declarations(const XmlDocument& document)
+    {
+        document.VisitDeclaring(0, [&](std::uint32_t index) {
+            document.VisitAttributes(index, [&](std::string_view name, std::string_view value) {
+                if (name == "xmlns" || name.starts_with("xmlns:"))
+                    declarations_.push_back(
+                        {name, document.Decoded(value), index, document.elements_[index].subtreeEnd});
+                return false;
+            });
+        });
+        std::ranges::stable_sort(declarations_, {}, &Declaration::name);
+        changes_.reserve(declarations_.size() * 2);
+        std::vector<std::uint32_t> around;  // declarations of one name that hold at a place, the innermost last
+        for (std::uint32_t i = 0; i < declarations_.size(); ++i) {
+            const Declaration& declaration = declarations_[i];
+            const bool isNewName = i == 0 || declarations_[i - 1].name != declaration.name;
+            CloseUpTo(isNewName ? atEnd : declaration.element, around);
+            // Of two in one element the first counts.
+            if (!isNewName && declarations_[i - 1].element == declaration.element)
+                continue;
+            around.push_back(i);
+            Put({declaration.element, i, declaration.name});
+        }
+        CloseUpTo(atEnd, around);
+    }
+
+    /// The innermost one of a name at an element, or null.
+    const Declaration* Find(std::string_view name, std::uint32_t element) const
+    {
+        const auto isAfter = [](const std::pair<std::string_view, std::uint32_t>& place, const Change& change) {
+            return place.first != change.name ? place.first < change.name : place.second < change.from;
+        };
+        const auto next = std::upper_bound(changes_.begin(), changes_.end(), std::pair(name, element), isAfter);
+        if (next == changes_.begin())
+            return nullptr;
+        const Change& last = *std::prev(next);
+        return last.name == name && last.declaration != nothing ? &declarations_[last.declaration] : nullptr;
+    }
+
+private:
+    static constexpr std::uint32_t nothing = std::numeric_limits<std::uint32_t>::max();
+    static constexpr std::uint32_t atEnd = std::numeric_limits<std::uint32_t>::max();
+
+    struct Change {
+        std::uint32_t from;         // element
+        std::uint32_t declaration;  // index of what holds from there on
+        std::string_view name;
+    };
+
+    void Put(const Change& change)
+    {
+        if (!changes_.empty() && changes_.back().name == change.name && changes_.back().from == change.from)
+            changes_.pop_back();
+        changes_.push_back(change);
+    }
+
+    void CloseUpTo(std::uint32_t element, std::vector<std::uint32_t>& around)
+    {
+        while (!around.empty() && declarations_[around.back()].end <= element) {
+            const Declaration& closed = declarations_[around.back()];
+            around.pop_back();
+            Put({closed.end, around.empty() ? nothing : around.back(), closed.name});
+        }
+    }
+
+    std::vector<Declaration> declarations_;  // by name, those of one name in document order
+    std::vector<Change> changes_;            // by name and place
+};
+
+const XmlDocument::Declaration* XmlDocument::FindDeclaration(Node node, std::string_view attribute) const
+{
+    if (!declarations_)
+        declarations_ = std::make_unique<Declarations>(*this);
+    return declarations_->Find(attribute, node.index_);
 }
 
 bool XmlDocument::Is(Node node, Ns ns, std::string_view localName) const
@@ -401,35 +525,23 @@ Ns XmlDocument::ResolvePrefix(Node node, std::string_view prefix) const
 {
     if (!node)
         return Ns::None;
-    for (std::uint32_t index = node.index_; index != noParent; index = elements_[index].parent) {
-        if (index == 0 && prefix.empty())
+    if (prefix.empty()) {
+        if (bindsDefaultOnce_)
             return default_;
-        std::optional<Ns> found;
-        VisitAttributes(index, [&](std::string_view name, std::string_view value) {
-            if (!name.starts_with("xmlns"))
-                return false;
-            name.remove_prefix(5);
-            if (name.empty() ? !prefix.empty() : name[0] != ':' || name.substr(1) != prefix)
-                return false;
-            found = NamespaceOf(Decoded(value));
-            return true;
-        });
-        if (found)
-            return *found;
+        const Declaration* const found = FindDeclaration(node, "xmlns");
+        return found == nullptr ? Ns::None : NamespaceOf(found->value);
     }
-    return Ns::None;
+    // What the root binds once needs no search.
+    if (const auto usual = std::ranges::find(prefixes_, prefix); usual != prefixes_.end())
+        return static_cast<Ns>(usual - prefixes_.begin());
+    const Declaration* const found = FindDeclaration(node, "xmlns:" + std::string(prefix));
+    return found == nullptr ? Ns::None : NamespaceOf(found->value);
 }
 
 std::optional<std::string_view> XmlDocument::DeclarationAt(Node node, std::string_view attribute) const
 {
-    std::optional<std::string_view> found;
-    for (std::uint32_t index = node.index_; index != noParent && !found; index = elements_[index].parent)
-        VisitAttributes(index, [&](std::string_view name, std::string_view value) {
-            if (name == attribute)
-                found = Decoded(value);
-            return found.has_value();
-        });
-    return found;
+    const Declaration* const found = FindDeclaration(node, attribute);
+    return found == nullptr ? std::nullopt : std::optional(found->value);
 }
 
 /// An attribute value as it reads: references decoded, white space as blanks (XML 1.0 3.3.3).

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,7 +53,7 @@ class XmlDocument
 {
 public:
     /// `bytes` is UTF-8 and must outlive the document. Raises `FileCorrupt` for markup that is not well-formed, for a
-    /// DTD (nothing is ever expanded) and when the index would need more memory than the limits allow. `part` names the
+    /// DTD (nothing is ever expanded) and for more or deeper elements than the limits allow. `part` names the
     /// part in failures.
     XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits);
 
@@ -148,6 +149,12 @@ private:
         return bytes_.substr(element.begin + 1, element.nameEnd - element.begin - 1);
     }
     void ForgetReboundPrefixes();  // takes back from prefixes_ what holds for the root alone
+    /// Calls `visit(index)` with each element below an index that has the word "xmlns" in its start tag.
+    template <class Visit>
+    void VisitDeclaring(std::uint32_t from, Visit&& visit) const;
+    struct Declaration;
+    class Declarations;
+    const Declaration* FindDeclaration(Node node, std::string_view attribute) const;
     std::string_view Decoded(std::string_view value) const;
     bool IsAttribute(Node node, std::string_view name, Ns ns, std::string_view localName) const;
     template <class Visit>
@@ -158,8 +165,10 @@ private:
     /// The prefix that the root element binds to a namespace and no other element binds to another one: names with it
     /// need no resolving. Empty when there is none.
     std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;
-    Ns default_ = Ns::None;                    // bound by the root element to names without a prefix
-    mutable std::deque<std::string> decoded_;  // attribute values that are not in the bytes as they read
+    Ns default_ = Ns::None;                               // bound by the root element to names without a prefix
+    bool bindsDefaultOnce_ = true;                        // no other element binds names without a prefix
+    mutable std::unique_ptr<Declarations> declarations_;  // of all elements, made when a name needs them
+    mutable std::deque<std::string> decoded_;             // attribute values that are not in the bytes as they read
 };
 
 /// The child elements of a node, for a range loop.

@@ -137,16 +137,18 @@ ZipDirectory::ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits)
     comment_ = std::move(found->comment);
     trailer_ = std::move(found->trailer);
     records_ = ReadString(bytes, start_, found->directorySize);
-    ReadRecords(found->count);
+    ReadRecords(found->count, limits);
 }
 
-void ZipDirectory::ReadRecords(std::uint64_t count)
+void ZipDirectory::ReadRecords(std::uint64_t count, const Limits& limits)
 {
     entries_.reserve(std::min<std::uint64_t>(count, records_.size() / centralSize));
     const std::string_view records = records_;
     std::size_t at = 0;
     // The count has 16 bits without zip64 and wraps in some files; the signatures tell where the records end.
     while (records.size() - at >= centralSize && Get<std::uint32_t>(records, at) == centralSignature) {
+        if (entries_.size() >= limits.parts)
+            throw Damage({}, "the zip file has too many entries");
         const std::string_view record = records.substr(at);
         const std::size_t nameLength = Get<std::uint16_t>(record, central::nameLength);
         const std::size_t extraLength = Get<std::uint16_t>(record, central::extraLength);

@@ -63,7 +63,7 @@ public:
 private:
     /// Fills entries_ from records_. Raises `FileCorrupt` for a record that is cut, an entry outside of the file, and a
     /// number of records that doesn't fit `count`.
-    void ReadRecords(std::uint64_t count);
+    void ReadRecords(std::uint64_t count, const Limits& limits);
 
     std::string records_;
     std::string comment_;
