@@ -109,7 +109,7 @@ BackupReport BackupCommands::Restore(const String& path)
 
         if (FileExists(path) && (GetAttributes(path).bits & FileAttribute::ReadOnly) != 0 && !readOnly_)
             Fail(u"Read Only File.");
-        CopyFile(newest.path, path, [&](const CopiedContent& content) {
+        CopyFileBack(newest.path, path, {}, [&](const CopiedContent& content) {
             // What was copied is what counts: somebody may have written to the backup since it was looked at.
             if (!anyBackup_ && !backups.folder->IsRecorded(NameWithin(newest.path), backups.original, content))
                 Fail(u"The backup " + newest.path + u" is being changed by another program.");

@@ -131,8 +131,10 @@ void RunBackups::Copy(const Target& target, const String& name)
                               u", which only restore --any-backup takes, as it could not be " + u"recorded: " +
                               notRecorded);
     // The run has taken a write protection off by now, which the backup is to have as the file had it.
-    if (rememberedPath_ == target.path && GetAttributes(backup).mode != remembered_.mode)
-        target.folder.SetMode(name, remembered_.mode);
+    // Never more than the copy has: one whose owner could not be kept keeps others out.
+    const std::uint32_t mode = GetAttributes(backup).mode;
+    if (rememberedPath_ == target.path && (mode & remembered_.mode) != mode)
+        target.folder.SetMode(name, mode & remembered_.mode);
 }
 
 }  // namespace tessarine::batch

@@ -27,6 +27,8 @@ public:
     bool IsOpen() const { return descriptor_ >= 0; }
     int get() const { return descriptor_; }  ///< Stays owned here; nobody else may close it.
 
+    int Release() { return std::exchange(descriptor_, -1); }  ///< Gives it away without closing it.
+
     /// Closes now and tells whether the system reported an error, which is where a network file system may first do so.
     bool Close() { return descriptor_ < 0 || close(std::exchange(descriptor_, -1)) == 0; }
 

@@ -35,4 +35,9 @@ Failure ClassicFileFailure(int error, const char* action, const std::string& pat
 /// Permission denied", with the system's own text for the error. `action` is what was attempted ("save").
 Failure SystemFileFailure(int error, const char* action, const std::string& path);
 
+/// The same two for trouble that the system gives no error for, with the reason in our own words: "Can't save
+/// "/folder/a.pptx": it is a link" and "Permission denied: could not write /folder/a.bak (it is a link)".
+Failure ClassicFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason);
+Failure SystemFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason);
+
 }  // namespace tessarine

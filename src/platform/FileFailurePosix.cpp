@@ -101,4 +101,16 @@ Failure SystemFileFailure(int error, const char* action, const std::string& path
     return {row.system, FromUtf8(std::string("Can't ") + action + " \"" + path + "\": " + std::strerror(error))};
 }
 
+Failure ClassicFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason)
+{
+    const Numbers& row = NumbersOf(trouble);
+    return {row.classic,
+            FromUtf8(std::string(row.classicText) + ": could not " + action + " " + path + " (" + reason + ")")};
+}
+
+Failure SystemFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason)
+{
+    return {NumbersOf(trouble).system, FromUtf8(std::string("Can't ") + action + " \"" + path + "\": " + reason)};
+}
+
 }  // namespace tessarine

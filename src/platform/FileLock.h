@@ -54,6 +54,10 @@ enum class LockAttempt {
 /// a few hundredths of a second for one who merely looks whether the file is locked.
 LockAttempt TryToLock(int descriptor);
 
+/// Puts the mark of a run on a descriptor's file, by which others tell our lock from that of any program, until the
+/// descriptor is closed. Where that can't be, the lock looks like any other.
+void MarkAsOurs(int descriptor);
+
 /// Whether others would mind that a descriptor's file is read: `Locked` when nobody holds a lock against that, or only
 /// this process does. Leaves no lock.
 LockAttempt LookAtLocks(int descriptor, const FileIdentity& file);

@@ -42,15 +42,6 @@ struct flock RecordLock(short type, off_t start, off_t length)
     return lock;
 }
 
-/// Puts the mark of a run on the file. Where that can't be, another run's lock looks like that of any program.
-void Mark(int descriptor)
-{
-    // Of the open file, not of the process: it ends with this descriptor, and not when the file is opened once more
-    // and closed.
-    struct flock mark = RecordLock(F_RDLCK, markOffset, 1);
-    fcntl(descriptor, F_OFD_SETLK, &mark);
-}
-
 bool IsMarkedByAnother(int descriptor)
 {
     struct flock mark = RecordLock(F_WRLCK, markOffset, 1);
@@ -111,12 +102,20 @@ std::string EndOfLinks(const std::string& path)
 
 }  // namespace
 
+void MarkAsOurs(int descriptor)
+{
+    // Of the open file, not of the process: it ends with this descriptor, and not when the file is opened once more
+    // and closed.
+    struct flock mark = RecordLock(F_RDLCK, markOffset, 1);
+    fcntl(descriptor, F_OFD_SETLK, &mark);
+}
+
 LockAttempt TryToLock(int descriptor)
 {
     if (IsOnWindowsShare(descriptor))
         return LockAttempt::Impossible;
     // First, so that whoever meets the lock sees the mark, too.
-    Mark(descriptor);
+    MarkAsOurs(descriptor);
     // Whoever opens a file to read it tries a lock for a moment (RandomAccessFile). That isn't to fail a save.
     for (long milliseconds = 1; flock(descriptor, LOCK_EX | LOCK_NB) != 0; milliseconds *= 2) {
         if (errno == EBADF)
@@ -212,10 +211,10 @@ bool FileLock::IsHeldHere(const FileIdentity& file)
 
 void FileLock::GiveTo(FileDescriptor newFile, const FileIdentity& old)
 {
-    const auto state = FileStateOf(newFile.get());
     const std::scoped_lock guard(heldLocksGuard);
     const auto held = std::ranges::find_if(heldLocks, [&](const FileLock* lock) { return lock->identity_ == old; });
-    if (!state || held == heldLocks.end())
+    const auto state = held == heldLocks.end() ? std::nullopt : FileStateOf(newFile.get());
+    if (!state)
         return;
     (*held)->file_ = std::move(newFile);
     (*held)->identity_ = state->identity;

@@ -6,6 +6,8 @@
 
 #include "platform/String.h"
 
+struct stat;  // of the system
+
 namespace tessarine
 {
 
@@ -26,6 +28,8 @@ struct FileState {
     std::int64_t lastChange = 0;  ///< Of the content or of anything else about the file. Can't be set by programs.
     bool operator==(const FileState&) const = default;
 };
+
+FileState StateFrom(const struct ::stat& status);
 
 /// The state of a descriptor's file. Nothing when the system doesn't tell; errno says why, so below.
 std::optional<FileState> FileStateOf(int descriptor);

@@ -18,6 +18,8 @@ std::int64_t Nanoseconds(const timespec& time)
                                      static_cast<std::uint64_t>(time.tv_nsec));
 }
 
+}  // namespace
+
 FileState StateFrom(const struct stat& status)
 {
     return {{status.st_dev, status.st_ino},
@@ -25,8 +27,6 @@ FileState StateFrom(const struct stat& status)
             Nanoseconds(status.st_mtim),
             Nanoseconds(status.st_ctim)};
 }
-
-}  // namespace
 
 std::optional<FileState> FileStateOf(int descriptor)
 {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/FileState.h"
+#include "platform/SaveTerms.h"
 #include "platform/String.h"
 
 /// What the run does to files. Paths are the platform's own, as text; one with a NUL names no file (NativePath). Where
@@ -57,13 +58,20 @@ struct CopiedContent {
 };
 using CopyComplete = std::function<void(const CopiedContent& content)>;
 
-/// Copies a file's content and mode over `target`, all or nothing: on failure or a power cut an older target stays as
-/// it was. An older target is replaced even when it is read-only, and keeps its owner as far as the system allows; a
-/// link stays and the file behind it is replaced (ReplacementFile).
+/// Copies a file to `target`, all or nothing: on failure or a power cut an older target stays as it was. The copy gets
+/// the owner, group, mode, access list and extended attributes of the original as far as this process may set them,
+/// and never lets in more people than the original (KeptAttributes). An older target is replaced even when it is
+/// read-only; one that is a link or no file fails with `PermissionDenied`, and so does a source that another program
+/// changes while it is copied.
 ///
 /// `complete` is told what was copied as soon as the copy is complete, right before it takes the target's place. What
 /// it raises goes on, and the target stays as it was. May be empty.
 void CopyFile(StringView source, StringView target, const CopyComplete& complete = {});
+
+/// Puts a copy back over the document that it was made of, in the same way. The document keeps its owner, group and
+/// extended attributes; mode and access list come from the copy. A document that is a link is followed like that of a
+/// save, and the terms of a save hold for one whose attributes can't be kept (ReplacementFile, PutBack).
+void CopyFileBack(StringView copy, StringView document, const SaveTerms& terms = {}, const CopyComplete& complete = {});
 
 /// Deletes a file; of a link the link itself.
 void DeleteFile(StringView path);

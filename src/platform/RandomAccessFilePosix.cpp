@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <cerrno>
+#include <limits>
 
 #include "platform/Failure.h"
 #include "platform/FileFailure.h"
@@ -13,35 +14,41 @@
 namespace tessarine
 {
 
-RandomAccessFile::RandomAccessFile(StringView path) : path_(NativePath(path))
+namespace
+{
+
+FileDescriptor OpenForReading(const std::string& path)
 {
     // O_NONBLOCK keeps a named pipe from holding up a run; O_NOATIME is refused for files of other owners.
     constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
-    descriptor_ = open(path_.c_str(), flags | O_NOATIME);
-    if (descriptor_ < 0 && errno == EPERM)
-        descriptor_ = open(path_.c_str(), flags);
-    if (descriptor_ < 0)
-        throw SystemFileFailure(errno, "open", path_);
+    FileDescriptor file(open(path.c_str(), flags | O_NOATIME));
+    if (!file.IsOpen() && errno == EPERM)
+        file = FileDescriptor(open(path.c_str(), flags));
+    return file;
+}
 
+}  // namespace
+
+RandomAccessFile::RandomAccessFile(StringView path, Use use) : path_(NativePath(path)), file_(OpenForReading(path_))
+{
+    if (!file_.IsOpen())
+        throw SystemFileFailure(errno, "open", path_);
+    // By a clock that is far ahead no file is racy.
+    const std::int64_t clock = use == Use::Saving ? OpenedFile::Clock() : std::numeric_limits<std::int64_t>::max();
     struct stat status = {};
+    if (fstat(file_.get(), &status) != 0)
+        throw SystemFileFailure(errno, "read the size of", path_);
     // The error decides the failure's number: a folder or pipe is "not permitted", a locked file is "in use".
-    const char* problem = nullptr;
-    int error = 0;
-    if (fstat(descriptor_, &status) != 0)
-        problem = "read the size of", error = errno;
-    else if (!S_ISREG(status.st_mode))
-        problem = "read (it is not a file)", error = EACCES;
-    identity_ = {status.st_dev, status.st_ino};
-    const LockAttempt locks = problem == nullptr ? LookAtLocks(descriptor_, identity_) : LockAttempt::Locked;
+    if (!S_ISREG(status.st_mode))
+        throw SystemFileFailure(EACCES, "read (it is not a file)", path_);
+    const FileState state = StateFrom(status);
+    const LockAttempt locks = LookAtLocks(file_.get(), state.identity);
     if (locks == LockAttempt::HeldByARun)
-        problem = "open (it is in use by another run)", error = ETXTBSY;
-    else if (locks == LockAttempt::HeldByAProgram)
-        problem = "open (another program has locked it)", error = ETXTBSY;
-    if (problem != nullptr) {
-        close(descriptor_);
-        throw SystemFileFailure(error, problem, path_);
-    }
-    size_ = static_cast<std::uint64_t>(status.st_size);
+        throw SystemFileFailure(ETXTBSY, "open (it is in use by another run)", path_);
+    if (locks == LockAttempt::HeldByAProgram)
+        throw SystemFileFailure(ETXTBSY, "open (another program has locked it)", path_);
+    size_ = state.size;
+    opened_.emplace(file_.get(), state, clock);
 }
 
 std::optional<RandomAccessFile::Identity> RandomAccessFile::IdOf(StringView path)
@@ -50,15 +57,10 @@ std::optional<RandomAccessFile::Identity> RandomAccessFile::IdOf(StringView path
     return state ? std::optional(state->identity) : std::nullopt;
 }
 
-RandomAccessFile::~RandomAccessFile()
-{
-    close(descriptor_);
-}
-
 void RandomAccessFile::Read(std::uint64_t offset, std::span<std::byte> buffer) const
 {
     while (!buffer.empty()) {
-        const ssize_t count = pread(descriptor_, buffer.data(), buffer.size(), static_cast<off_t>(offset));
+        const ssize_t count = pread(file_.get(), buffer.data(), buffer.size(), static_cast<off_t>(offset));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)

@@ -6,14 +6,18 @@
 
 #include <array>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
-#include "platform/FileDescriptor.h"
+#include "platform/ErrorLog.h"
 #include "platform/FileFailure.h"
+#include "platform/FileLock.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/NewFile.h"
+#include "platform/RunJournal.h"
+#include "platform/Warnings.h"
+#include "platform/WriteOver.h"
 
 namespace tessarine
 {
@@ -24,156 +28,156 @@ namespace
 /// Bytes that a write to the system takes at once. Zip files are written in many small pieces.
 constexpr std::size_t bufferSize = 1 << 16;
 
-/// The file that a path stands for, so that replacing it leaves the links on the way. A path that can't be followed to
-/// its end comes back as it is.
-std::string ResolveLinks(const std::string& path)
-{
-    std::error_code error;
-    const auto resolved = std::filesystem::canonical(path, error);
-    return error ? path : resolved.string();
-}
-
 /// Whether this process may write the file, by the rights that it acts with.
-bool MayWrite(const std::string& path)
+bool MayWrite(int folder, const std::string& name)
 {
-    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+    return faccessat(folder, name.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
-/// The mask of this process can only be read by setting it.
-mode_t ModeOfNewFiles()
+/// The file of a name in a folder, for its attributes; one that can't be read is opened for its name alone.
+FileDescriptor OpenForAttributes(int folder, const std::string& name)
 {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
+    constexpr int flags = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    FileDescriptor file(openat(folder, name.c_str(), O_RDONLY | flags));
+    if (!file.IsOpen() && errno == EACCES)
+        file = FileDescriptor(openat(folder, name.c_str(), O_PATH | flags));
+    return file;
+}
+
+bool IsClosed(int error)
+{
+    return error == EACCES || error == EPERM;
+}
+
+std::string AbsolutePath(const std::string& path)
+{
+    return std::filesystem::absolute(path).string();
 }
 
 }  // namespace
 
-/// The new file, in the folder of the one whose place it is to take. Removed at its end unless it took the place. A
-/// member that gives false leaves the reason in errno.
-class ReplacementFile::NewFile
+ReplacementFile::ReplacementFile(StringView path, Kind kind, OpenedFile* opened, const SaveTerms& terms)
+    : kind_(kind),
+      givenPath_(path),
+      terms_(terms),
+      opened_(opened),
+      place_(NativePath(path), kind == Kind::Copy ? FilePlace::Links::Refused : FilePlace::Links::FollowedIfOwn,
+             [this](FileTrouble trouble, const std::string& at, const std::string& reason) {
+                 return FailureFor(trouble, at, reason);
+             }),
+      newFolder_(FolderOf(place_.path))
 {
-public:
-    explicit NewFile(const std::string& target)
-        : folder_(FolderOf(target)),
-          target_(target),
-          // In the same folder, because a rename takes a file's place in one step only within one file system.
-          path_(folder_ + ".tessarine-XXXXXX"),
-          file_(mkostemp(path_.data(), O_CLOEXEC)),
-          isThere_(file_.IsOpen())
-    {
-    }
-
-    ~NewFile()
-    {
-        if (isThere_)
-            unlink(path_.c_str());
-    }
-
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    bool IsOpen() const { return file_.IsOpen(); }
-    int Descriptor() const { return file_.get(); }
-
-    bool Write(std::string_view bytes)
-    {
-        while (!bytes.empty()) {
-            const ssize_t count = write(file_.get(), bytes.data(), bytes.size());
-            if (count < 0 && errno == EINTR)
-                continue;
-            if (count < 0)
-                return false;
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        }
-        return true;
-    }
-
-    /// Only a privileged user may give files away. For all others the new file simply is their own, which is no
-    /// failure.
-    void OfferTo(const Owner& owner)
-    {
-        if (owner.user != geteuid() || owner.group != getegid())
-            // The compiler warns of an unused result in spite of the cast; the "!" makes it a used one.
-            static_cast<void>(!fchown(file_.get(), owner.user, owner.group));
-    }
-
-    bool SetMode(std::uint32_t mode) { return fchmod(file_.get(), static_cast<mode_t>(mode)) == 0; }
-
-    bool FlushToDisk() { return fsync(file_.get()) == 0; }
-    bool Close() { return file_.Close(); }
-
-    bool TakePlace()
-    {
-        if (std::rename(path_.c_str(), target_.c_str()) != 0)
-            return false;
-        isThere_ = false;
-        return true;
-    }
-
-    /// Without it the rename may not last. Some network file systems can't flush a folder.
-    void FlushFolder() const
-    {
-        const FileDescriptor folder(open(folder_.empty() ? "." : folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        if (folder.IsOpen())
-            fsync(folder.get());
-    }
-
-private:
-    std::string folder_;
-    std::string target_;
-    std::string path_;
-    FileDescriptor file_;
-    bool isThere_;
-};
-
-ReplacementFile::ReplacementFile(StringView path, bool isCopy)
-    : isCopy_(isCopy), target_(ResolveLinks(NativePath(path)))
-{
-    struct stat old = {};
-    if (stat(target_.c_str(), &old) == 0) {
-        owner_ = {old.st_uid, old.st_gid};
-        mode_ = old.st_mode & 07777;
-        // Any other error leaves open whether there is a file to replace.
+    struct stat status = {};
+    if (fstatat(place_.folder.get(), place_.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        old_ = StateFrom(status);
+        oldNames_ = status.st_nlink;
     } else if (errno != ENOENT) {
-        Fail(errno, "save");
+        throw FailureFor(errno, "save");
     }
 }
 
-ReplacementFile::ReplacementFile(StringView path, Missing missing) : ReplacementFile(path, false)
+ReplacementFile::ReplacementFile(StringView path, Missing missing, const SaveTerms& terms)
+    : ReplacementFile(path, Kind::Save, nullptr, terms)
 {
-    const bool isNew = !owner_;
-    if (isNew && missing == Missing::Fails)
-        Fail(ENOENT, "save");
-    // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
-    if (!isNew && !MayWrite(target_))
-        Fail(errno, "save");
-    if (isNew)
-        mode_ = ModeOfNewFiles();
+    if (!old_ && missing == Missing::Fails)
+        throw FailureFor(ENOENT, "save");
+    if (old_)
+        TakeAttributesOfOldFile();
+    else
+        attributes_ = KeptAttributes::OfNewFileIn(place_.folder.get());
     MakeNewFile();
 }
 
-ReplacementFile::ReplacementFile(StringView path, CopyOf original) : ReplacementFile(path, true)
+ReplacementFile::ReplacementFile(StringView path, OpenedFile& opened, const SaveTerms& terms)
+    : ReplacementFile(path, Kind::Save, &opened, terms)
 {
-    mode_ = original.mode & 07777;
+    if (!old_)
+        throw FailureFor(ENOENT, "save");
+    TakeAttributesOfOldFile();
+    // After the look at its permissions: whoever has protected it since is told of that.
+    if (old_ != opened.Expected())
+        throw ChangedByOthers();
+    MakeNewFile();
+}
+
+ReplacementFile::ReplacementFile(StringView path, const CopyOf& original)
+    : ReplacementFile(path, Kind::Copy, nullptr, {})
+{
+    attributes_ = KeptAttributes::Of(original.original);
+    if (!attributes_)
+        throw FailureFor(errno, "save");
+    MakeNewFile();
+}
+
+ReplacementFile::ReplacementFile(StringView path, const PutBack& copy)
+    : ReplacementFile(path, Kind::PutBack, nullptr, copy.terms)
+{
+    const auto ofCopy = KeptAttributes::Of(copy.copy);
+    if (!ofCopy)
+        throw FailureFor(errno, "save");
+    attributes_ = ofCopy;
+    if (old_) {
+        TakeAttributesOfOldFile();
+        attributes_->TakeAccessFrom(*ofCopy);
+    }
     MakeNewFile();
 }
 
 ReplacementFile::~ReplacementFile() = default;
 
+void ReplacementFile::TakeAttributesOfOldFile()
+{
+    // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
+    if (kind_ == Kind::Save && !MayWrite(place_.folder.get(), place_.name))
+        throw FailureFor(errno, "save");
+    if (opened_ != nullptr && opened_->State().identity == old_->identity) {
+        attributes_ = KeptAttributes::Of(opened_->Descriptor());
+    } else {
+        const FileDescriptor file = OpenForAttributes(place_.folder.get(), place_.name);
+        attributes_ = file.IsOpen() ? KeptAttributes::Of(file.get()) : std::nullopt;
+    }
+    if (!attributes_)
+        throw FailureFor(errno, "save (its attributes can't be read)");
+}
+
 void ReplacementFile::MakeNewFile()
 {
-    newFile_ = std::make_unique<NewFile>(target_);
-    if (!newFile_->IsOpen())
-        Fail(errno, "save (no new file can be made beside)");
+    newFile_ = std::make_unique<NewFile>(place_.folder.get());
+    if (!newFile_->IsOpen()) {
+        const int error = errno;
+        if (old_ && IsClosed(error) && terms_.inPlaceWhereFolderIsClosed && !ApplicationDataFolder.empty()) {
+            newFolder_ = NativePath(ApplicationDataFolder) + "/";
+            otherFolder_ = OpenFolder(AT_FDCWD, newFolder_);
+            newFile_ = std::make_unique<NewFile>(otherFolder_.get());
+        }
+        if (!newFile_->IsOpen())
+            throw FailureFor(error, "save (no new file can be made beside)");
+    }
     pending_.reserve(bufferSize);
 }
 
-void ReplacementFile::Fail(int error, const char* attempt) const
+Failure ReplacementFile::FailureFor(int error, const char* attempt) const
 {
-    if (isCopy_)
-        throw ClassicFileFailure(error, "write", target_);
-    throw SystemFileFailure(error, attempt, target_);
+    return kind_ == Kind::Save ? SystemFileFailure(error, attempt, place_.path)
+                               : ClassicFileFailure(error, "write", place_.path);
+}
+
+Failure ReplacementFile::FailureFor(FileTrouble trouble, const std::string& path, const std::string& reason) const
+{
+    return kind_ == Kind::Save ? SystemFileFailure(trouble, "save", path, reason)
+                               : ClassicFileFailure(trouble, "write", path, reason);
+}
+
+Failure ReplacementFile::ChangedByOthers() const
+{
+    return FailureFor(FileTrouble::InUse, place_.path,
+                      std::string("it was changed by another program ") +
+                          (opened_ != nullptr ? "since it was opened" : "while it was being saved") + "; run it again");
+}
+
+void ReplacementFile::WarnOf(const std::string& text) const
+{
+    Warn(givenPath_, FromUtf8(text));
 }
 
 void ReplacementFile::Write(std::span<const std::byte> bytes)
@@ -190,7 +194,7 @@ void ReplacementFile::Write(std::span<const std::byte> bytes)
 void ReplacementFile::Flush()
 {
     if (!newFile_->Write(pending_))
-        Fail(errno, "save");
+        throw FailureFor(errno, "save");
     pending_.clear();
 }
 
@@ -225,26 +229,115 @@ void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t of
 void ReplacementFile::Commit()
 {
     Flush();
-    // After the last byte, as writing takes the set-user and set-group bits away; the owner first, as that does too.
-    if (owner_)
-        newFile_->OfferTo(*owner_);
-    if (!newFile_->SetMode(mode_))
-        Fail(errno, "save with the old permissions");
+    CheckSource();
+    // Each of the three asks for its own reasons; the attributes last, as it gives them.
+    const bool isInPlace = otherFolder_.IsOpen() || (oldNames_ > 1 && terms_.inPlaceLinks) || !GiveAttributes();
     // Before the rename: after a power cut the name must not lead to a file without its bytes.
     if (!newFile_->FlushToDisk())
-        Fail(errno, "save (flushing to the disk failed)");
-    // Some network file systems tell of a failed write only when the file is closed.
-    if (!newFile_->Close())
-        Fail(errno, "save");
-    if (!newFile_->TakePlace())
-        Fail(errno, "save (the new file can't take the old one's place)");
-    newFile_->FlushFolder();
+        throw FailureFor(errno, "save (flushing to the disk failed)");
+    isInPlace ? WriteIntoOldFile() : TakePlace();
+}
+
+/// What was copied is not a mixture of two contents. The state alone is asked here; CheckPlace does the rest.
+void ReplacementFile::CheckSource() const
+{
+    if (opened_ != nullptr && FileStateOf(opened_->Descriptor()) != opened_->State())
+        throw ChangedByOthers();
+}
+
+/// The file that is about to be replaced is the one that was opened, as it was then.
+void ReplacementFile::CheckPlace() const
+{
+    if (FileStateIn(place_.folder.get(), place_.name) != old_)
+        throw ChangedByOthers();
+    if (opened_ != nullptr && opened_->IsRacy() && !opened_->IsUnchanged())
+        throw ChangedByOthers();
+}
+
+/// False when they can't be given and the terms allow to write into the old file, which has them.
+bool ReplacementFile::GiveAttributes()
+{
+    // After the last byte, as writing takes the set-user and set-group bits away.
+    const bool isCopy = kind_ == Kind::Copy || (kind_ == Kind::PutBack && !old_);
+    const auto notKept =
+        isCopy ? attributes_->GiveToCopy(newFile_->Descriptor()) : attributes_->GiveTo(newFile_->Descriptor());
+    if (!notKept)
+        return true;
+    if (old_ && terms_.inPlaceWhereNotKept) {
+        // The new content is again this user's alone, as it has to be when the next start looks at it.
+        static_cast<void>(!fchown(newFile_->Descriptor(), geteuid(), getegid()));
+        fchmod(newFile_->Descriptor(), S_IRUSR | S_IWUSR);
+        return false;
+    }
+    throw FailureFor(FileTrouble::NotPermitted, place_.path,
+                     notKept->what + " can't be given to the new file (" + std::strerror(notKept->error) +
+                         "); save it as its owner, or in place");
+}
+
+void ReplacementFile::TakePlace()
+{
+    NoteReplacement(place_.path, newFile_->Descriptor());
+    CheckPlace();
+    if (!newFile_->TakePlace(place_.name, old_.has_value())) {
+        if (errno == EEXIST && !old_)
+            throw ChangedByOthers();
+        throw FailureFor(errno, "save (the new file can't take the old one's place)");
+    }
+    FileDescriptor file = newFile_->Release();
+    NoteSaved(file.get());
+    if (old_)
+        FileLock::GiveTo(std::move(file), old_->identity);
+
+    // Without it the rename may not last. Some network file systems can't flush a folder and say that it makes no
+    // sense.
+    if (fsync(place_.folder.get()) != 0 && errno != EINVAL)
+        WarnOf(std::string("its folder could not be flushed to the disk (") + std::strerror(errno) +
+               "); a power cut may bring the old content back");
+    if (kind_ != Kind::Copy && oldNames_ > 1) {
+        const std::uint64_t others = oldNames_ - 1;
+        WarnOf(others == 1 ? "has 1 more name that keeps the old text"
+                           : "has " + std::to_string(others) + " more names that keep the old text");
+    }
+}
+
+void ReplacementFile::WriteIntoOldFile()
+{
+    const FileDescriptor file(
+        openat(place_.folder.get(), place_.name.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!file.IsOpen())
+        throw FailureFor(errno, "save (in place)");
+    CheckPlace();
+    if (const auto state = FileStateOf(file.get()); !state || state->identity != old_->identity)
+        throw ChangedByOthers();
+    // While the old content is still there.
+    if (!HasRoomFor(file.get(), position_))
+        throw FailureFor(errno, "save (in place)");
+
+    InPlaceWrite noted(AbsolutePath(place_.path), file.get(), AbsolutePath(newFolder_ + newFile_->Name()));
+    if (!WriteOver(file.get(), newFile_->Descriptor(), position_)) {
+        const int error = errno;
+        throw FailureFor(FileTroubleOf(error, place_.path), place_.path,
+                         std::string(std::strerror(error)) + ", half way; the next start completes it from \"" +
+                             noted.Copy() + "\", which holds the whole new content");
+    }
+    noted.End();
+    isWrittenInPlace_ = true;
+    NoteSaved(file.get());
+}
+
+void ReplacementFile::NoteSaved(int file)
+{
+    const auto state = FileStateOf(file);
+    if (!state)
+        WarnOf(std::string("is saved, but the system doesn't tell its new state (") + std::strerror(errno) + ")");
+    else if (opened_ != nullptr)
+        opened_->NoteOwnSave(*state);
 }
 
 void TouchFile(StringView path)
 {
     const std::string name = NativePath(path);
-    if (!MayWrite(name))
+    if (!MayWrite(AT_FDCWD, name))
         throw SystemFileFailure(errno, "save", name);
     const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};
     if (utimensat(AT_FDCWD, name.c_str(), times.data(), 0) == 0)
@@ -252,6 +345,30 @@ void TouchFile(StringView path)
     // Others than the owner may set both times to now, and nothing else.
     if (errno != EPERM || utimensat(AT_FDCWD, name.c_str(), nullptr, 0) != 0)
         throw SystemFileFailure(errno, "save", name);
+}
+
+void TouchFile(StringView path, OpenedFile& opened)
+{
+    const FilePlace place(NativePath(path), FilePlace::Links::FollowedIfOwn,
+                          [](FileTrouble trouble, const std::string& at, const std::string& reason) {
+                              return SystemFileFailure(trouble, "save", at, reason);
+                          });
+    if (!MayWrite(place.folder.get(), place.name))
+        throw SystemFileFailure(errno, "save", place.path);
+    if (FileStateIn(place.folder.get(), place.name) != opened.Expected() || (opened.IsRacy() && !opened.IsUnchanged()))
+        throw SystemFileFailure(FileTrouble::InUse, "save", place.path,
+                                "it was changed by another program since it was opened; run it again");
+    // By the file that is open, unless a save has put another one in its place.
+    const FileDescriptor saved(
+        opened.Expected().identity == opened.State().identity
+            ? -1
+            : openat(place.folder.get(), place.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const int file = saved.IsOpen() ? saved.get() : opened.Descriptor();
+    const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};
+    if (futimens(file, times.data()) != 0 && (errno != EPERM || futimens(file, nullptr) != 0))
+        throw SystemFileFailure(errno, "save", place.path);
+    if (const auto state = FileStateOf(file))
+        opened.NoteOwnSave(*state);
 }
 
 }  // namespace tessarine

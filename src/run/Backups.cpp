@@ -20,7 +20,7 @@ void RestoreFile(const String& backup, const String& path, bool takesReadOnly)
     if (FileExists(path) && !takesReadOnly && (GetAttributes(path).bits & FileAttribute::ReadOnly) != 0)
         throw Failure(FailureNumber::PermissionDenied,
                       u"Permission denied: could not write " + path + u" (it is read-only)");
-    CopyFile(backup, path);
+    CopyFileBack(backup, path);
 }
 
 }  // namespace

@@ -22,6 +22,8 @@ protected:
     const TemporaryFolder folder_;
 };
 
+using CopyingAFileBack = CopyingAFile;
+
 TEST_F(CopyingAFile, GivesContentAndModeToANewFile)
 {
     const std::string content = std::string(100000, 'x') + std::string("\0\r\n", 3);
@@ -84,19 +86,19 @@ TEST_F(CopyingAFile, OverwritesAReadOnlyTargetToo)
     EXPECT_EQ(ContentOf(target), "new");
 }
 
-TEST_F(CopyingAFile, KeepsALinkAndReplacesItsTarget)
+TEST_F(CopyingAFileBack, KeepsALinkAndReplacesItsTarget)
 {
     const String source = folder_.Write(u"a.bak", "new");
     const String target = folder_.Write(u"real/a.ppt", "old");
     std::filesystem::create_symlink("real/a.ppt", ToUtf8(folder_.PathOf(u"a.ppt")));
 
-    CopyFile(source, folder_.PathOf(u"a.ppt"));
+    CopyFileBack(source, folder_.PathOf(u"a.ppt"));
 
     EXPECT_EQ(ContentOf(target), "new");
     EXPECT_TRUE(std::filesystem::is_symlink(ToUtf8(folder_.PathOf(u"a.ppt"))));
 }
 
-TEST_F(CopyingAFile, KeepsTheOwnerOfAnOlderTarget)
+TEST_F(CopyingAFileBack, KeepsTheOwnerOfTheDocument)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only the superuser gives files away";
@@ -104,7 +106,7 @@ TEST_F(CopyingAFile, KeepsTheOwnerOfAnOlderTarget)
     const String target = folder_.Write(u"a.bak", "old");
     ASSERT_EQ(chown(ToUtf8(target).c_str(), 12345, 23456), 0);
 
-    CopyFile(source, target);
+    CopyFileBack(source, target);
 
     struct stat status = {};
     ASSERT_EQ(stat(ToUtf8(target).c_str(), &status), 0);

@@ -4,6 +4,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 namespace tessarine
 {
 
@@ -24,11 +26,15 @@ FlushRecorder::~FlushRecorder()
     recorder = nullptr;
 }
 
-void NoteFlush(int descriptor)
+/// False when the flush is to fail.
+bool NoteFlush(int descriptor)
 {
     struct stat status = {};
-    if (recorder != nullptr && fstat(descriptor, &status) == 0)
-        recorder->flushed_.emplace_back(S_ISDIR(status.st_mode) ? "folder" : "file");
+    if (recorder == nullptr || fstat(descriptor, &status) != 0)
+        return true;
+    const bool isFolder = S_ISDIR(status.st_mode);
+    recorder->flushed_.emplace_back(isFolder ? "folder" : "file");
+    return !isFolder || !recorder->failsFolders_;
 }
 
 }  // namespace tessarine
@@ -36,6 +42,9 @@ void NoteFlush(int descriptor)
 /// Takes the place of the C library's own in this program.
 extern "C" int fsync(int descriptor)
 {
-    tessarine::NoteFlush(descriptor);
+    if (!tessarine::NoteFlush(descriptor)) {
+        errno = EIO;
+        return -1;
+    }
     return static_cast<int>(syscall(SYS_fsync, descriptor));
 }

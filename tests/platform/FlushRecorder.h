@@ -17,10 +17,14 @@ public:
 
     const std::vector<std::string>& Flushed() const { return flushed_; }
 
+    /// From here on folders can't be flushed: the device fails.
+    void FailFolders() { failsFolders_ = true; }
+
 private:
-    friend void NoteFlush(int descriptor);
+    friend bool NoteFlush(int descriptor);
 
     std::vector<std::string> flushed_;
+    bool failsFolders_ = false;
 };
 
 }  // namespace tessarine

@@ -64,6 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"ReadWholeFile", [](const String& path, const String&) { ReadWholeFile(path); }},
         Row{"CopyFileFrom", [](const String& path, const String& other) { CopyFile(path, other + u".bak"); }},
         Row{"CopyFileTo", [](const String& path, const String& other) { CopyFile(other, path); }},
+        Row{"CopyFileBack", [](const String& path, const String& other) { CopyFileBack(other, path); }},
         Row{"DeleteFile", [](const String& path, const String&) { DeleteFile(path); }},
         Row{"GetAttributes", [](const String& path, const String&) { GetAttributes(path); }},
         Row{"SetAttributes",
@@ -79,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
                 const ReplacementFile file(path, ReplacementFile::Missing::IsMade);
             }},
         Row{"ReplacementFileOfACopy",
-            [](const String& path, const String&) { const ReplacementFile file(path, ReplacementFile::CopyOf{0600}); }},
+            [](const String& path, const String&) { const ReplacementFile file(path, ReplacementFile::CopyOf{-1}); }},
         Row{"TouchFile", [](const String& path, const String&) { TouchFile(path); }}),
     [](const testing::TestParamInfo<Row>& row) { return row.param.name; });
 

@@ -187,7 +187,8 @@ TEST(ReplacementFile, IsFlushedAndThenItsFolder)
 TEST(ReplacementFile, OfACopyFailsInTheClassicFamily)
 {
     const TemporaryFolder folder;
-    const ReplacementFile::CopyOf original{0644};
+    const RandomAccessFile source(folder.Write(u"source", "content"));
+    const ReplacementFile::CopyOf original{source.Descriptor()};
 
     EXPECT_EQ(NumberOf([&] { ReplacementFile file(folder.PathOf(u"none/file"), original); }),
               FailureNumber::PathNotFound);
@@ -198,7 +199,7 @@ TEST(ReplacementFile, OfACopyFailsInTheClassicFamily)
                   file.Commit();
               }),
               FailureNumber::DiskFull);
-    EXPECT_EQ(FilesIn(folder), 0);
+    EXPECT_EQ(FilesIn(folder), 1);
 }
 
 TEST(ReplacementFile, FollowsChainsOfLinks)

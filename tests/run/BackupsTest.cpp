@@ -117,6 +117,9 @@ TEST_F(RestoringBackups, StopsAtAFileThatCannotBeWritten)
 
     {
         const OrdinaryUser user;
+        // A file of another owner would not be put back at all.
+        for (const char16_t* name : {u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"})
+            user.TakeOver(folder_.PathOf(name));
         project_->RestoreBackupFiles(u"");
     }
 

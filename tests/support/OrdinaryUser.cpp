@@ -63,6 +63,16 @@ OrdinaryUser::~OrdinaryUser()
     }
 }
 
+void OrdinaryUser::TakeOver(StringView path) const
+{
+    const uid_t self = geteuid();
+    if (self == user_)
+        return;
+    // Only the superuser gives files away.
+    if (seteuid(user_) != 0 || chown(ToUtf8(path).c_str(), self, static_cast<gid_t>(-1)) != 0 || seteuid(self) != 0)
+        throw std::runtime_error("the file can't be given away: " + ToUtf8(path));
+}
+
 bool OrdinaryUser::IsAnotherUser() const
 {
     return geteuid() != user_;

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 
+#include "platform/String.h"
+
 namespace tessarine
 {
 
@@ -19,6 +21,9 @@ public:
 
     /// True when files that were made before belong to somebody else now.
     bool IsAnotherUser() const;
+
+    /// Makes a file that was made before this user's own.
+    void TakeOver(StringView path) const;
 
 private:
     uid_t user_;

@@ -18,11 +18,11 @@ namespace
 {
 
 /// The reader for what a file is by its content; a failure for what there is no reader for.
-std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes> bytes)
+std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes> bytes, const SaveTerms& terms)
 {
     switch (FileKindOf(*bytes)) {
         case FileKind::Package:
-            return std::make_shared<PresentationFile>(std::move(bytes));
+            return std::make_shared<PresentationFile>(std::move(bytes), Limits::Default(), terms);
         case FileKind::EncryptedPackage:
             throw Failure(FailureNumber::Unspecified,
                           u"The presentation is encrypted and needs a password to be opened");
@@ -47,6 +47,8 @@ std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes
 class PresentationsObject final : public powerpoint::Presentations
 {
 public:
+    explicit PresentationsObject(const SaveTerms& terms) : terms_(terms) {}
+
     std::shared_ptr<powerpoint::Presentation> Open(const String& FileName, powerpoint::TriState, powerpoint::TriState,
                                                    powerpoint::TriState) override
     {
@@ -79,50 +81,58 @@ private:
 
     std::shared_ptr<powerpoint::Presentation> OpenFile(const String& path)
     {
-        auto bytes = std::make_unique<RandomAccessFile>(path);
+        auto bytes = std::make_unique<RandomAccessFile>(path, RandomAccessFile::Use::Saving);
         const RandomAccessFile::Identity id = bytes->Id();
         // Closed is what nobody holds any more, whether Close was called or not.
         std::erase_if(open_, [](const OpenPresentation& entry) { return entry.reader.expired(); });
         if (std::ranges::any_of(open_, [&](const OpenPresentation& entry) { return entry.Is(id); }))
             throw Failure(FailureNumber::SharingViolation, u"The presentation is open already");
 
-        auto reader = OpenReader(std::move(bytes));
+        auto reader = OpenReader(std::move(bytes), terms_);
         open_.push_back({id, path, reader});
         return MakePresentation(std::move(reader), path);
     }
 
+    SaveTerms terms_;
     std::vector<OpenPresentation> open_;
 };
 
 class ApplicationObject final : public powerpoint::Application
 {
 public:
+    explicit ApplicationObject(const SaveTerms& terms) : presentations_(std::make_shared<PresentationsObject>(terms)) {}
+
     std::shared_ptr<powerpoint::Presentations> Presentations() override { return presentations_; }
     void PutDisplayAlerts(std::int32_t) override {}       // the engine never asks anything
     void PutAutomationSecurity(std::int32_t) override {}  // macros are never run
     void Quit() override { presentations_->CloseAll(); }
 
 private:
-    std::shared_ptr<PresentationsObject> presentations_ = std::make_shared<PresentationsObject>();
+    std::shared_ptr<PresentationsObject> presentations_;
 };
 
 class ProviderObject final : public powerpoint::Provider
 {
 public:
+    explicit ProviderObject(const SaveTerms& terms) : terms_(terms) {}
+
     std::shared_ptr<powerpoint::Application> CreateApplication() override
     {
-        return std::make_shared<ApplicationObject>();
+        return std::make_shared<ApplicationObject>(terms_);
     }
 
     /// Applications live in their users' hands; none runs by itself.
     std::shared_ptr<powerpoint::Application> AttachToRunning() override { return nullptr; }
+
+private:
+    SaveTerms terms_;
 };
 
 }  // namespace
 
-std::shared_ptr<powerpoint::Provider> CreateProvider()
+std::shared_ptr<powerpoint::Provider> CreateProvider(const SaveTerms& terms)
 {
-    return std::make_shared<ProviderObject>();
+    return std::make_shared<ProviderObject>(terms);
 }
 
 }  // namespace tessarine::builtin

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "model/PowerPoint.h"
+#include "platform/SaveTerms.h"
 
 namespace tessarine::builtin
 {
@@ -20,6 +21,10 @@ namespace tessarine::builtin
 ///
 /// It never raises `ServerGone` or `RemoteCallFailed`, after which a run would start PowerPoint again and try the file
 /// once more.
-std::shared_ptr<powerpoint::Provider> CreateProvider();
+///
+/// `Presentation::Save` raises what ReplacementFile does: among others `SharingViolation` for a file that others have
+/// changed since it was opened, and `AccessDenied` for one whose attributes can't be kept. `terms` say when a file is
+/// written in place instead.
+std::shared_ptr<powerpoint::Provider> CreateProvider(const SaveTerms& terms = {});
 
 }  // namespace tessarine::builtin

@@ -2,7 +2,9 @@
 
 #include "KilledProcess.h"
 #include "model/Project.h"
+#include "platform/Leftovers.h"
 #include "SavedDeck.h"
+#include "support/AccessList.h"
 
 namespace tessarine::test
 {
@@ -46,6 +48,42 @@ TEST(KilledSave, LeavesTheOldOrTheNewFileAtEverySystemCall)
     EXPECT_GT(kills, oldFiles + 2);
 }
 
+TEST(KilledSave, LetsNobodyInWhomTheOldFileKeepsOut)
+{
+    const SavedDeck deck(SmallDeck());
+    using Entry = AccessEntry;
+    // One stranger may read, the own group may not: without the list, the mode 0640 would let the group in.
+    const std::string list = AccessList(
+        {{Entry::Owner, 6}, {Entry::User, 4, 12345}, {Entry::OwningGroup, 0}, {Entry::Mask, 4}, {Entry::Others, 0}});
+    std::size_t kills = 0;
+    std::size_t leftovers = 0;
+
+    for (Outcome outcome = Outcome::Killed; outcome == Outcome::Killed; ++kills) {
+        SetMode(deck.Path(), 0640);
+        const bool hasList = SetAttribute(deck.Path(), AccessListAttribute, list);
+        outcome = SaveKilledAt(kills, deck);
+        if (outcome == Outcome::NotTraceable)
+            GTEST_SKIP() << "processes can't be traced here";
+
+        ASSERT_EQ(ModeOf(deck.Path()), 0640u) << "killed at stop " << kills;
+        ASSERT_EQ(AttributeOf(deck.Path(), AccessListAttribute), hasList ? list : "<missing>")
+            << "killed at stop " << kills;
+        for (const std::string& name : deck.OtherFiles()) {
+            const String path = deck.Folder().PathOf(FromUtf8(name));
+            const bool isOwnersAlone = ModeOf(path) == 0600u;
+            const bool isAsTheOld =
+                ModeOf(path) == 0640u && AttributeOf(path, AccessListAttribute) == (hasList ? list : "<missing>");
+            ASSERT_TRUE(isOwnersAlone || isAsTheOld) << "killed at stop " << kills;
+            ++leftovers;
+        }
+        EXPECT_LE(RemoveLeftovers(deck.Folder().Path()), 1u);
+        ASSERT_THAT(deck.OtherFiles(), testing::IsEmpty()) << "killed at stop " << kills;
+        deck.Restore();
+    }
+
+    EXPECT_GT(leftovers, 10u);
+}
+
 /// A folder in which a save was killed halfway, with the half-written file that it left.
 class LeftoverTest : public testing::Test
 {
@@ -71,6 +109,14 @@ TEST_F(LeftoverTest, OfAKilledSaveIsNoFileOfTheNextJob)
 
     EXPECT_EQ(project->GetFileToProcessFileCount(), 1);
     EXPECT_THAT(project->FilesToProcess, testing::ElementsAre(deck_.Path()));
+}
+
+TEST_F(LeftoverTest, OfAKilledSaveIsRemovedOnRequest)
+{
+    EXPECT_EQ(RemoveLeftovers(deck_.Folder().Path()), 1u);
+
+    EXPECT_THAT(deck_.OtherFiles(), testing::IsEmpty());
+    EXPECT_TRUE(deck_.Opens());
 }
 
 TEST_F(LeftoverTest, OfAKilledSaveDoesNotDisturbTheNextSave)

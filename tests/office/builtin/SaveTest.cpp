@@ -363,10 +363,10 @@ TEST(Save, SucceedsOnceTheObstacleIsGone)
     const DeckOnDisk deck(FewParts());
     const auto presentation = deck.Open();
     ReplaceFirst(*presentation);
-    const std::string hidden = ToUtf8(deck.Folder().PathOf(u"hidden.pptx"));
-    std::filesystem::rename(ToUtf8(deck.Path()), hidden);
+    const std::string folder = ToUtf8(deck.Folder().Path());
+    std::filesystem::rename(folder, folder + ".hidden");
     EXPECT_NE(RaisedBy([&] { presentation->Save(); }).number, 0);
-    std::filesystem::rename(hidden, ToUtf8(deck.Path()));
+    std::filesystem::rename(folder + ".hidden", folder);
 
     presentation->Save();
 

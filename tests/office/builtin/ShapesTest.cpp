@@ -8,7 +8,6 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-const std::string slidePart = "ppt/slides/slide1.xml";
 const std::string office2010 = "http://schemas.microsoft.com/office/powerpoint/2010/main";
 
 /// Which of the shapes of a slide hold a text.
@@ -196,11 +195,11 @@ TEST(AlternateContents, WithTheSameTextInBothBranchesAreEditedAlike)
         ReplaceInShape(presentation, 1, 1, u"see", u"read\nof");
     });
 
-    EXPECT_EQ(deck.Package().Entry(slidePart).bytes,
+    EXPECT_EQ(deck.Package().Entry(slide1).bytes,
               Deck(before)
-                  .Edit(slidePart, "<a:t>see Fabrikam</a:t></a:r></a:p>",
+                  .Edit(slide1, "<a:t>see Fabrikam</a:t></a:r></a:p>",
                         "<a:t>read</a:t></a:r></a:p><a:p><a:r><a:t>of</a:t></a:r><a:r><a:t> Contoso</a:t></a:r></a:p>")
-                  .EntryBytes(slidePart));
+                  .EntryBytes(slide1));
 }
 
 TEST(AlternateContents, WithOtherTextInTheFallbackKeepIt)
@@ -213,8 +212,8 @@ TEST(AlternateContents, WithOtherTextInTheFallbackKeepIt)
         ReplaceInShape(presentation, 1, 1, u"Fabrikam Ltd", u"x");
     });
 
-    EXPECT_EQ(deck.Package().Entry(slidePart).bytes,
-              Deck(before).Edit(slidePart, "<a:t>Fabrikam</a:t>", "<a:t>x</a:t>").EntryBytes(slidePart));
+    EXPECT_EQ(deck.Package().Entry(slide1).bytes,
+              Deck(before).Edit(slide1, "<a:t>Fabrikam</a:t>", "<a:t>x</a:t>").EntryBytes(slide1));
 }
 
 TEST(AlternateContents, WhoseFallbackAppliesKeepTheChoice)
@@ -228,11 +227,11 @@ TEST(AlternateContents, WhoseFallbackAppliesKeepTheChoice)
         ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"x");
     });
 
-    EXPECT_EQ(deck.Package().Entry(slidePart).bytes,
+    EXPECT_EQ(deck.Package().Entry(slide1).bytes,
               Deck(before)
-                  .Edit(slidePart, "<a:t>Fabrikam</a:t></a:r></a:p></p:txBody></p:sp></mc:Fallback>",
+                  .Edit(slide1, "<a:t>Fabrikam</a:t></a:r></a:p></p:txBody></p:sp></mc:Fallback>",
                         "<a:t>x</a:t></a:r></a:p></p:txBody></p:sp></mc:Fallback>")
-                  .EntryBytes(slidePart));
+                  .EntryBytes(slide1));
 }
 
 }  // namespace

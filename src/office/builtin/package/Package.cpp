@@ -25,8 +25,8 @@ std::optional<std::string> PartNameOfOddEntry(std::string_view entryName)
 
 }  // namespace
 
-Package::Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits)
-    : bytes_(std::move(bytes)), limits_(limits), directory_(*bytes_, limits_)
+Package::Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits, const SaveTerms& terms)
+    : bytes_(std::move(bytes)), limits_(limits), terms_(terms), directory_(*bytes_, limits_)
 {
     const auto& entries = directory_.Entries();
     byName_.reserve(entries.size());
@@ -91,6 +91,7 @@ std::string_view Package::ReadInto(std::string& memory, Entry entry) const
 {
     if (const auto replaced = changes_.replaced.find(entry); replaced != changes_.replaced.end())
         return memory = replaced->second;
+    FailIfOverwritten();
 
     const ZipEntry& zip = directory_.Entries()[entry];
     if (zip.IsEncrypted())
@@ -259,14 +260,25 @@ void Package::Save(StringView path)
     // First of all: a file whose date moves looks saved.
     if (halfEdit_)
         throw *halfEdit_;
+    FailIfOverwritten();
+    OpenedFile* const opened = bytes_->Opened();
     if (!IsChanged()) {
-        TouchFile(path);
+        opened ? TouchFile(path, *opened) : TouchFile(path);
         return;
     }
     PutEditedXml();
-    ReplacementFile target(path);
+    ReplacementFile target = opened ? ReplacementFile(path, *opened, terms_)
+                                    : ReplacementFile(path, ReplacementFile::Missing::Fails, terms_);
     WriteZip(*bytes_, directory_, changes_, target);
     target.Commit();
+    isOverwritten_ = opened && target.WasWrittenInPlace();
+}
+
+void Package::FailIfOverwritten() const
+{
+    if (isOverwritten_)
+        throw Failure(FailureNumber::WriteFault,
+                      u"The presentation was saved in place; open it again to go on working with it");
 }
 
 }  // namespace tessarine::builtin

@@ -18,6 +18,7 @@
 #include "office/builtin/zip/ZipWriter.h"
 #include "platform/Failure.h"
 #include "platform/RandomAccessFile.h"
+#include "platform/SaveTerms.h"
 
 namespace tessarine::builtin
 {
@@ -33,7 +34,8 @@ public:
     using Entry = std::size_t;  ///< The number of an entry of the zip file, in the order of its directory.
 
     /// Raises `FileCorrupt` for a file that isn't a zip file or is damaged.
-    explicit Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default());
+    explicit Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default(),
+                     const SaveTerms& terms = {});
 
     const Limits& limits() const { return limits_; }
 
@@ -86,9 +88,13 @@ public:
     /// True when a save would write something else than what is there.
     bool IsChanged() const;
 
-    /// Replaces the file by one with the edits, all or nothing. Without edits only its modification time moves. May be
-    /// called again; `path` is a file with the bytes that were opened, or the result of the save before. Raises
-    /// `FileCorrupt` when the edited relationships or content types would not read as they were meant.
+    /// Replaces the file by one with the edits, all or nothing. Without edits only its modification time moves. `path`
+    /// leads to the file that was opened, or to the result of the save before. Raises `SharingViolation` when it does
+    /// not, or when others have changed that file since (ReplacementFile), and `FileCorrupt` when the edited
+    /// relationships or content types would not read as they were meant.
+    ///
+    /// May be called again, but not after a save that wrote into the file itself (SaveTerms): the old parts are gone
+    /// then, and reading and saving raise `WriteFault`.
     void Save(StringView path);
 
 private:
@@ -97,8 +103,12 @@ private:
     std::string_view ReadInto(std::string& memory, Entry entry) const;
     bool NeedsDecoding(std::string_view bytes, Entry entry) const;
 
+    void FailIfOverwritten() const;
+
     std::unique_ptr<RandomAccessBytes> bytes_;
     Limits limits_;
+    SaveTerms terms_;
+    bool isOverwritten_ = false;  // by a save in place
     ZipDirectory directory_;
     std::unordered_map<std::string_view, Entry, PartNameHash, PartNameEqual> byName_;
     std::optional<ContentTypes> types_;

@@ -33,8 +33,9 @@ constexpr std::string_view noPresentation = "The file is not a presentation";
 
 }  // namespace
 
-PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits)
-    : package_(std::move(bytes), limits)
+PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits,
+                                   const SaveTerms& terms)
+    : package_(std::move(bytes), limits, terms)
 {
     if (!package_.Find(ContentTypes::entryName)) {
         // OpenDocument files are zip files with such an entry: no damage, but something else.

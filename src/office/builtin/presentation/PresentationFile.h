@@ -24,7 +24,8 @@ class PresentationFile final : public PresentationReader
 public:
     /// Raises `BadFormat` for a package that holds no presentation, `FileCorrupt` for a damaged one (also when a slide
     /// is named but missing), and `Unspecified` for one that is protected against changes by a password.
-    explicit PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default());
+    explicit PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits = Limits::Default(),
+                              const SaveTerms& terms = {});
 
     std::size_t SlideCount() override { return slides_.size(); }
     PageReader& Slide(std::size_t slide) override { return Part(slides_[slide]); }
