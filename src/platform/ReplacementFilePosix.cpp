@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 
 #include "platform/ErrorLog.h"
@@ -364,7 +365,10 @@ void TouchFile(StringView path, OpenedFile& opened)
             ? -1
             : openat(place.folder.get(), place.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     const int file = saved.IsOpen() ? saved.get() : opened.Descriptor();
-    const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};
+    // A date of our own choice, not the system's now: the journal must know it before the file has it.
+    std::array<timespec, 2> times{{{0, UTIME_OMIT}, {}}};
+    clock_gettime(CLOCK_REALTIME_COARSE, &times[1]);
+    NoteNewDate(file, times[1]);
     if (futimens(file, times.data()) != 0 && (errno != EPERM || futimens(file, nullptr) != 0))
         throw SystemFileFailure(errno, "save", place.path);
     if (const auto state = FileStateOf(file))

@@ -47,6 +47,10 @@ private:
 /// rename. Costs nothing while no journal has begun an entry. Never raises: what can't be noted is not put back.
 void NoteReplacement(const std::string& target, int newFile) noexcept;
 
+/// The same for a file that stays in its place and gets another date: `file` is open, and `lastWrite` is the date that
+/// it is about to get, or has got.
+void NoteNewDate(int file, const timespec& lastWrite) noexcept;
+
 /// A write into an old file itself, which a crash leaves half done. Once it is noted, the next start of the program
 /// completes it from a copy of the whole new content.
 class InPlaceWrite

@@ -45,10 +45,10 @@ struct NotedFileState {
         return status.st_dev == device && std::find(files.begin(), files.end(), status.st_ino) != files.end();
     }
 
-    void AddContent(int file)
+    void AddContent(std::optional<FileMark> mark)
     {
         // What can't be noted is not put back: a run that saves must not fail for it.
-        if (const auto mark = MarkOf(file)) {
+        if (mark) {
             files.push_back(mark->file);
             static_cast<void>(journal->Append(JournalLine(ContentEntry{*mark}.Fields())));
         }
@@ -127,7 +127,16 @@ void NoteReplacement(const std::string& target, int newFile) noexcept
         return;
     struct stat old = {};
     if (stat(target.c_str(), &old) == 0 && noted->Holds(old))
-        Skip([&] { noted->AddContent(newFile); });
+        Skip([&] { noted->AddContent(MarkOf(newFile)); });
+}
+
+void NoteNewDate(int file, const timespec& lastWrite) noexcept
+{
+    struct stat status = {};
+    if (noted != nullptr && fstat(file, &status) == 0 && noted->Holds(status))
+        Skip([&] {
+            noted->AddContent(FileMark{status.st_ino, static_cast<std::uint64_t>(status.st_size), lastWrite});
+        });
 }
 
 InPlaceWrite::InPlaceWrite(const std::string& target, int oldFile, const std::string& copy)
@@ -159,7 +168,7 @@ void InPlaceWrite::End() noexcept
     struct stat status = {};
     // First the mode and dates that are to come back: without the journal of the write nobody would know this content.
     if (noted != nullptr && fstat(oldFile_, &status) == 0 && noted->Holds(status))
-        Skip([&] { noted->AddContent(oldFile_); });
+        Skip([&] { noted->AddContent(MarkOf(oldFile_)); });
     unlink(copy_.c_str());
     journal_->Remove();
     journal_.reset();

@@ -163,6 +163,23 @@ TEST_F(KilledRun, LeavesAFileWithItsDateAlreadyThatGetsItsMode)
     EXPECT_EQ(LastWriteOf(file_), 1100000000);
 }
 
+TEST_F(KilledRun, LeavesAFileThatGotANewDateAloneToItsOldOne)
+{
+    InKilledProcess([this] {
+        RunJournal journal;
+        BeginOn(journal, file_);
+        const FileDescriptor file(open(ToUtf8(file_).c_str(), O_RDONLY | O_CLOEXEC));
+        NoteNewDate(file.get(), {1200000000, 333});
+        SetTimes(file_, {1200000000, 0}, {1200000000, 333});
+        kill(getpid(), SIGKILL);
+    });
+
+    EXPECT_THAT(TextsOfRecovery(), SizeIs(1));
+
+    EXPECT_EQ(ModeOf(file_), 0444u);
+    EXPECT_EQ(LastWriteOf(file_), 1100000000);
+}
+
 TEST_F(KilledRun, SaysNothingOfAFileThatHasAllItHad)
 {
     InKilledProcess([this] {
