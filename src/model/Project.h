@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 #include <vector>
 
 #include "model/CustomProperties.h"
@@ -142,6 +143,7 @@ private:
     bool CheckFileExt(const String& path) const;  // a file that is there and that a pattern takes
     void RaiseManualInterventionRequired();
 
+    std::unordered_set<String> tidiedFolders_;  // whose leftovers were removed since the last count
     std::shared_ptr<powerpoint::Provider> provider_;
     std::shared_ptr<powerpoint::Application> application_;  // null between runs
     String path_;                                           // always empty, see SaveProject

@@ -8,11 +8,13 @@
 #include <cstring>
 #include <optional>
 
+#include "platform/ErrorLog.h"
 #include "platform/FileDescriptor.h"
 #include "platform/FileFailure.h"
 #include "platform/FileLock.h"
 #include "platform/HalfWrittenFile.h"
 #include "platform/JournalFile.h"
+#include "platform/Leftovers.h"
 #include "platform/MarkedFile.h"
 #include "platform/RunJournal.h"
 
@@ -241,6 +243,9 @@ std::vector<RecoveredFile> RecoverFromKilledRuns()
         for (std::size_t i = 0; i < journals.size(); ++i)
             if (outcomes[i] == Outcome::Settled && RecoverFiles(journals[i].lines, recovery) == Outcome::Settled)
                 journals[i].file->Remove();
+        // Where a save into a file itself makes its new content when the file's own folder is closed.
+        if (!ApplicationDataFolder.empty())
+            RemoveLeftovers(ApplicationDataFolder);
     } catch (...) {
         // Out of memory: the journals stay for the next start.
     }

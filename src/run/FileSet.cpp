@@ -57,6 +57,7 @@ std::int32_t Project::GetFileToProcessFileCount()
 {
     return LogAndReturn({u"GetFileToProcessFileCount", ProjectPlace}, [&] {
         FilesToProcess.clear();
+        tidiedFolders_.clear();
         // Emptied before anything can fail, so that a missing folder does not leave the files of the count before.
         const ProjectOptions& jobOptions = *NotNull(options);
         AllowedExtensionPatterns.clear();

@@ -4,6 +4,8 @@
 
 #include "model/LogPlaces.h"
 #include "platform/ErrorLog.h"
+#include "platform/FolderOf.h"
+#include "platform/Leftovers.h"
 #include "platform/Messages.h"
 #include "platform/Warnings.h"
 #include "run/BackupPaths.h"
@@ -144,6 +146,7 @@ RunLoop::Step RunLoop::Begin()
     }
 
     if (Saves()) {
+        TidyFolder();
         // Before the backup, which would be of a content that another run is about to replace.
         if (const auto refusal = FailureOf([&] { lock_.emplace(path_); })) {
             mode_ = Mode::Captured;
@@ -298,6 +301,13 @@ void RunLoop::CloseUntouched()
     engine_.xPresentation.reset();
     // Only Begin of this very file can have cleared them, and nothing was saved that they would stand in the way of.
     PutBackAttributes();
+}
+
+void RunLoop::TidyFolder()
+{
+    const StringView folder = FolderOf(StringView(path_));
+    if (project_.tidiedFolders_.emplace(folder).second)
+        RemoveLeftovers(folder.empty() ? u"." : folder);
 }
 
 void RunLoop::NoteForNextStart()

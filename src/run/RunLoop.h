@@ -65,6 +65,7 @@ private:
     void StartAgain();
 
     bool Saves() const { return !engine_.mIsFindOnly; }
+    void TidyFolder();         // of what killed runs have left, once for each folder
     void NoteForNextStart();   // in the journal, before the file's attributes or dates change
     void PutBackAttributes();  // a failure is a warning
     void LetGo();              // of the file that the loop was at

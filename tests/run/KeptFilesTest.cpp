@@ -61,6 +61,7 @@ using LockedFile = KeptFiles;
 using NotedFile = KeptFiles;
 using WarningOfARun = KeptFiles;
 using FileOfALogLine = KeptFiles;
+using LeftoverOfAKilledRun = KeptFiles;
 
 TEST_F(LockedFile, IsPassedOverWithoutABackupOrAChange)
 {
@@ -223,6 +224,24 @@ TEST_F(WarningOfARun, TellsOfDatesThatDoNotComeBack)
     ASSERT_EQ(stat(ToUtf8(victim).c_str(), &after), 0);
     EXPECT_EQ(after.st_mode, before.st_mode);
     EXPECT_EQ(after.st_mtim.tv_nsec, before.st_mtim.tv_nsec);
+}
+
+TEST_F(LeftoverOfAKilledRun, IsRemovedByTheNextRunThatSaves)
+{
+    AddFile(u"a.ppt");
+    AddFile(u"sub/b.ppt");
+    const String first = folder_.Write(u".tessarine-abcdef");
+    const String second = folder_.Write(u"sub/.tessarine-ABC123");
+    const String other = folder_.Write(u".tessarine-mine");
+
+    project_->Search();
+
+    EXPECT_TRUE(FileExists(first) && FileExists(second));
+
+    project_->Replacement();
+
+    EXPECT_FALSE(FileExists(first) || FileExists(second));
+    EXPECT_TRUE(FileExists(other));
 }
 
 TEST_F(FileOfALogLine, IsNamedAfterEachFailure)
