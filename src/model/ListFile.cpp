@@ -211,7 +211,7 @@ void FindAndReplaceItems::ExportWorkbook(const String& path)
 void FindAndReplaceItems::ExportText(const String& path) const
 {
     // An older file stays until the new one is complete.
-    ReplacementFile file(path, ReplacementFile::Missing::IsMade);
+    ReplacementFile file(path, ReplacementFile::Missing::IsMade, {.inPlaceWhereFolderIsClosed = true});
     const auto write = [&](const String& line) {
         const std::string bytes = ToUtf8(line);
         file.Write(std::as_bytes(std::span(bytes)));

@@ -202,12 +202,13 @@ std::unique_ptr<RandomAccessFile> OldFile(const String& path)
     }
 }
 
-/// Puts the block over the start of a file, all or nothing. A file is not emptied first, so the tail of an older one
+/// Puts the block over the start of a file, all or nothing; into the file itself where its folder takes no other one. A
+/// file is not emptied first, so the tail of an older one
 /// that is longer stays after the block: readers take the length that the block gives.
 void StoreBlock(const String& path, std::string_view block)
 {
     const auto old = OldFile(path);
-    ReplacementFile file(path, ReplacementFile::Missing::IsMade);
+    ReplacementFile file(path, ReplacementFile::Missing::IsMade, {.inPlaceWhereFolderIsClosed = true});
     file.Write(std::as_bytes(std::span(block)));
     if (old && old->Size() > block.size())
         file.CopyFrom(*old, block.size(), old->Size() - block.size());

@@ -272,6 +272,20 @@ TEST_F(ListExport, ThatCannotWriteATabFileLeavesTheOldOne)
     EXPECT_EQ(list.FileFailure->number, FailureNumber::AccessDenied);
 }
 
+TEST_F(ListExport, WritesIntoATabFileWhereItsFolderIsClosed)
+{
+    const String path = folder_.Write(u"list.tab", "old");
+    SetMode(path, 0666);
+    SetMode(folder_.Path(), 0555);
+    const OrdinaryUser user;
+    FindAndReplaceItems list;
+
+    list.ExportsList(path);
+
+    EXPECT_EQ(ContentOf(path), headerLine);
+    EXPECT_FALSE(list.FileFailure);
+}
+
 TEST_F(ListExport, WritesNoOtherFileForAPathWithANul)
 {
     const String path = folder_.Write(u"list.tab", "old");

@@ -3,6 +3,9 @@
 #include <limits>
 
 #include "model/ProjectFileTest.h"
+#include "platform/ErrorLog.h"
+#include "platform/Files.h"
+#include "platform/FileState.h"
 #include "support/OrdinaryUser.h"
 
 namespace tessarine
@@ -243,6 +246,38 @@ TEST_F(ProjectSave, LeavesAFileThatCantBeWritten)
     EXPECT_THAT(log_.Lines(),
                 ElementsAre(HasSubstr("in procedure SaveAsProject at Line No. 0 of Class Module Project")));
     EXPECT_EQ(ContentOf(path_), "old");
+}
+
+TEST_F(ProjectSave, WritesIntoTheFileWhereItsFolderIsClosed)
+{
+    const ProjectOwner project;
+    const std::string block = ContentOf(Save(project, folder_.PathOf(u"alone.tsq")));
+    folder_.Write(u"job.tsq", "old");
+    SetMode(path_, 0666);
+    const auto before = FileStateOf(path_);
+    SetMode(folder_.Path(), 0555);
+    {
+        const OrdinaryUser user;
+        Save(project, path_);
+    }
+
+    EXPECT_TRUE(ContentOf(path_) == block);
+    EXPECT_EQ(FileStateOf(path_)->identity, before->identity);
+    EXPECT_THAT(log_.Lines(), testing::IsEmpty());
+    EXPECT_THAT(FilesOfFolder(ApplicationDataFolder), testing::IsEmpty());
+}
+
+TEST_F(ProjectSave, MakesNoFileInAClosedFolder)
+{
+    const ProjectOwner project;
+    SetMode(folder_.Path(), 0555);
+    {
+        const OrdinaryUser user;
+        Save(project, path_);
+    }
+
+    EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr("in procedure SaveAsProject")));
+    EXPECT_EQ(ContentOf(path_), "<missing>");
 }
 
 TEST_F(ProjectSave, LeavesAFileThatMayBeWrittenButNotRead)

@@ -77,7 +77,7 @@ void SaveSheet(const String& path, const Sheet& sheet)
     WithNumberOfApplication(path, [&] {
         // Before the file is touched: a sheet that can't be written leaves it as it was.
         const std::string bytes = FileOf(path, sheet);
-        ReplacementFile file(path, ReplacementFile::Missing::IsMade);
+        ReplacementFile file(path, ReplacementFile::Missing::IsMade, {.inPlaceWhereFolderIsClosed = true});
         file.Write(std::as_bytes(std::span(bytes)));
         file.Commit();
     });

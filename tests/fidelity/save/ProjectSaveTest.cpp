@@ -4,8 +4,12 @@
 
 #include "KilledProcess.h"
 #include "model/Project.h"
+#include "platform/ErrorLog.h"
+#include "platform/Files.h"
 #include "platform/FileSizeLimit.h"
+#include "platform/RunJournal.h"
 #include "support/ErrorLogRecorder.h"
+#include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine::test
@@ -117,6 +121,40 @@ TEST_F(SavedProjectTest, LoadsAsTheOldOrTheNewOneAfterAKilledSave)
     // The rename lies in between: kills before it and kills after it have both been seen.
     EXPECT_GT(oldFiles, 10u);
     EXPECT_GT(kills, oldFiles + 2);
+}
+
+TEST_F(SavedProjectTest, InAClosedFolderIsTheOldOrTheNewOneAfterTheNextStart)
+{
+    SetMode(path_, 0666);
+    std::size_t kills = 0;
+    std::size_t newFiles = 0;
+
+    for (Outcome outcome = Outcome::Killed; outcome == Outcome::Killed; ++kills) {
+        SetMode(folder_.Path(), 0555);
+        outcome = KillSaveAt(
+            kills, [] {},
+            [&] {
+                const OrdinaryUser user;
+                Save(shorter_);
+            });
+        if (outcome == Outcome::NotTraceable)
+            GTEST_SKIP() << "processes can't be traced here";
+        {
+            const OrdinaryUser user;
+            RecoverFromKilledRuns();
+        }
+
+        const std::string bytes = ContentOf(path_);
+        ASSERT_TRUE(bytes == old_ || bytes == new_) << "killed at stop " << kills;
+        newFiles += bytes == new_ ? 1 : 0;
+        EXPECT_TRUE(outcome == Outcome::Killed || bytes == new_);
+        ASSERT_THAT(FilesOfFolder(ApplicationDataFolder), testing::IsEmpty()) << "killed at stop " << kills;
+        SetMode(folder_.Path(), 0755);
+        Restore();
+    }
+
+    EXPECT_GT(newFiles, 10u) << "the save was killed amid its write, too";
+    EXPECT_GT(kills, newFiles + 10);
 }
 
 TEST_F(SavedProjectTest, IsMissingOrWholeAfterAKilledFirstSave)

@@ -8,6 +8,8 @@
 #include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/FileSizeLimit.h"
+#include "support/ErrorLogRecorder.h"
+#include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine::sheets
@@ -128,6 +130,22 @@ TEST(SheetFile, StaysAsItWasWhenTheDiskIsFull)
 
     EXPECT_EQ(ContentOf(path), "old");
     EXPECT_EQ(FilesOfFolder(folder.Path()).size(), 1u);
+}
+
+TEST(SheetFile, IsWrittenInPlaceWhereItsFolderIsClosed)
+{
+    const ErrorLogRecorder dataFolder;
+    const TemporaryFolder folder;
+    SaveSheet(folder.PathOf(u"open.xls"), Sample());
+    const String path = folder.Write(u"list.xls", "old");
+    SetMode(path, 0666);
+    SetMode(folder.Path(), 0555);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(FailureOfCall([&] { SaveSheet(path, Sample()); }), "");
+    }
+
+    EXPECT_TRUE(ContentOf(path) == ContentOf(folder.PathOf(u"open.xls")));
 }
 
 TEST(SheetFile, StaysAsItWasWhenTheSheetDoesNotFit)
