@@ -89,7 +89,7 @@ struct BackupCommands::Backups {
 };
 
 BackupCommands::BackupCommands(const BatchCall& call, const std::vector<JobFile>& files)
-    : owners_(call, files), anyBackup_(call.anyBackup), readOnly_(call.readOnly)
+    : owners_(call, files), anyBackup_(call.anyBackup), readOnly_(call.readOnly), terms_(SaveTermsOf(call))
 {
 }
 
@@ -109,7 +109,7 @@ BackupReport BackupCommands::Restore(const String& path)
 
         if (FileExists(path) && (GetAttributes(path).bits & FileAttribute::ReadOnly) != 0 && !readOnly_)
             Fail(u"Read Only File.");
-        CopyFileBack(newest.path, path, {}, [&](const CopiedContent& content) {
+        CopyFileBack(newest.path, path, terms_, [&](const CopiedContent& content) {
             // What was copied is what counts: somebody may have written to the backup since it was looked at.
             if (!anyBackup_ && !backups.folder->IsRecorded(NameWithin(newest.path), backups.original, content))
                 Fail(u"The backup " + newest.path + u" is being changed by another program.");

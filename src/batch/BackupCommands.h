@@ -86,6 +86,7 @@ private:
     BackupOwners owners_;
     bool anyBackup_;
     bool readOnly_;
+    SaveTerms terms_;
     String folderPath_;
     std::unique_ptr<BackupFolder> folder_;  // of the last file: files come folder by folder
 };

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/OptionSetting.h"
+#include "platform/SaveTerms.h"
 #include "platform/String.h"
 
 namespace tessarine::batch
@@ -46,11 +47,13 @@ struct BatchCall {
     bool backup = false;  ///< Files are copied beside themselves first.
     BackupNaming backupNaming = BackupNaming::First;  ///< Which of several runs' backups there are.
     bool anyBackup = false;                           ///< Restore and Clean take backups without a record, too.
-    bool keepDate = false;                            ///< Files get their old dates back.
-    bool readOnly = false;                            ///< Read-only files are processed as well.
-    String revision;                                  ///< Name of the custom property; empty = no revision number.
-    double revisionBy = 1;                            ///< What is added to the revision number.
-    std::int32_t restartAfter = 0;                    ///< 0 = never
+    bool inPlace = false;           ///< Files are written into where a new file could not have all that is theirs.
+    bool inPlaceLinks = false;      ///< Files with several names are written into, so that all names stay together.
+    bool keepDate = false;          ///< Files get their old dates back.
+    bool readOnly = false;          ///< Read-only files are processed as well.
+    String revision;                ///< Name of the custom property; empty = no revision number.
+    double revisionBy = 1;          ///< What is added to the revision number.
+    std::int32_t restartAfter = 0;  ///< 0 = never
 
     std::vector<String> paths;        ///< Files and folders, as given.
     std::optional<String> filesFrom;  ///< A list of further paths; "-" is standard input.
@@ -61,5 +64,13 @@ struct BatchCall {
     const ReportFormat* format = nullptr;  ///< Null for the first of ReportFormats, the one for people.
     bool verbose = false;                  ///< Text reports name unchanged files too.
 };
+
+/// When the call lets a file be written into in place of being replaced.
+inline SaveTerms SaveTermsOf(const BatchCall& call)
+{
+    return {.inPlaceLinks = call.inPlaceLinks,
+            .inPlaceWhereNotKept = call.inPlace,
+            .inPlaceWhereFolderIsClosed = call.inPlace};
+}
 
 }  // namespace tessarine::batch

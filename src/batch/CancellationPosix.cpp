@@ -7,6 +7,8 @@
 
 #include <unistd.h>
 
+#include "platform/Leftovers.h"
+
 namespace tessarine::batch
 {
 
@@ -29,6 +31,7 @@ extern "C" void OnCancelSignal(int)
         requested = 1;
         return;
     }
+    RemoveNewFilesNow();
     const std::string& text = linesAtTheEnd[static_cast<std::size_t>(lineInUse)];
     // The compiler warns of an unused result in spite of a cast; nothing can be done about a failure here.
     if (write(STDERR_FILENO, text.data(), text.size()) < 0)

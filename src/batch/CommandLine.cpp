@@ -214,8 +214,13 @@ void CheckConversion(BatchCall& call)
 /// What a run of a saved job takes besides the job's own options.
 void CheckSavedRun(const BatchCall& call)
 {
-    if (call.backup && !call.replacesOfJob)
+    if (call.replacesOfJob)
+        return;
+    if (call.backup)
         Refuse("--backup needs --replace: a run that only finds changes no file");
+    if (call.inPlace || call.inPlaceLinks)
+        Refuse(std::string(call.inPlace ? "--in-place" : "--in-place-links") +
+               " needs --replace: a run that only finds changes no file");
 }
 
 /// The job that a command reads: the first path.

@@ -152,7 +152,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 24> rows{{
+const std::array<OptionRow, 26> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -199,6 +199,14 @@ const std::array<OptionRow, 24> rows{{
      [](OptionValues& values, const std::string&) { values.call.anyBackup = true; }},
     {"--keep-date", "", false, DescribesJob, "How to treat the files", "Give each file its old dates back.",
      [](OptionValues& values, const std::string&) { values.call.keepDate = true; }},
+    {"--in-place", "", false, Saves, "How to treat the files",
+     "Write into a file whose owner, access list or attributes a new file could not have, or\n"
+     "whose folder is closed to new files; without it such a file is reported as failed.",
+     [](OptionValues& values, const std::string&) { values.call.inPlace = true; }},
+    {"--in-place-links", "", false, Saves, "How to treat the files",
+     "Write into a file that has several names (hard links), so that all of them show the\n"
+     "new text; without it the others keep the old one.",
+     [](OptionValues& values, const std::string&) { values.call.inPlaceLinks = true; }},
     {"--read-only", "", false, DescribesJob | Only(Command::Restore), "How to treat the files",
      "Process read-only files too; without it they are reported as failed.",
      [](OptionValues& values, const std::string&) { values.call.readOnly = true; }},

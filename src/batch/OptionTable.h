@@ -18,6 +18,8 @@ constexpr CommandSet Only(Command command)
 }
 /// They take files through a run by the options of the call.
 inline constexpr CommandSet Runs = Only(Command::Find) | Only(Command::Replace);
+/// They may change presentations.
+inline constexpr CommandSet Saves = Only(Command::Replace) | Only(Command::Run) | Only(Command::Restore);
 /// They work with project files.
 inline constexpr CommandSet JobCommands = Only(Command::Run) | Only(Command::JobShow) | Only(Command::JobMake);
 inline constexpr CommandSet ListCommands = Only(Command::ListConvert);     ///< They work with list files alone.

@@ -80,7 +80,7 @@ TEST(CommandLine, DefaultsAreThoseOfTheHelp)
     EXPECT_EQ(call.restartAfter, 0);
     EXPECT_EQ(call.format, nullptr);
     EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
-    EXPECT_FALSE(call.follow || call.anyBackup);
+    EXPECT_FALSE(call.inPlace || call.inPlaceLinks || call.follow || call.anyBackup);
     EXPECT_EQ(call.backupNaming, BackupNaming::First);
     EXPECT_FALSE(call.setting.MatchCase || call.setting.MatchWholeWord);
 }
@@ -175,6 +175,19 @@ TEST(CommandLine, RestoreMayTakeAnyBackupAndReadOnlyFiles)
 
     EXPECT_TRUE(call.anyBackup && call.readOnly && call.follow);
     EXPECT_TRUE(CallOf({"clean", "--any-backup", "x"}).anyBackup);
+}
+
+TEST(CommandLine, AReplaceMayWriteInPlace)
+{
+    const BatchCall call = CallOf({"replace", "--find", "a", "--with", "b", "--in-place", "x"});
+    const BatchCall links = CallOf({"run", "j.tsq", "--replace", "--in-place-links"});
+
+    EXPECT_TRUE(call.inPlace && !call.inPlaceLinks);
+    EXPECT_TRUE(links.inPlaceLinks && !links.inPlace);
+    EXPECT_TRUE(CallOf({"restore", "--in-place", "--in-place-links", "x"}).inPlace);
+    EXPECT_TRUE(SaveTermsOf(call).inPlaceWhereNotKept && SaveTermsOf(call).inPlaceWhereFolderIsClosed);
+    EXPECT_FALSE(SaveTermsOf(call).inPlaceLinks);
+    EXPECT_TRUE(SaveTermsOf(links).inPlaceLinks && !SaveTermsOf(links).inPlaceWhereNotKept);
 }
 
 TEST(CommandLine, ARunTakesAJobAndPathsInItsPlace)
@@ -295,6 +308,10 @@ INSTANTIATE_TEST_SUITE_P(
                     {"job", "make", "--find", "a", "--with", "b", "--backup=numbered", "-o", "j.tsq", "x"},
                     "a saved job can't hold it"},
         InvalidCall{"BackupInARunThatFinds", {"run", "--backup", "j.tsq"}, "--backup needs --replace"},
+        InvalidCall{"InPlaceInARunThatFinds", {"run", "--in-place", "j.tsq"}, "--in-place needs --replace"},
+        InvalidCall{
+            "InPlaceLinksInARunThatFinds", {"run", "--in-place-links", "j.tsq"}, "--in-place-links needs --replace"},
+        InvalidCall{"InPlaceInFind", {"find", "--find", "a", "--in-place", "x"}, "--in-place is not an option of find"},
         InvalidCall{"AnyBackupInReplace",
                     {"replace", "--find", "a", "--with", "b", "--any-backup", "x"},
                     "--any-backup is not an option of replace"},

@@ -54,7 +54,8 @@ int main(int argumentCount, char** arguments)
     for (const RecoveredFile& file : RecoverFromKilledRuns())
         output.Note("tessarine-batch: " + batch::OnOneLine(ToUtf8(file.path + u": " + file.text)));
     batch::WatchForCancel();
-    const int status = batch::Perform(std::get<batch::BatchCall>(read), builtin::CreateProvider(), output);
+    const auto& call = std::get<batch::BatchCall>(read);
+    const int status = batch::Perform(call, builtin::CreateProvider(batch::SaveTermsOf(call)), output);
     if (const auto& failure = ErrorLogFailure())
         output.Note("tessarine-batch: the error log lacks lines: " + batch::OnOneLine(ToUtf8(failure->Reason())));
     SetMessageBox({});  // it holds a reference to the output, which ends here

@@ -329,5 +329,33 @@ TEST_F(FindAndReplaceProgramTest, LeavesAFileAloneThatAnotherRunHas)
     EXPECT_THAT(found.output, HasSubstr("1 file: "));
 }
 
+TEST_F(FindAndReplaceProgramTest, TellsOfOtherNamesThatKeepTheOldText)
+{
+    std::filesystem::create_hard_link(ToUtf8(program.folder.PathOf(u"decks/a.pptx")),
+                                      ToUtf8(program.folder.PathOf(u"other name")));
+
+    const Outcome outcome =
+        program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--format", "json", "decks/a.pptx"});
+
+    EXPECT_THAT(outcome.output, HasSubstr("\"warnings\":[\"has 1 more name"));
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(ContentOf(program.folder.PathOf(u"other name")), ContentOf(program.folder.PathOf(u"decks/a.pptx")));
+}
+
+TEST_F(FindAndReplaceProgramTest, ChangesAllNamesInPlaceWhenItIsTold)
+{
+    std::filesystem::create_hard_link(ToUtf8(program.folder.PathOf(u"decks/a.pptx")),
+                                      ToUtf8(program.folder.PathOf(u"other name")));
+    const std::string before = ContentOf(program.folder.PathOf(u"decks/a.pptx"));
+
+    const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup",
+                                         "--in-place-links", "--format", "json", "decks/a.pptx"});
+
+    EXPECT_THAT(outcome.output, HasSubstr("\"warnings\":[]"));
+    EXPECT_NE(ContentOf(program.folder.PathOf(u"decks/a.pptx")), before);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u"other name")), ContentOf(program.folder.PathOf(u"decks/a.pptx")));
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u"decks/a..bak")), before);
+}
+
 }  // namespace
 }  // namespace tessarine::test
