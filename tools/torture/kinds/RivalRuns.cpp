@@ -13,6 +13,22 @@ namespace tessarine::torture
 namespace
 {
 
+/// A run that goes on after another was killed may save a deck with the mode that the killed one had given it for a
+/// while. The next start can only say so.
+void Finish(Round& round, Scene& scene, const Operation& operation)
+{
+    scene.Remember();
+    const Outcome outcome = Run(round, scene.CallOf(operation));
+    scene.CheckTruth(operation, outcome);
+    if (outcome.status != 0)
+        round.Add(Harm::Other, "an undisturbed run afterwards does not succeed: " + outcome.Text());
+    std::vector<std::string> told;
+    for (const Scene::Deck& deck : scene.Decks())
+        if (outcome.error.find("/" + deck.name + ": a run that was killed") != std::string::npos)
+            told.push_back(deck.name);
+    scene.CheckDone(operation, told);
+}
+
 /// Two or three runs over one folder at once.
 void PlayRound(Round& round)
 {
@@ -55,7 +71,7 @@ void PlayRound(Round& round)
         if (deck.HasHit() && (times > 1 || (times == 0 && !oneDies)))
             round.Add(Harm::Other, deck.name + " was changed by " + std::to_string(times) + " runs");
     }
-    scene.FinishUndisturbed(operation);
+    Finish(round, scene, operation);
 }
 
 }  // namespace
