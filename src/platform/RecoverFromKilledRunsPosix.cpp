@@ -17,6 +17,7 @@
 #include "platform/Leftovers.h"
 #include "platform/MarkedFile.h"
 #include "platform/RunJournal.h"
+#include "platform/WriteOver.h"
 
 namespace tessarine
 {
@@ -113,25 +114,6 @@ BlockReader ReaderOf(const FileDescriptor& file, const std::string& path)
     };
 }
 
-/// Writes the whole new content over the file once more.
-void Complete(const FileDescriptor& file, const std::string& path, const BlockReader& copy)
-{
-    std::array<std::byte, 64 * 1024> buffer;
-    std::uint64_t offset = 0;
-    while (const std::size_t length = copy(offset, buffer)) {
-        for (std::size_t done = 0; done < length;) {
-            const ssize_t count =
-                pwrite(file.get(), buffer.data() + done, length - done, static_cast<off_t>(offset + done));
-            if (count < 0 && errno != EINTR)
-                throw SystemFileFailure(errno, "complete", path);
-            done += count < 0 ? 0 : static_cast<std::size_t>(count);
-        }
-        offset += length;
-    }
-    if (ftruncate(file.get(), static_cast<off_t>(offset)) != 0 || fsync(file.get()) != 0)
-        throw SystemFileFailure(errno, "complete", path);
-}
-
 /// Without its copy a write can't be completed, but it may have come to its end, or not have begun.
 bool IsOldOrNew(const WriteEntry& entry, int file)
 {
@@ -175,7 +157,8 @@ void RecoverWrite(const WriteEntry& entry, Recovery& recovery)
         return;
     }
     if (progress == WriteProgress::HalfDone) {
-        Complete(file, entry.path, newContent);
+        if (!WriteOver(file.get(), copy.get(), copyMark->size))
+            throw SystemFileFailure(errno, "complete", entry.path);
         recovery.Tell(entry.path, "a run that was killed had left it half written; the write is completed");
     }
     if (const auto completed = MarkOf(file.get()))
