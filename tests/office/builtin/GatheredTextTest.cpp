@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -58,7 +59,7 @@ TEST(AppendFoldedContent, DeclinesEscapesAndLineEndsToBeReadAsOthers)
 
 TEST(ScanTags, CountsAndFindsAsALookAtEachCharacterDoes)
 {
-    constexpr std::string_view characters = "<</>>:tt!?a ";
+    constexpr std::string_view characters = "<</>>:tt!?a          &\n\x80";
     std::mt19937 random(2);
     for (std::size_t size = 0; size < 6000; size = size < 100 ? size + 1 : size * 2) {
         std::string xml;
@@ -76,12 +77,19 @@ TEST(ScanTags, CountsAndFindsAsALookAtEachCharacterDoes)
         }
 
         std::vector<std::pair<std::size_t, std::ptrdiff_t>> candidates;
-        const TagTotals totals =
-            ScanTags(xml, [&](std::size_t at, const auto& depthThere) { candidates.emplace_back(at, depthThere()); });
+        std::set<std::size_t> doubtful;
+        const TagTotals totals = ScanTags(
+            xml, [&](std::size_t at, const auto& depthThere) { candidates.emplace_back(at, depthThere()); },
+            [&](std::size_t from, std::size_t to) {
+                for (; from < to; ++from)
+                    doubtful.insert(from);
+            });
 
         EXPECT_EQ(totals.unclosed, depth - static_cast<std::ptrdiff_t>(others)) << size;
         EXPECT_EQ(totals.others, others) << size;
         EXPECT_EQ(candidates, places) << size;
+        for (std::size_t i = 0; i < xml.size(); ++i)
+            EXPECT_TRUE(doubtful.contains(i) || std::string_view("&\n\x80").find(xml[i]) == std::string_view::npos);
     }
 }
 
@@ -105,6 +113,25 @@ TEST(GatherText, DeclinesMarkupThatIsNotBalanced)
     EXPECT_EQ(GatherText("<a:r><a:t>a"), std::nullopt);
     EXPECT_EQ(GatherText("<a:r><a:t"), std::nullopt);
     EXPECT_EQ(GatherText("<a:t "), std::nullopt);
+}
+
+TEST(GatherText, DeclinesCharactersThatXmlCannotHold)
+{
+    const std::string start = "<s a='" + std::string(3000, 'x') + "'><a:r><a:t>a</a:t></a:r>";
+    const std::string end = std::string(3000, 'y') + "</s>";
+    for (const char* const good :
+         {"", "&#9;&#x10FFFF;&amp;\t\r\n", "\xC3\xA4\xE7\x8C\xAB\xF0\x9F\x98\x80\xEF\xBF\xBD\x7F"})
+        EXPECT_THAT(GatherText(start + good + end), Optional(String(u"a"))) << good;
+    for (const std::string& bad :
+         {std::string(1, '\0'), std::string("\v"), std::string("&"), std::string("&foo;"), std::string("&#0;"),
+          std::string("&#xD800;"), std::string("&#11;"), std::string("& amp;"), std::string("\xC3"),
+          std::string("\x80"), std::string("\xC0\x80"), std::string("\xE0\x80\x80"), std::string("\xED\xA0\x80"),
+          std::string("\xEF\xBF\xBE"), std::string("\xF4\x90\x80\x80"), std::string("\xF0\x80\x80\x80"),
+          std::string("\xFF")}) {
+        EXPECT_EQ(GatherText(start + bad + end), std::nullopt) << bad;
+        EXPECT_EQ(GatherText(start + "<b a='" + bad + "'/>" + end), std::nullopt) << bad;
+        EXPECT_EQ(GatherText(start + "</s>" + bad), std::nullopt) << bad;
+    }
 }
 
 TEST(GatherText, DeclinesWhatOnlyTheStructureTells)

@@ -211,11 +211,9 @@ TEST(RelationshipsPart, ReadTheSameHoweverTheyAreWritten)
     }
 }
 
-TEST(RelationshipsPart, TakesTheFirstOfAttributesOfOneName)
+TEST(RelationshipsPart, WithTwoAttributesOfOneNameIsNoXml)
 {
-    const auto parsed = Parsed("<Relationship Id=\"a\" Type=\"t\" Target=\"x\" Target=\"y\"/>");
-
-    EXPECT_EQ(parsed.Find("a")->target, "x");
+    EXPECT_THROW(Parsed("<Relationship Id=\"a\" Type=\"t\" Target=\"x\" Target=\"y\"/>"), Failure);
 }
 
 TEST(RelationshipsPart, GivesNoTargetToOneWithout)

@@ -10,7 +10,6 @@ namespace tessarine::test
 namespace
 {
 
-const std::string slidePart = "ppt/slides/slide1.xml";
 
 Deck TwoRuns()
 {
@@ -26,13 +25,13 @@ std::string SlideAfterReplacing(const Deck& before)
         ReplaceInShape(presentation, 1, 2, u"Fabrikam", u"Contoso \u732B");
     });
     EXPECT_TRUE(OnlyTheTextDiffers(before, deck.Package(), {{u"Fabrikam", u"Contoso \u732B"}}));
-    return deck.Package().Entry(slidePart).bytes;
+    return deck.Package().Entry(slide1).bytes;
 }
 
 /// What that is for a part of the usual form.
 std::string PlainAfterReplacing()
 {
-    std::string slide = TwoRuns().EntryBytes(slidePart);
+    std::string slide = TwoRuns().EntryBytes(slide1);
     slide = Replaced(slide, "\u00C4 Fabrikam", "\u00C4 Contoso \u732B");
     slide = Replaced(slide, ">Fab<", ">Contoso \u732B<");
     return Replaced(slide, "<a:r><a:t>rikam</a:t></a:r>", "");
@@ -45,12 +44,12 @@ TEST(EditOfAPart, InUtf8IsMadeInPlace)
 
 TEST(EditOfAPart, KeepsAByteOrderMark)
 {
-    EXPECT_EQ(SlideAfterReplacing(TwoRuns().Bom(slidePart)), WithByteOrderMark(PlainAfterReplacing()));
+    EXPECT_EQ(SlideAfterReplacing(TwoRuns().Bom(slide1)), WithByteOrderMark(PlainAfterReplacing()));
 }
 
 TEST(EditOfAPart, InUtf16StaysInUtf16)
 {
-    EXPECT_EQ(SlideAfterReplacing(TwoRuns().Utf16(slidePart)), ToUtf16Part(PlainAfterReplacing()));
+    EXPECT_EQ(SlideAfterReplacing(TwoRuns().Utf16(slide1)), ToUtf16Part(PlainAfterReplacing()));
 }
 
 TEST(EditOfAPart, InBigEndianUtf16StaysSo)
@@ -60,7 +59,7 @@ TEST(EditOfAPart, InBigEndianUtf16StaysSo)
             std::swap(bytes[i], bytes[i + 1]);
         return bytes;
     };
-    const Deck before = TwoRuns().Entry(slidePart, swapped(ToUtf16Part(TwoRuns().EntryBytes(slidePart))));
+    const Deck before = TwoRuns().Entry(slide1, swapped(ToUtf16Part(TwoRuns().EntryBytes(slide1))));
     const DeckOnDisk deck(before);
 
     deck.Change([](powerpoint::Presentation& presentation) {
@@ -68,14 +67,14 @@ TEST(EditOfAPart, InBigEndianUtf16StaysSo)
         ReplaceInShape(presentation, 1, 2, u"Fabrikam", u"Contoso \u732B");
     });
 
-    EXPECT_EQ(deck.Package().Entry(slidePart).bytes, swapped(ToUtf16Part(PlainAfterReplacing())));
+    EXPECT_EQ(deck.Package().Entry(slide1).bytes, swapped(ToUtf16Part(PlainAfterReplacing())));
 }
 
 TEST(EditOfAPart, WithoutDeclarationIsMadeInPlace)
 {
     const auto without = [](const std::string& xml) { return xml.substr(xml.find("<p:sld")); };
 
-    EXPECT_EQ(SlideAfterReplacing(TwoRuns().Entry(slidePart, without(TwoRuns().EntryBytes(slidePart)))),
+    EXPECT_EQ(SlideAfterReplacing(TwoRuns().Entry(slide1, without(TwoRuns().EntryBytes(slide1)))),
               without(PlainAfterReplacing()));
 }
 
@@ -113,8 +112,8 @@ TEST_P(PrefixesOfAPart, AreThoseOfNewElements)
     });
 
     EXPECT_EQ(
-        deck.Package().Entry(slidePart).bytes,
-        WithPrefixes(Replaced(TwoRuns().EntryBytes(slidePart), "<a:t>Fab</a:t></a:r><a:r><a:t>rikam</a:t></a:r></a:p>",
+        deck.Package().Entry(slide1).bytes,
+        WithPrefixes(Replaced(TwoRuns().EntryBytes(slide1), "<a:t>Fab</a:t></a:r><a:r><a:t>rikam</a:t></a:r></a:p>",
                               "<a:t>one</a:t></a:r></a:p><a:p><a:r><a:rPr b=\"1\"/><a:t>two</a:t></a:r><a:br>"
                               "<a:rPr b=\"1\"/></a:br><a:r><a:rPr b=\"1\"/><a:t>three</a:t></a:r></a:p>"),
                      GetParam().prefixes));
@@ -137,7 +136,7 @@ TEST(EditOfAPart, InOtherCustomsOfWritingKeepsThem)
         [](powerpoint::Presentation& presentation) { ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso"); });
 
     EXPECT_TRUE(OnlyTheTextDiffers(before, deck.Package(), {{u"Fabrikam", u"Contoso"}}));
-    EXPECT_NE(deck.Package().Entry(slidePart).bytes, PackageReader(before).Entry(slidePart).bytes);
+    EXPECT_NE(deck.Package().Entry(slide1).bytes, PackageReader(before).Entry(slide1).bytes);
 }
 
 }  // namespace

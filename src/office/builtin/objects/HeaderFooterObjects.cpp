@@ -1,7 +1,9 @@
 #include "office/builtin/objects/HeaderFooterObjects.h"
 
 #include "office/builtin/reader/Refusals.h"
+#include "platform/Failure.h"
 #include "platform/ParagraphBreaks.h"
+#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {
@@ -19,7 +21,7 @@ public:
 
     String Text() override
     {
-        auto text = page_.HeaderFooter(kind_);
+        auto text = Read();
         if (!text && texts_ != PageTexts::BothEvenIfDeleted)
             throw NoHeaderFooter();
         return std::move(text).value_or(String());
@@ -38,6 +40,17 @@ public:
     }
 
 private:
+    /// The search of slide footers passes over any failure, so that a page that can't be read is told of here.
+    std::optional<String> Read()
+    {
+        try {
+            return page_.HeaderFooter(kind_);
+        } catch (const Failure& failure) {
+            Warn(file_->Path(), u"A page could not be read: " + failure.description);
+            throw;
+        }
+    }
+
     OpenFileReference file_;  // keeps the page alive
     PageReader& page_;
     HeaderFooterKind kind_;

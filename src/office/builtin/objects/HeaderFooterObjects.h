@@ -22,7 +22,7 @@ enum class PageTexts {
 
 /// The header and footer of a page. They are there as objects always; their text raises `InvalidRequest` where the page
 /// shows none (see PageTexts). Putting the text that is there is no edit. Line ends that are put become paragraph
-/// breaks.
+/// breaks. A page that can't be read raises, and is a warning of the file as well.
 std::shared_ptr<powerpoint::HeadersFooters> MakeHeadersFooters(OpenFileReference file, PageReader& page,
                                                                PageTexts texts);
 

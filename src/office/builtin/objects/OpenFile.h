@@ -14,10 +14,14 @@ namespace tessarine::builtin
 class OpenFile
 {
 public:
-    /// The reader must not be null.
-    explicit OpenFile(std::shared_ptr<PresentationReader> reader) : reader_(std::move(reader)) {}
+    /// The reader must not be null. The path is what warnings name the file by.
+    OpenFile(std::shared_ptr<PresentationReader> reader, String path)
+        : reader_(std::move(reader)), path_(std::move(path))
+    {
+    }
 
     PresentationReader& Reader() { return *reader_; }  ///< The door to the file.
+    const String& Path() const { return path_; }
 
     /// The page itself, or a page without shapes in place of null. Both live as long as this object.
     PageReader& PageOrEmpty(PageReader* page) { return page == nullptr ? emptyPage_ : *page; }
@@ -28,6 +32,7 @@ public:
 
 private:
     std::shared_ptr<PresentationReader> reader_;  // the provider watches it to know which files are open
+    String path_;
     EmptyPage emptyPage_;
     std::optional<SoughtText> sought_;  // nothing before the first search
 };

@@ -83,7 +83,8 @@ private:
 
 std::shared_ptr<powerpoint::Presentation> MakePresentation(std::shared_ptr<PresentationReader> reader, String path)
 {
-    return std::make_shared<PresentationObject>(std::make_shared<OpenFile>(std::move(reader)), std::move(path));
+    auto file = std::make_shared<OpenFile>(std::move(reader), path);
+    return std::make_shared<PresentationObject>(std::move(file), std::move(path));
 }
 
 }  // namespace tessarine::builtin

@@ -25,6 +25,15 @@ std::string PlainType(std::string_view type)
     return ComparableName(type);
 }
 
+/// Whether a type as written is this one, without making the form in which they are compared.
+bool IsType(std::string_view written, std::string_view type)
+{
+    written = written.substr(0, written.find(';'));
+    while (written.ends_with(' '))
+        written.remove_suffix(1);
+    return PartNameEqual()(written, type);
+}
+
 }  // namespace
 
 void ContentTypes::Read() const
@@ -60,9 +69,7 @@ std::string ContentTypes::TypeOf(std::string_view partName) const
     // An override wins over its extension's default (ECMA-376 part 2, 10.1.2).
     if (const auto found = overrideOf_.find(partName); found != overrideOf_.end())
         return PlainType(found->second);
-    const std::size_t dot = partName.rfind('.');
-    const auto found = defaultOf_.find(dot == std::string_view::npos ? "" : partName.substr(dot + 1));
-    return found == defaultOf_.end() ? std::string() : PlainType(found->second);
+    return DefaultOf(ExtensionOf(partName));
 }
 
 std::vector<std::string_view> ContentTypes::PartsOfType(std::string_view type) const
@@ -71,9 +78,27 @@ std::vector<std::string_view> ContentTypes::PartsOfType(std::string_view type) c
         Read();
     std::vector<std::string_view> names;
     for (const Type& entry : overrides_)
-        if (PlainType(entry.type) == type)
+        if (IsType(entry.type, type))
             names.push_back(entry.name);
     return names;
+}
+
+std::vector<std::string_view> ContentTypes::PartsWithOverride() const
+{
+    if (!isRead_)
+        Read();
+    std::vector<std::string_view> names;
+    for (const Type& entry : overrides_)
+        names.push_back(entry.name);
+    return names;
+}
+
+std::string ContentTypes::DefaultOf(std::string_view extension) const
+{
+    if (!isRead_)
+        Read();
+    const auto found = defaultOf_.find(extension);
+    return found == defaultOf_.end() ? std::string() : PlainType(found->second);
 }
 
 bool ContentTypes::HasDefaultOf(std::string_view type) const

@@ -35,6 +35,12 @@ public:
     /// The names, as written, of the parts that an override gives this type (in lower case). Raises as TypeOf does.
     std::vector<std::string_view> PartsOfType(std::string_view type) const;
 
+    /// The names, as written, of the parts that have an override.
+    std::vector<std::string_view> PartsWithOverride() const;
+
+    /// The type of the parts with an extension that have no override; "" for none. In lower case, without parameters.
+    std::string DefaultOf(std::string_view extension) const;
+
     /// True when an extension stands for this type (in lower case), so that other parts may have it than those above.
     bool HasDefaultOf(std::string_view type) const;
 

@@ -72,6 +72,29 @@ std::vector<Package::Entry> Package::PartsOfType(std::string_view type)
     return parts;
 }
 
+std::vector<Package::Entry> Package::PartsOfUnknownType()
+{
+    const ContentTypes& types = Types();
+    std::vector<bool> isKnown(EntryCount());
+    for (const std::string_view name : types.PartsWithOverride())
+        if (const auto entry = Find(name))
+            isKnown[*entry] = true;
+    std::map<std::string_view, bool> tellsNothing;  // by extension, of which there are few
+    std::vector<Entry> parts;
+    for (Entry entry = 0; entry < EntryCount(); ++entry) {
+        if (isKnown[entry])
+            continue;
+        const auto [extension, isNew] = tellsNothing.try_emplace(ExtensionOf(NameOf(entry)));
+        if (isNew) {
+            const std::string type = types.DefaultOf(extension->first);
+            extension->second = type.empty() || type == "application/xml" || type == "text/xml";
+        }
+        if (extension->second && NameOf(entry) != ContentTypes::entryName)
+            parts.push_back(entry);
+    }
+    return parts;
+}
+
 std::optional<Package::Entry> Package::Follow(std::optional<Entry> source, const Relationship* relationship) const
 {
     if (relationship == nullptr || relationship->external)

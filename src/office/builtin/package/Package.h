@@ -47,6 +47,11 @@ public:
     /// The parts that have this content type (in lower case), in ascending order.
     std::vector<Entry> PartsOfType(std::string_view type);
 
+    /// The parts that may be anything: no override names their type, and the default of their extension is none or that
+    /// of any XML.
+    std::vector<Entry> PartsOfUnknownType();
+    std::size_t EntryCount() const { return directory_.Entries().size(); }
+
     /// The part that a relationship of another part (of the package, without one) points to; nothing for no
     /// relationship, an external or a dangling one.
     std::optional<Entry> Follow(std::optional<Entry> source, const Relationship* relationship) const;

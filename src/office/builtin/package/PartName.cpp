@@ -51,6 +51,12 @@ std::string_view FolderOfPart(std::string_view partName)
     return slash == std::string_view::npos ? std::string_view() : partName.substr(0, slash + 1);
 }
 
+std::string_view ExtensionOf(std::string_view partName)
+{
+    const std::size_t dot = partName.rfind('.');
+    return dot == std::string_view::npos ? std::string_view() : partName.substr(dot + 1);
+}
+
 std::string RelationshipPartName(std::string_view partName)
 {
     const std::string_view folder = FolderOfPart(partName);

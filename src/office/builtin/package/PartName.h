@@ -24,6 +24,9 @@ struct PartNameEqual {
 /// Part names have slashes on all systems.
 std::string_view FolderOfPart(std::string_view partName);
 
+/// What follows the last dot of a part's name; "" without one.
+std::string_view ExtensionOf(std::string_view partName);
+
 /// "ppt/slides/_rels/slide1.xml.rels" for "ppt/slides/slide1.xml"; "_rels/.rels" for the package ("").
 std::string RelationshipPartName(std::string_view partName);
 

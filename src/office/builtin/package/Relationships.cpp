@@ -5,6 +5,7 @@
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/RootElement.h"
+#include "office/builtin/xml/XmlCharacters.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
@@ -50,6 +51,9 @@ public:
     /// False for a part that has anything else in it, well-formed or not; then what was read is of no use.
     bool Read(std::vector<Relationship>& relationships)
     {
+        // What XML can't hold is for Index to refuse.
+        if (CheckCharacters(bytes_, 0, bytes_.size(), Ampersands::BeginReferences).fault != nullptr)
+            return false;
         if (Skip("<?xml")) {
             at_ = bytes_.find("?>", at_);
             if (!Skip("?>"))
@@ -144,10 +148,7 @@ void Relationships::Index(std::string_view part, const Limits& limits)
         Relationship relationship;
         std::string_view mode;
         document.ForEachAttribute(element, [&](std::string_view name, std::string_view value) {
-            const auto take = [&](std::string_view& place) {
-                if (place.data() == nullptr)
-                    place = Keep(std::string(value));  // the first of a name counts, as it is the one that is edited
-            };
+            const auto take = [&](std::string_view& place) { place = Keep(std::string(value)); };
             if (name == "Id")
                 take(relationship.id);
             else if (name == "Type")

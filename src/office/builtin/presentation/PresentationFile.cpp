@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <unordered_set>
 
 #include "office/builtin/limits/Damage.h"
@@ -120,16 +121,44 @@ PageReader* PresentationFile::NotesPage(std::size_t slide)
 {
     const Package::Entry entry = slides_[slide];
     const auto notes = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("notesSlide"));
-    return notes && std::ranges::binary_search(NotesPages(), *notes) ? &Part(*notes) : nullptr;
+    return notes ? &Part(*notes) : nullptr;
 }
 
-/// All there are, by their content type (ECMA-376 13.3.5): found without reading the relationships of every slide.
+/// All there are, by their content type (ECMA-376 13.3.5): found without reading the relationships of every slide,
+/// unless one of them may have another type or none.
 const std::vector<Package::Entry>& PresentationFile::NotesPages()
 {
-    if (!notesPages_)
-        notesPages_ =
-            package_.PartsOfType("application/vnd.openxmlformats-officedocument.presentationml.notesslide+xml");
+    if (notesPages_)
+        return *notesPages_;
+    notesPages_ = package_.PartsOfType("application/vnd.openxmlformats-officedocument.presentationml.notesslide+xml");
+    if (!TypesMayHideNotesPages())
+        return *notesPages_;
+    std::set<Package::Entry> pages(notesPages_->begin(), notesPages_->end());
+    for (const Package::Entry slide : slides_)
+        if (const auto notes = package_.Follow(slide, package_.RelationshipsOf(slide).FirstOf("notesSlide")))
+            pages.insert(*notes);
+    notesPages_->assign(pages.begin(), pages.end());
     return *notesPages_;
+}
+
+bool PresentationFile::TypesMayHideNotesPages()
+{
+    const auto startsWith = [](std::string_view name, std::string_view folder) {
+        return name.size() >= folder.size() && PartNameEqual()(name.substr(0, folder.size()), folder);
+    };
+    // Data of other programs, in nearly every package of which such a part is.
+    const auto isOtherData = [&](Package::Entry entry) { return startsWith(package_.NameOf(entry), "customXml/"); };
+    if (!std::ranges::all_of(package_.PartsOfUnknownType(), isOtherData))
+        return true;
+    // A part in the folder of notes pages that says it is something else.
+    constexpr std::string_view folder = "ppt/notesSlides/";
+    for (Package::Entry entry = 0; entry < package_.EntryCount(); ++entry) {
+        const std::string_view name = package_.NameOf(entry);
+        if (startsWith(name, folder) && name.find('/', folder.size()) == std::string_view::npos &&
+            !std::ranges::binary_search(*notesPages_, entry))
+            return true;
+    }
+    return false;
 }
 
 std::optional<std::size_t> PresentationFile::DesignOfSlide(std::size_t slide)

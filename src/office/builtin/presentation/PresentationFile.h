@@ -30,7 +30,7 @@ public:
     std::size_t SlideCount() override { return slides_.size(); }
     PageReader& Slide(std::size_t slide) override { return Part(slides_[slide]); }
 
-    /// Null also for a part that a slide names as its notes page and that has another content type.
+    /// Whatever content type the part has that the slide names as its notes page.
     PageReader* NotesPage(std::size_t slide) override;
 
     /// Found through the slide's layout. The first design when the file doesn't say.
@@ -66,6 +66,8 @@ private:
                                            Package::Entry main);
     ShapeTreePart& Part(Package::Entry entry);        ///< The one object for a part, made when it is first asked for.
     const std::vector<Package::Entry>& NotesPages();  ///< Found when first asked for.
+    /// Whether a notes page may be among the parts that have another type, or none.
+    bool TypesMayHideNotesPages();
     /// In front of all these parts. Reads none of them.
     GroupFilter FilterOf(const std::vector<Package::Entry>& entries);
     /// Null for no entry.

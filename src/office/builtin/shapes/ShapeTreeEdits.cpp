@@ -110,6 +110,8 @@ bool ShapeTreeEdits::Flush(const std::function<void(const ShapeTree& readAgain)>
     if (hasEdits) {
         const std::string_view part = package_.NameOf(entry_);
         const EditedPart edited(Document(), std::move(edits), part, package_.limits());
+        // The old part is not needed any more, and is as large as the new one. Should the check fail, it is read again.
+        original_.reset();
         const ShapeTree readAgain = ReadShapeTree(edited.Document(), part, package_.limits());
         CompareShapes(readAgain);
         check(readAgain);

@@ -6,6 +6,7 @@
 #include "office/builtin/text/FoldedContent.h"
 #include "office/builtin/text/TagScan.h"
 #include "office/builtin/xml/ByteBlock.h"
+#include "office/builtin/xml/XmlCharacters.h"
 
 namespace tessarine::builtin
 {
@@ -96,10 +97,13 @@ public:
 
     std::optional<String> Gather()
     {
-        const TagTotals totals = ScanTags(xml_, [&](std::size_t at, const auto& depth) {
-            if (at > lastText_ + usualName_.size() && !needsReading_)  // no look at the end tag of the last text
-                needsReading_ = !Take(ReadTextTag(xml_, at), depth);
-        });
+        const TagTotals totals = ScanTags(
+            xml_,
+            [&](std::size_t at, const auto& depth) {
+                if (at > lastText_ + usualName_.size() && !needsReading_)  // no look at the end tag of the last text
+                    needsReading_ = !Take(ReadTextTag(xml_, at), depth);
+            },
+            [&](std::size_t from, std::size_t to) { Check(from, to); });
         const bool hasDeclaration = xml_.starts_with("<?xml");
         if (needsReading_ || !totals.AreBalanced() || totals.others > (hasDeclaration ? 1u : 0u))
             return std::nullopt;
@@ -107,6 +111,16 @@ public:
     }
 
 private:
+    /// What makes a part no XML must not go unseen where nobody reads it. In comments and the like an "&" would be
+    /// allowed, but with these the part is read anyway.
+    void Check(std::size_t from, std::size_t to)
+    {
+        const CharacterCheck checked =
+            CheckCharacters(xml_, std::max(from, checkedTo_), to, Ampersands::BeginReferences);
+        checkedTo_ = checked.end;
+        needsReading_ = needsReading_ || checked.fault != nullptr;
+    }
+
     /// False when the part needs reading.
     template <class Depth>
     bool Take(const TextTag& tag, const Depth& depth)
@@ -167,6 +181,7 @@ private:
     std::string_view prefix_;     // of all names, with its colon
     std::string usualEnd_;        // the tags after a text
     std::size_t lastText_ = 0;    // where the last text ended
+    std::size_t checkedTo_ = 0;   // after the last character that was checked, which may reach into the next stretch
     std::ptrdiff_t lastDepth_ = 0;
     bool needsReading_ = false;
 };

@@ -14,6 +14,7 @@ namespace tessarine::builtin
 ///
 /// What a shape's text holds is in it, except what spans a paragraph or line break. Nothing comes back for a part where
 /// that can't be told without its structure:
+/// - characters that XML can't hold, an "&" without a reference; reading the part tells what is wrong with it;
 /// - markup that is not balanced, comments, CDATA sections, processing instructions, document types;
 /// - text elements (a:t) under two names, or elsewhere than as the one text of a run (a:r) or field (a:fld) that has
 ///   nothing but properties without text beside it;

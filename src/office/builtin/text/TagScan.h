@@ -32,6 +32,9 @@ struct TagBlock {
     {
     }
 
+    /// Bytes that may be none of a well-formed part: controls, others than ASCII, and where references begin.
+    ByteBlock Doubtful() const { return first.NotPrintable() | first.Matches('&'); }
+
     /// Where "<t" or ":t" stands.
     ByteBlock TextTags() const { return (open | first.Matches(':')) & second.Matches('t'); }
     /// Where "<!" or "<?" stands.
@@ -50,9 +53,10 @@ struct TagBlock {
 
 /// Counts the tags and calls `candidate(place, depth)`, front to back, with the place of every "<t" and ":t", where the
 /// tag of a text element may be. `depth()` gives how many elements are open there, that one among them; "<!" and "<?"
-/// in front of the place count as well.
-template <class Candidate>
-TagTotals ScanTags(std::string_view xml, Candidate&& candidate)
+/// in front of the place count as well. Calls `doubtful(from, to)` for each stretch of bytes that has characters which
+/// may not be those of a well-formed part; nearly all stretches have none.
+template <class Candidate, class Doubtful>
+TagTotals ScanTags(std::string_view xml, Candidate&& candidate, Doubtful&& doubtful)
 {
     using Counter = ByteBlock::Counter;
     struct BlockWithPlaces {
@@ -66,7 +70,9 @@ TagTotals ScanTags(std::string_view xml, Candidate&& candidate)
     std::size_t at = 0;
     // Two characters in a row are looked at, so that a block reads one beyond its end.
     while (at + ByteBlock::size < xml.size()) {
+        const std::size_t stretch = at;
         std::size_t foundBlocks = 0;
+        ByteBlock doubts = ByteBlock::None();
         Counter depthOfBlocks;
         Counter othersOfBlocks;
         for (int step = 0; step < Counter::mostSteps && at + ByteBlock::size < xml.size(); ++step) {
@@ -78,6 +84,7 @@ TagTotals ScanTags(std::string_view xml, Candidate&& candidate)
             depthOfBlocks.Subtract(block.end);
             depthOfBlocks.Subtract(block.empty);
             othersOfBlocks.Add(block.Others());
+            doubts = doubts | block.Doubtful();
             at += ByteBlock::size;
         }
         for (std::size_t i = 0; i < foundBlocks; ++i) {
@@ -88,9 +95,12 @@ TagTotals ScanTags(std::string_view xml, Candidate&& candidate)
                 });
             }
         }
+        if (doubts.TopBits() != 0)
+            doubtful(stretch, at);
         depth += depthOfBlocks.Sum();
         others += static_cast<std::size_t>(othersOfBlocks.Sum());
     }
+    doubtful(at, xml.size());
     for (; at + 1 < xml.size(); ++at) {
         const char first = xml[at];
         const char second = xml[at + 1];

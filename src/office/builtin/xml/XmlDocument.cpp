@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <utility>
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/MarkupMarks.h"
+#include "office/builtin/xml/XmlCharacters.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
 
@@ -26,6 +28,15 @@ constexpr auto endsName = [] {
     for (const char c : {' ', '\t', '\r', '\n', '/', '>', '<', '=', '"', '\''})
         ends[static_cast<unsigned char>(c)] = true;
     return ends;
+}();
+
+/// Characters of names (XML 1.0 2.3), where all beyond ASCII are taken for such.
+constexpr auto isInNames = [] {
+    std::array<bool, 256> is{};
+    for (std::size_t c = 0; c < is.size(); ++c)
+        is[c] = c >= 0x80 || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+                c == ':' || c == '-' || c == '.';
+    return is;
 }();
 
 constexpr std::uint32_t noParent = std::numeric_limits<std::uint32_t>::max();
@@ -67,17 +78,38 @@ public:
             Fail("its markup ends too early", bytes_.size());
         if (elements_.empty())
             Fail("it has no content", bytes_.size());
+        CheckAllCharacters();
     }
 
 private:
     [[noreturn]] void Fail(std::string_view what, std::size_t at) const { throw Damage(part_, what, at); }
 
-    std::size_t OffsetAfter(std::string_view end, std::size_t at) const
+    /// The offset after the end of a comment, a CDATA section or an instruction.
+    std::size_t OffsetAfter(std::string_view end, std::size_t at)
     {
         const std::size_t found = bytes_.find(end, at);
         if (found == std::string_view::npos)
             Fail("its markup does not end", at);
+        // Most parts have nothing of the kind but the declaration, which holds no "&".
+        if (bytes_.substr(at, found - at).find('&') != std::string_view::npos)
+            literals_.push_back({at, found});
         return found + end.size();
+    }
+
+    void CheckAllCharacters() const
+    {
+        std::size_t at = 0;
+        const auto check = [&](std::size_t to, Ampersands ampersands) {
+            const CharacterCheck checked = CheckCharacters(bytes_, at, to, ampersands);
+            if (checked.fault != nullptr)
+                Fail(checked.fault, checked.end);
+            at = checked.end;
+        };
+        for (const Literal& literal : literals_) {
+            check(literal.begin, Ampersands::BeginReferences);
+            check(literal.end, Ampersands::AreText);
+        }
+        check(bytes_.size(), Ampersands::BeginReferences);
     }
 
     /// Reads the markup at a "<" and gives the offset after it.
@@ -118,43 +150,119 @@ private:
     std::size_t NextTag(std::size_t at)
     {
         std::size_t mark = marks_.NextFrom(at);
-        while (mark < bytes_.size() && bytes_[mark] != '<')
+        while (mark < bytes_.size() && bytes_[mark] != '<') {
+            // XML 1.0 2.4
+            if (bytes_[mark] == '>' && mark >= at + 2 && bytes_[mark - 1] == ']' && bytes_[mark - 2] == ']')
+                Fail("its text holds the end of character data", mark);
             mark = marks_.Next();
+        }
         return mark;
     }
 
-    /// The ">" of a start tag; quotes are skipped, as they may hold one.
+    /// The ">" of a start tag whose name ends at `at`. Raises for attributes that are not well-formed.
     std::size_t TagEnd(std::size_t at)
     {
         const std::size_t start = at;
         std::uint32_t attributes = 0;
+        attributes_.Clear();
         for (std::size_t mark = marks_.NextFrom(at);; mark = marks_.Next()) {
             if (mark == bytes_.size())
                 Fail("a tag does not end", start);
             const char stop = bytes_[mark];
-            if (stop == '>')
+            if (stop == '>') {
+                // All that may be left is white space, and the "/" of an empty-element tag.
+                const std::size_t end = bytes_[mark - 1] == '/' && mark > at ? mark - 1 : mark;
+                if (!IsBlank(at, end))
+                    Fail("an attribute has no value", at);
                 return mark;
+            }
             if (stop == '<')
                 Fail("a tag holds another", mark);
             if (++attributes > limits_.attributes)
                 Fail("an element has too many attributes", start);
-            if (!FollowsEqualsSign(mark))
-                Fail("an attribute has no name", mark);
+            ReadAttributeName(at, mark);
             std::size_t close = marks_.Next();
-            while (close < bytes_.size() && bytes_[close] != stop)
+            while (close < bytes_.size() && bytes_[close] != stop) {
+                if (bytes_[close] == '<')
+                    Fail("an attribute holds a tag", close);
                 close = marks_.Next();
+            }
             if (close == bytes_.size())
                 Fail("an attribute does not end", start);
+            at = close + 1;
         }
     }
 
-    bool FollowsEqualsSign(std::size_t at) const
+    bool IsBlank(std::size_t begin, std::size_t end) const
     {
-        do
-            --at;
-        while (IsSpace(bytes_[at]));
-        return bytes_[at] == '=';
+        while (begin < end && IsSpace(bytes_[begin]))
+            ++begin;
+        return begin == end;
     }
+
+    /// What stands between the tag so far and the quote of a value: white space, a name that is new to the tag, "=".
+    void ReadAttributeName(std::size_t begin, std::size_t quote)
+    {
+        const auto skipSpaceBack = [&](std::size_t at) {
+            while (at > begin && IsSpace(bytes_[at - 1]))
+                --at;
+            return at;
+        };
+        std::size_t end = skipSpaceBack(quote);
+        if (end == begin || bytes_[end - 1] != '=')
+            Fail("an attribute has no name", quote);
+        end = skipSpaceBack(end - 1);
+        std::size_t name = end;
+        while (name > begin && isInNames[static_cast<unsigned char>(bytes_[name - 1])])
+            --name;
+        if (name == end || name == begin || !IsNameStart(bytes_[name]) || !IsBlank(begin, name))
+            Fail("an attribute has no name", quote);
+        if (!attributes_.Add(bytes_.substr(name, end - name)))
+            Fail("an attribute is there twice", name);
+    }
+
+    /// The names of a tag's attributes.
+    class AttributeNames
+    {
+    public:
+        void Clear()
+        {
+            few_.clear();
+            many_.clear();
+            seen_ = 0;
+        }
+
+        /// False for a name that is there already.
+        bool Add(std::string_view name)
+        {
+            // Nearly always the first of its kind: one bit of this tells then, and no name need be compared.
+            const auto mixed = static_cast<std::size_t>(name.front()) + 3 * static_cast<std::size_t>(name.back());
+            const std::uint64_t kind = std::uint64_t{1} << ((mixed + 7 * name.size()) & 63);
+            const bool isNew = (seen_ & kind) == 0 || (few_.size() <= fewest && !std::ranges::count(few_, name));
+            seen_ |= kind;
+            if (few_.size() <= fewest) {
+                few_.push_back(name);
+                return isNew;
+            }
+            // A tag may be made to hold as many as a part has room for.
+            if (many_.empty())
+                many_.insert(few_.begin(), few_.end());
+            return many_.insert(name).second;
+        }
+
+    private:
+        static constexpr std::size_t fewest = 16;
+
+        std::vector<std::string_view> few_;
+        std::set<std::string_view> many_;  // all of them, once there are more
+        std::uint64_t seen_ = 0;           // a bit for each kind of name
+    };
+
+    /// Where an "&" is text.
+    struct Literal {
+        std::size_t begin;
+        std::size_t end;
+    };
 
     /// Names are short: a loop beats a call.
     bool IsSame(std::size_t left, std::size_t right, std::size_t length) const
@@ -217,6 +325,8 @@ private:
     MarkupMarks marks_;
     std::uint32_t parent_ = noParent;
     std::uint32_t depth_ = 0;
+    AttributeNames attributes_;  // of the tag that is read
+    std::vector<Literal> literals_;
 };
 
 namespace

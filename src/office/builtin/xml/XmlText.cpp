@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "office/builtin/limits/Damage.h"
+#include "office/builtin/xml/XmlCharacters.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "platform/CommonEnds.h"
 #include "platform/Utf16.h"
@@ -189,61 +190,6 @@ bool ReadsAs(StringView read, StringView written)
 
 namespace
 {
-
-/// A character or entity reference at the start of a text.
-struct Reference {
-    char32_t codePoint;
-    std::size_t length;  // bytes, from "&" to ";"
-};
-
-std::optional<char32_t> NumberOf(std::string_view digits)
-{
-    const bool hexadecimal = digits.starts_with('x');
-    if (hexadecimal)
-        digits.remove_prefix(1);
-    if (digits.empty())
-        return std::nullopt;
-    const char32_t base = hexadecimal ? 16 : 10;
-    char32_t value = 0;
-    for (const char c : digits) {
-        char32_t digit = base;
-        if (c >= '0' && c <= '9')
-            digit = static_cast<char32_t>(c - '0');
-        else if (c >= 'a' && c <= 'f')
-            digit = static_cast<char32_t>(c - 'a' + 10);
-        else if (c >= 'A' && c <= 'F')
-            digit = static_cast<char32_t>(c - 'A' + 10);
-        if (digit >= base || value > 0x10FFFF)
-            return std::nullopt;
-        value = value * base + digit;
-    }
-    return value;
-}
-
-std::optional<Reference> ReadReference(std::string_view text)
-{
-    constexpr std::size_t longest = 32;  // with some leading zeros
-    const std::size_t semicolon = text.substr(0, longest).find(';');
-    if (semicolon == std::string_view::npos)
-        return std::nullopt;
-    const std::string_view name = text.substr(1, semicolon - 1);
-    std::optional<char32_t> c;
-    if (name == "amp")
-        c = '&';
-    else if (name == "lt")
-        c = '<';
-    else if (name == "gt")
-        c = '>';
-    else if (name == "quot")
-        c = '"';
-    else if (name == "apos")
-        c = '\'';
-    else if (name.starts_with('#'))
-        c = NumberOf(name.substr(1));
-    if (!c)
-        return std::nullopt;
-    return Reference{*c, semicolon + 1};
-}
 
 /// Reads content front to back: the one definition of what an element's content means but for the escapes, which are
 /// joined afterwards. A sink takes what is read:
