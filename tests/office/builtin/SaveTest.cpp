@@ -171,6 +171,29 @@ TEST(Save, OfAZip64PackageGivesOneThatOthersRead)
     EXPECT_EQ(RaisedBy([&] { WalkEverything(*deck.Open()); }).number, 0);
 }
 
+TEST(Save, KeepsTheZip64FieldsOfAChangedEntry)
+{
+    for (const Deck& with : {FewParts().Zip64(), FewParts().Zip64().DataDescriptor(),
+                             FewParts().Zip64().Extra(slide1, ExtraField(0x7777, "kept"))}) {
+        const DeckOnDisk deck(with);
+        const std::string before = deck.Bytes();
+
+        deck.Change(ReplaceFirst);
+
+        const std::string after = deck.Bytes();
+        const EntryPlace was = PlaceOf(before, slide1);
+        const EntryPlace is = PlaceOf(after, slide1);
+        for (const std::size_t field : {20u, 24u, 42u})
+            EXPECT_EQ(IntegerAt(after, is.record + field, 4), 0xFFFFFFFFu) << field;
+        EXPECT_EQ(IntegerAt(after, is.record + 30, 2), IntegerAt(before, was.record + 30, 2)) << "extra fields";
+        EXPECT_EQ(IntegerAt(after, is.localHeader + 28, 2), IntegerAt(before, was.localHeader + 28, 2));
+        EXPECT_EQ(IntegerAt(after, after.size() - 22 + 16, 4), 0xFFFFFFFFu) << "the zip64 end record is referred to";
+        EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
+        EXPECT_EQ(ConsistencyFault(deck.Path()), "");
+        EXPECT_EQ(RaisedBy([&] { WalkEverything(*deck.Open()); }).number, 0);
+    }
+}
+
 TEST(Save, PutsAPartBackIntoItsEncoding)
 {
     const DeckOnDisk utf16(fixtures::Utf16Slide());

@@ -85,6 +85,52 @@ TEST(ZipContainer, KeepsBytesAfterTheEndRecord)
     EXPECT_EQ(TextOf(PackageReader(bytes.substr(0, bytes.size() - trailer.size())), 1, 1), u"Contoso");
 }
 
+/// A deck that holds another one, not packed, and has entries after it.
+std::string DeckInADeck()
+{
+    return SmallDeck()
+        .Entry("ppt/embeddings/inner.pptx", Deck().Slide(Title(u"inside")).Bytes())
+        .Store("ppt/embeddings/inner.pptx")
+        .Entry("ppt/media/image1.png", "no picture")
+        .Bytes();
+}
+
+TEST(TruncatedPackage, IsNeverTakenForTheOneInsideOfIt)
+{
+    const std::string whole = DeckInADeck();
+    const std::string inner = Deck().Slide(Title(u"inside")).Bytes();
+    const std::size_t innerEnd = whole.find(inner) + inner.size();
+    ASSERT_THAT(Walked(whole), FailsWith(0, ""));
+
+    for (std::size_t size = innerEnd; size < whole.size(); ++size)
+        ASSERT_THAT(Walked(whole.substr(0, size)),
+                    FailsWith(FailureNumber::FileCorrupt, "the only end there is belongs to a file inside"))
+            << size - innerEnd;
+}
+
+TEST(OtherFile, IsNeverTakenForThePackageInsideOfIt)
+{
+    EXPECT_THAT(Walked("%PDF-1.7\n" + SmallDeck().Bytes() + "\nendstream"),
+                FailsWith(FailureNumber::FileCorrupt, "belongs to a file inside"));
+}
+
+TEST(ZipContainer, OpensAPackageWhoseZip64EndRecordIsNotNeeded)
+{
+    std::string bytes = SmallDeck().Zip64().Bytes();
+    const std::size_t end = bytes.size() - 22;
+    const std::size_t end64 = end - 20 - 56;
+    PutInteger(bytes, end + 8, 2, IntegerAt(bytes, end64 + 24, 2));
+    PutInteger(bytes, end + 10, 2, IntegerAt(bytes, end64 + 32, 2));
+    PutInteger(bytes, end + 12, 4, IntegerAt(bytes, end64 + 40, 4));
+    PutInteger(bytes, end + 16, 4, IntegerAt(bytes, end64 + 48, 4));
+    const DeckOnDisk deck(bytes);
+
+    deck.Change([](auto& presentation) { ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso"); });
+
+    EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
+    EXPECT_EQ(ConsistencyFault(deck.Path()), "");
+}
+
 TEST(ZipContainer, OpensAPackageWithTheLongestComment)
 {
     EXPECT_THAT(Walked(SmallDeck().Comment(std::string(0xFFFF, 'c')).Bytes()), FailsWith(0, ""));

@@ -27,8 +27,10 @@ struct End {
     std::uint64_t directorySize = 0;
     std::uint64_t directoryStart = 0;  // as stored
     std::uint64_t directoryLimit = 0;  // where the directory ends: the offset at which the first end record really lies
+    std::string record;                // without the comment
     std::string comment;
     std::string trailer;
+    bool has64 = false;  // the values are those of a zip64 end record
 };
 
 /// The last end record whose comment fits into the file. Searched backwards, as the comment may hold anything.
@@ -54,6 +56,7 @@ std::optional<End> FindEnd(const RandomAccessBytes& bytes)
                        .directorySize = Get<std::uint32_t>(tail, at + end::directorySize),
                        .directoryStart = Get<std::uint32_t>(tail, at + end::directoryStart),
                        .directoryLimit = tailStart + at,
+                       .record = tail.substr(at, endSize),
                        .comment = tail.substr(at + endSize, commentLength),
                        .trailer = tail.substr(at + endSize + commentLength)};
         }
@@ -65,7 +68,9 @@ std::optional<End> FindEnd(const RandomAccessBytes& bytes)
 void ReadEnd64(const RandomAccessBytes& bytes, End& found)
 {
     const bool needed = found.count == count64 || found.directorySize == in64 || found.directoryStart == in64;
-    if (!needed || found.directoryLimit < end64LocatorSize)
+    // A record that is not needed lies between the directory and its end all the same.
+    const bool isThere = found.directoryStart + found.directorySize != found.directoryLimit;
+    if ((!needed && !isThere) || found.directoryLimit < end64LocatorSize)
         return;
     const std::uint64_t locatorAt = found.directoryLimit - end64LocatorSize;
     const std::string locator = ReadString(bytes, locatorAt, end64LocatorSize);
@@ -83,8 +88,11 @@ void ReadEnd64(const RandomAccessBytes& bytes, End& found)
         found.directorySize = Get<std::uint64_t>(record, end64::directorySize);
         found.directoryStart = Get<std::uint64_t>(record, end64::directoryStart);
         found.directoryLimit = at;
+        found.has64 = true;
         return;
     }
+    if (!needed)
+        return;
     throw Damage({}, "the zip64 end record is missing");
 }
 
@@ -108,6 +116,19 @@ void ReadExtra64(std::string_view extra, ZipEntry& entry)
         }
         return;
     }
+}
+
+/// A file that is cut may hold another one, stored whole. The end record found is that one's then, and what is edited
+/// by it is the inner file. It shows by offsets that count from elsewhere than the file's begin.
+void CheckIsOfWholeFile(const RandomAccessBytes& bytes, std::uint64_t shift, std::string_view trailer)
+{
+    if (shift == 0)
+        return;
+    // In front of a package may be a program that unpacks it, and after one padding; but not an entry, and no content.
+    const std::string begin = ReadString(bytes, 0, std::min<std::uint64_t>(bytes.Size(), 4));
+    const bool isZipInFront = begin.size() == 4 && Get<std::uint32_t>(begin, 0) == localSignature;
+    if (isZipInFront || trailer.find_first_not_of('\0') != std::string_view::npos)
+        throw Damage({}, "the end of the zip file is missing; the only end there is belongs to a file inside");
 }
 
 }  // namespace
@@ -134,6 +155,9 @@ ZipDirectory::ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits)
     if (start_ < found->directoryStart)
         throw Damage({}, "the zip directory is cut");
     shift_ = start_ - found->directoryStart;
+    CheckIsOfWholeFile(bytes, shift_, found->trailer);
+    hasEnd64_ = found->has64;
+    endRecord_ = std::move(found->record);
     comment_ = std::move(found->comment);
     trailer_ = std::move(found->trailer);
     records_ = ReadString(bytes, start_, found->directorySize);

@@ -43,7 +43,8 @@ class ZipDirectory
 {
 public:
     /// Reads the directory. Raises `FileCorrupt` when there is none, or when what it says doesn't fit together or into
-    /// the file.
+    /// the file. So it does when the directory is that of a zip file inside of this one, whose own end is missing: the
+    /// bytes in front of the inner file are a zip file themselves, or there are others after its end.
     ZipDirectory(const RandomAccessBytes& bytes, const Limits& limits);
 
     /// In the order of the directory, which need not be the order in the file. They live as long as this object.
@@ -52,6 +53,9 @@ public:
     std::uint64_t Start() const { return start_; }         ///< Offset of the central directory in the file.
     std::uint64_t Shift() const { return shift_; }  ///< What stored offsets lack against the file's (bytes in front).
     std::string_view Comment() const { return comment_; }  ///< The archive comment.
+    bool HasEnd64() const { return hasEnd64_; }            ///< There is a zip64 end record, needed or not.
+    /// The end record without its comment, as in the file.
+    std::string_view EndRecord() const { return endRecord_; }
     std::string_view Trailer() const { return trailer_; }  ///< Bytes after the archive, such as padding.
 
     /// Offset of an entry's packed bytes. Reads its local header; raises `FileCorrupt` when there is none.
@@ -68,6 +72,8 @@ private:
     std::string records_;
     std::string comment_;
     std::string trailer_;
+    std::string endRecord_;
+    bool hasEnd64_ = false;
     std::vector<ZipEntry> entries_;
     std::uint64_t start_ = 0;
     std::uint64_t shift_ = 0;

@@ -110,15 +110,61 @@ private:
         const auto flags = static_cast<std::uint16_t>(Get<std::uint16_t>(header, local::flags) & ~flagDataDescriptor);
         zip::Put<std::uint16_t>(header, local::flags, flags);
         zip::Put<std::uint32_t>(header, local::crc, place.crc);
-        zip::Put<std::uint32_t>(header, local::packedSize, static_cast<std::uint32_t>(place.packedSize));
-        zip::Put<std::uint32_t>(header, local::size, static_cast<std::uint32_t>(place.size));
-        DropZip64Field(header, localSize + Get<std::uint16_t>(header, local::nameLength), local::extraLength);
+        PutValues(header, localSize + Get<std::uint16_t>(header, local::nameLength), local::extraLength,
+                  {{{local::size, entry.size, place.size}, {local::packedSize, entry.packedSize, place.packedSize}}});
         Put(header);
         Put(packed);
     }
 
-    /// Removes the zip64 field from the extra fields of a header: parts fit into 32 bits, and a field without values is
-    /// refused by readers.
+    /// A value that a header holds in 32 bits, or in its zip64 field, where that says so.
+    struct Value {
+        std::size_t field;
+        std::uint64_t before;
+        std::uint64_t now;
+    };
+
+    /// Puts values where the header has them: those that stand in the zip64 field stay there. They are given in the
+    /// order of that field. One that holds no values any more, or others than the header, goes: parts fit into 32 bits,
+    /// and readers refuse such a field.
+    static void PutValues(std::string& header, std::size_t extraStart, std::size_t lengthField,
+                          const std::vector<Value>& values)
+    {
+        const auto isIn64 = [&](const Value& value) { return Get<std::uint32_t>(header, value.field) == in64; };
+        const auto [begin, end] = FindZip64Field(header, extraStart, lengthField);
+        const bool isNeeded = std::ranges::any_of(values, isIn64);
+        std::size_t slot = begin;
+        for (const Value& value : values) {
+            const bool hasSlot = end - slot >= 8;
+            const bool isThere = isIn64(value) && hasSlot;
+            const bool isCopy = !isNeeded && hasSlot && Get<std::uint64_t>(header, slot) == value.before;
+            if (isThere || isCopy) {
+                zip::Put<std::uint64_t>(header, slot, value.now);
+                slot += 8;
+            }
+            if (!isThere)
+                zip::Put<std::uint32_t>(header, value.field, static_cast<std::uint32_t>(value.now));
+        }
+        if (slot == begin || (!isNeeded && slot != end))
+            DropZip64Field(header, extraStart, lengthField);
+    }
+
+    /// Where the values of the zip64 field stand among a header's extra fields; nowhere without one.
+    static std::pair<std::size_t, std::size_t> FindZip64Field(std::string_view header, std::size_t extraStart,
+                                                              std::size_t lengthField)
+    {
+        const std::size_t extraEnd = extraStart + Get<std::uint16_t>(header, lengthField);
+        for (std::size_t at = extraStart; at + 4 <= extraEnd;) {
+            const std::size_t end = at + 4 + Get<std::uint16_t>(header, at + 2);
+            if (end > extraEnd)
+                break;
+            if (Get<std::uint16_t>(header, at) == extraZip64)
+                return {at + 4, end};
+            at = end;
+        }
+        return {};
+    }
+
+    /// Removes the zip64 field from the extra fields of a header.
     static void DropZip64Field(std::string& header, std::size_t extraStart, std::size_t lengthField)
     {
         std::size_t length = Get<std::uint16_t>(header, lengthField);
@@ -193,13 +239,14 @@ private:
     {
         std::string record(directory_.Records().substr(entry.record, entry.recordSize));
         if (place.rewritten) {
-            DropZip64Field(record, centralSize + entry.name.size(), central::extraLength);
             zip::Put<std::uint16_t>(record, central::flags,
                                     static_cast<std::uint16_t>(entry.flags & ~flagDataDescriptor));
             zip::Put<std::uint32_t>(record, central::crc, place.crc);
-            zip::Put<std::uint32_t>(record, central::packedSize, static_cast<std::uint32_t>(place.packedSize));
-            zip::Put<std::uint32_t>(record, central::size, static_cast<std::uint32_t>(place.size));
-            zip::Put<std::uint32_t>(record, central::localHeader, static_cast<std::uint32_t>(place.localHeader));
+            // The offset in the file counts what is in front of it; the stored one may not.
+            PutValues(record, centralSize + entry.name.size(), central::extraLength,
+                      {{{central::size, entry.size, place.size},
+                        {central::packedSize, entry.packedSize, place.packedSize},
+                        {central::localHeader, entry.localHeader - directory_.Shift(), place.localHeader}}});
         } else if (Get<std::uint32_t>(record, central::localHeader) != in64) {
             zip::Put<std::uint32_t>(record, central::localHeader, static_cast<std::uint32_t>(place.localHeader));
         } else {
@@ -228,36 +275,44 @@ private:
 
     void WriteEnd(std::uint64_t start, std::uint64_t size, std::uint64_t count)
     {
-        std::string end;
-        const bool needs64 = count >= count64 || start >= in64 || size >= in64;
+        std::string written;
+        const bool needs64 = directory_.HasEnd64() || count >= count64 || start >= in64 || size >= in64;
         if (needs64) {
             const std::uint64_t end64At = target_.Position();
-            Append<std::uint32_t>(end, end64Signature);
+            Append<std::uint32_t>(written, end64Signature);
             // The size counts neither the signature nor itself (APPNOTE 4.3.14). 4.5 is the first version with zip64.
-            Append<std::uint64_t>(end, end64Size - 12);
-            Append<std::uint16_t>(end, std::uint16_t{45});
-            Append<std::uint16_t>(end, std::uint16_t{45});
-            end.append(8, '\0');
-            Append<std::uint64_t>(end, count);
-            Append<std::uint64_t>(end, count);
-            Append<std::uint64_t>(end, size);
-            Append<std::uint64_t>(end, start);
-            Append<std::uint32_t>(end, end64LocatorSignature);
-            Append<std::uint32_t>(end, std::uint32_t{0});
-            Append<std::uint64_t>(end, end64At);
-            Append<std::uint32_t>(end, std::uint32_t{1});
+            Append<std::uint64_t>(written, end64Size - 12);
+            Append<std::uint16_t>(written, std::uint16_t{45});
+            Append<std::uint16_t>(written, std::uint16_t{45});
+            written.append(8, '\0');
+            Append<std::uint64_t>(written, count);
+            Append<std::uint64_t>(written, count);
+            Append<std::uint64_t>(written, size);
+            Append<std::uint64_t>(written, start);
+            Append<std::uint32_t>(written, end64LocatorSignature);
+            Append<std::uint32_t>(written, std::uint32_t{0});
+            Append<std::uint64_t>(written, end64At);
+            Append<std::uint32_t>(written, std::uint32_t{1});
         }
-        const auto count16 = static_cast<std::uint16_t>(std::min<std::uint64_t>(count, count64));
-        Append<std::uint32_t>(end, endSignature);
-        end.append(4, '\0');
-        Append<std::uint16_t>(end, count16);
-        Append<std::uint16_t>(end, count16);
-        Append<std::uint32_t>(end, static_cast<std::uint32_t>(std::min<std::uint64_t>(size, in64)));
-        Append<std::uint32_t>(end, static_cast<std::uint32_t>(std::min<std::uint64_t>(start, in64)));
-        Append<std::uint16_t>(end, static_cast<std::uint16_t>(directory_.Comment().size()));
-        end += directory_.Comment();
-        end += directory_.Trailer();
-        Put(end);
+        // What referred to the zip64 record does so again.
+        const auto old16 = [&](std::size_t field) { return Get<std::uint16_t>(directory_.EndRecord(), field); };
+        const auto old32 = [&](std::size_t field) { return Get<std::uint32_t>(directory_.EndRecord(), field); };
+        const auto fitting = [&](std::uint64_t value, bool was64, std::uint64_t in) {
+            return was64 && directory_.HasEnd64() ? in : std::min<std::uint64_t>(value, in);
+        };
+        const auto count16 = static_cast<std::uint16_t>(fitting(count, old16(end::count) == count64, count64));
+        Append<std::uint32_t>(written, endSignature);
+        written.append(4, '\0');
+        Append<std::uint16_t>(written, count16);
+        Append<std::uint16_t>(written, count16);
+        Append<std::uint32_t>(written,
+                              static_cast<std::uint32_t>(fitting(size, old32(end::directorySize) == in64, in64)));
+        Append<std::uint32_t>(written,
+                              static_cast<std::uint32_t>(fitting(start, old32(end::directoryStart) == in64, in64)));
+        Append<std::uint16_t>(written, static_cast<std::uint16_t>(directory_.Comment().size()));
+        written += directory_.Comment();
+        written += directory_.Trailer();
+        Put(written);
     }
 
     const RandomAccessBytes& source_;
