@@ -13,6 +13,7 @@
 #include "platform/FileLock.h"
 #include "platform/Files.h"
 #include "platform/FolderOf.h"
+#include "platform/Leftovers.h"
 #include "platform/NativePath.h"
 #include "platform/Treatments.h"
 #include "run/BackupPaths.h"
@@ -182,8 +183,10 @@ BackupFolder* BackupCommands::FolderFor(const String& backup)
     if (const auto before = std::exchange(folder_, nullptr))
         before->ForgetRemoved();
     folderPath_ = path;
-    if (!backup.empty())
+    if (!backup.empty()) {
+        RemoveLeftovers(path.empty() ? String(u".") : path);
         Skip([&] { folder_ = std::make_unique<BackupFolder>(path); });
+    }
     return folder_.get();
 }
 

@@ -1,11 +1,14 @@
 #include "batch/RunBackups.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include "batch/BackupNames.h"
+#include "platform/Crc32.h"
 #include "platform/Failure.h"
 #include "platform/FolderOf.h"
+#include "platform/OpenedFile.h"
 #include "platform/Treatments.h"
 #include "platform/Warnings.h"
 #include "run/BackupPaths.h"
@@ -42,9 +45,17 @@ RunBackups::RunBackups(BackupNaming naming) : naming_(naming) {}
 void RunBackups::Remember(const String& path)
 {
     rememberedPath_.clear();
+    rememberedContent_.reset();
+    rememberedState_ = FileStateOf(path);
     Skip([&] {
         remembered_ = GetAttributes(path);
         rememberedPath_ = path;
+        // Longer than the clock of any file system stands still.
+        constexpr std::int64_t young = 2'000'000'000;
+        if (rememberedState_ && rememberedState_->lastWrite >= OpenedFile::Clock() - young) {
+            const std::string bytes = ReadWholeFile(path);
+            rememberedContent_ = {bytes.size(), Crc32(std::as_bytes(std::span(bytes)))};
+        }
     });
 }
 
@@ -116,6 +127,7 @@ void RunBackups::Copy(const Target& target, const String& name)
     const String backup = target.PathOf(name);
     String notRecorded;
     CopyFile(target.path, backup, [&](const CopiedContent& content) {
+        CheckUnchanged(target.path, content);
         // Recorded before it is there: of a run that is killed in between, a line is left that means nothing.
         try {
             target.folder.Record(name, target.original, content);
@@ -135,6 +147,22 @@ void RunBackups::Copy(const Target& target, const String& name)
     const std::uint32_t mode = GetAttributes(backup).mode;
     if (rememberedPath_ == target.path && (mode & remembered_.mode) != mode)
         target.folder.SetMode(name, mode & remembered_.mode);
+}
+
+/// A program that rewrites a file in place leaves half of it for a while. A copy of that would be kept as the first
+/// backup by every later run.
+void RunBackups::CheckUnchanged(const String& path, const CopiedContent& content) const
+{
+    if (rememberedPath_ != path || !rememberedState_)
+        return;
+    // Not the time of the last change, as the run itself may have set the mode.
+    const std::optional<FileState> now = FileStateOf(path);
+    const bool isSame = now && now->identity == rememberedState_->identity && now->size == rememberedState_->size &&
+                        now->lastWrite == rememberedState_->lastWrite && content.size == now->size &&
+                        (!rememberedContent_ || content == *rememberedContent_);
+    if (!isSame)
+        throw Failure(FailureNumber::SharingViolation,
+                      u"The file " + path + u" was changed by another program while it was opened; run it again.");
 }
 
 }  // namespace tessarine::batch

@@ -225,6 +225,16 @@ TEST_F(BackupCommandsTest, CleanDropsWhatACleanThatWasKilledLeft)
     EXPECT_THAT(FilesOfFolder(folder.Path()), ElementsAre(file));
 }
 
+TEST_F(BackupCommandsTest, RemovesTheNewFilesOfKilledProcesses)
+{
+    const String file = folder.Write(u"a.pptx", "new");
+    folder.Write(u".tessarine-aB3xYz", "half");
+
+    Restore(file);
+
+    EXPECT_THAT(FilesOfFolder(folder.Path()), ElementsAre(file));
+}
+
 TEST_F(BackupCommandsTest, CleanLeavesAPersonsFileAlone)
 {
     const String file = folder.Write(u"a.pptx", "new");

@@ -151,6 +151,22 @@ TEST_F(RunBackupsTest, GivesTheBackupTheModeThatTheFileHadBeforeTheRun)
     EXPECT_EQ(ModeOf(folder.PathOf(u"a..bak")), 0444u);
 }
 
+TEST_F(RunBackupsTest, KeepsNoCopyOfAFileThatSomebodyRewrites)
+{
+    const String file = folder.Write(u"a.pptx", "old");
+    for (const char* rewritten : {"", "hal", "much longer than before"}) {
+        folder.Write(u"a.pptx", "old");
+        RunBackups backups(BackupNaming::First);
+        backups.Remember(file);
+        folder.Write(u"a.pptx", rewritten);
+
+        EXPECT_EQ(Skip([&] { backups.Make(file); }), FailureNumber::SharingViolation) << rewritten;
+
+        EXPECT_EQ(Content(u"a..bak"), "<missing>");
+        EXPECT_EQ(Content(u".tessarine-backups"), "<missing>");
+    }
+}
+
 TEST_F(RunBackupsTest, MakesANewNumberInEachRun)
 {
     const String file = folder.Write(u"a.pptx", "one");
