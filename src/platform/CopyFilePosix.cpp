@@ -11,6 +11,7 @@
 #include "platform/Files.h"
 #include "platform/NativePath.h"
 #include "platform/OpenedFile.h"
+#include "platform/RandomAccessFile.h"
 #include "platform/ReplacementFile.h"
 
 namespace tessarine
@@ -23,7 +24,10 @@ namespace
 class Source
 {
 public:
-    explicit Source(StringView path) : path_(NativePath(path)), file_(Open(path_)), opened_(file_.get()) {}
+    explicit Source(StringView path) : path_(NativePath(path)), file_(Open(path_)), opened_(file_.get())
+    {
+        CheckAgainstOpened();
+    }
 
     int Descriptor() const { return file_.get(); }
 
@@ -48,6 +52,7 @@ public:
             if (isChecksumWanted)
                 content.checksum = Crc32(piece, content.checksum);
         }
+        CheckAgainstOpened();
         if (!opened_.IsUnchanged())
             throw ClassicFileFailure(FileTrouble::InUse, "read", path_,
                                      "it was changed by another program while it was copied; run it again");
@@ -55,6 +60,16 @@ public:
     }
 
 private:
+    /// A backup of a presentation that is open is to be one of what was opened, not of what another program is making
+    /// of the file.
+    void CheckAgainstOpened() const
+    {
+        const OpenedFile* const opened = RandomAccessFile::OpenForSaving(path_);
+        if (opened != nullptr && (opened_.State() != opened->Expected() || !opened->HasSameContent()))
+            throw ClassicFileFailure(FileTrouble::InUse, "read", path_,
+                                     "it was changed by another program since it was opened; run it again");
+    }
+
     static FileDescriptor Open(const std::string& path)
     {
         // O_NONBLOCK keeps a named pipe from holding up a run.

@@ -163,8 +163,10 @@ FileLock::FileLock(StringView path)
 
         LockAttempt attempt = TryToLock(file.get());
         if (attempt == LockAttempt::NeedsWriting) {
-            // Of a file that can't be opened in this way, nothing can be saved either.
             file = FileDescriptor(open(native->c_str(), O_RDWR | flags));
+            // A read-only one goes without a lock: a new file may take its place all the same.
+            if (!file.IsOpen())
+                return;
             if (const auto state = FileStateOf(file.get()); !state || state->identity != identity)
                 continue;
             attempt = TryToLock(file.get());

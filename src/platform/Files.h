@@ -62,7 +62,7 @@ using CopyComplete = std::function<void(const CopiedContent& content)>;
 /// the owner, group, mode, access list and extended attributes of the original as far as this process may set them,
 /// and never lets in more people than the original (KeptAttributes). An older target is replaced even when it is
 /// read-only; one that is a link or no file fails with `PermissionDenied`, and so does a source that another program
-/// changes while it is copied.
+/// changes while it is copied, or has changed since this process opened it for saving under the same path.
 ///
 /// `complete` is told what was copied as soon as the copy is complete, right before it takes the target's place. What
 /// it raises goes on, and the target stays as it was. May be empty.

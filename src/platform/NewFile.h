@@ -35,9 +35,19 @@ public:
     /// All that was written is on the disk, whichever way the file system tells of a write that failed.
     bool FlushToDisk();
 
-    /// Renames the file to `name` in its folder: over the file of that name, or (`mayReplace` false) only when there is
-    /// none, else EEXIST.
-    bool TakePlace(const std::string& name, bool mayReplace);
+    /// Renames the file to `name` in its folder, where there must be no file of that name: else EEXIST.
+    bool TakeFreePlace(const std::string& name);
+
+    /// Renames the file over the one of that name in its folder, in one step.
+    bool TakePlace(const std::string& name);
+
+    /// Lets the file and the one of that name in its folder change their names, in one step: the old file then has the
+    /// temporary name, and goes when this object does. A second call takes that back. EINVAL or ENOSYS where the file
+    /// system can't do that.
+    bool ChangePlaces(const std::string& name);
+
+    /// Removes what has the temporary name, be it the new file or, after ChangePlaces, the old one.
+    void Remove();
 
     /// The descriptor, with its lock; the file is no longer open here.
     FileDescriptor Release() { return std::move(file_); }

@@ -138,8 +138,7 @@ bool NewFile::MakeFile()
 
 NewFile::~NewFile()
 {
-    if (isThere_)
-        unlinkat(folder_, name_.c_str(), 0);
+    Remove();
     FreeSlot(slot_);
 }
 
@@ -166,26 +165,39 @@ bool NewFile::FlushToDisk()
     return second.IsOpen() && second.Close();
 }
 
-bool NewFile::TakePlace(const std::string& name, bool mayReplace)
+bool NewFile::TakeFreePlace(const std::string& name)
 {
-    int result = -1;
-    if (!mayReplace) {
-        result = renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_NOREPLACE);
-        // Not every file system can do that in one step.
-        if (result != 0 && (errno == EINVAL || errno == ENOSYS)) {
-            if (FileStateIn(folder_, name)) {
-                errno = EEXIST;
-                return false;
-            }
-            mayReplace = true;
-        }
+    if (renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_NOREPLACE) == 0) {
+        isThere_ = false;
+        return true;
     }
-    if (mayReplace)
-        result = renameat(folder_, name_.c_str(), folder_, name.c_str());
-    if (result != 0)
+    // Not every file system can do that in one step.
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    if (!FileStateIn(folder_, name))
+        return TakePlace(name);
+    errno = EEXIST;
+    return false;
+}
+
+bool NewFile::TakePlace(const std::string& name)
+{
+    if (renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0)
         return false;
     isThere_ = false;
     return true;
+}
+
+bool NewFile::ChangePlaces(const std::string& name)
+{
+    return renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_EXCHANGE) == 0;
+}
+
+void NewFile::Remove()
+{
+    if (isThere_)
+        unlinkat(folder_, name_.c_str(), 0);
+    isThere_ = false;
 }
 
 bool IsNewFileName(std::string_view name)

@@ -39,6 +39,9 @@ public:
     /// any more, and for a racy one of more than 4 GiB, which nothing here saves anyway.
     bool IsUnchanged() const;
 
+    /// The part of IsUnchanged that concerns the content of a racy file alone; true for all others.
+    bool HasSameContent() const { return !isRacy_ || (checksum_ && ChecksumNow() == checksum_); }
+
     /// This process itself has touched the file, or put one of this state in its place.
     void NoteOwnSave(const FileState& saved);
 

@@ -68,9 +68,7 @@ OpenedFile::OpenedFile(int descriptor) : OpenedFile(descriptor, FileStateOf(desc
 
 bool OpenedFile::IsUnchanged() const
 {
-    if (FileStateOf(descriptor_) != state_)
-        return false;
-    return !isRacy_ || (checksum_ && ChecksumNow() == checksum_);
+    return FileStateOf(descriptor_) == state_ && HasSameContent();
 }
 
 void OpenedFile::NoteOwnSave(const FileState& saved)

@@ -100,6 +100,8 @@ private:
     void CheckPlace() const;
     bool GiveAttributes();
     void TakePlace();
+    void TakePlaceOfOldFile();
+    bool IsOldFile(const std::string& name) const;
     void WriteIntoOldFile();
     void NoteSaved(int file);
     void WarnOf(const std::string& text) const;

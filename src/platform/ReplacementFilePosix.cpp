@@ -279,11 +279,10 @@ void ReplacementFile::TakePlace()
 {
     NoteReplacement(place_.path, newFile_->Descriptor());
     CheckPlace();
-    if (!newFile_->TakePlace(place_.name, old_.has_value())) {
-        if (errno == EEXIST && !old_)
-            throw ChangedByOthers();
-        throw FailureFor(errno, "save (the new file can't take the old one's place)");
-    }
+    if (old_)
+        TakePlaceOfOldFile();
+    else if (!newFile_->TakeFreePlace(place_.name))
+        throw errno == EEXIST ? ChangedByOthers() : FailureFor(errno, "save");
     FileDescriptor file = newFile_->Release();
     NoteSaved(file.get());
     if (old_)
@@ -299,6 +298,33 @@ void ReplacementFile::TakePlace()
         WarnOf(others == 1 ? "has 1 more name that keeps the old text"
                            : "has " + std::to_string(others) + " more names that keep the old text");
     }
+}
+
+/// Another program may put its own file there, or write to the old one, between any look and the rename. So the two
+/// change places, and what came out is looked at: if it isn't the old file as it was, they change back.
+void ReplacementFile::TakePlaceOfOldFile()
+{
+    constexpr const char* attempt = "save (the new file can't take the old one's place)";
+    if (!newFile_->ChangePlaces(place_.name)) {
+        // Where the file system can't do that, the look right before the rename has to do.
+        if ((errno != EINVAL && errno != ENOSYS) || !newFile_->TakePlace(place_.name))
+            throw FailureFor(errno, attempt);
+        return;
+    }
+    if (!IsOldFile(newFile_->Name())) {
+        if (!newFile_->ChangePlaces(place_.name))
+            throw FailureFor(errno, attempt);
+        throw ChangedByOthers();
+    }
+    newFile_->Remove();
+}
+
+/// Whether the old file, which a rename has changed the last change of and nothing else, has this name.
+bool ReplacementFile::IsOldFile(const std::string& name) const
+{
+    const auto state = FileStateIn(place_.folder.get(), name);
+    return state && state->identity == old_->identity && state->size == old_->size &&
+           state->lastWrite == old_->lastWrite && (opened_ == nullptr || opened_->HasSameContent());
 }
 
 void ReplacementFile::WriteIntoOldFile()

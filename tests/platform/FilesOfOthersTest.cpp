@@ -11,7 +11,9 @@
 #include "platform/Failure.h"
 #include "platform/FileLock.h"
 #include "platform/Files.h"
+#include "platform/Leftovers.h"
 #include "platform/ReplacementFile.h"
+#include "RenameHook.h"
 #include "support/OrdinaryUser.h"
 #include "support/OtherProcess.h"
 #include "support/TemporaryFolder.h"
@@ -233,6 +235,36 @@ TEST_P(ChangedByOthers, AmidASaveOfAFileThatWasNotOpenedIsNoticed)
     ExpectNotLost(raised);
 }
 
+TEST_P(ChangedByOthers, InTheLastMomentIsNotLost)
+{
+    // This alone moves no time but that of the last change, as the rename itself does.
+    if (std::string(GetParam().name) == "Protected" || std::string(GetParam().name) == "RewrittenWithItsOldDate")
+        GTEST_SKIP() << "the state before the rename is no measure";
+    RandomAccessFile opened(path_);
+    auto file = std::make_unique<ReplacementFile>(path_, *opened.Opened());
+    file->Write(Bytes("new"));
+    const RenameHook hook([&] { MakeChange(); });
+
+    const Raised raised = RaisedBy([&] { file->Commit(); });
+    file.reset();
+
+    EXPECT_NE(raised.number, 0);
+    EXPECT_EQ(ContentOf(path_), GetParam().left);
+    EXPECT_EQ(RemoveLeftovers(folder_.Path()), 0u);
+}
+
+TEST_P(ChangedByOthers, BetweenItsOpeningAndItsBackupMakesNoBackup)
+{
+    const RandomAccessFile opened(path_, RandomAccessFile::Use::Saving);
+    MakeChange();
+
+    const Raised raised = RaisedBy([&] { CopyFile(path_, folder_.PathOf(u"q..bak")); });
+
+    EXPECT_NE(raised.number, 0);
+    EXPECT_EQ(ContentOf(folder_.PathOf(u"q..bak")), "<missing>");
+    EXPECT_EQ(ContentOf(path_), GetParam().left);
+}
+
 TEST_P(ChangedByOthers, AmidACopyBackIsNoticed)
 {
     const String copy = folder_.Write(u"q..bak", "backup");
@@ -299,6 +331,55 @@ TEST(ANewFile, DoesNotReplaceOneThatWasMadeMeanwhile)
 
     EXPECT_EQ(raised.number, FailureNumber::SharingViolation);
     EXPECT_EQ(ContentOf(path), "theirs");
+}
+
+TEST(ANewFile, DoesNotReplaceOneThatWasMadeInTheLastMoment)
+{
+    const TemporaryFolder folder;
+    const String path = folder.PathOf(u"job.tsq");
+    const RenameHook hook([&] { folder.Write(u"job.tsq", "theirs"); });
+
+    const Raised raised = RaisedBy([&] {
+        ReplacementFile file(path, ReplacementFile::Missing::IsMade);
+        file.Write(Bytes("new"));
+        file.Commit();
+    });
+
+    EXPECT_EQ(raised.number, FailureNumber::SharingViolation);
+    EXPECT_EQ(ContentOf(path), "theirs");
+}
+
+TEST(ASavedFile, NeedsNoFileSystemThatExchangesFiles)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"q.pptx", "deck");
+    const RenameHook hook([] {}, false);
+
+    Replace(path, "new");
+    {
+        ReplacementFile file(folder.PathOf(u"job.tsq"), ReplacementFile::Missing::IsMade);
+        file.Write(Bytes("job"));
+        file.Commit();
+    }
+
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_EQ(ContentOf(folder.PathOf(u"job.tsq")), "job");
+    EXPECT_EQ(FilesOfFolder(folder.Path()).size(), 2u);
+}
+
+TEST(ABackup, OfAFileThatIsOpenIsMadeWhileNobodyElseChangesIt)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"q.pptx", "deck");
+    {
+        const RandomAccessFile opened(path, RandomAccessFile::Use::Saving);
+        CopyFile(path, folder.PathOf(u"q..bak"));
+    }
+    EXPECT_EQ(ContentOf(folder.PathOf(u"q..bak")), "deck");
+
+    folder.Write(u"q.pptx", "another");
+    CopyFile(path, folder.PathOf(u"q..bak"));
+    EXPECT_EQ(ContentOf(folder.PathOf(u"q..bak")), "another") << "it is closed by now";
 }
 
 TEST(ASavedFile, IsTheOneThatTheNextSaveExpects)
