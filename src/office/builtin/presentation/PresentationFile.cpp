@@ -9,6 +9,8 @@
 #include "office/builtin/package/PartName.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "platform/ErrorLog.h"
+#include "platform/Failure.h"
+#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {
@@ -240,8 +242,11 @@ bool PresentationFile::NotesMayHold(const SoughtText& sought)
 void PresentationFile::Save(StringView path)
 {
     // First, because only this tells the package what has changed.
+    std::map<Package::Entry, TextChange> titles;
     for (const auto& [entry, part] : parts_)
-        part->Flush();
+        if (auto title = part->Flush())
+            titles.emplace(entry, std::move(*title));
+    FollowTitles(titles, path);
     if (builtIn_)
         builtIn_->Flush();
     if (custom_)
@@ -250,6 +255,26 @@ void PresentationFile::Save(StringView path)
         // Only now: removing signatures is a change itself.
         DropSignatures(path);
     package_.Save(path);
+}
+
+/// A name that was replaced in a title must not stay in the list of titles, which file managers show.
+void PresentationFile::FollowTitles(const std::map<Package::Entry, TextChange>& titles, StringView path)
+{
+    std::vector<ChangedTitle> changed;
+    for (std::size_t slide = 0; slide < slides_.size() && !titles.empty(); ++slide)
+        // Titles of other parts, such as layouts, are not in the list.
+        if (const auto title = titles.find(slides_[slide]); title != titles.end())
+            changed.push_back({slide, title->second.before, title->second.after});
+    if (changed.empty())
+        return;
+    try {
+        BuiltIn();
+    } catch (const Failure& failure) {
+        // Nobody has asked for the properties: that these are damaged is no reason to lose the replacements.
+        Warn(String(path), u"The list of titles in the properties could not be changed: " + failure.description);
+        return;
+    }
+    builtIn_->FollowTitles(changed, slides_.size());
 }
 
 void PresentationFile::DropSignatures(StringView path)

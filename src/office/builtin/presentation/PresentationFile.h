@@ -54,7 +54,8 @@ public:
     bool SlidesMayHold(const SoughtText& sought) override;
     bool NotesMayHold(const SoughtText& sought) override;
 
-    /// An edited package loses its digital signatures, which would not be valid any more; the error log says so.
+    /// Entries of the list of titles in the extended properties follow the slides' titles. An edited package loses its
+    /// digital signatures, which would not be valid any more; the error log says so.
     void Save(StringView path) override;
 
 private:
@@ -72,6 +73,8 @@ private:
     GroupFilter FilterOf(const std::vector<Package::Entry>& entries);
     /// Null for no entry.
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
+    void FollowTitles(const std::map<Package::Entry, TextChange>& titles,
+                      StringView path);    ///< `path` is for a warning.
     void DropSignatures(StringView path);  ///< `path` is for the error log.
 
     Package package_;                            // in front of all that borrows it

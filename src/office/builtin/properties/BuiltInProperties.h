@@ -22,6 +22,12 @@ public:
     /// packages have no place for.
     void Put(BuiltInProperty property, const String& text) override;
 
+    /// See PropertyPart; nothing for a package without an extended part.
+    void FollowTitles(const std::vector<ChangedTitle>& changed, std::size_t slideCount)
+    {
+        extended_.FollowTitles(changed, slideCount);
+    }
+
     /// Hands the edits to the package, which writes them when it is saved. May be called again after further edits.
     void Flush();
 

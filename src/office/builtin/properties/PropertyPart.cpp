@@ -1,6 +1,8 @@
 #include "office/builtin/properties/PropertyPart.h"
 
 #include <algorithm>
+#include <set>
+#include <unordered_map>
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/EditedPart.h"
@@ -84,6 +86,20 @@ PropertyPart::PropertyPart(Package& package, Which which) : package_(package), w
             prefixes_.emplace(NamespaceOf(value), std::string(name.substr(6)) + ":");
     });
     elements_ = ElementsOf(document);
+    titles_ = TitlesOf(document);
+}
+
+std::vector<PropertyPart::Element> PropertyPart::TitlesOf(const XmlDocument& document)
+{
+    std::vector<Element> titles;
+    const Node list = document.Child(document.Root(), Ns::ExtendedProperties, "TitlesOfParts");
+    for (const Node entry : document.Child(list, Ns::VariantTypes, "vector").ChildElements())
+        if (document.Is(entry, Ns::VariantTypes, "lpstr") || document.Is(entry, Ns::VariantTypes, "lpwstr"))
+            titles.push_back({.ns = Ns::VariantTypes,
+                              .localName = {},
+                              .text = document.TextOf(entry),
+                              .offset = document.OffsetOf(entry)});
+    return titles;
 }
 
 std::vector<PropertyPart::Element> PropertyPart::ElementsOf(const XmlDocument& document)
@@ -110,7 +126,8 @@ void PropertyPart::CheckReadAgain(const XmlDocument& document, std::string_view 
                ReadsAs(readAgain.text, element.text);
     };
     // What is new stands at the end, in both.
-    if (!std::ranges::equal(elements_, ElementsOf(document), isSame))
+    if (!std::ranges::equal(elements_, ElementsOf(document), isSame) ||
+        !std::ranges::equal(titles_, TitlesOf(document), isSame))
         throw FailedEdit(part, "a property would not have the value that was put");
 }
 
@@ -143,6 +160,46 @@ void PropertyPart::Put(Ns ns, std::string_view localName, const String& text)
     changed_ = true;
 }
 
+namespace
+{
+
+/// A title as the list has it: in one line, without blanks at its ends.
+String InOneLine(StringView title)
+{
+    String line;
+    for (const char16_t unit : title) {
+        if (unit > u' ')
+            line += unit;
+        else if (!line.empty() && line.back() != u' ')
+            line += u' ';
+    }
+    if (line.ends_with(u' '))
+        line.pop_back();
+    return line;
+}
+
+}  // namespace
+
+void PropertyPart::FollowTitles(const std::vector<ChangedTitle>& changed, std::size_t slideCount)
+{
+    // As they were before any of these changes. Each entry follows one title at most.
+    std::unordered_map<String, std::set<std::size_t>> entries;
+    for (std::size_t entry = 0; entry < titles_.size(); ++entry)
+        entries[InOneLine(titles_[entry].text)].insert(entry);
+    for (const ChangedTitle& title : changed) {
+        const String before = InOneLine(title.before);
+        const auto equal = entries.find(before);
+        if (before.empty() || equal == entries.end() || equal->second.empty())
+            continue;
+        const std::size_t own = titles_.size() < slideCount ? 0 : titles_.size() - slideCount + title.slide;
+        const auto ownEntry = equal->second.find(own);
+        const auto entry = ownEntry == equal->second.end() ? equal->second.begin() : ownEntry;
+        titles_[*entry].text = InOneLine(title.after);
+        titles_[*entry].changed = changed_ = true;
+        equal->second.erase(entry);
+    }
+}
+
 void PropertyPart::Flush()
 {
     if (!changed_)
@@ -151,6 +208,17 @@ void PropertyPart::Flush()
         package_.ReplaceXml(*entry_, EditedBytes());
     else
         AddPart();
+}
+
+ByteEdit PropertyPart::EditOf(const Element& element, std::string_view bytes)
+{
+    const ElementRange range = ScanElement(bytes, element.offset);
+    if (range.IsEmptyTag()) {
+        const std::size_t slash = bytes.rfind('/', range.end);
+        return {slash, range.end, ">" + EscapePropertyText(element.text) + "</" + std::string(range.name) + ">"};
+    }
+    const std::string_view content = bytes.substr(range.contentBegin, range.contentEnd - range.contentBegin);
+    return {range.contentBegin, range.contentEnd, ReplaceContent(content, element.text, EscapePropertyText)};
 }
 
 std::string PropertyPart::EditedBytes() const
@@ -164,18 +232,11 @@ std::string PropertyPart::EditedBytes() const
         }
         if (!element.changed)
             continue;
-        const ElementRange range = ScanElement(bytes_, element.offset);
-        if (range.IsEmptyTag()) {
-            const std::size_t slash = bytes_.rfind('/', range.end);
-            edits.push_back(
-                {slash, range.end, ">" + EscapePropertyText(element.text) + "</" + std::string(range.name) + ">"});
-        } else {
-            const std::string_view content =
-                std::string_view(bytes_).substr(range.contentBegin, range.contentEnd - range.contentBegin);
-            edits.push_back(
-                {range.contentBegin, range.contentEnd, ReplaceContent(content, element.text, EscapePropertyText)});
-        }
+        edits.push_back(EditOf(element, bytes_));
     }
+    for (const Element& title : titles_)
+        if (title.changed)
+            edits.push_back(EditOf(title, bytes_));
     if (!added.empty())
         edits.push_back(AppendToRoot(bytes_, std::move(added)));
     const std::string_view part = package_.NameOf(*entry_);

@@ -8,10 +8,18 @@
 
 #include "office/builtin/package/Package.h"
 #include "office/builtin/xml/XmlDocument.h"
+#include "office/builtin/xml/XmlEdits.h"
 #include "office/builtin/xml/XmlNamespaces.h"
 
 namespace tessarine::builtin
 {
+
+/// The title of a slide that has changed.
+struct ChangedTitle {
+    std::size_t slide;  ///< From 0.
+    String before;
+    String after;
+};
 
 /// A part whose root holds one element per property: docProps/core.xml (ECMA-376 part 2, 11) or docProps/app.xml (part
 /// 1, 22.2). In a package without the part every property reads as absent, and the part is made when something is put.
@@ -33,6 +41,11 @@ public:
     /// Sets the text, making the element when it is absent. An empty text for an absent element is no change.
     void Put(Ns ns, std::string_view localName, const String& text);
 
+    /// Lets the list of titles (`TitlesOfParts`) follow the slides: an entry that is the old title of a slide becomes
+    /// the new one. The entries of slides come last in the list, one for each; where they do, each slide has its own.
+    /// In entries, line and paragraph breaks are blanks.
+    void FollowTitles(const std::vector<ChangedTitle>& changed, std::size_t slideCount);
+
     /// Hands the edits to the package, which writes them when it is saved. Raises `FileCorrupt` when they would not
     /// read as they were put.
     void Flush();
@@ -47,6 +60,10 @@ private:
         bool isNew = false;      // stands nowhere in bytes_
         bool changed = false;
     };
+
+    /// An entry of the list of titles, for which Element's namespace and name don't matter.
+    static std::vector<Element> TitlesOf(const XmlDocument& document);
+    static ByteEdit EditOf(const Element& element, std::string_view bytes);
 
     /// The elements of a part, which know their places in its bytes.
     static std::vector<Element> ElementsOf(const XmlDocument& document);
@@ -65,6 +82,7 @@ private:
     std::optional<Package::Entry> entry_;  // nothing while the package has no such part
     std::string bytes_;                    // UTF-8
     std::vector<Element> elements_;
+    std::vector<Element> titles_;         // as elements_; of the extended part
     std::map<Ns, std::string> prefixes_;  // bound by the root, with their colon
     bool changed_ = false;
     bool added_ = false;  // the package has a type and a relationship for the new part

@@ -16,6 +16,8 @@ using enum Ns;
 Placeholder PlaceholderOf(const XmlDocument& document, Node placeholder)
 {
     const std::string_view type = document.Attribute(placeholder, "type");
+    if (type == "title" || type == "ctrTitle")
+        return Placeholder::Title;
     if (type == "hdr")
         return Placeholder::Header;
     if (type == "ftr")

@@ -14,7 +14,7 @@ namespace tessarine::builtin
 {
 
 /// The placeholders that something depends on (ECMA-376 19.7.10).
-enum class Placeholder : std::uint8_t { None, Header, Footer, SlideImage, Other };
+enum class Placeholder : std::uint8_t { None, Title, Header, Footer, SlideImage, Other };
 
 /// One element of Shapes. Indices are into ShapeTree::bodies.
 struct ShapeRecord {

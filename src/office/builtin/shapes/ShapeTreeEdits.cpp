@@ -103,6 +103,19 @@ void ShapeTreeEdits::CompareShapes(const ShapeTree& readAgain) const
         throw FailedEdit(package_.NameOf(entry_), "a shape would not have the text that was put");
 }
 
+std::optional<TextChange> ShapeTreeEdits::TitleChange()
+{
+    if (!tree_)
+        return std::nullopt;
+    const auto title = std::ranges::find(tree_->shapes, Placeholder::Title, &ShapeRecord::placeholder);
+    if (title == tree_->shapes.end() || !title->body || tree_->bodies[*title->body].Edited() == nullptr)
+        return std::nullopt;
+    const TextBody& body = tree_->bodies[*title->body];
+    const XmlDocument& document = Document();
+    TextChange change{ReadBodyText(document, document.ElementAt(body.Offset())).text, body.Text()};
+    return change.before == change.after ? std::nullopt : std::optional(std::move(change));
+}
+
 bool ShapeTreeEdits::Flush(const std::function<void(const ShapeTree& readAgain)>& check)
 {
     std::vector<ByteEdit> edits = Edits();

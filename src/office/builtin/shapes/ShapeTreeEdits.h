@@ -15,6 +15,12 @@
 namespace tessarine::builtin
 {
 
+/// A text before and after the edits of its part.
+struct TextChange {
+    String before;
+    String after;
+};
+
 /// What was read of a part with a shape tree, and all edits of it since: those of the shapes' texts, kept in pieces
 /// (TextTree), and those of other elements. All are splices of the bytes that the tree was read from, so that none of
 /// them moves another; Flush puts them into the bytes together.
@@ -64,6 +70,9 @@ public:
             throw;
         }
     }
+
+    /// The text of the page's title, when the edits since the last Flush have changed it.
+    std::optional<TextChange> TitleChange();
 
     /// Hands the part to the package when there are edits, and gives whether there were. Before that the edited part is
     /// read again (EditedPart): its shapes must have the texts that they have here, and `check` gets what was read, to

@@ -116,10 +116,12 @@ void ShapeTreePart::PutHyperlinkAddress(std::size_t link, const String& address)
     edits_.Try([&] { hyperlinks_.PutAddress(link, address); });
 }
 
-void ShapeTreePart::Flush()
+std::optional<TextChange> ShapeTreePart::Flush()
 {
+    std::optional<TextChange> title = edits_.TitleChange();
     if (edits_.Flush([this](const ShapeTree& readAgain) { hyperlinks_.CheckReadAgain(readAgain.links); }))
         hyperlinks_.Flushed();
+    return title;
 }
 
 }  // namespace tessarine::builtin

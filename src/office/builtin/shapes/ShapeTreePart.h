@@ -63,9 +63,9 @@ public:
     String LinkSource(std::size_t shape) override;
     void PutLinkSource(std::size_t shape, const String& source) override;
 
-    /// Hands the edits to the package. Raises `FileCorrupt` when the edited part would not read as it was meant; see
-    /// ShapeTreeEdits::Flush.
-    void Flush();
+    /// Hands the edits to the package, and gives how the title's text has changed with them, if it has. Raises
+    /// `FileCorrupt` when the edited part would not read as it was meant; see ShapeTreeEdits::Flush.
+    std::optional<TextChange> Flush();
 
 private:
     /// Index of the placeholder; nothing when the page has none of that kind.
