@@ -112,10 +112,12 @@ TEST(PutFooter, MakesParagraphsAndLineBreaks)
                   P("<a:pPr algn=\"ctr\"/>" + R("y", "b=\"1\"") + "<a:br><a:rPr b=\"1\"/></a:br>" + R("z", "b=\"1\"")));
 }
 
-TEST(PutFooter, LeavesTheFormattingOfWhatStays)
+TEST(PutFooter, KeepsTheFormatOfTheFirstRunAlone)
 {
     EXPECT_EQ(FooterAfterPutting(P(R("Fab", "b=\"1\"") + R("rikam 2024")), u"Fabrikam 2025"),
-              P(R("Fab", "b=\"1\"") + R("rikam 2025")));
+              P(R("Fabrikam 2025", "b=\"1\"")));
+    EXPECT_EQ(FooterAfterPutting(P("<a:pPr algn=\"ctr\"/>" + R("one", "b=\"1\"")) + P(R("two", "i=\"1\"")), u"one\rx"),
+              P("<a:pPr algn=\"ctr\"/>" + R("one", "b=\"1\"")) + P("<a:pPr algn=\"ctr\"/>" + R("x", "b=\"1\"")));
 }
 
 TEST(PutFooter, NeverSplitsASurrogatePair)
@@ -152,8 +154,9 @@ TEST(PutFooter, TurnsAFieldIntoTextOnlyWhenItChanges)
 {
     const std::string field = "<a:fld id=\"{1}\" type=\"slidenum\"><a:rPr b=\"1\"/><a:t>7</a:t></a:fld>";
 
-    EXPECT_EQ(FooterAfterPutting(P(R("Page ") + field), u"Seite 7"), P(R("Seite ") + field));
-    EXPECT_EQ(FooterAfterPutting(P(R("Page ") + field), u"Page 8"), P(R("Page ") + R("8", "b=\"1\"")));
+    EXPECT_EQ(FooterAfterPutting(P(R("Page ") + field), u"Page 7"), P(R("Page ") + field));
+    EXPECT_EQ(FooterAfterPutting(P(R("Page ") + field), u"Seite 7"), P(R("Seite 7")));
+    EXPECT_EQ(FooterAfterPutting(P(field), u"8"), P(R("8", "b=\"1\"")));
 }
 
 TEST(PutFooter, IsWhatTheSearchOfTheSlideFindsThen)

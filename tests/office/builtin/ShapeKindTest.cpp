@@ -128,6 +128,7 @@ const std::vector<KindOfShape> kinds{
     {"FreeTextBox", Sp(" txBox=\"1\"", "<a:custGeom/>"), msoTextBox, true},
     {"Freeform", Freeform(u"x"), msoFreeform, true},
     {"Line", LineShape(), msoLine, false},
+    {"TextBoxOfALine", Sp(" txBox=\"1\"", "<a:prstGeom prst=\"line\"><a:avLst/></a:prstGeom>"), msoTextBox, false},
     {"InverseLine", Preset("lineInv"), msoLine, false},
     {"LineCallout", Preset("borderCallout1"), msoAutoShape, true},
     {"AccentCallout", Preset("accentBorderCallout3"), msoAutoShape, true},

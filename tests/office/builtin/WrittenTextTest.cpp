@@ -68,6 +68,19 @@ TEST(WrittenText, ReplacesReferencesInTheHit)
     EXPECT_EQ(Replaced(P(R("a &#70;abrik&#x61;m &amp; Co")), u"Fabrikam & Co", u"x"), P(R("a x")));
 }
 
+TEST(WrittenText, HasNoErrorMarkOfTheTextBefore)
+{
+    const std::string marked = R"(lang="de" err="1" dirty="0")";
+    const std::string plain = R"(lang="de" dirty="0")";
+
+    EXPECT_EQ(Replaced(P(R("one Fabrikam", marked) + R("two", marked)), u"Fabrikam", u"x"),
+              P(R("one x", plain) + R("two", marked)));
+    EXPECT_EQ(Replaced(P(R("ab", marked) + R("cd", marked) + R("ef", marked)), u"bcd", u""),
+              P(R("a", plain) + R("ef", marked)));
+    EXPECT_EQ(Replaced(P(R("Fabrikam", marked)), u"rik", u"\r"), P(R("Fab", plain)) + P(R("am", plain)));
+    EXPECT_EQ(Replaced(P(R("Fabrikam", R"(err="1")")), u"Fabrikam", u""), P("<a:endParaRPr/>"));
+}
+
 TEST(WrittenText, KeepsCommentsAndInstructionsInTheText)
 {
     EXPECT_EQ(Replaced(P(R("a<!--1-->Fabri<?x?>kam<!--2-->b")), u"Fabrikam", u"x"), P(R("a<!--1-->x<?x?><!--2-->b")));

@@ -105,6 +105,12 @@ std::int32_t TypeOfPicture(const XmlDocument& document, Node picture, Node appli
     return msoPicture;
 }
 
+std::string_view PresetOf(const XmlDocument& document, Node shape)
+{
+    const Node geometry = document.Child(document.Child(shape, Presentation, "spPr"), Drawing, "prstGeom");
+    return document.Attribute(geometry, "prst");
+}
+
 std::int32_t TypeOfShape(const XmlDocument& document, Node shape)
 {
     const Node nonVisual = document.Child(shape, Presentation, "nvSpPr");
@@ -172,8 +178,10 @@ bool ClassifyShape(const XmlDocument& document, Node element, ControlIds& contro
         } else {
             record.type = TypeOfGraphicFrame(document, element, controls, record);
         }
-        // Lines and slide images hold no text, even where the markup has one.
-        record.hasTextFrame = isShape && record.type != msoLine && record.placeholder != Placeholder::SlideImage;
+        // Lines and slide images hold no text, even where the markup has one; nor does a text box that is a line.
+        const bool isLine =
+            record.type == msoLine || (record.type == msoTextBox && PresetOf(document, element) == "line");
+        record.hasTextFrame = isShape && !isLine && record.placeholder != Placeholder::SlideImage;
     } else if (is("grpSp")) {
         record.type = msoGroup;
     } else if (is("cxnSp")) {

@@ -4,7 +4,6 @@
 
 #include "office/builtin/limits/Damage.h"
 #include "platform/CaseFolding.h"
-#include "platform/CommonEnds.h"
 #include "platform/ParagraphBreaks.h"
 #include "platform/Utf16.h"
 
@@ -88,10 +87,7 @@ std::size_t TextBody::Replace(std::size_t begin, std::size_t length, StringView 
 
 void TextBody::PutText(StringView text, const DocumentSource& document)
 {
-    const String wanted = Normalised(text);
-    const auto [front, back] = CommonEndsOf(Text(), wanted);
-    Replace(front, text_.Size() - front - back, StringView(wanted).substr(front, wanted.size() - front - back),
-            document);
+    Replace(0, text_.Size(), text, document);
 }
 
 TextTree& TextBody::Open(const DocumentSource& document)

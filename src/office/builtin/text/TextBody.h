@@ -39,7 +39,8 @@ public:
     /// Open and TextTree::Replace do.
     std::size_t Replace(std::size_t begin, std::size_t length, StringView with, const DocumentSource& document);
 
-    /// Replaces the whole text, leaving alone what the new text has in common with the old at both ends.
+    /// Replaces the whole text, which takes the format of its first run and paragraph. Putting what is there is no
+    /// edit.
     void PutText(StringView text, const DocumentSource& document);
 
     /// The text taken apart, for an edit of its links. Raises `FileCorrupt` when the document does not hold what was

@@ -1,6 +1,7 @@
 #include "office/builtin/text/TextPiece.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "office/builtin/xml/StartTag.h"
 
@@ -72,6 +73,30 @@ RunProperties TextPiece::Properties(const NamespaceScope& around) const
     return taken;
 }
 
+namespace
+{
+
+/// Where the error mark of run properties stands, with the white space in front of it; an empty span for none.
+Span ErrorMarkOf(std::string_view properties)
+{
+    const AttributeRange mark = FindAttribute(properties, 0, "err");
+    return mark.found ? Span{mark.begin - 1, mark.valueEnd + 1} : Span{};
+}
+
+}  // namespace
+
+void RunProperties::DropErrorMark()
+{
+    const Span mark = bytes.empty() ? Span{} : ErrorMarkOf(bytes);
+    const std::size_t length = mark.end - mark.begin;
+    bytes.erase(mark.begin, length);
+    // The mark is in the start tag, and links are elements after it.
+    for (PieceLink& link : links) {
+        link.place.begin -= length;
+        link.place.end -= length;
+    }
+}
+
 void RunProperties::DropLinks()
 {
     std::ranges::sort(links, std::ranges::greater(), [](const PieceLink& link) { return link.place.begin; });
@@ -129,9 +154,20 @@ void TextPiece::ReplaceUnits(std::size_t offset, std::size_t count, StringView w
 {
     if (count == 0 && with.empty())
         return;
+    DropErrorMark();
     Open();
     editor->Replace(offset, count, with);
     length = editor->Size();
+}
+
+void TextPiece::DropErrorMark()
+{
+    // One look is enough, however often the text is changed.
+    if (!std::exchange(hasErrorMark, false) || properties.begin == properties.end)
+        return;
+    const Span mark = ErrorMarkOf(std::string_view(bytes).substr(properties.begin, properties.end - properties.begin));
+    if (mark.begin != mark.end)
+        Splice({properties.begin + mark.begin, properties.begin + mark.end}, {});
 }
 
 TextPiece TextPiece::TakeFront(std::size_t offset)

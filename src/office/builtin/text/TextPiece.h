@@ -38,6 +38,9 @@ struct RunProperties {
 
     /// A link goes with its text.
     void DropLinks();
+
+    /// The mark of a word that the spelling check has not found (err="1") says nothing of another text.
+    void DropErrorMark();
 };
 
 /// A child of a paragraph, or what stands between two of them, to be edited: its bytes as they stand in the part, and
@@ -54,6 +57,7 @@ struct TextPiece {
     /// Null while the content is among the bytes. An edited one is kept apart until Close, so that a next edit of it
     /// costs no more than it changes.
     std::unique_ptr<ContentEditor> editor = nullptr;
+    bool hasErrorMark = true;  ///< Its properties may have the mark of RunProperties::DropErrorMark.
 
     /// A child of a paragraph, with a copy of its bytes.
     static TextPiece Read(const XmlDocument& document, Node child);
@@ -68,7 +72,7 @@ struct TextPiece {
 
     /// Replaces units of the content in its bytes. What stands between the replaced characters (CDATA marks, comments)
     /// stays, unless the characters that come together mean something else there: then the content is written anew.
-    /// Raises `FileCorrupt` when the content has fewer units.
+    /// The run's error mark goes. Raises `FileCorrupt` when the content has fewer units.
     void ReplaceUnits(std::size_t offset, std::size_t count, StringView with);
     void Close();  ///< Puts edited content back among the bytes.
 
@@ -84,6 +88,7 @@ struct TextPiece {
 
 private:
     void Open();
+    void DropErrorMark();
     void Splice(Span where, std::string_view text);
 };
 

@@ -656,6 +656,7 @@ NamespaceScope TextTree::NeededIn(const NamespaceScope& other, const NamespaceSc
 /// Gives run properties another local name, and what they need to mean the same in another scope.
 void TextTree::Adapt(RunProperties& properties, std::string_view localName, const NamespaceScope& scope)
 {
+    properties.DropErrorMark();
     const ElementRange range = ScanElement(properties.bytes, 0);
     const std::string name = std::string(range.Prefix()) + std::string(localName);
     const std::string declarations = NeededIn(scope, properties.scope, properties.bytes).Attributes();
