@@ -58,7 +58,7 @@ public:
     {
         // An event has no way to take a receiver back; a project has one run here.
         project_.BeforFileProcess += [this](const String& path) { backups_.Remember(path); };
-        project_.Opened = [this](const String& path) { backups_.Make(path); };
+        project_.Opened = [this](const String& path, const auto& check) { backups_.Make(path, check); };
     }
     ~BackupsOfRun() { project_.Opened = {}; }
     BackupsOfRun(const BackupsOfRun&) = delete;

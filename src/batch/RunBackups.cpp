@@ -1,14 +1,11 @@
 #include "batch/RunBackups.h"
 
 #include <algorithm>
-#include <span>
 #include <utility>
 
 #include "batch/BackupNames.h"
-#include "platform/Crc32.h"
 #include "platform/Failure.h"
 #include "platform/FolderOf.h"
-#include "platform/OpenedFile.h"
 #include "platform/Treatments.h"
 #include "platform/Warnings.h"
 #include "run/BackupPaths.h"
@@ -35,6 +32,7 @@ struct RunBackups::Target {
     String backup;  ///< Path of the first one.
     BackupFolder& folder;
     BackupFolder::Original original;
+    const std::function<void()>& check;
 
     String Name() const { return backup.substr(FolderOf(StringView(backup)).size()); }
     String PathOf(const String& name) const { return String(FolderOf(StringView(backup))) + name; }
@@ -45,25 +43,17 @@ RunBackups::RunBackups(BackupNaming naming) : naming_(naming) {}
 void RunBackups::Remember(const String& path)
 {
     rememberedPath_.clear();
-    rememberedContent_.reset();
-    rememberedState_ = FileStateOf(path);
     Skip([&] {
         remembered_ = GetAttributes(path);
         rememberedPath_ = path;
-        // Longer than the clock of any file system stands still.
-        constexpr std::int64_t young = 2'000'000'000;
-        if (rememberedState_ && rememberedState_->lastWrite >= OpenedFile::Clock() - young) {
-            const std::string bytes = ReadWholeFile(path);
-            rememberedContent_ = {bytes.size(), Crc32(std::as_bytes(std::span(bytes)))};
-        }
     });
 }
 
-void RunBackups::Make(const String& path)
+void RunBackups::Make(const String& path, const std::function<void()>& check)
 {
     const String backup = BackupTargetOf(path);
     BackupFolder& folder = FolderFor(backup);
-    const Target target{path, backup, folder, folder.OriginalAt(path)};
+    const Target target{path, backup, folder, folder.OriginalAt(path), check};
     if (naming_ == BackupNaming::Numbered)
         MakeNumbered(target);
     else
@@ -127,7 +117,8 @@ void RunBackups::Copy(const Target& target, const String& name)
     const String backup = target.PathOf(name);
     String notRecorded;
     CopyFile(target.path, backup, [&](const CopiedContent& content) {
-        CheckUnchanged(target.path, content);
+        // A program that rewrites a file in place leaves half of it for a while, which every later run would keep.
+        target.check();
         // Recorded before it is there: of a run that is killed in between, a line is left that means nothing.
         try {
             target.folder.Record(name, target.original, content);
@@ -147,22 +138,6 @@ void RunBackups::Copy(const Target& target, const String& name)
     const std::uint32_t mode = GetAttributes(backup).mode;
     if (rememberedPath_ == target.path && (mode & remembered_.mode) != mode)
         target.folder.SetMode(name, mode & remembered_.mode);
-}
-
-/// A program that rewrites a file in place leaves half of it for a while. A copy of that would be kept as the first
-/// backup by every later run.
-void RunBackups::CheckUnchanged(const String& path, const CopiedContent& content) const
-{
-    if (rememberedPath_ != path || !rememberedState_)
-        return;
-    // Not the time of the last change, as the run itself may have set the mode.
-    const std::optional<FileState> now = FileStateOf(path);
-    const bool isSame = now && now->identity == rememberedState_->identity && now->size == rememberedState_->size &&
-                        now->lastWrite == rememberedState_->lastWrite && content.size == now->size &&
-                        (!rememberedContent_ || content == *rememberedContent_);
-    if (!isSame)
-        throw Failure(FailureNumber::SharingViolation,
-                      u"The file " + path + u" was changed by another program while it was opened; run it again.");
 }
 
 }  // namespace tessarine::batch

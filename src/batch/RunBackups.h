@@ -1,11 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
-#include <optional>
 
 #include "batch/BatchCall.h"
 #include "platform/Files.h"
-#include "platform/FileState.h"
 #include "platform/String.h"
 #include "run/BackupFolder.h"
 
@@ -19,17 +18,16 @@ class RunBackups
 public:
     explicit RunBackups(BackupNaming naming);
 
-    /// To be called for each file before it is opened and before the run touches it: its mode is that of its backup,
-    /// and what it is then is what the backup must hold. Never raises.
+    /// To be called for each file before the run touches it: its mode is that of its backup. Never raises.
     void Remember(const String& path);
 
     /// Makes sure that the file, which is open and not yet changed, has a backup. Raises `PermissionDenied` when a file
-    /// under the backup's name is not a backup of it, `SharingViolation` when another program has written to the file
-    /// since Remember, and as CopyFile does; the file must not be changed then.
+    /// under the backup's name is not a backup of it, and as CopyFile does; the file must not be changed then. What
+    /// `check` (Project::Opened) raises goes on, too, and the copy that was made by then goes away.
     ///
     /// Warns (platform/Warnings.h) when the backup is that of an earlier run and doesn't hold what the file holds now,
     /// and when the backup is there but could not be recorded.
-    void Make(const String& path);
+    void Make(const String& path, const std::function<void()>& check);
 
 private:
     struct Target;
@@ -38,13 +36,10 @@ private:
     void KeepOrMake(const Target& target);
     void MakeNumbered(const Target& target);
     void Copy(const Target& target, const String& name);
-    void CheckUnchanged(const String& path, const CopiedContent& content) const;
 
     BackupNaming naming_;
     String rememberedPath_;
     FileAttributes remembered_;
-    std::optional<FileState> rememberedState_;
-    std::optional<CopiedContent> rememberedContent_;  // of a file so young that its state may hide a change
     String folderPath_;
     std::unique_ptr<BackupFolder> folder_;  // the one of the last backup: files come folder by folder
 };

@@ -121,7 +121,10 @@ public:
     /// Called for each file as soon as it is open and before anything is done to it, for what a caller wants done to
     /// such files alone, a backup for instance. May be empty. A failure of it counts as a failure to open the file: the
     /// file is closed without a change and keeps its attributes.
-    std::function<void(const String& path)> Opened;
+    ///
+    /// `check` raises `SharingViolation` when the file isn't any more what it was before it was opened: whoever copies
+    /// it calls that when all is read, so that the copy is of what the run has read.
+    std::function<void(const String& path, const std::function<void()>& check)> Opened;
 
     /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read. A file that
     /// another program has in use is a failure of the copying back, and so is a read-only one without

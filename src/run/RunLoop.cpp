@@ -1,5 +1,6 @@
 #include "run/RunLoop.h"
 
+#include <memory>
 #include <optional>
 
 #include "model/LogPlaces.h"
@@ -7,6 +8,7 @@
 #include "platform/FolderOf.h"
 #include "platform/Leftovers.h"
 #include "platform/Messages.h"
+#include "platform/RandomAccessFile.h"
 #include "platform/Warnings.h"
 #include "run/BackupPaths.h"
 #include "run/BinaryDigits.h"
@@ -181,6 +183,10 @@ RunLoop::Step RunLoop::Begin()
 RunLoop::Step RunLoop::Open()
 {
     mode_ = Mode::Captured;
+    std::unique_ptr<RandomAccessFile> before;
+    if (project_.Opened)
+        // Passed over: opening the presentation tells what is wrong with the file.
+        Skip([&] { before = std::make_unique<RandomAccessFile>(path_, RandomAccessFile::Use::Saving); });
     const std::optional<Failure> failure = FailureOf([&] {
         engine_.xPresentation = NotNull(Application().Presentations())
                                     ->Open(path_, powerpoint::msoFalse, powerpoint::msoFalse, powerpoint::msoFalse);
@@ -190,7 +196,12 @@ RunLoop::Step RunLoop::Open()
 
     const std::optional<Failure> refusal = FailureOf([&] {
         if (project_.Opened)
-            project_.Opened(path_);
+            project_.Opened(path_, [&] {
+                if (!before || !before->Opened()->IsUnchanged())
+                    throw Failure(
+                        FailureNumber::SharingViolation,
+                        u"The file " + path_ + u" was changed by another program while it was opened; run it again.");
+            });
     });
     if (!refusal)
         return Step::Process;

@@ -124,7 +124,7 @@ TEST_F(LockedFile, IsHeldFromBeforeItsBackupToItsReport)
     bool atOpen = false;
     bool atSave = false;
     bool atReport = true;
-    project_->Opened = [&](const String&) { atOpen = IsLocked(u"a.ppt"); };
+    project_->Opened = [&](const String&, const auto&) { atOpen = IsLocked(u"a.ppt"); };
     powerPoint_.script.On("Presentation.Save", [&] { atSave = IsLocked(u"a.ppt"); });
     project_->AfterFileProcess += [&](const auto&) { atReport = IsLocked(u"a.ppt"); };
 
@@ -152,7 +152,7 @@ TEST_F(NotedFile, IsInTheJournalOnlyWhileItIsChanged)
     AddFile(u"b.ppt");
     project_->options->ProcessReadonlyFiles = true;
     std::vector<std::size_t> journals;
-    project_->Opened = [&](const String&) { journals.push_back(Journals()); };
+    project_->Opened = [&](const String&, const auto&) { journals.push_back(Journals()); };
 
     project_->Replacement();
 
@@ -165,7 +165,7 @@ TEST_F(NotedFile, NeedsNoJournalWhenNothingIsChangedForAWhile)
 {
     AddFile(u"a.ppt");
     std::size_t journals = 5;
-    project_->Opened = [&](const String&) { journals = Journals(); };
+    project_->Opened = [&](const String&, const auto&) { journals = Journals(); };
 
     project_->Replacement();
 

@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <vector>
+
 #include "platform/Files.h"
 #include "platform/Treatments.h"
 #include "RunTest.h"
@@ -454,7 +457,7 @@ TEST_F(OpenedHook, IsCalledForEachFileThatOpensBeforeItChanges)
     AddFile(u"c.ppt");
     AddPair(u"cat", u"dog");
     std::vector<std::string> opened;
-    project_->Opened = [&](const String& path) {
+    project_->Opened = [&](const String& path, const auto&) {
         const std::string name = Short(ToUtf8(path));
         opened.push_back(name + ": " + ToUtf8(TextOfFile(FromUtf8(name))));
     };
@@ -470,7 +473,7 @@ TEST_F(OpenedHook, ThatFailsLeavesTheFileClosedAndUntouched)
     AddFile(u"a.ppt");
     AddFile(u"b.ppt");
     AddPair(u"cat", u"dog");
-    project_->Opened = [&](const String& path) {
+    project_->Opened = [&](const String& path, const auto&) {
         if (Short(ToUtf8(path)) == "a.ppt")
             throw Failure(FailureNumber::PermissionDenied, u"no copy can be made");
     };
@@ -492,7 +495,7 @@ TEST_F(OpenedHook, ThatFailsLeavesAReadOnlyFileReadOnly)
     SetMode(path, 0444);
     project_->options->ProcessReadonlyFiles = true;
     std::uint32_t modeInside = 0;
-    project_->Opened = [&](const String&) {
+    project_->Opened = [&](const String&, const auto&) {
         modeInside = GetAttributes(path).mode;
         throw Failure(FailureNumber::PermissionDenied, u"no copy can be made");
     };
@@ -501,6 +504,26 @@ TEST_F(OpenedHook, ThatFailsLeavesAReadOnlyFileReadOnly)
 
     EXPECT_EQ(modeInside, 0644u);
     EXPECT_EQ(GetAttributes(path).mode, 0444u);
+}
+
+TEST_F(OpenedHook, LearnsThatOthersHaveChangedTheFileSince)
+{
+    const String path = AddFile(u"a.ppt");
+    AddFile(u"b.ppt");
+    AddPair(u"cat", u"dog");
+    std::vector<int> checks;
+    project_->Opened = [&](const String& opened, const auto& check) {
+        if (opened == path)
+            std::ofstream(ToUtf8(path), std::ios::app) << "!";
+        checks.push_back(Skip(check));
+        check();
+    };
+
+    project_->Replacement();
+
+    EXPECT_THAT(checks, ElementsAre(FailureNumber::SharingViolation, 0));
+    EXPECT_EQ(CallsOf("Presentation.Save a.ppt"), 0u);
+    EXPECT_EQ(CallsOf("Presentation.Save b.ppt"), 1u);
 }
 
 }  // namespace tessarine
