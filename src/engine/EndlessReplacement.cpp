@@ -37,8 +37,8 @@ bool NeverEnds(StringView find, StringView with, const OptionSetting& setting)
         return false;
 
     const String inserted = WithParagraphBreaks(with);  // as it stands in a shape's text afterwards
-    const String text = setting.MatchCase ? inserted : FoldCase(inserted);
-    const String wanted = setting.MatchCase ? String(find) : FoldCase(find);
+    const String text = setting.MatchCase ? inserted : FoldCaseLocally(inserted);
+    const String wanted = setting.MatchCase ? String(find) : FoldCaseLocally(find);
     for (auto at = text.find(wanted, 1); at != String::npos; at = text.find(wanted, at + 1)) {
         if (!setting.MatchWholeWord || StandsAlone(inserted, at, wanted.size()))
             return true;

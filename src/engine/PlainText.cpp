@@ -25,8 +25,8 @@ public:
     Occurrences(StringView source, StringView find, std::int32_t compare)
     {
         if (compare != compareExact) {
-            foldedSource_ = FoldCase(source);
-            foldedFind_ = FoldCase(find);
+            foldedSource_ = FoldCaseLocally(source);
+            foldedFind_ = FoldCaseLocally(find);
             source = foldedSource_;
             find = foldedFind_;
         }

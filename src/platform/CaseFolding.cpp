@@ -6,6 +6,7 @@
 #include <array>
 #include <memory>
 
+#include "platform/Locale.h"
 #include "platform/Utf16.h"
 
 namespace tessarine
@@ -15,6 +16,9 @@ namespace
 {
 
 constexpr std::size_t pageSize = 256;
+
+constexpr char16_t dottedCapitalI = 0x130;
+constexpr char16_t dotlessI = 0x131;
 
 char32_t SimpleFold(char32_t codePoint)
 {
@@ -125,6 +129,33 @@ char16_t FoldCase(char16_t unit)
     if (unit < 0x80)
         return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
     return foldTable(unit);
+}
+
+String FoldCaseLocally(StringView text)
+{
+    String result = FoldCase(text);
+    if (!TellsDottedI())
+        return result;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] == u'I')
+            result[i] = dotlessI;
+        else if (text[i] == dottedCapitalI)
+            result[i] = u'i';
+    return result;
+}
+
+char16_t FoldCaseWidely(char16_t unit)
+{
+    return unit == dottedCapitalI || unit == dotlessI ? u'i' : FoldCase(unit);
+}
+
+String FoldCaseWidely(StringView text)
+{
+    String result = FoldCase(text);
+    for (char16_t& unit : result)
+        if (unit == dottedCapitalI || unit == dotlessI)
+            unit = u'i';
+    return result;
 }
 
 String ToUpper(StringView text)

@@ -13,6 +13,10 @@ namespace tessarine
 /// Takes the process's locale from the environment. Called once by a program's entry; without it the "C" locale holds.
 void UseSystemLocale();
 
+/// True under a locale whose language is Turkish or Azeri, where "i" and "İ" are one letter and "ı" and "I" another.
+/// The locale's name decides, whether the system has its data or not.
+bool TellsDottedI();
+
 /// The number that a text stands for under the system's locale (leading and trailing blanks, sign, decimal and
 /// grouping signs, exponent), or nothing when it is not numeric.
 std::optional<double> NumberFromText(StringView text);

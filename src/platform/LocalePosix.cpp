@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -163,8 +164,36 @@ std::string TimeText(const char* format, const std::tm& time)
 
 }  // namespace
 
+namespace
+{
+
+bool tellsDottedI = false;
+
+/// The name of the locale for characters, by the order in which the system looks for it (POSIX, 8.2).
+std::string_view CharacterLocale()
+{
+    for (const char* const variable : {"LC_ALL", "LC_CTYPE", "LANG"})
+        if (const char* const name = std::getenv(variable); name != nullptr && *name != '\0')
+            return name;
+    return {};
+}
+
+bool IsOfLanguage(std::string_view locale, std::string_view language)
+{
+    return locale.starts_with(language) &&
+           (locale.size() == language.size() || std::string_view("_.@").find(locale[language.size()]) != locale.npos);
+}
+
+}  // namespace
+
+bool TellsDottedI()
+{
+    return tellsDottedI;
+}
+
 void UseSystemLocale()
 {
+    tellsDottedI = IsOfLanguage(CharacterLocale(), "tr") || IsOfLanguage(CharacterLocale(), "az");
     // A name that the system does not know leaves the "C" locale in force.
     if (const locale_t locale = newlocale(LC_ALL_MASK, "", locale_t{}))
         SystemLocale().reset(locale);

@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <string>
+
+#include "platform/Locale.h"
+#include "support/ScopedEnvironment.h"
+
 namespace tessarine
 {
 
@@ -18,6 +24,54 @@ TEST(FoldCase, IsIndependentOfTheTurkishI)
     EXPECT_EQ(FoldCase(u"I"), u"i");
     EXPECT_NE(FoldCase(u"İ"), u"i");
     EXPECT_NE(FoldCase(u"ı"), u"i");
+}
+
+/// The system's locale for the time of a test.
+class LocaleOfName
+{
+public:
+    explicit LocaleOfName(const std::string& name)
+    {
+        all_.emplace("LC_ALL", name);
+        UseSystemLocale();
+    }
+    ~LocaleOfName()
+    {
+        all_.reset();
+        UseSystemLocale();
+    }
+    LocaleOfName(const LocaleOfName&) = delete;
+    LocaleOfName& operator=(const LocaleOfName&) = delete;
+
+private:
+    std::optional<ScopedEnvironment> all_;
+};
+
+TEST(FoldCaseLocally, TellsTheDottedIInTurkishAndAzeri)
+{
+    for (const char* const name : {"tr_TR.UTF-8", "az_AZ", "tr", "az@latin"}) {
+        const LocaleOfName locale(name);
+
+        EXPECT_EQ(FoldCaseLocally(u"İSTANBUL"), FoldCaseLocally(u"istanbul")) << name;
+        EXPECT_EQ(FoldCaseLocally(u"ISPARTA"), FoldCaseLocally(u"ısparta")) << name;
+        EXPECT_NE(FoldCaseLocally(u"ISPARTA"), FoldCaseLocally(u"isparta")) << name;
+        EXPECT_EQ(FoldCase(u"I"), u"i") << "file names and keys don't change with the user's language";
+    }
+}
+
+TEST(FoldCaseLocally, IsFoldCaseElsewhere)
+{
+    for (const char* const name : {"C", "de_DE.UTF-8", "trv_TW"}) {
+        const LocaleOfName locale(name);
+
+        EXPECT_EQ(FoldCaseLocally(u"İIıi Fabrikam"), FoldCase(u"İIıi Fabrikam")) << name;
+    }
+}
+
+TEST(FoldCaseWidely, IsEqualWhereEitherOtherIs)
+{
+    EXPECT_EQ(FoldCaseWidely(u"İIıi Äß"), u"iiii äß");
+    EXPECT_EQ(FoldCaseWidely(u'ı'), u'i');
 }
 
 TEST(FoldCase, KeepsSharpSApartFromDoubleS)

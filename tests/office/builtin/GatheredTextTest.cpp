@@ -44,7 +44,7 @@ TEST(AppendFoldedContent, GivesWhatDecodingAndFoldingGive)
             continue;
 
         ++answers;
-        ASSERT_EQ(text, u"in front " + FoldCase(StringView(decoded)));
+        ASSERT_EQ(text, u"in front " + FoldCaseWidely(StringView(decoded)));
     }
     EXPECT_GT(answers, 15000);
 }

@@ -80,7 +80,7 @@ std::optional<std::size_t> MemoryPageReader::FindText(std::size_t shape, const b
                                                       std::size_t from)
 {
     const String text = page_.shapes[shape].text.value_or(u"");
-    const String searched = pattern.MatchCase() ? text : FoldCase(StringView(text));
+    const String searched = pattern.MatchCase() ? text : FoldCaseLocally(text);
     return builtin::FindText(searched, text, pattern, from, {});
 }
 

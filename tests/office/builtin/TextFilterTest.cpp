@@ -16,7 +16,7 @@ struct Part {
     explicit Part(std::optional<String> text)
         : filter([this, text] {
               ++gathered;
-              return text ? std::optional(FoldCase(StringView(*text))) : std::nullopt;
+              return text ? std::optional(FoldCaseWidely(StringView(*text))) : std::nullopt;
           })
     {
     }

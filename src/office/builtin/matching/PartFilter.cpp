@@ -41,7 +41,7 @@ bool PartFilter::Holds(const SoughtText& sought)
         if (!triples_.HoldsAll(sought.Triples()))
             return false;
     }
-    return text_->find(sought.Folded()) != String::npos;
+    return text_->find(sought.FoldedWidely()) != String::npos;
 }
 
 }  // namespace tessarine::builtin

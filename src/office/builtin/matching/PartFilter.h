@@ -13,8 +13,8 @@ namespace tessarine::builtin
 class PartFilter final : public TextFilter
 {
 public:
-    /// Gives all text of a part, case folded (FoldCase): each shape's text without its control characters is somewhere
-    /// in it, in one piece. Nothing when it can't be told. Called once at most.
+    /// Gives all text of a part, case folded (FoldCaseWidely): each shape's text without its control characters is
+    /// somewhere in it, in one piece. Nothing when it can't be told. Called once at most.
     using Gather = std::function<std::optional<String>()>;
 
     explicit PartFilter(Gather gather) : gather_(std::move(gather)) {}

@@ -10,10 +10,11 @@ namespace tessarine::builtin
 
 SoughtText::SoughtText(const String& text)
     : text_(text),
-      folded_(FoldCase(StringView(text))),
+      folded_(FoldCaseLocally(text)),
+      foldedWidely_(FoldCaseWidely(StringView(text))),
       hasControls_(std::ranges::any_of(text, [](char16_t unit) { return unit < 0x20; })),
       // Of the folded text, as gathered texts are folded.
-      triples_(HashesOfTriples(folded_))
+      triples_(HashesOfTriples(foldedWidely_))
 {
 }
 

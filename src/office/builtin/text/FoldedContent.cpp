@@ -26,14 +26,14 @@ std::size_t FoldPlainCharacters(std::string_view content, std::size_t from, std:
         if (lead < 0x80) {
             if (lead == '&' || lead == '<')
                 return from;
-            *target++ = FoldCase(static_cast<char16_t>(lead));
+            *target++ = FoldCaseWidely(static_cast<char16_t>(lead));
             ++from;
         } else if (lead >= 0xC2 && lead < 0xE0 && isTrail(from + 1)) {
-            *target++ = FoldCase(static_cast<char16_t>((lead & 0x1F) << 6 | (byte(from + 1) & 0x3F)));
+            *target++ = FoldCaseWidely(static_cast<char16_t>((lead & 0x1F) << 6 | (byte(from + 1) & 0x3F)));
             from += 2;
         } else if (lead >= 0xE1 && lead < 0xF0 && lead != 0xED && isTrail(from + 1) && isTrail(from + 2)) {
             // Lead bytes 0xE0 and 0xED may begin what is not valid UTF-8.
-            *target++ = FoldCase(
+            *target++ = FoldCaseWidely(
                 static_cast<char16_t>((lead & 0x0F) << 12 | (byte(from + 1) & 0x3F) << 6 | (byte(from + 2) & 0x3F)));
             from += 3;
         } else {
@@ -52,7 +52,7 @@ bool FoldNext(std::string_view content, std::size_t& at, char16_t*& target)
     String decoded;
     AppendContent(content.substr(at, end - at), decoded);
     at = end;
-    target = std::ranges::copy(FoldCase(StringView(decoded)), target).out;
+    target = std::ranges::copy(FoldCaseWidely(StringView(decoded)), target).out;
     return decoded.find_first_of(charactersOfEscapes) == String::npos;
 }
 

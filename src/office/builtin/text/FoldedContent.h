@@ -7,7 +7,7 @@
 namespace tessarine::builtin
 {
 
-/// Appends the text that an element's content stands for, case folded: FoldCase of what AppendContent gives, at a
+/// Appends the text that an element's content stands for, case folded: FoldCaseWidely of what AppendContent gives, at a
 /// fraction of the cost for ordinary text. The content holds no markup, so that it ends at the next "<".
 ///
 /// Gives false, and appends something that is of no use, where single characters may not be what they seem: escapes

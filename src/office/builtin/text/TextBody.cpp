@@ -59,7 +59,7 @@ std::optional<std::size_t> TextBody::Find(const TextPattern& pattern, std::size_
     if (!pattern.MatchCase()) {
         if (!folded_)
             // Folding keeps the length.
-            folded_.emplace(FoldCase(base == 0 ? text : StringView(Text())));
+            folded_.emplace(FoldCaseLocally(base == 0 ? text : StringView(Text())));
         searched = StringView(folded_->From(base), size - base);
     }
     const auto hit = FindText(searched, text, pattern, from - base, protectedRanges_, base);
@@ -78,7 +78,7 @@ std::size_t TextBody::Replace(std::size_t begin, std::size_t length, StringView 
     ++edits_;
     text_.Replace(begin, end - begin, inserted);
     if (folded_)
-        folded_->Replace(begin, end - begin, FoldCase(StringView(inserted)));
+        folded_->Replace(begin, end - begin, FoldCaseLocally(inserted));
     // Text that comes in or goes moves the ranges after it.
     if (!protectedRanges_.Move(begin, length, inserted.size()))
         protectedRanges_ = tree.ProtectedRanges();
