@@ -34,7 +34,7 @@ struct Limits {
     std::uint32_t shapes = 100'000;       ///< Of one slide, notes page, master or layout.
     std::uint32_t links = 65535;          ///< Of the same.
     std::size_t textUnits = 1u << 20;     ///< Text of one shape or property, in UTF-16 units.
-    std::uint64_t grownBytes = 8u << 20;  ///< What edits may add to a presentation (`BadFormat`).
+    std::uint64_t grownBytes = 4u << 20;  ///< What edits may add to a presentation (`BadFormat`).
 
     /// For files of users: what stands above.
     static Limits Default() { return {}; }

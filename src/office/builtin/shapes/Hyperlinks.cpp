@@ -122,6 +122,12 @@ std::set<std::array<std::string, 4>> TargetsOf(const std::vector<LinkRecord>& li
 
 }  // namespace
 
+void Hyperlinks::Update()
+{
+    if (links_)
+        All();
+}
+
 void Hyperlinks::CheckReadAgain(const std::vector<LinkRecord>& readAgain)
 {
     // Their number may differ: neighbours that were led to one place are one link now.

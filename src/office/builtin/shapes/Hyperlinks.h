@@ -32,6 +32,7 @@ public:
     void PutAddress(std::size_t link, const String& address);
 
     void TextChanged(std::size_t body);  ///< To be told of each edit of a text.
+    void Update();                       ///< To be told before the edits are flushed.
     void Flushed();                      ///< The part's bytes have changed, and the tree is read again.
 
     /// Raises `FileCorrupt` unless the links of the edited part, read again, lead where these do.

@@ -122,7 +122,12 @@ bool ShapeTreeEdits::Flush(const std::function<void(const ShapeTree& readAgain)>
     const bool hasEdits = !edits.empty();
     if (hasEdits) {
         const std::string_view part = package_.NameOf(entry_);
-        const EditedPart edited(Document(), std::move(edits), part, package_.limits());
+        const XmlDocument& before = Document();
+        // They take several times the memory of their bytes, which are read again below.
+        if (tree_)
+            for (TextBody& body : tree_->bodies)
+                body.CloseEdits();
+        const EditedPart edited(before, std::move(edits), part, package_.limits());
         // The old part is not needed any more, and is as large as the new one. Should the check fail, it is read again.
         original_.reset();
         const ShapeTree readAgain = ReadShapeTree(edited.Document(), part, package_.limits());

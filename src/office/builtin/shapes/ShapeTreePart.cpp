@@ -119,7 +119,10 @@ void ShapeTreePart::PutHyperlinkAddress(std::size_t link, const String& address)
 std::optional<TextChange> ShapeTreePart::Flush()
 {
     std::optional<TextChange> title = edits_.TitleChange();
-    if (edits_.Flush([this](const ShapeTree& readAgain) { hyperlinks_.CheckReadAgain(readAgain.links); }))
+    hyperlinks_.Update();
+    // What can't be handed on is lost, so that the package can't be saved then.
+    const auto check = [this](const ShapeTree& readAgain) { hyperlinks_.CheckReadAgain(readAgain.links); };
+    if (edits_.Try([&] { return edits_.Flush(check); }))
         hyperlinks_.Flushed();
     return title;
 }

@@ -203,17 +203,18 @@ std::string ContentEditor::TakeFront(std::size_t offset)
         return EscapeRunText(front);
     }
     MoveTo(offset);
-    // In a CDATA section that is divided, both halves get marks of their own.
-    if (offset > 0 && units_[offset - 1].inCData) {
-        if (offset < units_.Size() && units_[offset].before > 0) {
-            byteAt_ += cdataEnd.size();
-            units_[offset].before -= Length(cdataEnd.size());
-        } else {
-            bytes_.Replace(byteAt_, 0, std::string(cdataEnd) + std::string(cdataBegin));
-            byteAt_ += cdataEnd.size();
-            if (offset < units_.Size())
-                units_[offset].before += Length(cdataBegin.size());
-        }
+    if (offset < units_.Size() && units_[offset].before > 0) {
+        // Marks and comments go along, but for the one that begins the rest's own CDATA section.
+        Unit& next = units_[offset];
+        const std::size_t kept = next.inCData ? std::min<std::size_t>(cdataBegin.size(), next.before) : 0;
+        byteAt_ += next.before - kept;
+        next.before = Length(kept);
+    } else if (offset > 0 && units_[offset - 1].inCData) {
+        // In a CDATA section that is divided, both halves get marks of their own.
+        bytes_.Replace(byteAt_, 0, std::string(cdataEnd) + std::string(cdataBegin));
+        byteAt_ += cdataEnd.size();
+        if (offset < units_.Size())
+            units_[offset].before += Length(cdataBegin.size());
     }
     std::string front;
     bytes_.CopyTo(front, 0, byteAt_);

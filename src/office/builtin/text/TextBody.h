@@ -48,6 +48,9 @@ public:
     TextTree& Open(const DocumentSource& document);
 
     const TextTree* Edited() const { return tree_.get(); }  ///< Null while nothing was changed.
+    /// Gives the memory of the edits back once their bytes have been taken. The text stays as they have left it.
+    void CloseEdits() { tree_.reset(); }
+
     /// See TextTree::Growth.
     std::size_t Growth() const { return tree_ ? tree_->Growth() : 0; }
     std::size_t EditCount() const { return edits_; }  ///< How often the text was changed.

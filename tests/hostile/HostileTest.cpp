@@ -1,0 +1,115 @@
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "HostileSet.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessarine::test
+{
+namespace
+{
+
+/// What a call of the program took.
+struct Work {
+    int status = -1;  // as wait gives it
+    double seconds = 0;
+    std::size_t peakBytes = 0;
+};
+
+constexpr rlim_t mostSeconds = 120;
+
+/// Runs the batch program with all its places searched, within hard bounds.
+Work RunProgram(const std::vector<std::string>& arguments, const std::string& folder)
+{
+    std::vector<std::string> all{TESSARINE_BATCH};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    std::vector<char*> argv;
+    for (std::string& argument : all)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        const rlimit time{mostSeconds, mostSeconds};
+        constexpr rlim_t gigabyte = 1u << 30;
+        const rlimit memory{2 * gigabyte, 2 * gigabyte};
+        setrlimit(RLIMIT_CPU, &time);
+#if !defined(__SANITIZE_ADDRESS__)
+        setrlimit(RLIMIT_AS, &memory);
+#endif
+        setenv("XDG_DATA_HOME", folder.c_str(), 1);
+        setenv("HOME", folder.c_str(), 1);
+        const int nowhere = open("/dev/null", O_RDWR);
+        dup2(nowhere, 0);
+        dup2(nowhere, 1);
+        dup2(nowhere, 2);
+        execv(argv[0], argv.data());
+        _exit(127);
+    }
+    Work work;
+    rusage used{};
+    wait4(child, &work.status, 0, &used);
+    work.seconds = static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
+                   static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e6;
+    work.peakBytes = static_cast<std::size_t>(used.ru_maxrss) * 1024;
+    return work;
+}
+
+class Hostile : public testing::TestWithParam<HostileFile>
+{
+};
+
+/// The program answers, with whatever it answers, within bounds that go by the size of the largest part alone: work in
+/// proportion to it, and memory of twelve times that and 32 MiB.
+void ExpectBounds(const Work& work, std::size_t largestPart, const std::string& what)
+{
+    EXPECT_TRUE(WIFEXITED(work.status)) << what << " was ended by signal " << WTERMSIG(work.status);
+    EXPECT_NE(WEXITSTATUS(work.status), 127) << what;
+    EXPECT_LE(work.peakBytes, 12 * largestPart + (32u << 20)) << what << ", a largest part of " << largestPart;
+    // Seconds of processor time, for builds without optimisation and with sanitizers. Quadratic work takes minutes.
+    constexpr double base = 10;
+    constexpr double forEachMegabyte = 5;
+    EXPECT_LE(work.seconds, base + forEachMegabyte * static_cast<double>(largestPart) / (1u << 20)) << what;
+}
+
+TEST_P(Hostile, IsSearchedAndChangedWithinBounds)
+{
+    const TemporaryFolder folder;
+    const std::string path = ToUtf8(folder.PathOf(u"hostile.pptx"));
+    const std::string bytes = GetParam().make();
+    std::ofstream(path, std::ios::binary) << bytes;
+    const std::size_t largest = GetParam().largestPart > 0 ? GetParam().largestPart : LargestEntry(bytes);
+    const std::string root = ToUtf8(folder.PathOf(u""));
+
+    const Work found = RunProgram({"find", "--in", "all", "--find", GetParam().find, path}, root);
+    std::ifstream same(path, std::ios::binary);
+    const bool isLeftAlone = std::string(std::istreambuf_iterator<char>(same), {}) == bytes;
+    const Work replaced =
+        RunProgram({"replace", "--in", "all", "--find", GetParam().find, "--with", GetParam().with, path}, root);
+    std::ifstream changed(path, std::ios::binary);
+    const std::size_t grown = std::max(largest, LargestEntry(std::string(std::istreambuf_iterator<char>(changed), {})));
+
+    RecordProperty("find_seconds", std::to_string(found.seconds));
+    RecordProperty("replace_seconds", std::to_string(replaced.seconds));
+    if (getenv("TESSARINE_HOSTILE_FIGURES") != nullptr)
+        std::printf("%s largest %zu find %.2f s %zu KiB, replace %.2f s %zu KiB, status %d %d\n",
+                    GetParam().name.c_str(), grown, found.seconds, found.peakBytes / 1024, replaced.seconds,
+                    replaced.peakBytes / 1024, WEXITSTATUS(found.status), WEXITSTATUS(replaced.status));
+    EXPECT_TRUE(isLeftAlone);
+    ExpectBounds(found, largest, "find");
+    ExpectBounds(replaced, grown, "replace");
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, Hostile, testing::ValuesIn(HostileSet(TESSARINE_FUZZ_FINDS)),
+                         [](const auto& file) { return file.param.name; });
+
+TEST(HostileSet, HasTwoHundredFilesAndMore)
+{
+    EXPECT_GE(HostileSet(TESSARINE_FUZZ_FINDS).size(), 200u);
+}
+
+}  // namespace
+}  // namespace tessarine::test
