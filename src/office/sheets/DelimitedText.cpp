@@ -23,7 +23,7 @@ class DelimitedTextReader
 {
 public:
     DelimitedTextReader(StringView text, char16_t separator, const Limits& limits)
-        : text_(text), separator_(separator), sheet_(limits)
+        : text_(text), separator_(separator), mostUnits_(limits.fieldUnits), sheet_(limits)
     {
     }
 
@@ -76,6 +76,7 @@ private:
     {
         const std::size_t start = at_;
         at_ = EndOfField(at_);
+        CheckLength(at_ - start);
         return text_.substr(start, at_ - start);
     }
 
@@ -86,6 +87,7 @@ private:
         for (;;) {
             // A field that nothing closes goes on to the end of the text.
             const std::size_t quote = std::min(text_.find(u'"', at_), text_.size());
+            CheckLength(field_.size() + (quote - at_));
             field_ += text_.substr(at_, quote - at_);
             at_ = std::min(quote + 1, text_.size());
             if (at_ == text_.size() || text_[at_] != u'"')
@@ -94,9 +96,17 @@ private:
             ++at_;
         }
         const std::size_t end = EndOfField(at_);  // whatever comes after the closing quote belongs to the field
+        CheckLength(field_.size() + (end - at_));
         field_ += text_.substr(at_, end - at_);
         at_ = end;
         return field_;
+    }
+
+    /// Before a copy is made.
+    void CheckLength(std::size_t units) const
+    {
+        if (units > mostUnits_)
+            throw Refusal("A field of the file is too long");
     }
 
     std::size_t EndOfField(std::size_t from) const
@@ -108,6 +118,7 @@ private:
 
     StringView text_;
     char16_t separator_;
+    std::size_t mostUnits_;
     std::size_t at_ = 0;
     Sheet sheet_;
     String field_;

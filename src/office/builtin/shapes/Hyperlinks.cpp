@@ -149,14 +149,15 @@ void Hyperlinks::Flushed()
 std::vector<LinkRecord>& Hyperlinks::All()
 {
     if (!links_) {
-        const std::vector<LinkRecord>& read = edits_.Tree().links;
+        // Taken over: nobody else asks the tree for them.
+        std::vector<LinkRecord> read = std::move(edits_.Tree().links);
         auto& links = links_.emplace();
         links.reserve(read.size() + removed_.size());
         auto removed = removed_.begin();
-        for (const LinkRecord& link : read) {
+        for (LinkRecord& link : read) {
             for (; removed != removed_.end() && *removed == links.size(); ++removed)
                 links.emplace_back();
-            links.push_back(link);
+            links.push_back(std::move(link));
         }
         links.resize(read.size() + removed_.size());
         changed_.clear();

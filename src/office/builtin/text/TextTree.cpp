@@ -564,7 +564,8 @@ std::size_t TextTree::SplitParagraph(std::size_t from)
     for (std::size_t i = paragraph + 1; i < from; ++i) {
         const Item& item = items_[i];
         heights += item.SaysHeight() ? 1 : 0;
-        if (item.kind != PieceKind::Properties)
+        // A paragraph has one (ECMA-376 21.1.2.2.6); what else calls itself so is not multiplied.
+        if (item.kind != PieceKind::Properties || !properties.empty())
             continue;
         Item& copy = properties.emplace_back();
         copy.kind = item.kind;

@@ -1,0 +1,166 @@
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "office/builtin/limits/Limits.h"
+#include "office/builtin/presentation/PresentationFile.h"
+#include "platform/Failure.h"
+#include "support/Deck.h"
+#include "support/PackageReader.h"
+#include "support/PartWriter.h"
+
+namespace tessarine::test
+{
+namespace
+{
+
+using builtin::Limits;
+
+/// A limit, a deck that reaches it and goes no further, and one that goes one further.
+struct LimitCase {
+    std::string name;
+    std::function<void(Limits&)> set;
+    std::function<Deck()> at;
+    std::function<Deck()> beyond;
+};
+
+void PrintTo(const LimitCase& limit, std::ostream* out)
+{
+    *out << limit.name;
+}
+
+Deck WithSlide(const std::string& shapes, const std::string& attributes = {})
+{
+    return Deck()
+        .Slide(TextBox(u"a"))
+        .Entry("ppt/slides/slide1.xml", "<p:sld" + RootNamespaces() + attributes + "><p:cSld><p:spTree>" + shapes +
+                                            "</p:spTree></p:cSld></p:sld>");
+}
+
+std::string Times(std::size_t count, const std::string& text)
+{
+    std::string all;
+    for (std::size_t i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+std::string Text(const std::string& runs)
+{
+    return "<p:sp><p:txBody><a:p>" + runs + "</a:p></p:txBody></p:sp>";
+}
+
+constexpr auto linkedRun = "<a:r><a:rPr><a:hlinkClick r:id=\"\"/></a:rPr><a:t>a</a:t></a:r><a:r/>";
+
+std::size_t EntriesOf(const Deck& deck)
+{
+    return PackageReader(deck).Entries().size();
+}
+
+/// Opens a deck and reads its slides.
+void Read(const Deck& deck, const Limits& limits)
+{
+    const std::string zip = deck.Bytes();
+    builtin::PresentationFile file(BytesInMemory(std::as_bytes(std::span(zip))), limits);
+    for (std::size_t slide = 0; slide < file.SlideCount(); ++slide)
+        file.Slide(slide).ShapeCount();
+}
+
+const std::vector<LimitCase> limitCases{
+    {"Parts", [](Limits& limits) { limits.parts = static_cast<std::uint32_t>(EntriesOf(Deck().Slide(TextBox(u"a")))); },
+     [] { return Deck().Slide(TextBox(u"a")); }, [] { return Deck().Slide(TextBox(u"a")).Entry("x", ""); }},
+    {"PartBytes", [](Limits& limits) { limits.partBytes = 20'000; },
+     [] {
+         return Deck().Slide().Entry(
+             "ppt/slides/slide1.xml",
+             WithSlide("").EntryBytes("ppt/slides/slide1.xml") +
+                 std::string(20'000 - WithSlide("").EntryBytes("ppt/slides/slide1.xml").size(), ' '));
+     },
+     [] {
+         return Deck().Slide().Entry(
+             "ppt/slides/slide1.xml",
+             WithSlide("").EntryBytes("ppt/slides/slide1.xml") +
+                 std::string(20'001 - WithSlide("").EntryBytes("ppt/slides/slide1.xml").size(), ' '));
+     }},
+    {"Elements", [](Limits& limits) { limits.elements = 100; }, [] { return WithSlide(Times(97, "<p:x/>")); },
+     [] { return WithSlide(Times(98, "<p:x/>")); }},
+    {"DenseElements", [](Limits& limits) { limits.denseElements = 60, limits.bytesForElement = 1'000'000; },
+     [] { return WithSlide(Times(57, "<p:x/>")); }, [] { return WithSlide(Times(58, "<p:x/>")); }},
+    {"Depth", [](Limits& limits) { limits.depth = 20; },
+     [] { return WithSlide(Times(17, "<p:x>") + Times(17, "</p:x>")); },
+     [] { return WithSlide(Times(18, "<p:x>") + Times(18, "</p:x>")); }},
+    {"Attributes", [](Limits& limits) { limits.attributes = 12; },
+     [] { return WithSlide("<p:x a='' b='' c='' d='' e='' f='' g='' h='' i='' j='' k='' l=''/>"); },
+     [] { return WithSlide("<p:x a='' b='' c='' d='' e='' f='' g='' h='' i='' j='' k='' l='' m=''/>"); }},
+    {"Nesting", [](Limits& limits) { limits.nesting = 3; },
+     [] { return WithSlide(Times(3, "<p:grpSp>") + Text(linkedRun) + Times(3, "</p:grpSp>")); },
+     [] { return WithSlide(Times(4, "<p:grpSp>") + Text(linkedRun) + Times(4, "</p:grpSp>")); }},
+    {"Slides", [](Limits& limits) { limits.slides = 2; }, [] { return Deck().Slide().Slide(); },
+     [] { return Deck().Slide().Slide().Slide(); }},
+    {"Shapes", [](Limits& limits) { limits.shapes = 3; }, [] { return WithSlide(Times(3, Text(""))); },
+     [] { return WithSlide(Times(4, Text(""))); }},
+    {"Links", [](Limits& limits) { limits.links = 3; }, [] { return WithSlide(Text(Times(3, linkedRun))); },
+     [] { return WithSlide(Text(Times(4, linkedRun))); }},
+    {"TextUnits", [](Limits& limits) { limits.textUnits = 5; },
+     [] { return WithSlide(Text("<a:r><a:t>12345</a:t></a:r>")); },
+     [] { return WithSlide(Text("<a:r><a:t>123456</a:t></a:r>")); }},
+    {"Ratio", [](Limits& limits) { limits.alwaysUnpacked = 50'000, limits.ratio = 20; },
+     [] { return WithSlide(std::string(40'000, ' ')); }, [] { return WithSlide(std::string(60'000, ' ')); }},
+};
+
+class LimitOf : public testing::TestWithParam<LimitCase>
+{
+};
+
+TEST_P(LimitOf, LetsThroughWhatReachesIt)
+{
+    Limits limits;
+    GetParam().set(limits);
+
+    EXPECT_NO_THROW(Read(GetParam().at(), limits));
+}
+
+TEST_P(LimitOf, RefusesOneMore)
+{
+    Limits limits;
+    GetParam().set(limits);
+
+    try {
+        Read(GetParam().beyond(), limits);
+        ADD_FAILURE() << "nothing was raised";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, FailureNumber::FileCorrupt) << ToUtf8(failure.description);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Engine, LimitOf, testing::ValuesIn(limitCases),
+                         [](const auto& limit) { return limit.param.name; });
+
+TEST(GrowthByEdits, IsRefusedBeyondItsLimitAndNothingIsSaved)
+{
+    Limits limits;
+    limits.grownBytes = 3;
+    const std::string zip = Deck().Slide(TextBox(u"a")).Bytes();
+    builtin::PresentationFile file(BytesInMemory(std::as_bytes(std::span(zip))), limits);
+    builtin::PageReader& slide = file.Slide(0);
+
+    EXPECT_EQ(slide.ReplaceText(0, 0, 1, u"123"), 3u);
+    EXPECT_THROW(slide.ReplaceText(0, 0, 3, u"4567"), Failure);
+    EXPECT_THROW(file.Save(u"/nowhere/at/all.pptx"), Failure);
+}
+
+TEST(ASlideNamedTwice, IsRefused)
+{
+    const std::string main = Deck().Slide(TextBox(u"a")).EntryBytes("ppt/presentation.xml");
+    const std::size_t item = main.find("<p:sldId ");
+    const std::string named = main.substr(item, main.find("/>", item) + 2 - item);
+
+    EXPECT_THROW(Read(Deck().Slide(TextBox(u"a")).Edit("ppt/presentation.xml", named, named + named), Limits()),
+                 Failure);
+}
+
+}  // namespace
+}  // namespace tessarine::test
