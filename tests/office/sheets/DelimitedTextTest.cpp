@@ -137,6 +137,18 @@ TEST(DelimitedText, WithMoreCellsThanTheLimitIsRefused)
     EXPECT_THROW(ReadDelimitedText(String(Sheet::maxRows, u'\n') + u"x", u','), Failure);
 }
 
+TEST(DelimitedText, WithALongerFieldThanTheLimitIsRefused)
+{
+    Limits limits;
+    limits.fieldUnits = 3;
+
+    for (const StringView text : {u"1,abc", u"1,\"abc\"", u"1,\"a\"bc"}) {
+        EXPECT_NO_THROW(ReadDelimitedText(text, u',', limits));
+        EXPECT_THROW(ReadDelimitedText(String(text) + u"d", u',', limits), Failure);
+    }
+    EXPECT_THROW(ReadDelimitedText(u"\"abcd", u',', limits), Failure);
+}
+
 TEST(CommaSeparated, BeginsWithAMarkAndEndsEachLine)
 {
     EXPECT_EQ(Written({u"a", true, false, 2.5}),
