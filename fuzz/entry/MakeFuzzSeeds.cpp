@@ -73,6 +73,7 @@ void WriteParts(const SeedFolder& seeds, const std::string& deck, const PackageR
         seeds.Write("slide", seed, slide);
     }
     seeds.Write("presentation", deck, whole);
+    seeds.Write("structure", deck, whole);
     seeds.Write("properties", deck, properties);
 }
 
