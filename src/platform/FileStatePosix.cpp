@@ -2,23 +2,11 @@
 #include <sys/stat.h>
 
 #include "platform/FileState.h"
+#include "platform/Nanoseconds.h"
 #include "platform/NativePath.h"
 
 namespace tessarine
 {
-
-namespace
-{
-
-std::int64_t Nanoseconds(const timespec& time)
-{
-    // Years far from ours, which a file may be given, don't fit: wrapped around they still tell two times apart.
-    constexpr std::uint64_t perSecond = 1'000'000'000;
-    return static_cast<std::int64_t>(static_cast<std::uint64_t>(time.tv_sec) * perSecond +
-                                     static_cast<std::uint64_t>(time.tv_nsec));
-}
-
-}  // namespace
 
 FileState StateFrom(const struct stat& status)
 {

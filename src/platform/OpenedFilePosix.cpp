@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Crc32.h"
+#include "platform/Nanoseconds.h"
 
 namespace tessarine
 {
@@ -21,15 +22,10 @@ constexpr std::int64_t second = 1'000'000'000;
 /// No file beyond this is ever saved (a zip file without its 64-bit form ends here), and a sparse one may be endless.
 constexpr std::uint64_t largestChecked = std::uint64_t{1} << 32;
 
-/// The clock that kernels stamp files by, which moves in ticks of some milliseconds.
-std::int64_t Nanoseconds(const timespec& time)
-{
-    return static_cast<std::int64_t>(time.tv_sec) * second + time.tv_nsec;
-}
-
 /// How much the times of a file may lie in the past and still be those of a later change.
 std::int64_t GrainOf(const FileState& state)
 {
+    // Of the clock that kernels stamp files by, which moves in ticks of some milliseconds.
     static const std::int64_t tick = [] {
         timespec resolution = {0, 10'000'000};
         clock_getres(CLOCK_REALTIME_COARSE, &resolution);

@@ -87,6 +87,7 @@ public:
 private:
     class Descriptors;
     struct Line;
+    class Lines;
     struct Source;
 
     std::optional<CopiedContent> ContentOf(const String& name) const;
@@ -102,9 +103,9 @@ private:
 
     String folder_;
     std::unique_ptr<Descriptors> open_;
-    std::vector<Source> sources_;  // the records that are looked at
-    std::vector<Line> lines_;      // of all of them
-    std::set<String> removed_;     // names since the last ForgetRemoved
+    std::vector<Source> sources_;   // the records that are looked at
+    std::unique_ptr<Lines> lines_;  // of all of them
+    std::set<String> removed_;      // names since the last ForgetRemoved
 };
 
 }  // namespace tessarine

@@ -14,6 +14,7 @@
 #include <set>
 #include <span>
 #include <thread>
+#include <unordered_map>
 #include <utility>
 
 #include "platform/Crc32.h"
@@ -170,6 +171,45 @@ struct BackupFolder::Line {
     std::string record;   // name of that
 };
 
+/// The lines of all records in their order, found by what they name: folders may hold many thousand backups.
+class BackupFolder::Lines
+{
+public:
+    void Add(Line line)
+    {
+        byOriginal_[line.backup.original].push_back(all_.size());
+        byName_[line.backup.name].push_back(all_.size());
+        all_.push_back(std::move(line));
+    }
+
+    void Clear()
+    {
+        all_.clear();
+        byOriginal_.clear();
+        byName_.clear();
+    }
+
+    const std::vector<Line>& All() const { return all_; }
+    const Line& operator[](std::size_t at) const { return all_[at]; }
+
+    /// Indexes of the lines about backups of a file, and of those about a backup of that name.
+    std::span<const std::size_t> Of(const Original& original) const { return Found(byOriginal_, original.name); }
+    std::span<const std::size_t> Named(const String& name) const { return Found(byName_, name); }
+
+private:
+    using Index = std::unordered_map<String, std::vector<std::size_t>>;
+
+    static std::span<const std::size_t> Found(const Index& index, const String& key)
+    {
+        const auto entry = index.find(key);
+        return entry == index.end() ? std::span<const std::size_t>() : entry->second;
+    }
+
+    std::vector<Line> all_;
+    Index byOriginal_;
+    Index byName_;
+};
+
 struct BackupFolder::Source {
     std::string name;
     std::optional<std::uint64_t> file;  // its number, nothing while it is missing
@@ -177,7 +217,7 @@ struct BackupFolder::Source {
 };
 
 BackupFolder::BackupFolder(StringView folder)
-    : folder_(folder), open_(std::make_unique<Descriptors>(NativePath(folder)))
+    : folder_(folder), open_(std::make_unique<Descriptors>(NativePath(folder))), lines_(std::make_unique<Lines>())
 {
     if (!open_->folder.IsOpen())
         throw ClassicFileFailure(errno, "open", NativePath(folder));
@@ -215,21 +255,23 @@ BackupFolder::State BackupFolder::StateOf(const String& name, const Original& or
     if (original.owner)
         LoadRecordOf(*original.owner);
     const auto isRecorded = [&] {
-        return std::ranges::any_of(lines_, [&](const Line& line) { return Matches(line, name, original); });
+        return std::ranges::any_of(lines_->Of(original),
+                                   [&](std::size_t at) { return Matches((*lines_)[at], name, original); });
     };
     // Another run may have made the backup since the record was read.
     if (!isRecorded())
         Refresh();
     if (!isRecorded()) {
         const bool isKnown = std::ranges::any_of(
-            lines_, [&](const Line& line) { return line.backup.name == name && IsBelieved(line.owner, original); });
+            lines_->Named(name), [&](std::size_t at) { return IsBelieved((*lines_)[at].owner, original); });
         return isKnown ? State::OfAnother : State::NotRecorded;
     }
 
-    const auto hasSize = [&](const Line& line) {
+    const auto hasSize = [&](std::size_t at) {
+        const Line& line = (*lines_)[at];
         return Matches(line, name, original) && line.backup.content.size == static_cast<std::uint64_t>(status->st_size);
     };
-    if (std::ranges::none_of(lines_, hasSize))
+    if (std::ranges::none_of(lines_->Of(original), hasSize))
         return State::Changed;  // told without reading the file
     const auto content = ContentOf(name);
     return content && IsRecorded(name, original, *content) ? State::Intact : State::Changed;
@@ -240,16 +282,20 @@ std::vector<String> BackupFolder::NamesFor(const Original& original)
     if (original.owner)
         LoadRecordOf(*original.owner);
     std::vector<String> names;
-    for (const Line& line : lines_)
+    for (const std::size_t at : lines_->Of(original)) {
+        const Line& line = (*lines_)[at];
         if (Matches(line, line.backup.name, original) && std::ranges::find(names, line.backup.name) == names.end())
             names.push_back(line.backup.name);
+    }
     return names;
 }
 
 bool BackupFolder::IsRecorded(const String& name, const Original& original, const CopiedContent& content) const
 {
-    return std::ranges::any_of(
-        lines_, [&](const Line& line) { return Matches(line, name, original) && line.backup.content == content; });
+    return std::ranges::any_of(lines_->Of(original), [&](std::size_t at) {
+        const Line& line = (*lines_)[at];
+        return Matches(line, name, original) && line.backup.content == content;
+    });
 }
 
 bool BackupFolder::IsTaken(const String& name) const
@@ -354,7 +400,7 @@ void BackupFolder::ForgetRemoved()
     for (const Source& source : sources_)
         ForgetIn(source);
     removed_.clear();
-    lines_.clear();
+    lines_->Clear();
     for (Source& source : sources_)
         Load(source);
 }
@@ -391,7 +437,7 @@ void BackupFolder::Load(Source& source)
     source.size = text.size();
     for (const std::string_view line : LinesOf(text))
         if (auto backup = RecordedBackupIn(line))
-            lines_.push_back({*std::move(backup), status.st_uid, source.name});
+            lines_->Add({*std::move(backup), status.st_uid, source.name});
 }
 
 void BackupFolder::Refresh()
@@ -404,7 +450,7 @@ void BackupFolder::Refresh()
     });
     if (isCurrent)
         return;
-    lines_.clear();
+    lines_->Clear();
     for (Source& source : sources_)
         Load(source);
 }
@@ -443,7 +489,7 @@ void BackupFolder::Append(const RecordedBackup& backup)
     if (!WriteAll(record, text) || fdatasync(record) != 0)
         throw ClassicFileFailure(errno, "write", PathOf(open_->recordName));
 
-    lines_.push_back({backup, status.st_uid, open_->recordName});
+    lines_->Add({backup, status.st_uid, open_->recordName});
     const auto source = std::ranges::find(sources_, open_->recordName, &Source::name);
     if (source == sources_.end())
         return;
@@ -471,7 +517,7 @@ void BackupFolder::ForgetIn(const Source& source)
     // The lines as they were known before their backups were removed. A line that a run has added since is about a
     // backup that it is just making.
     std::multiset<std::string> gone;
-    for (const Line& line : lines_)
+    for (const Line& line : lines_->All())
         if (line.record == source.name && removed_.contains(line.backup.name))
             gone.insert(LineOf(line.backup));
     const std::string text = TextOf(file.get());

@@ -10,7 +10,6 @@ namespace tessarine::test
 namespace
 {
 
-
 Deck TwoRuns()
 {
     return Deck().Slide(Title(u"\u00C4 Fabrikam \U0001F600"), TextBox(Paragraph(TextRun(u"Fab").Bold(), u"rikam")));

@@ -1,7 +1,6 @@
 #include "office/builtin/package/Relationships.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/RootElement.h"
@@ -254,12 +253,12 @@ void Relationships::Remove(std::string_view id)
 bool Relationships::ReadAgainAs(const Relationships& other) const
 {
     const auto asRead = [](std::string_view value) { return DecodeAttribute(EscapeAttribute(FromUtf8(value))); };
-    const auto isThere = [](const Relationship& relationship) { return !relationship.removed; };
-    return std::ranges::equal(relationships_ | std::views::filter(isThere), other.relationships_,
-                              [&](const Relationship& left, const Relationship& right) {
-                                  return asRead(left.id) == right.id && asRead(left.type) == right.type &&
-                                         asRead(left.target) == right.target && left.external == right.external;
-                              });
+    std::vector<Relationship> present = relationships_;
+    std::erase_if(present, [](const Relationship& relationship) { return relationship.removed; });
+    return std::ranges::equal(present, other.relationships_, [&](const Relationship& left, const Relationship& right) {
+        return asRead(left.id) == right.id && asRead(left.type) == right.type && asRead(left.target) == right.target &&
+               left.external == right.external;
+    });
 }
 
 std::string Relationships::Bytes() const

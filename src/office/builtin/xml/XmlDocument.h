@@ -54,9 +54,9 @@ class XmlDocument
 public:
     /// `bytes` is UTF-8 and must outlive the document. Raises `FileCorrupt` for markup that is not well-formed by XML
     /// 1.0 (also for characters that XML can't hold, an "&" without a reference, attributes without quotes or of the
-    /// same name), for a DTD (nothing is ever expanded) and for more or deeper elements than the limits allow. Names are
-    /// looked at where they begin, and namespaces not at all (see CheckNamespaces). `part` names the
-    /// part in failures.
+    /// same name), for a DTD (nothing is ever expanded) and for more or deeper elements than the limits allow. Names
+    /// are looked at where they begin, and namespaces not at all (see CheckNamespaces). `part` names the part in
+    /// failures.
     XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits);
 
     /// The same document over a copy of its bytes, which must outlive it. The index is copied and not made again.
