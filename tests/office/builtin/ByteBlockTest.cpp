@@ -54,6 +54,14 @@ TYPED_TEST(ByteBlockTest, MarksTheBytesThatMatch)
     EXPECT_EQ(block.TopBits(), 0b1000'0000'1100'0000u);
 }
 
+TYPED_TEST(ByteBlockTest, TellsControlsAndBytesBeyondAscii)
+{
+    const TypeParam block(" ~\x7F\x1F\x80\xFF<>\tabcdefg");
+
+    EXPECT_EQ(block.NotPrintable().TopBits(), 0b0000'0001'0011'1000u);
+    EXPECT_EQ((block.NotPrintable() | TypeParam::None()).TopBits(), block.NotPrintable().TopBits());
+}
+
 TYPED_TEST(ByteBlockTest, WritesCapitalLettersSmallAndAllElseAsItIs)
 {
     std::u16string text(TypeParam::size, u'?');

@@ -89,7 +89,7 @@ TEST(ScanTags, CountsAndFindsAsALookAtEachCharacterDoes)
         EXPECT_EQ(totals.others, others) << size;
         EXPECT_EQ(candidates, places) << size;
         for (std::size_t i = 0; i < xml.size(); ++i)
-            EXPECT_TRUE(doubtful.contains(i) || std::string_view("&\n\x80").find(xml[i]) == std::string_view::npos);
+            EXPECT_TRUE(doubtful.contains(i) || std::string_view("\n\x80").find(xml[i]) == std::string_view::npos);
     }
 }
 

@@ -32,9 +32,6 @@ struct TagBlock {
     {
     }
 
-    /// Bytes that may be none of a well-formed part: controls, others than ASCII, and where references begin.
-    ByteBlock Doubtful() const { return first.NotPrintable() | first.Matches('&'); }
-
     /// Where "<t" or ":t" stands.
     ByteBlock TextTags() const { return (open | first.Matches(':')) & second.Matches('t'); }
     /// Where "<!" or "<?" stands.
@@ -54,7 +51,7 @@ struct TagBlock {
 /// Counts the tags and calls `candidate(place, depth)`, front to back, with the place of every "<t" and ":t", where the
 /// tag of a text element may be. `depth()` gives how many elements are open there, that one among them; "<!" and "<?"
 /// in front of the place count as well. Calls `doubtful(from, to)` for each stretch of bytes that has characters which
-/// may not be those of a well-formed part; nearly all stretches have none.
+/// may not be those of a well-formed part, controls and others than ASCII; nearly all stretches have none.
 template <class Candidate, class Doubtful>
 TagTotals ScanTags(std::string_view xml, Candidate&& candidate, Doubtful&& doubtful)
 {
@@ -84,7 +81,7 @@ TagTotals ScanTags(std::string_view xml, Candidate&& candidate, Doubtful&& doubt
             depthOfBlocks.Subtract(block.end);
             depthOfBlocks.Subtract(block.empty);
             othersOfBlocks.Add(block.Others());
-            doubts = doubts | block.Doubtful();
+            doubts = doubts | block.first.NotPrintable();
             at += ByteBlock::size;
         }
         for (std::size_t i = 0; i < foundBlocks; ++i) {
