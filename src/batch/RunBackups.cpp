@@ -32,7 +32,7 @@ struct RunBackups::Target {
     String backup;  ///< Path of the first one.
     BackupFolder& folder;
     BackupFolder::Original original;
-    const std::function<void()>& check;
+    const CheckOpened& check;
 
     String Name() const { return backup.substr(FolderOf(StringView(backup)).size()); }
     String PathOf(const String& name) const { return String(FolderOf(StringView(backup))) + name; }
@@ -49,10 +49,14 @@ void RunBackups::Remember(const String& path)
     });
 }
 
-void RunBackups::Make(const String& path, const std::function<void()>& check)
+void RunBackups::Make(const String& path, const CheckOpened& check)
 {
     const String backup = BackupTargetOf(path);
     BackupFolder& folder = FolderFor(backup);
+    // Between the open and here somebody may have put a folder of somebody else's under this path.
+    if (FolderOf(StringView(backup)) == FolderOf(StringView(path)) && !folder.Holds(String(FileNameOf(path)), check()))
+        throw Failure(FailureNumber::SharingViolation,
+                      u"The folder of " + path + u" was replaced by another one; run it again.");
     const Target target{path, backup, folder, folder.OriginalAt(path), check};
     if (naming_ == BackupNaming::Numbered)
         MakeNumbered(target);
@@ -116,7 +120,7 @@ void RunBackups::Copy(const Target& target, const String& name)
 {
     const String backup = target.PathOf(name);
     String notRecorded;
-    CopyFile(target.path, backup, [&](const CopiedContent& content) {
+    const auto complete = [&](const CopiedContent& content) {
         // A program that rewrites a file in place leaves half of it for a while, which every later run would keep.
         target.check();
         // Recorded before it is there: of a run that is killed in between, a line is left that means nothing.
@@ -125,19 +129,16 @@ void RunBackups::Copy(const Target& target, const String& name)
         } catch (const Failure& failure) {
             notRecorded = failure.Reason();
         }
-        // Somebody may have made a file of that name meanwhile, which the copy would take the place of.
-        if (target.folder.IsTaken(name))
-            FailInTheWay(backup, u"was not made by this run");
-    });
+    };
+    CopyFile(target.path, backup, {complete, target.folder.Id(), true});
     if (!notRecorded.empty())
         Warn(target.path, u"has the backup " + backup +
                               u", which only restore --any-backup takes, as it could not be " + u"recorded: " +
                               notRecorded);
     // The run has taken a write protection off by now, which the backup is to have as the file had it.
     // Never more than the copy has: one whose owner could not be kept keeps others out.
-    const std::uint32_t mode = GetAttributes(backup).mode;
-    if (rememberedPath_ == target.path && (mode & remembered_.mode) != mode)
-        target.folder.SetMode(name, mode & remembered_.mode);
+    if (rememberedPath_ == target.path)
+        target.folder.NarrowMode(name, remembered_.mode);
 }
 
 }  // namespace tessarine::batch

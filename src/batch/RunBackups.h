@@ -1,9 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "batch/BatchCall.h"
+#include "model/Project.h"
 #include "platform/Files.h"
 #include "platform/String.h"
 #include "run/BackupFolder.h"
@@ -27,7 +27,7 @@ public:
     ///
     /// Warns (platform/Warnings.h) when the backup is that of an earlier run and doesn't hold what the file holds now,
     /// and when the backup is there but could not be recorded.
-    void Make(const String& path, const std::function<void()>& check);
+    void Make(const String& path, const CheckOpened& check);
 
 private:
     struct Target;

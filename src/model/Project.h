@@ -14,12 +14,16 @@
 #include "model/PowerPoint.h"
 #include "model/ProjectOptions.h"
 #include "platform/Failure.h"
+#include "platform/FileState.h"
 
 namespace tessarine
 {
 
 class CounterStatuses;
 class VisitedFolders;
+
+/// See Project::Opened.
+using CheckOpened = std::function<FileIdentity()>;
 
 /// One job: the find/replace list, the options that hold for the whole run, a few named strings, and the operations
 /// that run it. Made through std::make_shared, because a run points the items of a list handed to it at this project.
@@ -122,9 +126,9 @@ public:
     /// such files alone, a backup for instance. May be empty. A failure of it counts as a failure to open the file: the
     /// file is closed without a change and keeps its attributes.
     ///
-    /// `check` raises `SharingViolation` when the file isn't any more what it was before it was opened: whoever copies
-    /// it calls that when all is read, so that the copy is of what the run has read.
-    std::function<void(const String& path, const std::function<void()>& check)> Opened;
+    /// `check` tells which file it is, and raises `SharingViolation` when that isn't any more what it was before it was
+    /// opened: whoever copies it calls that when all is read, so that the copy is of what the run has read.
+    std::function<void(const String& path, const CheckOpened& check)> Opened;
 
     /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read. A file that
     /// another program has in use is a failure of the copying back, and so is a read-only one without

@@ -11,7 +11,6 @@
 #include "platform/Files.h"
 #include "platform/NativePath.h"
 #include "platform/OpenedFile.h"
-#include "platform/RandomAccessFile.h"
 #include "platform/ReplacementFile.h"
 
 namespace tessarine
@@ -24,10 +23,7 @@ namespace
 class Source
 {
 public:
-    explicit Source(StringView path) : path_(NativePath(path)), file_(Open(path_)), opened_(file_.get())
-    {
-        CheckAgainstOpened();
-    }
+    explicit Source(StringView path) : path_(NativePath(path)), file_(Open(path_)), opened_(file_.get()) {}
 
     int Descriptor() const { return file_.get(); }
 
@@ -52,7 +48,6 @@ public:
             if (isChecksumWanted)
                 content.checksum = Crc32(piece, content.checksum);
         }
-        CheckAgainstOpened();
         if (!opened_.IsUnchanged())
             throw ClassicFileFailure(FileTrouble::InUse, "read", path_,
                                      "it was changed by another program while it was copied; run it again");
@@ -60,16 +55,6 @@ public:
     }
 
 private:
-    /// A backup of a presentation that is open is to be one of what was opened, not of what another program is making
-    /// of the file.
-    void CheckAgainstOpened() const
-    {
-        const OpenedFile* const opened = RandomAccessFile::OpenForSaving(path_);
-        if (opened != nullptr && (opened_.State() != opened->Expected() || !opened->HasSameContent()))
-            throw ClassicFileFailure(FileTrouble::InUse, "read", path_,
-                                     "it was changed by another program since it was opened; run it again");
-    }
-
     static FileDescriptor Open(const std::string& path)
     {
         // O_NONBLOCK keeps a named pipe from holding up a run.
@@ -89,14 +74,14 @@ private:
 
 }  // namespace
 
-void CopyFile(StringView source, StringView target, const CopyComplete& complete)
+void CopyFile(StringView source, StringView target, const CopyTerms& terms)
 {
     const Source original(source);
     // An older target stays until the copy is complete, so that a full disk leaves it as it was.
-    ReplacementFile copy(target, ReplacementFile::CopyOf{original.Descriptor()});
-    const CopiedContent content = original.CopyTo(copy, static_cast<bool>(complete));
-    if (complete)
-        complete(content);
+    ReplacementFile copy(target, ReplacementFile::CopyOf{original.Descriptor(), terms.folder, terms.mustBeNew});
+    const CopiedContent content = original.CopyTo(copy, static_cast<bool>(terms.complete));
+    if (terms.complete)
+        terms.complete(content);
     copy.Commit();
 }
 

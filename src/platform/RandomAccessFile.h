@@ -51,7 +51,6 @@ public:
     /// file), `SharingViolation` (another process has locked it against readers), or another number of
     /// SystemFileFailure; `FileNotFound` for a path with a NUL. A lock of this process (FileLock) is no obstacle.
     explicit RandomAccessFile(StringView path, Use use = Use::Reading);
-    ~RandomAccessFile() override;
     RandomAccessFile(const RandomAccessFile&) = delete;
     RandomAccessFile& operator=(const RandomAccessFile&) = delete;
 
@@ -59,10 +58,6 @@ public:
     OpenedFile* Opened() override { return &*opened_; }
     void Read(std::uint64_t offset, std::span<std::byte> buffer) const override;
     int Descriptor() const override { return file_.get(); }
-    /// The file that this process has open for saving under this very path; null when there is none. A copy of it has
-    /// to be one of the content that was opened.
-    static const OpenedFile* OpenForSaving(const std::string& nativePath);
-
     Identity Id() const { return opened_->State().identity; }  ///< Two paths to one file give the same.
 
     /// The file that a path names now; nothing when there is no such file.
@@ -73,7 +68,6 @@ private:
     FileDescriptor file_;
     std::uint64_t size_ = 0;
     std::optional<OpenedFile> opened_;  // there as soon as the file is open
-    bool isForSaving_;
 };
 
 }  // namespace tessarine

@@ -4,11 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <limits>
-#include <mutex>
-#include <vector>
 
 #include "platform/Failure.h"
 #include "platform/FileFailure.h"
@@ -20,10 +17,6 @@ namespace tessarine
 
 namespace
 {
-
-/// Those of this process. Few at a time, as a run has one presentation open.
-std::mutex openForSavingGuard;
-std::vector<const RandomAccessFile*> openForSaving;
 
 FileDescriptor OpenForReading(const std::string& path)
 {
@@ -37,8 +30,7 @@ FileDescriptor OpenForReading(const std::string& path)
 
 }  // namespace
 
-RandomAccessFile::RandomAccessFile(StringView path, Use use)
-    : path_(NativePath(path)), file_(OpenForReading(path_)), isForSaving_(use == Use::Saving)
+RandomAccessFile::RandomAccessFile(StringView path, Use use) : path_(NativePath(path)), file_(OpenForReading(path_))
 {
     if (!file_.IsOpen())
         throw SystemFileFailure(errno, "open", path_);
@@ -58,25 +50,6 @@ RandomAccessFile::RandomAccessFile(StringView path, Use use)
         throw SystemFileFailure(ETXTBSY, "open (another program has locked it)", path_);
     size_ = state.size;
     opened_.emplace(file_.get(), state, clock);
-    if (isForSaving_) {
-        const std::scoped_lock guard(openForSavingGuard);
-        openForSaving.push_back(this);
-    }
-}
-
-RandomAccessFile::~RandomAccessFile()
-{
-    if (isForSaving_) {
-        const std::scoped_lock guard(openForSavingGuard);
-        std::erase(openForSaving, this);
-    }
-}
-
-const OpenedFile* RandomAccessFile::OpenForSaving(const std::string& nativePath)
-{
-    const std::scoped_lock guard(openForSavingGuard);
-    const auto file = std::ranges::find(openForSaving, nativePath, &RandomAccessFile::path_);
-    return file == openForSaving.end() ? nullptr : &*(*file)->opened_;
 }
 
 std::optional<RandomAccessFile::Identity> RandomAccessFile::IdOf(StringView path)

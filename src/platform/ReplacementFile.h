@@ -43,9 +43,11 @@ public:
 
     /// A copy of an open file, with its attributes as far as they can be kept (KeptAttributes::GiveToCopy). The path
     /// must not be a link. There need be no old file, and one that is read-only is replaced all the same: whoever backs
-    /// up a read-only file twice has a read-only backup in the way.
+    /// up a read-only file twice has a read-only backup in the way. `folder` and `mustBeNew` as in CopyTerms.
     struct CopyOf {
         int original;
+        std::optional<FileIdentity> folder = {};
+        bool mustBeNew = false;
     };
 
     /// A document that is put back from an open copy of it. As a save of the document, but for mode and access list:

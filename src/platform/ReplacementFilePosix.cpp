@@ -104,6 +104,12 @@ ReplacementFile::ReplacementFile(StringView path, OpenedFile& opened, const Save
 ReplacementFile::ReplacementFile(StringView path, const CopyOf& original)
     : ReplacementFile(path, Kind::Copy, nullptr, {})
 {
+    const auto folder = FileStateOf(place_.folder.get());
+    if (original.folder && (!folder || folder->identity != *original.folder))
+        throw FailureFor(FileTrouble::InUse, place_.path,
+                         "another program has put another folder in place of its own; run it again");
+    if (original.mustBeNew && old_)
+        throw FailureFor(FileTrouble::NotPermitted, place_.path, "another file has this name already");
     attributes_ = KeptAttributes::Of(original.original);
     if (!attributes_)
         throw FailureFor(errno, "save");

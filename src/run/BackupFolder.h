@@ -31,6 +31,11 @@ public:
     BackupFolder(const BackupFolder&) = delete;
     BackupFolder& operator=(const BackupFolder&) = delete;
 
+    FileIdentity Id() const;  ///< Of the folder itself.
+
+    /// Whether a name in the folder leads to this file, also by a link.
+    bool Holds(const String& name, const FileIdentity& file) const;
+
     /// A file that backups may be of.
     struct Original {
         String name;                         ///< As RecordedBackup::original.
@@ -70,8 +75,8 @@ public:
     /// can't be added to gets a second one beside it.
     void Record(const String& name, const Original& original, const CopiedContent& content);
 
-    /// Gives a backup the mode of its original.
-    void SetMode(const String& name, std::uint32_t mode) const;
+    /// Takes away what a backup's mode has beyond this one.
+    void NarrowMode(const String& name, std::uint32_t mode) const;
 
     /// Deletes a backup; of a link the link itself. The record keeps its line until ForgetRemoved.
     void Remove(const String& name);

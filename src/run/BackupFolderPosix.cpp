@@ -229,6 +229,21 @@ BackupFolder::BackupFolder(StringView folder)
 
 BackupFolder::~BackupFolder() = default;
 
+FileIdentity BackupFolder::Id() const
+{
+    const auto state = FileStateOf(open_->folder.get());
+    if (!state)
+        throw ClassicFileFailure(errno, "find", PathOf({}));
+    return state->identity;
+}
+
+bool BackupFolder::Holds(const String& name, const FileIdentity& file) const
+{
+    Status status = {};
+    return fstatat(open_->folder.get(), NativePath(name).c_str(), &status, 0) == 0 &&
+           StateFrom(status).identity == file;
+}
+
 BackupFolder::Original BackupFolder::OriginalAt(const String& path) const
 {
     const StringView folder = FolderOf(StringView(path));
@@ -366,15 +381,19 @@ void BackupFolder::Record(const String& name, const Original& original, const Co
     throw ClassicFileFailure(EBUSY, "write", PathOf(recordName));
 }
 
-void BackupFolder::SetMode(const String& name, std::uint32_t mode) const
+void BackupFolder::NarrowMode(const String& name, std::uint32_t mode) const
 {
     const std::string native = NativePath(name);
     const FileDescriptor file(openat(open_->folder.get(), native.c_str(), readFlags));
     Status status = {};
     if (!file.IsOpen() || fstat(file.get(), &status) != 0)
         throw ClassicFileFailure(errno, "set the attributes of", PathOf(native));
+    const mode_t present = status.st_mode & 07777;
+    const mode_t narrow = present & static_cast<mode_t>(mode);
+    if (narrow == present)
+        return;
     const bool isOwn = S_ISREG(status.st_mode) && status.st_nlink == 1;
-    if (!isOwn || fchmod(file.get(), static_cast<mode_t>(mode)) != 0)
+    if (!isOwn || fchmod(file.get(), narrow) != 0)
         throw ClassicFileFailure(isOwn ? errno : EACCES, "set the attributes of", PathOf(native));
 }
 

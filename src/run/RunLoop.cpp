@@ -201,6 +201,7 @@ RunLoop::Step RunLoop::Open()
                     throw Failure(
                         FailureNumber::SharingViolation,
                         u"The file " + path_ + u" was changed by another program while it was opened; run it again.");
+                return before->Id();
             });
     });
     if (!refusal)

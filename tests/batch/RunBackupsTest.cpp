@@ -10,6 +10,9 @@
 #include "batch/BackupNames.h"
 #include "batch/FileWarnings.h"
 #include "platform/Failure.h"
+#include "platform/Files.h"
+#include "platform/FileState.h"
+#include "platform/NativePath.h"
 #include "platform/Treatments.h"
 #include "support/TemporaryFolder.h"
 
@@ -20,6 +23,12 @@ namespace
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+FileIdentity IdOf(const String& path)
+{
+    const auto state = FileStateOf(path);
+    return state ? state->identity : FileIdentity();
+}
 
 class RunBackupsTest : public testing::Test
 {
@@ -32,7 +41,7 @@ protected:
         RunBackups backups(naming);
         backups.Remember(path);
         try {
-            backups.Make(path, [] {});
+            backups.Make(path, [&] { return IdOf(path); });
             return {};
         } catch (const Failure& failure) {
             return failure.Reason();
@@ -146,7 +155,7 @@ TEST_F(RunBackupsTest, GivesTheBackupTheModeThatTheFileHadBeforeTheRun)
     backups.Remember(file);
     SetMode(file, 0644);
 
-    backups.Make(file, [] {});
+    backups.Make(file, [&] { return IdOf(file); });
 
     EXPECT_EQ(ModeOf(folder.PathOf(u"a..bak")), 0444u);
 }
@@ -156,11 +165,34 @@ TEST_F(RunBackupsTest, KeepsNoCopyOfAFileThatOthersHaveChangedMeanwhile)
     const String file = folder.Write(u"a.pptx", "half");
     RunBackups backups(BackupNaming::First);
 
-    EXPECT_EQ(Skip([&] { backups.Make(file, [] { throw Failure(FailureNumber::SharingViolation, u"changed"); }); }),
+    EXPECT_EQ(Skip([&] {
+                  backups.Make(file,
+                               []() -> FileIdentity { throw Failure(FailureNumber::SharingViolation, u"changed"); });
+              }),
               FailureNumber::SharingViolation);
 
     EXPECT_EQ(Content(u"a..bak"), "<missing>");
     EXPECT_EQ(Content(u".tessarine-backups"), "<missing>");
+}
+
+TEST_F(RunBackupsTest, TouchesNothingInAFolderThatWasPutInThePlaceOfItsOwn)
+{
+    const auto native = [&](StringView name) { return NativePath(folder.PathOf(name)); };
+    std::filesystem::create_directory(native(u"decks"));
+    std::filesystem::create_directory(native(u"victim"));
+    const String file = folder.Write(u"decks/a.pptx", "old");
+    folder.Write(u"victim/a.pptx", "theirs");
+    folder.Write(u"victim/a..bak", "theirs, too");
+    const FileIdentity opened = IdOf(file);
+    RunBackups backups(BackupNaming::First);
+    backups.Remember(file);
+    std::filesystem::rename(native(u"decks"), native(u"away"));
+    std::filesystem::create_directory_symlink(native(u"victim"), native(u"decks"));
+
+    EXPECT_EQ(Skip([&] { backups.Make(file, [&] { return opened; }); }), FailureNumber::SharingViolation);
+
+    EXPECT_EQ(Content(u"victim/a..bak"), "theirs, too");
+    EXPECT_EQ(FilesOfFolder(folder.PathOf(u"victim")).size(), 2u);
 }
 
 TEST_F(RunBackupsTest, MakesANewNumberInEachRun)

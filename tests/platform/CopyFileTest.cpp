@@ -54,10 +54,11 @@ TEST_F(CopyingAFile, TellsWhatItCopiedBeforeTheTargetChanges)
     CopiedContent copied;
     std::string targetThen;
 
-    CopyFile(source, target, [&](const CopiedContent& content) {
+    const auto complete = [&](const CopiedContent& content) {
         copied = content;
         targetThen = ContentOf(target);
-    });
+    };
+    CopyFile(source, target, {complete});
 
     EXPECT_EQ(copied.size, 100009u);
     EXPECT_EQ(copied.checksum, 0x760299E2u);
@@ -69,7 +70,7 @@ TEST_F(CopyingAFile, LeavesTheOldTargetWhenItsReceiverFails)
     const String source = folder_.Write(u"a.ppt", "new");
     const String target = folder_.Write(u"a.bak", "old");
 
-    EXPECT_EQ(Skip([&] { CopyFile(source, target, [](const CopiedContent&) { throw Failure(5, u"no"); }); }), 5);
+    EXPECT_EQ(Skip([&] { CopyFile(source, target, {[](const CopiedContent&) { throw Failure(5, u"no"); }}); }), 5);
 
     EXPECT_EQ(ContentOf(target), "old");
     EXPECT_THAT(FilesOfFolder(folder_.Path()), ElementsAre(target, source));
