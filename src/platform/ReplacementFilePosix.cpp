@@ -342,11 +342,13 @@ void ReplacementFile::WriteIntoOldFile()
     CheckPlace();
     if (const auto state = FileStateOf(file.get()); !state || state->identity != old_->identity)
         throw ChangedByOthers();
-    // While the old content is still there.
-    if (!HasRoomFor(file.get(), position_))
-        throw FailureFor(errno, "save (in place)");
-
     InPlaceWrite noted(AbsolutePath(place_.path), file.get(), AbsolutePath(newFolder_ + newFile_->Name()));
+    // While the old content is still there. Noted before, because asking for room gives the file a new date.
+    if (!HasRoomFor(file.get(), position_)) {
+        const int error = errno;
+        noted.End();
+        throw FailureFor(error, "save (in place)");
+    }
     if (!WriteOver(file.get(), newFile_->Descriptor(), position_)) {
         const int error = errno;
         throw FailureFor(FileTroubleOf(error, place_.path), place_.path,

@@ -18,7 +18,8 @@ void FullAfter(Round& round, const Operation& operation, bool byLimit)
     scene.Prepare(operation);
     Call call = scene.CallOf(operation);
     if (byLimit)
-        call.longestFile = round.random.Below(20'000) + 1;
+        // The report, which is a file here, is to fit.
+        call.longestFile = round.random.Below(20'000) + 4'096;
     else
         call.DiskIsFullAfter(round.random.Below(2'400'000));
 
