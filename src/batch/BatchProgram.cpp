@@ -154,14 +154,14 @@ int MakeJob(const BatchCall& call, Output& output)
     if (call.list)
         NoteAll(TakeListPairs(*project, call), output);
     FillSavedJob(*project, call);
-    output.Write("saved " + ToUtf8(SaveJob(*project, call.job)) + "\n");
+    output.Write("saved " + Escaped(SaveJob(*project, call.job)) + "\n");
     return output.failed() ? ExitStatus::FileFailed : ExitStatus::Done;
 }
 
 int ConvertListFile(const BatchCall& call, Output& output)
 {
     const ConvertedList converted = ConvertList(*call.list, call.newList);
-    output.Write(fmt::format("saved {}: {}\n", ToUtf8(call.newList), Counted(converted.pairs, "pair")));
+    output.Write(fmt::format("saved {}: {}\n", Escaped(call.newList), Counted(converted.pairs, "pair")));
     if (!converted.loss.empty())
         output.Note("tessarine-batch: " +
                     OnOneLine(ToUtf8(call.newList) + " differs from the list: " + converted.loss));

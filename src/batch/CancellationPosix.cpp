@@ -7,6 +7,7 @@
 
 #include <unistd.h>
 
+#include "batch/LineText.h"
 #include "platform/Leftovers.h"
 
 namespace tessarine::batch
@@ -56,7 +57,7 @@ void SetFileInWork(const String& path)
 {
     const std::size_t other = lineInUse == 0 ? 1 : 0;
     linesAtTheEnd[other] = path.empty() ? endedBetweenFiles
-                                        : "tessarine-batch: ended at once in the middle of " + ToUtf8(path) +
+                                        : "tessarine-batch: ended at once in the middle of " + Escaped(path) +
                                               ", which is as it was or changed completely\n";
     // The signal may come between any two instructions, which the compiler is free to put in another order.
     std::atomic_signal_fence(std::memory_order_release);

@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include "platform/VisibleText.h"
+
 namespace tessarine::batch
 {
 
@@ -16,27 +18,12 @@ std::string OnOneLine(std::string text)
 {
     std::ranges::replace_if(
         text, [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return text;
+    return Escaped(FromUtf8(text));
 }
 
 std::string Escaped(StringView text)
 {
-    std::string escaped;
-    for (const char character : ToUtf8(text)) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (character == '\n')
-            escaped += "\\n";
-        else if (character == '\r')
-            escaped += "\\r";
-        else if (character == '\t')
-            escaped += "\\t";
-        // Bytes of longer characters are 80 and above and stay as they are.
-        else if (byte < 0x20 || byte == 0x7F)
-            escaped += fmt::format("\\x{:02X}", byte);
-        else
-            escaped += character;
-    }
-    return escaped;
+    return ToUtf8(VisibleText(text));
 }
 
 std::string Quoted(StringView text)

@@ -13,10 +13,10 @@ namespace tessarine::batch
 /// "1 file", "2 files".
 std::string Counted(std::int64_t count, std::string_view noun);
 
-/// A text on one line: line ends become blanks.
+/// A text on one line: line ends become blanks, other control characters escapes.
 std::string OnOneLine(std::string text);
 
-/// A text on one line, with control characters written as escapes, so that it can't drive a terminal.
+/// A text on one line, with control characters as escapes (platform/VisibleText.h), so that it can't drive a terminal.
 std::string Escaped(StringView text);
 
 /// The same in double quotes, as UTF-8 and as UTF-16. A quote inside the text stays as it is.

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "batch/LineText.h"
 #include "batch/Terminal.h"
 
 namespace tessarine::batch
@@ -53,7 +54,7 @@ void Output::Write(std::string_view piece)
 void Output::Note(std::string_view line)
 {
     EndProgress();
-    Put(progress_, std::string(line) + "\n");
+    Put(progress_, Escaped(FromUtf8(line)) + "\n");
     std::fflush(progress_);
 }
 
@@ -62,7 +63,7 @@ void Output::Progress(std::string_view line)
     if (!showsProgress_)
         return;
     // One cell stays free: some terminals wrap a full line, and only its last row could be erased then.
-    Put(progress_, std::string(eraseLine) + FittedTo(line, TerminalColumns(progress_) - 1));
+    Put(progress_, std::string(eraseLine) + FittedTo(Escaped(FromUtf8(line)), TerminalColumns(progress_) - 1));
     std::fflush(progress_);
     progressShown_ = true;
 }

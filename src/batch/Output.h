@@ -20,10 +20,11 @@ public:
     /// Writes a piece of the report and flushes it. An empty piece leaves the progress on the screen.
     void Write(std::string_view piece);
 
-    /// Writes a line for the user to standard error.
+    /// Writes a line for the user to standard error. Control characters in it, line ends included, are escaped here.
     void Note(std::string_view line);
 
-    /// Shows what is being done, in place of the progress shown before. Only on a terminal; cut to its width.
+    /// Shows what is being done, in place of the progress shown before. Only on a terminal; cut to its width, with
+    /// control characters escaped.
     void Progress(std::string_view line);
     void EndProgress();  ///< Erases the line; Write and Note do so by themselves.
 

@@ -55,8 +55,8 @@ std::string FilesLine(const ProjectOptions& options)
 {
     if (options.TakesListedFiles())
         return fmt::format("Files: those that {} lists, of the kind {}\n", Quoted(options.FileToProcessFilepath),
-                           ToUtf8(options.ComaSepAllowedExtensions));
-    return fmt::format("Files: {} in {}{}\n", ToUtf8(options.ComaSepAllowedExtensions),
+                           Escaped(options.ComaSepAllowedExtensions));
+    return fmt::format("Files: {} in {}{}\n", Escaped(options.ComaSepAllowedExtensions),
                        Quoted(options.FileToProcessFolderPath),
                        options.Include_Subfolders ? " and its subfolders" : "");
 }
@@ -148,7 +148,7 @@ std::string TextReport::AtEnd(const BackupSummary& summary)
 
 std::string TextReport::OfJob(const String& path, const Project& project)
 {
-    return fmt::format("{}\n", ToUtf8(path)) + PairLines(project) + FilesLine(*project.options) +
+    return fmt::format("{}\n", Escaped(path)) + PairLines(project) + FilesLine(*project.options) +
            OptionLines(*project.options);
 }
 
@@ -173,7 +173,7 @@ std::string TextReport::LinesOf(const BackupReport& file) const
         return FailedLine(file.file, file.error);
     if (file.status == FileStatus::NothingCounted)
         return style_.verbose || !file.warnings.empty() ? FileLine(file.file, "no backup") : std::string();
-    std::string done = (Restores() ? "restored from " : "removed ") + ToUtf8(file.backup);
+    std::string done = (Restores() ? "restored from " : "removed ") + Escaped(file.backup);
     if (!file.older.empty())
         done += " and " + Counted(std::ssize(file.older), "older one");
     return FileLine(file.file, Painted(done, green));
@@ -181,7 +181,7 @@ std::string TextReport::LinesOf(const BackupReport& file) const
 
 std::string TextReport::FileLine(const String& path, const std::string& state) const
 {
-    return fmt::format("{}: {}\n", Painted(ToUtf8(path), bold), state);
+    return fmt::format("{}: {}\n", Painted(Escaped(path), bold), state);
 }
 
 std::string TextReport::FailedLine(const String& path, const String& error) const

@@ -12,6 +12,7 @@
 #include "platform/ProgramInfo.h"
 #include "platform/SpecialFolders.h"
 #include "platform/Treatments.h"
+#include "platform/VisibleText.h"
 
 namespace tessarine
 {
@@ -62,9 +63,10 @@ void WriteErrorLog(const String& message) noexcept
         if (ApplicationDataFolder.empty())
             return;
         const String end = u"- " + Now() + u"\r\n";
-        String lines = message + end;
+        // A name or a text of a file must not be able to make lines of its own.
+        String lines = VisibleText(message) + end;
         if (loggedFile != nullptr && message.find(loggedFile->path_) == String::npos)
-            lines += u"In file " + loggedFile->path_ + end;
+            lines += u"In file " + VisibleText(loggedFile->path_) + end;
         AppendToFile(ErrorLogPath(), ToUtf8(lines), ErrorLogLimit);
     } catch (...) {
         // There is no other place here to tell that the log can't be written.

@@ -23,8 +23,9 @@ bool GetFileStorageFolder();
 String ErrorLogPath();
 
 /// Appends `message`, "- " and the date and time as the system displays them to "Errors.Log" in
-/// ApplicationDataFolder, one line ending in CR LF, UTF-8. The file is opened and closed for every line. Never raises:
-/// a line that can't be written is lost, and ErrorLogFailure tells why.
+/// ApplicationDataFolder, one line ending in CR LF, UTF-8, with control characters as escapes (VisibleText). The file
+/// is opened and closed for every line. Never raises: a line that can't be written is lost, and ErrorLogFailure tells
+/// why.
 ///
 /// A log of ErrorLogLimit bytes becomes "Errors.Log.old", in place of the one before, and a new one begins.
 void WriteErrorLog(const String& message) noexcept;

@@ -40,6 +40,19 @@ TEST(Output, KeepsProgressAndColorsOutOfFiles)
     EXPECT_EQ(ContentOf(notes.get()), "a note\n");
 }
 
+TEST(Output, EscapesControlsInNotesOnly)
+{
+    const File report = TemporaryFile();
+    const File notes = TemporaryFile();
+    Output output(report.get(), notes.get());
+
+    output.Write("\x1B[1mbold\x1B[0m\n");
+    output.Note("\x1B[2J two\nlines \u202E");
+
+    EXPECT_EQ(ContentOf(report.get()), "\x1B[1mbold\x1B[0m\n");
+    EXPECT_EQ(ContentOf(notes.get()), "\\x1B[2J two\\nlines \\u202E\n");
+}
+
 TEST(Output, RemembersThatAPieceCouldNotBeWritten)
 {
     const File full(std::fopen("/dev/full", "w"), &std::fclose);

@@ -63,6 +63,16 @@ TEST(TextReport, KeepsTheBytesOfPathsAndEscapesTexts)
               "    \"\\x1B[31m\\t\\r\\x7F\"  slides 1\n");
 }
 
+TEST(TextReport, EscapesControlsInPathsAndBackups)
+{
+    const String path = u"a\x1B]0;x\a\u202Eb\n.pptx";
+    const std::string visible = "a\\x1B]0;x\\x07\\u202Eb\\n.pptx";
+
+    EXPECT_EQ(TextOf(FailedFile(path, u"no\u009B"), finding), visible + ": failed: no\\u009B\n");
+    EXPECT_EQ(TextOf(BackupReport{1, path, path, {}}, StyleOf(Command::Restore)),
+              visible + ": restored from " + visible + "\n");
+}
+
 TEST(TextReport, PutsColorsAroundTextsOnly)
 {
     EXPECT_EQ(TextOf(FailedFile(u"a.pptx", u"damaged"), StyleOf(Command::Find, false, true)),

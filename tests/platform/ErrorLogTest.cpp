@@ -57,6 +57,16 @@ TEST(ErrorLog, KeepsEveryLineOfTheSameSecond)
     EXPECT_THAT(log.Lines(), ElementsAre("same", "same"));
 }
 
+TEST(ErrorLog, LetsNoTextMakeLinesOfItsOwn)
+{
+    const ErrorLogRecorder log;
+
+    const LoggedFile file(u"/a\u202Eb\n.pptx");
+    WriteErrorLog(u"wrong\r\nforged \x1B[2J\u009B");
+
+    EXPECT_THAT(log.LinesWithFiles(), ElementsAre("wrong\\r\\nforged \\x1B[2J\\u009B", "In file /a\\u202Eb\\n.pptx"));
+}
+
 TEST(ErrorLog, AppendsToWhatIsThere)
 {
     const TemporaryFolder folder;

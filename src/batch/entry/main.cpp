@@ -23,7 +23,7 @@ using namespace tessarine;
 void ShowMessagesOn(batch::Output& output)
 {
     SetMessageBox([&output](const Message& message) {
-        output.Note("tessarine-batch: " + ToUtf8(message.text));
+        output.Note("tessarine-batch: " + batch::OnOneLine(ToUtf8(message.text)));
         return MessageAnswer::Ok;
     });
 }
