@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "batch/BackupNames.h"
-#include "batch/FileWarnings.h"
 #include "engine/CounterStatus.h"
 #include "platform/Failure.h"
 #include "platform/FileLock.h"
@@ -17,6 +16,7 @@
 #include "platform/NativePath.h"
 #include "platform/Treatments.h"
 #include "run/BackupPaths.h"
+#include "run/FileWarnings.h"
 
 namespace tessarine::batch
 {

@@ -49,6 +49,7 @@ struct BatchCall {
     bool anyBackup = false;                           ///< Restore and Clean take backups without a record, too.
     bool inPlace = false;           ///< Files are written into where a new file could not have all that is theirs.
     bool inPlaceLinks = false;      ///< Files with several names are written into, so that all names stay together.
+    bool skipSigned = false;        ///< Files with a digital signature are not changed.
     bool keepDate = false;          ///< Files get their old dates back.
     bool readOnly = false;          ///< Read-only files are processed as well.
     String revision;                ///< Name of the custom property; empty = no revision number.
@@ -65,12 +66,13 @@ struct BatchCall {
     bool verbose = false;                  ///< Text reports name unchanged files too.
 };
 
-/// When the call lets a file be written into in place of being replaced.
+/// When the call lets a file be written into in place of being replaced, and which files it saves at all.
 inline SaveTerms SaveTermsOf(const BatchCall& call)
 {
     return {.inPlaceLinks = call.inPlaceLinks,
             .inPlaceWhereNotKept = call.inPlace,
-            .inPlaceWhereFolderIsClosed = call.inPlace};
+            .inPlaceWhereFolderIsClosed = call.inPlace,
+            .keepsSigned = call.skipSigned};
 }
 
 }  // namespace tessarine::batch

@@ -218,6 +218,8 @@ void CheckSavedRun(const BatchCall& call)
         return;
     if (call.backup)
         Refuse("--backup needs --replace: a run that only finds changes no file");
+    if (call.skipSigned)
+        Refuse("--skip-signed needs --replace: a run that only finds changes no file");
     if (call.inPlace || call.inPlaceLinks)
         Refuse(std::string(call.inPlace ? "--in-place" : "--in-place-links") +
                " needs --replace: a run that only finds changes no file");

@@ -23,6 +23,31 @@ std::int64_t FileReport::Occurrences() const
     return sum;
 }
 
+FileState FileReport::State() const
+{
+    if (status == FileStatus::NotProcessed)
+        return FileState::Failed;
+    const bool isCounted = status == FileStatus::Counted;
+    if (hasNewContent.value_or(isCounted))
+        return FileState::Changed;
+    return isCounted ? FileState::CountedOnly : FileState::Unchanged;
+}
+
+std::string_view StateText(const FileReport& file, bool replaces)
+{
+    switch (file.State()) {
+        case FileState::Changed:
+            return replaces ? "changed" : "found";
+        case FileState::CountedOnly:
+            return "counted, nothing could be changed";
+        case FileState::Unchanged:
+            return replaces ? "unchanged" : "nothing found";
+        case FileState::Failed:
+            break;
+    }
+    return "failed";
+}
+
 FileReport FailedFile(const String& path, const String& error)
 {
     return {path, FileStatus::NotProcessed, error, {}};
@@ -36,19 +61,27 @@ FileReport ReportOf(const String& path, const CounterStatuses& result)
     FileReport report{path, result.FileStausAfterProcess, {}, {}};
     for (const auto& status : result.NewEnum())
         report.pairs.push_back({status->FindWhat, status->ReplaceWith, status->Counts()});
+    report.hasNewContent = result.HasNewContent;
     return report;
 }
 
 void RunSummary::Add(const FileReport& file)
 {
     ++files;
-    if (file.status == FileStatus::Counted) {
-        ++changed;
-        occurrences += file.Occurrences();
-    } else if (file.status == FileStatus::NothingCounted) {
-        ++unchanged;
-    } else {
-        ++failed;
+    switch (file.State()) {
+        case FileState::Changed:
+            ++changed;
+            occurrences += file.Occurrences();
+            break;
+        case FileState::CountedOnly:
+            ++countedOnly;
+            break;
+        case FileState::Unchanged:
+            ++unchanged;
+            break;
+        case FileState::Failed:
+            ++failed;
+            break;
     }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "engine/CounterStatus.h"
@@ -24,6 +26,9 @@ struct PairReport {
     std::int64_t Occurrences() const;  ///< Sum of the counts above 0.
 };
 
+/// What became of a file in a replace run, which the counts alone don't tell.
+enum class FileState { Changed, CountedOnly, Unchanged, Failed };
+
 /// The one line that a file gets.
 struct FileReport {
     String path;
@@ -32,8 +37,19 @@ struct FileReport {
     std::vector<PairReport> pairs;   ///< Empty for a failed file: what was counted before the failure is not known.
     std::vector<String> warnings{};  ///< What did not go quite as asked, a sentence each.
 
+    /// Whether the file has other content than before; nothing in a find, and where the run can't tell.
+    std::optional<bool> hasNewContent{};
+
     std::int64_t Occurrences() const;  ///< Of all pairs together.
+
+    /// Changed and CountedOnly are told apart by the content where the run tells of it; where it does not, a file with
+    /// a count is taken for changed. A file may be changed without a count, as by a footer.
+    FileState State() const;
 };
+
+/// The state in words, for people and programs alike: "changed", "counted, nothing could be changed", "unchanged" or
+/// "failed"; of a find "found", "nothing found" or "failed".
+std::string_view StateText(const FileReport& file, bool replaces);
 
 /// The report of a file that has no result.
 FileReport FailedFile(const String& path, const String& error);
@@ -43,9 +59,10 @@ FileReport ReportOf(const String& path, const CounterStatuses& result);
 
 /// What the lines of a report add up to.
 struct RunSummary {
-    std::int64_t files = 0;      ///< With or without a result.
-    std::int64_t changed = 0;    ///< Files in which something was counted.
-    std::int64_t unchanged = 0;  ///< Files in which nothing was counted.
+    std::int64_t files = 0;        ///< With or without a result.
+    std::int64_t changed = 0;      ///< Files that were changed; in a find, those with a count.
+    std::int64_t countedOnly = 0;  ///< Files with a count in which nothing could be changed.
+    std::int64_t unchanged = 0;    ///< All others that did not fail.
     std::int64_t failed = 0;
     std::int64_t occurrences = 0;   ///< Of the changed files.
     std::int64_t skippedLinks = 0;  ///< Links to folders that the search for files did not follow.

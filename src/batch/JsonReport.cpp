@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 #include "batch/BackupCommands.h"
@@ -108,6 +110,7 @@ public:
                              {"counts", CountsOf(pair, style_.setting)}});
         return OneLine({{"file", ToUtf8(file.path)},
                         {"status", file.status},
+                        {"state", StateText(file, style_.command == Command::Replace)},
                         {"error", ToUtf8(file.error)},
                         {"items", items},
                         {"warnings", ArrayOf(file.warnings)}});
@@ -115,12 +118,14 @@ public:
 
     std::string AtEnd(const RunSummary& summary) override
     {
-        return SummaryLine({{"files", summary.files},
-                            {"changed", summary.changed},
-                            {"unchanged", summary.unchanged},
-                            {"failed", summary.failed},
-                            {"occurrences", summary.occurrences}},
-                           summary.skippedLinks);
+        Json numbers{{"files", summary.files}, {"changed", summary.changed}};
+        // Like skipped links: most runs have none of them.
+        if (summary.countedOnly > 0)
+            numbers["countedOnly"] = summary.countedOnly;
+        numbers["unchanged"] = summary.unchanged;
+        numbers["failed"] = summary.failed;
+        numbers["occurrences"] = summary.occurrences;
+        return SummaryLine(std::move(numbers), summary.skippedLinks);
     }
 
     std::string OfFile(const BackupReport& file) override

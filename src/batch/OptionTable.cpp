@@ -152,7 +152,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 26> rows{{
+const std::array<OptionRow, 27> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -207,6 +207,10 @@ const std::array<OptionRow, 26> rows{{
      "Write into a file that has several names (hard links), so that all of them show the\n"
      "new text; without it the others keep the old one.",
      [](OptionValues& values, const std::string&) { values.call.inPlaceLinks = true; }},
+    {"--skip-signed", "", false, Only(Command::Replace) | Only(Command::Run), "How to treat the files",
+     "Leave files with a digital signature as they are, and report those that would have\n"
+     "changed as failed; without it the signature is removed.",
+     [](OptionValues& values, const std::string&) { values.call.skipSigned = true; }},
     {"--read-only", "", false, DescribesJob | Only(Command::Restore), "How to treat the files",
      "Process read-only files too; without it they are reported as failed.",
      [](OptionValues& values, const std::string&) { values.call.readOnly = true; }},

@@ -25,6 +25,17 @@ private:
     Project& project_;
 };
 
+/// A reason as it stands beside the path in a report, where the path need not stand twice.
+String WithoutPath(String reason, const String& path)
+{
+    if (reason.starts_with(path + u": "))
+        reason.erase(0, path.size() + 2);
+    const String file = u"The file ";
+    if (reason.starts_with(file + path + u' '))
+        reason.erase(file.size(), path.size() + 1);
+    return reason;
+}
+
 }  // namespace
 
 ReportedRun::ReportedRun(Project& project, Mode mode, Sink sink)
@@ -132,7 +143,9 @@ void ReportedRun::OnAfter(const std::shared_ptr<CounterStatuses>& result)
         project_.IsProcessCancel = true;
     }
     const String& path = (*files_)[*file].path;
-    ReportNext(isLost ? FailedFile(path, Reason()) : ReportOf(path, *result));
+    // A run has one fixed text for all that may need a password; the reason itself says what can be done.
+    const bool hasReason = passedOver_ && result && result->FileStausAfterProcess == FileStatus::NotProcessed;
+    ReportNext(isLost || hasReason ? FailedFile(path, Reason()) : ReportOf(path, *result));
 }
 
 void ReportedRun::OnCancel()
@@ -162,6 +175,7 @@ void ReportedRun::ReportNext(FileReport report)
     current_.reset();
     ++reported_;
     report.warnings = warnings_.Take();
+    report.error = WithoutPath(std::move(report.error), report.path);
     sink_(report);
     ReportRefused();
 }

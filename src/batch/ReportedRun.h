@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "batch/FileReport.h"
-#include "batch/FileWarnings.h"
 #include "batch/JobFiles.h"
 #include "platform/Failure.h"
+#include "run/FileWarnings.h"
 #include "run/OwnResults.h"
 
 namespace tessarine

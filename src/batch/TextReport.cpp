@@ -133,8 +133,11 @@ private:
 
 std::string TextReport::AtEnd(const RunSummary& summary)
 {
-    return Gap() + fmt::format("{}: {} {}, {} {}, {} failed; {} {}\n", Counted(summary.files, "file"), summary.changed,
-                               Replaces() ? "changed" : "with hits", summary.unchanged,
+    // Most runs have none of them.
+    const std::string countedOnly =
+        summary.countedOnly > 0 ? fmt::format("{} with nothing to change, ", summary.countedOnly) : std::string();
+    return Gap() + fmt::format("{}: {} {}, {}{} {}, {} failed; {} {}\n", Counted(summary.files, "file"),
+                               summary.changed, Replaces() ? "changed" : "with hits", countedOnly, summary.unchanged,
                                Replaces() ? "unchanged" : "without", summary.failed,
                                Counted(summary.occurrences, "occurrence"), Replaces() ? "replaced" : "found");
 }
@@ -157,14 +160,18 @@ std::string TextReport::LinesOf(const FileReport& file) const
     if (file.status == FileStatus::NotProcessed)
         return FailedLine(file.path, file.error);
     // Not named as a rule: most files of a large folder have no hit.
+    const std::string state(StateText(file, Replaces()));
+    if (file.State() == FileState::Unchanged)
+        return style_.verbose || !file.warnings.empty() ? FileLine(file.path, state) : std::string();
+    if (file.State() == FileState::CountedOnly)
+        return FileLine(file.path, fmt::format("{} found, nothing could be changed", file.Occurrences())) +
+               FoundLines(file);
+    // A footer and a revision number are changed without a count.
     if (file.status == FileStatus::NothingCounted)
-        return style_.verbose || !file.warnings.empty()
-                   ? FileLine(file.path, Replaces() ? "unchanged" : "nothing found")
-                   : std::string();
+        return FileLine(file.path, Painted(state + ", nothing counted", green));
 
-    const auto state =
-        fmt::format("{}{} {}", Replaces() ? "changed, " : "", file.Occurrences(), Replaces() ? "replaced" : "found");
-    return FileLine(file.path, Painted(state, green)) + FoundLines(file);
+    const std::string count = fmt::format("{} {}", file.Occurrences(), Replaces() ? "replaced" : "found");
+    return FileLine(file.path, Painted(Replaces() ? state + ", " + count : count, green)) + FoundLines(file);
 }
 
 std::string TextReport::LinesOf(const BackupReport& file) const

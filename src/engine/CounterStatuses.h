@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "engine/CounterStatus.h"
@@ -19,6 +20,10 @@ class CounterStatuses
 public:
     String mError;  ///< Why the file could not be processed; empty unless FileStausAfterProcess is 0.
     std::int32_t FileStausAfterProcess = FileStatus::NotProcessed;
+    /// Whether the file has other content than before: occurrences may be counted where nothing can be changed, as in
+    /// properties that can only be read, and footers change without a count. Nothing in a run that only finds, and
+    /// where the presentation program can't tell.
+    std::optional<bool> HasNewContent;
     String FileName;  ///< Full path. Set by the run.
 
     /// Appends a result and returns it. `FileStausAfterProcess` is written after the counts, so that it has the last

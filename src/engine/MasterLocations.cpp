@@ -58,7 +58,8 @@ std::int32_t SearchFunctions::SlidesMasterPerSlide()
         const auto walk = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
         while ((CurrentSlide = walk->Next())) {
             if (designNames.Add(NotNull(CurrentSlide->Design())->Name()))
-                SearchShapes(NotNull(NotNull(CurrentSlide->Design())->SlideMaster())->Shapes(), perSlideRule, total);
+                SearchShapes(NotNull(NotNull(CurrentSlide->Design())->SlideMaster())->Shapes(), perSlideRule,
+                             {u"a slide master"}, total);
         }
         return total;
     });
@@ -71,7 +72,7 @@ std::int32_t SearchFunctions::SlidesMasterPerPresentation()
         std::int32_t total = 0;
         const auto walk = NotNull(NotNull(xPresentation)->Designs())->NewEnum();
         while (const auto design = walk->Next())
-            SearchShapes(NotNull(design->SlideMaster())->Shapes(), perPresentationRule, total);
+            SearchShapes(NotNull(design->SlideMaster())->Shapes(), perPresentationRule, {u"a slide master"}, total);
         return total;
     });
 }
@@ -83,7 +84,7 @@ std::int32_t SearchFunctions::TitleMaster()
         const auto walk = NotNull(NotNull(xPresentation)->Designs())->NewEnum();
         while (const auto design = walk->Next()) {
             if (design->HasTitleMaster() != powerpoint::msoFalse)
-                SearchShapes(NotNull(design->TitleMaster())->Shapes(), titleMasterRule, total);
+                SearchShapes(NotNull(design->TitleMaster())->Shapes(), titleMasterRule, {u"a title master"}, total);
         }
         return total;
     });
@@ -93,7 +94,8 @@ std::int32_t SearchFunctions::NotesMaster()
 {
     return RaiseOn(u"NotesMaster", u"NotesMaster ", SearchPlace, [&] {
         std::int32_t total = 0;
-        SearchShapes(NotNull(NotNull(xPresentation)->NotesMaster())->Shapes(), notesMasterRule, total);
+        SearchShapes(NotNull(NotNull(xPresentation)->NotesMaster())->Shapes(), notesMasterRule, {u"the notes master"},
+                     total);
         SearchHeaderAndFooterOfNotesMaster(total);
         return total;
     });
@@ -103,7 +105,8 @@ std::int32_t SearchFunctions::HandoutMaster()
 {
     return RaiseOn(u"HandoutMaster", u"HandoutMaster", SearchPlace, [&] {
         std::int32_t total = 0;
-        SearchShapes(NotNull(NotNull(xPresentation)->HandoutMaster())->Shapes(), handoutMasterRule, total);
+        SearchShapes(NotNull(NotNull(xPresentation)->HandoutMaster())->Shapes(), handoutMasterRule,
+                     {u"the handout master"}, total);
         // Header and footer are those of the notes master, so they are left to NotesMaster when that is searched too;
         // the handout master's own are never read. The help describes it so.
         if (!NotNull(NotNull(mItem)->OptionSetting)->InNotesMaster)

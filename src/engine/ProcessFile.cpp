@@ -65,10 +65,11 @@ std::shared_ptr<CounterStatuses> UnsearchedResults(const FindAndReplaceItems& it
 
 }  // namespace
 
-std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& /*path*/, const String& /*vPassword*/,
+std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& path, const String& /*vPassword*/,
                                                               const std::shared_ptr<OptionSetting>& /*vOptionSetting*/)
 {
     return RaiseOn(u"ProcessFile", u"ProcessFile", SearchPlace, [&] {
+        path_ = path;
         const auto results = UnsearchedResults(*NotNull(mItems), mItem);
         std::int32_t itemIndex = 1;
         std::int32_t runningCount = 0;
@@ -83,8 +84,10 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& /*pa
         }
         // A replace run saves every file, changed or not: a footer is replaced without being counted, and a revision
         // number was raised before, so the counts don't tell whether there is something to save.
-        if (!mIsFindOnly)
+        if (!mIsFindOnly) {
             NotNull(xPresentation)->Save();
+            results->HasNewContent = xPresentation->HasSavedChanges();
+        }
         NotNull(xPresentation)->Close();
         return results;
     });

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "engine/CounterStatuses.h"
 #include "model/FindAndReplaceItems.h"
 #include "model/PowerPoint.h"
+#include "platform/Failure.h"
 #include "platform/String.h"
 
 namespace tessarine
@@ -94,7 +96,8 @@ public:
     void UpdateISO9001Version(const String& vRevisionProperty, const String& vRevisionDocumentPropertyIncrimentedBy);
 
     /// Takes all pairs through the locations that their options switch on, saves the presentation in a replace run, and
-    /// closes it. The arguments are accepted and not used. A failure leaves the presentation open and unsaved.
+    /// closes it. `path` is for warnings; the other arguments are accepted and not used. A failure leaves the
+    /// presentation open and unsaved.
     std::shared_ptr<CounterStatuses> ProcessFile(const String& path, const String& vPassword,
                                                  const std::shared_ptr<OptionSetting>& vOptionSetting);
 
@@ -102,11 +105,22 @@ public:
     void Yield();
 
 private:
-    // one collection, by a location's rule
-    void SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule, std::int32_t& total);
+    /// What warnings call the page that a shape is on: the words, and where the page has one the slide's number.
+    struct Page {
+        StringView name;
+        std::int32_t slide = 0;
+    };
+
+    // one collection, by a location's rule; a shape whose text fails is a warning
+    void SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule, Page page,
+                      std::int32_t& total);
+    void WarnOfShape(const Failure& failure, Page page, std::int32_t shape) const;
     std::int32_t SearchShapesOfSlides(const ShapeRule& rule);  // all slides, by a location's rule
     void SearchHeaderAndFooterOfNotesMaster(std::int32_t& total);
     void ProcessItem(CounterStatus& status, std::int32_t& runningCount);  // one pair through its locations
+
+    String path_;                         // of the file that ProcessFile is at
+    std::optional<Failure> textFailure_;  // of the last SearchFunction
 };
 
 }  // namespace tessarine

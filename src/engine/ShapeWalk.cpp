@@ -1,13 +1,16 @@
 #include "engine/SearchFunctions.h"
 
+#include <string>
+
 #include "engine/ShapeRule.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
+#include "platform/Warnings.h"
 
 namespace tessarine
 {
 
-void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule,
+void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule, Page page,
                                    std::int32_t& total)
 {
     // Where nothing can be found there is nothing to wait for either: one delivery of events stands for the walk. A run
@@ -17,14 +20,29 @@ void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& sh
         return;
     }
     const auto walk = NotNull(shapes)->NewEnum();
+    std::int32_t number = 0;
     while ((CurrentShape = walk->Next())) {
-        if (rule.AcceptsType(CurrentShape->Type()) && rule.AcceptsTextFrame(CurrentShape->HasTextFrame()))
+        ++number;
+        if (rule.AcceptsType(CurrentShape->Type()) && rule.AcceptsTextFrame(CurrentShape->HasTextFrame())) {
             total = CheckedSum(total, SearchFunction(NotNull(CurrentShape->TextFrame())->TextRange()));
+            if (textFailure_)
+                WarnOfShape(*textFailure_, page, number);
+        }
         if (rule.between == ShapeRule::Between::Yield)
             Yield();
         else
             DeliverPendingEvents();
     }
+}
+
+void SearchFunctions::WarnOfShape(const Failure& failure, Page page, std::int32_t shape) const
+{
+    const auto text = [](std::int32_t number) { return u' ' + FromUtf8(std::to_string(number)); };
+    String place(page.name);
+    if (page.slide > 0)
+        place += text(page.slide);
+    Warn(path_, place + u", shape" + text(shape) + u": its text could not be " +
+                    (mIsFindOnly ? u"searched: " : u"changed completely: ") + failure.Reason());
 }
 
 }  // namespace tessarine

@@ -30,8 +30,9 @@ std::int32_t SearchFunctions::SearchShapesOfSlides(const ShapeRule& rule)
         return total;
     }
     const auto walk = slides->NewEnum();
+    std::int32_t number = 0;
     while ((CurrentSlide = walk->Next()))
-        SearchShapes(CurrentSlide->Shapes(), rule, total);
+        SearchShapes(CurrentSlide->Shapes(), rule, {u"slide", ++number}, total);
     return total;
 }
 
@@ -58,8 +59,9 @@ std::int32_t SearchFunctions::Notes()
             return total;
         }
         const auto walk = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
+        std::int32_t number = 0;
         while ((CurrentSlide = walk->Next()))
-            SearchShapes(NotNull(CurrentSlide->NotesPage())->Shapes(), notesRule, total);
+            SearchShapes(NotNull(CurrentSlide->NotesPage())->Shapes(), notesRule, {u"notes of slide", ++number}, total);
         return total;
     });
 }

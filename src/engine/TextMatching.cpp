@@ -12,9 +12,15 @@ std::int32_t SearchFunctions::SearchFunction(const std::shared_ptr<powerpoint::T
 {
     // A failure gives 0, also when occurrences had been counted before: the log has the failure, and a count that is
     // only partly true would look complete.
+    textFailure_.reset();
     return LogAndReturn({u"SearchFunction", SearchPlace}, [&] {
-        return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *NotNull(textRange))
-                           : ReplaceInTextRange<std::int32_t>(*this, *NotNull(textRange));
+        try {
+            return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *NotNull(textRange))
+                               : ReplaceInTextRange<std::int32_t>(*this, *NotNull(textRange));
+        } catch (...) {
+            textFailure_ = CurrentFailure();
+            throw;
+        }
     });
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <ctime>
 #include <memory>
+#include <optional>
 #include <variant>
 
 #include "platform/String.h"
@@ -246,6 +247,10 @@ public:
     virtual void UpdateLinks() = 0;  ///< Reads linked objects again from their sources.
     virtual void Save() = 0;         ///< Under the name that it was opened by.
     virtual void Close() = 0;        ///< Unsaved changes are lost.
+
+    /// Whether the last Save put other content into the file than it had when it was opened; nothing before a save, and
+    /// where an implementation can't tell. PowerPoint's object model does not have it.
+    virtual std::optional<bool> HasSavedChanges() { return {}; }
 
     /// A hint like Collection::MayHoldText, for the notes pages of all slides.
     virtual bool NotesMayHoldText(const String& /*text*/) { return true; }

@@ -17,6 +17,10 @@ struct SaveTerms {
 
     /// A file that may be written, in a folder that may not, is written in place. Otherwise the save fails.
     bool inPlaceWhereFolderIsClosed = false;
+
+    /// A file with a digital signature, which a change makes worthless, is not saved but fails. Otherwise the signature
+    /// is removed, with a warning.
+    bool keepsSigned = false;
 };
 
 }  // namespace tessarine

@@ -17,7 +17,7 @@ TEST(JsonReport, GivesAFileItsKeysAndTheSearchedLocationsAlone)
 {
     const FileReport file{u"decks/a.pptx", 1, {}, {Pair(u"cat", u"dog", 3, 0), Pair(u"x", u"", 0, 0)}};
 
-    EXPECT_EQ(JsonOf(file), R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
+    EXPECT_EQ(JsonOf(file), R"({"file":"decks/a.pptx","status":1,"state":"changed","error":"","items":[)"
                             R"({"find":"cat","replace":"dog","counts":{"slides":3,"notes":0}},)"
                             R"({"find":"x","replace":"","counts":{"slides":0,"notes":0}}],"warnings":[]})"
                             "\n");
@@ -25,9 +25,10 @@ TEST(JsonReport, GivesAFileItsKeysAndTheSearchedLocationsAlone)
 
 TEST(JsonReport, GivesAFailedFileNoItems)
 {
-    EXPECT_EQ(JsonOf(FailedFile(u"a.pptx", u"  Wrong Password has been supplied.")),
-              R"({"file":"a.pptx","status":0,"error":"  Wrong Password has been supplied.","items":[],"warnings":[]})"
-              "\n");
+    EXPECT_EQ(
+        JsonOf(FailedFile(u"a.pptx", u"  Wrong Password has been supplied.")),
+        R"({"file":"a.pptx","status":0,"state":"failed","error":"  Wrong Password has been supplied.","items":[],"warnings":[]})"
+        "\n");
 }
 
 TEST(JsonReport, NamesLocationsInTheirOrderAsTheCommandLineDoes)
@@ -40,7 +41,7 @@ TEST(JsonReport, NamesLocationsInTheirOrderAsTheCommandLineDoes)
     }
 
     EXPECT_EQ(CreateJsonReport(style)->OfFile(FileReport{u"a.pptx", 1, {}, {pair}}),
-              R"({"file":"a.pptx","status":1,"error":"","items":[{"find":"a","replace":"b","counts":{)"
+              R"({"file":"a.pptx","status":1,"state":"found","error":"","items":[{"find":"a","replace":"b","counts":{)"
               R"("slides":0,"hyperlinks":1,"shapes":2,"header":3,"footer":4,"builtin-properties":5,)"
               R"("custom-properties":6,"notes":7,"links":8,"master-per-slide":9,"master-per-presentation":10,)"
               R"("title-master":11,"handout-master":12,"notes-master":13}}],"warnings":[]})"
@@ -52,14 +53,16 @@ TEST(JsonReport, IsUtf8OnOneLine)
     const FileReport file{u"Zürich 😀.pptx", 1, {}, {Pair(u"a\"b\n\t\\", u"\u0001", 1, 0)}};
 
     EXPECT_EQ(JsonOf(file),
-              "{\"file\":\"Zürich 😀.pptx\",\"status\":1,\"error\":\"\",\"items\":[{\"find\":\"a\\\"b\\n\\t\\\\\","
+              "{\"file\":\"Zürich "
+              "😀.pptx\",\"status\":1,\"state\":\"changed\",\"error\":\"\",\"items\":[{\"find\":\"a\\\"b\\n\\t\\\\\","
               "\"replace\":\"\\u0001\",\"counts\":{\"slides\":1,\"notes\":0}}],\"warnings\":[]}\n");
 }
 
 TEST(JsonReport, ReplacesBytesThatAreNotUtf8)
 {
     EXPECT_EQ(JsonOf(FailedFile(FromUtf8("caf\xE9.pptx"), u"\xD800")),
-              "{\"file\":\"caf\uFFFD.pptx\",\"status\":0,\"error\":\"\uFFFD\",\"items\":[],\"warnings\":[]}\n");
+              "{\"file\":\"caf\uFFFD.pptx\",\"status\":0,\"state\":\"failed\",\"error\":\"\uFFFD\",\"items\":[],"
+              "\"warnings\":[]}\n");
 }
 
 TEST(JsonReport, AddsUpAtTheEnd)
@@ -79,9 +82,10 @@ TEST(JsonReport, HoldsTheWarningsOfAFile)
     FileReport file{u"a.pptx", 2, {}, {}};
     file.warnings = {u"has 2 more names", u"café"};
 
-    EXPECT_EQ(JsonOf(file),
-              R"({"file":"a.pptx","status":2,"error":"","items":[],"warnings":["has 2 more names","café"]})"
-              "\n");
+    EXPECT_EQ(
+        JsonOf(file),
+        R"({"file":"a.pptx","status":2,"state":"unchanged","error":"","items":[],"warnings":["has 2 more names","café"]})"
+        "\n");
 }
 
 TEST(JsonReport, NamesSkippedLinksWhereThereAreAny)

@@ -8,12 +8,12 @@
 #include <gtest/gtest.h>
 
 #include "batch/BackupNames.h"
-#include "batch/FileWarnings.h"
 #include "platform/Failure.h"
 #include "platform/Files.h"
 #include "platform/FileState.h"
 #include "platform/NativePath.h"
 #include "platform/Treatments.h"
+#include "run/FileWarnings.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine::batch

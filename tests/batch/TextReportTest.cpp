@@ -48,6 +48,24 @@ TEST(TextReport, LeavesOutAnUnchangedFileUnlessVerbose)
     EXPECT_EQ(TextOf(file, StyleOf(Command::Find, true)), "a.pptx: nothing found\n");
 }
 
+TEST(TextReport, TellsCountedFromChanged)
+{
+    FileReport counted{u"a.pptx", FileStatus::Counted, {}, {Pair(u"2", u"7", 3, 0)}};
+    counted.hasNewContent = false;
+    FileReport footer{u"b.pptx", FileStatus::NothingCounted, {}, {Pair(u"2", u"7", 0, 0)}};
+    footer.hasNewContent = true;
+    RunSummary summary;
+    summary.Add(counted);
+    summary.Add(footer);
+
+    EXPECT_EQ(TextOf(counted, replacing),
+              "a.pptx: 3 found, nothing could be changed\n"
+              "    \"2\" -> \"7\"  slides 3\n");
+    EXPECT_EQ(TextOf(footer, replacing), "b.pptx: changed, nothing counted\n");
+    EXPECT_EQ(CreateTextReport(replacing)->AtEnd(summary),
+              "2 files: 1 changed, 1 with nothing to change, 0 unchanged, 0 failed; 0 occurrences replaced\n");
+}
+
 TEST(TextReport, SaysOnOneLineWhyAFileFailed)
 {
     EXPECT_EQ(TextOf(FailedFile(u"a.pptx", u"  Wrong Password has been supplied."), finding),

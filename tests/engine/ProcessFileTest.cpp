@@ -1,4 +1,5 @@
 #include "EngineTest.h"
+#include "support/WarningRecorder.h"
 
 namespace tessarine
 {
@@ -8,6 +9,7 @@ namespace
 
 using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::Pair;
 
 class ProcessFileTest : public EngineTest
 {
@@ -361,6 +363,24 @@ TEST_F(ProcessFileTest, CarriesNoResultFromOneFileToTheNext)
     EXPECT_EQ(first->Item(1)->Slides_Replaced(), 1);
     EXPECT_EQ(second->Item(1)->Slides_Replaced(), 0);
     EXPECT_EQ(second->FileStausAfterProcess, 2);
+}
+
+TEST_F(ProcessFileTest, WarnsOfAShapeWhoseTextFails)
+{
+    Open({.slides = {{.shapes = {Placeholder(u"cat")}},
+                     {.shapes = {TextBox(u"dog"), Placeholder(u"cat cat")}, .notes = {TextBox(u"cat")}}}});
+    AddItem(u"cat", u"dog", {Location::Slides, Location::Notes});
+    script.Fail("TextRange.Replace", 4711, u"gone");
+    const WarningRecorder warnings;
+
+    const auto results = engine.ProcessFile(u"/a.pptx", {}, {});
+
+    EXPECT_EQ(results->Item(1)->Slides_Replaced(), 0);
+    EXPECT_THAT(
+        warnings.Warnings(),
+        ElementsAre(Pair(u"/a.pptx", "slide 1, shape 1: its text could not be changed completely: gone"),
+                    Pair(u"/a.pptx", "slide 2, shape 2: its text could not be changed completely: gone"),
+                    Pair(u"/a.pptx", "notes of slide 2, shape 1: its text could not be changed completely: gone")));
 }
 
 }  // namespace

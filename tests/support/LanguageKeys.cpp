@@ -130,6 +130,8 @@ Section ProcessingWindow()
     section.Key("lblDocChanged.caption", LanguageEntry::Words, "dis");
     section.Key("lblChangesMade.Caption", LanguageEntry::Words, "d");
     section.Key("lblNotOpened.caption", LanguageEntry::Words, "d");
+    section.Key("trvChangedFiles.CountedOnly");
+    section.Key("trvChangedFiles.Warning", LanguageEntry::Words, "s");
     for (const char* key : {"lblDocChanged.caption1", "lblDocChanged.caption2"})
         section.Key(key, LanguageEntry::Words, "di");
     for (const char* key : {"lblChangesMade.Caption1", "lblChangesMade.Caption4"})

@@ -10,6 +10,7 @@
 #include "office/builtin/presentation/PresentationFile.h"
 #include "platform/Failure.h"
 #include "platform/RandomAccessFile.h"
+#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {
@@ -24,8 +25,10 @@ std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes
         case FileKind::Package:
             return std::make_shared<PresentationFile>(std::move(bytes), Limits::Default(), terms);
         case FileKind::EncryptedPackage:
-            throw Failure(FailureNumber::Unspecified,
-                          u"The presentation is encrypted and needs a password to be opened");
+            throw Failure(
+                FailureNumber::Unspecified,
+                u"The presentation is encrypted and needs a password to be opened; save it without the password "
+                u"first");
         case FileKind::BinaryPresentation:
             throw NotAPresentation("binary presentation, not supported by the built-in engine yet");
         case FileKind::OldPresentation:
@@ -89,6 +92,8 @@ private:
             throw Failure(FailureNumber::SharingViolation, u"The presentation is open already");
 
         auto reader = OpenReader(std::move(bytes), terms_);
+        for (const String& remark : reader->Remarks())
+            Warn(path, remark);
         open_.push_back({id, path, reader});
         return MakePresentation(std::move(reader), path);
     }

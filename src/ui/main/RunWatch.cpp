@@ -6,6 +6,7 @@
 #include "i18n/QtText.h"
 #include "model/Project.h"
 #include "platform/CheckedInteger.h"
+#include "platform/ErrorLog.h"
 #include "platform/Treatments.h"
 #include "shell/TaskbarProgress.h"
 #include "ui/main/ProcessingText.h"
@@ -39,12 +40,14 @@ void RunWatch::Prepare(QWidget& owner, const Project& project, std::int16_t runI
 void RunWatch::Begin()
 {
     PutRunGoing(true);
+    warnings_ = std::make_unique<FileWarnings>();
     ShowTaskbarProgress(0);
 }
 
 void RunWatch::End(const Project& project, bool hasReturned)
 {
     PutRunGoing(false);
+    warnings_.reset();
     HideTaskbarProgress();
     Skip([&] {
         TellOfHiddenFailure(project);
@@ -81,6 +84,12 @@ void RunWatch::TakeResult(const std::shared_ptr<CounterStatuses>& vStatus, const
     if (results_.Take(vStatus) && !currentFile_.empty())
         passedOver_.reset();
     TellOfHiddenFailure(project);
+    if (!warnings_)
+        return;
+    fileWarnings_ = warnings_->Take();
+    // The tree is gone with the window; the log stays.
+    for (const String& text : fileWarnings_)
+        WriteErrorLog(currentFile_ + u": " + text);
 }
 
 /// What no tree shows: the run reports nothing for such a file, or the result of the file before, or leaves at it. What
@@ -110,7 +119,7 @@ std::optional<ResultTree*> RunWatch::Step(const std::shared_ptr<CounterStatuses>
 void RunWatch::Show(ResultTree* tree, const CounterStatuses& status, const Project& project)
 {
     // May fail when the total no longer fits; what is shown then stays as it was.
-    AddResult(tree, status, project.IsReqCount, {mFilesChanged, mTotalChanges});
+    AddResult(tree, status, project.IsReqCount, {mFilesChanged, mTotalChanges}, fileWarnings_);
     // Still there: no events have been let through since Step found the window.
     frmProcessingDocuments& window = *frmProcessingDocuments::Loaded();
     window.SetChangesMade(ProcessingText(ChangesMadeKey(project.IsReqCount), mTotalChanges));

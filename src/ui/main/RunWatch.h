@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/Failure.h"
 #include "platform/String.h"
+#include "run/FileWarnings.h"
 #include "run/OwnResults.h"
 
 class QWidget;
@@ -60,8 +62,8 @@ public:
     /// moved by then.
     std::optional<ResultTree*> Step(const std::shared_ptr<CounterStatuses>& vStatus);
 
-    /// Adds a result to a tree and shows the counters; after the last file, or a cancel, the end of the run too.
-    /// Failures are those of AddResult.
+    /// Adds a result and its file's warnings to a tree and shows the counters; after the last file, or a cancel, the
+    /// end of the run too. Failures are those of AddResult.
     void Show(ResultTree* tree, const CounterStatuses& status, const Project& project);
 
     /// The run has ended at a cancel, or without one at the moment when it was asked.
@@ -81,6 +83,8 @@ private:
     String currentFile_;                 // empty before the first file
     std::optional<Failure> passedOver_;  // for the current file, and not shown yet
     OwnResults results_;
+    std::unique_ptr<FileWarnings> warnings_;  // while a run is going
+    std::vector<String> fileWarnings_;        // of the file reported last
 };
 
 }  // namespace tessarine

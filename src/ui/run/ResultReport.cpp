@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/LanguageText.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Treatments.h"
 #include "ui/run/ResultTree.h"
@@ -13,6 +14,9 @@ namespace
 {
 
 using Position = ResultModel::Position;
+
+// Of the language file; the lines of results are texts of the window that shows them.
+const String section = u"frmProcessingDocuments";
 
 /// Shows what was added, also when a failure ends the adding.
 class Showing
@@ -56,9 +60,20 @@ void AddItem(ResultModel& results, Position file, const CounterStatus& status, b
     }
 }
 
+String WarningText(const String& warning)
+{
+    String text = GetLngString(section, u"trvChangedFiles.Warning");
+    // A language file may lack the key, and the warning is worth more than its frame.
+    const std::size_t place = text.find(u"%s");
+    if (place == String::npos)
+        return warning;
+    return text.replace(place, 2, warning);
+}
+
 }  // namespace
 
-void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount, ResultCounters counters)
+void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount, ResultCounters counters,
+               const std::vector<String>& warnings)
 {
     // A status that has no tree shows nothing.
     if (tree == nullptr)
@@ -66,6 +81,11 @@ void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount,
     ResultModel& results = tree->Results();
     const Showing showing(*tree);
     const Position file = FileOf(results, status, counters);
+    if (status.FileStausAfterProcess == FileStatus::Counted && status.HasNewContent == false)
+        results.AddItem(file, GetLngString(section, u"trvChangedFiles.CountedOnly"));
+    // Before the counts, whose total may no longer fit.
+    for (const String& warning : warnings)
+        results.AddItem(file, WarningText(warning));
     if (status.FileStausAfterProcess == FileStatus::Counted)
         for (const auto& item : status.NewEnum())
             AddItem(results, file, *NotNull(item), isReqCount, counters);

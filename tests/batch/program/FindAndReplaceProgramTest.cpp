@@ -77,10 +77,10 @@ TEST_F(FindAndReplaceProgramTest, FindReportsForPrograms)
     const Outcome outcome =
         program.Run({"find", "--find", "Fabrikam", "--in", "slides,notes", "--format", "json", "decks"});
 
-    EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
+    EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"state":"found","error":"","items":[)"
                               R"({"find":"Fabrikam","replace":"","counts":{"slides":2,"notes":1}}],"warnings":[]})"
                               "\n"
-                              R"({"file":"decks/b.pptx","status":2,"error":"","items":[)"
+                              R"({"file":"decks/b.pptx","status":2,"state":"nothing found","error":"","items":[)"
                               R"({"find":"Fabrikam","replace":"","counts":{"slides":0,"notes":0}}],"warnings":[]})"
                               "\n"
                               R"({"summary":{"files":2,"changed":1,"unchanged":1,"failed":0,"occurrences":3}})"
@@ -99,6 +99,49 @@ TEST_F(FindAndReplaceProgramTest, AFindLeavesFilesAndTheirDatesAlone)
     EXPECT_EQ(ContentOf(PathOf(u"decks/a.pptx")), before);
     EXPECT_EQ(ModifiedAt(u"decks/a.pptx").tv_sec, modified.tv_sec);
     EXPECT_EQ(ModifiedAt(u"decks/a.pptx").tv_nsec, modified.tv_nsec);
+}
+
+TEST_F(FindAndReplaceProgramTest, TellsCountedFromChanged)
+{
+    const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
+
+    // The number of slides, which can only be read.
+    const Outcome people =
+        program.Run({"replace", "--find", "2", "--with", "7777", "--in", "builtin-properties", "decks/a.pptx"});
+    const Outcome json = program.Run(
+        {"replace", "--find", "2", "--with", "7777", "--in", "builtin-properties", "--format", "json", "decks/a.pptx"});
+
+    EXPECT_THAT(people.output, HasSubstr(" found, nothing could be changed\n"));
+    EXPECT_THAT(people.output, HasSubstr("1 file: 0 changed, 1 with nothing to change, 0 unchanged, 0 failed; "
+                                         "0 occurrences replaced\n"));
+    EXPECT_THAT(json.output, HasSubstr(R"("status":1,"state":"counted, nothing could be changed")"));
+    EXPECT_THAT(json.output, HasSubstr(R"("changed":0,"countedOnly":1,"unchanged":0)"));
+    EXPECT_EQ(ContentOf(PathOf(u"decks/a.pptx")), before);
+}
+
+TEST_F(FindAndReplaceProgramTest, TellsOfSignaturesUnlessSignedFilesAreSkipped)
+{
+    Write(u"decks/b.pptx", Deck().Slide(Title(u"cat")).Signed());
+    const std::string before = ContentOf(PathOf(u"decks/b.pptx"));
+
+    const Outcome skipped = program.Run({"replace", "--find", "cat", "--with", "dog", "--skip-signed", "decks/b.pptx"});
+    const std::string between = ContentOf(PathOf(u"decks/b.pptx"));
+    const Outcome changed = program.Run({"replace", "--find", "cat", "--with", "dog", "decks/b.pptx"});
+
+    EXPECT_EQ(between, before);
+    EXPECT_EQ(skipped.status, 1);
+    EXPECT_THAT(skipped.output, HasSubstr("decks/b.pptx: failed: The file has a digital signature"));
+    EXPECT_EQ(changed.status, 0);
+    EXPECT_THAT(changed.output, HasSubstr("    warning: its digital signatures were removed"));
+}
+
+TEST_F(FindAndReplaceProgramTest, NamesAFileOnceInItsFailure)
+{
+    program.folder.Write(u"decks/b.pptx", "no presentation");
+
+    const Outcome outcome = program.Run({"find", "--find", "cat", "decks/b.pptx"});
+
+    EXPECT_THAT(outcome.output, HasSubstr("decks/b.pptx: failed: The file is not a presentation\n"));
 }
 
 TEST_F(FindAndReplaceProgramTest, NoCountStopsAtTheFirstHitOfEachText)
@@ -131,7 +174,7 @@ TEST_F(FindAndReplaceProgramTest, PairsRunOneAfterTheOther)
     const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--find", "Contoso",
                                          "--with", "Litware", "--in", "slides", "--format", "json", "decks/a.pptx"});
 
-    EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"error":"","items":[)"
+    EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"state":"changed","error":"","items":[)"
                               R"({"find":"Fabrikam","replace":"Contoso","counts":{"slides":2}},)"
                               R"({"find":"Contoso","replace":"Litware","counts":{"slides":2}}],"warnings":[]})"
                               "\n"
@@ -196,13 +239,18 @@ TEST_F(FindAndReplaceProgramTest, EveryFileHasItsLineWhateverBecomesOfIt)
     for (std::string line; std::getline(lines, line);)
         files.push_back(line.substr(0, line.find(",\"error\"")));
     EXPECT_THAT(
-        files, testing::ElementsAre(R"({"file":"mixed/1.pptx","status":0)", R"({"file":"mixed/2.pptx","status":1)",
-                                    R"({"file":"mixed/3.pptx","status":0)", R"({"file":"mixed/4.pptx","status":1)",
-                                    R"({"file":"mixed/5.pptx","status":0)", R"({"file":"gone.pptx","status":0)",
+        files, testing::ElementsAre(R"({"file":"mixed/1.pptx","status":0,"state":"failed")",
+                                    R"({"file":"mixed/2.pptx","status":1,"state":"changed")",
+                                    R"({"file":"mixed/3.pptx","status":0,"state":"failed")",
+                                    R"({"file":"mixed/4.pptx","status":1,"state":"changed")",
+                                    R"({"file":"mixed/5.pptx","status":0,"state":"failed")",
+                                    R"({"file":"gone.pptx","status":0,"state":"failed")",
                                     R"({"summary":{"files":6,"changed":2,"unchanged":0,"failed":4,"occurrences":2}})"));
-    EXPECT_THAT(outcome.output,
-                HasSubstr(R"({"file":"gone.pptx","status":0,"error":"File not found.","items":[],"warnings":[]})"));
-    EXPECT_THAT(outcome.output, Not(HasSubstr(R"("status":0,"error":"","items")")));
+    EXPECT_THAT(
+        outcome.output,
+        HasSubstr(
+            R"({"file":"gone.pptx","status":0,"state":"failed","error":"File not found.","items":[],"warnings":[]})"));
+    EXPECT_THAT(outcome.output, Not(HasSubstr(R"("status":0,"state":"failed","error":"","items")")));
     EXPECT_EQ(outcome.status, 1);
 }
 

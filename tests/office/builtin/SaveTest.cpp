@@ -6,9 +6,11 @@
 #include <set>
 
 #include "DeckOnDisk.h"
+#include "office/builtin/Provider.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/Fixtures.h"
 #include "support/OrdinaryUser.h"
+#include "support/WarningRecorder.h"
 
 namespace tessarine::test
 {
@@ -275,7 +277,7 @@ TEST(Save, ThroughASymbolicLinkReplacesItsTarget)
     EXPECT_EQ(TextOf(deck.Package(), 1, 1), u"Contoso");
 }
 
-TEST(Save, DropsSignaturesOfAChangedPackageAndLogsIt)
+TEST(Save, DropsSignaturesOfAChangedPackageAndWarns)
 {
     const ErrorLogRecorder log;
     const DeckOnDisk deck(fixtures::Signed());
@@ -291,8 +293,84 @@ TEST(Save, DropsSignaturesOfAChangedPackageAndLogsIt)
     EXPECT_EQ(after.TargetOfType("", "origin"), "");
     EXPECT_EQ(after.Entry("[Content_Types].xml").bytes.find("_xmlsignatures"), std::string::npos);
     EXPECT_THAT(ValidityFaults(after), testing::IsEmpty());
-    ASSERT_EQ(log.Lines().size(), 1u);
-    EXPECT_NE(log.Lines()[0].find("signatures of \"" + ToUtf8(deck.Path())), std::string::npos);
+    EXPECT_THAT(log.Lines(), testing::ElementsAre(ToUtf8(deck.Path()) +
+                                                  ": its digital signatures were removed, as its content was changed"));
+}
+
+TEST(Save, LeavesASignedPackageAloneWhereTheTermsSaySo)
+{
+    const DeckOnDisk deck(fixtures::Signed());
+    const auto provider = builtin::CreateProvider({.keepsSigned = true});
+    const auto presentations = provider->CreateApplication()->Presentations();
+    const auto presentation =
+        presentations->Open(deck.Path(), powerpoint::msoFalse, powerpoint::msoFalse, powerpoint::msoFalse);
+    ReplaceFirst(*presentation);
+
+    const Raised raised = RaisedBy([&] { presentation->Save(); });
+
+    EXPECT_EQ(raised.number, FailureNumber::PermissionDenied);
+    EXPECT_EQ(deck.Bytes(), fixtures::Signed().Bytes());
+}
+
+TEST(Save, WarnsOfAChangedPackageThatIsMarkedAsFinal)
+{
+    const DeckOnDisk deck(FewParts().MarkAsFinal());
+    const WarningRecorder warnings;
+
+    deck.Change([](auto&) {});
+    EXPECT_THAT(warnings.Warnings(), testing::IsEmpty());
+    deck.Change(ReplaceFirst);
+
+    EXPECT_THAT(warnings.Warnings(),
+                testing::ElementsAre(
+                    testing::Pair(deck.Path(), "is marked as final by its author, and was changed all the same")));
+}
+
+TEST(Save, WarnsOfAlternateContentThatKeepsTheOldText)
+{
+    const std::string understood = "http://schemas.microsoft.com/office/drawing/2010/main";
+    const DeckOnDisk deck(Deck()
+                              .Slide(Alternate("a14", understood, TextBox(u"Fabrikam"), TextBox(u"Fabrikam too")))
+                              .Slide(Alternate("a14", understood, TextBox(u"Fabrikam"), TextBox(u"Fabrikam"))));
+    const WarningRecorder warnings;
+
+    deck.Change([](auto& presentation) {
+        ReplaceInShape(presentation, 1, 1, u"Fabrikam", u"Contoso");
+        ReplaceInShape(presentation, 2, 1, u"Fabrikam", u"Contoso");
+    });
+
+    EXPECT_THAT(
+        warnings.Warnings(),
+        testing::ElementsAre(testing::Pair(
+            deck.Path(), "slide 1: a changed shape has another form for older programs, which keeps the old text")));
+}
+
+TEST(Save, TellsWhetherItHadEditsToWrite)
+{
+    const DeckOnDisk deck(FewParts());
+    const auto presentation = deck.Open();
+    EXPECT_EQ(presentation->HasSavedChanges(), std::nullopt);
+
+    presentation->Save();
+    EXPECT_EQ(presentation->HasSavedChanges(), false);
+
+    ReplaceFirst(*presentation);
+    presentation->Save();
+    EXPECT_EQ(presentation->HasSavedChanges(), true);
+}
+
+TEST(Open, WarnsOfANameThatTwoEntriesHave)
+{
+    const DeckOnDisk deck(
+        FewParts().DuplicateEntry("ppt/slides/slide1.xml", FewParts().EntryBytes("ppt/slides/slide1.xml")));
+    const WarningRecorder warnings;
+
+    deck.Open();
+
+    EXPECT_THAT(warnings.Warnings(),
+                testing::ElementsAre(testing::Pair(
+                    deck.Path(),
+                    "has several entries named \"ppt/slides/slide1.xml\" in its zip file; only the last one counts")));
 }
 
 TEST(Save, KeepsSignaturesOfAnUnchangedPackage)

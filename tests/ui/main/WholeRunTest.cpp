@@ -58,6 +58,35 @@ private:
 const Pair fabrikam{u"Fabrikam", u"Contoso"};
 const Pair plan{u"Plan", u"Project", {&OptionSetting::InSlides, &OptionSetting::InHyperlinkAddresses}};
 
+TEST_F(WholeRun, ShowsTheWarningsOfEachFile)
+{
+    File(u"a.pptx", test::Deck().Slide(test::Title(u"Fabrikam")).Signed().Bytes());
+    Presentation(u"b.pptx", {u"Fabrikam"});
+    SetJob({fabrikam});
+
+    Replace();
+
+    const auto lines = Lines(*Processing().trvChangedFiles);
+    const std::string warning = "\tWarning: its digital signatures were removed, as its content was changed";
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[0], "a.pptx");
+    EXPECT_EQ(lines[1], warning);
+    EXPECT_EQ(std::ranges::count(lines, warning), 1);
+    EXPECT_THAT(LogLines(), testing::Contains(EndsWith("a.pptx: its digital signatures were removed, as its content "
+                                                       "was changed")));
+}
+
+TEST_F(WholeRun, SaysWhereNothingCountedCouldBeChanged)
+{
+    Presentation(u"a.pptx", {u"Fabrikam"});
+    SetJob({{u"1", u"7777", {&OptionSetting::InBuiltinProperty}}});
+
+    Replace();
+
+    EXPECT_THAT(Lines(*Processing().trvChangedFiles),
+                testing::IsSupersetOf({"a.pptx", "\tCounted, nothing could be changed"}));
+}
+
 TEST_F(WholeRun, EndsAtItsBeginningWhenItsListFileHasGone)
 {
     SetJobOver({u"one.pptx"});

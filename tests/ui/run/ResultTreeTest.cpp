@@ -114,6 +114,31 @@ TEST_F(ResultTreeTest, SaysWhyAFileWasNotProcessed)
     EXPECT_EQ(mFilesChanged, 0);
 }
 
+TEST_F(ResultTreeTest, SaysThatNothingCountedCouldBeChanged)
+{
+    const auto counted = Counted(u"/a.pptx", {{u"cat", {{Location::BuiltinProperies, 1}}}});
+    counted->HasNewContent = false;
+    const auto changed = Counted(u"/b.pptx", {{u"cat", {{Location::Notes, 1}}}});
+    changed->HasNewContent = true;
+
+    Add(counted);
+    Add(changed);
+
+    EXPECT_THAT(RowsOf(Changed()), ElementsAre("/a.pptx", "  Counted, nothing could be changed", "  cat", testing::_,
+                                               "/b.pptx", "  cat", "    Notes(1)"));
+}
+
+TEST_F(ResultTreeTest, HasALineForEachWarning)
+{
+    const auto status = NothingCounted(u"/a.pptx");
+
+    AddResult(Window().TreeOf(status), *status, true, {mFilesChanged, mTotalChanges},
+              {u"is marked as final", u"has 1 more name"});
+
+    EXPECT_THAT(RowsOf(*Window().trvNotChangedFiles),
+                ElementsAre("/a.pptx", "  Warning: is marked as final", "  Warning: has 1 more name"));
+}
+
 TEST_F(ResultTreeTest, AddsItemsOfAFileReportedTwiceToItsRow)
 {
     Add(Counted(u"/a.pptx", {{u"cat", {{Location::Notes, 1}}}}));

@@ -54,6 +54,7 @@ public:
     void UpdateLinks() override { File(); }
 
     void Save() override { File()->Reader().Save(path_); }
+    std::optional<bool> HasSavedChanges() override { return File()->Reader().HasSavedChanges(); }
 
     void Close() override
     {

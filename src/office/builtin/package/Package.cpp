@@ -37,6 +37,17 @@ Package::Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits,
     }
 }
 
+std::optional<std::string_view> Package::NameGivenTwice() const
+{
+    const auto& entries = directory_.Entries();
+    // The map holds the last entry of each name.
+    if (byName_.size() != entries.size())
+        for (Entry entry = 0; entry < entries.size(); ++entry)
+            if (byName_.at(entries[entry].name) != entry)
+                return entries[entry].name;
+    return std::nullopt;
+}
+
 std::string_view Package::NameOf(Entry entry) const
 {
     const auto odd = oddNames_.find(entry);

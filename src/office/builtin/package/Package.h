@@ -42,6 +42,7 @@ public:
     /// The entry of a part, by its name or by the name with its percent escapes decoded. When two entries have one
     /// name, the last one counts.
     std::optional<Entry> Find(std::string_view partName) const;
+    std::optional<std::string_view> NameGivenTwice() const;  ///< The first that two entries have, if there is one.
     std::string_view NameOf(Entry entry) const;  ///< With slashes, without a leading one. Lives as long as the package.
 
     /// The parts that have this content type (in lower case), in ascending order.

@@ -4,12 +4,13 @@
 #include <array>
 #include <set>
 #include <unordered_set>
+#include <variant>
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/package/PartName.h"
 #include "office/builtin/xml/XmlDocument.h"
-#include "platform/ErrorLog.h"
 #include "platform/Failure.h"
+#include "platform/Treatments.h"
 #include "platform/Warnings.h"
 
 namespace tessarine::builtin
@@ -38,7 +39,7 @@ constexpr std::string_view noPresentation = "The file is not a presentation";
 
 PresentationFile::PresentationFile(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits,
                                    const SaveTerms& terms)
-    : package_(std::move(bytes), limits, terms)
+    : keepsSigned_(terms.keepsSigned), package_(std::move(bytes), limits, terms)
 {
     if (!package_.Find(ContentTypes::entryName)) {
         // OpenDocument files are zip files with such an entry: no damage, but something else.
@@ -243,18 +244,67 @@ void PresentationFile::Save(StringView path)
 {
     // First, because only this tells the package what has changed.
     std::map<Package::Entry, TextChange> titles;
-    for (const auto& [entry, part] : parts_)
+    std::vector<String> warnings;
+    for (const auto& [entry, part] : parts_) {
+        if (part->LeavesOtherText())
+            warnings.push_back(NameOfPage(entry) +
+                               u": a changed shape has another form for older programs, which keeps the old text");
         if (auto title = part->Flush())
             titles.emplace(entry, std::move(*title));
+    }
     FollowTitles(titles, path);
     if (builtIn_)
         builtIn_->Flush();
     if (custom_)
         custom_->Flush();
-    if (package_.IsChanged())
-        // Only now: removing signatures is a change itself.
-        DropSignatures(path);
+    // Only now: removing signatures is a change itself.
+    const bool isChanged = package_.IsChanged();
+    if (isChanged && keepsSigned_ && SignatureOrigin() != nullptr)
+        throw Failure(FailureNumber::PermissionDenied,
+                      u"The file has a digital signature, which a change would remove; it was left as it is.");
+    // Before the save: after one into the file itself nothing can be read any more.
+    const bool isFinal = isChanged && IsMarkedAsFinal();
+    const bool isSigned = isChanged && DropSignatures();
     package_.Save(path);
+    hasSavedChanges_ = isChanged;
+    for (const String& warning : warnings)
+        Warn(String(path), warning);
+    if (isSigned)
+        Warn(String(path), u"its digital signatures were removed, as its content was changed");
+    if (isFinal)
+        Warn(String(path), u"is marked as final by its author, and was changed all the same");
+}
+
+String PresentationFile::NameOfPage(Package::Entry entry) const
+{
+    const auto slide = std::ranges::find(slides_, entry);
+    return slide == slides_.end() ? FromUtf8(package_.NameOf(entry))
+                                  : u"slide " + FromUtf8(std::to_string(slide - slides_.begin() + 1));
+}
+
+std::vector<String> PresentationFile::Remarks()
+{
+    const std::optional<std::string_view> name = package_.NameGivenTwice();
+    if (!name)
+        return {};
+    return {u"has several entries named \"" + FromUtf8(*name) + u"\" in its zip file; only the last one counts"};
+}
+
+bool PresentationFile::IsMarkedAsFinal()
+{
+    bool isFinal = false;
+    // Properties that can't be read were none of the job's business, or have failed it before.
+    Skip([&] {
+        CustomPropertiesReader& properties = Custom();
+        for (std::size_t i = 0; i < properties.Count(); ++i) {
+            if (properties.NameOf(i) != u"_MarkAsFinal")
+                continue;
+            const powerpoint::Value value = properties.Read(i);
+            const bool* const mark = std::get_if<bool>(&value);
+            isFinal = isFinal || (mark != nullptr && *mark);
+        }
+    });
+    return isFinal;
 }
 
 /// A name that was replaced in a title must not stay in the list of titles, which file managers show.
@@ -277,13 +327,20 @@ void PresentationFile::FollowTitles(const std::map<Package::Entry, TextChange>& 
     builtIn_->FollowTitles(changed, slides_.size());
 }
 
-void PresentationFile::DropSignatures(StringView path)
+const Relationship* PresentationFile::SignatureOrigin()
 {
-    Relationships& root = package_.RelationshipsOf(std::nullopt);
-    const Relationship* relationship = root.FirstOf("origin");
+    const Relationship* relationship = package_.RelationshipsOf(std::nullopt).FirstOf("origin");
     // Kinds are told by the last word of a type, and others may end in "origin".
-    if (relationship == nullptr || relationship->type.find("digital-signature") == std::string::npos)
-        return;
+    const bool isSignature =
+        relationship != nullptr && relationship->type.find("digital-signature") != std::string::npos;
+    return isSignature ? relationship : nullptr;
+}
+
+bool PresentationFile::DropSignatures()
+{
+    const Relationship* relationship = SignatureOrigin();
+    if (relationship == nullptr)
+        return false;
     if (const auto origin = package_.Follow(std::nullopt, relationship)) {
         std::vector<Package::Entry> gone{*origin};
         for (const Relationship& signature : package_.RelationshipsOf(*origin).All())
@@ -296,8 +353,8 @@ void PresentationFile::DropSignatures(StringView path)
             package_.Remove(entry);
         }
     }
-    root.Remove(relationship->id);
-    WriteErrorLog(u"The digital signatures of \"" + String(path) + u"\" were removed, as its content was changed");
+    package_.RelationshipsOf(std::nullopt).Remove(relationship->id);
+    return true;
 }
 
 }  // namespace tessarine::builtin

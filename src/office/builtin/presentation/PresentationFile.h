@@ -55,8 +55,14 @@ public:
     bool NotesMayHold(const SoughtText& sought) override;
 
     /// Entries of the list of titles in the extended properties follow the slides' titles. An edited package loses its
-    /// digital signatures, which would not be valid any more; the error log says so.
+    /// digital signatures, which would not be valid any more. A warning says so, and another one tells of an edited
+    /// package that is marked as final. Raises `PermissionDenied` for an edited package with signatures where
+    /// the terms keep such files.
     void Save(StringView path) override;
+    std::optional<bool> HasSavedChanges() override { return hasSavedChanges_; }
+
+    /// Tells of names that several entries of the zip file have.
+    std::vector<String> Remarks() override;
 
 private:
     /// Fills the lists of slides and masters. Raises as the constructor does.
@@ -74,9 +80,14 @@ private:
     /// Null for no entry.
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
     void FollowTitles(const std::map<Package::Entry, TextChange>& titles,
-                      StringView path);    ///< `path` is for a warning.
-    void DropSignatures(StringView path);  ///< `path` is for the error log.
+                      StringView path);             ///< `path` is for a warning.
+    String NameOfPage(Package::Entry entry) const;  ///< For people: "slide 7", for other pages the part's name.
+    const Relationship* SignatureOrigin();          ///< Null for a package that is not signed.
+    bool DropSignatures();                          ///< False when there are none.
+    bool IsMarkedAsFinal();                         ///< By the property that PowerPoint's command sets.
 
+    const bool keepsSigned_;
+    std::optional<bool> hasSavedChanges_;        // by the last save
     Package package_;                            // in front of all that borrows it
     std::vector<Package::Entry> slides_;         // in the order of the presentation
     std::vector<Package::Entry> masters_;        // one for each design, in the order of the presentation

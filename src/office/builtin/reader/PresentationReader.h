@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <vector>
 
 #include "office/builtin/reader/PageReader.h"
 #include "office/builtin/reader/PropertiesReader.h"
@@ -49,6 +50,13 @@ public:
     /// Replaces the file at `path` by one with the edits, all or nothing. Without edits the bytes stay as they are and
     /// only the modification time moves.
     virtual void Save(StringView path) = 0;
+
+    /// Whether the last Save wrote edits, be they as old as the save before. Nothing before a save; a format that can't
+    /// tell keeps this answer.
+    virtual std::optional<bool> HasSavedChanges() { return {}; }
+
+    /// What a user should know of the file as it was opened, a sentence each.
+    virtual std::vector<String> Remarks() { return {}; }
 };
 
 }  // namespace tessarine::builtin

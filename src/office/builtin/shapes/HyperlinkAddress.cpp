@@ -162,7 +162,8 @@ bool IsFileAddress(StringView address)
 void CheckAddressLength(StringView address)
 {
     if (address.size() > longestAddress)
-        throw Failure(FailureNumber::BadArgument, u"Hyperlink (unknown member) : The address is too long.");
+        throw Failure(FailureNumber::BadArgument,
+                      u"The address is too long: that of a link, or of a linked object, has at most 2083 characters");
 }
 
 std::string WriteTarget(std::string_view oldTarget, StringView address, bool withFragment)

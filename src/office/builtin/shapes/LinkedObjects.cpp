@@ -16,7 +16,7 @@ std::string_view TargetOf(ShapeTreeEdits& edits, const ShapeRecord& shape)
 {
     const Relationship* relationship = edits.Links().Find(shape.linkId);
     if (relationship == nullptr)
-        throw Failure(FailureNumber::InvalidRequest, u"LinkFormat (unknown member) : Invalid request.");
+        throw Failure(FailureNumber::InvalidRequest, u"A linked object names no source");
     return relationship->target;
 }
 

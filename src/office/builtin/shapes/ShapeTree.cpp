@@ -64,17 +64,42 @@ private:
 
         // Older readers show the fallback: the same text there is changed alike.
         const Node fallback = document_.Child(element, Compatibility, "Fallback");
+        const bool hasTwin = ReadTwin(chosen, fallback, before);
+        bool hasOtherText = false;
+        for (const Node branch : element.ChildElements())
+            if (branch != chosen && !(hasTwin && branch == fallback))
+                hasOtherText = hasOtherText || HoldsText(branch);
+        for (std::size_t shape = before; shape < tree_.shapes.size(); ++shape)
+            tree_.shapes[shape].hasOtherText = tree_.shapes[shape].hasOtherText || hasOtherText;
+    }
+
+    /// Whether a shape of a branch has a text.
+    bool HoldsText(Node branch) const
+    {
+        for (const Node shape : branch.ChildElements()) {
+            const Node body = document_.Child(shape, Presentation, "txBody");
+            if (body && !TextOf(body).Text().empty())
+                return true;
+        }
+        return false;
+    }
+
+    /// Reads the text of the fallback when it is that of the one shape read from the chosen branch. `before` is the
+    /// number of shapes before that branch.
+    bool ReadTwin(Node chosen, Node fallback, std::size_t before)
+    {
         // Of several shapes it can't be told which text belongs to which.
         if (fallback == chosen || tree_.shapes.size() != before + 1 || !tree_.shapes.back().body)
-            return;
+            return false;
         const Node twin = document_.Child(document_.Child(fallback, Presentation, "sp"), Presentation, "txBody");
         if (!twin)
-            return;
+            return false;
         TextBody body = TextOf(twin);
         if (body.Text() != tree_.bodies[*tree_.shapes.back().body].Text())
-            return;
+            return false;
         tree_.shapes.back().twin = tree_.bodies.size();
         tree_.bodies.push_back(std::move(body));
+        return true;
     }
 
     std::optional<std::size_t> ReadBody(Node element, const ShapeRecord& record)

@@ -23,6 +23,8 @@ struct ShapeRecord {
     bool hasTextFrame = false;
     std::optional<std::size_t> body;  ///< None with a text frame: an empty text, nothing to edit.
     std::optional<std::size_t> twin;  ///< The same text in the branch of alternate content that was not chosen.
+    /// Another branch of alternate content has a text of its own, which edits of this shape leave as it is.
+    bool hasOtherText = false;
     /// Numbers of edits of the two texts after which they were known to be the same; both 0 when they were read.
     std::pair<std::size_t, std::size_t> alike{};
     std::string linkId;  ///< Relationship of a linked OLE object.

@@ -103,6 +103,13 @@ void ShapeTreeEdits::CompareShapes(const ShapeTree& readAgain) const
         throw FailedEdit(package_.NameOf(entry_), "a shape would not have the text that was put");
 }
 
+bool ShapeTreeEdits::LeavesOtherText() const
+{
+    return tree_ && std::ranges::any_of(tree_->shapes, [&](const ShapeRecord& shape) {
+               return shape.hasOtherText && shape.body && tree_->bodies[*shape.body].Edited() != nullptr;
+           });
+}
+
 std::optional<TextChange> ShapeTreeEdits::TitleChange()
 {
     if (!tree_)

@@ -71,6 +71,9 @@ public:
         }
     }
 
+    /// Whether a shape was edited since the last Flush that has another text in another branch of alternate content.
+    bool LeavesOtherText() const;
+
     /// The text of the page's title, when the edits since the last Flush have changed it.
     std::optional<TextChange> TitleChange();
 

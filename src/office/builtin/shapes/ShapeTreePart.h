@@ -63,6 +63,9 @@ public:
     String LinkSource(std::size_t shape) override;
     void PutLinkSource(std::size_t shape, const String& source) override;
 
+    /// To be asked before Flush; see ShapeTreeEdits.
+    bool LeavesOtherText() const { return edits_.LeavesOtherText(); }
+
     /// Hands the edits to the package, and gives how the title's text has changed with them, if it has. Raises
     /// `FileCorrupt` when the edited part would not read as it was meant; see ShapeTreeEdits::Flush.
     std::optional<TextChange> Flush();

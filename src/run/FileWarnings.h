@@ -5,7 +5,7 @@
 #include "platform/String.h"
 #include "platform/Warnings.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 /// Gathers the warnings (platform/Warnings.h) of one file after the other, for as long as it lives.
@@ -17,7 +17,7 @@ public:
     FileWarnings(const FileWarnings&) = delete;
     FileWarnings& operator=(const FileWarnings&) = delete;
 
-    /// The warnings since the last call, in their order.
+    /// The warnings since the last call, in their order and each once.
     std::vector<String> Take();
 
 private:
@@ -25,4 +25,4 @@ private:
     WarningPort before_;
 };
 
-}  // namespace tessarine::batch
+}  // namespace tessarine
