@@ -81,7 +81,10 @@ TEST_P(DyingPowerPoint, LeavesTheFileWholeAndTheRunStartsAnother)
     EXPECT_EQ(office_.Running(), 0);
     EXPECT_TRUE(project_->options->IsFindOnly) << "the run has come to its end";
     EXPECT_THAT(passedOver, ElementsAre(std::pair(folder_.PathOf(u"b.pptx"), GetParam().number)));
-    EXPECT_THAT(log_.Lines(), testing::ElementsAreArray(GetParam().log));
+    std::vector<testing::Matcher<std::string>> lines;
+    for (const std::string& line : GetParam().log)
+        lines.push_back(testing::EndsWith(line));
+    EXPECT_THAT(log_.Lines(), testing::ElementsAreArray(lines));
 }
 
 INSTANTIATE_TEST_SUITE_P(Calls, DyingPowerPoint,
@@ -90,7 +93,9 @@ INSTANTIATE_TEST_SUITE_P(Calls, DyingPowerPoint,
                                                5,
                                                false,
                                                FailureNumber::ServerGone,
-                                               {failed + " in procedure SearchFunction" + inEngine}},
+                                               {failed + " in procedure SearchFunction" + inEngine,
+                                                "slide 1, shape 1: its text could not be changed completely: The "
+                                                "remote procedure call failed"}},
                                          Death{"Presentation.Save", 2, false, FailureNumber::RemoteCallFailed, {}},
                                          Death{"Presentation.Close", 2, true, FailureNumber::RemoteCallFailed, {}}),
                          [](const auto& parameter) {

@@ -76,6 +76,13 @@ TEST(TitlesOfParts, HaveTitlesInOneLine)
     EXPECT_EQ(AppAfter(WithTitles(deck, {"Fabrikam_x000B_Inc."}), {1}), AppWith({"Contoso Inc."}));
 }
 
+TEST(TitlesOfParts, KeepTheBlanksAroundThem)
+{
+    const Deck deck = Deck().Slide(Title(u"About Fabrikam"));
+
+    EXPECT_EQ(AppAfter(WithTitles(deck, {" About Fabrikam   "}), {1}), AppWith({" About Contoso   "}));
+}
+
 TEST(TitlesOfParts, StayWhereNoTitleOfASlideChanged)
 {
     const Deck deck = Deck().Slide(TextBox(u"Fabrikam"), Title(u"Fabrikam"));

@@ -194,7 +194,12 @@ void PropertyPart::FollowTitles(const std::vector<ChangedTitle>& changed, std::s
         const std::size_t own = titles_.size() < slideCount ? 0 : titles_.size() - slideCount + title.slide;
         const auto ownEntry = equal->second.find(own);
         const auto entry = ownEntry == equal->second.end() ? equal->second.begin() : ownEntry;
-        titles_[*entry].text = InOneLine(title.after);
+        // Blanks around the title are the producer's, and no part of what was replaced.
+        String& text = titles_[*entry].text;
+        const auto isInk = [](char16_t unit) { return unit > u' '; };
+        const auto begin = std::find_if(text.begin(), text.end(), isInk);
+        const auto end = std::find_if(text.rbegin(), text.rend(), isInk).base();
+        text.replace(begin, end, InOneLine(title.after));
         titles_[*entry].changed = changed_ = true;
         equal->second.erase(entry);
     }
