@@ -38,10 +38,10 @@ void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& sh
 void SearchFunctions::WarnOfShape(const Failure& failure, Page page, std::int32_t shape) const
 {
     const auto text = [](std::int32_t number) { return u' ' + FromUtf8(std::to_string(number)); };
-    String place(page.name);
+    String where(page.name);
     if (page.slide > 0)
-        place += text(page.slide);
-    Warn(path_, place + u", shape" + text(shape) + u": its text could not be " +
+        where += text(page.slide);
+    Warn(path_, where + u", shape" + text(shape) + u": its text could not be " +
                     (mIsFindOnly ? u"searched: " : u"changed completely: ") + failure.Reason());
 }
 

@@ -16,7 +16,7 @@ namespace
 using Position = ResultModel::Position;
 
 // Of the language file; the lines of results are texts of the window that shows them.
-const String section = u"frmProcessingDocuments";
+const String languageSection = u"frmProcessingDocuments";
 
 /// Shows what was added, also when a failure ends the adding.
 class Showing
@@ -62,7 +62,7 @@ void AddItem(ResultModel& results, Position file, const CounterStatus& status, b
 
 String WarningText(const String& warning)
 {
-    String text = GetLngString(section, u"trvChangedFiles.Warning");
+    String text = GetLngString(languageSection, u"trvChangedFiles.Warning");
     // A language file may lack the key, and the warning is worth more than its frame.
     const std::size_t place = text.find(u"%s");
     if (place == String::npos)
@@ -82,7 +82,7 @@ void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount,
     const Showing showing(*tree);
     const Position file = FileOf(results, status, counters);
     if (status.FileStausAfterProcess == FileStatus::Counted && status.HasNewContent == false)
-        results.AddItem(file, GetLngString(section, u"trvChangedFiles.CountedOnly"));
+        results.AddItem(file, GetLngString(languageSection, u"trvChangedFiles.CountedOnly"));
     // Before the counts, whose total may no longer fit.
     for (const String& warning : warnings)
         results.AddItem(file, WarningText(warning));
