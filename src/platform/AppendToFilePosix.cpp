@@ -10,6 +10,7 @@
 #include "platform/FileDescriptor.h"
 #include "platform/FileFailure.h"
 #include "platform/NativePath.h"
+#include "platform/WriteAll.h"
 
 namespace tessarine
 {
@@ -60,15 +61,9 @@ void AppendToFile(StringView path, std::string_view bytes, std::uint64_t limit)
         PutAway(file, nativePath);
         file = OpenForAppending(nativePath);
     }
-    // One call as a rule, which O_APPEND puts at the end in one piece. Only an interrupted or cut write goes round
-    // again.
-    while (!bytes.empty()) {
-        const ssize_t written = write(file.get(), bytes.data(), bytes.size());
-        if (written >= 0)
-            bytes.remove_prefix(static_cast<std::size_t>(written));
-        else if (errno != EINTR)
-            throw ClassicFileFailure(errno, "write", nativePath);
-    }
+    // One call as a rule, which O_APPEND puts at the end in one piece.
+    if (!WriteAll(file.get(), bytes))
+        throw ClassicFileFailure(errno, "write", nativePath);
 }
 
 }  // namespace tessarine

@@ -16,6 +16,7 @@
 #include "platform/MarkedFile.h"
 #include "platform/NativePath.h"
 #include "platform/PathSeparator.h"
+#include "platform/WriteAll.h"
 
 namespace tessarine
 {
@@ -44,19 +45,6 @@ bool IsLockedAt(const std::string& path, int file)
     struct stat named = {};
     return flock(file, LOCK_EX | LOCK_NB) == 0 && fstat(file, &opened) == 0 && lstat(path.c_str(), &named) == 0 &&
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
-}
-
-bool WriteAll(int file, std::string_view text)
-{
-    while (!text.empty()) {
-        const ssize_t count = write(file, text.data(), text.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return false;
-        text.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include "platform/Leftovers.h"
 #include "platform/NativePath.h"
 #include "platform/Treatments.h"
+#include "platform/WriteAll.h"
 
 namespace tessarine
 {
@@ -144,15 +145,7 @@ NewFile::~NewFile()
 
 bool NewFile::Write(std::string_view bytes)
 {
-    while (!bytes.empty()) {
-        const ssize_t count = write(file_.get(), bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return false;
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
+    return WriteAll(file_.get(), bytes);
 }
 
 bool NewFile::FlushToDisk()

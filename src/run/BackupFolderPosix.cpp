@@ -22,6 +22,7 @@
 #include "platform/FileFailure.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/WriteAll.h"
 
 namespace tessarine
 {
@@ -89,17 +90,6 @@ std::vector<std::string_view> LinesOf(std::string_view text)
         text.remove_prefix(std::min(text.size(), lines.back().size() + 1));
     }
     return lines;
-}
-
-bool WriteAll(int file, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t count = write(file, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR)
-            return false;
-        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
-    return true;
 }
 
 /// Holds a record for one change. Waits for a moment only: whoever may read the file can lock it for as long as they

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+namespace tessarine
+{
+
+/// Writes all bytes where an open file stands, going on after an interruption or a short write. One call of the system
+/// as a rule. False at the first trouble, with the reason in errno: some of the bytes may be written then.
+bool WriteAll(int file, std::string_view bytes);
+
+}  // namespace tessarine
