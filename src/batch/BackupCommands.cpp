@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "batch/BackupNames.h"
+#include "batch/WithoutPath.h"
 #include "engine/CounterStatus.h"
 #include "platform/Failure.h"
 #include "platform/FileLock.h"
@@ -166,10 +167,10 @@ BackupReport BackupCommands::Treat(const String& path, Treatment&& treat)
     } catch (...) {
         // One file's failure does not end the command.
         report.status = FileStatus::NotProcessed;
-        report.error = CurrentFailure().Reason();
+        report.error = WithoutPath(CurrentFailure().Reason(), path);
     }
-    for (String& warning : warnings.Take())
-        report.warnings.push_back(std::move(warning));
+    for (const String& warning : warnings.Take())
+        report.warnings.push_back(WithoutPath(warning, path));
     return report;
 }
 

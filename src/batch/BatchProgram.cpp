@@ -17,6 +17,7 @@
 #include "batch/ReportFormats.h"
 #include "batch/RunBackups.h"
 #include "batch/SavedJob.h"
+#include "batch/WithoutPath.h"
 #include "model/Project.h"
 #include "platform/RunJournal.h"
 
@@ -182,7 +183,7 @@ int PerformBackupCommand(const BatchCall& call, const CollectedFiles& collected,
             break;
         SetFileInWork(file.path);
         output.Progress(ProgressLine(++reached, files.size(), file.path));
-        const auto done = !file.refusal.empty()              ? BackupReport{0, file.path, {}, file.refusal}
+        const auto done = !file.refusal.empty() ? BackupReport{0, file.path, {}, WithoutPath(file.refusal, file.path)}
                           : call.command == Command::Restore ? commands.Restore(file.path)
                                                              : commands.Clean(file.path);
         SetFileInWork({});

@@ -1,5 +1,6 @@
 #include "batch/FileReport.h"
 
+#include "batch/WithoutPath.h"
 #include "engine/CounterStatuses.h"
 
 namespace tessarine::batch
@@ -50,7 +51,7 @@ std::string_view StateText(const FileReport& file, bool replaces)
 
 FileReport FailedFile(const String& path, const String& error)
 {
-    return {path, FileStatus::NotProcessed, error, {}};
+    return {path, FileStatus::NotProcessed, WithoutPath(error, path), {}};
 }
 
 FileReport ReportOf(const String& path, const CounterStatuses& result)

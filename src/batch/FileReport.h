@@ -51,7 +51,7 @@ struct FileReport {
 /// "failed"; of a find "found", "nothing found" or "failed".
 std::string_view StateText(const FileReport& file, bool replaces);
 
-/// The report of a file that has no result.
+/// The report of a file that has no result. The error stands beside the path and so doesn't repeat it.
 FileReport FailedFile(const String& path, const String& error);
 
 /// What the run handed over for the file at `path`.

@@ -12,6 +12,7 @@
 #include "batch/LineText.h"
 #include "batch/Locations.h"
 #include "batch/Refusal.h"
+#include "batch/WithoutPath.h"
 #include "model/ListColumns.h"
 #include "model/Project.h"
 #include "platform/Files.h"
@@ -52,10 +53,8 @@ String FailureText(const FindAndReplaceItems& list, const String& path)
         return u"it has more than 32767 rows";
     if (list.FileFailure->number == FailureNumber::TypeMismatch)
         return u"row " + NumberText(list.Count() + firstRow) + u" holds an error (such as #N/A) in place of a text";
-    String reason = list.FileFailure->Reason();
     // The line that this goes into has named the file already.
-    const String prefix = path + u": ";
-    return reason.starts_with(prefix) ? reason.substr(prefix.size()) : reason;
+    return WithoutPath(list.FileFailure->Reason(), path);
 }
 
 bool AreSame(const FindAndReplaceItem& left, const FindAndReplaceItem& right)

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "batch/WithoutPath.h"
 #include "engine/CounterStatuses.h"
 #include "model/Project.h"
 #include "platform/Treatments.h"
@@ -24,17 +25,6 @@ public:
 private:
     Project& project_;
 };
-
-/// A reason as it stands beside the path in a report, where the path need not stand twice.
-String WithoutPath(String reason, const String& path)
-{
-    if (reason.starts_with(path + u": "))
-        reason.erase(0, path.size() + 2);
-    const String file = u"The file ";
-    if (reason.starts_with(file + path + u' '))
-        reason.erase(file.size(), path.size() + 1);
-    return reason;
-}
 
 }  // namespace
 
@@ -174,8 +164,8 @@ void ReportedRun::ReportNext(FileReport report)
 {
     current_.reset();
     ++reported_;
-    report.warnings = warnings_.Take();
-    report.error = WithoutPath(std::move(report.error), report.path);
+    for (const String& warning : warnings_.Take())
+        report.warnings.push_back(WithoutPath(warning, report.path));
     sink_(report);
     ReportRefused();
 }

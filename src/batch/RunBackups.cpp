@@ -56,7 +56,7 @@ void RunBackups::Make(const String& path, const CheckOpened& check)
     // Between the open and here somebody may have put a folder of somebody else's under this path.
     if (FolderOf(StringView(backup)) == FolderOf(StringView(path)) && !folder.Holds(String(FileNameOf(path)), check()))
         throw Failure(FailureNumber::SharingViolation,
-                      u"The folder of " + path + u" was replaced by another one; run it again.");
+                      u"The folder of the file was replaced by another one; run it again.");
     const Target target{path, backup, folder, folder.OriginalAt(path), check};
     if (naming_ == BackupNaming::Numbered)
         MakeNumbered(target);

@@ -10,6 +10,7 @@
 #include "batch/LineText.h"
 #include "batch/ListFiles.h"
 #include "batch/Refusal.h"
+#include "batch/WithoutPath.h"
 #include "model/JobProperties.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
@@ -153,7 +154,7 @@ void LoadJob(Project& project, const String& path)
     if (error == 2)
         Refuse(InQuotes(path) + u" is not a job: the name of a project file ends in .tsq");
     const String reason = project.FileFailure ? project.FileFailure->Reason() : String();
-    Refuse(u"can't load the job " + InQuotes(path) + u": " + reason);
+    Refuse(u"can't load the job " + InQuotes(path) + u": " + WithoutPath(reason, path));
 }
 
 SavedSource SourceOf(const Project& project)

@@ -158,7 +158,7 @@ void ReplacementFile::MakeNewFile()
             newFile_ = std::make_unique<NewFile>(otherFolder_.get());
         }
         if (!newFile_->IsOpen())
-            throw FailureFor(error, "save (no new file can be made beside)");
+            throw FailureFor(error, "save (no new file can be made beside it)");
     }
     pending_.reserve(bufferSize);
 }

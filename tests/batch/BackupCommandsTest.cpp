@@ -147,6 +147,8 @@ TEST_F(BackupCommandsTest, AFileInUseIsNeitherRestoredNorCleaned)
     for (const BackupReport& report : {Restore(file), Clean(file)}) {
         EXPECT_EQ(report.status, FileStatus::NotProcessed);
         EXPECT_NE(report.error.find(u"is in use"), String::npos);
+        // The report names the file already.
+        EXPECT_EQ(report.error.find(file), String::npos) << ToUtf8(report.error);
     }
     EXPECT_EQ(Content(u"a.pptx"), "new");
     EXPECT_EQ(Content(u"a..bak"), "old");

@@ -10,6 +10,7 @@
 #include "engine/CounterStatuses.h"
 #include "model/Project.h"
 #include "platform/Files.h"
+#include "platform/Warnings.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/FakePowerPoint.h"
 #include "support/TemporaryFolder.h"
@@ -214,6 +215,28 @@ TEST_F(ReportedRunTest, ReportsAFailedSaveForItsFile)
     Run();
 
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "b.ppt 0 the disk is full", "c.ppt 1 2"));
+}
+
+TEST_F(ReportedRunTest, NamesAFileOnceInItsReport)
+{
+    AddThree();
+    powerPoint.script.FailOnce("Presentation.Save", 61, u"Can't save \"" + PathOf(u"a.ppt") + u"\": no space");
+    project->BeforFileProcess += [](const String& path) { Warn(path, u"could not read " + path); };
+
+    Run();
+
+    EXPECT_THAT(Lines(), ElementsAre("a.ppt 0 Can't save it: no space", "b.ppt 1 2", "c.ppt 1 2"));
+    for (const FileReport& report : reports)
+        EXPECT_THAT(report.warnings, ElementsAre(u"could not read it"));
+}
+
+TEST_F(ReportedRunTest, NamesARefusedFileOnceInItsReport)
+{
+    files.push_back({PathOf(u"a.ppt"), u"The file " + PathOf(u"a.ppt") + u" is a folder."});
+
+    Run();
+
+    EXPECT_THAT(Lines(), ElementsAre("a.ppt 0 The file is a folder."));
 }
 
 TEST_F(ReportedRunTest, ReportsAMissingFileInEveryModeOfTheRun)
