@@ -272,6 +272,8 @@ std::optional<String> BackupOwners::OtherThan(const String& path, const String& 
 void BackupSummary::Add(const BackupReport& file)
 {
     ++files;
+    // Of a file that failed some may be gone, too.
+    backups += (file.backup.empty() ? 0 : 1) + std::ssize(file.older);
     ++(file.status == FileStatus::Counted ? done : file.status == FileStatus::NothingCounted ? unchanged : failed);
 }
 

@@ -29,9 +29,10 @@ namespace
 
 int StatusOf(std::int64_t failed, std::size_t notReached, Output& output)
 {
-    if (notReached > 0)
-        output.Note(fmt::format("tessarine-batch: cancelled; {} not processed",
-                                notReached == 1 ? "1 file was" : fmt::format("{} files were", notReached)));
+    const auto count = static_cast<std::int64_t>(notReached);
+    if (count > 0)
+        output.Note(fmt::format("tessarine-batch: cancelled; {} {} not processed", Counted(count, "file"),
+                                OneOrMore(count, "was", "were")));
     if (output.failed())
         output.Note("tessarine-batch: the report could not be written completely");
     // A run without a single hit is done, not failed.
@@ -48,7 +49,7 @@ void NoteSkippedLinks(std::int64_t count, Output& output)
 {
     if (count > 0)
         output.Note(fmt::format("tessarine-batch: {} {} left out; --follow takes {}", Counted(count, "linked folder"),
-                                count == 1 ? "was" : "were", count == 1 ? "it" : "them"));
+                                OneOrMore(count, "was", "were"), OneOrMore(count, "it", "them")));
 }
 
 /// Makes the backups of a run through what the run tells of its files, for as long as it lives.

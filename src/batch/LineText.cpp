@@ -11,7 +11,12 @@ namespace tessarine::batch
 
 std::string Counted(std::int64_t count, std::string_view noun)
 {
-    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+    return fmt::format("{} {}{}", count, noun, OneOrMore(count, "", "s"));
+}
+
+std::string_view OneOrMore(std::int64_t count, std::string_view one, std::string_view more)
+{
+    return count == 1 ? one : more;
 }
 
 std::string OnOneLine(std::string text)

@@ -10,8 +10,11 @@
 namespace tessarine::batch
 {
 
-/// "1 file", "2 files".
+/// "1 file", "2 files". All counts of things go through it, as the words around them go through OneOrMore.
 std::string Counted(std::int64_t count, std::string_view noun);
+
+/// The word that goes with a count: "is" or "are", "it" or "them".
+std::string_view OneOrMore(std::int64_t count, std::string_view one, std::string_view more);
 
 /// A text on one line: line ends become blanks, other control characters escapes.
 std::string OnOneLine(std::string text);

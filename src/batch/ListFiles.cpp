@@ -133,11 +133,11 @@ std::vector<std::string> TakeListPairs(Project& project, const BatchCall& call)
     std::vector<std::string> notes;
     if (withoutText > 0)
         notes.push_back(fmt::format("{} of the list {} left out: no text to look for", Counted(withoutText, "row"),
-                                    withoutText == 1 ? "is" : "are"));
+                                    OneOrMore(withoutText, "is", "are")));
     if (withoutPlace > 0)
         notes.push_back(
             fmt::format("{} of the list {} looked for nowhere: columns 3 to 16 hold no TRUE (--in names places)",
-                        Counted(withoutPlace, "pair"), withoutPlace == 1 ? "is" : "are"));
+                        Counted(withoutPlace, "pair"), OneOrMore(withoutPlace, "is", "are")));
     return notes;
 }
 

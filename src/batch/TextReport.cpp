@@ -144,9 +144,10 @@ std::string TextReport::AtEnd(const RunSummary& summary)
 
 std::string TextReport::AtEnd(const BackupSummary& summary)
 {
-    return Gap() + fmt::format("{}: {} {}, {} without a backup, {} failed\n", Counted(summary.files, "file"),
-                               summary.done, Restores() ? "restored" : "backups removed", summary.unchanged,
-                               summary.failed);
+    return Gap() + fmt::format("{}: {}, {} without a backup, {} failed\n", Counted(summary.files, "file"),
+                               Restores() ? fmt::format("{} restored", summary.done)
+                                          : Counted(summary.backups, "backup") + " removed",
+                               summary.unchanged, summary.failed);
 }
 
 std::string TextReport::OfJob(const String& path, const Project& project)

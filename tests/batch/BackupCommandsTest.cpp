@@ -371,5 +371,15 @@ TEST(BackupSummary, CountsEachFileOnce)
     EXPECT_EQ(summary.failed, 1);
 }
 
+TEST(BackupSummary, CountsEveryBackupOfAFile)
+{
+    BackupSummary summary;
+    summary.Add({1, u"a", u"a..bak.3", {}, {u"a..bak.2", u"a..bak"}});
+    summary.Add({2, u"b", {}, {}});
+    summary.Add({0, u"c", u"c..bak", u"could not delete c..bak.2"});
+
+    EXPECT_EQ(summary.backups, 4);
+}
+
 }  // namespace
 }  // namespace tessarine::batch

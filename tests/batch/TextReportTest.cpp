@@ -122,6 +122,11 @@ TEST(TextReport, SaysWhatBecameOfBackups)
     summary.Add({1, u"a", u"b", {}});
     EXPECT_EQ(CreateTextReport(StyleOf(Command::Restore))->AtEnd(summary),
               "1 file: 1 restored, 0 without a backup, 0 failed\n");
+    EXPECT_EQ(CreateTextReport(StyleOf(Command::Clean))->AtEnd(summary),
+              "1 file: 1 backup removed, 0 without a backup, 0 failed\n");
+    summary.Add({1, u"c", u"d", {}, {u"e"}});
+    EXPECT_EQ(CreateTextReport(StyleOf(Command::Clean))->AtEnd(summary),
+              "2 files: 3 backups removed, 0 without a backup, 0 failed\n");
 }
 
 TEST(TextReport, PutsAnEmptyLineBetweenFilesAndSummary)

@@ -116,7 +116,7 @@ TEST_F(BackupProgramTest, NumberedBackupsKeepEveryState)
     EXPECT_EQ(program.Run({"clean", "decks/a.pptx"}).output,
               "decks/a.pptx: removed decks/a..bak.2 and 1 older one\n"
               "\n"
-              "1 file: 1 backups removed, 0 without a backup, 0 failed\n");
+              "1 file: 2 backups removed, 0 without a backup, 0 failed\n");
     EXPECT_EQ(Content(u"decks/a..bak"), "<missing>");
     EXPECT_EQ(Content(u"decks/.tessarine-backups"), "<missing>");
 }
