@@ -81,7 +81,7 @@ TEST_P(BuiltInProperty, ReadsAsUnsetWhenItsElementIsAbsent)
 
     if (GetParam().unset == raises) {
         EXPECT_THAT(RaisedBy([&] { TextAt(*presentation, GetParam().index); }),
-                    FailsWith(FailureNumber::Unspecified, "Unspecified error"));
+                    FailsWith(FailureNumber::Unspecified, "\" has no value"));
     } else {
         EXPECT_EQ(TextAt(*presentation, GetParam().index), GetParam().unset);
     }
@@ -132,7 +132,7 @@ TEST_P(BuiltInProperty, TakesANewTextOrIsReadOnly)
         EXPECT_EQ(TextAt(*deck.Open(), GetParam().index), "Contoso <&>");
         EXPECT_THAT(EntriesThatDiffer(before, deck.Package()), ElementsAre(IsInCore(GetParam()) ? core : app));
     } else {
-        EXPECT_THAT(raised, FailsWith(FailureNumber::Unspecified, "Unspecified error"));
+        EXPECT_THAT(raised, FailsWith(FailureNumber::Unspecified, "The document property \""));
         EXPECT_EQ(deck.Bytes(), before.Bytes());
     }
 }

@@ -165,7 +165,7 @@ TEST(CustomPropertyPutRefused, OfWhatHasNoText)
         for (const char16_t* name : {u"clsid", u"blob", u"vector"}) {
             EXPECT_EQ(powerpoint::TextOf(Property(presentation, name)->Value()), u"");
             EXPECT_THAT(RaisedBy([&] { Property(presentation, name)->PutValue(String(u"x")); }),
-                        FailsWith(FailureNumber::Unspecified, "Unspecified error"));
+                        FailsWith(FailureNumber::Unspecified, "\" can't be changed"));
         }
     });
 

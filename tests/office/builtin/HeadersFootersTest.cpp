@@ -35,7 +35,7 @@ std::string FooterAfterPutting(const std::string& paragraphs, const String& text
     return after;
 }
 
-constexpr auto noSuchItem = "HeaderFooter (unknown member) : Invalid request.";
+constexpr auto noSuchItem = "The page shows no such header or footer";
 
 TEST(FooterOfASlide, IsTheTextOfItsFooterPlaceholder)
 {

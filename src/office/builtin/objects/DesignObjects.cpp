@@ -42,7 +42,7 @@ public:
     {
         PageReader* const page = TitlePage();
         if (page == nullptr)
-            throw Failure(FailureNumber::InvalidRequest, u"Design (unknown member) : There is no title master.");
+            throw Failure(FailureNumber::InvalidRequest, u"The design has no title master");
         return MakeMaster(file_, page, PageTexts::FooterOnly);
     }
 

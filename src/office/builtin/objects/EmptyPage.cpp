@@ -11,7 +11,7 @@ namespace
 /// No object names a shape or a link of this page, because it has none.
 Failure NothingThere()
 {
-    return {FailureNumber::InvalidRequest, u"The page (unknown member) : Invalid request."};
+    return {FailureNumber::InvalidRequest, u"The file has no such page, and so no shapes and no links of it"};
 }
 
 }  // namespace

@@ -69,8 +69,7 @@ private:
     const OpenFileReference& File() const
     {
         if (!file_)
-            throw Failure(FailureNumber::InvalidRequest,
-                          u"Presentation (unknown member) : The presentation is closed.");
+            throw Failure(FailureNumber::InvalidRequest, u"The presentation has been closed");
         return file_;
     }
 

@@ -17,7 +17,7 @@ constexpr std::size_t longestBuiltInText = 255;
 std::size_t PositionOf(std::int32_t index, std::int32_t count)
 {
     if (index < 1 || index > count)
-        throw Failure(FailureNumber::BadArgument, u"DocumentProperties (unknown member) : The index is out of range.");
+        throw Failure(FailureNumber::BadArgument, u"No document property has this index");
     return static_cast<std::size_t>(index) - 1;
 }
 
@@ -46,7 +46,7 @@ public:
             case UnsetProperty::Raises:
                 break;
         }
-        throw UnspecifiedError();
+        throw PropertyHasNoValue(rule_.name);
     }
 
     void PutValue(const powerpoint::Value& value) override
@@ -56,7 +56,7 @@ public:
         if (powerpoint::TextOf(Value()) == text)
             return;
         if (!rule_.isWritable)
-            throw UnspecifiedError();
+            throw PropertyCannotChange(rule_.name);
         if (text.size() > longestBuiltInText)
             throw Failure(FailureNumber::BadArgument, u"DocumentProperty (unknown member) : The text is too long.");
         file_->Reader().BuiltIn().Put(property_, text);

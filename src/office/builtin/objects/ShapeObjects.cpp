@@ -43,14 +43,14 @@ public:
     std::shared_ptr<powerpoint::TextFrame> TextFrame() override
     {
         if (!page_.Shape(shape_).hasTextFrame)
-            throw Failure(FailureNumber::InvalidRequest, u"Shape (unknown member) : This object has no text.");
+            throw Failure(FailureNumber::InvalidRequest, u"The shape holds no text");
         return shared_from_this();
     }
 
     std::shared_ptr<powerpoint::LinkFormat> LinkFormat() override
     {
         if (Type() != powerpoint::msoLinkedOLEObject)
-            throw Failure(FailureNumber::InvalidRequest, u"Shape (unknown member) : This object is not linked.");
+            throw Failure(FailureNumber::InvalidRequest, u"The shape is no linked object");
         return shared_from_this();
     }
 

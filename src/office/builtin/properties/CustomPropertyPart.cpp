@@ -76,9 +76,10 @@ bool IsOpaque(std::string_view kind)
            !IsOneOf(kind, {"bool", "filetime", "date", "empty", "null"});
 }
 
-Failure TooLarge()
+Failure TooLarge(StringView property)
 {
-    return {FailureNumber::Overflow, u"DocumentProperty (unknown member) : The number is too large."};
+    return {FailureNumber::Overflow,
+            u"The number is too large for the document property \"" + String(property) + u"\""};
 }
 
 /// Numbers in files don't follow a locale. Sums of money have four decimals (ECMA-376 part 1, 22.4.2.7), decimals no
@@ -146,7 +147,7 @@ std::optional<double> NumberOf(const Value& value)
 
 /// The value as one that an element of a kind can hold to the last digit; nothing for a fraction, one that doesn't fit,
 /// and a kind that is no integer. Raises `Overflow` where a large integer has lost digits on its way.
-std::optional<std::int64_t> WholeNumberFor(std::string_view kind, const Value& value)
+std::optional<std::int64_t> WholeNumberFor(StringView property, std::string_view kind, const Value& value)
 {
     const IntegerKind* const integer = IntegerKindOf(kind);
     if (integer == nullptr)
@@ -157,7 +158,7 @@ std::optional<std::int64_t> WholeNumberFor(std::string_view kind, const Value& v
             return std::nullopt;
         if (std::abs(*number) > largestExact) {
             if (integer->largest == largest64)
-                throw TooLarge();
+                throw TooLarge(property);
             return std::nullopt;
         }
         whole = static_cast<std::int64_t>(*number);
@@ -203,23 +204,23 @@ void CustomPropertyPart::Put(std::size_t index, const Value& value)
 {
     Property& property = properties_[index];
     if (IsOpaque(property.kind))
-        throw UnspecifiedError();
+        throw PropertyCannotChange(property.name);
 
     const auto number = NumberOf(value);
     if (number && !std::isfinite(*number))
-        throw TooLarge();
+        throw TooLarge(property.name);
     if (IsText(property.kind) || !number) {
         const auto* const fraction = std::get_if<double>(&value);
         property.value = powerpoint::TextOf(fraction == nullptr ? value : Value(AsWritten(*fraction)));
         if (!IsText(property.kind))
             property.kind = "lpwstr";
-    } else if (const auto whole = WholeNumberFor(property.kind, value)) {
+    } else if (const auto whole = WholeNumberFor(property.name, property.kind, value)) {
         property.value = *whole;
     } else if (property.kind == "cy") {
         // Beyond that the fourth decimal is not what it was.
         constexpr double decimals = 10000;
         if (std::abs(*number) * decimals > largestExact)
-            throw TooLarge();
+            throw TooLarge(property.name);
         property.value = std::round(*number * decimals) / decimals;
     } else {
         property.value = *number;

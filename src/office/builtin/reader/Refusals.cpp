@@ -5,17 +5,22 @@ namespace tessarine::builtin
 
 Failure NoHeaderFooter()
 {
-    return {FailureNumber::InvalidRequest, u"HeaderFooter (unknown member) : Invalid request."};
+    return {FailureNumber::InvalidRequest, u"The page shows no such header or footer"};
 }
 
 Failure NoHyperlink()
 {
-    return {FailureNumber::InvalidRequest, u"Hyperlink (unknown member) : The link does not exist any more."};
+    return {FailureNumber::InvalidRequest, u"The hyperlink is gone, as the text was that carried it"};
 }
 
-Failure UnspecifiedError()
+Failure PropertyHasNoValue(StringView name)
 {
-    return {FailureNumber::Unspecified, u"Unspecified error"};
+    return {FailureNumber::Unspecified, u"The document property \"" + String(name) + u"\" has no value"};
+}
+
+Failure PropertyCannotChange(StringView name)
+{
+    return {FailureNumber::Unspecified, u"The document property \"" + String(name) + u"\" can't be changed"};
 }
 
 }  // namespace tessarine::builtin

@@ -2,7 +2,7 @@
 
 #include "platform/Failure.h"
 
-/// The failures, in PowerPoint's words, that a reader and the objects raise alike.
+/// The failures that a reader and the objects raise alike, with PowerPoint's numbers.
 namespace tessarine::builtin
 {
 
@@ -13,7 +13,8 @@ Failure NoHeaderFooter();
 /// `InvalidRequest`: a hyperlink that was removed, or went with the text around it.
 Failure NoHyperlink();
 
-/// `Unspecified`: a value that is not there, or that can't be changed.
-Failure UnspecifiedError();
+/// `Unspecified`: a document property that has no value, or can't be changed.
+Failure PropertyHasNoValue(StringView name);
+Failure PropertyCannotChange(StringView name);
 
 }  // namespace tessarine::builtin

@@ -83,7 +83,7 @@ void Hyperlinks::PutAddress(std::size_t index, const String& address)
     }
     const Relationship* relationship = edits_.Links().Find(target.relationshipId);
     if (relationship == nullptr || !relationship->external)
-        throw Failure(FailureNumber::InvalidRequest, u"Hyperlink (unknown member) : Invalid request.");
+        throw Failure(FailureNumber::InvalidRequest, u"A link to a place inside the presentation takes no address");
     if (address.empty() && ReadTarget(relationship->target, true).fragment.empty()) {
         Remove(link);
         return;

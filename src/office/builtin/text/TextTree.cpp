@@ -341,7 +341,7 @@ std::pair<TextPiece*, std::size_t> TextTree::FindLink(std::size_t element)
 void TextTree::Replace(std::size_t begin, std::size_t length, StringView with)
 {
     if (items_.Size() == 0)
-        throw Failure(FailureNumber::InvalidRequest, u"TextRange (unknown member) : Invalid request.");
+        throw Failure(FailureNumber::InvalidRequest, u"The shape has no paragraph that a text could be put into");
     linkCursor_ = {};
     const Place anchor = Anchor(begin, length);
     const std::size_t own = std::min(length, items_[anchor.item].length - anchor.offset);
