@@ -5,6 +5,7 @@
 #include "engine/ShapeRule.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
+#include "platform/Treatments.h"
 #include "platform/Warnings.h"
 
 namespace tessarine
@@ -41,8 +42,14 @@ void SearchFunctions::WarnOfShape(const Failure& failure, Page page, std::int32_
     String where(page.name);
     if (page.slide > 0)
         where += text(page.slide);
-    Warn(path_, where + u", shape" + text(shape) + u": its text could not be " +
-                    (mIsFindOnly ? u"searched: " : u"changed completely: ") + failure.Reason());
+    where += u", shape" + text(shape);
+    // A page that fails may fail to tell the name, too.
+    String name;
+    Skip([&] { name = NotNull(CurrentShape)->Name(); });
+    if (!name.empty())
+        where += u' ' + QuotedName(name);
+    Warn(path_, where + u": its text could not be " + (mIsFindOnly ? u"searched: " : u"changed completely: ") +
+                    failure.Reason());
 }
 
 }  // namespace tessarine

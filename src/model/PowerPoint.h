@@ -123,6 +123,10 @@ public:
     virtual TriState HasTextFrame() = 0;                             ///< 1 and -1 both mean yes.
     virtual std::shared_ptr<powerpoint::TextFrame> TextFrame() = 0;  ///< To be asked only where HasTextFrame says yes.
     virtual std::shared_ptr<powerpoint::LinkFormat> LinkFormat() = 0;  ///< Of a linked object.
+
+    /// What the user reads in the list of a page's shapes ("Title 1"). Asked for warnings alone, so that an
+    /// implementation without names may keep this answer.
+    virtual String Name() { return {}; }
 };
 
 using Shapes = Collection<Shape>;

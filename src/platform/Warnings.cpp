@@ -4,6 +4,7 @@
 
 #include "platform/ErrorLog.h"
 #include "platform/Treatments.h"
+#include "platform/Utf16.h"
 
 namespace tessarine
 {
@@ -18,6 +19,16 @@ WarningPort receiver;
 WarningPort SetWarningReceiver(WarningPort port)
 {
     return std::exchange(receiver, std::move(port));
+}
+
+String QuotedName(StringView name)
+{
+    // In UTF-16 units.
+    constexpr std::size_t longest = 80;
+    if (name.size() <= longest)
+        return u'"' + String(name) + u'"';
+    const std::size_t end = DividesPair(name, longest) ? longest - 1 : longest;
+    return u'"' + String(name.substr(0, end)) + u"...\"";
 }
 
 void Warn(const String& path, const String& text) noexcept

@@ -15,6 +15,9 @@ using WarningPort = std::function<void(const String& path, const String& text)>;
 /// Replaces the port and returns the one before. An empty port, as at the start, writes to the error log.
 WarningPort SetWarningReceiver(WarningPort port);
 
+/// A name or an address as a warning quotes it: in double quotes, without its end where it is very long.
+String QuotedName(StringView name);
+
 /// Tells of one file. Never raises, so that a warning turns no file into a failed one.
 void Warn(const String& path, const String& text) noexcept;
 

@@ -383,6 +383,36 @@ TEST_F(ProcessFileTest, WarnsOfAShapeWhoseTextFails)
                     Pair(u"/a.pptx", "notes of slide 2, shape 1: its text could not be changed completely: gone")));
 }
 
+TEST_F(ProcessFileTest, NamesTheShapeThatItWarnsOf)
+{
+    FakeShape title = Placeholder(u"cat");
+    title.name = u"Title 1";
+    Open({.slides = {{.shapes = {title}}}});
+    AddItem(u"cat", u"dog", {Location::Slides});
+    script.Fail("TextRange.Replace", 4711, u"gone");
+    const WarningRecorder warnings;
+
+    engine.ProcessFile(u"/a.pptx", {}, {});
+
+    EXPECT_THAT(
+        warnings.Warnings(),
+        ElementsAre(Pair(u"/a.pptx", "slide 1, shape 1 \"Title 1\": its text could not be changed completely: gone")));
+}
+
+TEST_F(ProcessFileTest, WarnsOfAShapeThatDoesNotTellItsName)
+{
+    Open({.slides = {{.shapes = {Placeholder(u"cat")}}}});
+    AddItem(u"cat", u"dog", {Location::Slides});
+    script.Fail("TextRange.Replace", 4711, u"gone");
+    script.Fail("Shape.Name", 4712, u"unnamed");
+    const WarningRecorder warnings;
+
+    engine.ProcessFile(u"/a.pptx", {}, {});
+
+    EXPECT_THAT(warnings.Warnings(),
+                ElementsAre(Pair(u"/a.pptx", "slide 1, shape 1: its text could not be changed completely: gone")));
+}
+
 }  // namespace
 
 }  // namespace tessarine

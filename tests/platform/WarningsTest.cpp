@@ -16,6 +16,15 @@ namespace
 using testing::ElementsAre;
 using testing::Pair;
 
+TEST(Warnings, QuoteNamesAndCutVeryLongOnes)
+{
+    EXPECT_EQ(QuotedName(u"Title 1"), u"\"Title 1\"");
+    EXPECT_EQ(QuotedName({}), u"\"\"");
+    EXPECT_EQ(QuotedName(String(80, u'a')), u'"' + String(80, u'a') + u'"');
+    EXPECT_EQ(QuotedName(String(81, u'a')), u'"' + String(80, u'a') + u"...\"");
+    EXPECT_EQ(QuotedName(String(79, u'a') + u"\U0001F600"), u'"' + String(79, u'a') + u"...\"");
+}
+
 TEST(Warnings, ReachTheReceiverWithPathAndText)
 {
     std::vector<std::pair<String, String>> told;

@@ -136,6 +136,8 @@ public:
         line_.Read("Shape.LinkFormat");
         return behind_->LinkFormat();
     }
+
+    String Name() override { return behind_->Name(); }  // for warnings alone, so that its failure changes nothing
 };
 
 class SlideObject final : public Wrapped<powerpoint::Slide>

@@ -29,6 +29,7 @@ struct FakeShape {
     String text{};
     powerpoint::TriState hasTextFrame = powerpoint::msoTrue;
     String sourceFullName{};  ///< Of a linked object.
+    String name{};
 };
 
 FakeShape Placeholder(String text);

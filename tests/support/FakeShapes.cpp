@@ -162,6 +162,12 @@ public:
         return std::make_shared<FakeLinkFormat>(script_, shape_);
     }
 
+    String Name() override
+    {
+        script_.Read("Shape.Name");
+        return shape_->name;
+    }
+
 private:
     FakeScript script_;
     std::shared_ptr<FakeShape> shape_;

@@ -39,6 +39,26 @@ TEST(Shapes, StandInDocumentOrder)
                                                    powerpoint::msoFreeform, powerpoint::msoPlaceholder));
 }
 
+TEST(Shapes, HaveTheNamesThatTheUserGaveThem)
+{
+    const DeckOnDisk deck(Deck()
+                              .Slide(TextBox(u"a").Named(u"Owner & \u0434"), Group(TextBox(u"b")).Named(u"Pair"),
+                                     TextBox(u"c").Named({}), Picture().Named(u"Logo"))
+                              .Edit(slide1, " name=\" 4\"", ""));
+    const auto presentation = deck.Open();
+
+    const auto names = [&] {
+        std::vector<String> all;
+        for (const auto& shape : All(SlideOf(*presentation, 1)->Shapes()))
+            all.push_back(shape->Name());
+        return all;
+    };
+    EXPECT_THAT(names(), ElementsAre(u"Owner & \u0434 1", u"Pair 2", u"", u"Logo 5"));
+    ReplaceInShape(*presentation, 1, 1, u"a", u"a long text");
+    presentation->Save();
+    EXPECT_THAT(names(), ElementsAre(u"Owner & \u0434 1", u"Pair 2", u"", u"Logo 5"));
+}
+
 TEST(Shapes, LeaveOutMembersOfGroups)
 {
     const DeckOnDisk deck(Deck().Slide(Group(TextBox(u"in"), Group(TextBox(u"deep"))), TextBox(u"out")));

@@ -56,6 +56,8 @@ public:
 
     // The whole text, whatever has been edited since it was asked for.
     std::shared_ptr<powerpoint::TextRange> TextRange() override { return shared_from_this(); }
+    String Name() override { return page_.ShapeName(shape_); }
+
 
     std::shared_ptr<powerpoint::TextRange> Find(const String& FindWhat, std::int32_t After,
                                                 powerpoint::TriState MatchCase,

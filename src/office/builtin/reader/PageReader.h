@@ -40,6 +40,9 @@ public:
     virtual std::size_t ShapeCount() = 0;
     virtual ShapeFacts Shape(std::size_t shape) = 0;
 
+    /// What a person calls the shape, for warnings. A format without names keeps this answer.
+    virtual String ShapeName(std::size_t /*shape*/) { return {}; }
+
     /// A hint that may spare a walk over the shapes: false only when no shape's text holds what is sought, whatever the
     /// case (see TextFilter). A format that has no quick way to tell keeps this answer.
     virtual bool MayHold(const SoughtText& /*sought*/) { return true; }

@@ -46,6 +46,7 @@ private:
         for (const Node element : parent.ChildElements()) {
             ShapeRecord record;
             if (ClassifyShape(document_, element, controls_, record)) {
+                record.offset = document_.OffsetOf(element);
                 record.body = ReadBody(element, record);
                 if (tree_.shapes.size() >= limits_.shapes)
                     throw Damage(part_, "it has too many shapes");

@@ -18,7 +18,8 @@ enum class Placeholder : std::uint8_t { None, Title, Header, Footer, SlideImage,
 
 /// One element of Shapes. Indices are into ShapeTree::bodies.
 struct ShapeRecord {
-    std::int32_t type = 0;  ///< MsoShapeType
+    std::int32_t type = 0;   ///< MsoShapeType
+    std::size_t offset = 0;  ///< Of its element in the part.
     Placeholder placeholder = Placeholder::None;
     bool hasTextFrame = false;
     std::optional<std::size_t> body;  ///< None with a text frame: an empty text, nothing to edit.

@@ -5,6 +5,7 @@
 
 #include "office/builtin/reader/Refusals.h"
 #include "office/builtin/shapes/LinkedObjects.h"
+#include "office/builtin/shapes/ShapeKind.h"
 #include "office/builtin/text/GatheredText.h"
 
 namespace tessarine::builtin
@@ -21,6 +22,13 @@ ShapeFacts ShapeTreePart::Shape(std::size_t shape)
 {
     const ShapeRecord& record = Shapes()[shape];
     return {record.type, record.hasTextFrame};
+}
+
+String ShapeTreePart::ShapeName(std::size_t shape)
+{
+    const std::size_t offset = Shapes()[shape].offset;
+    const XmlDocument& document = edits_.Document();
+    return FromUtf8(document.Attribute(NonVisualOf(document, document.ElementAt(offset)).drawing, "name"));
 }
 
 TextBody* ShapeTreePart::TextOf(std::size_t shape)

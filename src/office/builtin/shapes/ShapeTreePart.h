@@ -31,6 +31,7 @@ public:
 
     std::size_t ShapeCount() override { return Shapes().size(); }
     ShapeFacts Shape(std::size_t shape) override;
+    String ShapeName(std::size_t shape) override;  ///< `p:cNvPr` has it. Takes a copy of the part, as edits do.
     /// Shapes, Read and Body are good until Flush, after which the tree is read again.
     const std::vector<ShapeRecord>& Shapes() { return edits_.Tree().shapes; }
     /// All that is kept of the part. Raises `FileCorrupt` when it is first read and damaged.
