@@ -1,5 +1,6 @@
 #include "DeckOnDisk.h"
 #include "support/Fixtures.h"
+#include "support/WarningRecorder.h"
 
 namespace tessarine::test
 {
@@ -257,6 +258,20 @@ TEST(BuiltInPropertyPut, TakesTextsOfUpTo255Units)
                 FailsWith(FailureNumber::BadArgument, "too long"));
 
     EXPECT_EQ(TextAt(*presentation, 1), std::string(255, 'a'));
+}
+
+TEST(BuiltInPropertyPut, OfATooLongTextIsAWarningAsWell)
+{
+    const DeckOnDisk deck(fixtures::NoProperties());
+    const auto presentation = deck.Open();
+    const WarningRecorder warnings;
+
+    RaisedBy([&] { Property(*presentation, 1)->PutValue(String(256, u'a')); });
+
+    EXPECT_THAT(warnings.Warnings(), ElementsAre(testing::Pair(
+                                         deck.Path(),
+                                         "document property \"Title\": left as it is. The new text is too long: it has "
+                                         "256 characters, and PowerPoint takes at most 255")));
 }
 
 TEST(BuiltInPropertyPut, KeepsALongerTextThatIsPutBackUnchanged)

@@ -150,7 +150,13 @@ TEST(TargetOfANewAddress, MayBeAsLongAsTheLimitAndNoLonger)
 
     EXPECT_EQ(WriteTarget("http://b", longest, true), ToUtf8(longest));
     EXPECT_THAT(RaisedBy([&] { WriteTarget("http://b", longest + u"a", true); }),
-                FailsWith(FailureNumber::BadArgument, "The address is too long"));
+                FailsWith(FailureNumber::BadArgument, "The new address is too long"));
+}
+
+TEST(TargetOfANewAddress, IsCalledASourceWhereItIsOne)
+{
+    EXPECT_THAT(RaisedBy([&] { WriteTarget("file:///C:/a", String(2084, u'a'), false); }),
+                FailsWith(FailureNumber::BadArgument, "The new source is too long"));
 }
 
 TEST(TargetOfANewAddress, OfALinkedObjectKeepsANumberSign)

@@ -2,6 +2,7 @@
 #include "engine/SearchFunctions.h"
 #include "model/Project.h"
 #include "support/Fixtures.h"
+#include "support/WarningRecorder.h"
 
 namespace tessarine::test
 {
@@ -10,6 +11,7 @@ namespace
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Pair;
 
 const std::string links1 = "ppt/slides/_rels/slide1.xml.rels";
 
@@ -255,20 +257,38 @@ TEST(HyperlinkPut, OfNothingTakesALinkThatIsNoUrlAway)
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
 }
 
-TEST(HyperlinkPut, OfMoreThanTheLimitChangesNothing)
+TEST(HyperlinkPut, OfMoreThanTheLimitChangesNothingAndWarns)
 {
     const String tooLong = u"http://" + String(2083 - 6, u'a');
     const DeckOnDisk deck(
-        Deck().Slide(Linked(LinkTo(u"http://a")), Linked(LinkWithoutTarget().InvalidUrl(u"http://[a"))));
+        Deck().Slide().Slide(Linked(LinkTo(u"http://a")), Linked(LinkWithoutTarget().InvalidUrl(u"http://[a"))));
     const std::string before = deck.Bytes();
+    const WarningRecorder warnings;
 
     deck.Change([&](auto& presentation) {
-        for (const std::size_t link : {1u, 2u})
-            EXPECT_THAT(RaisedBy([&] { PutAddress(presentation, link, tooLong); }),
-                        FailsWith(FailureNumber::BadArgument, "too long"));
+        for (const auto& link : HyperlinksOf(presentation, 2))
+            link->PutAddress(tooLong);
     });
 
     EXPECT_EQ(deck.Bytes(), before);
+    const std::string reason =
+        ": left as it is. The new address is too long: it has 2084 characters, and PowerPoint takes at most 2083";
+    EXPECT_THAT(warnings.Warnings(), ElementsAre(Pair(deck.Path(), "slide 2, hyperlink to \"http://a\"" + reason),
+                                                 Pair(deck.Path(), "slide 2, hyperlink to \"http://[a\"" + reason)));
+}
+
+TEST(HyperlinkPut, OfMoreThanTheLimitKeepsNoOtherLinkFromItsPlace)
+{
+    const DeckOnDisk deck(Deck().Slide(Linked(LinkTo(u"http://a")), Linked(LinkTo(u"http://b"))));
+    const WarningRecorder warnings;
+
+    deck.Change([](auto& presentation) {
+        PutAddress(presentation, 1, String(3000, u'c'));
+        PutAddress(presentation, 2, u"http://d");
+    });
+
+    EXPECT_THAT(AddressesOf(*deck.Open()), ElementsAre("http://a", "http://d"));
+    EXPECT_EQ(warnings.Warnings().size(), 1u);
 }
 
 TEST(HyperlinkPut, OnAJumpToASlideIsRefused)

@@ -1,5 +1,6 @@
 #include "DeckOnDisk.h"
 #include "support/Fixtures.h"
+#include "support/WarningRecorder.h"
 
 namespace tessarine::test
 {
@@ -60,6 +61,22 @@ TEST(LinkedObject, PutChangesTheTargetAndBothBranchesFollow)
     EXPECT_THAT(OleLinksOf(after, 3), ElementsAre(u"https://contoso.sharepoint.com/a%20b.xlsx!Sheet1!R1C1"));
     EXPECT_THAT(EntriesThatDiffer(before, after),
                 ElementsAre("ppt/slides/_rels/slide1.xml.rels", "ppt/slides/_rels/slide3.xml.rels"));
+}
+
+TEST(LinkedObject, KeepsItsSourceWhereTheNewOneIsTooLong)
+{
+    const DeckOnDisk deck(Deck().Slide().Slide(TextBox(u"x"), LinkedOle(u"file:///C:\\a.xlsx").Named(u"Sales")));
+    const std::string before = deck.Bytes();
+    const WarningRecorder warnings;
+
+    deck.Change([](auto& presentation) { PutSource(presentation, 2, 2, u"C:\\" + String(2081, u'a')); });
+
+    EXPECT_EQ(deck.Bytes(), before);
+    EXPECT_THAT(warnings.Warnings(),
+                ElementsAre(testing::Pair(
+                    deck.Path(),
+                    "slide 2, shape 2 \"Sales 3\": left as it is. The new source is too long: it has 2084 characters, "
+                    "and PowerPoint takes at most 2083")));
 }
 
 TEST(LinkedObject, MaySwitchBetweenPathAndWebAddress)

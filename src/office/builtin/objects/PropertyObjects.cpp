@@ -1,8 +1,10 @@
 #include "office/builtin/objects/PropertyObjects.h"
 
 #include "office/builtin/objects/BuiltInPropertyRules.h"
+#include "office/builtin/objects/TooLong.h"
 #include "office/builtin/reader/Refusals.h"
 #include "platform/CheckedInteger.h"
+#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {
@@ -58,11 +60,20 @@ public:
         if (!rule_.isWritable)
             throw PropertyCannotChange(rule_.name);
         if (text.size() > longestBuiltInText)
-            throw Failure(FailureNumber::BadArgument, u"DocumentProperty (unknown member) : The text is too long.");
+            FailAsTooLong(text);
         file_->Reader().BuiltIn().Put(property_, text);
     }
 
 private:
+    /// The search passes over the failures of built-in properties, so that this one is told of here.
+    [[noreturn]] void FailAsTooLong(const String& text)
+    {
+        const String reason = u"The new text is too long: it has " + NumeralOf(text.size()) +
+                              u" characters, and PowerPoint takes at most " + NumeralOf(longestBuiltInText);
+        Warn(file_->Path(), u"document property \"" + String(rule_.name) + u"\": left as it is. " + reason);
+        throw Failure(FailureNumber::BadArgument, reason);
+    }
+
     OpenFileReference file_;
     BuiltInProperty property_;
     const BuiltInPropertyRule& rule_;

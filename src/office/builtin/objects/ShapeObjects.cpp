@@ -4,8 +4,10 @@
 
 #include "office/builtin/objects/ListObject.h"
 #include "office/builtin/objects/TextRanges.h"
+#include "office/builtin/objects/TooLong.h"
 #include "platform/Failure.h"
 #include "platform/ParagraphBreaks.h"
+#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {
@@ -28,8 +30,8 @@ class ShapeObject final : public powerpoint::Shape,
                           public std::enable_shared_from_this<ShapeObject>
 {
 public:
-    ShapeObject(OpenFileReference file, PageReader& page, std::size_t shape)
-        : file_(std::move(file)), page_(page), shape_(shape)
+    ShapeObject(OpenFileReference file, PageReader& page, std::size_t slide, std::size_t shape)
+        : file_(std::move(file)), page_(page), slide_(slide), shape_(shape)
     {
     }
 
@@ -54,10 +56,10 @@ public:
         return shared_from_this();
     }
 
-    // The whole text, whatever has been edited since it was asked for.
-    std::shared_ptr<powerpoint::TextRange> TextRange() override { return shared_from_this(); }
     String Name() override { return page_.ShapeName(shape_); }
 
+    // The whole text, whatever has been edited since it was asked for.
+    std::shared_ptr<powerpoint::TextRange> TextRange() override { return shared_from_this(); }
 
     std::shared_ptr<powerpoint::TextRange> Find(const String& FindWhat, std::int32_t After,
                                                 powerpoint::TriState MatchCase,
@@ -90,19 +92,31 @@ public:
     {
         // Putting what is there is no edit.
         if (page_.LinkSource(shape_) != value)
-            page_.PutLinkSource(shape_, value);
+            PutUnlessTooLong(
+                *file_, [&] { return Place(); }, [&] { page_.PutLinkSource(shape_, value); });
     }
 
 private:
+    /// For warnings: "slide 2, shape 3 "Object 1"".
+    String Place()
+    {
+        const String page = slide_ == 0 ? String() : u"slide " + NumeralOf(slide_) + u", ";
+        return page + u"shape " + NumeralOf(shape_ + 1) + u' ' + QuotedName(Name());
+    }
+
     OpenFileReference file_;
     PageReader& page_;
+    std::size_t slide_;  // its number, from 1
     std::size_t shape_;
 };
 
 class ShapesObject final : public ListObject<powerpoint::Shape>
 {
 public:
-    ShapesObject(OpenFileReference file, PageReader& page) : file_(std::move(file)), page_(page) {}
+    ShapesObject(OpenFileReference file, PageReader& page, std::size_t slide)
+        : file_(std::move(file)), page_(page), slide_(slide)
+    {
+    }
 
     bool MayHoldText(const String& text) override { return page_.MayHold(file_->Sought(text)); }
 
@@ -114,20 +128,21 @@ protected:
         shapes.reserve(count);
         for (std::size_t shape = 0; shape < count; ++shape)
             // By index alone: nothing of a shape is kept here, so that edits show at once.
-            shapes.push_back(std::make_shared<ShapeObject>(file_, page_, shape));
+            shapes.push_back(std::make_shared<ShapeObject>(file_, page_, slide_, shape));
         return shapes;
     }
 
 private:
     OpenFileReference file_;
     PageReader& page_;
+    std::size_t slide_;
 };
 
 }  // namespace
 
-std::shared_ptr<powerpoint::Shapes> MakeShapes(OpenFileReference file, PageReader& page)
+std::shared_ptr<powerpoint::Shapes> MakeShapes(OpenFileReference file, PageReader& page, std::size_t slide)
 {
-    return std::make_shared<ShapesObject>(std::move(file), page);
+    return std::make_shared<ShapesObject>(std::move(file), page, slide);
 }
 
 }  // namespace tessarine::builtin

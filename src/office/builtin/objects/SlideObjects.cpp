@@ -34,7 +34,7 @@ public:
     std::shared_ptr<powerpoint::Shapes> Shapes() override
     {
         if (!shapes_)
-            shapes_ = MakeShapes(file_, Page());
+            shapes_ = MakeShapes(file_, Page(), slide_ + 1);
         return shapes_;
     }
 
@@ -44,7 +44,7 @@ public:
     }
 
     // Made anew each time, as edits of texts may remove links.
-    std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() override { return MakeHyperlinks(file_, Page()); }
+    std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() override { return MakeHyperlinks(file_, Page(), slide_ + 1); }
 
     std::shared_ptr<powerpoint::SlideRange> NotesPage() override
     {

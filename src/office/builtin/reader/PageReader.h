@@ -59,7 +59,8 @@ public:
     /// Where the object in a shape of type `msoLinkedOLEObject` is linked from ("C:\Sales\Book.xlsx!Sheet1!R1C1").
     virtual String LinkSource(std::size_t shape) = 0;
 
-    /// Never called with the source that is there. Raises `Unspecified` where the format can't store another.
+    /// Never called with the source that is there. Raises `Unspecified` where the format can't store another, and
+    /// `BadArgument` for one that is too long.
     virtual void PutLinkSource(std::size_t shape, const String& source) = 0;
 
     /// The text of the page's header or footer; nothing when the page shows none.

@@ -159,16 +159,19 @@ bool IsFileAddress(StringView address)
     return !HasScheme(address);
 }
 
-void CheckAddressLength(StringView address)
+void CheckAddressLength(StringView address, bool withFragment)
 {
+    const auto numeral = [](std::size_t number) { return FromUtf8(std::to_string(number)); };
     if (address.size() > longestAddress)
-        throw Failure(FailureNumber::BadArgument,
-                      u"The address is too long: that of a link, or of a linked object, has at most 2083 characters");
+        throw Failure(FailureNumber::BadArgument, String(withFragment ? u"The new address" : u"The new source") +
+                                                      u" is too long: it has " + numeral(address.size()) +
+                                                      u" characters, and PowerPoint takes at most " +
+                                                      numeral(longestAddress));
 }
 
 std::string WriteTarget(std::string_view oldTarget, StringView address, bool withFragment)
 {
-    CheckAddressLength(address);
+    CheckAddressLength(address, withFragment);
     const Parts old = TakeApart(oldTarget, withFragment);
     if (address == old.address)
         return std::string(oldTarget);

@@ -76,7 +76,7 @@ void Hyperlinks::PutAddress(std::size_t index, const String& address)
             Remove(link);
             return;
         }
-        CheckAddressLength(address);
+        CheckAddressLength(address, true);
         target.invalidUrl = ToUtf8(address);
         Retarget(link, target);
         return;
