@@ -137,7 +137,11 @@ public:
         return behind_->LinkFormat();
     }
 
-    String Name() override { return behind_->Name(); }  // for warnings alone, so that its failure changes nothing
+    String Name() override
+    {
+        line_.Read("Shape.Name");
+        return behind_->Name();
+    }
 };
 
 class SlideObject final : public Wrapped<powerpoint::Slide>
