@@ -25,10 +25,11 @@ String QuotedName(StringView name)
 {
     // In UTF-16 units.
     constexpr std::size_t longest = 80;
+    String quoted(u"\"");
     if (name.size() <= longest)
-        return u'"' + String(name) + u'"';
+        return quoted.append(name).append(u"\"");
     const std::size_t end = DividesPair(name, longest) ? longest - 1 : longest;
-    return u'"' + String(name.substr(0, end)) + u"...\"";
+    return quoted.append(name.substr(0, end)).append(u"...\"");
 }
 
 void Warn(const String& path, const String& text) noexcept
