@@ -161,5 +161,62 @@ INSTANTIATE_TEST_SUITE_P(Every, NotesPageType,
                                          Damage{"Empty", "\"" + notesType + "\"", "\"\""}),
                          [](const auto& tested) { return tested.param.name; });
 
+struct MovedNotes {
+    std::string name;
+    std::string part;          ///< Its name now, below "ppt/".
+    std::string contentTypes;  ///< What [Content_Types].xml says of it.
+};
+
+void PrintTo(const MovedNotes& moved, std::ostream* out)
+{
+    *out << moved.name;
+}
+
+class NotesPageElsewhere : public testing::TestWithParam<MovedNotes>
+{
+};
+
+TEST_P(NotesPageElsewhere, IsFoundByTheSlide)
+{
+    const MovedNotes& moved = GetParam();
+    const DeckOnDisk deck(
+        TwoSlides()
+            .Edit("[Content_Types].xml", notesOverride, moved.contentTypes)
+            .Edit("ppt/slides/_rels/slide2.xml.rels", "../notesSlides/notesSlide1.xml", "../" + moved.part)
+            .Rename(notes1, "ppt/" + moved.part));
+    const auto presentation = deck.Open();
+
+    EXPECT_TRUE(presentation->NotesMayHoldText(u"note"));
+    EXPECT_EQ(All(SlideOf(*presentation, 2)->NotesPage()->Shapes()).size(), 1u);
+}
+
+std::vector<MovedNotes> PlacesOfNotes()
+{
+    const std::string presentationType = "application/vnd.openxmlformats-officedocument.presentationml.";
+    std::vector<MovedNotes> moved;
+    for (const auto& [place, part] : {std::pair("Pages", "pages/n1.xml"), std::pair("Slides", "slides/notes1.xml"),
+                                      std::pair("Root", "n1.xml"), std::pair("Layouts", "slideLayouts/n1.xml"),
+                                      std::pair("Data", "pages/n1.dat"), std::pair("Folder", "notesSlides/n1.png")}) {
+        const auto add = [&](const std::string& name, const std::string& type) {
+            moved.push_back({name + "In" + place, part,
+                             type.empty() ? ""
+                                          : "<Override PartName=\"/ppt/" + std::string(part) + "\" ContentType=\"" +
+                                                type + "\"/>"});
+        };
+        add("NoType", "");
+        add("AnyXml", "application/xml");
+        add("Slide", presentationType + "slide+xml");
+        add("Master", presentationType + "slideMaster+xml");
+        add("Theme", "application/vnd.openxmlformats-officedocument.theme+xml");
+        add("PlainText", "text/plain");
+        add("Bytes", "application/octet-stream");
+        add("Nonsense", "notes");
+    }
+    return moved;
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, NotesPageElsewhere, testing::ValuesIn(PlacesOfNotes()),
+                         [](const auto& tested) { return tested.param.name; });
+
 }  // namespace
 }  // namespace tessarine::test

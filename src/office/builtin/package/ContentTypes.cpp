@@ -83,14 +83,11 @@ std::vector<std::string_view> ContentTypes::PartsOfType(std::string_view type) c
     return names;
 }
 
-std::vector<std::string_view> ContentTypes::PartsWithOverride() const
+const std::vector<ContentTypes::Type>& ContentTypes::Overrides() const
 {
     if (!isRead_)
         Read();
-    std::vector<std::string_view> names;
-    for (const Type& entry : overrides_)
-        names.push_back(entry.name);
-    return names;
+    return overrides_;
 }
 
 std::string ContentTypes::DefaultOf(std::string_view extension) const

@@ -20,6 +20,11 @@ namespace tessarine::builtin
 class ContentTypes
 {
 public:
+    struct Type {
+        std::string_view name;  ///< Of the part or the extension, as written.
+        std::string_view type;  ///< As written.
+    };
+
     static constexpr std::string_view entryName = "[Content_Types].xml";
 
     /// `bytes` is the part as UTF-8. It is not looked at yet.
@@ -35,8 +40,8 @@ public:
     /// The names, as written, of the parts that an override gives this type (in lower case). Raises as TypeOf does.
     std::vector<std::string_view> PartsOfType(std::string_view type) const;
 
-    /// The names, as written, of the parts that have an override.
-    std::vector<std::string_view> PartsWithOverride() const;
+    /// The parts that have an override, in the file's order. Good until the object ends.
+    const std::vector<Type>& Overrides() const;
 
     /// The type of the parts with an extension that have no override; "" for none. In lower case, without parameters.
     std::string DefaultOf(std::string_view extension) const;
@@ -54,11 +59,6 @@ public:
     std::string Bytes() const;  ///< The part with the edits made, in UTF-8. Raises as EditedPart does.
 
 private:
-    struct Type {
-        std::string_view name;  ///< Of the part or the extension.
-        std::string_view type;  ///< As written.
-    };
-
     /// Fills overrides_ and defaults_. Raises `FileCorrupt`.
     void Read() const;
 

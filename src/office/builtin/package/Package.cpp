@@ -83,27 +83,27 @@ std::vector<Package::Entry> Package::PartsOfType(std::string_view type)
     return parts;
 }
 
-std::vector<Package::Entry> Package::PartsOfUnknownType()
+bool Package::HasPart(const std::function<bool(Entry, std::string_view name, std::string_view type)>& test)
 {
     const ContentTypes& types = Types();
-    std::vector<bool> isKnown(EntryCount());
-    for (const std::string_view name : types.PartsWithOverride())
-        if (const auto entry = Find(name))
-            isKnown[*entry] = true;
-    std::map<std::string_view, bool> tellsNothing;  // by extension, of which there are few
-    std::vector<Entry> parts;
+    std::vector<std::optional<std::string_view>> overrides(EntryCount());
+    for (const ContentTypes::Type& part : types.Overrides())
+        if (const auto entry = Find(part.name); entry && !overrides[*entry])
+            overrides[*entry] = part.type;
+    std::map<std::string_view, std::string> defaults;  // by extension, of which there are few
     for (Entry entry = 0; entry < EntryCount(); ++entry) {
-        if (isKnown[entry])
-            continue;
-        const auto [extension, isNew] = tellsNothing.try_emplace(ExtensionOf(NameOf(entry)));
-        if (isNew) {
-            const std::string type = types.DefaultOf(extension->first);
-            extension->second = type.empty() || type == "application/xml" || type == "text/xml";
+        const std::string_view name = NameOf(entry);
+        std::optional<std::string_view> type = overrides[entry];
+        if (!type) {
+            const auto [extension, isNew] = defaults.try_emplace(ExtensionOf(name));
+            if (isNew)
+                extension->second = types.DefaultOf(extension->first);
+            type = extension->second;
         }
-        if (extension->second && NameOf(entry) != ContentTypes::entryName)
-            parts.push_back(entry);
+        if (test(entry, name, *type))
+            return true;
     }
-    return parts;
+    return false;
 }
 
 std::optional<Package::Entry> Package::Follow(std::optional<Entry> source, const Relationship* relationship) const

@@ -48,9 +48,9 @@ public:
     /// The parts that have this content type (in lower case), in ascending order.
     std::vector<Entry> PartsOfType(std::string_view type);
 
-    /// The parts that may be anything: no override names their type, and the default of their extension is none or that
-    /// of any XML.
-    std::vector<Entry> PartsOfUnknownType();
+    /// Whether `test` says yes to an entry, given with its name and content type: its override as written, else the
+    /// default of its extension in lower case, else "".
+    bool HasPart(const std::function<bool(Entry, std::string_view name, std::string_view type)>& test);
     std::size_t EntryCount() const { return directory_.Entries().size(); }
 
     /// The part that a relationship of another part (of the package, without one) points to; nothing for no

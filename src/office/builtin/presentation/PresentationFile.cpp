@@ -7,7 +7,7 @@
 #include <variant>
 
 #include "office/builtin/limits/Damage.h"
-#include "office/builtin/package/PartName.h"
+#include "office/builtin/presentation/UsualPlaces.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "platform/Failure.h"
 #include "platform/Treatments.h"
@@ -127,8 +127,8 @@ PageReader* PresentationFile::NotesPage(std::size_t slide)
     return notes ? &Part(*notes) : nullptr;
 }
 
-/// All there are, by their content type (ECMA-376 13.3.5): found without reading the relationships of every slide,
-/// unless one of them may have another type or none.
+/// All there are, by their content type (ECMA-376 13.3.5). The relationships of all slides, of which to read them costs
+/// as much as a few slides, are asked only where one of them may have another type or none.
 const std::vector<Package::Entry>& PresentationFile::NotesPages()
 {
     if (notesPages_)
@@ -146,22 +146,16 @@ const std::vector<Package::Entry>& PresentationFile::NotesPages()
 
 bool PresentationFile::TypesMayHideNotesPages()
 {
-    const auto startsWith = [](std::string_view name, std::string_view folder) {
-        return name.size() >= folder.size() && PartNameEqual()(name.substr(0, folder.size()), folder);
-    };
-    // Data of other programs, in nearly every package of which such a part is.
-    const auto isOtherData = [&](Package::Entry entry) { return startsWith(package_.NameOf(entry), "customXml/"); };
-    if (!std::ranges::all_of(package_.PartsOfUnknownType(), isOtherData))
-        return true;
-    // A part in the folder of notes pages that says it is something else.
-    constexpr std::string_view folder = "ppt/notesSlides/";
-    for (Package::Entry entry = 0; entry < package_.EntryCount(); ++entry) {
-        const std::string_view name = package_.NameOf(entry);
-        if (startsWith(name, folder) && name.find('/', folder.size()) == std::string_view::npos &&
-            !std::ranges::binary_search(*notesPages_, entry))
-            return true;
-    }
-    return false;
+    std::vector<bool> isKnown(package_.EntryCount());
+    for (const std::vector<Package::Entry>* list : {&slides_, &masters_, &*notesPages_})
+        for (const Package::Entry entry : *list)
+            isKnown[entry] = true;
+    for (const std::optional<Package::Entry>& master : {notesMaster_, handoutMaster_})
+        if (master)
+            isKnown[*master] = true;
+    return package_.HasPart([&](Package::Entry entry, std::string_view name, std::string_view type) {
+        return !isKnown[entry] && !IsInUsualPlace(name, type);
+    });
 }
 
 std::optional<std::size_t> PresentationFile::DesignOfSlide(std::size_t slide)

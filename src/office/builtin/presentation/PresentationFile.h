@@ -73,7 +73,7 @@ private:
                                            Package::Entry main);
     ShapeTreePart& Part(Package::Entry entry);        ///< The one object for a part, made when it is first asked for.
     const std::vector<Package::Entry>& NotesPages();  ///< Found when first asked for.
-    /// Whether a notes page may be among the parts that have another type, or none.
+    /// Whether a notes page may be among the parts that have another type, or none (see UsualPlaces.h).
     bool TypesMayHideNotesPages();
     /// In front of all these parts. Reads none of them.
     GroupFilter FilterOf(const std::vector<Package::Entry>& entries);
