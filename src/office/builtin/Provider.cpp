@@ -30,9 +30,11 @@ std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes
                 u"The presentation is encrypted and needs a password to be opened; save it without the password "
                 u"first");
         case FileKind::BinaryPresentation:
-            throw NotAPresentation("binary presentation, not supported by the built-in engine yet");
+            throw NotAPresentation(
+                "The file is a binary presentation (.ppt), which is not supported yet; save it as .pptx first");
         case FileKind::OldPresentation:
-            throw NotAPresentation("The file is a presentation of PowerPoint 95 or earlier");
+            throw NotAPresentation(
+                "The file is a presentation of PowerPoint 95 or earlier; save it as .pptx with a newer version first");
         case FileKind::OtherCompound:
             throw NotAPresentation("The file is some other Office document, not a presentation");
         case FileKind::FlatPackage:

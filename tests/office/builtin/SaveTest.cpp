@@ -359,6 +359,20 @@ TEST(Save, TellsWhetherItHadEditsToWrite)
     EXPECT_EQ(presentation->HasSavedChanges(), true);
 }
 
+TEST(Save, WarnsOfAMarkAsFinalThatTheJobItselfReplaced)
+{
+    const DeckOnDisk deck(Deck().Slide(Title(u"x")).MarkAsFinal());
+    const WarningRecorder warnings;
+
+    deck.Change([](auto& presentation) {
+        PropertyOf(*presentation.CustomDocumentProperties(), u"_MarkAsFinal")->PutValue(String(u"Trzqe"));
+    });
+
+    EXPECT_THAT(warnings.Warnings(),
+                testing::ElementsAre(
+                    testing::Pair(deck.Path(), "is marked as final by its author, and was changed all the same")));
+}
+
 TEST(Open, WarnsOfANameThatTwoEntriesHave)
 {
     const DeckOnDisk deck(

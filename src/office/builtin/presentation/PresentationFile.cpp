@@ -249,6 +249,8 @@ void PresentationFile::Save(StringView path)
     FollowTitles(titles, path);
     if (builtIn_)
         builtIn_->Flush();
+    // Before its own edits are handed on: a replacement in all properties may turn the mark into a text.
+    const bool wasFinal = custom_ && IsMarkedAsFinal();
     if (custom_)
         custom_->Flush();
     // Only now: removing signatures is a change itself.
@@ -257,7 +259,7 @@ void PresentationFile::Save(StringView path)
         throw Failure(FailureNumber::PermissionDenied,
                       u"The file has a digital signature, which a change would remove; it was left as it is.");
     // Before the save: after one into the file itself nothing can be read any more.
-    const bool isFinal = isChanged && IsMarkedAsFinal();
+    const bool isFinal = isChanged && (wasFinal || IsMarkedAsFinal());
     const bool isSigned = isChanged && DropSignatures();
     package_.Save(path);
     hasSavedChanges_ = isChanged;
@@ -289,7 +291,8 @@ bool PresentationFile::IsMarkedAsFinal()
     bool isFinal = false;
     // Properties that can't be read were none of the job's business, or have failed it before.
     Skip([&] {
-        CustomPropertiesReader& properties = Custom();
+        // Read anew, as the package has it: edits of the properties are not in it yet.
+        const CustomPropertyPart properties(package_);
         for (std::size_t i = 0; i < properties.Count(); ++i) {
             if (properties.NameOf(i) != u"_MarkAsFinal")
                 continue;
