@@ -52,8 +52,10 @@ String WithoutPath(StringView text, StringView path)
             rest.remove_prefix(2);  // "/decks/a.pptx: The file is damaged"
         } else if (result.ends_with(u": ") && rest.empty()) {
             result.resize(result.size() - 2);  // "The file ends too early: /decks/a.pptx"
-        } else if (result.empty() || result.ends_with(u"The file ") || result.ends_with(u") ")) {
-            // "/decks/a.pptx is in use", "The file /decks/a.pptx is in the way", "Can't open (it is locked) ...".
+        } else if (result.empty()) {
+            result = u"The file";  // ""/decks/a.pptx" is in use"
+        } else if (result.ends_with(u"The file ") || result.ends_with(u") ")) {
+            // "The file /decks/a.pptx is in the way", "Can't open (it is locked) "/decks/a.pptx": Text file busy".
             if (rest.starts_with(u' '))
                 rest.remove_prefix(1);
             else if (result.ends_with(u' '))

@@ -28,7 +28,7 @@ INSTANTIATE_TEST_SUITE_P(
         ReasonCase{"InFront", u"/d/a.pptx: The file is damaged", u"The file is damaged"},
         ReasonCase{"AtTheEnd", u"The file ends too early: /d/a.pptx", u"The file ends too early"},
         ReasonCase{"AsSubject", u"The file /d/a.pptx is in the way", u"The file is in the way"},
-        ReasonCase{"AsQuotedSubject", u"\"/d/a.pptx\" is in use by another run", u"is in use by another run"},
+        ReasonCase{"AsQuotedSubject", u"\"/d/a.pptx\" is in use by another run", u"The file is in use by another run"},
         ReasonCase{"AsQuotedObject", u"Can't save \"/d/a.pptx\": Permission denied",
                    u"Can't save it: Permission denied"},
         ReasonCase{"AfterANote", u"Can't open (it is locked) \"/d/a.pptx\": Text file busy",
