@@ -54,12 +54,16 @@ TYPED_TEST(ByteBlockTest, MarksTheBytesThatMatch)
     EXPECT_EQ(block.TopBits(), 0b1000'0000'1100'0000u);
 }
 
-TYPED_TEST(ByteBlockTest, TellsControlsAndBytesBeyondAscii)
+TYPED_TEST(ByteBlockTest, ComparesBytesAsSignedNumbers)
 {
     const TypeParam block(" ~\x7F\x1F\x80\xFF<>\tabcdefg");
+    const TypeParam edges("\x7F\x80\xBF\xC0\xC1\xDF\xE0\xFF          ");
 
-    EXPECT_EQ(block.NotPrintable().TopBits(), 0b0000'0001'0011'1000u);
-    EXPECT_EQ((block.NotPrintable() | TypeParam::None()).TopBits(), block.NotPrintable().TopBits());
+    EXPECT_EQ(block.LessThan(' ').TopBits(), 0b0000'0001'0011'1000u);
+    EXPECT_EQ(edges.LessThan('\xC0').TopBits(), 0b0000'0110u);
+    EXPECT_EQ(edges.LessThan('\xE0').TopBits(), 0b0011'1110u);
+    EXPECT_EQ(edges.GreaterThan('@').TopBits(), 0b0000'0001u);
+    EXPECT_EQ(edges.GreaterThan('\xBF').TopBits(), 0b1111'1111'1111'1001u);
 }
 
 TYPED_TEST(ByteBlockTest, WritesCapitalLettersSmallAndAllElseAsItIs)

@@ -26,7 +26,7 @@ std::size_t FoldPlainCharacters(std::string_view content, std::size_t from, std:
         if (lead < 0x80) {
             if (lead == '&' || lead == '<')
                 return from;
-            *target++ = FoldCase(static_cast<char16_t>(lead));
+            *target++ = static_cast<char16_t>(lead >= 'A' && lead <= 'Z' ? lead + ('a' - 'A') : lead);
             ++from;
         } else if (lead >= 0xC2 && lead < 0xE0 && isTrail(from + 1)) {
             *target++ = FoldCaseWidely(static_cast<char16_t>((lead & 0x1F) << 6 | (byte(from + 1) & 0x3F)));

@@ -7,6 +7,7 @@
 #include "office/builtin/text/TagScan.h"
 #include "office/builtin/xml/ByteBlock.h"
 #include "office/builtin/xml/XmlCharacters.h"
+#include "office/builtin/xml/XmlScanner.h"
 
 namespace tessarine::builtin
 {
@@ -15,11 +16,6 @@ namespace
 {
 
 constexpr std::size_t none = std::string_view::npos;
-
-bool IsSpace(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
 
 bool EndsName(char c)
 {
@@ -98,8 +94,9 @@ public:
     std::optional<String> Gather()
     {
         // Found faster one by one than by the pass over all bytes, as most parts have few.
+        // In comments and the like they would be allowed, but with these the part is read anyway.
         for (std::size_t at = xml_.find('&'); at != none && !needsReading_; at = xml_.find('&', at + 1))
-            needsReading_ = CheckCharacters(xml_, at, at + 1, Ampersands::BeginReferences).fault != nullptr;
+            needsReading_ = CheckCharacter(xml_, at, Ampersands::BeginReferences).fault != nullptr;
         const TagTotals totals = ScanTags(
             xml_,
             [&](std::size_t at, const auto& depth) {
@@ -114,12 +111,10 @@ public:
     }
 
 private:
-    /// What makes a part no XML must not go unseen where nobody reads it. In comments and the like an "&" would be
-    /// allowed, but with these the part is read anyway.
+    /// What makes a part no XML must not go unseen where nobody reads it. The "&" were looked at before.
     void Check(std::size_t from, std::size_t to)
     {
-        const CharacterCheck checked =
-            CheckCharacters(xml_, std::max(from, checkedTo_), to, Ampersands::BeginReferences);
+        const CharacterCheck checked = CheckCharacters(xml_, std::max(from, checkedTo_), to, Ampersands::AreText);
         checkedTo_ = checked.end;
         needsReading_ = needsReading_ || checked.fault != nullptr;
     }
@@ -184,7 +179,8 @@ private:
     std::string_view prefix_;     // of all names, with its colon
     std::string usualEnd_;        // the tags after a text
     std::size_t lastText_ = 0;    // where the last text ended
-    std::size_t checkedTo_ = 0;   // after the last character that was checked, which may reach into the next stretch
+    std::size_t checkedTo_ =
+        0;  // after the last character that was checked, which may lie after what is looked at next
     std::ptrdiff_t lastDepth_ = 0;
     bool needsReading_ = false;
 };

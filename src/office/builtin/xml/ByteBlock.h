@@ -30,16 +30,21 @@ public:
         return Made([&](std::size_t i) { return bytes_[i] == static_cast<std::uint8_t>(c) ? 0xFF : 0; });
     }
 
-    /// 0xFF for each byte that is a control character or beyond ASCII, 0 for the others.
-    PlainBlock NotPrintable() const
+    /// 0xFF for each byte that is greater than `c` as a signed number, 0 for the others: bytes beyond ASCII, 0x80 to
+    /// 0xFF, stand for -128 to -1.
+    PlainBlock GreaterThan(char c) const
     {
-        return Made([&](std::size_t i) { return bytes_[i] < 0x20 || bytes_[i] >= 0x80 ? 0xFF : 0; });
+        return Made([&](std::size_t i) {
+            return static_cast<std::int8_t>(bytes_[i]) > static_cast<std::int8_t>(c) ? 0xFF : 0;
+        });
     }
-
-    /// 0 for each byte: nothing matches.
-    static PlainBlock None()
+    /// Has the highest bit of a byte set when that byte is less than `c` as a signed number: bytes beyond ASCII, 0x80
+    /// to 0xFF, stand for -128 to -1. `c` is not '\0'.
+    PlainBlock LessThan(char c) const
     {
-        return Made([](std::size_t) { return 0; });
+        return Made([&](std::size_t i) {
+            return static_cast<std::int8_t>(bytes_[i]) < static_cast<std::int8_t>(c) ? 0x80 : 0;
+        });
     }
 
     /// Bit by bit; of two results of Matches, the bytes that one or the other matches.
@@ -128,9 +133,10 @@ public:
     explicit Sse2Block(const char* bytes) : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
 
     Sse2Block Matches(char c) const { return Sse2Block(_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(c))); }
-    /// Bytes beyond ASCII are below 0x20, too, when their sign counts.
-    Sse2Block NotPrintable() const { return Sse2Block(_mm_cmplt_epi8(bytes_, _mm_set1_epi8(0x20))); }
-    static Sse2Block None() { return Sse2Block(_mm_setzero_si128()); }
+    Sse2Block GreaterThan(char c) const { return Sse2Block(_mm_cmpgt_epi8(bytes_, _mm_set1_epi8(c))); }
+    /// The sign of the difference, where one that doesn't fit becomes -128 or 127. One instruction less than what
+    /// compilers make of a comparison.
+    Sse2Block LessThan(char c) const { return Sse2Block(_mm_subs_epi8(bytes_, _mm_set1_epi8(c))); }
     Sse2Block operator|(const Sse2Block& other) const { return Sse2Block(_mm_or_si128(bytes_, other.bytes_)); }
     Sse2Block operator&(const Sse2Block& other) const { return Sse2Block(_mm_and_si128(bytes_, other.bytes_)); }
     std::uint32_t TopBits() const { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes_)); }

@@ -1,6 +1,8 @@
 #include "office/builtin/xml/XmlCharacters.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 
 #include "office/builtin/xml/ByteBlock.h"
 #include "platform/Utf16.h"
@@ -68,6 +70,40 @@ std::size_t LengthOfCharacter(std::string_view text)
     return 0;
 }
 
+constexpr std::size_t longestCharacter = 4;
+
+/// How many bytes of a block, from its first on, are whole characters that XML can hold, as far as a look at all bytes
+/// together tells. The first byte begins a character. `odd` has a bit for each byte to stop at.
+std::size_t WholeCharacters(const ByteBlock& bytes, std::uint32_t odd)
+{
+    const std::uint32_t beyondAscii = bytes.TopBits();
+    if (const std::uint32_t controls = bytes.LessThan(' ').TopBits() & ~beyondAscii; controls != 0)
+        odd |= controls & ~(bytes.Matches('\n') | bytes.Matches('\r') | bytes.Matches('\t')).TopBits();
+
+    const std::uint32_t following = bytes.LessThan('\xC0').TopBits() & beyondAscii;
+    const std::uint32_t leads = beyondAscii & ~following;
+    const std::uint32_t leadsOfThree = leads & ~bytes.LessThan('\xE0').TopBits();
+    // Those below are for shorter forms than needed, those beyond for characters of four bytes or none.
+    odd |= leads & (bytes.LessThan('\xC2').TopBits() | ~bytes.LessThan('\xF0').TopBits());
+
+    std::uint32_t wrong = following ^ (leads << 1 | leadsOfThree << 2);
+    const ByteBlock special[]{bytes.Matches('\xE0'), bytes.Matches('\xED'), bytes.Matches('\xEF')};
+    if ((special[0] | special[1] | special[2]).TopBits() != 0) {
+        const std::uint32_t below = bytes.LessThan('\xA0').TopBits();
+        wrong |= following & below & special[0].TopBits() << 1;                // a shorter form than needed
+        wrong |= following & ~below & special[1].TopBits() << 1;               // a surrogate
+        wrong |= bytes.Matches('\xBF').TopBits() & special[2].TopBits() << 1;  // perhaps U+FFFE or U+FFFF
+    }
+    if ((wrong | odd) == 0)
+        return ByteBlock::size;
+    const auto first = static_cast<std::size_t>(std::countr_zero(wrong | odd));
+    const std::uint32_t leadsBefore = leads & ((std::uint32_t{1} << first) - 1);
+    // What is wrong with a byte that follows a lead, or is missing after the block, is wrong with that character.
+    if ((wrong >> first & 1) == 0 || leadsBefore == 0)
+        return first;
+    return static_cast<std::size_t>(std::bit_width(leadsBefore)) - 1;
+}
+
 }  // namespace
 
 std::optional<Reference> ReadReference(std::string_view text)
@@ -95,38 +131,42 @@ std::optional<Reference> ReadReference(std::string_view text)
     return Reference{*c, semicolon + 1};
 }
 
+CharacterCheck CheckCharacter(std::string_view xml, std::size_t at, Ampersands ampersands)
+{
+    const auto c = static_cast<unsigned char>(xml[at]);
+    if (c >= 0x80) {
+        const std::size_t length = LengthOfCharacter(xml.substr(at));
+        return length == 0 ? CharacterCheck{at, "it holds bytes that are no text"} : CharacterCheck{at + length};
+    }
+    if (c == '&' && ampersands == Ampersands::BeginReferences) {
+        const auto reference = ReadReference(xml.substr(at));
+        if (!reference || !IsXmlCharacter(reference->codePoint))
+            return {at, "an \"&\" stands for no character"};
+        return {at + reference->length};
+    }
+    if (!IsXmlCharacter(c))
+        return {at, "it holds a control character"};
+    return {at + 1};
+}
+
 CharacterCheck CheckCharacters(std::string_view xml, std::size_t from, std::size_t to, Ampersands ampersands)
 {
-    std::size_t at = from;
-    while (at < to) {
-        if (at + ByteBlock::size <= xml.size()) {
-            const ByteBlock bytes(xml.data() + at);
-            if ((bytes.NotPrintable() | bytes.Matches('&')).TopBits() == 0) {
-                at += ByteBlock::size;
+    const bool stopsAtAmpersands = ampersands == Ampersands::BeginReferences;
+    CharacterCheck last{from};
+    while (last.end < to && last.fault == nullptr) {
+        if (last.end + ByteBlock::size <= xml.size()) {
+            const ByteBlock bytes(xml.data() + last.end);
+            const std::uint32_t stops = stopsAtAmpersands ? bytes.Matches('&').TopBits() : 0;
+            const bool isPlain = (stops | bytes.LessThan(' ').TopBits()) == 0;
+            const std::size_t whole = isPlain ? ByteBlock::size : WholeCharacters(bytes, stops);
+            last.end += whole;
+            // One that begins later may have its end after the block.
+            if (whole > ByteBlock::size - longestCharacter || last.end >= to)
                 continue;
-            }
         }
-        // One by one up to the end of the block, most of whose bytes are plain all the same.
-        for (const std::size_t end = std::min(at + ByteBlock::size, to); at < end;) {
-            const auto c = static_cast<unsigned char>(xml[at]);
-            if (c >= 0x80) {
-                const std::size_t length = LengthOfCharacter(xml.substr(at));
-                if (length == 0)
-                    return {at, "it holds bytes that are no text"};
-                at += length;
-            } else if (c == '&' && ampersands == Ampersands::BeginReferences) {
-                const auto reference = ReadReference(xml.substr(at));
-                if (!reference || !IsXmlCharacter(reference->codePoint))
-                    return {at, "an \"&\" stands for no character"};
-                at += reference->length;
-            } else if (c < 0x20 && !IsXmlCharacter(c)) {
-                return {at, "it holds a control character"};
-            } else {
-                ++at;
-            }
-        }
+        last = CheckCharacter(xml, last.end, ampersands);
     }
-    return {at};
+    return last;
 }
 
 }  // namespace tessarine::builtin

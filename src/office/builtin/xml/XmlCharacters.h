@@ -27,9 +27,13 @@ struct CharacterCheck {
     const char* fault = nullptr;  ///< What is wrong there, for a person; null when all is well.
 };
 
-/// Looks at the characters of a part's UTF-8 that begin in [from, to): no control characters other than white space, no
-/// bytes that are no UTF-8, no U+FFFE and U+FFFF, no "&" without a known entity or the number of a character that XML
-/// can hold. The last character may reach beyond `to`.
+/// Looks at the one character of a part's UTF-8 that begins at an offset within it: no control character other than
+/// white space, no bytes that are no UTF-8, no U+FFFE and U+FFFF, no "&" without a known entity or the number of a
+/// character that XML can hold.
+CharacterCheck CheckCharacter(std::string_view xml, std::size_t at, Ampersands ampersands);
+
+/// Looks at all characters that begin in [from, to), and perhaps at some after these; a character begins at `from`.
+/// Without a fault the end is at `to` or beyond.
 CharacterCheck CheckCharacters(std::string_view xml, std::size_t from, std::size_t to, Ampersands ampersands);
 
 }  // namespace tessarine::builtin
