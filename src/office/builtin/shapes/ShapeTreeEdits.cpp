@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "office/builtin/limits/Damage.h"
+#include "office/builtin/text/TextCheck.h"
 #include "office/builtin/xml/EditedPart.h"
 #include "office/builtin/xml/XmlText.h"
 
@@ -123,30 +124,53 @@ std::optional<TextChange> ShapeTreeEdits::TitleChange()
     return change.before == change.after ? std::nullopt : std::optional(std::move(change));
 }
 
+/// Whether all edits are of texts, and each of these reads as it should when it is read again alone.
+bool ShapeTreeEdits::TextsReadAgain(const std::vector<ByteEdit>& edits) const
+{
+    if (!elements_.empty() || !tree_)
+        return false;
+    const XmlDocument& before = original_->document;
+    TextCheck check(before, package_.limits());
+    auto edit = edits.begin();  // one for each edited body, in their order
+    return std::ranges::all_of(tree_->bodies, [&](const TextBody& body) {
+        return body.Edited() == nullptr || check.ReadsAs(before.ElementAt(body.Offset()), *edit++, body.Text());
+    });
+}
+
 bool ShapeTreeEdits::Flush(const std::function<void(const ShapeTree& readAgain)>& check)
 {
     std::vector<ByteEdit> edits = Edits();
     const bool hasEdits = !edits.empty();
     if (hasEdits) {
-        const std::string_view part = package_.NameOf(entry_);
         const XmlDocument& before = Document();
+        const bool isProved = TextsReadAgain(edits);
         // They take several times the memory of their bytes, which are read again below.
         if (tree_)
             for (TextBody& body : tree_->bodies)
                 body.CloseEdits();
-        const EditedPart edited(before, std::move(edits), part, package_.limits());
-        // The old part is not needed any more, and is as large as the new one. Should the check fail, it is read again.
-        original_.reset();
-        const ShapeTree readAgain = ReadShapeTree(edited.Document(), part, package_.limits());
-        CompareShapes(readAgain);
-        check(readAgain);
-        package_.ReplaceXml(entry_, edited.Bytes());
+        if (isProved)
+            package_.ReplaceXml(entry_, ApplyEdits(before.Bytes(), std::move(edits)));
+        else
+            PutReadAgain(std::move(edits), check);
         tree_.reset();
         elements_.clear();
     }
     // Without edits, too: it is the largest thing that is kept of a part.
     original_.reset();
     return hasEdits;
+}
+
+void ShapeTreeEdits::PutReadAgain(std::vector<ByteEdit> edits,
+                                  const std::function<void(const ShapeTree& readAgain)>& check)
+{
+    const std::string_view part = package_.NameOf(entry_);
+    const EditedPart edited(Document(), std::move(edits), part, package_.limits());
+    // The old part is not needed any more, and is as large as the new one. Should the check fail, it is read again.
+    original_.reset();
+    const ShapeTree readAgain = ReadShapeTree(edited.Document(), part, package_.limits());
+    CompareShapes(readAgain);
+    check(readAgain);
+    package_.ReplaceXml(entry_, edited.Bytes());
 }
 
 }  // namespace tessarine::builtin

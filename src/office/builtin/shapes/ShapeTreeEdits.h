@@ -77,9 +77,10 @@ public:
     /// The text of the page's title, when the edits since the last Flush have changed it.
     std::optional<TextChange> TitleChange();
 
-    /// Hands the part to the package when there are edits, and gives whether there were. Before that the edited part is
-    /// read again (EditedPart): its shapes must have the texts that they have here, and `check` gets what was read, to
-    /// raise when it is not what was meant. Then nothing is handed on.
+    /// Hands the part to the package when there are edits, and gives whether there were. Before that what was edited is
+    /// read again: edited texts alone where that proves the part (TextCheck), else the whole part (EditedPart). Its
+    /// shapes must have the texts that they have here, and `check` gets what was read of a whole part, to raise when it
+    /// is not what was meant. Then nothing is handed on.
     bool Flush(const std::function<void(const ShapeTree& readAgain)>& check);
 
 private:
@@ -95,6 +96,10 @@ private:
 
     /// All edits, of elements and of texts, in no order.
     std::vector<ByteEdit> Edits() const;
+
+    bool TextsReadAgain(const std::vector<ByteEdit>& edits) const;
+    /// Hands the part to the package once all of it has been read again. Raises as Flush does.
+    void PutReadAgain(std::vector<ByteEdit> edits, const std::function<void(const ShapeTree& readAgain)>& check);
 
     /// Raises `FileCorrupt` unless the shapes read again are the same and have the texts that they have here.
     void CompareShapes(const ShapeTree& readAgain) const;

@@ -218,28 +218,45 @@ std::string_view PrefixOf(std::string_view name)
     return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
 }
 
+/// Raises when an element or attribute has a prefix that `declarations` don't know, or an attribute is there twice.
+void CheckElement(const XmlDocument& document, Node element, const Declarations& declarations, std::string_view part)
+{
+    const auto check = [&](std::string_view name) {
+        const std::string_view prefix = PrefixOf(name);
+        if (!prefix.empty() && declarations.UriOf(prefix).empty())
+            throw FailedEdit(part, "the prefix of \"" + std::string(name) + "\" is not declared");
+    };
+    check(element.Name());
+    std::set<std::pair<std::string_view, std::string_view>> names;
+    document.ForEachAttribute(element, [&](std::string_view name, std::string_view) {
+        if (name == "xmlns" || name.starts_with("xmlns:") || PrefixOf(name).empty())
+            return;
+        check(name);
+        if (!names.emplace(declarations.UriOf(PrefixOf(name)), LocalName(name)).second)
+            throw FailedEdit(part, "the attribute \"" + std::string(name) + "\" is there twice");
+    });
+}
+
 }  // namespace
 
 void CheckNamespaces(const XmlDocument& document, std::string_view part)
 {
     Declarations declarations;
+    std::string_view lastPrefix;  // of the last element, declared by the root
     for (std::size_t number = 0; number < document.ElementCount(); ++number) {
         const Node element = document.NodeAt(number);
-        declarations.Enter(document, element);
-        const auto check = [&](std::string_view name) {
-            const std::string_view prefix = PrefixOf(name);
-            if (!prefix.empty() && declarations.UriOf(prefix).empty())
-                throw FailedEdit(part, "the prefix of \"" + std::string(name) + "\" is not declared");
-        };
-        check(element.Name());
-        std::set<std::pair<std::string_view, std::string_view>> names;
-        document.ForEachAttribute(element, [&](std::string_view name, std::string_view) {
-            if (name == "xmlns" || name.starts_with("xmlns:") || PrefixOf(name).empty())
-                return;
-            check(name);
-            if (!names.emplace(declarations.UriOf(PrefixOf(name)), LocalName(name)).second)
-                throw FailedEdit(part, "the attribute \"" + std::string(name) + "\" is there twice");
-        });
+        const bool isUsual = number > 0 && document.DeclaresInRootAlone();
+        if (!isUsual)
+            declarations.Enter(document, element);
+        // Nearly all elements have the same prefix as the one in front, and attributes without any.
+        const ElementRange range = document.RangeOf(element);
+        const std::size_t nameEnd = range.begin + 1 + range.name.size();
+        const std::string_view attributes = document.Bytes().substr(nameEnd, range.contentBegin - nameEnd);
+        const std::string_view prefix = PrefixOf(range.name);
+        if (isUsual && prefix == lastPrefix && attributes.find(':') == std::string_view::npos)
+            continue;
+        CheckElement(document, element, declarations, part);
+        lastPrefix = isUsual ? prefix : std::string_view();
     }
 }
 

@@ -365,7 +365,11 @@ XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Li
 }
 
 XmlDocument::XmlDocument(const XmlDocument& other, std::string_view bytes)
-    : bytes_(bytes), elements_(other.elements_), default_(other.default_), bindsDefaultOnce_(other.bindsDefaultOnce_)
+    : bytes_(bytes),
+      elements_(other.elements_),
+      default_(other.default_),
+      declaresInRootAlone_(other.declaresInRootAlone_),
+      bindsDefaultOnce_(other.bindsDefaultOnce_)
 {
     // Prefixes are views of the root's start tag. Decoded attribute values are made again when they are asked for.
     for (std::size_t ns = 0; ns < prefixes_.size(); ++ns)
@@ -429,6 +433,7 @@ void XmlDocument::ForgetReboundPrefixes()
     VisitDeclaring(1, [&](std::uint32_t index) {
         VisitAttributes(index, [&](std::string_view name, std::string_view value) {
             bindsDefaultOnce_ = bindsDefaultOnce_ && name != "xmlns";
+            declaresInRootAlone_ = declaresInRootAlone_ && !name.starts_with("xmlns");
             if (!name.starts_with("xmlns:"))
                 return false;
             const auto usual = std::ranges::find(prefixes_, name.substr(6));
@@ -667,6 +672,12 @@ ElementRange XmlDocument::RangeOf(Node node) const
 {
     const Element& element = elements_[node.index_];
     return {element.begin, element.contentBegin, element.contentEnd, element.end, NameOf(node.index_)};
+}
+
+Node XmlDocument::ParentOf(Node node) const
+{
+    const std::uint32_t parent = elements_[node.index_].parent;
+    return parent == noParent ? Node() : NodeAt(parent);
 }
 
 Node XmlDocument::ElementAt(std::size_t offset) const

@@ -121,6 +121,12 @@ public:
     /// The element whose "<" stands at an offset, or none. Found by halving, not by a walk.
     Node ElementAt(std::size_t offset) const;
 
+    /// The element around one; none for the root.
+    Node ParentOf(Node node) const;
+
+    /// True when no element but the root declares a namespace.
+    bool DeclaresInRootAlone() const { return declaresInRootAlone_; }
+
     /// The text of an element: its own characters as ContentUnits reads them, without those of elements in it.
     String TextOf(Node node) const;
     /// The same at the end of `text`. Both add nothing for none.
@@ -167,7 +173,8 @@ private:
     /// The prefix that the root element binds to a namespace and no other element binds to another one: names with it
     /// need no resolving. Empty when there is none.
     std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;
-    Ns default_ = Ns::None;                               // bound by the root element to names without a prefix
+    Ns default_ = Ns::None;  // bound by the root element to names without a prefix
+    bool declaresInRootAlone_ = true;
     bool bindsDefaultOnce_ = true;                        // no other element binds names without a prefix
     mutable std::unique_ptr<Declarations> declarations_;  // of all elements, made when a name needs them
     mutable std::deque<std::string> decoded_;             // attribute values that are not in the bytes as they read
