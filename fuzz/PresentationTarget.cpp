@@ -5,9 +5,9 @@
 #include <memory>
 #include <span>
 
+#include "log/ErrorLog.h"
 #include "office/builtin/objects/PresentationObject.h"
 #include "office/builtin/presentation/PresentationFile.h"
-#include "platform/ErrorLog.h"
 #include "platform/Failure.h"
 #include "Require.h"
 #include "support/TemporaryFolder.h"

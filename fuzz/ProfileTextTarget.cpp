@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ProfileText.h"
+#include "files/ProfileText.h"
 #include "Require.h"
 
 namespace tessarine::fuzz

@@ -17,8 +17,8 @@
 #include <string>
 #include <vector>
 
+#include "log/ErrorLog.h"
 #include "office/builtin/presentation/PresentationFile.h"
-#include "platform/ErrorLog.h"
 #include "platform/Failure.h"
 #include "Require.h"
 #include "support/PackageReader.h"

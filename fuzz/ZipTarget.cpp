@@ -2,9 +2,9 @@
 #include <cstdint>
 #include <span>
 
+#include "files/RandomAccessFile.h"
 #include "office/builtin/package/Package.h"
 #include "platform/Failure.h"
-#include "platform/RandomAccessFile.h"
 #include "Require.h"
 
 namespace tessarine::fuzz

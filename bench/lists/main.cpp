@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "files/Files.h"
 #include "ListFloors.h"
 #include "model/Excel.h"
 #include "model/Project.h"
 #include "office/sheets/ExcelProvider.h"
-#include "platform/Files.h"
 
 namespace tessarine::bench
 {

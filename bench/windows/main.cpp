@@ -12,10 +12,10 @@
 
 #include "app/GlobalState.h"
 #include "app/Main.h"
+#include "files/Files.h"
 #include "i18n/QtText.h"
+#include "log/ErrorLog.h"
 #include "office/builtin/Provider.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/PathSeparator.h"
 #include "platform/ProgramFolder.h"

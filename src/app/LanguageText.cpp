@@ -3,10 +3,10 @@
 #include <string>
 
 #include "app/GlobalState.h"
+#include "files/ProfileText.h"
+#include "log/Treatments.h"
 #include "platform/PathSeparator.h"
-#include "platform/ProfileText.h"
 #include "platform/ProgramFolder.h"
-#include "platform/Treatments.h"
 #include "platform/Utf16.h"
 
 namespace tessarine

@@ -5,7 +5,7 @@
 #include "platform/String.h"
 
 /// The texts that a user reads. They stand in one file per language, "<language>.lng", in the sectioned form that
-/// platform/ProfileText.h describes: a section per window under its class name, and "Global Msg" for messages.
+/// files/ProfileText.h describes: a section per window under its class name, and "Global Msg" for messages.
 namespace tessarine
 {
 

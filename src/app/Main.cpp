@@ -2,17 +2,17 @@
 
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
+#include "files/Files.h"
+#include "log/ErrorLog.h"
+#include "log/Treatments.h"
 #include "model/JobProperties.h"
 #include "platform/CheckedInteger.h"
-#include "platform/ErrorLog.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/PathSeparator.h"
 #include "platform/ProgramFolder.h"
 #include "platform/ProgramInfo.h"
-#include "platform/RunJournal.h"
-#include "platform/Treatments.h"
+#include "saving/RunJournal.h"
 
 namespace tessarine
 {

@@ -9,15 +9,16 @@
 #include "batch/BackupNames.h"
 #include "batch/WithoutPath.h"
 #include "engine/CounterStatus.h"
+#include "files/FileLock.h"
+#include "files/Files.h"
+#include "log/Treatments.h"
 #include "platform/Failure.h"
-#include "platform/FileLock.h"
-#include "platform/Files.h"
 #include "platform/FolderOf.h"
-#include "platform/Leftovers.h"
 #include "platform/NativePath.h"
-#include "platform/Treatments.h"
 #include "run/BackupPaths.h"
 #include "run/FileWarnings.h"
+#include "saving/CopyFile.h"
+#include "saving/Leftovers.h"
 
 namespace tessarine::batch
 {

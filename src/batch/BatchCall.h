@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "model/OptionSetting.h"
-#include "platform/SaveTerms.h"
 #include "platform/String.h"
+#include "saving/SaveTerms.h"
 
 namespace tessarine::batch
 {

@@ -19,7 +19,7 @@
 #include "batch/SavedJob.h"
 #include "batch/WithoutPath.h"
 #include "model/Project.h"
-#include "platform/RunJournal.h"
+#include "saving/RunJournal.h"
 
 namespace tessarine::batch
 {

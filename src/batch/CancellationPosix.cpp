@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "batch/LineText.h"
-#include "platform/Leftovers.h"
+#include "saving/Leftovers.h"
 
 namespace tessarine::batch
 {

@@ -8,12 +8,12 @@
 #include "batch/FileIdentity.h"
 #include "batch/FilePattern.h"
 #include "batch/PathList.h"
+#include "files/FileLock.h"
+#include "files/Files.h"
+#include "files/VisitedFolders.h"
 #include "platform/Failure.h"
-#include "platform/FileLock.h"
-#include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
-#include "platform/VisitedFolders.h"
 #include "run/BackupPaths.h"
 
 namespace tessarine::batch

@@ -13,9 +13,9 @@
 #include "batch/Locations.h"
 #include "batch/Refusal.h"
 #include "batch/WithoutPath.h"
+#include "files/Files.h"
 #include "model/ListColumns.h"
 #include "model/Project.h"
-#include "platform/Files.h"
 #include "run/JobInputs.h"
 
 namespace tessarine::batch

@@ -5,8 +5,8 @@
 
 #include "batch/LineText.h"
 #include "batch/Refusal.h"
+#include "files/Files.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
 #include "platform/NativePath.h"
 
 namespace tessarine::batch

@@ -4,8 +4,8 @@
 
 #include "batch/WithoutPath.h"
 #include "engine/CounterStatuses.h"
+#include "log/Treatments.h"
 #include "model/Project.h"
-#include "platform/Treatments.h"
 
 namespace tessarine::batch
 {

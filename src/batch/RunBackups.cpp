@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "batch/BackupNames.h"
+#include "log/Treatments.h"
+#include "log/Warnings.h"
 #include "platform/Failure.h"
 #include "platform/FolderOf.h"
-#include "platform/Treatments.h"
-#include "platform/Warnings.h"
 #include "run/BackupPaths.h"
 
 namespace tessarine::batch

@@ -3,10 +3,11 @@
 #include <memory>
 
 #include "batch/BatchCall.h"
+#include "files/Files.h"
 #include "model/Project.h"
-#include "platform/Files.h"
 #include "platform/String.h"
 #include "run/BackupFolder.h"
+#include "saving/CopyFile.h"
 
 namespace tessarine::batch
 {
@@ -25,7 +26,7 @@ public:
     /// under the backup's name is not a backup of it, and as CopyFile does; the file must not be changed then. What
     /// `check` (Project::Opened) raises goes on, too, and the copy that was made by then goes away.
     ///
-    /// Warns (platform/Warnings.h) when the backup is that of an earlier run and doesn't hold what the file holds now,
+    /// Warns (log/Warnings.h) when the backup is that of an earlier run and doesn't hold what the file holds now,
     /// and when the backup is there but could not be recorded.
     void Make(const String& path, const CheckOpened& check);
 

@@ -1,6 +1,6 @@
 #include "engine/CounterStatuses.h"
 
-#include "platform/Treatments.h"
+#include "log/Treatments.h"
 
 namespace tessarine
 {

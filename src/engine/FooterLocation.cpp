@@ -1,9 +1,9 @@
 #include "engine/SearchFunctions.h"
 
 #include "engine/SearchPlace.h"
+#include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -1,8 +1,8 @@
 #include "engine/SearchFunctions.h"
 
 #include "engine/SearchPlace.h"
+#include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

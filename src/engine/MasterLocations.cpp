@@ -4,8 +4,8 @@
 
 #include "engine/SearchPlace.h"
 #include "engine/ShapeRule.h"
+#include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -4,9 +4,9 @@
 #include <cstddef>
 
 #include "engine/SearchPlace.h"
+#include "log/Treatments.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -4,9 +4,9 @@
 #include <array>
 
 #include "engine/SearchPlace.h"
+#include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -1,10 +1,10 @@
 #include "engine/SearchFunctions.h"
 
 #include "engine/SearchPlace.h"
+#include "log/Treatments.h"
 #include "model/Project.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "engine/SearchPlace.h"
+#include "log/Treatments.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Locale.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "engine/ShapeRule.h"
+#include "log/Treatments.h"
+#include "log/Warnings.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
-#include "platform/Warnings.h"
 
 namespace tessarine
 {

@@ -2,9 +2,9 @@
 
 #include "engine/SearchPlace.h"
 #include "engine/ShapeRule.h"
+#include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -2,8 +2,8 @@
 
 #include "engine/SearchPlace.h"
 #include "engine/TextRangeWalk.h"
+#include "log/Treatments.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -10,13 +10,13 @@
 
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
+#include "files/Files.h"
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "model/JobProperties.h"
 #include "platform/CaseFolding.h"
-#include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/ProgramInfo.h"
-#include "platform/Treatments.h"
 #include "settings/SettingsStore.h"
 
 namespace tessarine

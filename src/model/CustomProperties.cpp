@@ -1,7 +1,7 @@
 #include "model/CustomProperties.h"
 
+#include "log/Treatments.h"
 #include "model/LogPlaces.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

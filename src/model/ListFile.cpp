@@ -3,6 +3,9 @@
 #include <span>
 #include <string>
 
+#include "files/Files.h"
+#include "log/ErrorLog.h"
+#include "log/Treatments.h"
 #include "model/Excel.h"
 #include "model/KeepFailure.h"
 #include "model/ListColumns.h"
@@ -10,13 +13,10 @@
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/LineEnd.h"
 #include "platform/Messages.h"
-#include "platform/ReplacementFile.h"
-#include "platform/Treatments.h"
+#include "saving/ReplacementFile.h"
 
 namespace tessarine
 {

@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "files/FileState.h"
 #include "model/CustomProperties.h"
 #include "model/Event.h"
 #include "model/FindAndReplaceItems.h"
@@ -14,7 +15,6 @@
 #include "model/PowerPoint.h"
 #include "model/ProjectOptions.h"
 #include "platform/Failure.h"
-#include "platform/FileState.h"
 
 namespace tessarine
 {

@@ -4,19 +4,19 @@
 #include <span>
 #include <vector>
 
+#include "files/Files.h"
+#include "files/RandomAccessFile.h"
+#include "log/ErrorLog.h"
+#include "log/Treatments.h"
 #include "model/KeepFailure.h"
 #include "model/LogPlaces.h"
 #include "model/ProjectKeys.h"
 #include "model/PropertyBag.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/Messages.h"
-#include "platform/RandomAccessFile.h"
-#include "platform/ReplacementFile.h"
-#include "platform/Treatments.h"
+#include "saving/ReplacementFile.h"
 
 namespace tessarine
 {

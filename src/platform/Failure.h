@@ -14,7 +14,7 @@ namespace tessarine
 ///
 /// Trouble with files has two families. The classic file numbers (53 to 76) come from what the run does to files, as
 /// Visual Basic numbers it; the system's numbers (0x8007....) come from opening and saving presentations and jobs, as
-/// an application reports them. `FileTrouble` in platform/FileFailure.h says which numbers of the two mean the same.
+/// an application reports them. `FileTrouble` in files/FileFailure.h says which numbers of the two mean the same.
 namespace FailureNumber
 {
 /// An argument that can't be used, or a key that no element has.

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/Files.h"
 #include "platform/String.h"
 #include "run/BackupRecord.h"
+#include "saving/CopyFile.h"
 
 namespace tessarine
 {

@@ -17,12 +17,12 @@
 #include <unordered_map>
 #include <utility>
 
+#include "files/FileDescriptor.h"
+#include "files/FileFailure.h"
+#include "files/WriteAll.h"
 #include "platform/Crc32.h"
-#include "platform/FileDescriptor.h"
-#include "platform/FileFailure.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
-#include "platform/WriteAll.h"
 
 namespace tessarine
 {

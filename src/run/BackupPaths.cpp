@@ -3,8 +3,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "files/Files.h"
 #include "platform/CheckedInteger.h"
-#include "platform/Files.h"
 
 namespace tessarine
 {

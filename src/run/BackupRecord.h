@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Files.h"
 #include "platform/String.h"
+#include "saving/CopyFile.h"
 
 /// The lines of a folder's record of backups (docs/formats/backups.md).
 namespace tessarine

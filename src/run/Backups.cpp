@@ -1,11 +1,12 @@
 #include <unordered_set>
 
+#include "files/FileLock.h"
+#include "files/Files.h"
+#include "log/Treatments.h"
 #include "model/LogPlaces.h"
 #include "model/Project.h"
-#include "platform/FileLock.h"
-#include "platform/Files.h"
-#include "platform/Treatments.h"
 #include "run/BackupPaths.h"
+#include "saving/CopyFile.h"
 
 namespace tessarine
 {

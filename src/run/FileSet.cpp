@@ -1,16 +1,16 @@
 #include <algorithm>
 #include <string_view>
 
+#include "files/FileLock.h"
+#include "files/Files.h"
+#include "files/VisitedFolders.h"
+#include "log/ErrorLog.h"
+#include "log/Treatments.h"
 #include "model/LogPlaces.h"
 #include "model/Project.h"
 #include "platform/CaseFolding.h"
-#include "platform/ErrorLog.h"
-#include "platform/FileLock.h"
-#include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
-#include "platform/VisitedFolders.h"
 #include "run/WildcardPattern.h"
 
 namespace tessarine

@@ -2,13 +2,13 @@
 
 #include <vector>
 
+#include "log/Warnings.h"
 #include "platform/String.h"
-#include "platform/Warnings.h"
 
 namespace tessarine
 {
 
-/// Gathers the warnings (platform/Warnings.h) of one file after the other, for as long as it lives.
+/// Gathers the warnings (log/Warnings.h) of one file after the other, for as long as it lives.
 class FileWarnings
 {
 public:

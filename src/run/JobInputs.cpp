@@ -1,7 +1,7 @@
 #include "run/JobInputs.h"
 
+#include "files/Files.h"
 #include "platform/CaseFolding.h"
-#include "platform/Files.h"
 
 namespace tessarine
 {

@@ -3,15 +3,16 @@
 #include <memory>
 #include <optional>
 
+#include "files/RandomAccessFile.h"
+#include "log/ErrorLog.h"
+#include "log/Warnings.h"
 #include "model/LogPlaces.h"
-#include "platform/ErrorLog.h"
 #include "platform/FolderOf.h"
-#include "platform/Leftovers.h"
 #include "platform/Messages.h"
-#include "platform/RandomAccessFile.h"
-#include "platform/Warnings.h"
 #include "run/BackupPaths.h"
 #include "run/BinaryDigits.h"
+#include "saving/CopyFile.h"
+#include "saving/Leftovers.h"
 
 namespace tessarine
 {
@@ -154,6 +155,8 @@ RunLoop::Step RunLoop::Begin()
             mode_ = Mode::Captured;
             return SortOpenFailure(*refusal);
         }
+        for (const RecoveredFile& file : RecoverFromRunsKilledMeanwhile())
+            Warn(file.path, file.text);
     }
     // Before the read-only attribute is looked at: a file that is then left alone has a backup all the same.
     if (Options().BackupMode)

@@ -6,13 +6,13 @@
 
 #include "engine/CounterStatuses.h"
 #include "engine/SearchFunctions.h"
+#include "files/FileLock.h"
+#include "files/Files.h"
+#include "log/ErrorLog.h"
+#include "log/Treatments.h"
 #include "model/Project.h"
-#include "platform/ErrorLog.h"
-#include "platform/FileDateTime.h"
-#include "platform/FileLock.h"
-#include "platform/Files.h"
-#include "platform/RunJournal.h"
-#include "platform/Treatments.h"
+#include "saving/FileDateTime.h"
+#include "saving/RunJournal.h"
 
 namespace tessarine
 {

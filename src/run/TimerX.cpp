@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "log/Treatments.h"
 #include "model/KeyedCollection.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

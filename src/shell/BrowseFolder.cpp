@@ -5,8 +5,8 @@
 #include <QFileDialog>
 
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "platform/PathSeparator.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

@@ -2,10 +2,10 @@
 
 #include <utility>
 
+#include "files/Files.h"
 #include "i18n/QtText.h"
 #include "platform/CaseFolding.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
 #include "platform/FolderOf.h"
 #include "shell/QtFileDialog.h"
 

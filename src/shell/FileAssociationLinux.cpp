@@ -5,14 +5,14 @@
 
 #include <QProcess>
 
+#include "files/Files.h"
 #include "i18n/QtText.h"
 #include "icons/Icons.h"
-#include "platform/Files.h"
+#include "log/Treatments.h"
 #include "platform/ProgramFolder.h"
 #include "platform/ProgramInfo.h"
-#include "platform/ReplacementFile.h"
 #include "platform/SpecialFolders.h"
-#include "platform/Treatments.h"
+#include "saving/ReplacementFile.h"
 #include "shell/DesktopEntry.h"
 #include "shell/FileAssociation.h"
 

@@ -8,10 +8,10 @@
 #include <QDir>
 
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "platform/NativePath.h"
 #include "platform/PathSeparator.h"
 #include "platform/ProgramFolder.h"
-#include "platform/Treatments.h"
 #include "shell/DesktopOpener.h"
 
 namespace tessarine

@@ -6,11 +6,11 @@
 #include <QMenu>
 
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
 #include "platform/ProgramInfo.h"
-#include "platform/Treatments.h"
 #include "settings/SettingsStore.h"
 
 namespace tessarine

@@ -8,8 +8,8 @@
 #include "app/WindowTitle.h"
 #include "i18n/QtText.h"
 #include "icons/Icons.h"
+#include "log/Treatments.h"
 #include "platform/ProgramInfo.h"
-#include "platform/Treatments.h"
 
 namespace tessarine
 {

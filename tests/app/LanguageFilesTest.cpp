@@ -10,8 +10,8 @@
 #include "app/ChosenLanguage.h"
 #include "app/LanguageFile.h"
 #include "app/LanguageText.h"
+#include "files/Files.h"
 #include "platform/CaseFolding.h"
-#include "platform/Files.h"
 #include "support/LanguageKeys.h"
 
 namespace tessarine

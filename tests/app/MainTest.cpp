@@ -1,19 +1,16 @@
 #include "app/Main.h"
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <optional>
 
 #include "app/GlobalState.h"
 #include "ChosenLanguage.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
-#include "platform/RunJournal.h"
+#include "files/Files.h"
+#include "log/ErrorLog.h"
 #include "platform/SpecialFolders.h"
 #include "support/FakePowerPoint.h"
+#include "support/KilledRun.h"
 #include "support/MessageRecorder.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
@@ -235,15 +232,7 @@ TEST_F(MainTest, PutsRightWhatAKilledRunLeft)
     const String deck = decks.Write(u"a.pptx");
     SetMode(deck, 0444);
     ApplicationDataFolder = dataHome_.MakeFolder(u"Tessarine/Tessarine");
-    const pid_t child = fork();
-    if (child == 0) {
-        RunJournal journal;
-        journal.Begin(deck, GetAttributes(deck), {});
-        ClearAttributes(deck, GetAttributes(deck));
-        kill(getpid(), SIGKILL);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
+    LeaveWritable(deck);
     ASSERT_EQ(ModeOf(deck), 0644u);
 
     Start();

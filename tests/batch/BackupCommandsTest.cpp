@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "engine/CounterStatus.h"
+#include "files/Files.h"
 #include "platform/Crc32.h"
-#include "platform/Files.h"
 #include "run/BackupFolder.h"
 #include "support/TemporaryFolder.h"
 

@@ -8,11 +8,11 @@
 #include <gtest/gtest.h>
 
 #include "batch/BackupNames.h"
+#include "files/Files.h"
+#include "files/FileState.h"
+#include "log/Treatments.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
-#include "platform/FileState.h"
 #include "platform/NativePath.h"
-#include "platform/Treatments.h"
 #include "run/FileWarnings.h"
 #include "support/TemporaryFolder.h"
 

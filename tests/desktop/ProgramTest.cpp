@@ -4,8 +4,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include "files/Files.h"
 #include "i18n/QtText.h"
-#include "platform/Files.h"
 #include "support/TemporaryFolder.h"
 
 // The desktop program itself, as a process.

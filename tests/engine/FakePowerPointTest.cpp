@@ -1,7 +1,7 @@
 #include "support/FakePowerPoint.h"
 
 #include "EngineTest.h"
-#include "platform/Treatments.h"
+#include "log/Treatments.h"
 
 namespace tessarine
 {

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/Treatments.h"
+#include "log/Treatments.h"
 
 namespace tessarine
 {

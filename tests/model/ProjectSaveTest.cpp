@@ -2,10 +2,10 @@
 
 #include <limits>
 
+#include "files/Files.h"
+#include "files/FileState.h"
+#include "log/ErrorLog.h"
 #include "model/ProjectFileTest.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
-#include "platform/FileState.h"
 #include "support/OrdinaryUser.h"
 
 namespace tessarine

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Files.h"
+#include "files/Files.h"
 
 namespace tessarine
 {

@@ -9,8 +9,9 @@
 
 #include <gmock/gmock.h>
 
+#include "files/Files.h"
+#include "log/Treatments.h"
 #include "platform/Crc32.h"
-#include "platform/Treatments.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
 

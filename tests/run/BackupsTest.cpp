@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "RunTest.h"
 #include "support/OrdinaryUser.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Treatments.h"
+#include "log/Treatments.h"
 
 namespace tessarine
 {

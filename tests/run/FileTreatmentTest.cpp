@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 
-#include "platform/FileDateTime.h"
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "RunTest.h"
+#include "saving/CopyFile.h"
+#include "saving/FileDateTime.h"
 #include "support/OrdinaryUser.h"
 
 namespace tessarine

@@ -6,14 +6,15 @@
 
 #include <filesystem>
 
-#include "platform/ErrorLog.h"
-#include "platform/FileDateTime.h"
-#include "platform/FileDescriptor.h"
-#include "platform/FileLock.h"
-#include "platform/Files.h"
-#include "platform/RunJournal.h"
-#include "platform/Warnings.h"
+#include "files/FileDescriptor.h"
+#include "files/FileLock.h"
+#include "files/Files.h"
+#include "log/ErrorLog.h"
+#include "log/Warnings.h"
 #include "RunTest.h"
+#include "saving/FileDateTime.h"
+#include "saving/RunJournal.h"
+#include "support/KilledRun.h"
 
 // What a run does with files that others have in use or change meanwhile, and what it leaves for the next start.
 
@@ -159,6 +160,19 @@ TEST_F(NotedFile, IsInTheJournalOnlyWhileItIsChanged)
     EXPECT_THAT(journals, ElementsAre(1u, 1u));
     EXPECT_EQ(Journals(), 0u);
     EXPECT_THAT(RecoverFromKilledRuns(), IsEmpty());
+}
+
+TEST_F(NotedFile, IsPutRightWhenTheRunThatNotedItWasKilledSinceThisOneBegan)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0444);
+    project_->BeforFileProcess += [&](const String&) { LeaveWritable(path); };
+
+    project_->Replacement();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 0 Read Only File."));
+    EXPECT_EQ(ModeOf(path), 0444u);
+    EXPECT_THAT(warnings_, ElementsAre("a.ppt: a run that was killed had left it writable; its mode is put back"));
 }
 
 TEST_F(NotedFile, NeedsNoJournalWhenNothingIsChangedForAWhile)

@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "RunTest.h"
 
 // What a run makes of a file that fails to open, by the number of the failure.

@@ -3,8 +3,8 @@
 #include <fstream>
 #include <vector>
 
-#include "platform/Files.h"
-#include "platform/Treatments.h"
+#include "files/Files.h"
+#include "log/Treatments.h"
 #include "RunTest.h"
 
 namespace tessarine

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/FileDateTime.h"
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "RunTest.h"
+#include "saving/FileDateTime.h"
 #include "support/Deliveries.h"
 
 namespace tessarine

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Treatments.h"
+#include "log/Treatments.h"
 
 namespace tessarine
 {

@@ -1,6 +1,6 @@
 #include "support/ErrorLogRecorder.h"
 
-#include "platform/ErrorLog.h"
+#include "log/ErrorLog.h"
 
 namespace tessarine
 {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <stdexcept>
 
-#include "platform/FileLock.h"
+#include "files/FileLock.h"
 
 namespace tessarine
 {

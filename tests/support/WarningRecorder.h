@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Warnings.h"
+#include "log/Warnings.h"
 
 namespace tessarine
 {

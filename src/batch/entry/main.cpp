@@ -7,13 +7,13 @@
 #include "batch/LineText.h"
 #include "batch/Output.h"
 #include "batch/ProcessGuards.h"
+#include "log/ErrorLog.h"
 #include "model/Excel.h"
 #include "office/builtin/Provider.h"
 #include "office/sheets/ExcelProvider.h"
-#include "platform/ErrorLog.h"
 #include "platform/Locale.h"
 #include "platform/Messages.h"
-#include "platform/RunJournal.h"
+#include "saving/RunJournal.h"
 
 namespace
 {

@@ -4,13 +4,13 @@
 #include <new>
 #include <vector>
 
+#include "files/RandomAccessFile.h"
+#include "log/Warnings.h"
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/objects/PresentationObject.h"
 #include "office/builtin/package/FileKind.h"
 #include "office/builtin/presentation/PresentationFile.h"
 #include "platform/Failure.h"
-#include "platform/RandomAccessFile.h"
-#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "model/PowerPoint.h"
-#include "platform/SaveTerms.h"
+#include "saving/SaveTerms.h"
 
 namespace tessarine::builtin
 {

@@ -1,10 +1,10 @@
 #include "office/sheets/ExcelProvider.h"
 
+#include "files/Files.h"
 #include "office/sheets/BiffWriter.h"
 #include "office/sheets/Refusal.h"
 #include "office/sheets/SheetFile.h"
 #include "platform/CheckedInteger.h"
-#include "platform/Files.h"
 
 namespace tessarine::sheets
 {

@@ -3,13 +3,13 @@
 #include <new>
 #include <span>
 
+#include "files/RandomAccessFile.h"
 #include "office/sheets/DelimitedText.h"
 #include "office/sheets/Refusal.h"
 #include "office/sheets/TextEncoding.h"
 #include "office/sheets/WorkbookFile.h"
 #include "platform/CaseFolding.h"
-#include "platform/RandomAccessFile.h"
-#include "platform/ReplacementFile.h"
+#include "saving/ReplacementFile.h"
 
 namespace tessarine::sheets
 {

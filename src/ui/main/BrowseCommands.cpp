@@ -1,10 +1,10 @@
 #include <QComboBox>
 
 #include "app/LanguageText.h"
+#include "files/Files.h"
 #include "i18n/QtText.h"
-#include "platform/Files.h"
+#include "log/Treatments.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 #include "run/JobInputs.h"
 #include "shell/BrowseFolder.h"
 #include "shell/OpenDoc.h"

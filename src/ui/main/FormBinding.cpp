@@ -6,11 +6,11 @@
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "model/JobProperties.h"
 #include "platform/CaseFolding.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Locale.h"
-#include "platform/Treatments.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"

@@ -4,9 +4,9 @@
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
 

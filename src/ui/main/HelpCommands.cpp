@@ -1,6 +1,6 @@
 #include "i18n/frmChangeLanguage.h"
+#include "log/Treatments.h"
 #include "platform/ProgramInfo.h"
-#include "platform/Treatments.h"
 #include "shell/frmAbout.h"
 #include "shell/OpenDoc.h"
 #include "ui/main/frmMain.h"

@@ -1,9 +1,9 @@
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
+#include "files/Files.h"
 #include "i18n/QtText.h"
-#include "platform/Files.h"
+#include "log/Treatments.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
 

@@ -2,8 +2,8 @@
 #include <QListWidget>
 
 #include "app/GlobalState.h"
+#include "log/Treatments.h"
 #include "model/SearchLocations.h"
-#include "platform/Treatments.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
 

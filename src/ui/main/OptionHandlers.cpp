@@ -6,8 +6,8 @@
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "platform/Locale.h"
-#include "platform/Treatments.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"

@@ -1,8 +1,8 @@
 #include <QPointer>
 
 #include "engine/CounterStatuses.h"
+#include "log/Treatments.h"
 #include "model/Project.h"
-#include "platform/Treatments.h"
 #include "ui/main/frmMain.h"
 #include "ui/run/frmIntervention.h"
 

@@ -6,10 +6,10 @@
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "model/FindAndReplaceItems.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 #include "run/BackupPaths.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"

@@ -4,10 +4,10 @@
 
 #include "engine/CounterStatuses.h"
 #include "i18n/QtText.h"
+#include "log/ErrorLog.h"
+#include "log/Treatments.h"
 #include "model/Project.h"
 #include "platform/CheckedInteger.h"
-#include "platform/ErrorLog.h"
-#include "platform/Treatments.h"
 #include "shell/TaskbarProgress.h"
 #include "ui/main/ProcessingText.h"
 #include "ui/main/StartCommand.h"

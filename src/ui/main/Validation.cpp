@@ -3,9 +3,9 @@
 #include <QTabWidget>
 
 #include "i18n/QtText.h"
+#include "log/Treatments.h"
 #include "model/FindAndReplaceItems.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 #include "run/JobInputs.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"

@@ -2,9 +2,9 @@
 #include <QGuiApplication>
 
 #include "app/GlobalState.h"
-#include "platform/ErrorLog.h"
+#include "log/ErrorLog.h"
+#include "log/Treatments.h"
 #include "platform/Messages.h"
-#include "platform/Treatments.h"
 #include "shell/OpenDoc.h"
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/ResultLog.h"

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "app/LanguageText.h"
+#include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
-#include "platform/Treatments.h"
 #include "ui/run/ResultTree.h"
 
 namespace tessarine

@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "platform/Treatments.h"
+#include "log/Treatments.h"
 
 namespace tessarine
 {

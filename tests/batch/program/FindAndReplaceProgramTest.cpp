@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "batch/program/Program.h"
-#include "platform/FileLock.h"
+#include "files/FileLock.h"
 #include "support/Deck.h"
 
 namespace tessarine::test

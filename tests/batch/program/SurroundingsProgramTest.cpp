@@ -1,19 +1,17 @@
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "batch/program/Program.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
-#include "platform/RunJournal.h"
+#include "files/Files.h"
+#include "log/ErrorLog.h"
 #include "support/Deck.h"
+#include "support/KilledRun.h"
 
 namespace tessarine::test
 {
@@ -69,15 +67,7 @@ TEST(SurroundingsProgramTest, WhatAKilledRunLeftIsPutRightAndTold)
     SetMode(deck, 0444);
     const String before = ApplicationDataFolder;
     ApplicationDataFolder = program.folder.MakeFolder(u".data/Tessarine/Tessarine");
-    const pid_t child = fork();
-    if (child == 0) {
-        RunJournal journal;
-        journal.Begin(deck, GetAttributes(deck), {});
-        ClearAttributes(deck, GetAttributes(deck));
-        kill(getpid(), SIGKILL);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
+    LeaveWritable(deck);
     ApplicationDataFolder = before;
     ASSERT_EQ(ModeOf(deck), 0644u);
 

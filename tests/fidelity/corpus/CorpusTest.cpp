@@ -13,9 +13,9 @@
 #include "batch/JobFiles.h"
 #include "batch/ReportedRun.h"
 #include "engine/CounterStatuses.h"
+#include "log/ErrorLog.h"
 #include "model/Project.h"
 #include "office/builtin/Provider.h"
-#include "platform/ErrorLog.h"
 #include "support/PackageCompare.h"
 #include "support/TemporaryFolder.h"
 

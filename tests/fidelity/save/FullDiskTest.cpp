@@ -7,8 +7,8 @@
 #include <filesystem>
 
 #include "platform/Failure.h"
-#include "platform/FileSizeLimit.h"
 #include "SavedDeck.h"
+#include "saving/FileSizeLimit.h"
 
 namespace tessarine::test
 {

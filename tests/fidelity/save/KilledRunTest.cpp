@@ -4,12 +4,12 @@
 
 #include <filesystem>
 
+#include "files/Files.h"
 #include "KilledProcess.h"
+#include "log/ErrorLog.h"
 #include "model/Project.h"
 #include "office/builtin/Provider.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
-#include "platform/RunJournal.h"
+#include "saving/RunJournal.h"
 #include "support/Deck.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/TemporaryFolder.h"

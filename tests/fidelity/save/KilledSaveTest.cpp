@@ -2,8 +2,8 @@
 
 #include "KilledProcess.h"
 #include "model/Project.h"
-#include "platform/Leftovers.h"
 #include "SavedDeck.h"
+#include "saving/Leftovers.h"
 #include "support/AccessList.h"
 
 namespace tessarine::test

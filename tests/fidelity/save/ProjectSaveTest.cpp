@@ -2,12 +2,12 @@
 
 #include <filesystem>
 
+#include "files/Files.h"
 #include "KilledProcess.h"
+#include "log/ErrorLog.h"
 #include "model/Project.h"
-#include "platform/ErrorLog.h"
-#include "platform/Files.h"
-#include "platform/FileSizeLimit.h"
-#include "platform/RunJournal.h"
+#include "saving/FileSizeLimit.h"
+#include "saving/RunJournal.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"

@@ -1,8 +1,8 @@
 #include "DeckOnDisk.h"
 #include "engine/SearchFunctions.h"
+#include "log/Warnings.h"
 #include "model/Project.h"
 #include "office/builtin/xml/XmlDocument.h"
-#include "platform/Warnings.h"
 
 /// Parts that are no XML: whatever a job looks for, the file fails or its report tells.
 namespace tessarine::test

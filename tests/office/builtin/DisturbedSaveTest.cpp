@@ -2,11 +2,11 @@
 #include <fstream>
 
 #include "DeckOnDisk.h"
+#include "files/FileLock.h"
+#include "files/RandomAccessFile.h"
+#include "log/ErrorLog.h"
 #include "office/builtin/package/FileKind.h"
 #include "office/builtin/Provider.h"
-#include "platform/ErrorLog.h"
-#include "platform/FileLock.h"
-#include "platform/RandomAccessFile.h"
 #include "support/CompoundFile.h"
 #include "support/WarningRecorder.h"
 

@@ -1,7 +1,7 @@
 #include "office/builtin/shapes/ShapeTreePart.h"
 
 #include "DeckOnDisk.h"
-#include "platform/RandomAccessFile.h"
+#include "files/RandomAccessFile.h"
 
 namespace tessarine::test
 {

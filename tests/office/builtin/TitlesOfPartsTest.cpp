@@ -1,5 +1,5 @@
 #include "DeckOnDisk.h"
-#include "platform/Warnings.h"
+#include "log/Warnings.h"
 
 /// The list of titles in docProps/app.xml, which must not keep a name that was replaced in a title.
 namespace tessarine::test

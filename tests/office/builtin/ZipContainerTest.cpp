@@ -4,7 +4,7 @@
 #include "DeckOnDisk.h"
 #include "office/builtin/objects/PresentationObject.h"
 #include "office/builtin/presentation/PresentationFile.h"
-#include "platform/ReplacementFile.h"
+#include "saving/ReplacementFile.h"
 #include "support/Fixtures.h"
 
 namespace tessarine::test

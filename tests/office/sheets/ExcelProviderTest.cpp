@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "files/Files.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine::sheets

@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "files/Files.h"
 #include "office/sheets/Table.h"
 #include "office/sheets/WorkbookFile.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
-#include "platform/FileSizeLimit.h"
+#include "saving/FileSizeLimit.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"

@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "files/Files.h"
 #include "office/sheets/WorkbookFile.h"
 #include "platform/Failure.h"
-#include "platform/Files.h"
 
 namespace tessarine::sheets
 {

@@ -3,7 +3,7 @@
 #include <QAction>
 
 #include "app/Main.h"
-#include "platform/Files.h"
+#include "files/Files.h"
 
 // The close of the window: the default project, and the question about unsaved changes.
 

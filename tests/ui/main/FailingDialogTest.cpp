@@ -1,6 +1,6 @@
 #include "ui/main/MainWindowTest.h"
 
-#include "platform/Files.h"
+#include "files/Files.h"
 
 // A file dialog that fails in another way than by a cancel: opening and saving a project stop at it, the other commands
 // go on with the file name that the dialog had before.

@@ -1,6 +1,6 @@
 #include "ui/main/MainWindowTest.h"
 
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "platform/ProgramFolder.h"
 
 // Import and export of the list of pairs, and what the file dialog that all commands share keeps from its last use.

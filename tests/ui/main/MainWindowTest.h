@@ -11,8 +11,8 @@
 
 #include "app/GlobalState.h"
 #include "i18n/QtText.h"
+#include "log/ErrorLog.h"
 #include "model/FindAndReplaceItem.h"
-#include "platform/ErrorLog.h"
 #include "support/FakePowerPoint.h"
 #include "support/MessageRecorder.h"
 #include "support/qt/ShellRecorder.h"

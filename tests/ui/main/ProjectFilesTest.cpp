@@ -3,7 +3,7 @@
 #include <QAction>
 #include <QMenu>
 
-#include "platform/Files.h"
+#include "files/Files.h"
 
 // Opening and saving of project files, and the menu of those last used.
 

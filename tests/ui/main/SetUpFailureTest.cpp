@@ -1,4 +1,4 @@
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "ui/main/FailingPowerPointTest.h"
 
 // A PowerPoint that can't be had, or a first file that can't be taken up: what goes wrong before the first open of a

@@ -4,7 +4,7 @@
 #include <QProgressBar>
 #include <QTabWidget>
 
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "platform/ProgramFolder.h"
 #include "shell/TaskbarProgress.h"
 #include "support/Fixtures.h"

@@ -3,7 +3,7 @@
 #include <QTabWidget>
 
 #include "app/GlobalState.h"
-#include "platform/ErrorLog.h"
+#include "log/ErrorLog.h"
 #include "ui/run/ProcessingWindowTest.h"
 
 namespace tessarine

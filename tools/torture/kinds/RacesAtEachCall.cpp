@@ -277,17 +277,22 @@ void PlayRound(Round& round)
     const Path aside = round.Folder() / "other";
     std::filesystem::create_directories(aside);
     const auto other = OtherOf(round.Number() % programs, scene.PathOf(scene.Decks()[0]), aside);
+    const Path deck = scene.PathOf(scene.Decks()[0]);
+    const Snapshot before = SnapshotOf(deck);
     Snapshot left;
     Outcome outcome;
     bool finished = false;
+    bool beforeRename = false;  // the other program's last step; a run that is disturbed makes more calls or fewer
     {
         Running running(round, scene.CallOf(operation).AsksAt({first, second}));
         if (running.NextQuestion()) {
+            beforeRename = SnapshotOf(deck).inode == before.inode;
             other->Begin();
-            left = SnapshotOf(scene.PathOf(scene.Decks()[0]));
+            left = SnapshotOf(deck);
             running.LetGo();
             const auto later = running.NextQuestion();
             if (later && !IsRename(*later)) {
+                beforeRename = beforeRename && SnapshotOf(deck).inode == left.inode;
                 other->Finish();
                 finished = true;
             }
@@ -307,11 +312,10 @@ void PlayRound(Round& round)
     const Report report = ReadReport(outcome);
     if (!report.hasSummary)
         round.Add(Harm::Other, "there is no summary");
-    const bool beforeRename = finished ? second <= span.rename : first <= span.rename;
     CheckDeck(round, scene, *other, beforeRename, report.Of("a.pptx"));
     CheckBackup(round, scene, *other);
     // A file that somebody else put there keeps the mode that it came with.
-    const Snapshot now = SnapshotOf(scene.PathOf(scene.Decks()[0]));
+    const Snapshot now = SnapshotOf(deck);
     if (now.inode == left.inode && now.content == left.content && now.mode != left.mode)
         round.Add(Harm::Other, "the mode of the other program's file was changed");
     scene.CheckNothingLeftOver();

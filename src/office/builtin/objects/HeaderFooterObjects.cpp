@@ -1,9 +1,9 @@
 #include "office/builtin/objects/HeaderFooterObjects.h"
 
+#include "log/Warnings.h"
 #include "office/builtin/reader/Refusals.h"
 #include "platform/Failure.h"
 #include "platform/ParagraphBreaks.h"
-#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {

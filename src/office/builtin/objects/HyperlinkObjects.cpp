@@ -1,8 +1,8 @@
 #include "office/builtin/objects/HyperlinkObjects.h"
 
+#include "log/Warnings.h"
 #include "office/builtin/objects/ListObject.h"
 #include "office/builtin/objects/TooLong.h"
-#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {

@@ -1,10 +1,10 @@
 #include "office/builtin/objects/PropertyObjects.h"
 
+#include "log/Warnings.h"
 #include "office/builtin/objects/BuiltInPropertyRules.h"
 #include "office/builtin/objects/TooLong.h"
 #include "office/builtin/reader/Refusals.h"
 #include "platform/CheckedInteger.h"
-#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {

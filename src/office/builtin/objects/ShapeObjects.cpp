@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "log/Warnings.h"
 #include "office/builtin/objects/ListObject.h"
 #include "office/builtin/objects/TextRanges.h"
 #include "office/builtin/objects/TooLong.h"
 #include "platform/Failure.h"
 #include "platform/ParagraphBreaks.h"
-#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 
+#include "log/Warnings.h"
 #include "office/builtin/objects/OpenFile.h"
 #include "platform/Failure.h"
 #include "platform/String.h"
-#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {

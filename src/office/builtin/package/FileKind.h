@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RandomAccessFile.h"
+#include "files/RandomAccessFile.h"
 
 namespace tessarine::builtin
 {

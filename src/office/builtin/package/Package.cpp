@@ -5,7 +5,7 @@
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/package/PartName.h"
 #include "office/builtin/zip/Deflate.h"
-#include "platform/ReplacementFile.h"
+#include "saving/ReplacementFile.h"
 
 namespace tessarine::builtin
 {

@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "files/RandomAccessFile.h"
 #include "office/builtin/limits/Limits.h"
 #include "office/builtin/package/ContentTypes.h"
 #include "office/builtin/package/PartName.h"
@@ -17,8 +18,7 @@
 #include "office/builtin/zip/ZipDirectory.h"
 #include "office/builtin/zip/ZipWriter.h"
 #include "platform/Failure.h"
-#include "platform/RandomAccessFile.h"
-#include "platform/SaveTerms.h"
+#include "saving/SaveTerms.h"
 
 namespace tessarine::builtin
 {

@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/RandomAccessFile.h"
+#include "files/RandomAccessFile.h"
 
 namespace tessarine::builtin
 {

@@ -6,12 +6,12 @@
 #include <unordered_set>
 #include <variant>
 
+#include "log/Treatments.h"
+#include "log/Warnings.h"
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/presentation/UsualPlaces.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "platform/Failure.h"
-#include "platform/Treatments.h"
-#include "platform/Warnings.h"
 
 namespace tessarine::builtin
 {

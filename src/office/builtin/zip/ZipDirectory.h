@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "files/RandomAccessFile.h"
 #include "office/builtin/limits/Limits.h"
-#include "platform/RandomAccessFile.h"
 
 namespace tessarine::builtin
 {

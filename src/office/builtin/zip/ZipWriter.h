@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "office/builtin/zip/ZipDirectory.h"
-#include "platform/ReplacementFile.h"
+#include "saving/ReplacementFile.h"
 
 namespace tessarine::builtin
 {

@@ -1,0 +1,233 @@
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "files/FileLock.h"
+#include "platform/Failure.h"
+#include "platform/FolderOf.h"
+#include "platform/NativePath.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+/// The locks of this process. Few at a time, as a run holds one file.
+std::mutex heldLocksGuard;
+std::vector<FileLock*> heldLocks;
+
+/// The byte whose shared lock is the mark of a run: so far out that no file has it and no program locks it alone.
+constexpr off_t markOffset = (off_t{1} << 62) + 0x7e55a;
+
+struct flock RecordLock(short type, off_t start, off_t length)
+{
+    struct flock lock = {};
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = start;
+    lock.l_len = length;
+    return lock;
+}
+
+bool IsMarkedByAnother(int descriptor)
+{
+    struct flock mark = RecordLock(F_WRLCK, markOffset, 1);
+    // A program's lock of the whole file covers the byte as well, but isn't one of this byte alone.
+    return fcntl(descriptor, F_OFD_GETLK, &mark) == 0 && mark.l_type == F_RDLCK && mark.l_start == markOffset &&
+           mark.l_len == 1;
+}
+
+bool IsLockedForWriting(int descriptor)
+{
+    struct flock lock = RecordLock(F_RDLCK, 0, 0);
+    return fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type == F_WRLCK;
+}
+
+/// Whether the file lies on a share of Windows. A lock there keeps everybody else from reading, and a run opens the
+/// file once more for its backup and for its content.
+bool IsOnWindowsShare(int descriptor)
+{
+    struct statfs system = {};
+    if (fstatfs(descriptor, &system) != 0)
+        return false;
+    const auto type = static_cast<std::uint32_t>(system.f_type);
+    return type == CIFS_SUPER_MAGIC || type == SMB2_SUPER_MAGIC || type == SMB_SUPER_MAGIC;
+}
+
+Failure InUse(const std::string& path, const std::string& text)
+{
+    return {FailureNumber::SharingViolation, FromUtf8("\"" + path + "\" " + text)};
+}
+
+[[noreturn]] void FailForHolder(const std::string& path, LockAttempt attempt)
+{
+    if (attempt == LockAttempt::HeldByARun)
+        throw InUse(path, "is in use by another run; run it again when that has ended");
+    throw InUse(path, "is in use by another program; close it there and run it again");
+}
+
+/// Raises when a lock file stands beside the path.
+void FailIfOpenElsewhere(const std::string& path)
+{
+    const std::string folder(FolderOf(path));
+    const std::string name = path.substr(folder.size());
+    for (const std::string& lockFile : {"~$" + name, ".~lock." + name + "#"}) {
+        struct stat status = {};
+        if (lstat((folder + lockFile).c_str(), &status) == 0)
+            throw InUse(path, "is in use: \"" + lockFile +
+                                  "\" says that another program has it open; close it there, or delete that file if "
+                                  "it was left behind");
+    }
+}
+
+/// What the links at a path's end lead to; empty when the system doesn't tell.
+std::string EndOfLinks(const std::string& path)
+{
+    const std::unique_ptr<char, void (*)(void*)> end(realpath(path.c_str(), nullptr), &std::free);
+    return end ? end.get() : "";
+}
+
+}  // namespace
+
+void MarkAsOurs(int descriptor)
+{
+    // Of the open file, not of the process: it ends with this descriptor, and not when the file is opened once more
+    // and closed.
+    struct flock mark = RecordLock(F_RDLCK, markOffset, 1);
+    fcntl(descriptor, F_OFD_SETLK, &mark);
+}
+
+LockAttempt TryToLock(int descriptor)
+{
+    if (IsOnWindowsShare(descriptor))
+        return LockAttempt::Impossible;
+    // First, so that whoever meets the lock sees the mark, too.
+    MarkAsOurs(descriptor);
+    // Whoever opens a file to read it tries a lock for a moment (RandomAccessFile). That isn't to fail a save.
+    for (long milliseconds = 1; flock(descriptor, LOCK_EX | LOCK_NB) != 0; milliseconds *= 2) {
+        if (errno == EBADF)
+            return LockAttempt::NeedsWriting;
+        if (errno != EWOULDBLOCK)
+            return LockAttempt::Impossible;
+        if (IsMarkedByAnother(descriptor))
+            return LockAttempt::HeldByARun;
+        if (milliseconds > 32)
+            return LockAttempt::HeldByAProgram;
+        const timespec pause = {0, milliseconds * 1'000'000};
+        nanosleep(&pause, nullptr);
+    }
+    return IsLockedForWriting(descriptor) ? LockAttempt::HeldByAProgram : LockAttempt::Locked;
+}
+
+LockAttempt LookAtLocks(int descriptor, const FileIdentity& file)
+{
+    if (FileLock::IsHeldHere(file))
+        return LockAttempt::Locked;
+    if (IsLockedForWriting(descriptor))
+        return LockAttempt::HeldByAProgram;
+    // Locks of this kind can't be asked for, only tried.
+    if (flock(descriptor, LOCK_SH | LOCK_NB) == 0) {
+        // Asking must not keep the lock: the writer that comes next would be refused.
+        flock(descriptor, LOCK_UN);
+        return LockAttempt::Locked;
+    }
+    if (errno != EWOULDBLOCK)
+        return LockAttempt::Impossible;
+    return IsMarkedByAnother(descriptor) ? LockAttempt::HeldByARun : LockAttempt::HeldByAProgram;
+}
+
+FileLock::FileLock(StringView path)
+{
+    const auto native = NativePathIfValid(path);
+    // A run that meets this many new files in a row under one path has a reason to stop.
+    for (int attempts = native ? 8 : 0; attempts > 0; --attempts) {
+        constexpr int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+        FileDescriptor file(open(native->c_str(), O_RDONLY | flags));
+        struct stat status = {};
+        if (!file.IsOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+            return;
+        const FileIdentity identity{status.st_dev, status.st_ino};
+
+        LockAttempt attempt = TryToLock(file.get());
+        if (attempt == LockAttempt::NeedsWriting) {
+            file = FileDescriptor(open(native->c_str(), O_RDWR | flags));
+            // A read-only one goes without a lock: a new file may take its place all the same.
+            if (!file.IsOpen())
+                return;
+            if (const auto state = FileStateOf(file.get()); !state || state->identity != identity)
+                continue;
+            attempt = TryToLock(file.get());
+        }
+        if (attempt == LockAttempt::HeldByARun || attempt == LockAttempt::HeldByAProgram)
+            FailForHolder(*native, attempt);
+
+        // Another run may have put a new file there between the two calls; the lock would be on the old one.
+        struct stat named = {};
+        if (lstat(native->c_str(), &named) != 0)
+            continue;
+        const bool isLink = S_ISLNK(named.st_mode);
+        if (isLink && stat(native->c_str(), &named) != 0)
+            continue;
+        if (FileIdentity{named.st_dev, named.st_ino} != identity)
+            continue;
+
+        FailIfOpenElsewhere(*native);
+        if (isLink)
+            FailIfOpenElsewhere(EndOfLinks(*native));
+        if (attempt != LockAttempt::Locked)
+            return;
+        file_ = std::move(file);
+        identity_ = identity;
+        path_ = path;
+        const std::scoped_lock guard(heldLocksGuard);
+        heldLocks.push_back(this);
+        return;
+    }
+    if (native && FileStateOf(path))
+        throw InUse(*native, "is replaced again and again by another program; run it again when that has ended");
+}
+
+FileLock::~FileLock()
+{
+    const std::scoped_lock guard(heldLocksGuard);
+    std::erase(heldLocks, this);
+}
+
+bool FileLock::IsHeldHere(const FileIdentity& file)
+{
+    const std::scoped_lock guard(heldLocksGuard);
+    return std::ranges::any_of(heldLocks, [&](const FileLock* lock) { return lock->identity_ == file; });
+}
+
+bool FileLock::IsOnAnother(StringView path, const FileIdentity& file)
+{
+    const std::scoped_lock guard(heldLocksGuard);
+    return std::ranges::any_of(heldLocks,
+                               [&](const FileLock* lock) { return lock->path_ == path && lock->identity_ != file; });
+}
+
+void FileLock::GiveTo(FileDescriptor newFile, const FileIdentity& old)
+{
+    const std::scoped_lock guard(heldLocksGuard);
+    const auto held = std::ranges::find_if(heldLocks, [&](const FileLock* lock) { return lock->identity_ == old; });
+    const auto state = held == heldLocks.end() ? std::nullopt : FileStateOf(newFile.get());
+    if (!state)
+        return;
+    (*held)->file_ = std::move(newFile);
+    (*held)->identity_ = state->identity;
+}
+
+}  // namespace tessarine

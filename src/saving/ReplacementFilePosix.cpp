@@ -1,0 +1,427 @@
+#include "saving/ReplacementFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+
+#include "files/FileFailure.h"
+#include "files/FileLock.h"
+#include "log/ErrorLog.h"
+#include "log/Warnings.h"
+#include "platform/FolderOf.h"
+#include "platform/NativePath.h"
+#include "saving/NewFile.h"
+#include "saving/RunJournal.h"
+#include "saving/WriteOver.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+/// Bytes that a write to the system takes at once. Zip files are written in many small pieces.
+constexpr std::size_t bufferSize = 1 << 16;
+
+/// Whether this process may write the file, by the rights that it acts with.
+bool MayWrite(int folder, const std::string& name)
+{
+    return faccessat(folder, name.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+/// The file of a name in a folder, for its attributes; one that can't be read is opened for its name alone.
+FileDescriptor OpenForAttributes(int folder, const std::string& name)
+{
+    constexpr int flags = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    FileDescriptor file(openat(folder, name.c_str(), O_RDONLY | flags));
+    if (!file.IsOpen() && errno == EACCES)
+        file = FileDescriptor(openat(folder, name.c_str(), O_PATH | flags));
+    return file;
+}
+
+bool IsClosed(int error)
+{
+    return error == EACCES || error == EPERM;
+}
+
+std::string AbsolutePath(const std::string& path)
+{
+    return std::filesystem::absolute(path).string();
+}
+
+}  // namespace
+
+ReplacementFile::ReplacementFile(StringView path, Kind kind, OpenedFile* opened, const SaveTerms& terms)
+    : kind_(kind),
+      givenPath_(path),
+      terms_(terms),
+      opened_(opened),
+      place_(NativePath(path), kind == Kind::Copy ? FilePlace::Links::Refused : FilePlace::Links::FollowedIfOwn,
+             [this](FileTrouble trouble, const std::string& at, const std::string& reason) {
+                 return FailureFor(trouble, at, reason);
+             }),
+      newFolder_(FolderOf(place_.path))
+{
+    struct stat status = {};
+    if (fstatat(place_.folder.get(), place_.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        old_ = StateFrom(status);
+        oldNames_ = status.st_nlink;
+    } else if (errno != ENOENT) {
+        throw FailureFor(errno, "save");
+    }
+}
+
+ReplacementFile::ReplacementFile(StringView path, Missing missing, const SaveTerms& terms)
+    : ReplacementFile(path, Kind::Save, nullptr, terms)
+{
+    if (!old_ && missing == Missing::Fails)
+        throw FailureFor(ENOENT, "save");
+    if (old_)
+        TakeAttributesOfOldFile();
+    else
+        attributes_ = KeptAttributes::OfNewFileIn(place_.folder.get());
+    MakeNewFile();
+}
+
+ReplacementFile::ReplacementFile(StringView path, OpenedFile& opened, const SaveTerms& terms)
+    : ReplacementFile(path, Kind::Save, &opened, terms)
+{
+    if (!old_)
+        throw FailureFor(ENOENT, "save");
+    TakeAttributesOfOldFile();
+    // After the look at its permissions: whoever has protected it since is told of that.
+    if (old_ != opened.Expected())
+        throw ChangedByOthers();
+    MakeNewFile();
+}
+
+ReplacementFile::ReplacementFile(StringView path, const CopyOf& original)
+    : ReplacementFile(path, Kind::Copy, nullptr, {})
+{
+    const auto folder = FileStateOf(place_.folder.get());
+    if (original.folder && (!folder || folder->identity != *original.folder))
+        throw FailureFor(FileTrouble::InUse, place_.path,
+                         "another program has put another folder in place of its own; run it again");
+    if (original.mustBeNew && old_)
+        throw FailureFor(FileTrouble::NotPermitted, place_.path, "another file has this name already");
+    attributes_ = KeptAttributes::Of(original.original);
+    if (!attributes_)
+        throw FailureFor(errno, "save");
+    MakeNewFile();
+}
+
+ReplacementFile::ReplacementFile(StringView path, const PutBack& copy)
+    : ReplacementFile(path, Kind::PutBack, nullptr, copy.terms)
+{
+    const auto ofCopy = KeptAttributes::Of(copy.copy);
+    if (!ofCopy)
+        throw FailureFor(errno, "save");
+    attributes_ = ofCopy;
+    if (old_) {
+        TakeAttributesOfOldFile();
+        attributes_->TakeAccessFrom(*ofCopy);
+    }
+    MakeNewFile();
+}
+
+ReplacementFile::~ReplacementFile() = default;
+
+void ReplacementFile::TakeAttributesOfOldFile()
+{
+    // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
+    if (kind_ == Kind::Save && !MayWrite(place_.folder.get(), place_.name))
+        throw FailureFor(errno, "save");
+    if (opened_ != nullptr && opened_->State().identity == old_->identity) {
+        attributes_ = KeptAttributes::Of(opened_->Descriptor());
+    } else {
+        const FileDescriptor file = OpenForAttributes(place_.folder.get(), place_.name);
+        attributes_ = file.IsOpen() ? KeptAttributes::Of(file.get()) : std::nullopt;
+    }
+    if (!attributes_)
+        throw FailureFor(errno, "save (its attributes can't be read)");
+}
+
+void ReplacementFile::MakeNewFile()
+{
+    newFile_ = std::make_unique<NewFile>(place_.folder.get());
+    if (!newFile_->IsOpen()) {
+        const int error = errno;
+        if (old_ && IsClosed(error) && terms_.inPlaceWhereFolderIsClosed && !ApplicationDataFolder.empty()) {
+            newFolder_ = NativePath(ApplicationDataFolder) + "/";
+            otherFolder_ = OpenFolder(AT_FDCWD, newFolder_);
+            newFile_ = std::make_unique<NewFile>(otherFolder_.get());
+        }
+        if (!newFile_->IsOpen())
+            throw FailureFor(error, "save (no new file can be made beside it)");
+    }
+    pending_.reserve(bufferSize);
+}
+
+Failure ReplacementFile::FailureFor(int error, const char* attempt) const
+{
+    return kind_ == Kind::Save ? SystemFileFailure(error, attempt, place_.path)
+                               : ClassicFileFailure(error, "write", place_.path);
+}
+
+Failure ReplacementFile::FailureFor(FileTrouble trouble, const std::string& path, const std::string& reason) const
+{
+    return kind_ == Kind::Save ? SystemFileFailure(trouble, "save", path, reason)
+                               : ClassicFileFailure(trouble, "write", path, reason);
+}
+
+Failure ReplacementFile::ChangedByOthers() const
+{
+    return FailureFor(FileTrouble::InUse, place_.path,
+                      std::string("it was changed by another program ") +
+                          (opened_ != nullptr ? "since it was opened" : "while it was being saved") + "; run it again");
+}
+
+void ReplacementFile::WarnOf(const std::string& text) const
+{
+    Warn(givenPath_, FromUtf8(text));
+}
+
+void ReplacementFile::Write(std::span<const std::byte> bytes)
+{
+    // What is pending stays within the reserved size, unless one piece alone is longer.
+    if (pending_.size() + bytes.size() > bufferSize)
+        Flush();
+    pending_.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    position_ += bytes.size();
+    if (pending_.size() >= bufferSize)
+        Flush();
+}
+
+void ReplacementFile::Flush()
+{
+    if (!newFile_->Write(pending_))
+        throw FailureFor(errno, "save");
+    pending_.clear();
+}
+
+void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t offset, std::uint64_t length)
+{
+    // The system copies from file to file without the way through this process, which pays for long ranges only.
+    constexpr std::uint64_t worthACall = 16384;
+    if (source.Descriptor() >= 0 && length >= worthACall) {
+        // The pending bytes stand before the range.
+        Flush();
+        off_t from = static_cast<off_t>(offset);
+        while (length > 0) {
+            const ssize_t count =
+                copy_file_range(source.Descriptor(), &from, newFile_->Descriptor(), nullptr, length, 0);
+            if (count <= 0)
+                break;  // not supported between these files, or a fault that the plain way below reports
+            offset += static_cast<std::uint64_t>(count);
+            position_ += static_cast<std::uint64_t>(count);
+            length -= static_cast<std::uint64_t>(count);
+        }
+    }
+    std::array<std::byte, bufferSize> buffer;
+    while (length > 0) {
+        const auto part = std::span(buffer).first(std::min<std::uint64_t>(buffer.size(), length));
+        source.Read(offset, part);
+        Write(part);
+        offset += part.size();
+        length -= part.size();
+    }
+}
+
+void ReplacementFile::Commit()
+{
+    Flush();
+    CheckSource();
+    // Each of the three asks for its own reasons; the attributes last, as it gives them.
+    const bool isInPlace = otherFolder_.IsOpen() || (oldNames_ > 1 && terms_.inPlaceLinks) || !GiveAttributes();
+    // Before the rename: after a power cut the name must not lead to a file without its bytes.
+    if (!newFile_->FlushToDisk())
+        throw FailureFor(errno, "save (flushing to the disk failed)");
+    isInPlace ? WriteIntoOldFile() : TakePlace();
+}
+
+/// What was copied is not a mixture of two contents. The state alone is asked here; CheckPlace does the rest.
+void ReplacementFile::CheckSource() const
+{
+    if (opened_ != nullptr && FileStateOf(opened_->Descriptor()) != opened_->State())
+        throw ChangedByOthers();
+}
+
+/// The file that is about to be replaced is the one that was opened, as it was then.
+void ReplacementFile::CheckPlace() const
+{
+    if (FileStateIn(place_.folder.get(), place_.name) != old_)
+        throw ChangedByOthers();
+    if (opened_ != nullptr && opened_->IsRacy() && !opened_->IsUnchanged())
+        throw ChangedByOthers();
+}
+
+/// False when they can't be given and the terms allow to write into the old file, which has them.
+bool ReplacementFile::GiveAttributes()
+{
+    // After the last byte, as writing takes the set-user and set-group bits away.
+    const bool isCopy = kind_ == Kind::Copy || (kind_ == Kind::PutBack && !old_);
+    const auto notKept =
+        isCopy ? attributes_->GiveToCopy(newFile_->Descriptor()) : attributes_->GiveTo(newFile_->Descriptor());
+    if (!notKept)
+        return true;
+    if (old_ && terms_.inPlaceWhereNotKept) {
+        // The new content is again this user's alone, as it has to be when the next start looks at it.
+        static_cast<void>(!fchown(newFile_->Descriptor(), geteuid(), getegid()));
+        fchmod(newFile_->Descriptor(), S_IRUSR | S_IWUSR);
+        return false;
+    }
+    throw FailureFor(FileTrouble::NotPermitted, place_.path,
+                     notKept->what + " can't be given to the new file (" + std::strerror(notKept->error) +
+                         "); save it as its owner, or in place");
+}
+
+void ReplacementFile::TakePlace()
+{
+    NoteReplacement(place_.path, newFile_->Descriptor());
+    CheckPlace();
+    if (old_)
+        TakePlaceOfOldFile();
+    else if (!newFile_->TakeFreePlace(place_.name))
+        throw errno == EEXIST ? ChangedByOthers() : FailureFor(errno, "save");
+    FileDescriptor file = newFile_->Release();
+    NoteSaved(file.get());
+    if (old_)
+        FileLock::GiveTo(std::move(file), old_->identity);
+
+    // Without it the rename may not last. Some network file systems can't flush a folder and say that it makes no
+    // sense.
+    if (fsync(place_.folder.get()) != 0 && errno != EINVAL)
+        WarnOf(std::string("its folder could not be flushed to the disk (") + std::strerror(errno) +
+               "); a power cut may bring the old content back");
+    if (kind_ != Kind::Copy && oldNames_ > 1) {
+        const std::uint64_t others = oldNames_ - 1;
+        WarnOf(others == 1 ? "has 1 more name that keeps the old text"
+                           : "has " + std::to_string(others) + " more names that keep the old text");
+    }
+}
+
+/// Another program may put its own file there, or write to the old one, between any look and the rename. So the two
+/// change places, and what came out is looked at: if it isn't the old file as it was, they change back.
+void ReplacementFile::TakePlaceOfOldFile()
+{
+    constexpr const char* attempt = "save (the new file can't take the old one's place)";
+    if (!newFile_->ChangePlaces(place_.name)) {
+        // Where the file system can't do that, the look right before the rename has to do.
+        if ((errno != EINVAL && errno != ENOSYS) || !newFile_->TakePlace(place_.name))
+            throw FailureFor(errno, attempt);
+        return;
+    }
+    const auto cameOut = FileStateIn(place_.folder.get(), newFile_->Name());
+    const int error = errno;
+    if (cameOut && IsOldFile(*cameOut)) {
+        newFile_->Remove();
+        return;
+    }
+    // Back, also where the new file is gone from there by now.
+    if (newFile_->ChangePlaces(place_.name) || (errno == ENOENT && newFile_->TakeFreePlace(place_.name)))
+        throw cameOut ? ChangedByOthers() : FailureFor(error, attempt);
+    KeepWhatCameOut();
+}
+
+/// The new file has the place, and what it took it from is not known to be the old file and can't go back: others may
+/// have written it. It gets a name that no run removes.
+void ReplacementFile::KeepWhatCameOut()
+{
+    const int error = errno;
+    std::string kept = place_.name + ".kept";
+    if (!newFile_->TakeFreePlace(kept))
+        kept = newFile_->Leave();
+    WarnOf("is saved, but another program may have changed it meanwhile; what was there is kept as \"" + kept + "\" (" +
+           std::strerror(error) + ")");
+}
+
+/// Whether this is the old file, which a rename has changed the last change of and nothing else.
+bool ReplacementFile::IsOldFile(const FileState& state) const
+{
+    return state.identity == old_->identity && state.size == old_->size && state.lastWrite == old_->lastWrite &&
+           (opened_ == nullptr || opened_->HasSameContent());
+}
+
+void ReplacementFile::WriteIntoOldFile()
+{
+    const FileDescriptor file(
+        openat(place_.folder.get(), place_.name.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!file.IsOpen())
+        throw FailureFor(errno, "save (in place)");
+    CheckPlace();
+    if (const auto state = FileStateOf(file.get()); !state || state->identity != old_->identity)
+        throw ChangedByOthers();
+    InPlaceWrite noted(AbsolutePath(place_.path), file.get(), AbsolutePath(newFolder_ + newFile_->Name()));
+    // While the old content is still there. Noted before, because asking for room gives the file a new date.
+    if (!HasRoomFor(file.get(), position_)) {
+        const int error = errno;
+        noted.End();
+        throw FailureFor(error, "save (in place)");
+    }
+    if (!WriteOver(file.get(), newFile_->Descriptor(), position_)) {
+        const int error = errno;
+        throw FailureFor(FileTroubleOf(error, place_.path), place_.path,
+                         std::string(std::strerror(error)) + ", half way; the next start completes it from \"" +
+                             noted.Copy() + "\", which holds the whole new content");
+    }
+    noted.End();
+    isWrittenInPlace_ = true;
+    NoteSaved(file.get());
+}
+
+void ReplacementFile::NoteSaved(int file)
+{
+    const auto state = FileStateOf(file);
+    if (!state)
+        WarnOf(std::string("is saved, but the system doesn't tell its new state (") + std::strerror(errno) + ")");
+    else if (opened_ != nullptr)
+        opened_->NoteOwnSave(*state);
+}
+
+void TouchFile(StringView path)
+{
+    const std::string name = NativePath(path);
+    if (!MayWrite(AT_FDCWD, name))
+        throw SystemFileFailure(errno, "save", name);
+    const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};
+    if (utimensat(AT_FDCWD, name.c_str(), times.data(), 0) == 0)
+        return;
+    // Others than the owner may set both times to now, and nothing else.
+    if (errno != EPERM || utimensat(AT_FDCWD, name.c_str(), nullptr, 0) != 0)
+        throw SystemFileFailure(errno, "save", name);
+}
+
+void TouchFile(StringView path, OpenedFile& opened)
+{
+    const FilePlace place(NativePath(path), FilePlace::Links::FollowedIfOwn,
+                          [](FileTrouble trouble, const std::string& at, const std::string& reason) {
+                              return SystemFileFailure(trouble, "save", at, reason);
+                          });
+    if (!MayWrite(place.folder.get(), place.name))
+        throw SystemFileFailure(errno, "save", place.path);
+    if (FileStateIn(place.folder.get(), place.name) != opened.Expected() || (opened.IsRacy() && !opened.IsUnchanged()))
+        throw SystemFileFailure(FileTrouble::InUse, "save", place.path,
+                                "it was changed by another program since it was opened; run it again");
+    // By the file that is open, unless a save has put another one in its place.
+    const FileDescriptor saved(
+        opened.Expected().identity == opened.State().identity
+            ? -1
+            : openat(place.folder.get(), place.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const int file = saved.IsOpen() ? saved.get() : opened.Descriptor();
+    // A date of our own choice, not the system's now: the journal must know it before the file has it.
+    std::array<timespec, 2> times{{{0, UTIME_OMIT}, {}}};
+    clock_gettime(CLOCK_REALTIME_COARSE, &times[1]);
+    NoteNewDate(file, times[1]);
+    if (futimens(file, times.data()) != 0 && (errno != EPERM || futimens(file, nullptr) != 0))
+        throw SystemFileFailure(errno, "save", place.path);
+    if (const auto state = FileStateOf(file))
+        opened.NoteOwnSave(*state);
+}
+
+}  // namespace tessarine

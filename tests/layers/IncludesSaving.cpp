@@ -1,0 +1,1 @@
+#include "saving/ReplacementFile.h"
