@@ -114,7 +114,9 @@ private:
     // one collection, by a location's rule; a shape whose text fails is a warning
     void SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule, Page page,
                       std::int32_t& total);
-    void WarnOfShape(const Failure& failure, Page page, std::int32_t shape) const;
+    void WarnOfShape(Page page, std::int32_t shape, const String& what) const;
+    // whether a deletion has left occurrences, as it does where one follows right after another
+    bool LeavesNeighbours(powerpoint::TextRange& text) const;
     std::int32_t SearchShapesOfSlides(const ShapeRule& rule);  // all slides, by a location's rule
     void SearchHeaderAndFooterOfNotesMaster(std::int32_t& total);
     void ProcessItem(CounterStatus& status, std::int32_t& runningCount);  // one pair through its locations

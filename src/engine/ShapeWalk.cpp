@@ -25,9 +25,16 @@ void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& sh
     while ((CurrentShape = walk->Next())) {
         ++number;
         if (rule.AcceptsType(CurrentShape->Type()) && rule.AcceptsTextFrame(CurrentShape->HasTextFrame())) {
-            total = CheckedSum(total, SearchFunction(NotNull(CurrentShape->TextFrame())->TextRange()));
+            const auto text = NotNull(CurrentShape->TextFrame())->TextRange();
+            const std::int32_t count = SearchFunction(text);
+            total = CheckedSum(total, count);
             if (textFailure_)
-                WarnOfShape(*textFailure_, page, number);
+                WarnOfShape(page, number,
+                            (mIsFindOnly ? u"its text could not be searched: "
+                                         : u"its text could not be changed completely: ") +
+                                textFailure_->Reason());
+            else if (count > 0 && LeavesNeighbours(*text))
+                WarnOfShape(page, number, u"still holds the text, which stood there twice in a row; run it again");
         }
         if (rule.between == ShapeRule::Between::Yield)
             Yield();
@@ -36,7 +43,16 @@ void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& sh
     }
 }
 
-void SearchFunctions::WarnOfShape(const Failure& failure, Page page, std::int32_t shape) const
+bool SearchFunctions::LeavesNeighbours(powerpoint::TextRange& text) const
+{
+    bool isFound = false;
+    // Nothing else leaves an occurrence that was there: the walk goes on one character after the start of a new text.
+    if (!mIsFindOnly && NotNull(mItem)->ReplaceWith.empty())
+        Skip([&] { isFound = text.Find(mItem->FindWhat, 0, MatchCaseFlag, WholeWordsFlag) != nullptr; });
+    return isFound;
+}
+
+void SearchFunctions::WarnOfShape(Page page, std::int32_t shape, const String& what) const
 {
     const auto text = [](std::int32_t number) { return u' ' + FromUtf8(std::to_string(number)); };
     String where(page.name);
@@ -48,8 +64,7 @@ void SearchFunctions::WarnOfShape(const Failure& failure, Page page, std::int32_
     Skip([&] { name = NotNull(CurrentShape)->Name(); });
     if (!name.empty())
         where += u' ' + QuotedName(name);
-    Warn(path_, where + u": its text could not be " + (mIsFindOnly ? u"searched: " : u"changed completely: ") +
-                    failure.Reason());
+    Warn(path_, where + u": " + what);
 }
 
 }  // namespace tessarine

@@ -399,6 +399,33 @@ TEST_F(ProcessFileTest, NamesTheShapeThatItWarnsOf)
         ElementsAre(Pair(u"/a.pptx", "slide 1, shape 1 \"Title 1\": its text could not be changed completely: gone")));
 }
 
+TEST_F(ProcessFileTest, WarnsOfOccurrencesThatADeletionLeaves)
+{
+    Open({.slides = {{.shapes = {Placeholder(u"catcat, cat"), Placeholder(u"cat cat"), Placeholder(u"dog")}}}});
+    AddItem(u"cat", u"", {Location::Slides});
+    const WarningRecorder warnings;
+
+    const auto results = engine.ProcessFile(u"/a.pptx", {}, {});
+
+    EXPECT_EQ(results->Item(1)->Slides_Replaced(), 4);
+    EXPECT_EQ(content().slides[0].shapes[0].text, u"cat, ");
+    EXPECT_THAT(
+        warnings.Warnings(),
+        ElementsAre(Pair(u"/a.pptx",
+                         "slide 1, shape 1: still holds the text, which stood there twice in a row; run it again")));
+}
+
+TEST_F(ProcessFileTest, WarnsOfNothingWhereTheNewTextHoldsTheOldOne)
+{
+    Open({.slides = {{.shapes = {Placeholder(u"cat")}}}});
+    AddItem(u"cat", u"cats", {Location::Slides});
+    const WarningRecorder warnings;
+
+    engine.ProcessFile(u"/a.pptx", {}, {});
+
+    EXPECT_TRUE(warnings.Warnings().empty());
+}
+
 TEST_F(ProcessFileTest, WarnsOfAShapeThatDoesNotTellItsName)
 {
     Open({.slides = {{.shapes = {Placeholder(u"cat")}}}});
