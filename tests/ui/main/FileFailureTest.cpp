@@ -72,18 +72,15 @@ TEST_F(FileFailure, AtAMatchSkipsTheRestOfThatTextOnly)
 
     Replace();
 
-    EXPECT_THAT(
-        LogLines(),
-        ElementsAre(
-            "Error -2147418111 (Call was rejected by callee.) in procedure SearchFunction" + inEngine,
-            "b.pptx: slide 1, shape 1: its text could not be changed completely: Call was rejected by callee."));
+    EXPECT_THAT(LogLines(),
+                ElementsAre("Error -2147418111 (Call was rejected by callee.) in procedure SearchFunction" + inEngine,
+                            "b.pptx: slide 1, shape 1 \"Title 1\": its text could not be changed completely: Call was "
+                            "rejected by callee."));
     EXPECT_THAT(TextsOf(u"b.pptx"), ElementsAre("Fabrikam", "Contoso", "Contoso"));
-    EXPECT_THAT(
-        Changed(),
-        ElementsAre(
-            "a.pptx", "\tFabrikam", "\t\tSlides (1)", "b.pptx",
-            "\tWarning: slide 1, shape 1: its text could not be changed completely: Call was rejected by callee.",
-            "\tFabrikam", "\t\tSlides (2)", "c.pptx", "\tFabrikam", "\t\tSlides (1)"));
+    EXPECT_THAT(Changed(), ElementsAre("a.pptx", "\tFabrikam", "\t\tSlides (1)", "b.pptx",
+                                       "\tWarning: slide 1, shape 1 \"Title 1\": its text could not be changed "
+                                       "completely: Call was rejected by callee.",
+                                       "\tFabrikam", "\t\tSlides (2)", "c.pptx", "\tFabrikam", "\t\tSlides (1)"));
     EXPECT_EQ(NotOpened(), "");
     ExpectFinished("Finished: 3 of 3 file(s) changed");
 }
