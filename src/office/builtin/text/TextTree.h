@@ -61,6 +61,9 @@ public:
     void RemoveLink(std::size_t element);
 
 private:
+    static constexpr char16_t paragraphBreak = u'\r';
+    static constexpr char16_t lineBreak = u'\v';
+
     /// The tags of a paragraph, once they are needed for an edit.
     struct Paragraph {
         std::string before = {};    // bytes between the paragraph before and this one
@@ -96,6 +99,9 @@ private:
         std::size_t units = 0;      // in front of the item
         std::size_t paragraph = 0;  // the item that begins the paragraph of what is in front
     };
+
+    /// Offsets and lengths in a part fit into 32 bits (see XmlDocument).
+    static std::uint32_t Offset(std::size_t value) { return static_cast<std::uint32_t>(value); }
 
     bool IsEndOfParagraph(std::size_t item) const { return item >= items_.Size() || items_[item].isParagraph; }
     std::size_t EndOfParagraph(std::size_t from) const;
