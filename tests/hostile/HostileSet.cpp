@@ -312,6 +312,18 @@ std::map<std::string, std::function<std::string(std::size_t)>> Decks()
                  deck.Slide(TextBox(u"a"), NotesPage(u"a"));
              return deck.Bytes();
          }},
+        {"OneNotesPageOfManySlides",
+         [](std::size_t n) {
+             const std::string notes = "notesSlide";
+             Deck deck;
+             deck.Slide(TextBox(u"a"), NotesPage(String(n * 48, u'a')));
+             for (std::size_t i = 2; i <= n / 64; ++i) {
+                 deck.Slide(TextBox(u"a"), NotesPage(u"a"));
+                 deck.Edit("ppt/slides/_rels/slide" + Number(i) + ".xml.rels", notes + Number(i) + ".xml",
+                           notes + "1.xml");
+             }
+             return deck.Bytes();
+         }},
         {"OneSlideNamedOften",
          [](std::size_t n) {
              const Deck plain = Deck().Slide(TextBox(u"a"));

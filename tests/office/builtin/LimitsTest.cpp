@@ -69,7 +69,35 @@ void Read(const Deck& deck, const Limits& limits)
         file.Slide(slide).ShapeCount();
 }
 
+/// As the end of its zip file tells.
+std::size_t DirectoryBytesOf(const Deck& deck)
+{
+    const std::string zip = deck.Bytes();
+    constexpr std::size_t endSize = 22;
+    constexpr std::size_t sizeInEnd = 12;
+    std::size_t size = 0;
+    for (std::size_t i = 4; i-- > 0;)
+        size = size << 8 | static_cast<unsigned char>(zip[zip.size() - endSize + sizeInEnd + i]);
+    return size;
+}
+
+/// Of all parts that Read inflates, each once.
+std::size_t BytesReadOf(const Deck& deck)
+{
+    std::size_t sum = 0;
+    for (const char* const name : {"[Content_Types].xml", "_rels/.rels", "ppt/presentation.xml",
+                                   "ppt/_rels/presentation.xml.rels", "ppt/slides/slide1.xml"})
+        sum += deck.EntryBytes(name).size();
+    return sum;
+}
+
 const std::vector<LimitCase> limitCases{
+    {"DirectoryBytes",
+     [](Limits& limits) { limits.directoryBytes = DirectoryBytesOf(Deck().Slide(TextBox(u"a")).Entry("x", "")); },
+     [] { return Deck().Slide(TextBox(u"a")).Entry("x", ""); },
+     [] { return Deck().Slide(TextBox(u"a")).Entry("xy", ""); }},
+    {"PackageXmlBytes", [](Limits& limits) { limits.packageXmlBytes = BytesReadOf(WithSlide("<p:x/>")); },
+     [] { return WithSlide("<p:x/>"); }, [] { return WithSlide("<p:x />"); }},
     {"Parts", [](Limits& limits) { limits.parts = static_cast<std::uint32_t>(EntriesOf(Deck().Slide(TextBox(u"a")))); },
      [] { return Deck().Slide(TextBox(u"a")); }, [] { return Deck().Slide(TextBox(u"a")).Entry("x", ""); }},
     {"PartBytes", [](Limits& limits) { limits.partBytes = 20'000; },
@@ -138,6 +166,57 @@ TEST_P(LimitOf, RefusesOneMore)
 
 INSTANTIATE_TEST_SUITE_P(Engine, LimitOf, testing::ValuesIn(limitCases),
                          [](const auto& limit) { return limit.param.name; });
+
+/// What opening a deck and reading a kind of its properties raises; 0 for nothing.
+template <class Read>
+std::int32_t RaisedByProperties(const Deck& deck, const Limits& limits, Read&& read)
+{
+    const std::string zip = deck.Bytes();
+    builtin::PresentationFile file(BytesInMemory(std::as_bytes(std::span(zip))), limits);
+    try {
+        read(file);
+    } catch (const Failure& failure) {
+        return failure.number;
+    }
+    return 0;
+}
+
+TEST(TextsOfProperties, AreRefusedBeyondTheirLimit)
+{
+    Limits limits;
+    limits.textUnits = 200;
+    const auto builtIn = [](builtin::PresentationFile& file) { file.BuiltIn(); };
+    const auto custom = [](builtin::PresentationFile& file) { file.Custom(); };
+    const auto titled = [](std::size_t size) { return Deck().Core("dc:title", String(size, u'a')).Slide(); };
+    const auto named = [](std::size_t size) { return Deck().Custom(u"x", "lpwstr", String(size, u'a')).Slide(); };
+
+    EXPECT_EQ(RaisedByProperties(titled(200), limits, builtIn), 0);
+    EXPECT_EQ(RaisedByProperties(titled(201), limits, builtIn), FailureNumber::FileCorrupt);
+    EXPECT_EQ(RaisedByProperties(named(200), limits, custom), 0);
+    EXPECT_EQ(RaisedByProperties(named(201), limits, custom), FailureNumber::FileCorrupt);
+}
+
+TEST(ANotesPageOfManySlides, IsRefusedBeyondItsLimit)
+{
+    Deck deck;
+    for (int slide = 0; slide < 3; ++slide)
+        deck.Slide(TextBox(u"a"), NotesPage(u"a"));
+    deck.Edit("ppt/slides/_rels/slide2.xml.rels", "notesSlide2.xml", "notesSlide1.xml");
+    deck.Edit("ppt/slides/_rels/slide3.xml.rels", "notesSlide3.xml", "notesSlide1.xml");
+    const auto walk = [&](const Limits& limits) {
+        const std::string zip = deck.Bytes();
+        builtin::PresentationFile file(BytesInMemory(std::as_bytes(std::span(zip))), limits);
+        for (int pass = 0; pass < 3; ++pass)
+            for (std::size_t slide = 0; slide < file.SlideCount(); ++slide)
+                file.NotesPage(slide)->ShapeCount();
+    };
+    Limits limits;
+    limits.sharedNotesBytes = 2 * deck.EntryBytes("ppt/notesSlides/notesSlide1.xml").size();
+
+    EXPECT_NO_THROW(walk(limits));
+    --limits.sharedNotesBytes;
+    EXPECT_THROW(walk(limits), Failure);
+}
 
 TEST(GrowthByEdits, IsRefusedBeyondItsLimitAndNothingIsSaved)
 {

@@ -125,8 +125,7 @@ TEST(ContentTypesPart, AddsAndRemovesOverridesAndNothingElse)
     auto types = Types("<Override PartName=\"/a.xml\" ContentType=\"t\"/> <!-- kept -->");
 
     types.AddOverride("docProps/core & more.xml", "application/core+xml");
-    types.RemoveOverride("A.XML");
-    types.RemoveOverride("never/there.xml");
+    types.RemoveOverrides({"A.XML", "never/there.xml"});
 
     EXPECT_EQ(types.Bytes(), std::string("<Types xmlns=\"") + typesNamespace +
                                  "\"> <!-- kept --><Override PartName=\"/docProps/core &amp; more.xml\" "

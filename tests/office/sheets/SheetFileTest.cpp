@@ -67,6 +67,17 @@ TEST(SheetFile, OfAPathWithANulIsNeitherOpenedNorSaved)
     EXPECT_EQ(ContentOf(path), "a,b\n");
 }
 
+TEST(SheetFile, IsOpenedUpToTheLimitOfItsSizeAndNotBeyond)
+{
+    const TemporaryFolder folder;
+    const Limits limits{.fileBytes = 100};
+    const String atLimit = folder.Write(u"at.csv", std::string(100, 'a'));
+    const String beyond = folder.Write(u"beyond.csv", std::string(101, 'a'));
+
+    EXPECT_EQ(FailureOfCall([&] { OpenSheet(atLimit, limits); }), "");
+    EXPECT_THAT(FailureOfCall([&] { OpenSheet(beyond, limits); }), testing::HasSubstr("too large to be a list"));
+}
+
 TEST(SheetFile, OfTabSeparatedTextIsOpened)
 {
     const TemporaryFolder folder;

@@ -15,7 +15,11 @@ struct Limits {
     std::uint64_t directoryBytes = 16u << 20;  ///< Central directory of the zip file.
     std::uint32_t parts = 65535;               ///< Entries of the zip file.
     std::uint64_t partBytes = 64u << 20;       ///< One XML part, inflated.
-    std::uint64_t packageXmlBytes = 1u << 30;  ///< All parts that one presentation has had inflated.
+    /// The work on one presentation: its parts, counted each time that one is inflated. Work goes by bytes, so that
+    /// this is its limit of time as well; a clock would refuse good files on slow machines.
+    std::uint64_t packageXmlBytes = 1u << 30;
+    /// Notes pages that several slides name, counted for each slide but the first: each walks all of the page.
+    std::uint64_t sharedNotesBytes = 8u << 20;
 
     /// How many times its packed size a part may have, once it is larger than `alwaysUnpacked`. Markup of thousands of
     /// shapes that are alike gets to 200.
@@ -33,7 +37,7 @@ struct Limits {
     std::uint32_t slides = 65535;
     std::uint32_t shapes = 100'000;       ///< Of one slide, notes page, master or layout.
     std::uint32_t links = 65535;          ///< Of the same.
-    std::size_t textUnits = 1u << 20;     ///< Text of one shape or property, in UTF-16 units.
+    std::size_t textUnits = 3u << 18;     ///< Text of one shape or property, in UTF-16 units.
     std::uint64_t grownBytes = 4u << 20;  ///< What edits may add to a presentation (`BadFormat`).
 
     /// For files of users: what stands above.

@@ -1,12 +1,12 @@
 #include "office/builtin/package/ContentTypes.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "office/builtin/package/PartName.h"
 #include "office/builtin/xml/EditedPart.h"
 #include "office/builtin/xml/RootElement.h"
 #include "office/builtin/xml/XmlDocument.h"
-#include "office/builtin/xml/XmlScanner.h"
 #include "office/builtin/xml/XmlText.h"
 #include "platform/String.h"
 
@@ -111,14 +111,14 @@ void ContentTypes::AddOverride(std::string_view partName, std::string_view type)
               EscapeAttribute(FromUtf8(partName)) + "\" ContentType=\"" + std::string(type) + "\"/>";
 }
 
-void ContentTypes::RemoveOverride(std::string_view partName)
+void ContentTypes::RemoveOverrides(const std::vector<std::string_view>& partNames)
 {
-    const PartNameEqual equal;
+    const std::unordered_set<std::string_view, PartNameHash, PartNameEqual> gone(partNames.begin(), partNames.end());
     const XmlDocument document(bytes_, entryName, limits_);
     for (const Node element : document.Root().ChildElements())
         if (document.Is(element, Ns::ContentTypes, "Override") &&
-            equal(document.Attribute(element, "PartName"), partName))
-            removals_.push_back({document.OffsetOf(element), ScanElement(bytes_, document.OffsetOf(element)).end, {}});
+            gone.contains(document.Attribute(element, "PartName")))
+            removals_.push_back({document.OffsetOf(element), document.RangeOf(element).end, {}});
 }
 
 std::string ContentTypes::Bytes() const

@@ -52,8 +52,8 @@ public:
     /// Gives a part a type of its own. The part must not have an override that stays.
     void AddOverride(std::string_view partName, std::string_view type);
 
-    /// Removes every override of a part from the file's bytes; those that AddOverride added stay.
-    void RemoveOverride(std::string_view partName);
+    /// Removes every override of these parts from the file's bytes, in one pass; those that AddOverride added stay.
+    void RemoveOverrides(const std::vector<std::string_view>& partNames);
 
     bool IsEdited() const { return !removals_.empty() || !added_.empty(); }
     std::string Bytes() const;  ///< The part with the edits made, in UTF-8. Raises as EditedPart does.

@@ -51,6 +51,8 @@ public:
     /// Whether `test` says yes to an entry, given with its name and content type: its override as written, else the
     /// default of its extension in lower case, else "".
     bool HasPart(const std::function<bool(Entry, std::string_view name, std::string_view type)>& test);
+    /// Unpacked, in bytes, as the zip file tells.
+    std::uint64_t SizeOf(Entry entry) const { return directory_.Entries()[entry].size; }
     std::size_t EntryCount() const { return directory_.Entries().size(); }
 
     /// The part that a relationship of another part (of the package, without one) points to; nothing for no
@@ -122,8 +124,8 @@ private:
     std::unordered_map<Entry, Relationships> relationships_;
     std::optional<Relationships> rootRelationships_;
     ZipChanges changes_;
-    std::optional<Failure> halfEdit_;  // why nothing is saved any more
-    mutable std::uint64_t inflated_ = 0;
+    std::optional<Failure> halfEdit_;     // why nothing is saved any more
+    mutable std::uint64_t inflated_ = 0;  // bytes of all parts, each time one was read
     std::uint64_t grown_ = 0;
     mutable std::string packed_;                                // memory used again by every read
     mutable std::unordered_map<Entry, XmlEncoding> encodings_;  // of parts that are not in UTF-8

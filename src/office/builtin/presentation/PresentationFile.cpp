@@ -124,7 +124,14 @@ PageReader* PresentationFile::NotesPage(std::size_t slide)
 {
     const Package::Entry entry = slides_[slide];
     const auto notes = package_.Follow(entry, package_.RelationshipsOf(entry).FirstOf("notesSlide"));
-    return notes ? &Part(*notes) : nullptr;
+    if (!notes)
+        return nullptr;
+    // A page that many slides name is walked for each of them, however large it is.
+    if (askedForNotes_.insert(slide).second && !namedNotesPages_.insert(*notes).second)
+        sharedNotesBytes_ += package_.SizeOf(*notes);
+    if (sharedNotesBytes_ > package_.limits().sharedNotesBytes)
+        throw Damage(package_.NameOf(*notes), "too many slides name it as their notes page");
+    return &Part(*notes);
 }
 
 /// All there are, by their content type (ECMA-376 13.3.5). The relationships of all slides, of which to read them costs
@@ -345,10 +352,12 @@ bool PresentationFile::DropSignatures()
                 gone.push_back(*entry);
         if (const auto links = package_.Find(RelationshipPartName(package_.NameOf(*origin))))
             gone.push_back(*links);
+        std::vector<std::string_view> names;
         for (const Package::Entry entry : gone) {
-            package_.Types().RemoveOverride(package_.NameOf(entry));
+            names.push_back(package_.NameOf(entry));
             package_.Remove(entry);
         }
+        package_.Types().RemoveOverrides(names);
     }
     package_.RelationshipsOf(std::nullopt).Remove(relationship->id);
     return true;

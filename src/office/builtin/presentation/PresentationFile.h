@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "office/builtin/matching/GroupFilter.h"
@@ -30,7 +31,8 @@ public:
     std::size_t SlideCount() override { return slides_.size(); }
     PageReader& Slide(std::size_t slide) override { return Part(slides_[slide]); }
 
-    /// Whatever content type the part has that the slide names as its notes page.
+    /// Whatever content type the part has that the slide names as its notes page. Raises `FileCorrupt` when
+    /// slides share more of notes pages than the limits allow.
     PageReader* NotesPage(std::size_t slide) override;
 
     /// Found through the slide's layout. The first design when the file doesn't say.
@@ -102,6 +104,9 @@ private:
     std::optional<BuiltInProperties> builtIn_;
     std::optional<CustomPropertyPart> custom_;
     std::optional<std::vector<Package::Entry>> notesPages_;  // ascending
+    std::set<std::size_t> askedForNotes_;                    // slides whose notes pages were asked for
+    std::set<Package::Entry> namedNotesPages_;               // those pages
+    std::uint64_t sharedNotesBytes_ = 0;                     // see Limits
     std::optional<GroupFilter> slidesFilter_;
     std::optional<GroupFilter> notesFilter_;
 };

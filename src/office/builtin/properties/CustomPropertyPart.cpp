@@ -178,6 +178,10 @@ CustomPropertyPart::CustomPropertyPart(Package& package) : package_(package)
         return;
     bytes_ = package.ReadXml(*entry_);
     properties_ = PropertiesOf(XmlDocument(bytes_, package.NameOf(*entry_), package.limits()));
+    for (const Property& property : properties_)
+        if (const auto* const text = std::get_if<String>(&property.value);
+            text != nullptr && text->size() > package.limits().textUnits)
+            throw Damage(package.NameOf(*entry_), "a property is too long", property.offset);
 }
 
 std::vector<CustomPropertyPart::Property> CustomPropertyPart::PropertiesOf(const XmlDocument& document)

@@ -87,6 +87,10 @@ PropertyPart::PropertyPart(Package& package, Which which) : package_(package), w
     });
     elements_ = ElementsOf(document);
     titles_ = TitlesOf(document);
+    for (const auto* const texts : {&elements_, &titles_})
+        for (const Element& element : *texts)
+            if (element.text.size() > package.limits().textUnits)
+                throw Damage(package.NameOf(*entry_), "a property is too long", element.offset);
 }
 
 std::vector<PropertyPart::Element> PropertyPart::TitlesOf(const XmlDocument& document)
@@ -280,7 +284,7 @@ void PropertyPart::AddPart()
         name = std::string(kind.partName.substr(0, kind.partName.rfind('.'))) + std::to_string(number) + ".xml";
     if (!added_) {
         if (package_.Types().TypeOf(name) != kind.contentType) {
-            package_.Types().RemoveOverride(name);
+            package_.Types().RemoveOverrides({name});
             package_.Types().AddOverride(name, kind.contentType);
         }
         // A package may name one such part only, so that a relationship that leads nowhere is led to the new one.
