@@ -342,9 +342,9 @@ struct UnitSink {
             const char16_t unit = text[i];
             const bool isPair = IsPairAt(text, i);
             const std::size_t length = isPair ? 4 : unit < 0x80 || IsSurrogate(unit) ? 1 : unit < 0x800 ? 2 : 3;
-            units.push_back({unit, begin, begin + length, inCData});
+            Put(unit, begin, begin + length);
             if (isPair)
-                units.push_back({text[++i], begin, begin + length, inCData});
+                Put(text[++i], begin, begin + length);
             begin += length;
         }
     }
@@ -354,7 +354,12 @@ struct UnitSink {
         String text;
         AppendUtf16(text, codePoint);
         for (const char16_t unit : text)
-            units.push_back({unit, begin, end, inCData});
+            Put(unit, begin, end);
+    }
+
+    void Put(char16_t unit, std::size_t begin, std::size_t end)
+    {
+        units.push_back({unit, inCData, static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)});
     }
 
     std::vector<ContentUnit> units;
@@ -380,12 +385,15 @@ constexpr auto characterClasses = [] {
 std::vector<ContentUnit> ContentUnits(std::string_view content, InnerElements elements)
 {
     UnitSink sink;
+    // A vector that grows takes three times its memory at times. There are no more units than bytes.
+    constexpr std::size_t most = 1u << 20;
+    sink.units.reserve(std::min(content.size(), most));
     ContentReader(content, elements, sink).Read();
     String text(sink.units.size(), u'\0');
     std::ranges::transform(sink.units, text.begin(), &ContentUnit::unit);
     if (const std::vector<Escape> escapes = EscapesIn(text); !escapes.empty())
         JoinEscapes(sink.units, 0, escapes, [](auto first, char16_t unit) {
-            return ContentUnit{unit, first->begin, first[escapeLength - 1].end, first->inCData};
+            return ContentUnit{unit, first->inCData, first->begin, first[escapeLength - 1].end};
         });
     return std::move(sink.units);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,12 +43,12 @@ void AppendContent(std::string_view content, String& text, InnerElements element
 std::string DecodeAttribute(std::string_view value);
 
 /// One UTF-16 unit of an element's content and the bytes that it stands for. Both halves of a surrogate pair have the
-/// same bytes.
+/// same bytes. Kept small, as a text may have very many; parts are smaller than 4 GiB.
 struct ContentUnit {
     char16_t unit;
-    std::size_t begin;
-    std::size_t end;
     bool inCData;  ///< It stands in a CDATA section, where nothing is escaped.
+    std::uint32_t begin;
+    std::uint32_t end;
 };
 
 /// The text of an element's content as units with their bytes, positions counting from the start of `content`.
