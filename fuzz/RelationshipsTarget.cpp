@@ -9,6 +9,7 @@
 #include "office/builtin/xml/XmlDocument.h"
 #include "platform/Failure.h"
 #include "Require.h"
+#include "UndeclaredPrefix.h"
 
 namespace tessarine::fuzz
 {
@@ -82,7 +83,7 @@ void EditContentTypes(const std::string& xml)
         const builtin::ContentTypes again(types.Bytes(), Limits::Small());
         Require(again.TypeOf(partName) == "application/x-new", "an added override reads back");
     } catch (const Failure& failure) {
-        Require(false, failure.what());
+        RequireUndeclaredPrefix(xml, failure);
     }
 }
 

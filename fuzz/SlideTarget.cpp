@@ -12,6 +12,7 @@
 #include "office/builtin/text/TextTree.h"
 #include "platform/Failure.h"
 #include "Require.h"
+#include "UndeclaredPrefix.h"
 #include "WrittenPackage.h"
 
 namespace tessarine::fuzz
@@ -147,7 +148,8 @@ void WalkAndEdit(std::string_view input)
         ShapeTreePart again(package, *entry);
         Require(TextsOf(again.Read()) == texts, "edited texts read back");
     } catch (const Failure& failure) {
-        Require(false, failure.what());  // what was read and edited must stay readable
+        RequireUndeclaredPrefix(xml, failure);
+        throw;
     }
     EditLinkedObjects(part);
     EditLinks(part);

@@ -8,6 +8,8 @@
 #include <string_view>
 
 #include "model/Project.h"
+#include "run/BackupRecord.h"
+#include "saving/JournalEntries.h"
 #include "support/BiffBook.h"
 #include "support/CompoundFile.h"
 #include "support/Fixtures.h"
@@ -141,6 +143,38 @@ void WriteProjects(const SeedFolder& seeds)
     seeds.Write("project_file", "not-a-bag", "a text file");
 }
 
+void WriteRecords(const SeedFolder& seeds)
+{
+    const FileMark mark{.file = 7, .size = 5000, .lastWrite = {1'700'000'000, 5}};
+    const FileEntry file{.path =
+                             "/d\xC3\xA9"
+                             "cks/a b.pptx",
+                         .mark = mark,
+                         .mode = 0444,
+                         .dates = {{{1, 2}, {3, 4}}}};
+    const WriteEntry write{.path = "/a\tb.pptx",
+                           .mark = mark,
+                           .copy = "/.tessarine-abcdef",
+                           .copyMark = mark,
+                           .oldBlocks = {1, 2},
+                           .newBlocks = {3, 0xFFFFFFFF}};
+    const auto asText = [](const JournalFields& fields) {
+        std::string text;
+        for (const std::string& field : fields)
+            text += (text.empty() ? "" : "\t") + field;
+        return text + "\n";
+    };
+    seeds.Write("journal", "file", JournalLine(file.Fields()) + JournalLine(ContentEntry{mark}.Fields()));
+    seeds.Write("journal", "write", JournalLine(write.Fields()));
+    seeds.Write("journal", "without-checksums", asText(file.Fields()) + asText(ContentEntry{mark}.Fields()));
+    seeds.Write("journal", "write-without-checksum", asText(write.Fields()));
+
+    const CopiedContent content{.size = 12345, .checksum = 0xCBF43926};
+    seeds.Write("backup_record", "lines",
+                LineOf({u"a..bak", u"a.pptx", content}) +
+                    LineOf({u"\u00E9 \u05D0.1.bak", u"/x/\u00E9\n.pptx", content}) + "cut");
+}
+
 /// A bare stream with some of every record that is read.
 std::string WorkbookStream(std::uint32_t version)
 {
@@ -205,6 +239,7 @@ int main(int argc, char** argv)
         tessarine::fuzz::WriteDecks(seeds);
         tessarine::fuzz::WriteTexts(seeds);
         tessarine::fuzz::WriteProjects(seeds);
+        tessarine::fuzz::WriteRecords(seeds);
         tessarine::fuzz::WriteLists(seeds);
     } catch (const std::exception& error) {
         std::cerr << "make-fuzz-seeds: " << error.what() << '\n';

@@ -344,6 +344,24 @@ TEST(BuiltInPropertyPut, NeverMakesASecondCoreRelationship)
     EXPECT_THAT(ValidityFaults(deck.Package()), IsEmpty());
 }
 
+TEST(BuiltInPropertyPut, FailsWhereTwoRelationshipsHaveOneId)
+{
+    // To give the relationship of the missing part a target, by its id, would lead the other one away.
+    const DeckOnDisk deck(Deck()
+                              .Slide(Title(u"x"))
+                              .Core("dc:title", u"Fabrikam")
+                              .Without(core)
+                              .Edit("_rels/.rels", "Id=\"rId2\"", "Id=\"rId1\""));
+    const std::string before = deck.Bytes();
+
+    const auto change = [&] {
+        deck.Change([](auto& presentation) { Property(presentation, 1)->PutValue(String(u"Contoso")); });
+    };
+
+    EXPECT_THAT(RaisedBy(change), FailsWith(FailureNumber::FileCorrupt, "several relationships have the id \"rId1\""));
+    EXPECT_EQ(deck.Bytes(), before);
+}
+
 TEST(BuiltInPropertyPut, OfAStrictPackageMakesAStrictPart)
 {
     const DeckOnDisk deck(fixtures::NoProperties().Strict());

@@ -90,5 +90,19 @@ INSTANTIATE_TEST_SUITE_P(
                     EditCase{"SameAttributeTwice", {Edit("<p:e/>", "<p:e xmlns:s='urn:r' r:id='1' s:id='2'/>")}}),
     [](const auto& tested) { return tested.param.name; });
 
+TEST(EditedPart, SaysOfAPartWithAnUndeclaredPrefixThatTheFileIsDamaged)
+{
+    const std::string damaged = "<p:sld xmlns:p=\"urn:p\"><q:t>one</q:t></p:sld>";
+    const builtin::XmlDocument document(damaged, "a part", builtin::Limits::Default());
+
+    const auto edit = [&] {
+        const std::size_t begin = damaged.find("one");
+        builtin::EditedPart(document, {{begin, begin + 3, "two"}}, "a part", builtin::Limits::Default());
+    };
+
+    EXPECT_THAT(RaisedBy(edit), FailsWith(FailureNumber::FileCorrupt,
+                                          "The file is damaged: a part: the prefix of \"q:t\" is not declared"));
+}
+
 }  // namespace
 }  // namespace tessarine::test

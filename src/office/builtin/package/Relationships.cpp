@@ -193,9 +193,24 @@ const Relationship* Relationships::FirstOf(std::string_view kind) const
     return found == relationships_.end() ? nullptr : &*found;
 }
 
+std::size_t Relationships::IndexForEdit(std::string_view id)
+{
+    if (!repeated_) {
+        repeated_.emplace();
+        std::unordered_set<std::string_view> seen;
+        for (const Relationship& relationship : relationships_)
+            if (!seen.insert(relationship.id).second)
+                repeated_->insert(relationship.id);
+    }
+    const std::size_t index = IndexOf(id).value();
+    if (repeated_->contains(id))
+        throw Damage({}, "several relationships have the id \"" + std::string(id) + "\"", relationships_[index].offset);
+    return index;
+}
+
 void Relationships::PutTarget(std::string_view id, std::string target)
 {
-    const std::size_t index = IndexOf(id).value();
+    const std::size_t index = IndexForEdit(id);
     // An empty target has data, too. Without the attribute there is no place for a value.
     if (relationships_[index].target.data() == nullptr)
         throw Damage({}, "a relationship has no target", relationships_[index].offset);
@@ -225,7 +240,7 @@ std::string Relationships::NewId()
 
 std::string_view Relationships::AddLike(std::string_view id, std::string target)
 {
-    const std::string_view newId = Add(relationships_[IndexOf(id).value()].type, std::move(target));
+    const std::string_view newId = Add(relationships_[IndexForEdit(id)].type, std::move(target));
     relationships_.back().external = true;
     return newId;
 }
@@ -246,7 +261,7 @@ std::string_view Relationships::Add(std::string_view type, std::string target)
 
 void Relationships::Remove(std::string_view id)
 {
-    relationships_[IndexOf(id).value()].removed = true;
+    relationships_[IndexForEdit(id)].removed = true;
     edited_ = true;
 }
 

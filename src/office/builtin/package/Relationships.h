@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "office/builtin/limits/Limits.h"
@@ -47,7 +48,8 @@ public:
     const std::vector<Relationship>& All() const { return relationships_; }
 
     /// Points a relationship to another target; the id must exist. Raises `FileCorrupt` for one that the file gives no
-    /// target.
+    /// target, and for an id that the file gives to more than one: nobody knows which of them is meant. So do AddLike
+    /// and Remove.
     void PutTarget(std::string_view id, std::string target);
 
     /// Adds an external relationship of the same type as another one and returns its id, "rId" and the next free
@@ -67,6 +69,7 @@ public:
 private:
     void Index(std::string_view part, const Limits& limits);
     std::optional<std::size_t> IndexOf(std::string_view id) const;
+    std::size_t IndexForEdit(std::string_view id);
     std::string NewId();
     std::string_view Keep(std::string text) { return texts_.emplace_back(std::move(text)); }
 
@@ -75,6 +78,7 @@ private:
     std::vector<Relationship> relationships_;
     mutable std::unordered_map<std::string_view, std::size_t> byId_;  // made when many are asked for one
     std::deque<std::string> texts_;                                   // that do not stand in the bytes as they read
+    std::optional<std::unordered_set<std::string_view>> repeated_;    // ids, from the first edit on
     std::vector<bool> retargeted_;
     std::size_t numbered_ = 0;   // how many of relationships_ largestId_ knows of
     std::size_t largestId_ = 0;  // of ids "rId" with a number

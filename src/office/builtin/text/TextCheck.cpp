@@ -79,8 +79,8 @@ bool TextCheck::ReadsAs(Node body, const ByteEdit& paragraphs, StringView text)
     bytesLeft_ -= markup.size();
     try {
         const XmlDocument document(markup, {}, limits_);
-        if (!HasOnePrefix(document, PrefixOf(old.substr(1))))
-            CheckNamespaces(document, {});
+        if (!HasOnePrefix(document, PrefixOf(old.substr(1))) && NamespaceFault(document))
+            return false;
         elements_ += document.ElementCount();
         return elements_ < std::min(limits_.elements, limits_.denseElements) &&
                builtin::ReadsAs(ReadBodyText(document, document.Root()).text, text);

@@ -156,7 +156,8 @@ EditedPart::EditedPart(const XmlDocument& before, std::vector<ByteEdit> edits, s
                        const Limits& limits)
     : bytes_(ApplyEdits(before.Bytes(), edits)), document_(ReadAgain(bytes_, part, limits))
 {
-    CheckNamespaces(document_, part);
+    if (const auto fault = NamespaceFault(document_))
+        throw NamespaceFault(before) ? Damage(part, *fault) : FailedEdit(part, *fault);
     std::ranges::stable_sort(edits, {}, &ByteEdit::begin);
     Comparison(before, document_, Offsets(edits), part).Run();
 }
@@ -218,13 +219,14 @@ std::string_view PrefixOf(std::string_view name)
     return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
 }
 
-/// Raises when an element or attribute has a prefix that `declarations` don't know, or an attribute is there twice.
-void CheckElement(const XmlDocument& document, Node element, const Declarations& declarations, std::string_view part)
+/// An element or attribute with a prefix that `declarations` don't know, or an attribute that is there twice.
+std::optional<std::string> FaultOfElement(const XmlDocument& document, Node element, const Declarations& declarations)
 {
+    std::optional<std::string> fault;
     const auto check = [&](std::string_view name) {
         const std::string_view prefix = PrefixOf(name);
         if (!prefix.empty() && declarations.UriOf(prefix).empty())
-            throw FailedEdit(part, "the prefix of \"" + std::string(name) + "\" is not declared");
+            fault = "the prefix of \"" + std::string(name) + "\" is not declared";
     };
     check(element.Name());
     std::set<std::pair<std::string_view, std::string_view>> names;
@@ -233,13 +235,14 @@ void CheckElement(const XmlDocument& document, Node element, const Declarations&
             return;
         check(name);
         if (!names.emplace(declarations.UriOf(PrefixOf(name)), LocalName(name)).second)
-            throw FailedEdit(part, "the attribute \"" + std::string(name) + "\" is there twice");
+            fault = "the attribute \"" + std::string(name) + "\" is there twice";
     });
+    return fault;
 }
 
 }  // namespace
 
-void CheckNamespaces(const XmlDocument& document, std::string_view part)
+std::optional<std::string> NamespaceFault(const XmlDocument& document)
 {
     Declarations declarations;
     std::string_view lastPrefix;  // of the last element, declared by the root
@@ -255,9 +258,11 @@ void CheckNamespaces(const XmlDocument& document, std::string_view part)
         const std::string_view prefix = PrefixOf(range.name);
         if (isUsual && prefix == lastPrefix && attributes.find(':') == std::string_view::npos)
             continue;
-        CheckElement(document, element, declarations, part);
+        if (auto fault = FaultOfElement(document, element, declarations))
+            return fault;
         lastPrefix = isUsual ? prefix : std::string_view();
     }
+    return std::nullopt;
 }
 
 }  // namespace tessarine::builtin

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,8 +17,8 @@ namespace tessarine::builtin
 class EditedPart
 {
 public:
-    /// Makes the edits in the bytes of a document. Raises `FileCorrupt` when two edits meet, and, saying that nothing
-    /// was saved, unless
+    /// Makes the edits in the bytes of a document. Raises `FileCorrupt` when two edits meet, when the document had
+    /// undeclared prefixes before, and, saying that nothing was saved, unless
     /// - the new part is well-formed, and all its prefixes are declared,
     /// - outside of the edits it has the elements that it had, at the same bytes and in one another as before,
     /// - each edit brings in whole elements, or changes one start tag. The edits of XML that the engine makes are
@@ -32,8 +33,9 @@ private:
     XmlDocument document_;  // borrows bytes_
 };
 
-/// Raises `FileCorrupt` when an element or attribute has a prefix that is not declared, or two attributes of an element
-/// are the same one under two prefixes (Namespaces in XML 1.0, 5 and 6.3). Linear in the size of the document.
-void CheckNamespaces(const XmlDocument& document, std::string_view part);
+/// What is wrong with a document's prefixes, as the text of a failure: an element or attribute has one that is not
+/// declared, or two attributes of an element are the same one under two prefixes (Namespaces in XML 1.0, 5 and 6.3).
+/// Nothing when all is well. Linear in the size of the document.
+std::optional<std::string> NamespaceFault(const XmlDocument& document);
 
 }  // namespace tessarine::builtin

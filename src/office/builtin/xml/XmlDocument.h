@@ -55,7 +55,7 @@ public:
     /// `bytes` is UTF-8 and must outlive the document. Raises `FileCorrupt` for markup that is not well-formed by XML
     /// 1.0 (also for characters that XML can't hold, an "&" without a reference, attributes without quotes or of the
     /// same name), for a DTD (nothing is ever expanded) and for more or deeper elements than the limits allow. Names
-    /// are looked at where they begin, and namespaces not at all (see CheckNamespaces). `part` names the part in
+    /// are looked at where they begin, and namespaces not at all (see NamespaceFault). `part` names the part in
     /// failures.
     XmlDocument(std::string_view bytes, std::string_view part, const Limits& limits);
 
