@@ -23,6 +23,7 @@
 #include "platform/Crc32.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "saving/NewFile.h"
 
 namespace tessarine
 {
@@ -545,19 +546,11 @@ void BackupFolder::ForgetIn(const Source& source)
         unlinkat(folder, source.name.c_str(), 0);
         return;
     }
-    // All or nothing here too. What a killed process left under the name is of no use to anybody.
-    const std::string newName = source.name + ".new";
-    unlinkat(folder, newName.c_str(), 0);
-    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    FileDescriptor newFile(openat(folder, newName.c_str(), flags, 0600));
-    if (!newFile.IsOpen())
-        return;
-    const bool isOwned = fchown(newFile.get(), status.st_uid, status.st_gid) == 0;
-    const bool isComplete = isOwned && WriteAll(newFile.get(), rest) &&
-                            fchmod(newFile.get(), status.st_mode & 07777) == 0 && fdatasync(newFile.get()) == 0 &&
-                            newFile.Close();
-    if (!isComplete || renameat(folder, newName.c_str(), folder, source.name.c_str()) != 0)
-        unlinkat(folder, newName.c_str(), 0);
+    // All or nothing here too.
+    NewFile newFile(folder);
+    if (newFile.IsOpen() && newFile.Write(rest) && fchown(newFile.Descriptor(), status.st_uid, status.st_gid) == 0 &&
+        fchmod(newFile.Descriptor(), status.st_mode & 07777) == 0 && newFile.FlushToDisk())
+        newFile.TakePlace(source.name);
 }
 
 std::string BackupFolder::PathOf(const std::string& name) const

@@ -240,8 +240,7 @@ void Scene::CheckNothingLeftOver()
             return name == deck.name || name == backupRecord || name.starts_with(BackupOf(deck).filename().string());
         });
         if (!isKnown)
-            if (!isKnown)
-                round_.Add(Harm::Other, (name.starts_with(".tessarine-") ? "a new file" : name) + " is left over");
+            round_.Add(Harm::Other, (name.starts_with(".tessarine-") ? "a new file" : name) + " is left over");
     }
 }
 
