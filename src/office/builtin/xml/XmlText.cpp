@@ -386,7 +386,7 @@ std::vector<ContentUnit> ContentUnits(std::string_view content, InnerElements el
 {
     UnitSink sink;
     // A vector that grows takes three times its memory at times. There are no more units than bytes.
-    constexpr std::size_t most = 1u << 20;
+    constexpr std::size_t most = 1u << 24;
     sink.units.reserve(std::min(content.size(), most));
     ContentReader(content, elements, sink).Read();
     String text(sink.units.size(), u'\0');
