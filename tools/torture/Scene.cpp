@@ -234,10 +234,13 @@ void Scene::CheckAttributes(const std::vector<std::string>& excused)
 
 void Scene::CheckNothingLeftOver()
 {
+    // Where the folder's record can't be used for once, a user has one of his own.
+    const std::string ownRecord = backupRecord + ("-" + std::to_string(geteuid()));
     for (const std::string& name : NamesIn(folder_)) {
         const bool isKnown = std::ranges::any_of(decks_, [&](const Deck& deck) {
             // Of numbered backups the first has the plain name.
-            return name == deck.name || name == backupRecord || name.starts_with(BackupOf(deck).filename().string());
+            return name == deck.name || name == backupRecord || name == ownRecord ||
+                   name.starts_with(BackupOf(deck).filename().string());
         });
         if (!isKnown)
             round_.Add(Harm::Other, (name.starts_with(".tessarine-") ? "a new file" : name) + " is left over");

@@ -301,8 +301,11 @@ void PlayRound(Round& round)
         }
         outcome = running.End();
     }
-    if (!finished)
+    if (!finished) {
+        const auto content = other->Content();
         other->Finish();
+        beforeRename = beforeRename && other->Content() == content;
+    }
     round.Note("another program at call " + std::to_string(first) + " and " + std::to_string(second) +
                "; the deck is opened at " + std::to_string(span.open) + " and replaced at " +
                std::to_string(span.rename));
