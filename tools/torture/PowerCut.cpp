@@ -56,9 +56,11 @@ Disk::Disk(const Path& folder)
         const auto status = StatusOf(entry.path());
         if (!content || !status)
             continue;
-        const FileNumber number = files_.size();
-        files_.push_back({*content, {}});
-        byIdentity_[{status->st_dev, status->st_ino}] = number;
+        // A file with several names is one file.
+        const auto [known, isNew] = byIdentity_.try_emplace({status->st_dev, status->st_ino}, files_.size());
+        if (isNew)
+            files_.push_back({*content, {}});
+        const FileNumber number = known->second;
         names_[entry.path().string()] = certainNames_[entry.path().string()] = number;
     }
 }

@@ -36,10 +36,10 @@ int Open(const char* call, int folder, const char* path, int flags, mode_t mode)
     return file;
 }
 
-int MakeTemporary(const char* call, char* path, int flags)
+int MakeTemporary(const char* call, char* path, int flags, int suffix = 0)
 {
-    static auto* const real = Real<int(char*, int)>("mkostemp");
-    const int file = Pass(call, {-1, path}, real, path, flags);
+    static auto* const real = Real<int(char*, int, int)>("mkostemps");
+    const int file = Pass(call, {-1, path}, real, path, suffix, flags);
     if (file >= 0)
         record::Opened(file, AT_FDCWD, path, false, flags);
     return file;
@@ -109,6 +109,18 @@ int MakeOpenTemporaryFile64(char* path, int flags) asm("mkostemp64");
 int MakeOpenTemporaryFile64(char* path, int flags)
 {
     return MakeTemporary("mkostemp", path, flags);
+}
+
+int MakeTemporaryFileOfKind(char* path, int suffix, int flags) asm("mkostemps");
+int MakeTemporaryFileOfKind(char* path, int suffix, int flags)
+{
+    return MakeTemporary("mkostemps", path, flags, suffix);
+}
+
+int MakeTemporaryFileOfKind64(char* path, int suffix, int flags) asm("mkostemps64");
+int MakeTemporaryFileOfKind64(char* path, int suffix, int flags)
+{
+    return MakeTemporary("mkostemps", path, flags, suffix);
 }
 
 /// A close that fails has closed all the same.
