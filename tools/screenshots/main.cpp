@@ -1,4 +1,5 @@
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -124,10 +125,13 @@ private:
     const QString name_ = "Presentations";
 };
 
-/// The sample decks, and a file that is none.
+/// The sample decks, a backup and a second name of one of them, and a file that is none: what a run asks and warns of.
 void WriteSamples(const QString& folder)
 {
     test::WriteSampleDecks(folder.toStdString());
+    const std::filesystem::path decks = folder.toStdString();
+    std::filesystem::copy_file(decks / "Quarterly review.pptx", decks / "Quarterly review..bak");
+    std::filesystem::create_hard_link(decks / "Quarterly review.pptx", decks / "second name");
     QFile broken(folder + "/Broken.pptx");
     if (!broken.open(QFile::WriteOnly) || broken.write("no presentation") < 0)
         throw std::runtime_error("could not write a broken file");
@@ -188,7 +192,7 @@ void TakeRun(const Camera& camera)
     window.show();
     {
         const QuestionCamera question(camera);
-        window.cmdStartReplacing_Click(StartCommand::Searching);
+        window.cmdStartReplacing_Click(StartCommand::Replacing);
         question.Check();
     }
     frmProcessingDocuments& run = frmProcessingDocuments::Instance();
