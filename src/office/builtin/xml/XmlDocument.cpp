@@ -1,6 +1,7 @@
 #include "office/builtin/xml/XmlDocument.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <set>
 #include <utility>
@@ -203,6 +204,11 @@ private:
     /// What stands between the tag so far and the quote of a value: white space, a name that is new to the tag, "=".
     void ReadAttributeName(std::size_t begin, std::size_t quote)
     {
+        if (IsBlankAndName(begin, quote)) {
+            if (!attributes_.Add(bytes_.substr(begin + 1, quote - begin - 2)))
+                Fail("an attribute is there twice", begin + 1);
+            return;
+        }
         const auto skipSpaceBack = [&](std::size_t at) {
             while (at > begin && IsSpace(bytes_[at - 1]))
                 --at;
@@ -221,15 +227,28 @@ private:
             Fail("an attribute is there twice", name);
     }
 
+    /// The usual form: one blank, a name, "=".
+    bool IsBlankAndName(std::size_t begin, std::size_t quote) const
+    {
+        const char* const bytes = bytes_.data();
+        if (quote < begin + 3 || bytes[begin] != ' ' || bytes[quote - 1] != '=' || !IsNameStart(bytes[begin + 1]))
+            return false;
+        for (std::size_t at = begin + 2; at < quote - 1; ++at)
+            if (!isInNames[static_cast<unsigned char>(bytes[at])])
+                return false;
+        return true;
+    }
+
     /// The names of a tag's attributes.
     class AttributeNames
     {
     public:
         void Clear()
         {
-            few_.clear();
-            many_.clear();
+            count_ = 0;
             seen_ = 0;
+            if (!many_.empty())
+                many_.clear();
         }
 
         /// False for a name that is there already.
@@ -238,11 +257,12 @@ private:
             // Nearly always the first of its kind: one bit of this tells then, and no name need be compared.
             const auto mixed = static_cast<std::size_t>(name.front()) + 3 * static_cast<std::size_t>(name.back());
             const std::uint64_t kind = std::uint64_t{1} << ((mixed + 7 * name.size()) & 63);
-            const bool isNew = (seen_ & kind) == 0 || (few_.size() <= fewest && !std::ranges::count(few_, name));
+            const bool isNewKind = (seen_ & kind) == 0;
             seen_ |= kind;
-            if (few_.size() <= fewest) {
-                few_.push_back(name);
-                return isNew;
+            if (count_ < std::ssize(few_)) {
+                few_[static_cast<std::size_t>(count_++)] = name;
+                return isNewKind ||
+                       std::find(few_.begin(), few_.begin() + count_ - 1, name) == few_.begin() + count_ - 1;
             }
             // A tag may be made to hold as many as a part has room for.
             if (many_.empty())
@@ -251,9 +271,8 @@ private:
         }
 
     private:
-        static constexpr std::size_t fewest = 16;
-
-        std::vector<std::string_view> few_;
+        std::array<std::string_view, 16> few_;
+        std::ptrdiff_t count_ = 0;
         std::set<std::string_view> many_;  // all of them, once there are more
         std::uint64_t seen_ = 0;           // a bit for each kind of name
     };
