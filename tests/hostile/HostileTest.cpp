@@ -37,10 +37,10 @@ Work RunProgram(const std::vector<std::string>& arguments, const std::string& fo
     const pid_t child = fork();
     if (child == 0) {
         const rlimit time{mostSeconds, mostSeconds};
-        constexpr rlim_t gigabyte = 1u << 30;
-        const rlimit memory{2 * gigabyte, 2 * gigabyte};
         setrlimit(RLIMIT_CPU, &time);
 #if !defined(__SANITIZE_ADDRESS__)
+        constexpr rlim_t gigabyte = 1u << 30;
+        const rlimit memory{2 * gigabyte, 2 * gigabyte};
         setrlimit(RLIMIT_AS, &memory);
 #endif
         setenv("XDG_DATA_HOME", folder.c_str(), 1);
