@@ -473,6 +473,9 @@ std::vector<HostileFile> HostileSet(const std::string& findsFolder)
                        .largestPart = plain.size()});
     set.push_back({.name = "BombOf60Megabytes", .make = [] { return Bomb(60u << 20); }, .largestPart = 1});
     set.push_back({.name = "BombOf5Megabytes", .make = [] { return Bomb(5u << 20); }});
+    // Seven characters of the part for each of the text: what keeps them all shows here.
+    set.push_back({.name = "FiveMegabytesOfEscapes",
+                   .make = [] { return DeckOf(SlideXml(ShapeXml(P(Run(Times(700'000, "_x000B_") + "a"))))); }});
     set.push_back({.name = "BombOfElements",
                    .make = [] { return DeckOf(SlideXml(Times(5u << 20, "<p:x/>"))); },
                    .largestPart = 1});

@@ -192,7 +192,7 @@ namespace
 {
 
 /// Reads content front to back: the one definition of what an element's content means but for the escapes, which are
-/// joined afterwards. A sink takes what is read:
+/// joined in what it gives. A sink takes what is read:
 ///
 ///   Plain(bytes, begin)         characters that stand for themselves, in UTF-8
 ///   Unit(codePoint, begin, end) one that stands in bytes [begin, end)
@@ -283,44 +283,44 @@ private:
     std::size_t at_ = 0;
 };
 
-/// "_xHHHH_" of a control character stands for that character; so does "_x005F_" for an underscore in front of what
-/// would be an escape with it.
-struct Escape {
-    std::size_t at;  // of its first unit, of seven
-    char16_t unit;
-};
-
 constexpr std::size_t escapeLength = 7;
+/// Of a text that tells whether an escape is at its start: two escapes that share an underscore.
+constexpr std::size_t escapeReach = 2 * escapeLength - 1;
 
-std::vector<Escape> EscapesIn(StringView text)
+/// What an escape at the start of a text stands for: "_xHHHH_" for a control character, and "_x005F_" for an underscore
+/// in front of what would be an escape with it.
+std::optional<char16_t> EscapedUnit(StringView text)
 {
-    std::vector<Escape> escapes;
-    for (std::size_t at = text.find(u"_x00"); at != StringView::npos; at = text.find(u"_x00", at)) {
-        const auto code = EscapeCode(text.substr(at));
-        const bool isEscape =
-            code && (IsControl(*code) || (*code == '_' && IsControlEscape(text.substr(at + escapeLength - 1))));
-        if (isEscape)
-            escapes.push_back({at, static_cast<char16_t>(*code)});
-        at += isEscape ? escapeLength : 1;
-    }
-    return escapes;
+    const auto code = EscapeCode(text);
+    const bool isEscape =
+        code && (IsControl(*code) || (*code == '_' && IsControlEscape(text.substr(escapeLength - 1))));
+    return isEscape ? std::optional(static_cast<char16_t>(*code)) : std::nullopt;
 }
 
-/// Moves what stands between the escapes together; `join` puts one element in place of an escape's seven.
-template <class Units, class Join>
-void JoinEscapes(Units& units, std::size_t begin, const std::vector<Escape>& escapes, Join&& join)
+/// Puts what escapes stand for in their place, in one pass over the units from `begin` on.
+void JoinEscapes(String& text, std::size_t begin)
 {
-    const auto place = [&](std::size_t at) { return units.begin() + static_cast<std::ptrdiff_t>(begin + at); };
-    auto target = units.end();
-    for (std::size_t i = 0; i < escapes.size(); ++i) {
-        const std::size_t at = escapes[i].at;
-        if (i == 0)
-            target = place(at);
-        *target++ = join(place(at), escapes[i].unit);
-        const auto next = i + 1 < escapes.size() ? place(escapes[i + 1].at) : units.end();
-        target = std::copy(place(at + escapeLength), next, target);
+    constexpr StringView start = u"_x00";
+    std::size_t from = begin;  // of what still has to be moved
+    std::size_t to = begin;
+    const auto moveUpTo = [&](std::size_t end) {
+        std::char_traits<char16_t>::move(text.data() + to, text.data() + from, end - from);
+        to += end - from;
+    };
+    for (std::size_t at = text.find(start, begin); at != String::npos; at = text.find(start, at)) {
+        const auto unit = EscapedUnit(StringView(text).substr(at, escapeReach));
+        if (!unit) {
+            ++at;
+            continue;
+        }
+        moveUpTo(at);
+        text[to++] = *unit;
+        from = at += escapeLength;
     }
-    units.erase(target, units.end());
+    if (from == to)
+        return;
+    moveUpTo(text.size());
+    text.resize(to);
 }
 
 /// Takes content as text alone.
@@ -332,7 +332,8 @@ struct TextSink {
     bool inCData = false;
 };
 
-/// Takes content as units with their bytes.
+/// Takes content as units with their bytes. Escapes are joined as soon as they have been read: seven units for each
+/// character of a long text would take many times its part.
 struct UnitSink {
     /// Each unit tells how many bytes it comes from: a byte that is no UTF-8 is a lone low surrogate (see FromUtf8).
     void Plain(std::string_view bytes, std::size_t begin)
@@ -360,9 +361,34 @@ struct UnitSink {
     void Put(char16_t unit, std::size_t begin, std::size_t end)
     {
         units.push_back({unit, inCData, static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)});
+        if (units.size() - joined == escapeReach)
+            JoinNext();
+    }
+
+    void JoinAll()
+    {
+        while (joined < units.size())
+            JoinNext();
+    }
+
+    /// Joins the next unit with those after it if it begins an escape.
+    void JoinNext()
+    {
+        const auto first = units.begin() + static_cast<std::ptrdiff_t>(joined++);
+        if (first->unit != u'_')
+            return;
+        std::array<char16_t, escapeReach> text{};
+        const auto end =
+            std::transform(first, units.end(), text.begin(), [](const ContentUnit& each) { return each.unit; });
+        if (const auto unit = EscapedUnit(StringView(text.begin(), end))) {
+            first->unit = *unit;
+            first->end = first[escapeLength - 1].end;
+            units.erase(first + 1, first + escapeLength);
+        }
     }
 
     std::vector<ContentUnit> units;
+    std::size_t joined = 0;  // units at the beginning that stay as they are; fewer than an escape's reach follow
     bool inCData = false;
 };
 
@@ -389,12 +415,7 @@ std::vector<ContentUnit> ContentUnits(std::string_view content, InnerElements el
     constexpr std::size_t most = 1u << 24;
     sink.units.reserve(std::min(content.size(), most));
     ContentReader(content, elements, sink).Read();
-    String text(sink.units.size(), u'\0');
-    std::ranges::transform(sink.units, text.begin(), &ContentUnit::unit);
-    if (const std::vector<Escape> escapes = EscapesIn(text); !escapes.empty())
-        JoinEscapes(sink.units, 0, escapes, [](auto first, char16_t unit) {
-            return ContentUnit{unit, first->inCData, first->begin, first[escapeLength - 1].end};
-        });
+    sink.JoinAll();
     return std::move(sink.units);
 }
 
@@ -415,8 +436,7 @@ void AppendContent(std::string_view content, String& text, InnerElements element
     const std::size_t begin = text.size();
     TextSink sink{text};
     ContentReader(content, elements, sink).Read();
-    if (const std::vector<Escape> escapes = EscapesIn(StringView(text).substr(begin)); !escapes.empty())
-        JoinEscapes(text, begin, escapes, [](auto, char16_t unit) { return unit; });
+    JoinEscapes(text, begin);
 }
 
 std::string DecodeAttribute(std::string_view value)
