@@ -681,8 +681,12 @@ std::optional<std::string_view> XmlDocument::DeclarationAt(Node node, std::strin
 /// An attribute value as it reads: references decoded, white space as blanks (XML 1.0 3.3.3).
 std::string_view XmlDocument::Decoded(std::string_view value) const
 {
-    const auto reads = [](char c) { return c != '&' && !(c >= '\t' && c <= '\r'); };
-    if (std::ranges::all_of(value, reads))
+    // Most values are a few characters; those of declarations, of which each part has some, are long.
+    constexpr std::size_t few = 16;
+    constexpr std::string_view special = "&\t\n\r";
+    const auto isSpecial = [&](char c) { return c == '&' || (c >= '\t' && c <= '\r'); };
+    const auto holds = [&](char c) { return value.find(c) != std::string_view::npos; };
+    if (value.size() <= few ? std::ranges::none_of(value, isSpecial) : std::ranges::none_of(special, holds))
         return value;
     return decoded_.emplace_back(DecodeAttribute(value));
 }
