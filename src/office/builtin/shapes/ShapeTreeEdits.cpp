@@ -132,9 +132,10 @@ bool ShapeTreeEdits::TextsReadAgain(const std::vector<ByteEdit>& edits) const
     const XmlDocument& before = original_->document;
     TextCheck check(before, package_.limits());
     auto edit = edits.begin();  // one for each edited body, in their order
-    return std::ranges::all_of(tree_->bodies, [&](const TextBody& body) {
-        return body.Edited() == nullptr || check.ReadsAs(before.ElementAt(body.Offset()), *edit++, body.Text());
+    const bool areTaken = std::ranges::all_of(tree_->bodies, [&](const TextBody& body) {
+        return body.Edited() == nullptr || check.Take(before.ElementAt(body.Offset()), *edit++, body.Text());
     });
+    return areTaken && check.AllReadAsTheyShould();
 }
 
 bool ShapeTreeEdits::Flush(const std::function<void(const ShapeTree& readAgain)>& check)

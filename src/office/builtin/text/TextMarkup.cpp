@@ -56,33 +56,42 @@ BodyText ReadBodyText(const XmlDocument& document, Node body)
         if (!first)
             read.text += u'\r';
         first = false;
-        for (const Node child : paragraph.ChildElements()) {
-            const std::size_t begin = read.text.size();
-            switch (KindOf(document, child)) {
-                case PieceKind::Run:
-                case PieceKind::Field:
-                    document.AppendTextOf(CharactersOf(document, child), read.text);
-                    break;
-                case PieceKind::VolatileField:
-                    document.AppendTextOf(CharactersOf(document, child), read.text);
-                    // A length of 0 would mean a place that no hit may span.
-                    if (read.text.size() > begin)
-                        read.protectedRanges.push_back({begin, read.text.size() - begin});
-                    break;
-                case PieceKind::Break:
-                    read.text += u'\v';
-                    break;
-                case PieceKind::Opaque:
-                    read.protectedRanges.push_back({begin, 0});
-                    break;
-                case PieceKind::Properties:
-                case PieceKind::EndProperties:
-                case PieceKind::Gap:
-                    break;
-            }
-        }
+        AppendParagraph(document, paragraph, read);
     }
     return read;
+}
+
+void AppendParagraph(const XmlDocument& document, Node paragraph, BodyText& read)
+{
+    for (const Node child : paragraph.ChildElements())
+        AppendPiece(document, child, read);
+}
+
+void AppendPiece(const XmlDocument& document, Node child, BodyText& read)
+{
+    const std::size_t begin = read.text.size();
+    switch (KindOf(document, child)) {
+        case PieceKind::Run:
+        case PieceKind::Field:
+            document.AppendTextOf(CharactersOf(document, child), read.text);
+            break;
+        case PieceKind::VolatileField:
+            document.AppendTextOf(CharactersOf(document, child), read.text);
+            // A length of 0 would mean a place that no hit may span.
+            if (read.text.size() > begin)
+                read.protectedRanges.push_back({begin, read.text.size() - begin});
+            break;
+        case PieceKind::Break:
+            read.text += u'\v';
+            break;
+        case PieceKind::Opaque:
+            read.protectedRanges.push_back({begin, 0});
+            break;
+        case PieceKind::Properties:
+        case PieceKind::EndProperties:
+        case PieceKind::Gap:
+            break;
+    }
 }
 
 }  // namespace tessarine::builtin

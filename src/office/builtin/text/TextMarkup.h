@@ -42,5 +42,8 @@ struct BodyText {
     std::vector<ProtectedRange> protectedRanges;
 };
 BodyText ReadBodyText(const XmlDocument& document, Node body);
+/// Adds the text of one paragraph, and of one child of a paragraph.
+void AppendParagraph(const XmlDocument& document, Node paragraph, BodyText& read);
+void AppendPiece(const XmlDocument& document, Node child, BodyText& read);
 
 }  // namespace tessarine::builtin
