@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "files/FileLock.h"
+#include "files/FilePlace.h"
 #include "platform/Failure.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
@@ -152,10 +153,16 @@ LockAttempt LookAtLocks(int descriptor, const FileIdentity& file)
 FileLock::FileLock(StringView path)
 {
     const auto native = NativePathIfValid(path);
+    if (!native)
+        return;
+    // Held open, so that all attempts are about one folder, whatever is put in its place meanwhile.
+    const std::string_view folderPath = FolderOf(*native);
+    const FileDescriptor folder = OpenFolder(AT_FDCWD, std::string(folderPath));
+    const std::string name = native->substr(folderPath.size());
     // A run that meets this many new files in a row under one path has a reason to stop.
-    for (int attempts = native ? 8 : 0; attempts > 0; --attempts) {
+    for (int attempts = 8; attempts > 0; --attempts) {
         constexpr int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-        FileDescriptor file(open(native->c_str(), O_RDONLY | flags));
+        FileDescriptor file(openat(folder.get(), name.c_str(), O_RDONLY | flags));
         struct stat status = {};
         if (!file.IsOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
             return;
@@ -163,7 +170,7 @@ FileLock::FileLock(StringView path)
 
         LockAttempt attempt = TryToLock(file.get());
         if (attempt == LockAttempt::NeedsWriting) {
-            file = FileDescriptor(open(native->c_str(), O_RDWR | flags));
+            file = FileDescriptor(openat(folder.get(), name.c_str(), O_RDWR | flags));
             // A read-only one goes without a lock: a new file may take its place all the same.
             if (!file.IsOpen())
                 return;
@@ -176,10 +183,10 @@ FileLock::FileLock(StringView path)
 
         // Another run may have put a new file there between the two calls; the lock would be on the old one.
         struct stat named = {};
-        if (lstat(native->c_str(), &named) != 0)
+        if (fstatat(folder.get(), name.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0)
             continue;
         const bool isLink = S_ISLNK(named.st_mode);
-        if (isLink && stat(native->c_str(), &named) != 0)
+        if (isLink && fstatat(folder.get(), name.c_str(), &named, 0) != 0)
             continue;
         if (FileIdentity{named.st_dev, named.st_ino} != identity)
             continue;
@@ -196,7 +203,7 @@ FileLock::FileLock(StringView path)
         heldLocks.push_back(this);
         return;
     }
-    if (native && FileStateOf(path))
+    if (FileStateOf(path))
         throw InUse(*native, "is replaced again and again by another program; run it again when that has ended");
 }
 

@@ -69,7 +69,8 @@ struct FileAttributes {
     FileIdentity file = {};  ///< The file that they are of.
 };
 
-/// A file's attributes; of a link those of its target.
+/// A file's attributes; of a link those of its target. `PermissionDenied` where this process holds another file under
+/// the same path (FileLock).
 FileAttributes GetAttributes(StringView path);
 
 /// Puts back what GetAttributes read. A file that still has it is left alone, because only its owner may set a mode,

@@ -15,6 +15,7 @@
 
 #include "files/FileDescriptor.h"
 #include "files/FileFailure.h"
+#include "files/FileLock.h"
 #include "files/KnownFile.h"
 #include "platform/NativePath.h"
 
@@ -195,9 +196,14 @@ void DeleteFile(StringView path)
 
 FileAttributes GetAttributes(StringView path)
 {
-    const Status status = ExistingStatus(NativePath(path));
+    const std::string native = NativePath(path);
+    const Status status = ExistingStatus(native);
+    const FileIdentity file{status.st_dev, status.st_ino};
+    if (FileLock::IsOnAnother(path, file))
+        throw ClassicFileFailure(FileTrouble::NotPermitted, "read the attributes of", native,
+                                 "another file has taken its place");
     const mode_t mode = status.st_mode & 07777;
-    return {(mode & S_IWUSR) ? FileAttribute::Normal : FileAttribute::ReadOnly, mode, {status.st_dev, status.st_ino}};
+    return {(mode & S_IWUSR) ? FileAttribute::Normal : FileAttribute::ReadOnly, mode, file};
 }
 
 void SetAttributes(StringView path, const FileAttributes& attributes)

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "files/Files.h"
 #include "files/RandomAccessFile.h"
 #include "platform/Failure.h"
 #include "support/OrdinaryUser.h"
@@ -155,6 +156,7 @@ TEST_F(LockingAFile, KeepsTheOwnProcessFromAnotherFileInItsPlace)
     std::filesystem::rename(ToUtf8(decks), ToUtf8(folder_.PathOf(u"moved")));
     std::filesystem::create_directory_symlink("other", ToUtf8(decks));
 
+    EXPECT_THROW(GetAttributes(path), Failure);
     try {
         const RandomAccessFile opened(path);
         FAIL();
