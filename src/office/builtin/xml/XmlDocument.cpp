@@ -246,7 +246,6 @@ private:
         void Clear()
         {
             count_ = 0;
-            seen_ = 0;
             if (!many_.empty())
                 many_.clear();
         }
@@ -254,9 +253,16 @@ private:
         /// False for a name that is there already.
         bool Add(std::string_view name)
         {
+            // Most tags have one attribute, which is like no other.
+            if (count_ == 0) {
+                few_[0] = name;
+                count_ = 1;
+                return true;
+            }
+            if (count_ == 1)
+                seen_ = KindOf(few_[0]);
             // Nearly always the first of its kind: one bit of this tells then, and no name need be compared.
-            const auto mixed = static_cast<std::size_t>(name.front()) + 3 * static_cast<std::size_t>(name.back());
-            const std::uint64_t kind = std::uint64_t{1} << ((mixed + 7 * name.size()) & 63);
+            const std::uint64_t kind = KindOf(name);
             const bool isNewKind = (seen_ & kind) == 0;
             seen_ |= kind;
             if (count_ < std::ssize(few_)) {
@@ -271,6 +277,12 @@ private:
         }
 
     private:
+        static std::uint64_t KindOf(std::string_view name)
+        {
+            const auto mixed = static_cast<std::size_t>(name.front()) + 3 * static_cast<std::size_t>(name.back());
+            return std::uint64_t{1} << ((mixed + 7 * name.size()) & 63);
+        }
+
         std::array<std::string_view, 16> few_;
         std::ptrdiff_t count_ = 0;
         std::set<std::string_view> many_;  // all of them, once there are more
