@@ -103,7 +103,8 @@ private:
     bool GiveAttributes();
     void TakePlace();
     void TakePlaceOfOldFile();
-    void KeepWhatCameOut();
+    bool GiveBack();
+    std::string KeepWhatCameOut();
     bool IsOldFile(const FileState& state) const;
     void WriteIntoOldFile();
     void NoteSaved(int file);

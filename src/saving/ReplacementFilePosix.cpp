@@ -323,22 +323,38 @@ void ReplacementFile::TakePlaceOfOldFile()
         newFile_->Remove();
         return;
     }
-    // Back, also where the new file is gone from there by now.
-    if (newFile_->ChangePlaces(place_.name) || (errno == ENOENT && newFile_->TakeFreePlace(place_.name)))
-        throw cameOut ? ChangedByOthers() : FailureFor(error, attempt);
-    KeepWhatCameOut();
+    if (!GiveBack()) {
+        const int reason = errno;
+        WarnOf("is saved, but another program may have changed it meanwhile; what was there is kept as \"" +
+               KeepWhatCameOut() + "\" (" + std::strerror(reason) + ")");
+        return;
+    }
+    throw cameOut ? ChangedByOthers() : FailureFor(error, attempt);
 }
 
-/// The new file has the place, and what it took it from is not known to be the old file and can't go back: others may
-/// have written it. It gets a name that no run removes.
-void ReplacementFile::KeepWhatCameOut()
+/// The place gets back what came out of it, also where the new file is gone from there by now. False, with the reason
+/// in errno, when it can't be.
+bool ReplacementFile::GiveBack()
 {
-    const int error = errno;
-    std::string kept = place_.name + ".kept";
-    if (!newFile_->TakeFreePlace(kept))
-        kept = newFile_->Leave();
-    WarnOf("is saved, but another program may have changed it meanwhile; what was there is kept as \"" + kept + "\" (" +
-           std::strerror(error) + ")");
+    if (!newFile_->ChangePlaces(place_.name))
+        return errno == ENOENT && newFile_->TakeFreePlace(place_.name);
+    // What somebody has put in place of the new file meanwhile is younger than both.
+    const auto cameOut = FileStateIn(place_.folder.get(), newFile_->Name());
+    const auto own = FileStateOf(newFile_->Descriptor());
+    const bool isOwn = cameOut && own && cameOut->identity == own->identity;
+    if (!isOwn && !newFile_->ChangePlaces(place_.name)) {
+        const int reason = errno;
+        WarnOf("was changed by another program; its last change is kept as \"" + KeepWhatCameOut() + "\" (" +
+               std::strerror(reason) + ")");
+    }
+    return true;
+}
+
+/// Gives what has the temporary name one that no run removes, where that can be done. Others may have written it.
+std::string ReplacementFile::KeepWhatCameOut()
+{
+    const std::string kept = place_.name + ".kept";
+    return newFile_->TakeFreePlace(kept) ? kept : newFile_->Leave();
 }
 
 /// Whether this is the old file, which a rename has changed the last change of and nothing else.

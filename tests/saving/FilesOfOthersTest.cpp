@@ -354,6 +354,30 @@ TEST(AChangeInTheLastMoment, IsKeptWhereItCannotGoBack)
     EXPECT_EQ(ContentOf(folder.PathOf(FromUtf8(text.substr(begin, text.find('"', begin) - begin)))), "theirs");
 }
 
+TEST(AChangeInTheLastMoment, GivesWayToALaterOneThatReplacedTheNewFile)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"job.tsq", "old");
+    const auto raised = RaisedBy([&] {
+        ReplacementFile file(path);
+        file.Write(Bytes("new"));
+        const RenameHook hook({[&] {
+                                   folder.Write(u"job.tsq", "theirs");
+                                   return 0;
+                               },
+                               [&] {
+                                   const String latest = folder.Write(u"latest", "their latest");
+                                   std::filesystem::rename(ToUtf8(latest), ToUtf8(path));
+                                   return 0;
+                               }});
+        file.Commit();
+    });
+
+    EXPECT_EQ(raised.number, FailureNumber::SharingViolation);
+    EXPECT_EQ(ContentOf(path), "their latest");
+    EXPECT_EQ(FilesOfFolder(folder.Path()).size(), 1u);
+}
+
 TEST(AChangeInTheLastMoment, GoesBackWhereTheNewFileWasDeletedMeanwhile)
 {
     const TemporaryFolder folder;

@@ -285,7 +285,13 @@ void PlayRound(Round& round)
     bool beforeRename = false;  // the other program's last step; a run that is disturbed makes more calls or fewer
     {
         Running running(round, scene.CallOf(operation).AsksAt({first, second}));
-        if (running.NextQuestion()) {
+        const auto question = running.NextQuestion();
+        if (question && IsRename(*question)) {
+            running.LetGo();
+            running.End();
+            return;
+        }
+        if (question) {
             beforeRename = SnapshotOf(deck).inode == before.inode;
             other->Begin();
             left = SnapshotOf(deck);
