@@ -34,7 +34,7 @@ struct RunBackups::Target {
     BackupFolder::Original original;
     const CheckOpened& check;
 
-    String Name() const { return backup.substr(FolderOf(StringView(backup)).size()); }
+    String Name() const { return String(FileNameOf(StringView(backup))); }
     String PathOf(const String& name) const { return String(FolderOf(StringView(backup))) + name; }
 };
 
@@ -54,7 +54,8 @@ void RunBackups::Make(const String& path, const CheckOpened& check)
     const String backup = BackupTargetOf(path);
     BackupFolder& folder = FolderFor(backup);
     // Between the open and here somebody may have put a folder of somebody else's under this path.
-    if (FolderOf(StringView(backup)) == FolderOf(StringView(path)) && !folder.Holds(String(FileNameOf(path)), check()))
+    if (FolderOf(StringView(backup)) == FolderOf(StringView(path)) &&
+        !folder.Holds(String(FileNameOf(StringView(path))), check()))
         throw Failure(FailureNumber::SharingViolation,
                       u"The folder of the file was replaced by another one; run it again.");
     const Target target{path, backup, folder, folder.OriginalAt(path), check};

@@ -54,11 +54,10 @@ bool SearchFunctions::LeavesNeighbours(powerpoint::TextRange& text) const
 
 void SearchFunctions::WarnOfShape(Page page, std::int32_t shape, const String& what) const
 {
-    const auto text = [](std::int32_t number) { return u' ' + FromUtf8(std::to_string(number)); };
     String where(page.name);
     if (page.slide > 0)
-        where += text(page.slide);
-    where += u", shape" + text(shape);
+        where += u' ' + NumeralOf(page.slide);
+    where += u", shape " + NumeralOf(shape);
     // A page that fails may fail to tell the name, too.
     String name;
     Skip([&] { name = NotNull(CurrentShape)->Name(); });

@@ -84,7 +84,7 @@ Failure InUse(const std::string& path, const std::string& text)
 void FailIfOpenElsewhere(const std::string& path)
 {
     const std::string folder(FolderOf(path));
-    const std::string name = path.substr(folder.size());
+    const std::string name(FileNameOf(std::string_view(path)));
     for (const std::string& lockFile : {"~$" + name, ".~lock." + name + "#"}) {
         struct stat status = {};
         if (lstat((folder + lockFile).c_str(), &status) == 0)
@@ -156,9 +156,8 @@ FileLock::FileLock(StringView path)
     if (!native)
         return;
     // Held open, so that all attempts are about one folder, whatever is put in its place meanwhile.
-    const std::string_view folderPath = FolderOf(*native);
-    const FileDescriptor folder = OpenFolder(AT_FDCWD, std::string(folderPath));
-    const std::string name = native->substr(folderPath.size());
+    const FileDescriptor folder = OpenFolder(AT_FDCWD, std::string(FolderOf(*native)));
+    const std::string name(FileNameOf(std::string_view(*native)));
     // A run that meets this many new files in a row under one path has a reason to stop.
     for (int attempts = 8; attempts > 0; --attempts) {
         constexpr int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;

@@ -13,16 +13,6 @@
 namespace tessarine
 {
 
-namespace
-{
-
-std::string NameIn(const std::string& path)
-{
-    return path.substr(FolderOf(path).size());
-}
-
-}  // namespace
-
 FileDescriptor OpenFolder(int from, const std::string& path)
 {
     const char* const name = path.empty() ? "." : path.c_str();
@@ -34,7 +24,9 @@ FileDescriptor OpenFolder(int from, const std::string& path)
 }
 
 FilePlace::FilePlace(const std::string& givenPath, Links links, const MakeFailure& failure)
-    : path(givenPath), folder(OpenFolder(AT_FDCWD, std::string(FolderOf(path)))), name(NameIn(path))
+    : path(givenPath),
+      folder(OpenFolder(AT_FDCWD, std::string(FolderOf(path)))),
+      name(FileNameOf(std::string_view(path)))
 {
     const auto fail = [&](int error) -> Failure {
         return failure(FileTroubleOf(error, path), path, std::strerror(error));
@@ -82,7 +74,7 @@ FilePlace::FilePlace(const std::string& givenPath, Links links, const MakeFailur
         const std::string next(target.data(), static_cast<std::size_t>(length));
         const std::string nextFolder(FolderOf(next));
         path = next.starts_with('/') ? next : std::string(FolderOf(path)) + next;
-        name = NameIn(next);
+        name = FileNameOf(std::string_view(next));
         if (!nextFolder.empty()) {
             folder = OpenFolder(folder.get(), nextFolder);
             if (!folder.IsOpen())

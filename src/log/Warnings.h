@@ -1,6 +1,8 @@
 #pragma once
 
+#include <concepts>
 #include <functional>
+#include <string>
 
 #include "platform/String.h"
 
@@ -14,6 +16,12 @@ using WarningPort = std::function<void(const String& path, const String& text)>;
 
 /// Replaces the port and returns the one before. An empty port, as at the start, writes to the error log.
 WarningPort SetWarningReceiver(WarningPort port);
+
+/// "12", for the numbers in warnings.
+String NumeralOf(std::integral auto number)
+{
+    return FromUtf8(std::to_string(number));
+}
 
 /// A name or an address as a warning quotes it: in double quotes, without its end where it is very long.
 String QuotedName(StringView name);

@@ -27,6 +27,12 @@ constexpr StringView FileNameOf(StringView path)
     return path.substr(path.rfind(PathSeparator) + 1);
 }
 
+/// The same for a path as the system takes it.
+constexpr std::string_view FileNameOf(std::string_view nativePath)
+{
+    return nativePath.substr(FolderOf(nativePath).size());
+}
+
 /// A folder without the one separator at its end, as messages show it. The root keeps its own.
 constexpr StringView WithoutTrailingSeparator(StringView folder)
 {

@@ -129,7 +129,7 @@ bool Project::CheckFileExt(const String& path) const
         if (path.empty() || !FileExists(path))
             return false;
         // Not a presentation, whatever its extension, but the sign that another program has one open.
-        if (IsLockFileName(path.substr(FolderOf(StringView(path)).size())))
+        if (IsLockFileName(FileNameOf(StringView(path))))
             return false;
         const std::size_t dot = path.rfind(u'.');
         // A path without any dot is logged as a failure, and the file is not taken.

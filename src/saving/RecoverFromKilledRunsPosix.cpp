@@ -219,50 +219,39 @@ Outcome RecoverFiles(const std::vector<JournalFields>& lines, Recovery& recovery
     }
 }
 
-/// What the journals that no process holds tell.
-void RecoverAll(Recovery& recovery)
-{
-    struct Found {
-        std::unique_ptr<JournalFile> file;
-        std::vector<JournalFields> lines;
-    };
-    std::vector<Found> journals;
-    for (auto& file : JournalFile::Abandoned()) {
-        auto lines = ReadJournal(file->Content().value_or(std::string()));
-        journals.push_back({std::move(file), std::move(lines)});
-    }
-    // Writes first: only then is it known which content belongs to the file whose dates are to come back.
-    std::vector<Outcome> outcomes;
-    for (const Found& journal : journals)
-        outcomes.push_back(RecoverWrites(journal.lines, recovery));
-    for (std::size_t i = 0; i < journals.size(); ++i)
-        if (outcomes[i] == Outcome::Settled && RecoverFiles(journals[i].lines, recovery) == Outcome::Settled)
-            journals[i].file->Remove();
-}
-
 }  // namespace
 
 std::vector<RecoveredFile> RecoverFromKilledRuns()
 {
-    Recovery recovery;
-    try {
-        RecoverAll(recovery);
-        // Where a save into a file itself makes its new content when the file's own folder is closed.
-        if (!ApplicationDataFolder.empty())
-            RemoveLeftovers(ApplicationDataFolder);
-    } catch (...) {
-        // Out of memory: the journals stay for the next start.
-    }
-    return recovery.files;
+    const std::vector<RecoveredFile> files = RecoverFromRunsKilledMeanwhile();
+    // Where a save into a file itself makes its new content when the file's own folder is closed.
+    if (!ApplicationDataFolder.empty())
+        RemoveLeftovers(ApplicationDataFolder);
+    return files;
 }
 
 std::vector<RecoveredFile> RecoverFromRunsKilledMeanwhile()
 {
     Recovery recovery;
     try {
-        RecoverAll(recovery);
+        struct Found {
+            std::unique_ptr<JournalFile> file;
+            std::vector<JournalFields> lines;
+        };
+        std::vector<Found> journals;
+        for (auto& file : JournalFile::Abandoned()) {
+            auto lines = ReadJournal(file->Content().value_or(std::string()));
+            journals.push_back({std::move(file), std::move(lines)});
+        }
+        // Writes first: only then is it known which content belongs to the file whose dates are to come back.
+        std::vector<Outcome> outcomes;
+        for (const Found& journal : journals)
+            outcomes.push_back(RecoverWrites(journal.lines, recovery));
+        for (std::size_t i = 0; i < journals.size(); ++i)
+            if (outcomes[i] == Outcome::Settled && RecoverFiles(journals[i].lines, recovery) == Outcome::Settled)
+                journals[i].file->Remove();
     } catch (...) {
-        // As above.
+        // Out of memory: the journals stay for the next start.
     }
     return recovery.files;
 }

@@ -54,15 +54,17 @@ TEST_F(Attributes, ComeBackToTheLastBit)
     EXPECT_EQ(ModeOf(path), 04541u);
 }
 
-TEST_F(Attributes, AreNeverSetThroughALinkPutThereMeanwhile)
+/// Attributes of a file go to no other one that `link` has put there meanwhile.
+void ExpectNeverSetThrough(const TemporaryFolder& folder,
+                           void (*link)(const std::string& victim, const std::string& path))
 {
-    const String path = folder_.Write(u"a.ppt");
-    const String victim = folder_.Write(u"victim");
+    const String path = folder.Write(u"a.ppt");
+    const String victim = folder.Write(u"victim");
     SetMode(path, 0644);
     const FileAttributes saved = GetAttributes(path);
     SetMode(victim, 0400);
     DeleteFile(path);
-    std::filesystem::create_symlink(ToUtf8(victim), ToUtf8(path));
+    link(ToUtf8(victim), ToUtf8(path));
 
     EXPECT_EQ(Skip([&] { SetAttributes(path, saved); }), 70);
     EXPECT_EQ(Skip([&] { ClearAttributes(path, saved); }), 70);
@@ -70,20 +72,18 @@ TEST_F(Attributes, AreNeverSetThroughALinkPutThereMeanwhile)
     EXPECT_EQ(ModeOf(victim), 0400u);
 }
 
+TEST_F(Attributes, AreNeverSetThroughALinkPutThereMeanwhile)
+{
+    ExpectNeverSetThrough(folder_, [](const std::string& victim, const std::string& path) {
+        std::filesystem::create_symlink(victim, path);
+    });
+}
+
 TEST_F(Attributes, AreNeverSetOnAHardLinkPutThereMeanwhile)
 {
-    const String path = folder_.Write(u"a.ppt");
-    const String victim = folder_.Write(u"victim");
-    SetMode(path, 0644);
-    const FileAttributes saved = GetAttributes(path);
-    SetMode(victim, 0400);
-    DeleteFile(path);
-    std::filesystem::create_hard_link(ToUtf8(victim), ToUtf8(path));
-
-    EXPECT_EQ(Skip([&] { SetAttributes(path, saved); }), 70);
-    EXPECT_EQ(Skip([&] { ClearAttributes(path, saved); }), 70);
-
-    EXPECT_EQ(ModeOf(victim), 0400u);
+    ExpectNeverSetThrough(folder_, [](const std::string& victim, const std::string& path) {
+        std::filesystem::create_hard_link(victim, path);
+    });
 }
 
 TEST_F(Attributes, OfAnotherUsersFileAreNotClearedThroughALink)

@@ -330,6 +330,15 @@ TEST(ANewFile, DoesNotReplaceOneThatWasMadeMeanwhile)
     EXPECT_EQ(ContentOf(path), "theirs");
 }
 
+/// A step before a rename in which another program writes the file itself.
+std::function<int()> Writes(const TemporaryFolder& folder)
+{
+    return [&folder] {
+        folder.Write(u"job.tsq", "theirs");
+        return 0;
+    };
+}
+
 TEST(AChangeInTheLastMoment, IsKeptWhereItCannotGoBack)
 {
     const TemporaryFolder folder;
@@ -338,11 +347,7 @@ TEST(AChangeInTheLastMoment, IsKeptWhereItCannotGoBack)
     ReplacementFile file(path);
     file.Write(Bytes("new"));
     const auto fails = [] { return EIO; };
-    const RenameHook hook({[&] {
-                               folder.Write(u"job.tsq", "theirs");
-                               return 0;
-                           },
-                           fails, fails});
+    const RenameHook hook({Writes(folder), fails, fails});
 
     file.Commit();
 
@@ -361,11 +366,7 @@ TEST(AChangeInTheLastMoment, GivesWayToALaterOneThatReplacedTheNewFile)
     const auto raised = RaisedBy([&] {
         ReplacementFile file(path);
         file.Write(Bytes("new"));
-        const RenameHook hook({[&] {
-                                   folder.Write(u"job.tsq", "theirs");
-                                   return 0;
-                               },
-                               [&] {
+        const RenameHook hook({Writes(folder), [&] {
                                    const String latest = folder.Write(u"latest", "their latest");
                                    std::filesystem::rename(ToUtf8(latest), ToUtf8(path));
                                    return 0;
@@ -385,11 +386,7 @@ TEST(AChangeInTheLastMoment, GoesBackWhereTheNewFileWasDeletedMeanwhile)
     const auto raised = RaisedBy([&] {
         ReplacementFile file(path);
         file.Write(Bytes("new"));
-        const RenameHook hook({[&] {
-                                   folder.Write(u"job.tsq", "theirs");
-                                   return 0;
-                               },
-                               [&] {
+        const RenameHook hook({Writes(folder), [&] {
                                    DeleteFile(path);
                                    return 0;
                                }});
@@ -404,10 +401,7 @@ TEST(ANewFile, DoesNotReplaceOneThatWasMadeInTheLastMoment)
 {
     const TemporaryFolder folder;
     const String path = folder.PathOf(u"job.tsq");
-    const RenameHook hook({[&] {
-        folder.Write(u"job.tsq", "theirs");
-        return 0;
-    }});
+    const RenameHook hook({Writes(folder)});
 
     const Raised raised = RaisedBy([&] {
         ReplacementFile file(path, ReplacementFile::Missing::IsMade);

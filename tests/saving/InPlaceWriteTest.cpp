@@ -65,14 +65,6 @@ protected:
         return names;
     }
 
-    static std::vector<std::string> TextsOfRecovery()
-    {
-        std::vector<std::string> texts;
-        for (const RecoveredFile& file : RecoverFromKilledRuns())
-            texts.push_back(ToUtf8(file.text));
-        return texts;
-    }
-
     const ErrorLogRecorder log_;
     const TemporaryFolder folder_;
     const std::string old_ = Content(5 * pageLength + 9, 'o');

@@ -43,4 +43,12 @@ void LeaveWritable(const String& path)
     });
 }
 
+std::vector<std::string> TextsOfRecovery()
+{
+    std::vector<std::string> texts;
+    for (const RecoveredFile& file : RecoverFromKilledRuns())
+        texts.push_back(ToUtf8(file.text));
+    return texts;
+}
+
 }  // namespace tessarine

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "platform/String.h"
 
@@ -15,5 +17,8 @@ void InKilledProcess(const std::function<void()>& action);
 
 /// A run that is killed while it has made a file writable: the file stays so, and the run's journal is left.
 void LeaveWritable(const String& path);
+
+/// The texts that RecoverFromKilledRuns gives.
+std::vector<std::string> TextsOfRecovery();
 
 }  // namespace tessarine

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-
 #include "log/Warnings.h"
 #include "office/builtin/objects/OpenFile.h"
 #include "platform/Failure.h"
@@ -9,12 +7,6 @@
 
 namespace tessarine::builtin
 {
-
-/// "12", for the numbers in warnings.
-inline String NumeralOf(std::size_t number)
-{
-    return FromUtf8(std::to_string(number));
-}
 
 /// Puts an address or a source. One that is too long for it (`BadArgument`) leaves what is there and is a warning, not
 /// a failure: the other replacements in the file are no worse for it. `place` gives the name of what was left.

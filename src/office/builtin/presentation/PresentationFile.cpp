@@ -282,7 +282,7 @@ String PresentationFile::NameOfPage(Package::Entry entry) const
 {
     const auto slide = std::ranges::find(slides_, entry);
     return slide == slides_.end() ? FromUtf8(package_.NameOf(entry))
-                                  : u"slide " + FromUtf8(std::to_string(slide - slides_.begin() + 1));
+                                  : u"slide " + NumeralOf(slide - slides_.begin() + 1);
 }
 
 std::vector<String> PresentationFile::Remarks()

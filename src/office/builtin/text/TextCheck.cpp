@@ -55,10 +55,8 @@ bool HasOnePrefix(const XmlDocument& document, std::string_view prefix)
             around = range.end;
             continue;
         }
-        const std::size_t nameEnd = range.begin + 1 + range.name.size();
-        const std::string_view attributes = document.Bytes().substr(nameEnd, range.contentBegin - nameEnd);
         if (range.name.size() <= prefix.size() || range.name[prefix.size()] != ':' || !range.name.starts_with(prefix) ||
-            attributes.find(':') != std::string_view::npos)
+            document.AttributesOf(range).find(':') != std::string_view::npos)
             return false;
     }
     return true;
@@ -146,9 +144,7 @@ private:
 TextCheck::TextCheck(const XmlDocument& before, const Limits& limits)
     : before_(before), limits_(limits), mostBytes_(std::min(before.Bytes().size(), mostBytes))
 {
-    const ElementRange root = before.RangeOf(before.Root());
-    const std::size_t nameEnd = root.begin + 1 + root.name.size();
-    markup_ = "<w" + std::string(before.Bytes().substr(nameEnd, root.contentBegin - nameEnd));
+    markup_ = "<w" + std::string(before.AttributesOf(before.RangeOf(before.Root())));
     limits_.depth -= std::min<std::uint32_t>(limits_.depth, deepest);
 }
 

@@ -253,10 +253,8 @@ std::optional<std::string> NamespaceFault(const XmlDocument& document)
             declarations.Enter(document, element);
         // Nearly all elements have the same prefix as the one in front, and attributes without any.
         const ElementRange range = document.RangeOf(element);
-        const std::size_t nameEnd = range.begin + 1 + range.name.size();
-        const std::string_view attributes = document.Bytes().substr(nameEnd, range.contentBegin - nameEnd);
         const std::string_view prefix = PrefixOf(range.name);
-        if (isUsual && prefix == lastPrefix && attributes.find(':') == std::string_view::npos)
+        if (isUsual && prefix == lastPrefix && document.AttributesOf(range).find(':') == std::string_view::npos)
             continue;
         if (auto fault = FaultOfElement(document, element, declarations))
             return fault;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,6 +69,12 @@ public:
 
     /// What the document was made of.
     std::string_view Bytes() const { return bytes_; }
+    /// What stands in a start tag of the document after the name, up to and including its ">".
+    std::string_view AttributesOf(const ElementRange& element) const
+    {
+        const std::size_t nameEnd = element.begin + 1 + element.name.size();
+        return bytes_.substr(nameEnd, element.contentBegin - nameEnd);
+    }
     /// The root element, which every document has.
     Node Root() const { return {this, 0}; }
 
@@ -148,7 +155,10 @@ private:
         std::uint32_t subtreeEnd;    // index after its last descendant
     };
 
-    class Indexer;  // fills elements_
+    static constexpr std::uint32_t noParent = std::numeric_limits<std::uint32_t>::max();
+
+    class Indexer;
+    void MakeIndex(std::string_view part, const Limits& limits);  // fills elements_, by the one pass over the bytes
 
     /// Qualified, as written.
     std::string_view NameOf(std::uint32_t index) const

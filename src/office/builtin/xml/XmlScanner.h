@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -12,6 +13,19 @@ namespace tessarine::builtin
 constexpr bool IsSpace(char c)
 {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+/// The characters in front of which a name of an element or attribute ends.
+inline constexpr auto nameEnds = [] {
+    std::array<bool, 256> ends{};
+    for (const char c : {' ', '\t', '\r', '\n', '/', '>', '<', '=', '"', '\''})
+        ends[static_cast<unsigned char>(c)] = true;
+    return ends;
+}();
+
+constexpr bool EndsName(char c)
+{
+    return nameEnds[static_cast<unsigned char>(c)];
 }
 
 /// The qualified name of the element whose tag the text begins with.
