@@ -450,20 +450,21 @@ std::vector<HostileFile> HostileSet(const std::string& findsFolder)
     constexpr std::size_t many = 16'000;
     for (const std::size_t count : {few, many}) {
         for (const auto& [name, make] : Paragraphs()) {
-            const auto deck = [make, count] { return DeckOf(SlideXml(ShapeXml(make(count)))); };
+            const auto deck = [make = make, count] { return DeckOf(SlideXml(ShapeXml(make(count)))); };
             set.push_back({.name = name + Number(count), .make = deck});
             // Line ends in the new text divide paragraphs; what is taken away may join them.
             set.push_back({.name = name + "IntoLines" + Number(count), .make = deck, .with = "b\nc"});
         }
         for (const auto& [name, make] : Slides())
-            set.push_back(
-                {.name = name + Number(count) + "OnASlide", .make = [make, count] { return DeckOf(make(count)); }});
+            set.push_back({.name = name + Number(count) + "OnASlide",
+                           .make = [make = make, count] { return DeckOf(make(count)); }});
         for (const auto& [name, make] : Decks())
-            set.push_back({.name = name + Number(count) + "InADeck", .make = [make, count] { return make(count); }});
+            set.push_back(
+                {.name = name + Number(count) + "InADeck", .make = [make = make, count] { return make(count); }});
     }
     for (const auto& [name, make] : Paragraphs())
         set.push_back({.name = name + "TakenAway",
-                       .make = [make] { return DeckOf(SlideXml(ShapeXml(make(many)))); },
+                       .make = [make = make] { return DeckOf(SlideXml(ShapeXml(make(many)))); },
                        .with = ""});
 
     const std::string plain = Deck().Slide(TextBox(u"Fabrikam a a a")).Bytes();

@@ -197,7 +197,7 @@ std::vector<MovedNotes> PlacesOfNotes()
     for (const auto& [place, part] : {std::pair("Pages", "pages/n1.xml"), std::pair("Slides", "slides/notes1.xml"),
                                       std::pair("Root", "n1.xml"), std::pair("Layouts", "slideLayouts/n1.xml"),
                                       std::pair("Data", "pages/n1.dat"), std::pair("Folder", "notesSlides/n1.png")}) {
-        const auto add = [&](const std::string& name, const std::string& type) {
+        const auto add = [&, place = place, part = part](const std::string& name, const std::string& type) {
             moved.push_back({name + "In" + place, part,
                              type.empty() ? ""
                                           : "<Override PartName=\"/ppt/" + std::string(part) + "\" ContentType=\"" +

@@ -44,7 +44,7 @@ TEST(CheckCharacters, SaysOfAllLeadsWhatALookAtEachCharacterSays)
         for (const char second : seconds) {
             for (const char third : seconds) {
                 // The last places are where a character reaches into the next block.
-                for (const std::size_t place : {0, 1, 12, 13, 14, 15}) {
+                for (const std::size_t place : {0u, 1u, 12u, 13u, 14u, 15u}) {
                     std::string xml(40, 'x');
                     xml[place] = static_cast<char>(lead);
                     xml[place + 1] = second;
