@@ -325,6 +325,19 @@ TEST(HyperlinkPut, SeesAnIdThatIsWrittenWithReferences)
     EXPECT_THAT(AddressesOf(*onDisk.Open()), ElementsAre("http://b", "http://a"));
 }
 
+TEST(HyperlinkPut, GivesNoIdThatABrokenLinkNames)
+{
+    const auto shared = [] { return Linked(LinkTo(u"http://a").Shared()); };
+    Deck deck = Deck().Slide(shared(), shared(), Linked(LinkTo(u"http://gone")));
+    // The next one that an added relationship would get.
+    deck.Edit(slide1, "r:id=\"rId3\"", "r:id=\"rId4\"");
+    const DeckOnDisk onDisk(deck);
+
+    onDisk.Change([](auto& presentation) { PutAddress(presentation, 1, u"http://b"); });
+
+    EXPECT_THAT(AddressesOf(*onDisk.Open()), ElementsAre("http://b", "http://a", ""));
+}
+
 TEST(HyperlinkPut, TakesNoOtherAttributeForAUseOfTheRelationship)
 {
     Deck deck = Deck().Slide(Linked(LinkTo(u"http://a")), Linked(LinkTo(u"http://b")));

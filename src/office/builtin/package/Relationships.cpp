@@ -234,8 +234,15 @@ std::string Relationships::NewId()
     std::string id;
     do
         id = "rId" + std::to_string(++largestId_);
-    while (IndexOf(id));  // an id with more digits than were looked at may be this one
+    while (IndexOf(id) || reserved_.contains(id));  // an id with more digits than were looked at may be this one
     return id;
+}
+
+void Relationships::Reserve(std::string_view id)
+{
+    // Others are never given.
+    if (id.starts_with("rId"))
+        reserved_.emplace(id);
 }
 
 std::string_view Relationships::AddLike(std::string_view id, std::string target)

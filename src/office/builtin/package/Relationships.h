@@ -60,6 +60,10 @@ public:
     std::string_view Add(std::string_view type, std::string target);
     void Remove(std::string_view id);  ///< The id must exist.
 
+    /// Keeps an id from added relationships: one that the part's markup names though there is no such relationship
+    /// would come to mean the new one.
+    void Reserve(std::string_view id);
+
     bool IsEdited() const { return edited_; }
     std::string Bytes() const;  ///< With the edits made.
 
@@ -82,6 +86,7 @@ private:
     std::vector<bool> retargeted_;
     std::size_t numbered_ = 0;   // how many of relationships_ largestId_ knows of
     std::size_t largestId_ = 0;  // of ids "rId" with a number
+    std::unordered_set<std::string> reserved_;
     bool edited_ = false;
 };
 

@@ -36,9 +36,12 @@ std::size_t& RelationshipUses::Of(const std::string& id)
         auto& counts = counts_.emplace();
         edits_.VisitCurrent([&](const XmlDocument& document) {
             document.ForEachAttribute([&](std::string_view name, std::string_view value) {
-                if (name.find(':') != std::string_view::npos && !name.starts_with("xmlns:") &&
-                    edits_.Links().Find(value) != nullptr)
+                if (name.find(':') == std::string_view::npos || name.starts_with("xmlns:"))
+                    return;
+                if (edits_.Links().Find(value) != nullptr)
                     ++counts[std::string(value)];
+                else
+                    edits_.Links().Reserve(value);
             });
         });
     }
