@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/OptionSetting.h"
@@ -22,6 +23,18 @@ enum class BackupNaming {
     First,     ///< Keeps the first backup that a file ever got; makes one where there is none.
     Numbered,  ///< Makes a new one in each run, under the next free number (BackupNames.h).
 };
+
+/// What processes the presentations of a run.
+enum class Engine {
+    PowerPoint,  ///< An installed one, on Windows.
+    BuiltIn,     ///< Our own, on every system.
+};
+
+/// As `--engine` takes it.
+constexpr std::string_view NameOf(Engine engine)
+{
+    return engine == Engine::PowerPoint ? "powerpoint" : "builtin";
+}
 
 /// One --find and its --with.
 struct TextPair {
@@ -55,6 +68,7 @@ struct BatchCall {
     String revision;                ///< Name of the custom property; empty = no revision number.
     double revisionBy = 1;          ///< What is added to the revision number.
     std::int32_t restartAfter = 0;  ///< 0 = never
+    std::optional<Engine> engine;   ///< Nothing for PowerPoint where it can be started, else the built-in one.
 
     std::vector<String> paths;        ///< Files and folders, as given.
     std::optional<String> filesFrom;  ///< A list of further paths; "-" is standard input.

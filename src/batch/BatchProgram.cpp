@@ -72,7 +72,7 @@ private:
 };
 
 int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<FindAndReplaceItems>& list,
-              CollectedFiles collected, Output& output)
+              CollectedFiles collected, EngineOfRun& engine, Output& output)
 {
     std::vector<JobFile>& files = collected.files;
     const bool replaces = call.command == Command::Replace;
@@ -87,6 +87,11 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     const auto report = CreateReport(call, output.colors());
     RunSummary summary;
     summary.skippedLinks = collected.skippedLinks;
+    // A run without files starts nothing.
+    if (!files.empty())
+        summary.engine = engine.Choose();
+    if (summary.engine)
+        output.Write(report->AtStart(*summary.engine));
     ReportedRun run(project, replaces ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
                     [&](const FileReport& file) {
                         SetFileInWork({});
@@ -113,23 +118,24 @@ void NoteAll(const std::vector<std::string>& notes, Output& output)
         output.Note("tessarine-batch: " + note);
 }
 
-int PerformRun(const BatchCall& call, CollectedFiles collected, const std::shared_ptr<powerpoint::Provider>& provider,
+int PerformRun(const BatchCall& call, CollectedFiles collected, const std::shared_ptr<EngineOfRun>& engine,
                Output& output)
 {
-    const ProjectOwner project(provider);
+    const ProjectOwner project(engine);
     FillProject(*project, call);
     BatchCall asRun = call;
     if (call.list) {
         NoteAll(TakeListPairs(*project, call), output);
         SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
     }
-    return ReportRun(asRun, *project, {}, std::move(collected), output);
+    return ReportRun(asRun, *project, {}, std::move(collected), *engine, output);
 }
 
-int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
+int RunSavedJob(const BatchCall& call, const Engines& engines, Output& output)
 {
+    const auto engine = std::make_shared<EngineOfRun>(call, engines);
     // Loaded into a fresh project: custom properties of a file are appended to those that are there.
-    const ProjectOwner project(provider);
+    const ProjectOwner project(engine);
     LoadJob(*project, call.job);
     SavedRun run = PrepareRun(*project, call);
     NoteAll(run.notes, output);
@@ -138,7 +144,7 @@ int RunSavedJob(const BatchCall& call, const std::shared_ptr<powerpoint::Provide
     asRun.command = call.replacesOfJob ? Command::Replace : Command::Find;
     project->options->BackupMode = project->options->BackupMode || call.backup;
     SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
-    return ReportRun(asRun, *project, run.list, std::move(run.collected), output);
+    return ReportRun(asRun, *project, run.list, std::move(run.collected), *engine, output);
 }
 
 int ShowJob(const BatchCall& call, Output& output)
@@ -196,15 +202,16 @@ int PerformBackupCommand(const BatchCall& call, const CollectedFiles& collected,
     return StatusOf(summary.failed, files.size() - reached, output);
 }
 
-int PerformOnFiles(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
+int PerformOnFiles(const BatchCall& call, const Engines& engines, Output& output)
 {
+    const auto engine = std::make_shared<EngineOfRun>(call, engines);
     CollectedFiles collected = CollectFiles(call);
     // A note and no failure: a script may run over folders that are empty.
     if (collected.files.empty())
         output.Note("tessarine-batch: no file matches");
     if (call.command == Command::Restore || call.command == Command::Clean)
         return PerformBackupCommand(call, collected, output);
-    return PerformRun(call, std::move(collected), provider, output);
+    return PerformRun(call, std::move(collected), engine, output);
 }
 
 /// What runs that were killed have left is put right before files are looked at: the mode of one decides whether it is
@@ -217,13 +224,13 @@ void RecoverFiles(Output& output)
 
 }  // namespace
 
-int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output)
+int Perform(const BatchCall& call, const Engines& engines, Output& output)
 {
     try {
         RecoverFiles(output);
         switch (call.command) {
             case Command::Run:
-                return RunSavedJob(call, provider, output);
+                return RunSavedJob(call, engines, output);
             case Command::JobShow:
                 return ShowJob(call, output);
             case Command::JobMake:
@@ -231,7 +238,7 @@ int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& 
             case Command::ListConvert:
                 return ConvertListFile(call, output);
             default:
-                return PerformOnFiles(call, provider, output);
+                return PerformOnFiles(call, engines, output);
         }
     } catch (const Failure& failure) {
         // Files are reported one by one; what arrives here was raised before the first one.

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <memory>
-
 #include "batch/BatchCall.h"
-#include "model/PowerPoint.h"
+#include "batch/EngineOfRun.h"
 
 namespace tessarine::batch
 {
@@ -18,7 +16,7 @@ inline constexpr int FileFailed = 1;  ///< Also: the run was cancelled, or the r
 inline constexpr int NotValid = 2;    ///< The call or the job is not valid; no file was touched.
 }  // namespace ExitStatus
 
-/// Carries out a call and writes its report. `provider` is where the run gets its PowerPoint from.
-int Perform(const BatchCall& call, const std::shared_ptr<powerpoint::Provider>& provider, Output& output);
+/// Carries out a call and writes its report. `engines` are what a run may use.
+int Perform(const BatchCall& call, const Engines& engines, Output& output);
 
 }  // namespace tessarine::batch

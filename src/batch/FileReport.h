@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "batch/BatchCall.h"
 #include "engine/CounterStatus.h"
 #include "platform/String.h"
 
@@ -64,8 +65,9 @@ struct RunSummary {
     std::int64_t countedOnly = 0;  ///< Files with a count in which nothing could be changed.
     std::int64_t unchanged = 0;    ///< All others that did not fail.
     std::int64_t failed = 0;
-    std::int64_t occurrences = 0;   ///< Of the changed files.
-    std::int64_t skippedLinks = 0;  ///< Links to folders that the search for files did not follow.
+    std::int64_t occurrences = 0;    ///< Of the changed files.
+    std::int64_t skippedLinks = 0;   ///< Links to folders that the search for files did not follow.
+    std::optional<Engine> engine{};  ///< What processed the files, where that is told.
 
     void Add(const FileReport& file);
 };

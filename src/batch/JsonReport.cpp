@@ -101,6 +101,9 @@ class JsonReport : public Report
 public:
     explicit JsonReport(const ReportStyle& style) : style_(style) {}
 
+    /// In the summary: every line before it is a file's.
+    std::string AtStart(Engine /*engine*/) override { return {}; }
+
     std::string OfFile(const FileReport& file) override
     {
         auto items = Json::array();
@@ -118,7 +121,11 @@ public:
 
     std::string AtEnd(const RunSummary& summary) override
     {
-        Json numbers{{"files", summary.files}, {"changed", summary.changed}};
+        auto numbers = Json::object();
+        if (summary.engine)
+            numbers["engine"] = NameOf(*summary.engine);
+        numbers["files"] = summary.files;
+        numbers["changed"] = summary.changed;
         // Like skipped links: most runs have none of them.
         if (summary.countedOnly > 0)
             numbers["countedOnly"] = summary.countedOnly;

@@ -128,6 +128,16 @@ void TakeRestartAfter(OptionValues& values, const std::string& argument)
         Refuse("--restart-after: \"" + argument + "\" is not a whole number from 1 up");
 }
 
+void TakeEngine(OptionValues& values, const std::string& argument)
+{
+    for (const Engine engine : {Engine::PowerPoint, Engine::BuiltIn}) {
+        if (argument == NameOf(engine))
+            values.call.engine = engine;
+    }
+    if (!values.call.engine)
+        Refuse("--engine: \"" + argument + "\" is neither powerpoint nor builtin");
+}
+
 /// One column of the table of formats, with `separator` between its texts and `last` before the last one.
 std::string OfAllFormats(std::string_view ReportFormat::*column, std::string_view separator, std::string_view last)
 {
@@ -152,7 +162,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 27> rows{{
+const std::array<OptionRow, 28> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -220,6 +230,10 @@ const std::array<OptionRow, 27> rows{{
      TakeRevisionBy},
     {"--restart-after", "N", false, DescribesJob, "How to treat the files",
      "Start the presentation program anew after every N files.", TakeRestartAfter},
+    {"--engine", "NAME", false, Runs | Only(Command::Run), "How to treat the files",
+     "What opens and changes them: \"powerpoint\", an installed one, or \"builtin\", our own\n"
+     "(default: PowerPoint where it can be started).",
+     TakeEngine},
     {"--count", "", false, DescribesJob, "How to treat the files", "Count every occurrence (the default).",
      [](OptionValues& values, const std::string&) { values.countGiven = true; }},
     {"--no-count", "", false, DescribesJob, "How to treat the files",

@@ -40,7 +40,8 @@ public:
     Report(const Report&) = delete;
     Report& operator=(const Report&) = delete;
 
-    /// Of "find", "replace" and "run".
+    /// Of "find", "replace" and "run". AtStart comes before all files, and only where the engine is to be told.
+    virtual std::string AtStart(Engine engine) = 0;
     virtual std::string OfFile(const FileReport& file) = 0;
     virtual std::string AtEnd(const RunSummary& summary) = 0;
 

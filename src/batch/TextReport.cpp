@@ -100,6 +100,10 @@ class TextReport : public Report
 public:
     explicit TextReport(const ReportStyle& style) : style_(style) {}
 
+    std::string AtStart(Engine engine) override
+    {
+        return Noted(fmt::format("Engine: {}\n", engine == Engine::PowerPoint ? "PowerPoint" : "built-in"));
+    }
     std::string OfFile(const FileReport& file) override { return Noted(LinesOf(file) + WarningLines(file.warnings)); }
     std::string AtEnd(const RunSummary& summary) override;
     std::string OfFile(const BackupReport& file) override { return Noted(LinesOf(file) + WarningLines(file.warnings)); }

@@ -79,6 +79,7 @@ TEST(CommandLine, DefaultsAreThoseOfTheHelp)
     EXPECT_EQ(call.revisionBy, 1);
     EXPECT_EQ(call.restartAfter, 0);
     EXPECT_EQ(call.format, nullptr);
+    EXPECT_EQ(call.engine, std::nullopt);
     EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
     EXPECT_FALSE(call.inPlace || call.inPlaceLinks || call.follow || call.anyBackup);
     EXPECT_EQ(call.backupNaming, BackupNaming::First);
@@ -93,8 +94,9 @@ TEST(CommandLine, TakesEveryOption)
                 "--read-only",  "--recurse",       "--pattern",  "*.pptx;*.potx", "--pattern=Q?.ppsx",
                 "--files-from", "list.txt",        "--revision", "Rev",           "--revision-by",
                 "0.5",          "--restart-after", "20",         "--format",      "json",
-                "--verbose"});
+                "--verbose",    "--engine",        "builtin"});
 
+    EXPECT_EQ(call.engine, Engine::BuiltIn);
     EXPECT_TRUE(call.setting.MatchCase && call.setting.MatchWholeWord);
     EXPECT_FALSE(call.count);
     EXPECT_TRUE(call.backup && call.keepDate && call.readOnly && call.recurse && call.verbose);
@@ -322,6 +324,9 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCall{"RevisionByInfinity",
                     {"find", "--find", "a", "--revision", "R", "--revision-by", "inf", "x"},
                     "\"inf\" is not a number"},
+        InvalidCall{
+            "EngineUnknown", {"find", "--find", "a", "--engine", "libre", "x"}, "neither powerpoint nor builtin"},
+        InvalidCall{"EngineOfARestore", {"restore", "--engine", "builtin", "x"}, "is not an option of restore"},
         InvalidCall{"RestartAfterNone", {"find", "--find", "a", "--restart-after", "0", "x"}, "from 1 up"},
         InvalidCall{"RestartAfterTooMany", {"find", "--find", "a", "--restart-after", "2147483648", "x"}, "from 1 up"},
         InvalidCall{"EmptyPattern", {"find", "--find", "a", "--pattern", ";", "x"}, "the pattern is empty"},

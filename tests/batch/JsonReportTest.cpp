@@ -128,5 +128,17 @@ TEST(JsonReport, NamesTheBackupOfAFile)
               "\n");
 }
 
+TEST(JsonReport, NamesTheEngineInTheSummaryAlone)
+{
+    const auto report = CreateJsonReport(StyleOf(Command::Replace));
+    RunSummary summary;
+    summary.engine = Engine::PowerPoint;
+
+    EXPECT_EQ(report->AtStart(Engine::PowerPoint), "");
+    EXPECT_EQ(report->AtEnd(summary),
+              R"({"summary":{"engine":"powerpoint","files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0}})"
+              "\n");
+}
+
 }  // namespace
 }  // namespace tessarine::batch

@@ -173,5 +173,14 @@ TEST(TextReport, NamesWhatCleanRemovedAndWhatItLeft)
               "    warning: b..bak stays\n");
 }
 
+TEST(TextReport, BeginsWithTheEngineAndSetsTheSummaryOffFromIt)
+{
+    const auto report = CreateTextReport(finding);
+
+    EXPECT_EQ(report->AtStart(Engine::PowerPoint), "Engine: PowerPoint\n");
+    EXPECT_EQ(report->AtEnd(RunSummary()), "\n0 files: 0 with hits, 0 without, 0 failed; 0 occurrences found\n");
+    EXPECT_EQ(CreateTextReport(finding)->AtStart(Engine::BuiltIn), "Engine: built-in\n");
+}
+
 }  // namespace
 }  // namespace tessarine::batch

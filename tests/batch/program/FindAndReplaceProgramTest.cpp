@@ -405,5 +405,42 @@ TEST_F(FindAndReplaceProgramTest, ChangesAllNamesInPlaceWhenItIsTold)
     EXPECT_EQ(ContentOf(program.folder.PathOf(u"decks/a..bak")), before);
 }
 
+TEST_F(FindAndReplaceProgramTest, NamedEngineIsTheFirstLineOfTheReport)
+{
+    const Outcome text = program.Run({"find", "--find", "2023", "--engine", "builtin", "decks"});
+    const Outcome json =
+        program.Run({"find", "--find", "2023", "--engine=builtin", "--format", "json", "decks/b.pptx"});
+
+    EXPECT_EQ(text.output,
+              "Engine: built-in\n"
+              "decks/a.pptx: 1 found\n"
+              "    \"2023\"  slides 1\n"
+              "\n"
+              "2 files: 1 with hits, 1 without, 0 failed; 1 occurrence found\n");
+    EXPECT_THAT(json.output, HasSubstr(R"({"summary":{"engine":"builtin","files":1,)"));
+    EXPECT_EQ(text.status, 0);
+}
+
+TEST_F(FindAndReplaceProgramTest, NamedEngineOfARunWithoutFilesIsNotTold)
+{
+    const Outcome outcome = program.Run({"find", "--find", "a", "--engine", "builtin", "--pattern", "*.none", "decks"});
+
+    EXPECT_EQ(outcome.output, "0 files: 0 with hits, 0 without, 0 failed; 0 occurrences found\n");
+}
+
+TEST_F(FindAndReplaceProgramTest, PowerPointIsRefusedWhereThereIsNone)
+{
+    const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
+
+    const Outcome outcome =
+        program.Run({"replace", "--find", "2023", "--with", "2024", "--engine", "powerpoint", "decks"});
+
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(outcome.error,
+              "tessarine-batch: --engine powerpoint: there is only the built-in engine on this system\n");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(ContentOf(PathOf(u"decks/a.pptx")), before);
+}
+
 }  // namespace
 }  // namespace tessarine::test

@@ -30,7 +30,7 @@ protected:
         call.backup = true;
         call.paths = {deck_};
         batch::Output output(nowhere_.get(), nowhere_.get());
-        EXPECT_EQ(batch::Perform(call, builtin::CreateProvider(), output), batch::ExitStatus::Done);
+        EXPECT_EQ(batch::Perform(call, {builtin::CreateProvider()}, output), batch::ExitStatus::Done);
     }
 
     const std::string original_ = Deck().Slide(Title(u"Fabrikam")).Bytes();
