@@ -103,8 +103,9 @@ void ExpectBounds(const Work& work, std::size_t largestPart, const std::string& 
 {
     EXPECT_TRUE(WIFEXITED(work.status)) << what << " was ended by signal " << WTERMSIG(work.status);
     EXPECT_NE(WEXITSTATUS(work.status), 127) << what;
-    if (!isSanitized)
+    if (!isSanitized) {
         EXPECT_LE(work.peakBytes, 12 * largestPart + (32u << 20)) << what << ", a largest part of " << largestPart;
+    }
     // Seconds of processor time, for builds without optimisation and with sanitizers. Quadratic work takes minutes.
     constexpr double base = 10;
     constexpr double forEachMegabyte = 5;
