@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -52,23 +54,27 @@ public:
 private:
     static constexpr std::size_t blockSize = 64;  // characters, one for each bit of marks_
 
-    /// Sets marks_ for the block at block_. The last block may be shorter than the others; it is read byte by byte, as
-    /// a ByteBlock would reach beyond the text.
+    /// Sets marks_ for the block at block_. The last block may be shorter than the others; a copy of it is read, as a
+    /// ByteBlock would reach beyond the text.
     void LoadBlock()
     {
         const std::size_t length = text_.size() - block_;
-        marks_ = 0;
         if (length >= blockSize) {
-            for (std::size_t part = 0; part < blockSize; part += ByteBlock::size) {
-                const ByteBlock bytes(text_.data() + block_ + part);
-                marks_ |= static_cast<std::uint64_t>((bytes.Matches(wanted) | ...).TopBits()) << part;
-            }
+            marks_ = MarksIn(text_.data() + block_);
             return;
         }
-        for (std::size_t i = 0; i < length; ++i) {
-            const char c = text_[block_ + i];
-            marks_ |= static_cast<std::uint64_t>(((c == wanted) || ...)) << i;
-        }
+        std::array<char, blockSize> last{};
+        std::copy_n(text_.data() + block_, length, last.begin());
+        marks_ = MarksIn(last.data()) & ((std::uint64_t{1} << length) - 1);
+    }
+
+    /// A bit for each wanted character of a whole block.
+    static std::uint64_t MarksIn(const char* block)
+    {
+        std::uint64_t marks = 0;
+        for (std::size_t part = 0; part < blockSize; part += ByteBlock::size)
+            marks |= static_cast<std::uint64_t>((ByteBlock(block + part).Matches(wanted) | ...).TopBits()) << part;
+        return marks;
     }
 
     std::string_view text_;    // borrowed

@@ -104,6 +104,21 @@ std::size_t WholeCharacters(const ByteBlock& bytes, std::uint32_t odd)
     return static_cast<std::size_t>(std::bit_width(leadsBefore)) - 1;
 }
 
+/// The end of whole blocks of printable ASCII, as nearly all of a part is, without an "&" if those count.
+std::size_t EndOfPlainBlocks(std::string_view xml, std::size_t at, bool stopsAtAmpersands)
+{
+    constexpr std::size_t blocks = 4;  // looked at together
+    for (; at + blocks * ByteBlock::size <= xml.size(); at += blocks * ByteBlock::size) {
+        const auto oddOf = [&](std::size_t block) {
+            const ByteBlock bytes(xml.data() + at + block * ByteBlock::size);
+            return stopsAtAmpersands ? bytes.LessThan(' ') | bytes.Matches('&') : bytes.LessThan(' ');
+        };
+        if ((oddOf(0) | oddOf(1) | oddOf(2) | oddOf(3)).TopBits() != 0)
+            break;
+    }
+    return at;
+}
+
 }  // namespace
 
 std::optional<Reference> ReadReference(std::string_view text)
@@ -154,6 +169,9 @@ CharacterCheck CheckCharacters(std::string_view xml, std::size_t from, std::size
     const bool stopsAtAmpersands = ampersands == Ampersands::BeginReferences;
     CharacterCheck last{from};
     while (last.end < to && last.fault == nullptr) {
+        last.end = EndOfPlainBlocks(xml.substr(0, to), last.end, stopsAtAmpersands);
+        if (last.end == to)
+            break;
         if (last.end + ByteBlock::size <= xml.size()) {
             const ByteBlock bytes(xml.data() + last.end);
             const std::uint32_t stops = stopsAtAmpersands ? bytes.Matches('&').TopBits() : 0;

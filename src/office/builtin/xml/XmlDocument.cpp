@@ -49,6 +49,7 @@ XmlDocument::XmlDocument(std::string_view bytes, std::string_view part, const Li
 XmlDocument::XmlDocument(const XmlDocument& other, std::string_view bytes)
     : bytes_(bytes),
       elements_(other.elements_),
+      declaring_(other.declaring_),
       default_(other.default_),
       declaresInRootAlone_(other.declaresInRootAlone_),
       bindsDefaultOnce_(other.bindsDefaultOnce_)
@@ -90,29 +91,13 @@ void XmlDocument::VisitAttributes(std::uint32_t index, Visit&& visit) const
     }
 }
 
-template <class Visit>
-void XmlDocument::VisitDeclaring(std::uint32_t from, Visit&& visit) const
-{
-    // Both go front to back: the word in the bytes, and the element that begins last in front of it.
-    std::uint32_t index = from;
-    for (std::size_t at = elements_[from].begin; (at = bytes_.find("xmlns", at)) != std::string_view::npos;) {
-        while (index + 1 < elements_.size() && elements_[index + 1].begin < at)
-            ++index;
-        const std::size_t tagEnd = elements_[index].contentBegin;
-        if (at < tagEnd)
-            visit(index);
-        // In text the word means nothing.
-        at = std::max(tagEnd, at + 1);
-    }
-}
-
 /// An element below the root may bind one of the root's prefixes to another namespace. Then that prefix tells nothing,
 /// and each name with it is resolved.
 void XmlDocument::ForgetReboundPrefixes()
 {
-    if (elements_.size() == 1)
-        return;
-    VisitDeclaring(1, [&](std::uint32_t index) {
+    for (const std::uint32_t index : declaring_) {
+        if (index == 0)
+            continue;
         VisitAttributes(index, [&](std::string_view name, std::string_view value) {
             bindsDefaultOnce_ = bindsDefaultOnce_ && name != "xmlns";
             declaresInRootAlone_ = declaresInRootAlone_ && !name.starts_with("xmlns");
@@ -123,7 +108,7 @@ void XmlDocument::ForgetReboundPrefixes()
                 *usual = {};
             return false;
         });
-    });
+    }
 }
 
 /// A declaration of a namespace, and the elements that it holds for.
@@ -141,14 +126,13 @@ class XmlDocument::Declarations
 public:
     explicit Declarations(const XmlDocument& document)
     {
-        document.VisitDeclaring(0, [&](std::uint32_t index) {
+        for (const std::uint32_t index : document.declaring_)
             document.VisitAttributes(index, [&](std::string_view name, std::string_view value) {
                 if (name == "xmlns" || name.starts_with("xmlns:"))
                     declarations_.push_back(
                         {name, document.Decoded(value), index, document.elements_[index].subtreeEnd});
                 return false;
             });
-        });
         std::ranges::stable_sort(declarations_, {}, &Declaration::name);
         changes_.reserve(declarations_.size() * 2);
         std::vector<std::uint32_t> around;  // declarations of one name that hold at a place, the innermost last
@@ -235,9 +219,8 @@ bool XmlDocument::Is(Node node, Ns ns, std::string_view localName) const
 bool XmlDocument::HasNameBeginning(std::string_view start) const
 {
     for (std::uint32_t index = 0; index < elements_.size(); ++index) {
-        const Element& element = elements_[index];
-        const std::size_t length = element.nameEnd - element.begin - 1;
-        if (length >= start.size() && NameOf(index).substr(NameOf(index).find(':') + 1).starts_with(start))
+        const std::string_view name = NameOf(index);
+        if (name.size() >= start.size() && LocalName(name).starts_with(start))
             return true;
     }
     return false;
@@ -362,8 +345,7 @@ ElementRange XmlDocument::RangeOf(Node node) const
 
 Node XmlDocument::ParentOf(Node node) const
 {
-    const std::uint32_t parent = elements_[node.index_].parent;
-    return parent == noParent ? Node() : NodeAt(parent);
+    return node.index_ == 0 ? Node() : NodeAt(elements_[node.index_].parent);
 }
 
 Node XmlDocument::ElementAt(std::size_t offset) const

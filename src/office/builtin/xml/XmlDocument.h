@@ -155,10 +155,8 @@ private:
         std::uint32_t subtreeEnd;    // index after its last descendant
     };
 
-    static constexpr std::uint32_t noParent = std::numeric_limits<std::uint32_t>::max();
-
-    class Indexer;
-    void MakeIndex(std::string_view part, const Limits& limits);  // fills elements_, by the one pass over the bytes
+    /// Fills elements_ and declaring_, by the one pass over the bytes.
+    void MakeIndex(std::string_view part, const Limits& limits);
 
     /// Qualified, as written.
     std::string_view NameOf(std::uint32_t index) const
@@ -167,9 +165,6 @@ private:
         return bytes_.substr(element.begin + 1, element.nameEnd - element.begin - 1);
     }
     void ForgetReboundPrefixes();  // takes back from prefixes_ what holds for the root alone
-    /// Calls `visit(index)` with each element below an index that has the word "xmlns" in its start tag.
-    template <class Visit>
-    void VisitDeclaring(std::uint32_t from, Visit&& visit) const;
     struct Declaration;
     class Declarations;
     const Declaration* FindDeclaration(Node node, std::string_view attribute) const;
@@ -178,8 +173,9 @@ private:
     template <class Visit>
     void VisitAttributes(std::uint32_t index, Visit&& visit) const;
 
-    std::string_view bytes_;         // UTF-8, borrowed
-    std::vector<Element> elements_;  // in document order: descendants right after their ancestor
+    std::string_view bytes_;                // UTF-8, borrowed
+    std::vector<Element> elements_;         // in document order: descendants right after their ancestor
+    std::vector<std::uint32_t> declaring_;  // indices of the elements that declare namespaces, in document order
     /// The prefix that the root element binds to a namespace and no other element binds to another one: names with it
     /// need no resolving. Empty when there is none.
     std::array<std::string_view, static_cast<std::size_t>(Ns::Count)> prefixes_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <set>
 
 #include "office/builtin/limits/Damage.h"
@@ -32,19 +33,22 @@ constexpr auto isInNames = [] {
     return is;
 }();
 
-}  // namespace
+constexpr std::uint32_t noParent = std::numeric_limits<std::uint32_t>::max();
 
-/// The one pass over the bytes.
-class XmlDocument::Indexer
+/// The one pass over the bytes. `Element` is the document's own.
+template <class Element>
+class Indexer
 {
 public:
-    Indexer(std::string_view bytes, std::string_view part, const Limits& limits, std::vector<Element>& elements)
+    Indexer(std::string_view bytes, std::string_view part, const Limits& limits, std::vector<Element>& elements,
+            std::vector<std::uint32_t>& declaring)
         : bytes_(bytes),
           part_(part),
           limits_(limits),
           mostElements_(
               std::min<std::size_t>(limits.elements, limits.denseElements + bytes.size() / limits.bytesForElement)),
           elements_(elements),
+          declaring_(declaring),
           marks_(bytes)
     {
         // A large index that grows would take twice its memory at times.
@@ -156,7 +160,8 @@ private:
         const std::size_t start = at;
         std::uint32_t attributes = 0;
         attributes_.Clear();
-        for (std::size_t mark = marks_.NextFrom(at);; mark = marks_.Next()) {
+        // A name ends in front of every mark, so that none is passed over.
+        for (std::size_t mark = marks_.Next();; mark = marks_.Next()) {
             if (mark == bytes_.size())
                 Fail("a tag does not end", start);
             const char stop = bytes_[mark];
@@ -194,10 +199,21 @@ private:
     /// What stands between the tag so far and the quote of a value: white space, a name that is new to the tag, "=".
     void ReadAttributeName(std::size_t begin, std::size_t quote)
     {
-        const std::string_view name =
-            IsBlankAndName(begin, quote) ? bytes_.substr(begin + 1, quote - begin - 2) : NameInSpace(begin, quote);
+        const std::string_view name = IsBlankAndName(begin, quote)
+                                          ? std::string_view(bytes_.data() + begin + 1, quote - begin - 2)
+                                          : NameInSpace(begin, quote);
+        if (name.starts_with("xmlns")) [[unlikely]]
+            NoteDeclaration();
         if (!attributes_.Add(name))
             Fail("an attribute is there twice", static_cast<std::size_t>(name.data() - bytes_.data()));
+    }
+
+    /// The element whose tag is read declares a namespace.
+    void NoteDeclaration()
+    {
+        const auto index = static_cast<std::uint32_t>(elements_.size());
+        if (declaring_.empty() || declaring_.back() != index)
+            declaring_.push_back(index);
     }
 
     /// The usual form: one blank, a name, "=".
@@ -258,18 +274,23 @@ private:
             const std::uint64_t kind = KindOf(name);
             const bool isNewKind = (seen_ & kind) == 0;
             seen_ |= kind;
-            if (count_ < std::ssize(few_)) {
+            if (count_ < std::ssize(few_)) [[likely]] {
                 few_[static_cast<std::size_t>(count_++)] = name;
                 return isNewKind ||
                        std::find(few_.begin(), few_.begin() + count_ - 1, name) == few_.begin() + count_ - 1;
             }
+            return AddToMany(name);
+        }
+
+    private:
+        bool AddToMany(std::string_view name)
+        {
             // A tag may be made to hold as many as a part has room for.
             if (many_.empty())
                 many_.insert(few_.begin(), few_.end());
             return many_.insert(name).second;
         }
 
-    private:
         static std::uint64_t KindOf(std::string_view name)
         {
             const auto mixed = static_cast<std::size_t>(name.front()) + 3 * static_cast<std::size_t>(name.back());
@@ -305,7 +326,9 @@ private:
         if (elements_.size() >= mostElements_)
             Fail("it has too many elements", at);
         const std::size_t nameEnd = NameEnd(at + 1);
-        const std::size_t tagEnd = TagEnd(nameEnd);
+        // Most tags have no attributes.
+        const std::string_view rest = bytes_.substr(nameEnd, 2);
+        const std::size_t tagEnd = rest.starts_with('>') || rest == "/>" ? marks_.Next() : TagEnd(nameEnd);
         // A "/" that belongs to a value can't stand there: a value ends with its quote.
         const bool isEmpty = bytes_[tagEnd - 1] == '/';
         const auto index = static_cast<std::uint32_t>(elements_.size());
@@ -346,6 +369,7 @@ private:
     const Limits& limits_;
     std::size_t mostElements_;
     std::vector<Element>& elements_;
+    std::vector<std::uint32_t>& declaring_;
     MarkupMarks marks_;
     std::uint32_t parent_ = noParent;
     std::uint32_t depth_ = 0;
@@ -353,9 +377,11 @@ private:
     std::vector<Literal> literals_;
 };
 
+}  // namespace
+
 void XmlDocument::MakeIndex(std::string_view part, const Limits& limits)
 {
-    Indexer(bytes_, part, limits, elements_).Run();
+    Indexer(bytes_, part, limits, elements_, declaring_).Run();
 }
 
 }  // namespace tessarine::builtin

@@ -73,11 +73,6 @@ bool IsEndTag(std::string_view xml, std::size_t at)
 
 }  // namespace
 
-std::string_view LocalName(std::string_view qualifiedName)
-{
-    return qualifiedName.substr(qualifiedName.find(':') + 1);  // npos + 1 is the whole name
-}
-
 std::string_view ElementName(std::string_view tag)
 {
     return tag.substr(1, NameEnd(tag, 1) - 1);

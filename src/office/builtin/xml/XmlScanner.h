@@ -31,7 +31,14 @@ constexpr bool EndsName(char c)
 /// The qualified name of the element whose tag the text begins with.
 std::string_view ElementName(std::string_view tag);
 /// The name without its prefix and colon.
-std::string_view LocalName(std::string_view qualifiedName);
+inline std::string_view LocalName(std::string_view qualifiedName)
+{
+    // Prefixes are short: a loop beats a call.
+    std::size_t colon = 0;
+    while (colon < qualifiedName.size() && qualifiedName[colon] != ':')
+        ++colon;
+    return colon == qualifiedName.size() ? qualifiedName : qualifiedName.substr(colon + 1);
+}
 
 /// An element's bytes.
 struct ElementRange {
