@@ -1,0 +1,78 @@
+#include "office/windows/ShapeObjects.h"
+
+namespace tessarine::windows
+{
+
+namespace
+{
+
+class TextRangeObject final : public powerpoint::TextRange
+{
+public:
+    static constexpr const char16_t* Kind = u"TextRange";
+
+    explicit TextRangeObject(AutomationObject object) : object_(std::move(object)) {}
+
+    std::shared_ptr<powerpoint::TextRange> Find(const String& FindWhat, std::int32_t After,
+                                                powerpoint::TriState MatchCase,
+                                                powerpoint::TriState WholeWords) override
+    {
+        return Fetch<TextRangeObject>(object_, u"Find", FindWhat, After, MatchCase, WholeWords);
+    }
+
+    std::shared_ptr<powerpoint::TextRange> Replace(const String& FindWhat, const String& ReplaceWhat,
+                                                   std::int32_t After, powerpoint::TriState MatchCase,
+                                                   powerpoint::TriState WholeWords) override
+    {
+        return Fetch<TextRangeObject>(object_, u"Replace", FindWhat, ReplaceWhat, After, MatchCase, WholeWords);
+    }
+
+    std::int32_t Start() override { return object_.Integer(u"Start"); }
+
+private:
+    const AutomationObject object_;
+};
+
+class TextFrameObject final : public powerpoint::TextFrame
+{
+public:
+    static constexpr const char16_t* Kind = u"TextFrame";
+
+    explicit TextFrameObject(AutomationObject object) : object_(std::move(object)) {}
+
+    std::shared_ptr<powerpoint::TextRange> TextRange() override
+    {
+        return Fetch<TextRangeObject>(object_, u"TextRange");
+    }
+
+private:
+    const AutomationObject object_;
+};
+
+class LinkFormatObject final : public powerpoint::LinkFormat
+{
+public:
+    static constexpr const char16_t* Kind = u"LinkFormat";
+
+    explicit LinkFormatObject(AutomationObject object) : object_(std::move(object)) {}
+
+    String SourceFullName() override { return object_.Text(u"SourceFullName"); }
+    void PutSourceFullName(const String& value) override { object_.Put(u"SourceFullName", Variant(value)); }
+
+private:
+    const AutomationObject object_;
+};
+
+}  // namespace
+
+std::shared_ptr<powerpoint::TextFrame> ShapeObject::TextFrame()
+{
+    return Fetch<TextFrameObject>(object_, u"TextFrame");
+}
+
+std::shared_ptr<powerpoint::LinkFormat> ShapeObject::LinkFormat()
+{
+    return Fetch<LinkFormatObject>(object_, u"LinkFormat");
+}
+
+}  // namespace tessarine::windows
