@@ -9,11 +9,11 @@
 #include "batch/ProcessGuards.h"
 #include "log/ErrorLog.h"
 #include "model/Excel.h"
-#include "office/builtin/Provider.h"
 #include "office/sheets/ExcelProvider.h"
 #include "platform/Locale.h"
 #include "platform/Messages.h"
 #include "saving/RunJournal.h"
+#include "SystemEngines.h"
 
 namespace
 {
@@ -55,7 +55,7 @@ int main(int argumentCount, char** arguments)
         output.Note("tessarine-batch: " + batch::OnOneLine(ToUtf8(file.path + u": " + file.text)));
     batch::WatchForCancel();
     const auto& call = std::get<batch::BatchCall>(read);
-    const int status = batch::Perform(call, {builtin::CreateProvider(batch::SaveTermsOf(call))}, output);
+    const int status = batch::Perform(call, batch::SystemEngines(batch::SaveTermsOf(call)), output);
     if (const auto& failure = ErrorLogFailure())
         output.Note("tessarine-batch: the error log lacks lines: " + batch::OnOneLine(ToUtf8(failure->Reason())));
     SetMessageBox({});  // it holds a reference to the output, which ends here

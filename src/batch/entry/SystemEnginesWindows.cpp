@@ -1,0 +1,14 @@
+#include "SystemEngines.h"
+
+#include "office/builtin/Provider.h"
+#include "office/windows/PowerPointProvider.h"
+
+namespace tessarine::batch
+{
+
+Engines SystemEngines(const SaveTerms& terms)
+{
+    return {builtin::CreateProvider(terms), windows::CreatePowerPointProvider()};
+}
+
+}  // namespace tessarine::batch
