@@ -1,3 +1,15 @@
+# tessarine_sources(<variable> <folder>): the sources of a folder. What differs between systems is in files of its own:
+# one whose name ends in the other system's word (FilesPosix.cpp, FilesPosixTest.cpp) is left out.
+function(tessarine_sources variable folder)
+    file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+    if(WIN32)
+        list(FILTER sources EXCLUDE REGEX "(Posix|Linux)(Test)?\\.cpp$")
+    else()
+        list(FILTER sources EXCLUDE REGEX "Windows(Test)?\\.cpp$")
+    endif()
+    set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
 # tessarine_layer(<name> FROM <folder under src> [ON <layers directly below>] [USES <libraries of others>] [WINDOWS])
 #
 # WINDOWS is for layers of windows: they see Qt, and no other layer does.
@@ -9,7 +21,7 @@
 # an include of a layer above does not compile.
 function(tessarine_layer name)
     cmake_parse_arguments(LAYER "WINDOWS" "FROM" "ON;USES" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${LAYER_FROM}/*.cpp)
+    tessarine_sources(sources ${PROJECT_SOURCE_DIR}/src/${LAYER_FROM})
     add_library(${name} STATIC ${sources})
 
     set(view ${PROJECT_BINARY_DIR}/layers/${name})  # holds one link: this layer's folder

@@ -7,7 +7,7 @@
 namespace tessarine
 {
 
-std::string NativePath(StringView path)
+NativeString NativePath(StringView path)
 {
     if (auto native = NativePathIfValid(path))
         return *std::move(native);
@@ -15,11 +15,26 @@ std::string NativePath(StringView path)
     throw Failure(FailureNumber::FileNotFound, u"File not found: a path can't hold a NUL character");
 }
 
-std::optional<std::string> NativePathIfValid(StringView path)
+std::optional<NativeString> NativePathIfValid(StringView path)
 {
     if (path.find(u'\0') != StringView::npos)
         return std::nullopt;
     return ToUtf8(path);
+}
+
+String PathText(NativeStringView path)
+{
+    return FromUtf8(path);
+}
+
+bool IsFullPath(std::string_view path)
+{
+    return path.starts_with('/');
+}
+
+NativeString NativeName(std::string_view ascii)
+{
+    return NativeString(ascii);
 }
 
 }  // namespace tessarine
