@@ -1,39 +1,48 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <utility>
 
 namespace tessarine
 {
 
-/// Owns a POSIX file descriptor and closes it at its end.
+/// What the system calls an open file: a descriptor, on Windows a handle. Members that take one borrow it.
+#ifdef _WIN32
+using NativeFile = void*;
+inline constexpr NativeFile NoFile = nullptr;
+#else
+using NativeFile = int;
+inline constexpr NativeFile NoFile = -1;
+#endif
+
+/// Owns an open file and closes it at its end.
 class FileDescriptor
 {
 public:
-    /// Takes over what a call such as `open` gave; a negative number is a descriptor that isn't open.
-    explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
-    ~FileDescriptor() { Close(); }
-    FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+    FileDescriptor() = default;  ///< Isn't open.
 
-    /// Closes the own descriptor and takes over the other's, which is not open afterwards.
+    /// Takes over what a call such as `open` gave; what such a call gives on failure isn't open.
+    explicit FileDescriptor(NativeFile file);
+    ~FileDescriptor() { Close(); }
+    FileDescriptor(FileDescriptor&& other) noexcept : file_(other.Release()) {}
+
+    /// Closes the own file and takes over the other's, which is not open afterwards.
     FileDescriptor& operator=(FileDescriptor&& other) noexcept
     {
         Close();
-        descriptor_ = std::exchange(other.descriptor_, -1);
+        file_ = other.Release();
         return *this;
     }
 
-    bool IsOpen() const { return descriptor_ >= 0; }
-    int get() const { return descriptor_; }  ///< Stays owned here; nobody else may close it.
+    bool IsOpen() const { return file_ != NoFile; }
+    NativeFile get() const { return file_; }  ///< Stays owned here; nobody else may close it.
 
-    int Release() { return std::exchange(descriptor_, -1); }  ///< Gives it away without closing it.
+    NativeFile Release() { return std::exchange(file_, NoFile); }  ///< Gives it away without closing it.
 
     /// Closes now and tells whether the system reported an error, which is where a network file system may first do so.
-    bool Close() { return descriptor_ < 0 || close(std::exchange(descriptor_, -1)) == 0; }
+    bool Close();
 
 private:
-    int descriptor_;
+    NativeFile file_ = NoFile;
 };
 
 }  // namespace tessarine

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/Failure.h"
+#include "platform/NativePath.h"
 
 namespace tessarine
 {
@@ -23,21 +24,22 @@ namespace tessarine
 /// rest.
 enum class FileTrouble { FileMissing, FolderMissing, NotPermitted, InUse, DiskFull, OutOfMemory, DeviceFault };
 
-/// The kind that an error of the operating system (an errno value) is of. `path` is where it happened: whether a file
-/// that wasn't found lacks only itself or its folder too, is looked up there.
-FileTrouble FileTroubleOf(int error, const std::string& path);
+/// The kind that an error of the operating system (an errno value, see SystemErrors.h) is of. `path` is where it
+/// happened: whether a file that wasn't found lacks only itself or its folder too, is looked up there.
+FileTrouble FileTroubleOf(int error, const NativeString& path);
 
 /// The failure, in the classic family, of something that the run does to a file, such as a backup: "Permission denied:
 /// could not open /folder/a.pptx". `action` is what was attempted ("open").
-Failure ClassicFileFailure(int error, const char* action, const std::string& path);
+Failure ClassicFileFailure(int error, const char* action, const NativeString& path);
 
 /// The failure, in the system's family, of opening or saving a presentation or a job: "Can't save "/folder/a.pptx":
 /// Permission denied", with the system's own text for the error. `action` is what was attempted ("save").
-Failure SystemFileFailure(int error, const char* action, const std::string& path);
+Failure SystemFileFailure(int error, const char* action, const NativeString& path);
 
 /// The same two for trouble that the system gives no error for, with the reason in our own words: "Can't save
 /// "/folder/a.pptx": it is a link" and "Permission denied: could not write /folder/a.bak (it is a link)".
-Failure ClassicFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason);
-Failure SystemFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason);
+Failure ClassicFileFailure(FileTrouble trouble, const char* action, const NativeString& path,
+                           const std::string& reason);
+Failure SystemFileFailure(FileTrouble trouble, const char* action, const NativeString& path, const std::string& reason);
 
 }  // namespace tessarine

@@ -9,9 +9,11 @@ namespace tessarine
 
 /// Keeps a file from other runs, and from other programs that care, from before it is read until after it was saved.
 ///
-/// Locks are advice here: nothing stops a program that doesn't ask. What such a program does to the file is noticed
-/// when it is saved (ReplacementFile). A file that can't be opened isn't locked, and opening it will tell why; nor is
-/// one on a file system without locks, or on a Windows share, whose locks would keep out this process itself.
+/// Locks are advice here: nothing stops a program that doesn't ask (on Windows the lock is on bytes far beyond the end
+/// of the file, for the same reason: PowerPoint has to open what a run has locked). What such a program does to the
+/// file is noticed when it is saved (ReplacementFile). A file that can't be opened isn't locked, and opening it will
+/// tell why; nor is one on a file system without locks, or on a Windows share, whose locks would keep out this process
+/// itself.
 ///
 /// A save gives the file of the new content the lock of the old one, so that the path stays locked until the end.
 class FileLock
@@ -20,7 +22,8 @@ public:
     /// Locks the file that a path leads to. Raises `SharingViolation` and nothing else, with a text that says what
     /// stands in the way:
     /// - "... is in use by another run": a FileLock of another process, or of this one, holds it;
-    /// - "... is in use by another program": another lock is on it, of the whole file or for writing;
+    /// - "... is in use by another program": another lock is on it, of the whole file or for writing; on Windows also
+    ///   when a program has it open and doesn't let others replace it;
     /// - "... is in use: ... says that another program has it open": a lock file (IsLockFileName) stands beside it;
     /// - "... is replaced again and again": the path never led to the file that was locked a moment before.
     explicit FileLock(StringView path);
@@ -37,12 +40,14 @@ public:
     /// somebody has put `file` there since, or another folder on the way to it.
     static bool IsOnAnother(StringView path, const FileIdentity& file);
 
-    /// The lock that this process holds on `old`, if there is one, goes over to another file, whose descriptor is
-    /// locked already (TryToLock). Without such a lock the descriptor is closed.
+    /// The lock that this process holds on `old`, if there is one, goes over to another file, which is
+    /// locked already (TryToLock). Without such a lock that file is closed.
     static void GiveTo(FileDescriptor newFile, const FileIdentity& old);
 
 private:
-    FileDescriptor file_{-1};  // the lock lasts as long as it is open
+    void Hold(FileDescriptor file, const FileIdentity& identity, StringView path);
+
+    FileDescriptor file_;  // the lock lasts as long as it is open
     FileIdentity identity_;
     String path_;
 };
@@ -55,17 +60,17 @@ enum class LockAttempt {
     Impossible       ///< The file system has no locks.
 };
 
-/// Locks a descriptor's file against all others and marks it as locked by a run, until the descriptor is closed. Waits
+/// Locks an open file against all others and marks it as locked by a run, until it is closed. Waits
 /// a few hundredths of a second for one who merely looks whether the file is locked.
-LockAttempt TryToLock(int descriptor);
+LockAttempt TryToLock(NativeFile file);
 
-/// Puts the mark of a run on a descriptor's file, by which others tell our lock from that of any program, until the
-/// descriptor is closed. Where that can't be, the lock looks like any other.
-void MarkAsOurs(int descriptor);
+/// Puts the mark of a run on an open file, by which others tell our lock from that of any program, until it is closed.
+/// Where that can't be, the lock looks like any other. On Windows the lock itself is the mark.
+void MarkAsOurs(NativeFile file);
 
-/// Whether others would mind that a descriptor's file is read: `Locked` when nobody holds a lock against that, or only
+/// Whether others would mind that an open file is read: `Locked` when nobody holds a lock against that, or only
 /// this process does. Leaves no lock.
-LockAttempt LookAtLocks(int descriptor, const FileIdentity& file);
+LockAttempt LookAtLocks(NativeFile file, const FileIdentity& identity);
 
 /// True for the name (without folder) of a file that programs put beside a document while they have it open:
 /// "~$report.pptx" and ".~lock.report.pptx#". Such a file is never a presentation itself, whatever its extension.

@@ -4,19 +4,15 @@
 #include <sys/stat.h>
 #include <sys/vfs.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <vector>
 
 #include "files/FileLock.h"
-#include "files/FilePlace.h"
-#include "platform/Failure.h"
+#include "files/FileLockFailures.h"
+#include "files/HeldFolder.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
 
@@ -25,10 +21,6 @@ namespace tessarine
 
 namespace
 {
-
-/// The locks of this process. Few at a time, as a run holds one file.
-std::mutex heldLocksGuard;
-std::vector<FileLock*> heldLocks;
 
 /// The byte whose shared lock is the mark of a run: so far out that no file has it and no program locks it alone.
 constexpr off_t markOffset = (off_t{1} << 62) + 0x7e55a;
@@ -68,18 +60,6 @@ bool IsOnWindowsShare(int descriptor)
     return type == CIFS_SUPER_MAGIC || type == SMB2_SUPER_MAGIC || type == SMB_SUPER_MAGIC;
 }
 
-Failure InUse(const std::string& path, const std::string& text)
-{
-    return {FailureNumber::SharingViolation, FromUtf8("\"" + path + "\" " + text)};
-}
-
-[[noreturn]] void FailForHolder(const std::string& path, LockAttempt attempt)
-{
-    if (attempt == LockAttempt::HeldByARun)
-        throw InUse(path, "is in use by another run; run it again when that has ended");
-    throw InUse(path, "is in use by another program; close it there and run it again");
-}
-
 /// Raises when a lock file stands beside the path.
 void FailIfOpenElsewhere(const std::string& path)
 {
@@ -88,9 +68,7 @@ void FailIfOpenElsewhere(const std::string& path)
     for (const std::string& lockFile : {"~$" + name, ".~lock." + name + "#"}) {
         struct stat status = {};
         if (lstat((folder + lockFile).c_str(), &status) == 0)
-            throw InUse(path, "is in use: \"" + lockFile +
-                                  "\" says that another program has it open; close it there, or delete that file if "
-                                  "it was left behind");
+            FailForLockFile(path, lockFile);
     }
 }
 
@@ -156,7 +134,7 @@ FileLock::FileLock(StringView path)
     if (!native)
         return;
     // Held open, so that all attempts are about one folder, whatever is put in its place meanwhile.
-    const FileDescriptor folder = OpenFolder(AT_FDCWD, std::string(FolderOf(*native)));
+    const HeldFolder folder{std::string(FolderOf(*native))};
     const std::string name(FileNameOf(std::string_view(*native)));
     // A run that meets this many new files in a row under one path has a reason to stop.
     for (int attempts = 8; attempts > 0; --attempts) {
@@ -195,45 +173,11 @@ FileLock::FileLock(StringView path)
             FailIfOpenElsewhere(EndOfLinks(*native));
         if (attempt != LockAttempt::Locked)
             return;
-        file_ = std::move(file);
-        identity_ = identity;
-        path_ = path;
-        const std::scoped_lock guard(heldLocksGuard);
-        heldLocks.push_back(this);
+        Hold(std::move(file), identity, path);
         return;
     }
     if (FileStateOf(path))
-        throw InUse(*native, "is replaced again and again by another program; run it again when that has ended");
-}
-
-FileLock::~FileLock()
-{
-    const std::scoped_lock guard(heldLocksGuard);
-    std::erase(heldLocks, this);
-}
-
-bool FileLock::IsHeldHere(const FileIdentity& file)
-{
-    const std::scoped_lock guard(heldLocksGuard);
-    return std::ranges::any_of(heldLocks, [&](const FileLock* lock) { return lock->identity_ == file; });
-}
-
-bool FileLock::IsOnAnother(StringView path, const FileIdentity& file)
-{
-    const std::scoped_lock guard(heldLocksGuard);
-    return std::ranges::any_of(heldLocks,
-                               [&](const FileLock* lock) { return lock->path_ == path && lock->identity_ != file; });
-}
-
-void FileLock::GiveTo(FileDescriptor newFile, const FileIdentity& old)
-{
-    const std::scoped_lock guard(heldLocksGuard);
-    const auto held = std::ranges::find_if(heldLocks, [&](const FileLock* lock) { return lock->identity_ == old; });
-    const auto state = held == heldLocks.end() ? std::nullopt : FileStateOf(newFile.get());
-    if (!state)
-        return;
-    (*held)->file_ = std::move(newFile);
-    (*held)->identity_ = state->identity;
+        FailForReplacements(*native);
 }
 
 }  // namespace tessarine

@@ -3,17 +3,13 @@
 #include <functional>
 #include <string>
 
-#include "files/FileDescriptor.h"
 #include "files/FileFailure.h"
+#include "files/HeldFolder.h"
 #include "platform/Failure.h"
+#include "platform/NativePath.h"
 
 namespace tessarine
 {
-
-/// Opens a folder, to work in it by names: to be flushed if this process may read it, else for its names alone. Not
-/// open on failure, with the reason in errno. A relative path starts at the folder `from`, or where the process is
-/// (AT_FDCWD).
-FileDescriptor OpenFolder(int from, const std::string& path);
 
 /// Where a file lies: a name in a folder that is held open, so that nothing that happens to the folders above, or to
 /// links on the way, leads elsewhere later.
@@ -27,14 +23,15 @@ struct FilePlace {
     };
 
     /// The failure for a kind of trouble in a given place, in the words of whoever looks for the place.
-    using MakeFailure = std::function<Failure(FileTrouble trouble, const std::string& path, const std::string& reason)>;
+    using MakeFailure =
+        std::function<Failure(FileTrouble trouble, const NativeString& path, const std::string& reason)>;
 
     /// Raises what `failure` makes. A missing file is none, but a missing folder and a link that leads nowhere are.
-    FilePlace(const std::string& path, Links links, const MakeFailure& failure);
+    FilePlace(const NativeString& path, Links links, const MakeFailure& failure);
 
-    std::string path;  ///< What the links at the end led to, for people.
-    FileDescriptor folder{-1};
-    std::string name;  ///< In that folder.
+    NativeString path;  ///< What the links at the end led to, for people.
+    HeldFolder folder;
+    NativeString name;  ///< In that folder.
 };
 
 }  // namespace tessarine

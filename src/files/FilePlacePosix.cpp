@@ -8,25 +8,14 @@
 #include <cstring>
 
 #include "files/FilePlace.h"
+#include "files/OpenFolderPosix.h"
 #include "platform/FolderOf.h"
 
 namespace tessarine
 {
 
-FileDescriptor OpenFolder(int from, const std::string& path)
-{
-    const char* const name = path.empty() ? "." : path.c_str();
-    FileDescriptor folder(openat(from, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // Files can be made in a folder that can't be listed.
-    if (!folder.IsOpen() && errno == EACCES)
-        folder = FileDescriptor(openat(from, name, O_PATH | O_DIRECTORY | O_CLOEXEC));
-    return folder;
-}
-
 FilePlace::FilePlace(const std::string& givenPath, Links links, const MakeFailure& failure)
-    : path(givenPath),
-      folder(OpenFolder(AT_FDCWD, std::string(FolderOf(path)))),
-      name(FileNameOf(std::string_view(path)))
+    : path(givenPath), folder(std::string(FolderOf(path))), name(FileNameOf(std::string_view(path)))
 {
     const auto fail = [&](int error) -> Failure {
         return failure(FileTroubleOf(error, path), path, std::strerror(error));
@@ -76,7 +65,7 @@ FilePlace::FilePlace(const std::string& givenPath, Links links, const MakeFailur
         path = next.starts_with('/') ? next : std::string(FolderOf(path)) + next;
         name = FileNameOf(std::string_view(next));
         if (!nextFolder.empty()) {
-            folder = OpenFolder(folder.get(), nextFolder);
+            folder = HeldFolder(OpenFolder(folder.get(), nextFolder), std::string(FolderOf(path)));
             if (!folder.IsOpen())
                 throw fail(errno);
         }

@@ -1,12 +1,27 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include "files/FileFactsPosix.h"
 #include "files/FileState.h"
+#include "files/HeldFolder.h"
 #include "files/Nanoseconds.h"
-#include "platform/NativePath.h"
 
 namespace tessarine
 {
+
+namespace
+{
+
+FileKind KindFrom(mode_t mode)
+{
+    if (S_ISREG(mode))
+        return FileKind::File;
+    if (S_ISDIR(mode))
+        return FileKind::Folder;
+    return S_ISLNK(mode) ? FileKind::Link : FileKind::Other;
+}
+
+}  // namespace
 
 FileState StateFrom(const struct stat& status)
 {
@@ -16,29 +31,37 @@ FileState StateFrom(const struct stat& status)
             Nanoseconds(status.st_ctim)};
 }
 
-std::optional<FileState> FileStateOf(int descriptor)
+FileFacts StatusFrom(const struct stat& status, Look look)
 {
-    struct stat status = {};
-    if (fstat(descriptor, &status) != 0)
-        return std::nullopt;
-    return StateFrom(status);
+    return {KindFrom(status.st_mode), StateFrom(status), status.st_nlink, status.st_mode & 07777,
+            look == Look::WithOwner ? std::to_string(status.st_uid) : std::string()};
 }
 
-std::optional<FileState> FileStateOf(StringView path)
+std::optional<FileFacts> StatusOf(NativeFile file, Look look)
 {
-    const auto native = NativePathIfValid(path);
     struct stat status = {};
-    if (!native || stat(native->c_str(), &status) != 0)
-        return std::nullopt;
-    return StateFrom(status);
+    return fstat(file, &status) == 0 ? std::optional(StatusFrom(status, look)) : std::nullopt;
 }
 
-std::optional<FileState> FileStateIn(int folder, const std::string& name)
+std::optional<FileFacts> StatusAt(const NativeString& path, Look look)
 {
     struct stat status = {};
-    if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return std::nullopt;
-    return StateFrom(status);
+    return stat(path.c_str(), &status) == 0 ? std::optional(StatusFrom(status, look)) : std::nullopt;
+}
+
+std::optional<FileFacts> StatusThrough(const HeldFolder& folder, const NativeString& name)
+{
+    struct stat status = {};
+    return fstatat(folder.get(), name.c_str(), &status, 0) == 0 ? std::optional(StatusFrom(status, Look::WithoutOwner))
+                                                                : std::nullopt;
+}
+
+std::optional<FileFacts> StatusIn(const HeldFolder& folder, const NativeString& name, Look look)
+{
+    struct stat status = {};
+    return fstatat(folder.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0
+               ? std::optional(StatusFrom(status, look))
+               : std::nullopt;
 }
 
 }  // namespace tessarine

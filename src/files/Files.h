@@ -22,7 +22,8 @@ bool FolderExists(StringView path);
 /// Makes a folder with all of its missing parents. False when it can't be made; never raises.
 bool EnsureFolderExists(StringView path);
 
-/// The path from the root on, which means the same in every current folder. `.` in front goes, `..` and links stay.
+/// The path from the root on, which means the same in every current folder. `.` in front goes, `..` and links stay;
+/// on Windows `..` goes, too, as the system takes it out of any path.
 /// Raises as ClassicFileFailure tells when a relative path has no current folder to count from.
 String FullPathOf(StringView path);
 
@@ -47,7 +48,7 @@ std::vector<String> FilesOfFolder(StringView folder);
 /// Whole content of a file.
 std::string ReadWholeFile(StringView path);
 
-/// Deletes a file; of a link the link itself.
+/// Deletes a file, a read-only one, too; of a link the link itself.
 void DeleteFile(StringView path);
 
 /// Read-only, hidden, system and archive as the run knows them. On Linux a file is read-only when its owner has no
@@ -61,11 +62,12 @@ inline constexpr std::int32_t System = 4;    ///< Never set on Linux.
 inline constexpr std::int32_t Archive = 32;  ///< Never set on Linux.
 }  // namespace FileAttribute
 
-/// What GetAttributes read: the attribute bits, and beside them the platform's own form (the mode bits on Linux), so
+/// What GetAttributes read: the attribute bits, and beside them the platform's own form (the mode bits on Linux, all
+/// attributes on Windows), so
 /// that SetAttributes puts back exactly what was there.
 struct FileAttributes {
     std::int32_t bits = FileAttribute::Normal;
-    std::uint32_t mode = 0;  ///< All twelve bits, with set-user, set-group and sticky.
+    std::uint32_t mode = 0;  ///< On Linux all twelve bits, with set-user, set-group and sticky.
     FileIdentity file = {};  ///< The file that they are of.
 };
 
@@ -78,8 +80,8 @@ FileAttributes GetAttributes(StringView path);
 /// that is the new content of a save (KnownFile).
 void SetAttributes(StringView path, const FileAttributes& attributes);
 
-/// Sets the attributes to `Normal`: the file becomes writable for its owner, and its other mode bits stay. Of the file
-/// whose attributes were read alone, as for SetAttributes; and never of another user's file through a link.
+/// Sets the attributes to `Normal`: on Linux the file becomes writable for its owner, and its other mode bits stay. Of
+/// the file whose attributes were read alone, as for SetAttributes; and never of another user's file through a link.
 void ClearAttributes(StringView path, const FileAttributes& attributes);
 
 }  // namespace tessarine

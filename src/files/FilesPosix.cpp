@@ -157,36 +157,6 @@ FolderContent ContentOfFolder(StringView folder)
     return {SortedPaths(path, files), SortedPaths(path, folders), SortedPaths(path, linkedFolders)};
 }
 
-std::vector<String> FilesOfFolder(StringView folder)
-{
-    return ContentOfFolder(folder).files;
-}
-
-std::string ReadWholeFile(StringView path)
-{
-    const std::string nativePath = NativePath(path);
-    // Not waiting for the other end of a named pipe.
-    const FileDescriptor file(open(nativePath.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    Status status = {};
-    if (!file.IsOpen() || fstat(file.get(), &status) != 0)
-        throw ClassicFileFailure(errno, "open", nativePath);
-    // Of a pipe or a device nobody knows when it ends.
-    if (!S_ISREG(status.st_mode))
-        throw ClassicFileFailure(EACCES, "read (it is not a file)", nativePath);
-
-    std::string content;
-    char buffer[64 * 1024];
-    for (;;) {
-        const ssize_t count = read(file.get(), buffer, sizeof buffer);
-        if (count == 0)
-            return content;
-        if (count > 0)
-            content.append(buffer, static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            throw ClassicFileFailure(errno, "read", nativePath);
-    }
-}
-
 void DeleteFile(StringView path)
 {
     const std::string nativePath = NativePath(path);
@@ -214,7 +184,7 @@ void SetAttributes(StringView path, const FileAttributes& attributes)
     // files have it still, which one call tells.
     if ((ExistingStatus(nativePath).st_mode & 07777) == mode)
         return;
-    const FileDescriptor file = OpenKnownFile(nativePath, attributes.file, O_RDONLY, settingAttributes);
+    const FileDescriptor file = OpenKnownFile(nativePath, attributes.file, KnownFileUse::Attributes, settingAttributes);
     if (fchmod(file.get(), mode) != 0)
         throw ClassicFileFailure(errno, settingAttributes, nativePath);
 }
@@ -222,7 +192,7 @@ void SetAttributes(StringView path, const FileAttributes& attributes)
 void ClearAttributes(StringView path, const FileAttributes& attributes)
 {
     const std::string nativePath = NativePath(path);
-    const FileDescriptor file = OpenKnownFile(nativePath, attributes.file, O_RDONLY, settingAttributes);
+    const FileDescriptor file = OpenKnownFile(nativePath, attributes.file, KnownFileUse::Attributes, settingAttributes);
     Status opened = {};
     Status named = {};
     if (fstat(file.get(), &opened) != 0 || lstat(nativePath.c_str(), &named) != 0)

@@ -1,12 +1,14 @@
 #pragma once
 
-#include <string>
-
 #include "files/FileDescriptor.h"
 #include "files/FileState.h"
+#include "platform/NativePath.h"
 
 namespace tessarine
 {
+
+/// What a known file is opened for.
+enum class KnownFileUse { Attributes, Times };
 
 /// Opens the file whose mode or dates a run puts back after its save. Whoever can write the folder may have put a link
 /// to somebody's file there meanwhile, so the path must lead to
@@ -15,7 +17,8 @@ namespace tessarine
 /// - or, where nothing can be locked, a file of this process's user with one name, and no link to it.
 ///
 /// Raises `PermissionDenied` for any other file, and as ClassicFileFailure tells for one that can't be opened. `action`
-/// goes into the text ("set the times of"). `flags` are those of `open`, beside the ones that such a file always wants.
-FileDescriptor OpenKnownFile(const std::string& path, const FileIdentity& known, int flags, const char* action);
+/// goes into the text ("set the times of"). Times are set through a file that is open for writing, as those of a file
+/// that can't be written stay.
+FileDescriptor OpenKnownFile(const NativeString& path, const FileIdentity& known, KnownFileUse use, const char* action);
 
 }  // namespace tessarine

@@ -24,10 +24,11 @@ bool IsOwnAndAlone(const std::string& path, const struct stat& opened)
 
 }  // namespace
 
-FileDescriptor OpenKnownFile(const std::string& path, const FileIdentity& known, int flags, const char* action)
+FileDescriptor OpenKnownFile(const NativeString& path, const FileIdentity& known, KnownFileUse use, const char* action)
 {
     // Without waiting for the other end of a named pipe.
-    FileDescriptor file(open(path.c_str(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    const int access = use == KnownFileUse::Times ? O_WRONLY : O_RDONLY;
+    FileDescriptor file(open(path.c_str(), access | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status = {};
     if (!file.IsOpen() || fstat(file.get(), &status) != 0)
         throw ClassicFileFailure(errno, action, path);

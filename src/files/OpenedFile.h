@@ -15,17 +15,20 @@ namespace tessarine
 class OpenedFile
 {
 public:
-    /// Takes the state of an open descriptor's file, and reads its content where the state alone doesn't tell. Borrows
-    /// the descriptor. A file that can't be read counts as changed.
-    explicit OpenedFile(int descriptor);
+    /// Takes the state of an open file, and reads its content where the state alone doesn't tell. Borrows it. A file
+    /// that can't be read counts as changed.
+    explicit OpenedFile(NativeFile file);
 
     /// The same from a state that was read already, and the time right before that (Clock).
-    OpenedFile(int descriptor, const FileState& state, std::int64_t clock);
+    OpenedFile(NativeFile file, const FileState& state, std::int64_t clock);
 
     /// The time by the clock that the system takes the times of files from, in nanoseconds since 1970.
     static std::int64_t Clock();
 
-    int Descriptor() const { return descriptor_; }
+    /// In which steps that clock moves, in nanoseconds.
+    static std::int64_t ClockStep();
+
+    NativeFile Descriptor() const { return file_; }
     const FileState& State() const { return state_; }  ///< Of the open file.
 
     /// What the file's path has to lead to as long as nobody else has changed it: the state of the open file, and after
@@ -48,7 +51,7 @@ public:
 private:
     std::optional<std::uint32_t> ChecksumNow() const;
 
-    int descriptor_;
+    NativeFile file_;
     FileState state_;
     FileState expected_;
     bool isRacy_ = false;

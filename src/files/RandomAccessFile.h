@@ -5,11 +5,11 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <string>
 
 #include "files/FileDescriptor.h"
 #include "files/FileState.h"
 #include "files/OpenedFile.h"
+#include "platform/NativePath.h"
 #include "platform/String.h"
 
 namespace tessarine
@@ -26,8 +26,8 @@ public:
     /// when reading fails.
     virtual void Read(std::uint64_t offset, std::span<std::byte> buffer) const = 0;
 
-    /// The file descriptor behind the bytes, -1 for memory. With it the system can copy from file to file by itself.
-    virtual int Descriptor() const { return -1; }
+    /// The open file behind the bytes, NoFile for memory. With it the system can copy from file to file by itself.
+    virtual NativeFile Descriptor() const { return NoFile; }
 
     /// The file behind the bytes as it was when it was opened, null for memory. With it a save notices what others have
     /// done to the file.
@@ -57,14 +57,14 @@ public:
     std::uint64_t Size() const override { return size_; }  ///< As it was when the file was opened.
     OpenedFile* Opened() override { return &*opened_; }
     void Read(std::uint64_t offset, std::span<std::byte> buffer) const override;
-    int Descriptor() const override { return file_.get(); }
+    NativeFile Descriptor() const override { return file_.get(); }
     Identity Id() const { return opened_->State().identity; }  ///< Two paths to one file give the same.
 
     /// The file that a path names now; nothing when there is no such file.
     static std::optional<Identity> IdOf(StringView path);
 
 private:
-    std::string path_;
+    NativeString path_;
     FileDescriptor file_;
     std::uint64_t size_ = 0;
     std::optional<OpenedFile> opened_;  // there as soon as the file is open

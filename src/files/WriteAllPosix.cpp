@@ -7,7 +7,7 @@
 namespace tessarine
 {
 
-bool WriteAll(int file, std::string_view bytes)
+bool WriteAll(NativeFile file, std::string_view bytes)
 {
     while (!bytes.empty()) {
         const ssize_t count = write(file, bytes.data(), bytes.size());

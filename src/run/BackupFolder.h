@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/NativePath.h"
 #include "platform/String.h"
 #include "run/BackupRecord.h"
 #include "saving/CopyFile.h"
@@ -38,8 +39,8 @@ public:
 
     /// A file that backups may be of.
     struct Original {
-        String name;                         ///< As RecordedBackup::original.
-        std::optional<std::uint32_t> owner;  ///< Nothing when the file is missing.
+        String name;                       ///< As RecordedBackup::original.
+        std::optional<std::string> owner;  ///< FileFacts::owner; nothing when the file is missing.
     };
     /// The original at `path` as the record of this folder names it.
     Original OriginalAt(const String& path) const;
@@ -75,7 +76,7 @@ public:
     /// can't be added to gets a second one beside it.
     void Record(const String& name, const Original& original, const CopiedContent& content);
 
-    /// Takes away what a backup's mode has beyond this one.
+    /// Takes away what a backup's mode (FileAttributes::mode) has beyond this one; on Windows gives it this one.
     void NarrowMode(const String& name, std::uint32_t mode) const;
 
     /// Deletes a backup; of a link the link itself. The record keeps its line until ForgetRemoved.
@@ -90,24 +91,24 @@ public:
     void ForgetRemoved();
 
 private:
-    class Descriptors;
+    class OpenFiles;
     struct Line;
     class Lines;
     struct Source;
 
     std::optional<CopiedContent> ContentOf(const String& name) const;
-    bool IsBelieved(std::uint32_t owner, const Original& original) const;
+    bool IsBelieved(const std::string& owner, const Original& original) const;
     bool Matches(const Line& line, const String& name, const Original& original) const;
-    void LoadRecordOf(std::uint32_t owner);
+    void LoadRecordOf(const std::string& owner);
     void Load(Source& source);
     void Refresh();
-    bool OpenForAppending(const std::string& record, const Original& original);
+    bool OpenForAppending(const NativeString& record, const Original& original);
     void Append(const RecordedBackup& backup);
     void ForgetIn(const Source& source);
-    std::string PathOf(const std::string& name) const;  // for texts
+    NativeString PathOf(const NativeString& name) const;  // for texts
 
     String folder_;
-    std::unique_ptr<Descriptors> open_;
+    std::unique_ptr<OpenFiles> open_;
     std::vector<Source> sources_;   // the records that are looked at
     std::unique_ptr<Lines> lines_;  // of all of them
     std::set<String> removed_;      // names since the last ForgetRemoved

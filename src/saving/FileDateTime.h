@@ -8,13 +8,15 @@
 namespace tessarine
 {
 
-/// A file's times of last access and last write, on Linux to the nanosecond. The creation time can't be set there and
-/// is not kept.
+/// A file's times. On Linux they are moments, to the nanosecond; the time of creation can't be set there and is not
+/// kept. On Windows they are what the clock on the wall showed (seconds since 1970 in local time), to the millisecond:
+/// they come back wrong by an hour when the clocks were changed in between, which has always been so.
 struct FileTimes {
     timespec lastAccess{};  ///< Where the file system keeps it.
     timespec lastWrite{};
     bool valid = false;      ///< False when the times could not be read; setting such times does nothing.
     FileIdentity file = {};  ///< The file that they are of.
+    timespec creation{};     ///< On Windows alone.
 };
 
 /// Reads a file's times. Never raises: on any error the result is not valid.

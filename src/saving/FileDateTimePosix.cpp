@@ -35,7 +35,7 @@ bool SetFileDateTime(StringView path, const FileTimes& times)
         if (faccessat(AT_FDCWD, nativePath.c_str(), W_OK, AT_EACCESS) != 0)
             return false;
         // Opened for writing, as the times of a file that can't be written stay.
-        const FileDescriptor file = OpenKnownFile(nativePath, times.file, O_WRONLY, "set the times of");
+        const FileDescriptor file = OpenKnownFile(nativePath, times.file, KnownFileUse::Times, "set the times of");
         const timespec accessAndWrite[] = {times.lastAccess, times.lastWrite};
         if (futimens(file.get(), accessAndWrite) != 0)
             throw ClassicFileFailure(errno, "set the times of", nativePath);

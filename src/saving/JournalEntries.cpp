@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+#include "platform/NativePath.h"
+
 namespace tessarine
 {
 
@@ -16,6 +18,13 @@ constexpr std::string_view contentKind = "content";
 constexpr std::string_view writeKind = "write";
 
 constexpr std::size_t digitsOfBlock = 8;
+
+/// A mode beyond this is none: twelve bits, on Windows the attributes of a file.
+#ifdef _WIN32
+constexpr std::uint32_t largestMode = 0x7FFFFFFF;
+#else
+constexpr std::uint32_t largestMode = 07777;
+#endif
 
 template <class Number>
 void Put(JournalFields& fields, Number number, int base = 10)
@@ -67,7 +76,7 @@ public:
     std::string Path()
     {
         std::string path = Text();
-        isGood = isGood && path.starts_with('/') && path.find('\0') == std::string::npos;
+        isGood = isGood && IsFullPath(path) && path.find('\0') == std::string::npos;
         return path;
     }
 
@@ -164,7 +173,7 @@ std::optional<FileEntry> FileEntry::From(const JournalFields& fields)
         const timespec lastAccess = line.Time();
         entry.dates = {lastAccess, line.Time()};
     }
-    if (!line.isGood || !line.IsAtEnd() || entry.mode > 07777)
+    if (!line.isGood || !line.IsAtEnd() || entry.mode > largestMode)
         return std::nullopt;
     return entry;
 }

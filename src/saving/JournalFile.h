@@ -6,12 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "files/FileDescriptor.h"
+#include "platform/NativePath.h"
+
 namespace tessarine
 {
 
-class FileDescriptor;
-
-/// A journal in ApplicationDataFolder, under a name that no other has, which this process alone may read, and which is
+/// A journal in ApplicationDataFolder, under a name that no other has, which this user alone may read, and which is
 /// locked while it is open. A member that gives false leaves the reason in errno.
 class JournalFile
 {
@@ -23,7 +24,7 @@ public:
     static std::vector<std::unique_ptr<JournalFile>> Abandoned();
 
     /// Only closes: a journal that isn't needed any longer has been removed before.
-    ~JournalFile();
+    ~JournalFile() = default;
     JournalFile(const JournalFile&) = delete;
     JournalFile& operator=(const JournalFile&) = delete;
 
@@ -36,10 +37,10 @@ public:
     std::optional<std::string> Content() const;
 
 private:
-    JournalFile(std::string path, std::unique_ptr<FileDescriptor> file);
+    JournalFile(NativeString path, FileDescriptor file);
 
-    std::string path_;
-    std::unique_ptr<FileDescriptor> file_;
+    NativeString path_;
+    FileDescriptor file_;
 };
 
 }  // namespace tessarine

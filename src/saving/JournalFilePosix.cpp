@@ -8,10 +8,8 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <span>
 #include <utility>
 
-#include "files/FileDescriptor.h"
 #include "files/WriteAll.h"
 #include "log/ErrorLog.h"
 #include "platform/NativePath.h"
@@ -26,9 +24,6 @@ namespace
 
 constexpr std::string_view namePrefix = "Run-";
 constexpr std::string_view nameSuffix = ".journal";
-
-/// The longest journal tells of a write into a file of some gigabytes, block by block.
-constexpr off_t longestJournal = off_t{64} << 20;
 
 /// Empty while the data folder isn't settled.
 std::string JournalFolder()
@@ -49,13 +44,6 @@ bool IsLockedAt(const std::string& path, int file)
 
 }  // namespace
 
-JournalFile::JournalFile(std::string path, std::unique_ptr<FileDescriptor> file)
-    : path_(std::move(path)), file_(std::move(file))
-{
-}
-
-JournalFile::~JournalFile() = default;
-
 std::unique_ptr<JournalFile> JournalFile::Make()
 {
     const std::string folder = JournalFolder();
@@ -66,11 +54,10 @@ std::unique_ptr<JournalFile> JournalFile::Make()
     // A start of the program that finds a journal before it is locked takes it away. It is not likely to do so twice.
     for (int attempt = 0; attempt < 8; ++attempt) {
         std::string path = folder + std::string(namePrefix) + "XXXXXX" + std::string(nameSuffix);
-        auto file = std::make_unique<FileDescriptor>(
-            mkostemps(path.data(), static_cast<int>(nameSuffix.size()), O_CLOEXEC | O_APPEND));
-        if (!file->IsOpen())
+        FileDescriptor file(mkostemps(path.data(), static_cast<int>(nameSuffix.size()), O_CLOEXEC | O_APPEND));
+        if (!file.IsOpen())
             return nullptr;
-        if (IsLockedAt(path, file->get()))
+        if (IsLockedAt(path, file.get()))
             return std::unique_ptr<JournalFile>(new JournalFile(std::move(path), std::move(file)));
         const int error = errno;
         unlink(path.c_str());
@@ -90,8 +77,8 @@ std::vector<std::unique_ptr<JournalFile>> JournalFile::Abandoned()
             continue;
         std::string path = folder + entry->d_name;
         // Neither through a link nor waiting at a pipe that somebody has put there.
-        auto file = std::make_unique<FileDescriptor>(open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-        if (file->IsOpen() && IsOwnFile(file->get()) && IsLockedAt(path, file->get()))
+        FileDescriptor file(open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        if (file.IsOpen() && IsOwnFile(file.get()) && IsLockedAt(path, file.get()))
             journals.push_back(std::unique_ptr<JournalFile>(new JournalFile(std::move(path), std::move(file))));
     }
     return journals;
@@ -99,17 +86,12 @@ std::vector<std::unique_ptr<JournalFile>> JournalFile::Abandoned()
 
 bool JournalFile::Put(std::string_view text)
 {
-    return ftruncate(file_->get(), 0) == 0 && WriteAll(file_->get(), text);
-}
-
-bool JournalFile::Append(std::string_view text)
-{
-    return WriteAll(file_->get(), text);
+    return ftruncate(file_.get(), 0) == 0 && WriteAll(file_.get(), text);
 }
 
 bool JournalFile::FlushToDisk()
 {
-    if (fsync(file_->get()) != 0)
+    if (fsync(file_.get()) != 0)
         return false;
     FlushFolderOf(path_);
     return true;
@@ -119,19 +101,6 @@ void JournalFile::Remove() noexcept
 {
     // Before the lock goes with the descriptor, so that nobody finds it without one.
     unlink(path_.c_str());
-}
-
-std::optional<std::string> JournalFile::Content() const
-{
-    struct stat status = {};
-    if (fstat(file_->get(), &status) != 0 || status.st_size > longestJournal)
-        return std::nullopt;
-    std::string content(static_cast<std::size_t>(status.st_size), '\0');
-    const auto length = ReadAt(file_->get(), 0, std::as_writable_bytes(std::span(content)));
-    if (!length)
-        return std::nullopt;
-    content.resize(*length);
-    return content;
 }
 
 }  // namespace tessarine

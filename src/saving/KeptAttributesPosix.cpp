@@ -6,7 +6,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "saving/KeptAttributes.h"
@@ -105,15 +108,28 @@ mode_t ModeOfNewFiles()
 
 }  // namespace
 
-std::optional<KeptAttributes> KeptAttributes::Of(int descriptor)
+struct KeptAttributes::Parts {
+    std::optional<std::uint32_t> user;  // nothing: whatever the new file has
+    std::optional<std::uint32_t> group;
+    std::uint32_t mode = 0;
+    std::string accessList;  // as the system has it; empty for none
+    std::map<std::string, std::string> attributes;
+
+    enum class Strictness { All, AsFarAsPossible };
+    std::optional<NotKept> GiveTo(NativeFile newFile, Strictness strictness) const;
+};
+
+KeptAttributes::KeptAttributes(Parts parts) : parts_(std::make_shared<const Parts>(std::move(parts))) {}
+
+std::optional<KeptAttributes> KeptAttributes::Of(NativeFile descriptor)
 {
     struct stat status = {};
     if (fstat(descriptor, &status) != 0)
         return std::nullopt;
-    KeptAttributes kept;
-    kept.user_ = status.st_uid;
-    kept.group_ = status.st_gid;
-    kept.mode_ = status.st_mode & 07777;
+    Parts kept;
+    kept.user = status.st_uid;
+    kept.group = status.st_gid;
+    kept.mode = status.st_mode & 07777;
     const auto names = NamesOf(descriptor);
     if (!names)
         return std::nullopt;
@@ -127,34 +143,34 @@ std::optional<KeptAttributes> KeptAttributes::Of(int descriptor)
                 continue;
             return std::nullopt;
         }
-        (name == accessListName ? kept.accessList_ : kept.attributes_[name]) = std::move(*value);
+        (name == accessListName ? kept.accessList : kept.attributes[name]) = std::move(*value);
     }
-    return kept;
+    return KeptAttributes(std::move(kept));
 }
 
-KeptAttributes KeptAttributes::OfNewFileIn(int folder)
+KeptAttributes KeptAttributes::OfNewFileIn(const HeldFolder& folder)
 {
-    KeptAttributes kept;
-    kept.mode_ = ModeOfNewFiles();
-    if (const auto list = ValueOf(folder, defaultListName)) {
+    Parts kept;
+    kept.mode = ModeOfNewFiles();
+    if (const auto list = ValueOf(folder.get(), defaultListName)) {
         // It takes the place of the mask, and the mode follows from it.
-        kept.accessList_ = WithoutExecution(*list);
-        kept.mode_ = 0;
+        kept.accessList = WithoutExecution(*list);
+        kept.mode = 0;
     }
-    return kept;
+    return KeptAttributes(std::move(kept));
 }
 
-std::optional<KeptAttributes::NotKept> KeptAttributes::GiveTo(int newFile) const
+std::optional<KeptAttributes::NotKept> KeptAttributes::GiveTo(NativeFile newFile) const
 {
-    return Give(newFile, Strictness::All);
+    return parts_->GiveTo(newFile, Parts::Strictness::All);
 }
 
-std::optional<KeptAttributes::NotKept> KeptAttributes::GiveToCopy(int newFile) const
+std::optional<KeptAttributes::NotKept> KeptAttributes::GiveToCopy(NativeFile newFile) const
 {
-    return Give(newFile, Strictness::AsFarAsPossible);
+    return parts_->GiveTo(newFile, Parts::Strictness::AsFarAsPossible);
 }
 
-std::optional<KeptAttributes::NotKept> KeptAttributes::Give(int newFile, Strictness strictness) const
+std::optional<KeptAttributes::NotKept> KeptAttributes::Parts::GiveTo(NativeFile newFile, Strictness strictness) const
 {
     const bool isStrict = strictness == Strictness::All;
     bool isAccessKept = true;
@@ -163,16 +179,16 @@ std::optional<KeptAttributes::NotKept> KeptAttributes::Give(int newFile, Strictn
     if (!names || fstat(newFile, &status) != 0)
         return NotKept{errno, "its attributes"};
 
-    const uid_t user = user_ && *user_ != status.st_uid ? *user_ : static_cast<uid_t>(-1);
-    const gid_t group = group_ && *group_ != status.st_gid ? *group_ : static_cast<gid_t>(-1);
-    const bool isOwnerNew = user != static_cast<uid_t>(-1) || group != static_cast<gid_t>(-1);
-    if (isOwnerNew && fchown(newFile, user, group) != 0) {
+    const uid_t newUser = user && *user != status.st_uid ? *user : static_cast<uid_t>(-1);
+    const gid_t newGroup = group && *group != status.st_gid ? *group : static_cast<gid_t>(-1);
+    const bool isOwnerNew = newUser != static_cast<uid_t>(-1) || newGroup != static_cast<gid_t>(-1);
+    if (isOwnerNew && fchown(newFile, newUser, newGroup) != 0) {
         if (isStrict)
             return NotKept{errno, "its owner and group"};
         isAccessKept = false;
     }
 
-    for (const auto& [name, value] : attributes_) {
+    for (const auto& [name, value] : attributes) {
         if (ValueOf(newFile, name.c_str()) == value)
             continue;  // the system gives some by itself, such as security labels
         if (fsetxattr(newFile, name.c_str(), value.data(), value.size(), 0) != 0 && isStrict)
@@ -183,30 +199,33 @@ std::optional<KeptAttributes::NotKept> KeptAttributes::Give(int newFile, Strictn
     const bool hasList = std::ranges::find(*names, accessListName) != names->end();
     if (hasList && fremovexattr(newFile, accessListName) != 0)
         return NotKept{errno, "its missing access list"};
-    if (!accessList_.empty() && isAccessKept &&
-        fsetxattr(newFile, accessListName, accessList_.data(), accessList_.size(), 0) != 0) {
+    if (!accessList.empty() && isAccessKept &&
+        fsetxattr(newFile, accessListName, accessList.data(), accessList.size(), 0) != 0) {
         if (isStrict)
             return NotKept{errno, "its access list"};
         isAccessKept = false;
     }
 
-    if (mode_ == 0 && !accessList_.empty())
+    if (mode == 0 && !accessList.empty())
         return std::nullopt;  // the list of a new file has set it
-    const mode_t mode = static_cast<mode_t>(isAccessKept ? mode_ : mode_ & 0700);
+    const auto newMode = static_cast<mode_t>(isAccessKept ? mode : mode & 0700);
     // Some file systems have one mode for all their files and refuse any other.
-    if (fchmod(newFile, mode) != 0 && (fstat(newFile, &status) != 0 || (status.st_mode & 07777) != mode))
+    if (fchmod(newFile, newMode) != 0 && (fstat(newFile, &status) != 0 || (status.st_mode & 07777) != newMode))
         return NotKept{errno, "its mode"};
     return std::nullopt;
 }
 
 void KeptAttributes::TakeAccessFrom(const KeptAttributes& other)
 {
-    if (user_ != other.user_ || group_ != other.group_) {
-        mode_ = (mode_ & ~std::uint32_t{S_IWUSR}) | (other.mode_ & S_IWUSR);
-        return;
+    Parts parts = *parts_;
+    const Parts& others = *other.parts_;
+    if (parts.user != others.user || parts.group != others.group) {
+        parts.mode = (parts.mode & ~std::uint32_t{S_IWUSR}) | (others.mode & S_IWUSR);
+    } else {
+        parts.mode = others.mode;
+        parts.accessList = others.accessList;
     }
-    mode_ = other.mode_;
-    accessList_ = other.accessList_;
+    *this = KeptAttributes(std::move(parts));
 }
 
 }  // namespace tessarine

@@ -4,18 +4,23 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
-#include <cerrno>
+#include <cstdio>
+#include <string>
 
-#include "files/FileDescriptor.h"
-#include "platform/Crc32.h"
 #include "platform/FolderOf.h"
 
 namespace tessarine
 {
 
-std::optional<FileMark> MarkOf(int file)
+namespace
+{
+
+constexpr int waitingForNothing = O_NONBLOCK | O_CLOEXEC;
+
+}  // namespace
+
+std::optional<FileMark> MarkOf(NativeFile file)
 {
     struct stat status = {};
     if (fstat(file, &status) != 0)
@@ -23,50 +28,71 @@ std::optional<FileMark> MarkOf(int file)
     return FileMark{status.st_ino, static_cast<std::uint64_t>(status.st_size), status.st_mtim};
 }
 
-bool IsOwnFile(int file)
+bool LookAt(const NativeString& path, std::uint64_t& device, FileMark& mark)
+{
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0)
+        return false;
+    device = status.st_dev;
+    mark = {status.st_ino, static_cast<std::uint64_t>(status.st_size), status.st_mtim};
+    return true;
+}
+
+FileEntry::Dates DatesOf(const FileTimes& times)
+{
+    return {times.lastAccess, times.lastWrite};
+}
+
+bool IsOwnFile(NativeFile file)
 {
     struct stat status = {};
     return fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid();
 }
 
-std::optional<std::size_t> ReadAt(int file, std::uint64_t offset, std::span<std::byte> buffer)
+FileDescriptor OpenToPutBack(const NativeString& path)
 {
-    std::size_t length = 0;
-    while (length < buffer.size()) {
-        const ssize_t count =
-            pread(file, buffer.data() + length, buffer.size() - length, static_cast<off_t>(offset + length));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return std::nullopt;
-        if (count == 0)
-            break;
-        length += static_cast<std::size_t>(count);
-    }
-    return length;
+    return FileDescriptor(open(path.c_str(), O_RDONLY | O_NOCTTY | waitingForNothing));
 }
 
-std::optional<std::vector<std::uint32_t>> ReadBlocks(int file)
+FileDescriptor OpenToComplete(const NativeString& path)
 {
-    std::vector<std::uint32_t> blocks;
-    std::array<std::byte, 16 * WriteEntry::BlockLength> buffer;
-    std::uint64_t offset = 0;
-    for (;;) {
-        const auto length = ReadAt(file, offset, buffer);
-        if (!length)
-            return std::nullopt;
-        if (*length == 0)
-            return blocks;
-        for (std::size_t begin = 0; begin < *length; begin += WriteEntry::BlockLength)
-            blocks.push_back(
-                Crc32(std::span(buffer).subspan(begin, std::min(WriteEntry::BlockLength, *length - begin))));
-        offset += *length;
-    }
+    return FileDescriptor(open(path.c_str(), O_RDWR | O_NOFOLLOW | waitingForNothing));
 }
 
-void FlushFolderOf(const std::string& path)
+FileDescriptor OpenCopy(const NativeString& path)
 {
-    const std::string folder(FolderOf(std::string_view(path)));
+    return FileDescriptor(open(path.c_str(), O_RDONLY | O_NOFOLLOW | waitingForNothing));
+}
+
+bool PutDates(NativeFile file, const timespec& lastAccess, const timespec& lastWrite)
+{
+    const std::array<timespec, 2> times{lastAccess, lastWrite};
+    return futimens(file, times.data()) == 0;
+}
+
+bool PutMode(NativeFile file, std::uint32_t mode)
+{
+    return fchmod(file, static_cast<mode_t>(mode)) == 0;
+}
+
+bool IsModeOfRun(std::uint32_t mode, std::uint32_t original)
+{
+    return mode == (original | S_IWUSR);
+}
+
+void RemoveFile(const NativeString& path) noexcept
+{
+    unlink(path.c_str());
+}
+
+bool RenameFile(const NativeString& from, const NativeString& to)
+{
+    return std::rename(from.c_str(), to.c_str()) == 0;
+}
+
+void FlushFolderOf(const NativeString& path)
+{
+    const std::string folder(FolderOf(path));
     const FileDescriptor opened(open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.IsOpen())
         fsync(opened.get());

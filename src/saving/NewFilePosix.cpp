@@ -15,8 +15,7 @@
 #include <memory>
 
 #include "files/FileLock.h"
-#include "files/FilePlace.h"
-#include "files/WriteAll.h"
+#include "files/FileState.h"
 #include "log/Treatments.h"
 #include "platform/NativePath.h"
 #include "saving/Leftovers.h"
@@ -27,16 +26,12 @@ namespace tessarine
 namespace
 {
 
-constexpr std::string_view prefix = ".tessarine-";
-constexpr std::string_view letters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-constexpr std::size_t lettersInName = 6;
-
 /// A file in work, as a signal's handler can read it: no memory of its own, and nothing half written while it is ready.
 struct Slot {
     enum State : int { Free, Taken, Ready };
     std::atomic<int> state = Free;
     int folder = -1;
-    std::array<char, prefix.size() + lettersInName + 1> name{};
+    std::array<char, 32> name{};
 };
 static_assert(std::atomic<int>::is_always_lock_free);
 
@@ -73,17 +68,14 @@ void FreeSlot(std::size_t slot)
 
 std::string RandomName()
 {
-    std::array<unsigned char, lettersInName> bytes{};
+    std::array<unsigned char, 6> bytes{};
     // Without random bytes names repeat, and the attempts below end with the reason.
     static_cast<void>(!getrandom(bytes.data(), bytes.size(), 0));
-    std::string name(prefix);
-    for (const unsigned char byte : bytes)
-        name += letters[byte % letters.size()];
-    return name;
+    return NewFileName(bytes);
 }
 
 /// Whether a file of such a name is one that a killed process has left, seen from its own descriptor.
-bool IsLeftover(int folder, const char* name, int file)
+bool IsLeftover(const HeldFolder& folder, const char* name, int file)
 {
     struct stat status = {};
     if (file < 0 || fstat(file, &status) != 0 || !S_ISREG(status.st_mode))
@@ -98,7 +90,7 @@ bool IsLeftover(int folder, const char* name, int file)
 
 }  // namespace
 
-NewFile::NewFile(int folder) : folder_(folder), slot_(TakeSlot())
+NewFile::NewFile(const HeldFolder& folder) : folder_(folder), slot_(TakeSlot())
 {
     // A name may be in use; a file may be taken for a leftover in the moment before it is locked.
     for (int attempts = 100; attempts > 0 && !MakeFile(); --attempts) {
@@ -118,9 +110,9 @@ bool NewFile::MakeFile()
 {
     name_ = RandomName();
     // Before the file is there, so that there is no moment in which a signal would leave it.
-    PutIntoSlot(slot_, folder_, name_);
+    PutIntoSlot(slot_, folder_.get(), name_);
     FileDescriptor file(
-        openat(folder_, name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        openat(folder_.get(), name_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!file.IsOpen())
         return false;
     MarkAsOurs(file.get());
@@ -128,7 +120,7 @@ bool NewFile::MakeFile()
     struct stat status = {};
     if (fstat(file.get(), &status) != 0) {
         const int error = errno;
-        unlinkat(folder_, name_.c_str(), 0);
+        unlinkat(folder_.get(), name_.c_str(), 0);
         errno = error;
         return false;
     }
@@ -147,11 +139,6 @@ NewFile::~NewFile()
     FreeSlot(slot_);
 }
 
-bool NewFile::Write(std::string_view bytes)
-{
-    return WriteAll(file_.get(), bytes);
-}
-
 bool NewFile::FlushToDisk()
 {
     if (fsync(file_.get()) != 0)
@@ -164,7 +151,7 @@ bool NewFile::FlushToDisk()
 
 bool NewFile::TakeFreePlace(const std::string& name)
 {
-    if (renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_NOREPLACE) == 0) {
+    if (renameat2(folder_.get(), name_.c_str(), folder_.get(), name.c_str(), RENAME_NOREPLACE) == 0) {
         isThere_ = false;
         return true;
     }
@@ -179,7 +166,7 @@ bool NewFile::TakeFreePlace(const std::string& name)
 
 bool NewFile::TakePlace(const std::string& name)
 {
-    if (renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0)
+    if (renameat(folder_.get(), name_.c_str(), folder_.get(), name.c_str()) != 0)
         return false;
     isThere_ = false;
     return true;
@@ -187,13 +174,13 @@ bool NewFile::TakePlace(const std::string& name)
 
 bool NewFile::ChangePlaces(const std::string& name)
 {
-    return renameat2(folder_, name_.c_str(), folder_, name.c_str(), RENAME_EXCHANGE) == 0;
+    return renameat2(folder_.get(), name_.c_str(), folder_.get(), name.c_str(), RENAME_EXCHANGE) == 0;
 }
 
 void NewFile::Remove()
 {
     if (isThere_)
-        unlinkat(folder_, name_.c_str(), 0);
+        unlinkat(folder_.get(), name_.c_str(), 0);
     isThere_ = false;
 }
 
@@ -205,28 +192,23 @@ const std::string& NewFile::Leave()
     return name_;
 }
 
-bool IsNewFileName(std::string_view name)
-{
-    return name.size() == prefix.size() + lettersInName && name.starts_with(prefix) &&
-           name.find_first_not_of(letters, prefix.size()) == std::string_view::npos;
-}
-
 std::size_t RemoveLeftovers(StringView folder) noexcept
 {
     std::size_t count = 0;
     // Passed over: a leftover that stays does no harm, and what ails the folder shows in the run.
     Skip([&] {
-        FileDescriptor opened = OpenFolder(AT_FDCWD, NativePath(folder));
+        const HeldFolder held{NativePath(folder)};
+        FileDescriptor opened(fcntl(held.get(), F_DUPFD_CLOEXEC, 0));
         const std::unique_ptr<DIR, int (*)(DIR*)> directory(fdopendir(opened.get()), &closedir);
         if (!directory)
             return;
-        const int descriptor = opened.Release();  // the directory closes it
+        opened.Release();  // the directory closes it
         while (const dirent* entry = readdir(directory.get())) {
             if (!IsNewFileName(entry->d_name))
                 continue;
             const FileDescriptor file(
-                openat(descriptor, entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-            if (IsLeftover(descriptor, entry->d_name, file.get()) && unlinkat(descriptor, entry->d_name, 0) == 0)
+                openat(held.get(), entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+            if (IsLeftover(held, entry->d_name, file.get()) && unlinkat(held.get(), entry->d_name, 0) == 0)
                 ++count;
         }
     });

@@ -45,7 +45,7 @@ public:
     /// must not be a link. There need be no old file, and one that is read-only is replaced all the same: whoever backs
     /// up a read-only file twice has a read-only backup in the way. `folder` and `mustBeNew` as in CopyTerms.
     struct CopyOf {
-        int original;
+        NativeFile original;
         std::optional<FileIdentity> folder = {};
         bool mustBeNew = false;
     };
@@ -53,7 +53,7 @@ public:
     /// A document that is put back from an open copy of it. As a save of the document, but for mode and access list:
     /// these come back with the copy (KeptAttributes::TakeAccessFrom). A read-only document is replaced, too.
     struct PutBack {
-        int copy;
+        NativeFile copy;
         SaveTerms terms = {};
     };
 
@@ -100,17 +100,21 @@ private:
     void Flush();
     void CheckSource() const;
     void CheckPlace() const;
+    bool IsCopy() const { return kind_ == Kind::Copy || (kind_ == Kind::PutBack && !old_); }
+    std::optional<KeptAttributes::NotKept> GiveTheirs() const;
     bool GiveAttributes();
     void TakePlace();
     void TakePlaceOfOldFile();
+    void GiveAttributesAgain() const;
     bool GiveBack();
-    std::string KeepWhatCameOut();
+    String KeepWhatCameOut();
     bool IsOldFile(const FileState& state) const;
     void WriteIntoOldFile();
-    void NoteSaved(int file);
+    void NoteSaved(NativeFile file);
+    void WarnOf(const String& text) const;
     void WarnOf(const std::string& text) const;
     Failure FailureFor(int error, const char* attempt) const;  // of the family of its kind
-    Failure FailureFor(FileTrouble trouble, const std::string& path, const std::string& reason) const;
+    Failure FailureFor(FileTrouble trouble, const NativeString& path, const std::string& reason) const;
     Failure ChangedByOthers() const;
 
     Kind kind_;
@@ -121,8 +125,9 @@ private:
     std::optional<FileState> old_;  // what the place held at the beginning, or when `opened_` was opened
     std::uint64_t oldNames_ = 0;    // of the old file
     std::optional<KeptAttributes> attributes_;
-    FileDescriptor otherFolder_{-1};  // of a new file that can't be made beside the old one
-    std::string newFolder_;           // path of the folder that the new file is made in, as FolderOf gives it
+    NativeFile original_ = NoFile;  // of a copy
+    HeldFolder otherFolder_;        // of a new file that can't be made beside the old one
+    NativeString newFolder_;        // path of the folder that the new file is made in, as FolderOf gives it
     std::unique_ptr<NewFile> newFile_;
     std::uint64_t position_ = 0;
     std::string pending_;  // small writes gathered into one

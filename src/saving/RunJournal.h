@@ -1,10 +1,11 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
+#include "files/FileDescriptor.h"
 #include "files/Files.h"
+#include "platform/NativePath.h"
 #include "platform/String.h"
 #include "saving/FileDateTime.h"
 
@@ -45,11 +46,11 @@ private:
 /// Tells the journals of this process that the file open as `newFile`, complete and with its last write behind it, is
 /// about to take the place of `target`: it is the one that then gets mode and dates back. To be called right before the
 /// rename. Costs nothing while no journal has begun an entry. Never raises: what can't be noted is not put back.
-void NoteReplacement(const std::string& target, int newFile) noexcept;
+void NoteReplacement(const NativeString& target, NativeFile newFile) noexcept;
 
 /// The same for a file that stays in its place and gets another date: `file` is open, and `lastWrite` is the date that
 /// it is about to get, or has got.
-void NoteNewDate(int file, const timespec& lastWrite) noexcept;
+void NoteNewDate(NativeFile file, const timespec& lastWrite) noexcept;
 
 /// A write into an old file itself, which a crash leaves half done. Once it is noted, the next start of the program
 /// completes it from a copy of the whole new content.
@@ -63,7 +64,7 @@ public:
     /// The copy gets another name in its folder, see Copy, so that RemoveLeftovers does not take it. Raises as
     /// SystemFileFailure tells when this can't be done; the file must not be written into then, and the copy has its
     /// old name.
-    InPlaceWrite(const std::string& target, int oldFile, const std::string& copy);
+    InPlaceWrite(const NativeString& target, NativeFile oldFile, const NativeString& copy);
 
     /// Without End before it, leaves the copy and what was noted to the next start.
     ~InPlaceWrite();
@@ -71,15 +72,15 @@ public:
     InPlaceWrite& operator=(const InPlaceWrite&) = delete;
 
     /// Path of the copy while the write goes: where the new content lies when the write fails half way.
-    const std::string& Copy() const;
+    const NativeString& Copy() const;
 
     /// The old file holds the new content, flushed, with its last write behind it. Removes the copy. Never raises, and
     /// does nothing a second time.
     void End() noexcept;
 
 private:
-    std::string copy_;
-    int oldFile_;
+    NativeString copy_;
+    NativeFile oldFile_;
     std::unique_ptr<JournalFile> journal_;
 };
 

@@ -11,7 +11,7 @@
 namespace tessarine
 {
 
-bool HasRoomFor(int file, std::uint64_t size)
+bool HasRoomFor(NativeFile file, std::uint64_t size)
 {
     if (size == 0 || fallocate(file, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) == 0)
         return true;
@@ -19,7 +19,7 @@ bool HasRoomFor(int file, std::uint64_t size)
     return errno == EOPNOTSUPP || errno == ENOSYS;
 }
 
-bool WriteOver(int file, int content, std::uint64_t size)
+bool WriteOver(NativeFile file, NativeFile content, std::uint64_t size)
 {
     struct stat before = {};
     if (fstat(file, &before) != 0)

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "files/Files.h"
+#include "files/HeldFolder.h"
 #include "files/RandomAccessFile.h"
 #include "platform/Failure.h"
 #include "support/OrdinaryUser.h"
@@ -224,14 +225,14 @@ TEST(FileStates, TellFilesAndTheirChangesApart)
     const String path = folder.Write(u"a", "one");
     const FileState before = *FileStateOf(path);
     std::filesystem::create_symlink("a", ToUtf8(folder.PathOf(u"link")));
-    const FileDescriptor directory(open(ToUtf8(folder.Path()).c_str(), O_PATH | O_CLOEXEC));
+    const HeldFolder directory{NativePath(folder.Path())};
 
     EXPECT_EQ(before.size, 3u);
     EXPECT_EQ(FileStateOf(folder.PathOf(u"link")), before);
-    EXPECT_EQ(FileStateIn(directory.get(), "a"), before);
-    EXPECT_NE(FileStateIn(directory.get(), "link"), before);
+    EXPECT_EQ(FileStateIn(directory, "a"), before);
+    EXPECT_NE(FileStateIn(directory, "link"), before);
     EXPECT_EQ(FileStateOf(folder.PathOf(u"none")), std::nullopt);
-    EXPECT_EQ(FileStateIn(directory.get(), "none"), std::nullopt);
+    EXPECT_EQ(FileStateIn(directory, "none"), std::nullopt);
 
     const timespec times[2] = {{1000, 5}, {1000, 5}};
     ASSERT_EQ(utimensat(AT_FDCWD, ToUtf8(path).c_str(), times, 0), 0);

@@ -1,22 +1,19 @@
 #include "saving/ReplacementFile.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <array>
 #include <cerrno>
-#include <cstring>
-#include <ctime>
 #include <filesystem>
 
 #include "files/FileFailure.h"
 #include "files/FileLock.h"
+#include "files/SystemErrors.h"
 #include "log/ErrorLog.h"
 #include "log/Warnings.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/PathSeparator.h"
 #include "saving/NewFile.h"
+#include "saving/ReplacementCalls.h"
 #include "saving/RunJournal.h"
 #include "saving/WriteOver.h"
 
@@ -29,30 +26,14 @@ namespace
 /// Bytes that a write to the system takes at once. Zip files are written in many small pieces.
 constexpr std::size_t bufferSize = 1 << 16;
 
-/// Whether this process may write the file, by the rights that it acts with.
-bool MayWrite(int folder, const std::string& name)
-{
-    return faccessat(folder, name.c_str(), W_OK, AT_EACCESS) == 0;
-}
-
-/// The file of a name in a folder, for its attributes; one that can't be read is opened for its name alone.
-FileDescriptor OpenForAttributes(int folder, const std::string& name)
-{
-    constexpr int flags = O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-    FileDescriptor file(openat(folder, name.c_str(), O_RDONLY | flags));
-    if (!file.IsOpen() && errno == EACCES)
-        file = FileDescriptor(openat(folder, name.c_str(), O_PATH | flags));
-    return file;
-}
-
 bool IsClosed(int error)
 {
     return error == EACCES || error == EPERM;
 }
 
-std::string AbsolutePath(const std::string& path)
+NativeString AbsolutePath(const NativeString& path)
 {
-    return std::filesystem::absolute(path).string();
+    return std::filesystem::absolute(path).native();
 }
 
 }  // namespace
@@ -63,15 +44,14 @@ ReplacementFile::ReplacementFile(StringView path, Kind kind, OpenedFile* opened,
       terms_(terms),
       opened_(opened),
       place_(NativePath(path), kind == Kind::Copy ? FilePlace::Links::Refused : FilePlace::Links::FollowedIfOwn,
-             [this](FileTrouble trouble, const std::string& at, const std::string& reason) {
+             [this](FileTrouble trouble, const NativeString& at, const std::string& reason) {
                  return FailureFor(trouble, at, reason);
              }),
       newFolder_(FolderOf(place_.path))
 {
-    struct stat status = {};
-    if (fstatat(place_.folder.get(), place_.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
-        old_ = StateFrom(status);
-        oldNames_ = status.st_nlink;
+    if (const auto status = StatusIn(place_.folder, place_.name)) {
+        old_ = status->state;
+        oldNames_ = status->names;
     } else if (errno != ENOENT) {
         throw FailureFor(errno, "save");
     }
@@ -85,7 +65,7 @@ ReplacementFile::ReplacementFile(StringView path, Missing missing, const SaveTer
     if (old_)
         TakeAttributesOfOldFile();
     else
-        attributes_ = KeptAttributes::OfNewFileIn(place_.folder.get());
+        attributes_ = KeptAttributes::OfNewFileIn(place_.folder);
     MakeNewFile();
 }
 
@@ -110,7 +90,8 @@ ReplacementFile::ReplacementFile(StringView path, const CopyOf& original)
                          "another program has put another folder in place of its own; run it again");
     if (original.mustBeNew && old_)
         throw FailureFor(FileTrouble::NotPermitted, place_.path, "another file has this name already");
-    attributes_ = KeptAttributes::Of(original.original);
+    original_ = original.original;
+    attributes_ = KeptAttributes::Of(original_);
     if (!attributes_)
         throw FailureFor(errno, "save");
     MakeNewFile();
@@ -123,6 +104,7 @@ ReplacementFile::ReplacementFile(StringView path, const PutBack& copy)
     if (!ofCopy)
         throw FailureFor(errno, "save");
     attributes_ = ofCopy;
+    original_ = copy.copy;
     if (old_) {
         TakeAttributesOfOldFile();
         attributes_->TakeAccessFrom(*ofCopy);
@@ -135,12 +117,12 @@ ReplacementFile::~ReplacementFile() = default;
 void ReplacementFile::TakeAttributesOfOldFile()
 {
     // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
-    if (kind_ == Kind::Save && !MayWrite(place_.folder.get(), place_.name))
+    if (kind_ == Kind::Save && !MayWrite(place_.folder, place_.name))
         throw FailureFor(errno, "save");
     if (opened_ != nullptr && opened_->State().identity == old_->identity) {
         attributes_ = KeptAttributes::Of(opened_->Descriptor());
     } else {
-        const FileDescriptor file = OpenForAttributes(place_.folder.get(), place_.name);
+        const FileDescriptor file = OpenForAttributes(place_.folder, place_.name);
         attributes_ = file.IsOpen() ? KeptAttributes::Of(file.get()) : std::nullopt;
     }
     if (!attributes_)
@@ -149,13 +131,13 @@ void ReplacementFile::TakeAttributesOfOldFile()
 
 void ReplacementFile::MakeNewFile()
 {
-    newFile_ = std::make_unique<NewFile>(place_.folder.get());
+    newFile_ = std::make_unique<NewFile>(place_.folder);
     if (!newFile_->IsOpen()) {
         const int error = errno;
         if (old_ && IsClosed(error) && terms_.inPlaceWhereFolderIsClosed && !ApplicationDataFolder.empty()) {
-            newFolder_ = NativePath(ApplicationDataFolder) + "/";
-            otherFolder_ = OpenFolder(AT_FDCWD, newFolder_);
-            newFile_ = std::make_unique<NewFile>(otherFolder_.get());
+            newFolder_ = NativePath(ApplicationDataFolder + PathSeparator);
+            otherFolder_ = HeldFolder(newFolder_);
+            newFile_ = std::make_unique<NewFile>(otherFolder_);
         }
         if (!newFile_->IsOpen())
             throw FailureFor(error, "save (no new file can be made beside it)");
@@ -169,7 +151,7 @@ Failure ReplacementFile::FailureFor(int error, const char* attempt) const
                                : ClassicFileFailure(error, "write", place_.path);
 }
 
-Failure ReplacementFile::FailureFor(FileTrouble trouble, const std::string& path, const std::string& reason) const
+Failure ReplacementFile::FailureFor(FileTrouble trouble, const NativeString& path, const std::string& reason) const
 {
     return kind_ == Kind::Save ? SystemFileFailure(trouble, "save", path, reason)
                                : ClassicFileFailure(trouble, "write", path, reason);
@@ -182,9 +164,14 @@ Failure ReplacementFile::ChangedByOthers() const
                           (opened_ != nullptr ? "since it was opened" : "while it was being saved") + "; run it again");
 }
 
+void ReplacementFile::WarnOf(const String& text) const
+{
+    Warn(givenPath_, text);
+}
+
 void ReplacementFile::WarnOf(const std::string& text) const
 {
-    Warn(givenPath_, FromUtf8(text));
+    WarnOf(FromUtf8(text));
 }
 
 void ReplacementFile::Write(std::span<const std::byte> bytes)
@@ -209,19 +196,13 @@ void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t of
 {
     // The system copies from file to file without the way through this process, which pays for long ranges only.
     constexpr std::uint64_t worthACall = 16384;
-    if (source.Descriptor() >= 0 && length >= worthACall) {
+    if (CanCopyRanges && source.Descriptor() != NoFile && length >= worthACall) {
         // The pending bytes stand before the range.
         Flush();
-        off_t from = static_cast<off_t>(offset);
-        while (length > 0) {
-            const ssize_t count =
-                copy_file_range(source.Descriptor(), &from, newFile_->Descriptor(), nullptr, length, 0);
-            if (count <= 0)
-                break;  // not supported between these files, or a fault that the plain way below reports
-            offset += static_cast<std::uint64_t>(count);
-            position_ += static_cast<std::uint64_t>(count);
-            length -= static_cast<std::uint64_t>(count);
-        }
+        const std::uint64_t count = CopyRange(source.Descriptor(), offset, newFile_->Descriptor(), length);
+        offset += count;
+        position_ += count;
+        length -= count;
     }
     std::array<std::byte, bufferSize> buffer;
     while (length > 0) {
@@ -255,35 +236,42 @@ void ReplacementFile::CheckSource() const
 /// The file that is about to be replaced is the one that was opened, as it was then.
 void ReplacementFile::CheckPlace() const
 {
-    if (FileStateIn(place_.folder.get(), place_.name) != old_)
+    if (FileStateIn(place_.folder, place_.name) != old_)
         throw ChangedByOthers();
     if (opened_ != nullptr && opened_->IsRacy() && !opened_->IsUnchanged())
         throw ChangedByOthers();
+}
+
+std::optional<KeptAttributes::NotKept> ReplacementFile::GiveTheirs() const
+{
+    return IsCopy() ? attributes_->GiveToCopy(newFile_->Descriptor()) : attributes_->GiveTo(newFile_->Descriptor());
 }
 
 /// False when they can't be given and the terms allow to write into the old file, which has them.
 bool ReplacementFile::GiveAttributes()
 {
     // After the last byte, as writing takes the set-user and set-group bits away.
-    const bool isCopy = kind_ == Kind::Copy || (kind_ == Kind::PutBack && !old_);
-    const auto notKept =
-        isCopy ? attributes_->GiveToCopy(newFile_->Descriptor()) : attributes_->GiveTo(newFile_->Descriptor());
+    if (IsCopy())
+        CopyStreams(original_, newFile_->Descriptor());
+    const auto notKept = GiveTheirs();
     if (!notKept)
         return true;
     if (old_ && terms_.inPlaceWhereNotKept) {
-        // The new content is again this user's alone, as it has to be when the next start looks at it.
-        static_cast<void>(!fchown(newFile_->Descriptor(), geteuid(), getegid()));
-        fchmod(newFile_->Descriptor(), S_IRUSR | S_IWUSR);
+        // As it has to be when the next start looks at it.
+        MakeOwnAlone(newFile_->Descriptor());
         return false;
     }
     throw FailureFor(FileTrouble::NotPermitted, place_.path,
-                     notKept->what + " can't be given to the new file (" + std::strerror(notKept->error) +
+                     notKept->what + " can't be given to the new file (" + ErrorText(notKept->error) +
                          "); save it as its owner, or in place");
 }
 
 void ReplacementFile::TakePlace()
 {
     NoteReplacement(place_.path, newFile_->Descriptor());
+    const auto barrier = old_ ? WriteBarrier::On(place_.folder, place_.name) : WriteBarrier();
+    if (!barrier)
+        throw FailureFor(errno, "save (the new file can't take the old one's place)");
     CheckPlace();
     if (old_)
         TakePlaceOfOldFile();
@@ -294,10 +282,9 @@ void ReplacementFile::TakePlace()
     if (old_)
         FileLock::GiveTo(std::move(file), old_->identity);
 
-    // Without it the rename may not last. Some network file systems can't flush a folder and say that it makes no
-    // sense.
-    if (fsync(place_.folder.get()) != 0 && errno != EINVAL)
-        WarnOf(std::string("its folder could not be flushed to the disk (") + std::strerror(errno) +
+    // Without it the rename may not last.
+    if (!FlushFolder(place_.folder))
+        WarnOf("its folder could not be flushed to the disk (" + ErrorText(errno) +
                "); a power cut may bring the old content back");
     if (kind_ != Kind::Copy && oldNames_ > 1) {
         const std::uint64_t others = oldNames_ - 1;
@@ -317,19 +304,29 @@ void ReplacementFile::TakePlaceOfOldFile()
             throw FailureFor(errno, attempt);
         return;
     }
-    const auto cameOut = FileStateIn(place_.folder.get(), newFile_->Name());
+    const auto cameOut = FileStateIn(place_.folder, newFile_->Name());
     const int error = errno;
     if (cameOut && IsOldFile(*cameOut)) {
         newFile_->Remove();
+        GiveAttributesAgain();
         return;
     }
     if (!GiveBack()) {
         const int reason = errno;
-        WarnOf("is saved, but another program may have changed it meanwhile; what was there is kept as \"" +
-               KeepWhatCameOut() + "\" (" + std::strerror(reason) + ")");
+        WarnOf(u"is saved, but another program may have changed it meanwhile; what was there is kept as \"" +
+               KeepWhatCameOut() + u"\" (" + FromUtf8(ErrorText(reason)) + u")");
         return;
     }
     throw cameOut ? ChangedByOthers() : FailureFor(error, attempt);
+}
+
+/// Where taking the place may have changed them, as it does on Windows.
+void ReplacementFile::GiveAttributesAgain() const
+{
+    if (!TakingPlaceChangesAttributes || newFile_->Descriptor() == NoFile)
+        return;
+    if (const auto notKept = GiveTheirs())
+        WarnOf("is saved, but " + notKept->what + " could not be kept (" + ErrorText(notKept->error) + ")");
 }
 
 /// The place gets back what came out of it, also where the new file is gone from there by now. False, with the reason
@@ -339,22 +336,22 @@ bool ReplacementFile::GiveBack()
     if (!newFile_->ChangePlaces(place_.name))
         return errno == ENOENT && newFile_->TakeFreePlace(place_.name);
     // What somebody has put in place of the new file meanwhile is younger than both.
-    const auto cameOut = FileStateIn(place_.folder.get(), newFile_->Name());
+    const auto cameOut = FileStateIn(place_.folder, newFile_->Name());
     const auto own = FileStateOf(newFile_->Descriptor());
     const bool isOwn = cameOut && own && cameOut->identity == own->identity;
     if (!isOwn && !newFile_->ChangePlaces(place_.name)) {
         const int reason = errno;
-        WarnOf("was changed by another program; its last change is kept as \"" + KeepWhatCameOut() + "\" (" +
-               std::strerror(reason) + ")");
+        WarnOf(u"was changed by another program; its last change is kept as \"" + KeepWhatCameOut() + u"\" (" +
+               FromUtf8(ErrorText(reason)) + u")");
     }
     return true;
 }
 
 /// Gives what has the temporary name one that no run removes, where that can be done. Others may have written it.
-std::string ReplacementFile::KeepWhatCameOut()
+String ReplacementFile::KeepWhatCameOut()
 {
-    const std::string kept = place_.name + ".kept";
-    return newFile_->TakeFreePlace(kept) ? kept : newFile_->Leave();
+    const NativeString kept = place_.name + NativeName(".kept");
+    return PathText(newFile_->TakeFreePlace(kept) ? kept : newFile_->Leave());
 }
 
 /// Whether this is the old file, which a rename has changed the last change of and nothing else.
@@ -366,8 +363,7 @@ bool ReplacementFile::IsOldFile(const FileState& state) const
 
 void ReplacementFile::WriteIntoOldFile()
 {
-    const FileDescriptor file(
-        openat(place_.folder.get(), place_.name.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor file = OpenForWriting(place_.folder, place_.name);
     if (!file.IsOpen())
         throw FailureFor(errno, "save (in place)");
     CheckPlace();
@@ -383,61 +379,21 @@ void ReplacementFile::WriteIntoOldFile()
     if (!WriteOver(file.get(), newFile_->Descriptor(), position_)) {
         const int error = errno;
         throw FailureFor(FileTroubleOf(error, place_.path), place_.path,
-                         std::string(std::strerror(error)) + ", half way; the next start completes it from \"" +
-                             noted.Copy() + "\", which holds the whole new content");
+                         ErrorText(error) + ", half way; the next start completes it from \"" +
+                             ToUtf8(PathText(noted.Copy())) + "\", which holds the whole new content");
     }
     noted.End();
     isWrittenInPlace_ = true;
     NoteSaved(file.get());
 }
 
-void ReplacementFile::NoteSaved(int file)
+void ReplacementFile::NoteSaved(NativeFile file)
 {
     const auto state = FileStateOf(file);
     if (!state)
-        WarnOf(std::string("is saved, but the system doesn't tell its new state (") + std::strerror(errno) + ")");
+        WarnOf("is saved, but the system doesn't tell its new state (" + ErrorText(errno) + ")");
     else if (opened_ != nullptr)
         opened_->NoteOwnSave(*state);
-}
-
-void TouchFile(StringView path)
-{
-    const std::string name = NativePath(path);
-    if (!MayWrite(AT_FDCWD, name))
-        throw SystemFileFailure(errno, "save", name);
-    const std::array<timespec, 2> times{{{0, UTIME_OMIT}, {0, UTIME_NOW}}};
-    if (utimensat(AT_FDCWD, name.c_str(), times.data(), 0) == 0)
-        return;
-    // Others than the owner may set both times to now, and nothing else.
-    if (errno != EPERM || utimensat(AT_FDCWD, name.c_str(), nullptr, 0) != 0)
-        throw SystemFileFailure(errno, "save", name);
-}
-
-void TouchFile(StringView path, OpenedFile& opened)
-{
-    const FilePlace place(NativePath(path), FilePlace::Links::FollowedIfOwn,
-                          [](FileTrouble trouble, const std::string& at, const std::string& reason) {
-                              return SystemFileFailure(trouble, "save", at, reason);
-                          });
-    if (!MayWrite(place.folder.get(), place.name))
-        throw SystemFileFailure(errno, "save", place.path);
-    if (FileStateIn(place.folder.get(), place.name) != opened.Expected() || (opened.IsRacy() && !opened.IsUnchanged()))
-        throw SystemFileFailure(FileTrouble::InUse, "save", place.path,
-                                "it was changed by another program since it was opened; run it again");
-    // By the file that is open, unless a save has put another one in its place.
-    const FileDescriptor saved(
-        opened.Expected().identity == opened.State().identity
-            ? -1
-            : openat(place.folder.get(), place.name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    const int file = saved.IsOpen() ? saved.get() : opened.Descriptor();
-    // A date of our own choice, not the system's now: the journal must know it before the file has it.
-    std::array<timespec, 2> times{{{0, UTIME_OMIT}, {}}};
-    clock_gettime(CLOCK_REALTIME_COARSE, &times[1]);
-    NoteNewDate(file, times[1]);
-    if (futimens(file, times.data()) != 0 && (errno != EPERM || futimens(file, nullptr) != 0))
-        throw SystemFileFailure(errno, "save", place.path);
-    if (const auto state = FileStateOf(file))
-        opened.NoteOwnSave(*state);
 }
 
 }  // namespace tessarine

@@ -1,48 +1,31 @@
 #include "files/RandomAccessFile.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <limits>
 
 #include "files/FileFailure.h"
 #include "files/FileLock.h"
+#include "files/OpenForReading.h"
+#include "files/ReadAt.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
 
 namespace tessarine
 {
 
-namespace
-{
-
-FileDescriptor OpenForReading(const std::string& path)
-{
-    // O_NONBLOCK keeps a named pipe from holding up a run; O_NOATIME is refused for files of other owners.
-    constexpr int flags = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
-    FileDescriptor file(open(path.c_str(), flags | O_NOATIME));
-    if (!file.IsOpen() && errno == EPERM)
-        file = FileDescriptor(open(path.c_str(), flags));
-    return file;
-}
-
-}  // namespace
-
-RandomAccessFile::RandomAccessFile(StringView path, Use use) : path_(NativePath(path)), file_(OpenForReading(path_))
+RandomAccessFile::RandomAccessFile(StringView path, Use use)
+    : path_(NativePath(path)), file_(OpenForReading(path_, AccessTime::StaysWherePossible))
 {
     if (!file_.IsOpen())
         throw SystemFileFailure(errno, "open", path_);
     // By a clock that is far ahead no file is racy.
     const std::int64_t clock = use == Use::Saving ? OpenedFile::Clock() : std::numeric_limits<std::int64_t>::max();
-    struct stat status = {};
-    if (fstat(file_.get(), &status) != 0)
+    const auto status = StatusOf(file_.get());
+    if (!status)
         throw SystemFileFailure(errno, "read the size of", path_);
     // The error decides the failure's number: a folder or pipe is "not permitted", a locked file is "in use".
-    if (!S_ISREG(status.st_mode))
+    if (status->kind != FileKind::File)
         throw SystemFileFailure(EACCES, "read (it is not a file)", path_);
-    const FileState state = StateFrom(status);
+    const FileState& state = status->state;
     if (FileLock::IsOnAnother(path, state.identity))
         throw SystemFileFailure(FileTrouble::InUse, "open", path_,
                                 "it was changed by another program: another file is in its place; run it again");
@@ -63,18 +46,12 @@ std::optional<RandomAccessFile::Identity> RandomAccessFile::IdOf(StringView path
 
 void RandomAccessFile::Read(std::uint64_t offset, std::span<std::byte> buffer) const
 {
-    while (!buffer.empty()) {
-        const ssize_t count = pread(file_.get(), buffer.data(), buffer.size(), static_cast<off_t>(offset));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            throw SystemFileFailure(errno, "read", path_);
-        // Another program has cut the file since it was opened.
-        if (count == 0)
-            throw Failure(FailureNumber::FileCorrupt, u"The file ends too early: " + FromUtf8(path_));
-        buffer = buffer.subspan(static_cast<std::size_t>(count));
-        offset += static_cast<std::uint64_t>(count);
-    }
+    const auto length = ReadAt(file_.get(), offset, buffer);
+    if (!length)
+        throw SystemFileFailure(errno, "read", path_);
+    // Another program has cut the file since it was opened.
+    if (*length < buffer.size())
+        throw Failure(FailureNumber::FileCorrupt, u"The file ends too early: " + PathText(path_));
 }
 
 }  // namespace tessarine

@@ -1,16 +1,12 @@
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstring>
 #include <optional>
+#include <string>
 
-#include "files/FileDescriptor.h"
 #include "files/FileFailure.h"
 #include "files/FileLock.h"
+#include "files/ReadAt.h"
+#include "files/SystemErrors.h"
 #include "log/ErrorLog.h"
 #include "saving/HalfWrittenFile.h"
 #include "saving/JournalFile.h"
@@ -54,44 +50,40 @@ bool IsKnown(FileMark mark, const FileEntry& entry, const std::vector<FileMark>&
 /// Mode and dates of the file that a run was at.
 void RecoverFile(const FileEntry& entry, const std::vector<FileMark>& contents, Recovery& recovery)
 {
-    const FileDescriptor file(open(entry.path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    struct stat status = {};
+    const FileDescriptor file = OpenToPutBack(NativePath(FromUtf8(entry.path)));
     const auto mark = file.IsOpen() ? MarkOf(file.get()) : std::nullopt;
-    if (!mark || fstat(file.get(), &status) != 0) {
+    const auto status = mark ? StatusOf(file.get()) : std::nullopt;
+    if (!status) {
         // A file that is gone needs nothing any more.
         if (errno != ENOENT && errno != ENOTDIR)
-            recovery.Tell(entry.path, std::string("a run that was killed may have left it writable or with a new date, "
-                                                  "and it can't be opened now: ") +
-                                          std::strerror(errno));
+            recovery.Tell(entry.path,
+                          "a run that was killed may have left it writable or with a new date, and it can't be opened "
+                          "now: " +
+                              ErrorText(errno));
         return;
     }
-    const mode_t mode = status.st_mode & 07777;
-    const bool hasMode = mode == entry.mode;
-    const bool hasDates = !entry.dates || Equal(entry.dates->lastWrite, status.st_mtim);
+    const bool hasMode = status->mode == entry.mode;
+    const bool hasDates = !entry.dates || Equal(entry.dates->lastWrite, mark->lastWrite);
     if (hasMode && hasDates)
         return;
-    if (!S_ISREG(status.st_mode) || !IsKnown(*mark, entry, contents)) {
+    if (status->kind != FileKind::File || !IsKnown(*mark, entry, contents)) {
         recovery.Tell(entry.path,
                       "a run that was killed may have left it writable or with a new date; it has been "
                       "changed since, so it stays as it is");
         return;
     }
 
-    if (!hasDates) {
-        const std::array<timespec, 2> times{entry.dates->lastAccess, entry.dates->lastWrite};
-        if (futimens(file.get(), times.data()) != 0) {
-            recovery.Tell(entry.path, std::string("a run that was killed had left it with a new date, and the old one "
-                                                  "can't be put back: ") +
-                                          std::strerror(errno));
-            return;
-        }
+    if (!hasDates && !PutDates(file.get(), entry.dates->lastAccess, entry.dates->lastWrite)) {
+        recovery.Tell(entry.path,
+                      "a run that was killed had left it with a new date, and the old one can't be put back: " +
+                          ErrorText(errno));
+        return;
     }
     // Any other mode was set by somebody since, who may have wanted it narrower.
-    const bool isModeOfRun = mode == (entry.mode | S_IWUSR);
-    if (!hasMode && isModeOfRun && fchmod(file.get(), static_cast<mode_t>(entry.mode)) != 0) {
-        recovery.Tell(entry.path, std::string("a run that was killed had left it writable, and its old mode can't be "
-                                              "put back: ") +
-                                      std::strerror(errno));
+    const bool isModeOfRun = IsModeOfRun(status->mode, entry.mode);
+    if (!hasMode && isModeOfRun && !PutMode(file.get(), entry.mode)) {
+        recovery.Tell(entry.path, "a run that was killed had left it writable, and its old mode can't be put back: " +
+                                      ErrorText(errno));
         return;
     }
     if (!hasMode && isModeOfRun && !hasDates)
@@ -105,7 +97,7 @@ void RecoverFile(const FileEntry& entry, const std::vector<FileMark>& contents, 
 }
 
 /// A reader of an open file, which raises when the file can't be read.
-BlockReader ReaderOf(const FileDescriptor& file, const std::string& path)
+BlockReader ReaderOf(const FileDescriptor& file, const NativeString& path)
 {
     return [&file, &path](std::uint64_t offset, std::span<std::byte> buffer) {
         if (const auto length = ReadAt(file.get(), offset, buffer))
@@ -115,7 +107,7 @@ BlockReader ReaderOf(const FileDescriptor& file, const std::string& path)
 }
 
 /// Without its copy a write can't be completed, but it may have come to its end, or not have begun.
-bool IsOldOrNew(const WriteEntry& entry, int file)
+bool IsOldOrNew(const WriteEntry& entry, NativeFile file)
 {
     const auto mark = MarkOf(file);
     const auto blocks = ReadBlocks(file);
@@ -128,9 +120,11 @@ bool IsOldOrNew(const WriteEntry& entry, int file)
 /// when the next start is to try again.
 void RecoverWrite(const WriteEntry& entry, Recovery& recovery)
 {
-    const FileDescriptor file(open(entry.path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const NativeString path = NativePath(FromUtf8(entry.path));
+    const NativeString copyPath = NativePath(FromUtf8(entry.copy));
+    const FileDescriptor file = OpenToComplete(path);
     const int error = errno;
-    const FileDescriptor copy(open(entry.copy.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor copy = OpenCopy(copyPath);
     const auto copyMark = copy.IsOpen() ? MarkOf(copy.get()) : std::nullopt;
     if (!copyMark || !(*copyMark == entry.copyMark) || !IsOwnFile(copy.get())) {
         if (!file.IsOpen() || !IsOldOrNew(entry, file.get()))
@@ -144,12 +138,12 @@ void RecoverWrite(const WriteEntry& entry, Recovery& recovery)
     const auto mark = file.IsOpen() ? MarkOf(file.get()) : std::nullopt;
     if (!mark) {
         recovery.Tell(entry.path, "a run that was killed may have left it half written, and it can't be opened now (" +
-                                      std::string(std::strerror(error)) + ")" + keptCopy);
+                                      ErrorText(error) + ")" + keptCopy);
         return;
     }
-    const BlockReader newContent = ReaderOf(copy, entry.copy);
+    const BlockReader newContent = ReaderOf(copy, copyPath);
     const WriteProgress progress = mark->file == entry.mark.file
-                                       ? ProgressOfWrite(entry, ReaderOf(file, entry.path), mark->size, newContent)
+                                       ? ProgressOfWrite(entry, ReaderOf(file, path), mark->size, newContent)
                                        : WriteProgress::Unrelated;
     if (progress == WriteProgress::Unrelated) {
         recovery.Tell(entry.path,
@@ -158,12 +152,12 @@ void RecoverWrite(const WriteEntry& entry, Recovery& recovery)
     }
     if (progress == WriteProgress::HalfDone) {
         if (!WriteOver(file.get(), copy.get(), copyMark->size))
-            throw SystemFileFailure(errno, "complete", entry.path);
+            throw SystemFileFailure(errno, "complete", path);
         recovery.Tell(entry.path, "a run that was killed had left it half written; the write is completed");
     }
     if (const auto completed = MarkOf(file.get()))
         recovery.completed.push_back(*completed);
-    unlink(entry.copy.c_str());
+    RemoveFile(copyPath);
 }
 
 /// Keeps others from a file while it is put right, unless the run that asks for it holds the file already.

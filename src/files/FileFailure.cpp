@@ -1,11 +1,10 @@
 #include "files/FileFailure.h"
 
-#include <sys/stat.h>
-
 #include <array>
 #include <cerrno>
-#include <cstring>
 
+#include "files/FileState.h"
+#include "files/SystemErrors.h"
 #include "platform/FolderOf.h"
 
 namespace tessarine
@@ -46,16 +45,18 @@ const Numbers& NumbersOf(FileTrouble trouble)
     return numbers[static_cast<std::size_t>(trouble)];
 }
 
-bool FolderIsThere(const std::string& path)
+bool FolderIsThere(const NativeString& path)
 {
-    const std::string folder(FolderOf(path));
-    struct stat status = {};
-    return folder.empty() || (stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode));
+    const NativeString folder(FolderOf(path));
+    if (folder.empty())
+        return true;
+    const auto status = StatusAt(folder);
+    return status && status->kind == FileKind::Folder;
 }
 
 }  // namespace
 
-FileTrouble FileTroubleOf(int error, const std::string& path)
+FileTrouble FileTroubleOf(int error, const NativeString& path)
 {
     switch (error) {
         case ENOENT:
@@ -75,7 +76,9 @@ FileTrouble FileTroubleOf(int error, const std::string& path)
         case EBUSY:
             return FileTrouble::InUse;
         case ENOSPC:
+#ifdef EDQUOT
         case EDQUOT:
+#endif
         case EFBIG:
             return FileTrouble::DiskFull;
         case ENOMEM:
@@ -85,32 +88,32 @@ FileTrouble FileTroubleOf(int error, const std::string& path)
     }
 }
 
-Failure ClassicFileFailure(int error, const char* action, const std::string& path)
+Failure ClassicFileFailure(int error, const char* action, const NativeString& path)
 {
     const Numbers& row = NumbersOf(FileTroubleOf(error, path));
     std::string text = row.classicText;
     // The texts of the other rows say what is wrong; this one needs the system's words.
     if (row.trouble == FileTrouble::DeviceFault)
-        text += std::string(" (") + std::strerror(error) + ")";
-    return {row.classic, FromUtf8(text + ": could not " + action + " " + path)};
+        text += " (" + ErrorText(error) + ")";
+    return {row.classic, FromUtf8(text + ": could not " + action + " ") + PathText(path)};
 }
 
-Failure SystemFileFailure(int error, const char* action, const std::string& path)
+Failure SystemFileFailure(int error, const char* action, const NativeString& path)
 {
-    const Numbers& row = NumbersOf(FileTroubleOf(error, path));
-    return {row.system, FromUtf8(std::string("Can't ") + action + " \"" + path + "\": " + std::strerror(error))};
+    return SystemFileFailure(FileTroubleOf(error, path), action, path, ErrorText(error));
 }
 
-Failure ClassicFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason)
+Failure ClassicFileFailure(FileTrouble trouble, const char* action, const NativeString& path, const std::string& reason)
 {
     const Numbers& row = NumbersOf(trouble);
-    return {row.classic,
-            FromUtf8(std::string(row.classicText) + ": could not " + action + " " + path + " (" + reason + ")")};
+    return {row.classic, FromUtf8(std::string(row.classicText) + ": could not " + action + " ") + PathText(path) +
+                             FromUtf8(" (" + reason + ")")};
 }
 
-Failure SystemFileFailure(FileTrouble trouble, const char* action, const std::string& path, const std::string& reason)
+Failure SystemFileFailure(FileTrouble trouble, const char* action, const NativeString& path, const std::string& reason)
 {
-    return {NumbersOf(trouble).system, FromUtf8(std::string("Can't ") + action + " \"" + path + "\": " + reason)};
+    return {NumbersOf(trouble).system,
+            FromUtf8(std::string("Can't ") + action + " \"") + PathText(path) + FromUtf8("\": " + reason)};
 }
 
 }  // namespace tessarine

@@ -1,15 +1,13 @@
 #include "saving/CopyFile.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <array>
 #include <cerrno>
+#include <span>
 
-#include "files/FileDescriptor.h"
 #include "files/FileFailure.h"
 #include "files/OpenedFile.h"
+#include "files/OpenForReading.h"
+#include "files/ReadAt.h"
 #include "platform/Crc32.h"
 #include "platform/NativePath.h"
 #include "saving/ReplacementFile.h"
@@ -26,7 +24,7 @@ class Source
 public:
     explicit Source(StringView path) : path_(NativePath(path)), file_(Open(path_)), opened_(file_.get()) {}
 
-    int Descriptor() const { return file_.get(); }
+    NativeFile Descriptor() const { return file_.get(); }
 
     /// Writes all to `copy`. Read to the end, not to the size that the file had: it may grow, and some file systems
     /// tell no size.
@@ -35,15 +33,12 @@ public:
         CopiedContent content;
         std::array<std::byte, 64 * 1024> buffer;
         for (;;) {
-            const ssize_t count = read(file_.get(), buffer.data(), buffer.size());
-            if (count == 0)
+            const auto count = ReadSome(file_.get(), content.size, buffer);
+            if (!count)
+                throw ClassicFileFailure(errno, "read", path_);
+            if (*count == 0)
                 break;
-            if (count < 0) {
-                if (errno != EINTR)
-                    throw ClassicFileFailure(errno, "read", path_);
-                continue;
-            }
-            const auto piece = std::span<const std::byte>(buffer).first(static_cast<std::size_t>(count));
+            const auto piece = std::span<const std::byte>(buffer).first(*count);
             copy.Write(piece);
             content.size += piece.size();
             if (isChecksumWanted)
@@ -56,19 +51,18 @@ public:
     }
 
 private:
-    static FileDescriptor Open(const std::string& path)
+    static FileDescriptor Open(const NativeString& path)
     {
-        // O_NONBLOCK keeps a named pipe from holding up a run.
-        FileDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-        struct stat status = {};
-        if (!file.IsOpen() || fstat(file.get(), &status) != 0)
+        FileDescriptor file = OpenForReading(path);
+        const auto status = file.IsOpen() ? StatusOf(file.get()) : std::nullopt;
+        if (!status)
             throw ClassicFileFailure(errno, "open", path);
-        if (!S_ISREG(status.st_mode))
-            throw ClassicFileFailure(S_ISDIR(status.st_mode) ? EISDIR : EACCES, "read", path);
+        if (status->kind != FileKind::File)
+            throw ClassicFileFailure(status->kind == FileKind::Folder ? EISDIR : EACCES, "read", path);
         return file;
     }
 
-    std::string path_;
+    NativeString path_;
     FileDescriptor file_;
     OpenedFile opened_;
 };

@@ -1,10 +1,5 @@
 #include "run/BackupFolder.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -17,12 +12,17 @@
 #include <unordered_map>
 #include <utility>
 
-#include "files/FileDescriptor.h"
 #include "files/FileFailure.h"
+#include "files/FileOwner.h"
+#include "files/HeldFolder.h"
+#include "files/OpenForReading.h"
+#include "files/ReadAt.h"
 #include "files/WriteAll.h"
 #include "platform/Crc32.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "run/RecordFile.h"
+#include "saving/MarkedFile.h"
 #include "saving/NewFile.h"
 
 namespace tessarine
@@ -31,39 +31,33 @@ namespace tessarine
 namespace
 {
 
-using Status = struct stat;
-
 /// Hidden, and without an extension that any pattern for presentations takes.
-const std::string recordName = ".tessarine-backups";
+const NativeString recordName = NativeName(".tessarine-backups");
 
 /// A record has some hundred bytes for each backup; what is far longer isn't one, or not one that can be searched.
 constexpr std::size_t longestRecord = std::size_t{64} << 20;
 
-constexpr int readFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-
-std::string RecordNameOf(std::uint32_t owner)
+NativeString RecordNameOf(const std::string& owner)
 {
-    return recordName + "-" + std::to_string(owner);
+    return recordName + NativeName("-" + owner);
 }
 
-bool ReadToEnd(int file, std::size_t limit, const std::function<void(std::span<const std::byte>)>& take)
+bool ReadToEnd(NativeFile file, std::size_t limit, const std::function<void(std::span<const std::byte>)>& take)
 {
     std::array<std::byte, 64 * 1024> buffer;
     for (std::size_t total = 0; total < limit;) {
-        const ssize_t count = read(file, buffer.data(), buffer.size());
-        if (count == 0)
-            return true;
-        if (count < 0 && errno != EINTR)
+        const auto count = ReadSome(file, total, buffer);
+        if (!count)
             return false;
-        if (count > 0) {
-            take(std::span(buffer).first(static_cast<std::size_t>(count)));
-            total += static_cast<std::size_t>(count);
-        }
+        if (*count == 0)
+            return true;
+        take(std::span(buffer).first(*count));
+        total += *count;
     }
     return true;
 }
 
-std::string TextOf(int file)
+std::string TextOf(NativeFile file)
 {
     std::string text;
     ReadToEnd(file, longestRecord, [&](std::span<const std::byte> piece) {
@@ -73,7 +67,7 @@ std::string TextOf(int file)
 }
 
 /// Nothing when it can't be read; errno tells why.
-std::optional<CopiedContent> ContentIn(int file)
+std::optional<CopiedContent> ContentIn(NativeFile file)
 {
     CopiedContent content;
     const bool isRead = ReadToEnd(file, SIZE_MAX, [&](std::span<const std::byte> piece) {
@@ -98,12 +92,13 @@ std::vector<std::string_view> LinesOf(std::string_view text)
 class RecordLock
 {
 public:
-    explicit RecordLock(int file) : file_(file)
+    explicit RecordLock(NativeFile file) : file_(file)
     {
         constexpr int tries = 200;
         for (int done = 0; done < tries && !isHeld_; ++done) {
-            isHeld_ = flock(file_, LOCK_EX | LOCK_NB) == 0;
-            if (!isHeld_ && errno != EWOULDBLOCK && errno != EINTR)
+            const RecordLocking outcome = TryToLockRecord(file_);
+            isHeld_ = outcome == RecordLocking::Locked;
+            if (outcome == RecordLocking::Impossible)
                 return;
             if (!isHeld_)
                 std::this_thread::sleep_for(std::chrono::milliseconds(10));
@@ -112,7 +107,7 @@ public:
     ~RecordLock()
     {
         if (isHeld_)
-            flock(file_, LOCK_UN);
+            UnlockRecord(file_);
     }
     RecordLock(const RecordLock&) = delete;
     RecordLock& operator=(const RecordLock&) = delete;
@@ -120,46 +115,40 @@ public:
     bool IsHeld() const { return isHeld_; }
 
 private:
-    int file_;
+    NativeFile file_;
     bool isHeld_ = false;
 };
 
 }  // namespace
 
-class BackupFolder::Descriptors
+class BackupFolder::OpenFiles
 {
 public:
-    explicit Descriptors(const std::string& path)
-        : folder(open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
-    {
-    }
+    explicit OpenFiles(const NativeString& path) : folder(path) {}
 
     /// Of what stands under the name itself; nothing when nothing does.
-    std::optional<Status> StatusOf(const std::string& name) const
+    std::optional<FileFacts> Named(const NativeString& name, Look look = Look::WithoutOwner) const
     {
-        Status status = {};
-        if (fstatat(folder.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0)
-            return status;
-        return std::nullopt;
+        return StatusIn(folder, name, look);
     }
 
     /// Whether the name still leads to the file that is open.
-    bool Names(const std::string& name, int file) const
+    bool Names(const NativeString& name, NativeFile file) const
     {
-        Status status = {};
-        const auto named = StatusOf(name);
-        return named && fstat(file, &status) == 0 && status.st_dev == named->st_dev && status.st_ino == named->st_ino;
+        const auto named = Named(name);
+        const auto state = FileStateOf(file);
+        return named && state && state->identity == named->state.identity;
     }
 
-    FileDescriptor folder;
+    HeldFolder folder;
     std::optional<FileDescriptor> record;  // open for new lines
-    std::string recordName;                // its name
+    NativeString recordName;               // its name
 };
 
 struct BackupFolder::Line {
     RecordedBackup backup;
-    std::uint32_t owner;  // of the record that it stands in
-    std::string record;   // name of that
+    std::string owner;    // of the record that it stands in
+    NativeString record;  // name of that
 };
 
 /// The lines of all records in their order, found by what they name: folders may hold many thousand backups.
@@ -202,20 +191,20 @@ private:
 };
 
 struct BackupFolder::Source {
-    std::string name;
+    NativeString name;
     std::optional<std::uint64_t> file;  // its number, nothing while it is missing
     std::uint64_t size = 0;             // when it was read
 };
 
 BackupFolder::BackupFolder(StringView folder)
-    : folder_(folder), open_(std::make_unique<Descriptors>(NativePath(folder))), lines_(std::make_unique<Lines>())
+    : folder_(folder), open_(std::make_unique<OpenFiles>(NativePath(folder))), lines_(std::make_unique<Lines>())
 {
     if (!open_->folder.IsOpen())
         throw ClassicFileFailure(errno, "open", NativePath(folder));
     sources_.push_back({recordName, {}});
     Load(sources_.back());
-    LoadRecordOf(geteuid());
-    LoadRecordOf(0);
+    LoadRecordOf(OwnerOfNewFiles());
+    LoadRecordOf(OwnerOfSuperuser());
 }
 
 BackupFolder::~BackupFolder() = default;
@@ -230,9 +219,8 @@ FileIdentity BackupFolder::Id() const
 
 bool BackupFolder::Holds(const String& name, const FileIdentity& file) const
 {
-    Status status = {};
-    return fstatat(open_->folder.get(), NativePath(name).c_str(), &status, 0) == 0 &&
-           StateFrom(status).identity == file;
+    const auto status = StatusThrough(open_->folder, NativePath(name));
+    return status && status->state.identity == file;
 }
 
 BackupFolder::Original BackupFolder::OriginalAt(const String& path) const
@@ -241,21 +229,20 @@ BackupFolder::Original BackupFolder::OriginalAt(const String& path) const
     Original original;
     // Only a name: the folder as a whole may be moved, and its record with it.
     original.name =
-        folder == folder_ ? path.substr(folder.size()) : FromUtf8(std::filesystem::absolute(NativePath(path)).string());
-    Status status = {};
-    if (stat(NativePath(path).c_str(), &status) == 0)
-        original.owner = status.st_uid;
+        folder == folder_ ? path.substr(folder.size()) : PathText(std::filesystem::absolute(NativePath(path)).native());
+    if (const auto status = StatusAt(NativePath(path), Look::WithOwner))
+        original.owner = status->owner;
     return original;
 }
 
 BackupFolder::State BackupFolder::StateOf(const String& name, const Original& original)
 {
-    const auto status = open_->StatusOf(NativePath(name));
+    const auto status = open_->Named(NativePath(name), Look::WithOwner);
     if (!status)
         return State::Missing;
-    if (!S_ISREG(status->st_mode))
+    if (status->kind != FileKind::File)
         return State::NotAFile;
-    if (!IsBelieved(status->st_uid, original))
+    if (!IsBelieved(status->owner, original))
         return State::NotRecorded;
 
     if (original.owner)
@@ -275,7 +262,7 @@ BackupFolder::State BackupFolder::StateOf(const String& name, const Original& or
 
     const auto hasSize = [&](std::size_t at) {
         const Line& line = (*lines_)[at];
-        return Matches(line, name, original) && line.backup.content.size == static_cast<std::uint64_t>(status->st_size);
+        return Matches(line, name, original) && line.backup.content.size == status->state.size;
     };
     if (std::ranges::none_of(lines_->Of(original), hasSize))
         return State::Changed;  // told without reading the file
@@ -306,30 +293,28 @@ bool BackupFolder::IsRecorded(const String& name, const Original& original, cons
 
 bool BackupFolder::IsTaken(const String& name) const
 {
-    return open_->StatusOf(NativePath(name)).has_value();
+    return open_->Named(NativePath(name)).has_value();
 }
 
 bool BackupFolder::IsSameFile(const String& name, const String& path) const
 {
-    const auto status = open_->StatusOf(NativePath(name));
-    Status other = {};
-    return status && stat(NativePath(path).c_str(), &other) == 0 && status->st_dev == other.st_dev &&
-           status->st_ino == other.st_ino;
+    const auto status = open_->Named(NativePath(name));
+    const auto other = status ? StatusAt(NativePath(path)) : std::nullopt;
+    return other && status->state.identity == other->state.identity;
 }
 
 bool BackupFolder::HasContentOf(const String& name, const String& path) const
 {
-    const std::string native = NativePath(name);
-    const FileDescriptor file(openat(open_->folder.get(), native.c_str(), readFlags));
+    const NativeString native = NativePath(name);
+    const FileDescriptor file = OpenRecordForReading(open_->folder, native);
     if (!file.IsOpen())
         throw ClassicFileFailure(errno, "open", PathOf(native));
-    const FileDescriptor other(open(NativePath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    const FileDescriptor other = OpenForReading(NativePath(path));
     if (!other.IsOpen())
         throw ClassicFileFailure(errno, "open", NativePath(path));
-    Status status = {};
-    Status otherStatus = {};
-    if (fstat(file.get(), &status) != 0 || fstat(other.get(), &otherStatus) != 0 ||
-        status.st_size != otherStatus.st_size)
+    const auto state = FileStateOf(file.get());
+    const auto otherState = FileStateOf(other.get());
+    if (!state || !otherState || state->size != otherState->size)
         return false;
 
     // Checksums and not the bytes side by side: a read may give fewer bytes than were asked for.
@@ -340,12 +325,12 @@ bool BackupFolder::HasContentOf(const String& name, const String& path) const
 /// Of a file, read to its end; nothing for a link, a folder or another thing that is no file.
 std::optional<CopiedContent> BackupFolder::ContentOf(const String& name) const
 {
-    const std::string native = NativePath(name);
-    const FileDescriptor file(openat(open_->folder.get(), native.c_str(), readFlags));
-    Status status = {};
+    const NativeString native = NativePath(name);
+    const FileDescriptor file = OpenRecordForReading(open_->folder, native);
     if (!file.IsOpen() && errno != ELOOP && errno != ENXIO)
         throw ClassicFileFailure(errno, "open", PathOf(native));
-    if (!file.IsOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+    const auto status = file.IsOpen() ? ::tessarine::StatusOf(file.get()) : std::nullopt;
+    if (!status || status->kind != FileKind::File)
         return std::nullopt;
 
     const auto content = ContentIn(file.get());
@@ -360,7 +345,7 @@ void BackupFolder::Record(const String& name, const Original& original, const Co
     // A clean of another process may delete the record between two looks at it; not many times in a row.
     for (int tries = 0; tries < 10; ++tries) {
         if (!open_->record && !OpenForAppending(recordName, original) &&
-            !OpenForAppending(RecordNameOf(geteuid()), original))
+            !OpenForAppending(RecordNameOf(OwnerOfNewFiles()), original))
             throw ClassicFileFailure(errno, "write", PathOf(recordName));
         const RecordLock lock(open_->record->get());
         if (!lock.IsHeld())
@@ -374,24 +359,23 @@ void BackupFolder::Record(const String& name, const Original& original, const Co
 
 void BackupFolder::NarrowMode(const String& name, std::uint32_t mode) const
 {
-    const std::string native = NativePath(name);
-    const FileDescriptor file(openat(open_->folder.get(), native.c_str(), readFlags));
-    Status status = {};
-    if (!file.IsOpen() || fstat(file.get(), &status) != 0)
+    const NativeString native = NativePath(name);
+    const FileDescriptor file = OpenForMode(open_->folder, native);
+    const auto status = file.IsOpen() ? ::tessarine::StatusOf(file.get()) : std::nullopt;
+    if (!status)
         throw ClassicFileFailure(errno, "set the attributes of", PathOf(native));
-    const mode_t present = status.st_mode & 07777;
-    const mode_t narrow = present & static_cast<mode_t>(mode);
-    if (narrow == present)
+    const std::uint32_t narrow = NarrowerMode(status->mode, mode);
+    if (narrow == status->mode)
         return;
-    const bool isOwn = S_ISREG(status.st_mode) && status.st_nlink == 1;
-    if (!isOwn || fchmod(file.get(), narrow) != 0)
+    const bool isOwn = status->kind == FileKind::File && status->names == 1;
+    if (!isOwn || !PutMode(file.get(), narrow))
         throw ClassicFileFailure(isOwn ? errno : EACCES, "set the attributes of", PathOf(native));
 }
 
 void BackupFolder::Remove(const String& name)
 {
-    const std::string native = NativePath(name);
-    if (unlinkat(open_->folder.get(), native.c_str(), 0) != 0)
+    const NativeString native = NativePath(name);
+    if (!DeleteIn(open_->folder, native))
         throw ClassicFileFailure(errno, "delete", PathOf(native));
     removed_.insert(name);
 }
@@ -415,9 +399,9 @@ void BackupFolder::ForgetRemoved()
         Load(source);
 }
 
-bool BackupFolder::IsBelieved(std::uint32_t owner, const Original& original) const
+bool BackupFolder::IsBelieved(const std::string& owner, const Original& original) const
 {
-    return owner == geteuid() || owner == 0 || owner == original.owner;
+    return IsThisUser(owner) || IsSuperuser(owner) || owner == original.owner;
 }
 
 bool BackupFolder::Matches(const Line& line, const String& name, const Original& original) const
@@ -425,9 +409,9 @@ bool BackupFolder::Matches(const Line& line, const String& name, const Original&
     return line.backup.name == name && line.backup.original == original.name && IsBelieved(line.owner, original);
 }
 
-void BackupFolder::LoadRecordOf(std::uint32_t owner)
+void BackupFolder::LoadRecordOf(const std::string& owner)
 {
-    const std::string name = RecordNameOf(owner);
+    const NativeString name = RecordNameOf(owner);
     if (std::ranges::find(sources_, name, &Source::name) != sources_.end())
         return;
     sources_.push_back({name, {}});
@@ -436,27 +420,27 @@ void BackupFolder::LoadRecordOf(std::uint32_t owner)
 
 void BackupFolder::Load(Source& source)
 {
-    const FileDescriptor file(openat(open_->folder.get(), source.name.c_str(), readFlags));
-    Status status = {};
+    const FileDescriptor file = OpenRecordForReading(open_->folder, source.name);
+    const auto status = file.IsOpen() ? ::tessarine::StatusOf(file.get(), Look::WithOwner) : std::nullopt;
     source.file.reset();
     // No record, or nothing that could be one: no backup is known from it.
-    if (!file.IsOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (!status || status->kind != FileKind::File)
         return;
-    source.file = status.st_ino;
+    source.file = status->state.identity.file;
     const std::string text = TextOf(file.get());
     source.size = text.size();
     for (const std::string_view line : LinesOf(text))
         if (auto backup = RecordedBackupIn(line))
-            lines_->Add({*std::move(backup), status.st_uid, source.name});
+            lines_->Add({*std::move(backup), status->owner, source.name});
 }
 
 void BackupFolder::Refresh()
 {
     const bool isCurrent = std::ranges::all_of(sources_, [&](const Source& source) {
-        const auto status = open_->StatusOf(source.name);
+        const auto status = open_->Named(source.name);
         if (!status || !source.file)
             return !status && !source.file;
-        return status->st_ino == *source.file && static_cast<std::uint64_t>(status->st_size) == source.size;
+        return status->state.identity.file == *source.file && status->state.size == source.size;
     });
     if (isCurrent)
         return;
@@ -465,16 +449,16 @@ void BackupFolder::Refresh()
         Load(source);
 }
 
-bool BackupFolder::OpenForAppending(const std::string& record, const Original& original)
+bool BackupFolder::OpenForAppending(const NativeString& record, const Original& original)
 {
-    constexpr int flags = O_RDWR | O_APPEND | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
-    open_->record.emplace(openat(open_->folder.get(), record.c_str(), flags, 0644));
+    open_->record.emplace(OpenRecordForAppending(open_->folder, record));
     open_->recordName = record;
-    Status status = {};
-    if (open_->record->IsOpen() && fstat(open_->record->get(), &status) == 0) {
+    const auto status =
+        open_->record->IsOpen() ? ::tessarine::StatusOf(open_->record->get(), Look::WithOwner) : std::nullopt;
+    if (status) {
         // A hard link would have another file of ours grow. A record of somebody else is not believed later.
-        const bool isOwn = status.st_uid == geteuid() || status.st_uid == original.owner;
-        if (S_ISREG(status.st_mode) && status.st_nlink == 1 && isOwn)
+        const bool isOwn = IsThisUser(status->owner) || status->owner == original.owner;
+        if (status->kind == FileKind::File && status->names == 1 && isOwn)
             return true;
         errno = EACCES;
     }
@@ -486,42 +470,42 @@ bool BackupFolder::OpenForAppending(const std::string& record, const Original& o
 
 void BackupFolder::Append(const RecordedBackup& backup)
 {
-    const int record = open_->record->get();
+    const NativeFile record = open_->record->get();
     std::string text = LineOf(backup);
-    Status status = {};
-    if (fstat(record, &status) != 0)
+    const auto status = ::tessarine::StatusOf(record, Look::WithOwner);
+    if (!status)
         throw ClassicFileFailure(errno, "write", PathOf(open_->recordName));
-    char last = '\n';
+    const auto& [identity, size, lastWrite, lastChange] = status->state;
+    std::array<char, 1> last{'\n'};
     // A full disk may have cut the line before.
-    if (status.st_size > 0 && pread(record, &last, 1, status.st_size - 1) == 1 && last != '\n')
+    if (size > 0 && ReadSome(record, size - 1, std::as_writable_bytes(std::span(last))) == 1u && last[0] != '\n')
         text.insert(0, 1, '\n');
     // On the disk before the backup is: after a power cut nobody would know the backup again.
-    if (!WriteAll(record, text) || fdatasync(record) != 0)
+    if (!WriteAll(record, text) || !FlushContent(record))
         throw ClassicFileFailure(errno, "write", PathOf(open_->recordName));
 
-    lines_->Add({backup, status.st_uid, open_->recordName});
+    lines_->Add({backup, status->owner, open_->recordName});
     const auto source = std::ranges::find(sources_, open_->recordName, &Source::name);
     if (source == sources_.end())
         return;
     // Kept in step, so that a line of our own doesn't have the whole record read again.
-    const bool isKnown = source->size == static_cast<std::uint64_t>(status.st_size);
-    if (isKnown && source->file.value_or(status.st_ino) == status.st_ino) {
-        source->file = status.st_ino;
+    if (source->size == size && source->file.value_or(identity.file) == identity.file) {
+        source->file = identity.file;
         source->size += text.size();
     }
 }
 
 void BackupFolder::ForgetIn(const Source& source)
 {
-    const int folder = open_->folder.get();
-    const FileDescriptor file(openat(folder, source.name.c_str(), readFlags));
+    const FileDescriptor file = OpenRecordForReading(open_->folder, source.name);
     if (!file.IsOpen())
         return;
     const RecordLock lock(file.get());
-    Status status = {};
     // A line too many does no harm, so whatever goes wrong here is passed over.
-    if (!lock.IsHeld() || !open_->Names(source.name, file.get()) || fstat(file.get(), &status) != 0 ||
-        !S_ISREG(status.st_mode) || status.st_size >= static_cast<off_t>(longestRecord))
+    if (!lock.IsHeld() || !open_->Names(source.name, file.get()))
+        return;
+    const auto status = ::tessarine::StatusOf(file.get());
+    if (!status || status->kind != FileKind::File || status->state.size >= longestRecord)
         return;
 
     // The lines as they were known before their backups were removed. A line that a run has added since is about a
@@ -543,19 +527,19 @@ void BackupFolder::ForgetIn(const Source& source)
     if (rest == text)
         return;
     if (rest.empty()) {
-        unlinkat(folder, source.name.c_str(), 0);
+        static_cast<void>(DeleteIn(open_->folder, source.name));
         return;
     }
     // All or nothing here too.
-    NewFile newFile(folder);
-    if (newFile.IsOpen() && newFile.Write(rest) && fchown(newFile.Descriptor(), status.st_uid, status.st_gid) == 0 &&
-        fchmod(newFile.Descriptor(), status.st_mode & 07777) == 0 && newFile.FlushToDisk())
+    NewFile newFile(open_->folder);
+    if (newFile.IsOpen() && newFile.Write(rest) && GiveOwnerAndMode(file.get(), newFile.Descriptor()) &&
+        newFile.FlushToDisk())
         newFile.TakePlace(source.name);
 }
 
-std::string BackupFolder::PathOf(const std::string& name) const
+NativeString BackupFolder::PathOf(const NativeString& name) const
 {
-    return ToUtf8(folder_) + name;
+    return NativePath(folder_) + name;
 }
 
 }  // namespace tessarine

@@ -1,17 +1,12 @@
 #include "saving/RunJournal.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <utility>
 
-#include "files/FileDescriptor.h"
 #include "files/FileFailure.h"
 #include "log/Treatments.h"
 #include "platform/NativePath.h"
@@ -25,24 +20,25 @@ namespace tessarine
 namespace
 {
 
-/// From the root on: the next start of the program stands in another folder.
-std::string FullPath(const std::string& path)
+/// From the root on: the next start of the program stands in another folder. As journals have it.
+std::string FullPath(const NativeString& path)
 {
     std::error_code error;
     const auto full = std::filesystem::absolute(path, error);
-    return error ? path : full.string();
+    return ToUtf8(PathText(error ? path : full.native()));
 }
 
 /// The file that a run of this process is at, under a journal.
 struct NotedFileState {
     std::unique_ptr<JournalFile> journal;  // made with the first file
-    dev_t device = 0;
+    std::uint64_t device = 0;
     // The file itself, and those that have taken its place or were about to.
     std::vector<std::uint64_t> files;
 
-    bool Holds(const struct stat& status) const
+    bool Holds(const std::optional<FileState>& state) const
     {
-        return status.st_dev == device && std::find(files.begin(), files.end(), status.st_ino) != files.end();
+        return state && state->identity.device == device &&
+               std::find(files.begin(), files.end(), state->identity.file) != files.end();
     }
 
     void AddContent(std::optional<FileMark> mark)
@@ -59,10 +55,10 @@ struct NotedFileState {
 NotedFileState* noted = nullptr;
 
 /// Nothing leaves the reason in errno.
-std::optional<WriteEntry> EntryOf(const std::string& target, int oldFile, const std::string& copy,
-                                  const std::string& laterCopy)
+std::optional<WriteEntry> EntryOf(const NativeString& target, NativeFile oldFile, const NativeString& copy,
+                                  const NativeString& laterCopy)
 {
-    const FileDescriptor complete(open(copy.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    const FileDescriptor complete = OpenCopy(copy);
     if (!complete.IsOpen())
         return std::nullopt;
     const auto mark = MarkOf(oldFile);
@@ -93,22 +89,19 @@ RunJournal::~RunJournal()
 void RunJournal::Begin(StringView path, const FileAttributes& attributes, const FileTimes& times)
 {
     End();
-    const std::string nativePath = NativePath(path);
-    struct stat status = {};
-    if (stat(nativePath.c_str(), &status) != 0)
-        throw ClassicFileFailure(errno, "find", nativePath);
-    FileEntry entry{FullPath(nativePath),
-                    {status.st_ino, static_cast<std::uint64_t>(status.st_size), status.st_mtim},
-                    attributes.mode,
-                    {}};
+    const NativeString native = NativePath(path);
+    std::uint64_t device = 0;
+    FileEntry entry{FullPath(native), {}, attributes.mode, {}};
+    if (!LookAt(native, device, entry.mark))
+        throw ClassicFileFailure(errno, "find", native);
     if (times.valid)
-        entry.dates = {times.lastAccess, times.lastWrite};
+        entry.dates = DatesOf(times);
     if (!noted_->journal)
         noted_->journal = JournalFile::Make();
     if (!noted_->journal || !noted_->journal->Put(JournalLine(entry.Fields())))
-        throw ClassicFileFailure(errno, "note in the data folder the attributes of", nativePath);
-    noted_->device = status.st_dev;
-    noted_->files = {status.st_ino};
+        throw ClassicFileFailure(errno, "note in the data folder the attributes of", native);
+    noted_->device = device;
+    noted_->files = {entry.mark.file};
     noted = noted_.get();
 }
 
@@ -121,30 +114,34 @@ void RunJournal::End() noexcept
     static_cast<void>(noted_->journal->Put({}));
 }
 
-void NoteReplacement(const std::string& target, int newFile) noexcept
+void NoteReplacement(const NativeString& target, NativeFile newFile) noexcept
 {
     if (noted == nullptr)
         return;
-    struct stat old = {};
-    if (stat(target.c_str(), &old) == 0 && noted->Holds(old))
-        Skip([&] { noted->AddContent(MarkOf(newFile)); });
+    Skip([&] {
+        const auto old = StatusAt(target);
+        if (old && noted->Holds(old->state))
+            noted->AddContent(MarkOf(newFile));
+    });
 }
 
-void NoteNewDate(int file, const timespec& lastWrite) noexcept
+void NoteNewDate(NativeFile file, const timespec& lastWrite) noexcept
 {
-    struct stat status = {};
-    if (noted != nullptr && fstat(file, &status) == 0 && noted->Holds(status))
-        Skip([&] {
-            noted->AddContent(FileMark{status.st_ino, static_cast<std::uint64_t>(status.st_size), lastWrite});
-        });
+    if (noted == nullptr)
+        return;
+    Skip([&] {
+        const auto state = FileStateOf(file);
+        if (noted->Holds(state))
+            noted->AddContent(FileMark{state->identity.file, state->size, lastWrite});
+    });
 }
 
-InPlaceWrite::InPlaceWrite(const std::string& target, int oldFile, const std::string& copy)
-    : copy_(copy + ".copy"), oldFile_(oldFile), journal_(JournalFile::Make())
+InPlaceWrite::InPlaceWrite(const NativeString& target, NativeFile oldFile, const NativeString& copy)
+    : copy_(copy + NativeName(".copy")), oldFile_(oldFile), journal_(JournalFile::Make())
 {
     const auto entry = journal_ ? EntryOf(target, oldFile, copy, copy_) : std::nullopt;
     if (!entry || !journal_->Put(JournalLine(entry->Fields())) || !journal_->FlushToDisk() ||
-        std::rename(copy.c_str(), copy_.c_str()) != 0) {
+        !RenameFile(copy, copy_)) {
         const int error = errno;
         if (journal_)
             journal_->Remove();
@@ -156,7 +153,7 @@ InPlaceWrite::InPlaceWrite(const std::string& target, int oldFile, const std::st
 
 InPlaceWrite::~InPlaceWrite() = default;
 
-const std::string& InPlaceWrite::Copy() const
+const NativeString& InPlaceWrite::Copy() const
 {
     return copy_;
 }
@@ -165,11 +162,12 @@ void InPlaceWrite::End() noexcept
 {
     if (!journal_)
         return;
-    struct stat status = {};
     // First the mode and dates that are to come back: without the journal of the write nobody would know this content.
-    if (noted != nullptr && fstat(oldFile_, &status) == 0 && noted->Holds(status))
-        Skip([&] { noted->AddContent(MarkOf(oldFile_)); });
-    unlink(copy_.c_str());
+    Skip([&] {
+        if (noted != nullptr && noted->Holds(FileStateOf(oldFile_)))
+            noted->AddContent(MarkOf(oldFile_));
+    });
+    RemoveFile(copy_);
     journal_->Remove();
     journal_.reset();
 }
