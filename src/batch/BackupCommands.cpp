@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -35,7 +36,8 @@ std::string FirstBytes(const String& path)
 {
     // Four bytes tell a package from a binary presentation.
     std::string bytes(4, '\0');
-    std::ifstream(NativePath(path), std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::ifstream(std::filesystem::path(NativePath(path)), std::ios::binary)
+        .read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return bytes;
 }
 

@@ -16,6 +16,7 @@
 #include "files/Files.h"
 #include "model/ListColumns.h"
 #include "model/Project.h"
+#include "platform/NativePath.h"
 #include "run/JobInputs.h"
 
 namespace tessarine::batch
@@ -145,12 +146,12 @@ ConvertedList ConvertList(const String& from, const String& to)
 {
     const auto list = LoadList(from);
     // The export asks for the folder of the path, and a name alone has none.
-    const std::filesystem::path full = std::filesystem::absolute(ToUtf8(to));
-    const String folder = FromUtf8(full.parent_path().string());
+    const std::filesystem::path full = std::filesystem::absolute(NativePath(to));
+    const String folder = PathText(full.parent_path().native());
     // The export would show a message, write nothing and not fail.
     if (!FolderExists(folder))
         Refuse(u"there is no folder " + InQuotes(folder));
-    const String target = FromUtf8(full.string());
+    const String target = PathText(full.native());
     if (FolderExists(target))
         Refuse(InQuotes(to) + u" is a folder");
 

@@ -4,6 +4,7 @@
 
 #include "batch/LineText.h"
 #include "batch/Terminal.h"
+#include "batch/WriteText.h"
 
 namespace tessarine::batch
 {
@@ -30,7 +31,7 @@ std::size_t CodePoints(std::string_view text)
 void Put(std::FILE* file, std::string_view text)
 {
     // A failure is passed over: notes and progress are not the report, and a run needs no terminal.
-    std::fwrite(text.data(), 1, text.size(), file);
+    static_cast<void>(WriteText(file, text));
 }
 
 }  // namespace
@@ -46,16 +47,14 @@ void Output::Write(std::string_view piece)
         return;
     // Report and progress may share a terminal; the line that is to be rewritten must be gone first.
     EndProgress();
-    const bool written = std::fwrite(piece.data(), 1, piece.size(), report_) == piece.size();
-    const bool flushed = std::fflush(report_) == 0;
-    failed_ = failed_ || !written || !flushed;  // a full disk shows at the flush
+    if (!WriteText(report_, piece))
+        failed_ = true;
 }
 
 void Output::Note(std::string_view line)
 {
     EndProgress();
     Put(progress_, Escaped(FromUtf8(line)) + "\n");
-    std::fflush(progress_);
 }
 
 void Output::Progress(std::string_view line)
@@ -64,7 +63,6 @@ void Output::Progress(std::string_view line)
         return;
     // One cell stays free: some terminals wrap a full line, and only its last row could be erased then.
     Put(progress_, std::string(eraseLine) + FittedTo(Escaped(FromUtf8(line)), TerminalColumns(progress_) - 1));
-    std::fflush(progress_);
     progressShown_ = true;
 }
 
@@ -73,7 +71,6 @@ void Output::EndProgress()
     if (!progressShown_)
         return;
     Put(progress_, eraseLine);
-    std::fflush(progress_);
     progressShown_ = false;
 }
 

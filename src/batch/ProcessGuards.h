@@ -9,6 +9,7 @@ namespace tessarine::batch
 ///   beyond the limit of its size no longer end the process (SIGPIPE, SIGXFSZ).
 /// - Where standard input, output or error is closed, its number is taken, so that no file gets it. Notes for standard
 ///   error would go into a presentation otherwise. Reading and writing it fails.
+/// - On Windows standard input, output and error carry bytes as they are, and no box asks for a missing disk.
 void GuardProcess();
 
 }  // namespace tessarine::batch

@@ -18,6 +18,7 @@
 #include "platform/FolderOf.h"
 #include "platform/Locale.h"
 #include "platform/Messages.h"
+#include "platform/NativePath.h"
 #include "run/JobInputs.h"
 
 namespace tessarine::batch
@@ -103,11 +104,11 @@ String FullPath(const String& path)
     const bool hasDrive = path.size() >= 3 && path[1] == u':' && path[2] == u'\\';
     if (hasDrive || path.starts_with(u"\\\\"))
         return path;
-    std::filesystem::path full = std::filesystem::absolute(ToUtf8(path)).lexically_normal();
+    std::filesystem::path full = std::filesystem::absolute(NativePath(path)).lexically_normal();
     // "decks/" and "decks" are the same folder; only the second spelling is saved.
     if (!full.has_filename())
         full = full.parent_path();
-    return FromUtf8(full.string());
+    return PathText(full.native());
 }
 
 /// The files of the job's folder or list, found as the desktop finds them.

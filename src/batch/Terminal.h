@@ -10,7 +10,7 @@ namespace tessarine::batch
 /// A terminal, unless the environment says NO_COLOR (with any value but the empty one) or TERM=dumb.
 bool UsesColors(std::FILE* stream);
 
-/// A terminal on which a line can be rewritten in place.
+/// A terminal on which a line can be rewritten in place; on Windows a console that follows the usual sequences.
 bool CanRewriteLine(std::FILE* stream);
 
 /// Width of the terminal in character cells; 80 when it does not tell.
