@@ -1,20 +1,17 @@
 // to-code-page FILE CODE-PAGE OUTPUT: writes a UTF-8 text file in an 8-bit code page, its lines ending in CR LF.
 // A character that the code page lacks is an error, told with its line.
-#include <unicode/ucnv.h>
+#include <iconv.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <exception>
 #include <fstream>
 #include <iostream>
-#include <memory>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-
-#include "files/Files.h"
-
-namespace tessarine
-{
 
 namespace
 {
@@ -22,53 +19,52 @@ namespace
 class CodePage
 {
 public:
-    explicit CodePage(const std::string& name)
+    explicit CodePage(const std::string& name) : converter_(iconv_open(name.c_str(), "UTF-8"))
     {
-        UErrorCode status = U_ZERO_ERROR;
-        converter_.reset(ucnv_open(name.c_str(), &status));
-        Check(status, "unknown code page " + name);
-        // Only characters that come back as themselves are written: no look-alikes, no question marks.
-        ucnv_setFallback(converter_.get(), false);
-        ucnv_setFromUCallBack(converter_.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
-        Check(status, "can't set up " + name);
+        if (converter_ == iconv_t(-1))
+            throw std::runtime_error("unknown code page " + name);
     }
+    ~CodePage() { iconv_close(converter_); }
+    CodePage(const CodePage&) = delete;
+    CodePage& operator=(const CodePage&) = delete;
 
-    std::string Encoded(StringView text, const std::string& what)
+    std::string Encoded(std::string text, const std::string& what)
     {
-        std::string result(text.size() * static_cast<std::size_t>(ucnv_getMaxCharSize(converter_.get())) + 1, '\0');
-        UErrorCode status = U_ZERO_ERROR;
-        const std::int32_t length =
-            ucnv_fromUChars(converter_.get(), result.data(), static_cast<std::int32_t>(result.size()), text.data(),
-                            static_cast<std::int32_t>(text.size()), &status);
-        Check(status, what);
-        result.resize(static_cast<std::size_t>(length));
+        std::string result(text.size(), '\0');  // no character is shorter in UTF-8
+        char* source = text.data();
+        char* target = result.data();
+        std::size_t left = text.size();
+        std::size_t room = result.size();
+        // What the code page lacks is refused: no look-alikes, no question marks.
+        if (iconv(converter_, &source, &left, &target, &room) != 0)
+            throw std::runtime_error(what + ": " + std::strerror(errno));
+        result.resize(result.size() - room);
         return result;
     }
 
 private:
-    struct Closer {
-        void operator()(UConverter* converter) const { ucnv_close(converter); }
-    };
-
-    static void Check(UErrorCode status, const std::string& what)
-    {
-        if (U_FAILURE(status))
-            throw std::runtime_error(what + ": " + u_errorName(status));
-    }
-
-    std::unique_ptr<UConverter, Closer> converter_;
+    iconv_t converter_;
 };
+
+std::string ContentOf(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    if (text.empty())
+        throw std::runtime_error(path + ": missing or empty");
+    return text;
+}
 
 void Convert(const std::string& input, const std::string& codePageName, const std::string& output)
 {
     CodePage codePage(codePageName);
-    const std::string text = ReadWholeFile(FromUtf8(input));
+    const std::string text = ContentOf(input);
     std::string converted;
     std::size_t number = 1;
     for (std::size_t at = 0; at < text.size(); ++number) {
         const std::size_t end = std::min(text.find('\n', at), text.size());
         const std::string what = input + ":" + std::to_string(number) + ": not in " + codePageName;
-        converted += codePage.Encoded(FromUtf8(std::string_view(text).substr(at, end - at)), what) + "\r\n";
+        converted += codePage.Encoded(text.substr(at, end - at), what) + "\r\n";
         at = end + 1;
     }
 
@@ -79,8 +75,6 @@ void Convert(const std::string& input, const std::string& codePageName, const st
 
 }  // namespace
 
-}  // namespace tessarine
-
 int main(int argc, char** argv)
 {
     if (argc != 4) {
@@ -88,7 +82,7 @@ int main(int argc, char** argv)
         return 2;
     }
     try {
-        tessarine::Convert(argv[1], argv[2], argv[3]);
+        Convert(argv[1], argv[2], argv[3]);
     } catch (const std::exception& error) {
         std::cerr << "to-code-page: " << error.what() << '\n';
         return 1;

@@ -1,10 +1,104 @@
-#include "platform/CodePage.h"
-
+#include <iconv.h>
 #include <langinfo.h>
 #include <locale.h>
 
+#include <array>
+#include <bit>
+
+#include "platform/CodePage.h"
+
 namespace tessarine
 {
+
+namespace
+{
+
+/// The system's name of a code page. It knows those of Windows by "CP" and the number, some also by longer names.
+std::string SystemName(const std::string& name)
+{
+    constexpr std::string_view windows = "windows-";
+    return name.starts_with(windows) ? "CP" + name.substr(windows.size()) : name;
+}
+
+/// A converter to UTF-16.
+class Converter
+{
+public:
+    explicit Converter(const std::string& name) : handle_(iconv_open(native, name.c_str())) {}
+    ~Converter()
+    {
+        if (IsOpen())
+            iconv_close(handle_);
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    bool IsOpen() const { return handle_ != iconv_t(-1); }
+
+    /// Appends what can be read of the bytes and takes it off them. What is left begins with bytes without a meaning.
+    void Convert(std::string_view& bytes, String& text)
+    {
+        std::size_t left = bytes.size();
+        char* source = const_cast<char*>(bytes.data());  // by the function's old signature; it only reads
+        while (left > 0 && Append(&source, &left, text)) {
+        }
+        bytes.remove_prefix(bytes.size() - left);
+    }
+
+    /// Appends what a character at the end of the bytes was kept back for: it may have been joined with the next one.
+    void Finish(String& text) { Append(nullptr, nullptr, text); }
+
+private:
+    static constexpr const char* native = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
+
+    /// One buffer full. False when the bytes that are left have no meaning.
+    bool Append(char** source, std::size_t* left, String& text)
+    {
+        std::array<char16_t, 4096> buffer;
+        char* target = reinterpret_cast<char*>(buffer.data());
+        std::size_t room = sizeof buffer;
+        const std::size_t result = iconv(handle_, source, left, &target, &room);
+        text.append(buffer.data(), buffer.size() - room / sizeof(char16_t));
+        return result != static_cast<std::size_t>(-1) || room < sizeof buffer;
+    }
+
+    iconv_t handle_;
+};
+
+/// Whether the code page is one of Windows with a byte for each character. These give the control characters U+0080 to
+/// U+009F to bytes that they use for nothing else; the system's tables lack them.
+bool KeepsControls(const std::string& systemName)
+{
+    return systemName.starts_with("CP125") || systemName == "CP874";
+}
+
+String Convert(std::string_view bytes, Converter& converter, bool keepsControls)
+{
+    String text;
+    text.reserve(bytes.size());
+    while (!bytes.empty()) {
+        converter.Convert(bytes, text);
+        if (bytes.empty())
+            break;
+        const auto byte = static_cast<unsigned char>(bytes.front());
+        text += keepsControls && byte < 0xA0 ? char16_t{byte} : u'\xFFFD';
+        bytes.remove_prefix(1);
+    }
+    converter.Finish(text);
+    return text;
+}
+
+}  // namespace
+
+String FromCodePage(std::string_view bytes, const std::string& name)
+{
+    const std::string systemName = SystemName(name);
+    if (Converter converter(systemName); converter.IsOpen())
+        return Convert(bytes, converter, KeepsControls(systemName));
+    const std::string usual = "CP1252";
+    Converter converter(usual);
+    return Convert(bytes, converter, KeepsControls(usual));
+}
 
 std::string SystemCodePage()
 {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cctype>
 
+#include "files/CompoundFile.h"
 #include "office/sheets/BiffReader.h"
 #include "office/sheets/BiffRecords.h"
 #include "office/sheets/BiffWriter.h"
-#include "office/sheets/CompoundFile.h"
 #include "office/sheets/Refusal.h"
 
 namespace tessarine::sheets
@@ -20,10 +20,16 @@ const std::string saveAsXls = "; save it as an Excel 97-2003 workbook (.xls) fir
 std::string WorkbookStream(std::string_view file)
 {
     const CompoundFile compound(file);
+    if (compound.IsEmpty())
+        throw Damage("its compound file can't be read");
     // A file for both Excel 95 and 97 has both streams.
-    for (const char* name : {"Workbook", "Book"})
-        if (compound.Has(name))
-            return compound.Stream(name);
+    for (const std::string name : {"Workbook", "Book"}) {
+        if (!compound.Has(name))
+            continue;
+        if (auto stream = compound.Stream(name))
+            return *std::move(stream);
+        throw Damage("its stream " + name + " can't be read");
+    }
     if (compound.Has("EncryptedPackage"))
         throw Refusal("The workbook is encrypted and needs a password to be opened");
     throw Refusal("The file is some other Office document, not a workbook");
@@ -98,7 +104,10 @@ std::string WriteWorkbook(const Sheet& sheet)
     constexpr std::size_t smallestStream = 4096;
     std::string stream = WriteBiff(sheet);
     stream.resize(std::max(stream.size(), smallestStream), '\0');
-    return CompoundFileOf("Workbook", stream);
+    auto file = CompoundFileOf("Workbook", stream);
+    if (!file)
+        throw Refusal("The workbook is too large to be written");
+    return *std::move(file);
 }
 
 bool IsCompoundOrZip(std::string_view file)
