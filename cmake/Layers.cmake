@@ -19,10 +19,13 @@ endfunction()
 #
 # One static library per layer. Its include root shows only its own folder, and it links only the layers below it, so
 # an include of a layer above does not compile.
+# The target tessarine_layers is all of them, without the programs.
+add_custom_target(tessarine_layers)
 function(tessarine_layer name)
     cmake_parse_arguments(LAYER "WINDOWS" "FROM" "ON;USES" ${ARGN})
     tessarine_sources(sources ${PROJECT_SOURCE_DIR}/src/${LAYER_FROM})
     add_library(${name} STATIC ${sources})
+    add_dependencies(tessarine_layers ${name})
 
     set(view ${PROJECT_BINARY_DIR}/layers/${name})  # holds one link: this layer's folder
     cmake_path(GET LAYER_FROM PARENT_PATH parent)
