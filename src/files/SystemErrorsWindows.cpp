@@ -123,6 +123,8 @@ std::string ErrorText(int error)
             return "Is a folder";
         case EMFILE:
             return "Too many open files";
+        case ENXIO:
+            return "No such device or address";
         case EIO:
             return lastOfManyErrors == 0 ? "Input/output error" : "Windows error " + std::to_string(lastOfManyErrors);
         default:

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstring>
 #include <ostream>
 
+#include "files/SystemErrors.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine
@@ -37,7 +37,9 @@ const Row rows[] = {
     {"ProgramRuns", ETXTBSY, FileTrouble::InUse, 70, -2147024864, "Permission denied"},
     {"Busy", EBUSY, FileTrouble::InUse, 70, -2147024864, "Permission denied"},
     {"DiskFull", ENOSPC, FileTrouble::DiskFull, 61, -2147024784, "Disk full"},
+#ifdef EDQUOT
     {"QuotaUsedUp", EDQUOT, FileTrouble::DiskFull, 61, -2147024784, "Disk full"},
+#endif
     {"FileTooLarge", EFBIG, FileTrouble::DiskFull, 61, -2147024784, "Disk full"},
     {"MemoryFull", ENOMEM, FileTrouble::OutOfMemory, 7, -2147024882, "Out of memory"},
     {"DeviceFault", EIO, FileTrouble::DeviceFault, 57, -2147024867, "Device I/O error (Input/output error)"},
@@ -52,7 +54,7 @@ class FileFailures : public testing::TestWithParam<Row>
 TEST_P(FileFailures, HaveAKindAndANumberInEitherFamily)
 {
     const Row& row = GetParam();
-    const std::string path = "/a.pptx";
+    const NativeString path = NativePath(u"/a.pptx");
 
     EXPECT_EQ(FileTroubleOf(row.error, path), row.trouble);
     EXPECT_EQ(ClassicFileFailure(row.error, "open", path).number, row.classic);
@@ -62,11 +64,12 @@ TEST_P(FileFailures, HaveAKindAndANumberInEitherFamily)
 TEST_P(FileFailures, TellWhatWasTriedOnWhichFile)
 {
     const Row& row = GetParam();
+    const NativeString path = NativePath(u"/a.pptx");
 
-    EXPECT_EQ(ClassicFileFailure(row.error, "open", "/a.pptx").description,
-              FromUtf8(std::string(row.classicText) + ": could not open /a.pptx"));
-    EXPECT_EQ(SystemFileFailure(row.error, "save", "/a.pptx").description,
-              FromUtf8(std::string("Can't save \"/a.pptx\": ") + std::strerror(row.error)));
+    EXPECT_EQ(ClassicFileFailure(row.error, "open", path).description,
+              FromUtf8(row.classicText) + u": could not open " + PathText(path));
+    EXPECT_EQ(SystemFileFailure(row.error, "save", path).description,
+              u"Can't save \"" + PathText(path) + u"\": " + FromUtf8(ErrorText(row.error)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Errors, FileFailures, testing::ValuesIn(rows),
@@ -75,14 +78,14 @@ INSTANTIATE_TEST_SUITE_P(Errors, FileFailures, testing::ValuesIn(rows),
 TEST(FileFailure, TellsAMissingFolderFromAMissingFile)
 {
     const TemporaryFolder folder;
-    const std::string inFolder = ToUtf8(folder.PathOf(u"none"));
-    const std::string belowMissing = ToUtf8(folder.PathOf(u"none/file"));
-    const std::string belowFile = ToUtf8(folder.Write(u"file")) + "/file";
+    const NativeString inFolder = NativePath(folder.PathOf(u"none"));
+    const NativeString belowMissing = NativePath(folder.PathOf(u"none/file"));
+    const NativeString belowFile = NativePath(folder.Write(u"file") + u"/file");
 
     EXPECT_EQ(FileTroubleOf(ENOENT, inFolder), FileTrouble::FileMissing);
     EXPECT_EQ(FileTroubleOf(ENOENT, belowMissing), FileTrouble::FolderMissing);
     EXPECT_EQ(FileTroubleOf(ENOENT, belowFile), FileTrouble::FolderMissing);
-    EXPECT_EQ(FileTroubleOf(ENOENT, "file"), FileTrouble::FileMissing);
+    EXPECT_EQ(FileTroubleOf(ENOENT, NativeName("file")), FileTrouble::FileMissing);
 }
 
 }  // namespace

@@ -10,14 +10,14 @@ TEST(FolderOf, IsAllUpToTheLastSeparator)
     EXPECT_EQ(FolderOf(u"/a/b/c.pptx"), u"/a/b/");
     EXPECT_EQ(FolderOf(u"/c.pptx"), u"/");
     EXPECT_EQ(FolderOf(u"a//c.pptx"), u"a//");
-    EXPECT_EQ(FolderOf(std::string_view("/a/b/c.pptx")), "/a/b/");
+    EXPECT_EQ(FolderOf(NativeStringView(NativePath(u"/a/b/c.pptx"))), NativePath(u"/a/b/"));
 }
 
 TEST(FolderOf, IsEmptyForANameAlone)
 {
     EXPECT_EQ(FolderOf(u"c.pptx"), u"");
     EXPECT_EQ(FolderOf(u""), u"");
-    EXPECT_EQ(FolderOf(std::string_view("c.pptx")), "");
+    EXPECT_EQ(FolderOf(NativeStringView(NativeName("c.pptx"))), NativeString());
 }
 
 TEST(FolderOf, IsAllOfAPathThatEndsInASeparator)
