@@ -37,7 +37,8 @@ Variant DateVariantOf(const std::tm& local)
     time.wMinute = static_cast<WORD>(local.tm_min);
     time.wSecond = static_cast<WORD>(local.tm_sec);
     DATE days = 0;
-    if (!SystemTimeToVariantTime(&time, &days))
+    // The system would take years of two digits for those of this century and the last.
+    if (local.tm_year + 1900 < 100 || !SystemTimeToVariantTime(&time, &days))
         throw Failure(FailureNumber::TypeMismatch, u"Type mismatch: the date is out of range");
     return Variant::Date(days);
 }
