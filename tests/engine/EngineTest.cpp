@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "support/SurfaceRoute.h"
+
 namespace tessarine
 {
 
@@ -14,7 +16,7 @@ EngineTest::EngineTest()
 void EngineTest::Open(FakeContent content)
 {
     deck_ = FakeDeck(std::move(content));
-    engine.xPresentation = deck_.Open(script);
+    engine.xPresentation = Routed(deck_.Open(script));
 }
 
 void EngineTest::Look(const Search& search)

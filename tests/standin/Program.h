@@ -30,9 +30,13 @@ inline constexpr Program ExcelProgram{L"Excel.Application",
                                       false};
 
 /// Registers a stand-in for a program, or takes that away. `executable` is the stand-in's own, `folder` is where it
-/// finds its orders and writes its log. For all users, because that is where every system looks. False when the
-/// registry can't be written.
-bool Register(const Program& program, const std::wstring& executable, const std::wstring& folder);
+/// finds its orders and writes its log; `argument` is handed over in place of the program's own. For all users, because
+/// that is where every system looks. False when the registry can't be written.
+bool Register(const Program& program, const std::wstring& executable, const std::wstring& folder,
+              const wchar_t* argument = nullptr);
 void Unregister(const Program& program);
+
+/// The full path of a file that is named from the folder of the running program.
+std::wstring FileBesideThisProgram(const std::wstring& name);
 
 }  // namespace tessarine::standin

@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "support/SurfaceRoute.h"
+
 namespace tessarine
 {
 
@@ -142,7 +144,7 @@ int FakePowerPoint::Running() const
 
 std::shared_ptr<powerpoint::Provider> FakePowerPoint::Provider() const
 {
-    return std::make_shared<FakeProvider>(state_);
+    return Routed(std::make_shared<FakeProvider>(state_));
 }
 
 FakeShape Placeholder(String text)

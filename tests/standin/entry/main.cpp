@@ -4,31 +4,56 @@
 #include "office/builtin/Provider.h"
 #include "office/sheets/ExcelProvider.h"
 #include "platform/Locale.h"
+#include "standin/ForeignSaves.h"
 #include "standin/LocalServer.h"
 #include "standin/OrderedWatch.h"
+#include "standin/Relay.h"
 #include "standin/ServedExcel.h"
 #include "standin/ServedPowerPoint.h"
 
-// stand-in /powerpoint FOLDER | /excel FOLDER, started by the system for a caller or by hand for a user's own instance
+// stand-in /powerpoint FOLDER | /excel FOLDER | /relay FOLDER
+//
+// Started by the system for a caller, or by hand for an instance of a user's own.
+
+namespace
+{
+
+using namespace tessarine;
+using namespace tessarine::standin;
+
+int ServePowerPointIn(const std::filesystem::path& folder)
+{
+    const auto watch = WatchIn(folder);
+    return ServeUntilQuit(PowerPointProgram, watch, [&](std::function<void()> quit) {
+        const auto provider = WithForeignSaves(builtin::CreateProvider(), folder);
+        return ServePowerPoint(watch, provider->CreateApplication(), std::move(quit));
+    });
+}
+
+int ServeExcelIn(const std::filesystem::path& folder)
+{
+    const auto watch = WatchIn(folder);
+    return ServeUntilQuit(ExcelProgram, watch, [&](std::function<void()> quit) {
+        return ServeExcel(watch, sheets::CreateProvider()->CreateApplication(), std::move(quit));
+    });
+}
+
+}  // namespace
 
 int wmain(int argumentCount, wchar_t** arguments)
 {
-    using namespace tessarine;
-    using namespace tessarine::standin;
-
-    if (argumentCount < 3 || FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+    if (argumentCount < 3)
+        return 1;
+    const std::wstring_view what = arguments[1];
+    const bool isRelay = what == RelayProgram.argument;
+    // As PowerPoint and Excel are; the relay must be able to be called back while it calls.
+    if (FAILED(CoInitializeEx(nullptr, isRelay ? COINIT_MULTITHREADED : COINIT_APARTMENTTHREADED)))
         return 1;
     UseSystemLocale();
-    const auto watch = WatchIn(std::filesystem::path(arguments[2]));
-    int status = 1;
-    if (arguments[1] == std::wstring_view(PowerPointProgram.argument))
-        status = ServeUntilQuit(PowerPointProgram, watch, [&](std::function<void()> quit) {
-            return ServePowerPoint(watch, builtin::CreateProvider()->CreateApplication(), std::move(quit));
-        });
-    else if (arguments[1] == std::wstring_view(ExcelProgram.argument))
-        status = ServeUntilQuit(ExcelProgram, watch, [&](std::function<void()> quit) {
-            return ServeExcel(watch, sheets::CreateProvider()->CreateApplication(), std::move(quit));
-        });
+    const int status = isRelay                              ? ServeRelay()
+                       : what == PowerPointProgram.argument ? ServePowerPointIn(arguments[2])
+                       : what == ExcelProgram.argument      ? ServeExcelIn(arguments[2])
+                                                            : 1;
     CoUninitialize();
     return status;
 }
