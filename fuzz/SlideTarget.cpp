@@ -63,7 +63,7 @@ void CheckFilter(ShapeTreePart& part, builtin::TextBody& body)
 /// A text taken apart for editing is the text that was read, and the same bytes put together.
 void CheckTextTree(const builtin::TextBody& body, const builtin::XmlDocument& document)
 {
-    const builtin::TextTree tree(document, document.ElementAt(body.Offset()));
+    const builtin::TextTree tree(document, document.ElementAt(body.Offset()), body.Text());
     Require(
         tree.Begin() <= tree.End() && tree.Bytes() == document.Bytes().substr(tree.Begin(), tree.End() - tree.Begin()),
         "a text body taken apart and put together is the same bytes");

@@ -66,6 +66,15 @@ TYPED_TEST(ByteBlockTest, ComparesBytesAsSignedNumbers)
     EXPECT_EQ(edges.GreaterThan('\xBF').TopBits(), 0b1111'1111'1111'1001u);
 }
 
+TYPED_TEST(ByteBlockTest, WritesBytesAsUnits)
+{
+    std::u16string text(TypeParam::size + 1, u'?');
+
+    TypeParam("@AMZ[`az{09 \t\r\n\x7F").WriteUnits(text.data());
+
+    EXPECT_EQ(text, u"@AMZ[`az{09 \t\r\n\x7F?");
+}
+
 TYPED_TEST(ByteBlockTest, WritesCapitalLettersSmallAndAllElseAsItIs)
 {
     std::u16string text(TypeParam::size, u'?');
@@ -127,7 +136,10 @@ TEST(ByteBlocks, WriteTheSameForRandomAscii)
 
         PlainBlock(bytes.data()).WriteInLowerCase(plain.data());
         Sse2Block(bytes.data()).WriteInLowerCase(wide.data());
+        ASSERT_EQ(wide, plain);
 
+        PlainBlock(bytes.data()).WriteUnits(plain.data());
+        Sse2Block(bytes.data()).WriteUnits(wide.data());
         ASSERT_EQ(wide, plain);
     }
 }

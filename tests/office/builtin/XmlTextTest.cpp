@@ -123,6 +123,18 @@ TEST(AppendContent, ReadsWhatTheUnitsAre)
     }
 }
 
+TEST(AppendContent, ReadsCharactersAlikeAtEachPlace)
+{
+    for (const std::string special : {"&lt;", "\r", "_x0009_", "\xC3\xA4", "<!-- -->"})
+        for (std::size_t size = 0; size < 50; ++size)
+            for (std::size_t place = 0; place <= size; ++place) {
+                const std::string content = std::string(size, 'x').insert(place, special);
+                String text;
+                AppendContent(content, text);
+                ASSERT_EQ(text, TextOf(content)) << content;
+            }
+}
+
 TEST(ReplaceContent, KeepsTheBytesOfWhatStays)
 {
     EXPECT_EQ(ReplaceContent("&#65;b &amp; c&#68;", u"Ab and cD", EscapeText), "&#65;b and c&#68;");

@@ -33,7 +33,7 @@ public:
                 tree_.layoutIds.emplace_back(*id);
         ReadShapes(shapes, 0);
         // Most parts have no links; they are spared the second walk.
-        if (document_.HasNameBeginning("hlink"))
+        if (MayHoldLinks(document_.Bytes()))
             tree_.links = ReadHyperlinks(document_, shapes, tree_.bodies, part_, limits_);
         return std::move(tree_);
     }

@@ -5,6 +5,16 @@
 namespace tessarine::builtin
 {
 
+bool MayHoldLinks(std::string_view markup)
+{
+    constexpr std::string_view start = "hlink";
+    // Looked for by its last letter, which markup holds more rarely than the others.
+    for (std::size_t at = markup.find('k'); at != std::string_view::npos; at = markup.find('k', at + 1))
+        if (markup.substr(0, at + 1).ends_with(start))
+            return true;
+    return false;
+}
+
 LinkTarget ReadLinkTarget(const XmlDocument& document, Node element)
 {
     return {.relationshipId = std::string(document.Attribute(element, Ns::DocumentRelationships, "id").value_or("")),

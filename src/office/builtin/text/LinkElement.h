@@ -22,6 +22,9 @@ struct LinkTarget {
     bool operator==(const LinkTarget&) const = default;
 };
 
+/// False only when no link element is in the markup: the name of each begins with "hlink".
+bool MayHoldLinks(std::string_view markup);
+
 LinkTarget ReadLinkTarget(const XmlDocument& document, Node element);
 
 /// Puts a new target into the start tag of a link element. Attributes in which the two are alike keep their bytes.

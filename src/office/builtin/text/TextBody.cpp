@@ -95,10 +95,9 @@ TextTree& TextBody::Open(const DocumentSource& document)
     if (!tree_) {
         const XmlDocument& part = document();
         const Node body = part.ElementAt(offset_);
-        auto tree = body ? std::make_unique<TextTree>(part, body) : nullptr;
-        if (!tree || !tree->Holds(Text()))
+        if (!body)
             throw Damage({}, "a shape's text is not what it was when it was read", offset_);
-        tree_ = std::move(tree);
+        tree_ = std::make_unique<TextTree>(part, body, Text());
     }
     return *tree_;
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "office/builtin/text/LinkElement.h"
 #include "office/builtin/text/TextMarkup.h"
 #include "office/builtin/xml/EditedPart.h"
 #include "office/builtin/xml/XmlText.h"
@@ -19,12 +20,6 @@ namespace
 
 constexpr std::size_t mostBytes = 1u << 20;  // of all texts; what is read takes several times its memory
 constexpr std::size_t deepest = 32;          // elements around a body; the shapes of ordinary parts have three or four
-
-/// All names of link elements begin so.
-bool MayHoldLinks(std::string_view markup)
-{
-    return markup.find("hlink") != std::string_view::npos;
-}
 
 bool IsMarkupAtBothEnds(std::string_view text)
 {

@@ -1,5 +1,9 @@
 #include "office/builtin/text/TextMarkup.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
 namespace tessarine::builtin
 {
 
@@ -12,17 +16,23 @@ bool IsParagraph(const XmlDocument& document, Node child)
 
 PieceKind KindOf(const XmlDocument& document, Node child)
 {
-    if (document.Is(child, Drawing, "r"))
-        return PieceKind::Run;
-    if (document.Is(child, Drawing, "br"))
-        return PieceKind::Break;
-    if (document.Is(child, Drawing, "fld")) {
-        const std::string_view type = document.Attribute(child, "type");
-        return type == "slidenum" || type.starts_with("datetime") ? PieceKind::VolatileField : PieceKind::Field;
-    }
-    if (document.Is(child, Drawing, "pPr"))
-        return PieceKind::Properties;
-    return document.Is(child, Drawing, "endParaRPr") ? PieceKind::EndProperties : PieceKind::Opaque;
+    static constexpr std::array<std::pair<std::string_view, PieceKind>, 5> kinds{
+        {{"r", PieceKind::Run},
+         {"br", PieceKind::Break},
+         {"fld", PieceKind::Field},
+         {"pPr", PieceKind::Properties},
+         {"endParaRPr", PieceKind::EndProperties}}};
+    const std::string_view name = child.Name();
+    // Nearly all programs write "a:r".
+    const std::size_t colon = name.size() > 1 && name[1] == ':' ? 1 : name.find(':');
+    const std::string_view local = name.substr(colon + 1);
+    const auto found = std::ranges::find(kinds, local, &std::pair<std::string_view, PieceKind>::first);
+    if (found == kinds.end() || !document.Is(child, Drawing, local))
+        return PieceKind::Opaque;
+    if (found->second != PieceKind::Field)
+        return found->second;
+    const std::string_view type = document.Attribute(child, "type");
+    return type == "slidenum" || type.starts_with("datetime") ? PieceKind::VolatileField : PieceKind::Field;
 }
 
 bool IsRun(PieceKind kind)

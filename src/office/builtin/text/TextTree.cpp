@@ -1,12 +1,18 @@
 #include "office/builtin/text/TextTree.h"
 
+#include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/XmlText.h"
 
 namespace tessarine::builtin
 {
 
-TextTree::TextTree(const XmlDocument& document, Node body) : document_(document), body_(body)
+TextTree::TextTree(const XmlDocument& document, Node body, StringView text) : document_(document), body_(body)
 {
+    bool holds = true;
+    const auto take = [&](StringView units) {
+        holds = holds && text.starts_with(units);
+        text.remove_prefix(holds ? units.size() : 0);
+    };
     std::size_t count = 0;
     for (const Node child : body.ChildElements())
         if (IsParagraph(document, child)) {
@@ -17,13 +23,15 @@ TextTree::TextTree(const XmlDocument& document, Node body) : document_(document)
     std::vector<Item> items;
     items.reserve(count + count / 2);  // with some of what stands between elements
 
-    String text;
+    String own;
     for (const Node child : body.ChildElements()) {
         if (!IsParagraph(document, child))
             continue;
         const ElementRange range = document.RangeOf(child);
         if (items.empty())
             begin_ = end_ = range.begin;
+        else
+            take({&paragraphBreak, 1});
         const std::size_t paragraph = items.size();
         items.push_back({.isParagraph = true, .begin = Offset(end_), .end = Offset(range.begin)});
         std::size_t at = range.contentBegin;
@@ -37,10 +45,12 @@ TextTree::TextTree(const XmlDocument& document, Node body) : document_(document)
             Item item{.kind = KindOf(document, element), .begin = Offset(piece.begin), .end = Offset(piece.end)};
             if (item.kind == PieceKind::Break) {
                 item.length = 1;
+                take({&lineBreak, 1});
             } else if (IsRun(item.kind)) {
-                text.clear();
-                document.AppendTextOf(CharactersOf(document, element), text);
-                item.length = Offset(text.size());
+                own.clear();
+                document.AppendTextOf(CharactersOf(document, element), own);
+                item.length = Offset(own.size());
+                take(own);
             }
             items[paragraph].length += item.SaysHeight() ? 1 : 0;
             items.push_back(std::move(item));
@@ -51,6 +61,8 @@ TextTree::TextTree(const XmlDocument& document, Node body) : document_(document)
     }
     if (items.empty())
         begin_ = end_ = document.RangeOf(body).contentEnd;
+    if (!holds || !text.empty())
+        throw Damage({}, "a shape's text is not what it was when it was read", document.OffsetOf(body));
     items_ = GapBuffer(std::move(items));
 }
 
@@ -80,25 +92,6 @@ String TextTree::Text() const
         }
     }
     return text;
-}
-
-bool TextTree::Holds(StringView text) const
-{
-    String own;
-    for (std::size_t i = 0; i < items_.Size(); ++i) {
-        const Item& item = items_[i];
-        own.clear();
-        if (item.isParagraph) {
-            if (i > 0)
-                own += paragraphBreak;
-        } else if (item.length > 0) {
-            AppendText(item, own);
-        }
-        if (!text.starts_with(own))
-            return false;
-        text.remove_prefix(own.size());
-    }
-    return text.empty();
 }
 
 std::vector<ProtectedRange> TextTree::ProtectedRanges() const

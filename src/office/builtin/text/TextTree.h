@@ -26,15 +26,15 @@ namespace tessarine::builtin
 class TextTree
 {
 public:
-    /// Takes apart a text body (`p:txBody`), by the rules of TextMarkup. The document must outlive the tree.
-    TextTree(const XmlDocument& document, Node body);
+    /// Takes apart a text body (`p:txBody`), by the rules of TextMarkup. The document must outlive the tree. Raises
+    /// `FileCorrupt` unless `text` is what the body reads as: the file was changed by somebody else since.
+    TextTree(const XmlDocument& document, Node body, StringView text);
 
     /// The bytes of the part that the pieces stand for: from the first paragraph to the end of the last.
     std::size_t Begin() const { return begin_; }
     std::size_t End() const { return end_; }
 
     String Text() const;                                  ///< As TextBody describes it.
-    bool Holds(StringView text) const;                    ///< Whether Text is this, without making it.
     std::vector<ProtectedRange> ProtectedRanges() const;  ///< What no hit may touch now.
     std::string Bytes() const;                            ///< The pieces put together.
 

@@ -67,7 +67,9 @@ public:
         return bits;
     }
 
-    /// Writes `size` UTF-16 units: the bytes, all of them ASCII, with capital letters made small.
+    /// Writes `size` UTF-16 units: the bytes, all of them ASCII.
+    void WriteUnits(char16_t* target) const { std::ranges::copy(bytes_, target); }
+    /// The same with capital letters made small.
     void WriteInLowerCase(char16_t* target) const
     {
         for (const std::uint8_t byte : bytes_)
@@ -141,16 +143,20 @@ public:
     Sse2Block operator&(const Sse2Block& other) const { return Sse2Block(_mm_and_si128(bytes_, other.bytes_)); }
     std::uint32_t TopBits() const { return static_cast<std::uint32_t>(_mm_movemask_epi8(bytes_)); }
 
+    void WriteUnits(char16_t* target) const
+    {
+        // A zero byte after each byte makes it a unit in the processor's byte order.
+        const __m128i zero = _mm_setzero_si128();
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(bytes_, zero));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + size / 2), _mm_unpackhi_epi8(bytes_, zero));
+    }
+
     void WriteInLowerCase(char16_t* target) const
     {
         // The comparison is one of signed bytes: those beyond ASCII are negative and never capitals.
         const __m128i isCapital = _mm_and_si128(_mm_cmpgt_epi8(bytes_, _mm_set1_epi8('A' - 1)),
                                                 _mm_cmplt_epi8(bytes_, _mm_set1_epi8('Z' + 1)));
-        const __m128i small = _mm_or_si128(bytes_, _mm_and_si128(isCapital, _mm_set1_epi8('a' - 'A')));
-        // A zero byte after each byte makes it a unit in the processor's byte order.
-        const __m128i zero = _mm_setzero_si128();
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target), _mm_unpacklo_epi8(small, zero));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(target + size / 2), _mm_unpackhi_epi8(small, zero));
+        Sse2Block(_mm_or_si128(bytes_, _mm_and_si128(isCapital, _mm_set1_epi8('a' - 'A')))).WriteUnits(target);
     }
 
     class Counter

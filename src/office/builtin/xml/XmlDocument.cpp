@@ -216,16 +216,6 @@ bool XmlDocument::Is(Node node, Ns ns, std::string_view localName) const
     return ResolvePrefix(node, prefix.substr(0, prefix.empty() ? 0 : prefix.size() - 1)) == ns;
 }
 
-bool XmlDocument::HasNameBeginning(std::string_view start) const
-{
-    for (std::uint32_t index = 0; index < elements_.size(); ++index) {
-        const std::string_view name = NameOf(index);
-        if (name.size() >= start.size() && LocalName(name).starts_with(start))
-            return true;
-    }
-    return false;
-}
-
 Node XmlDocument::Child(Node parent, Ns ns, std::string_view localName) const
 {
     for (const Node child : parent.ChildElements())

@@ -111,9 +111,6 @@ public:
     /// it reads, or nothing.
     std::optional<std::string_view> DeclarationAt(Node node, std::string_view attribute) const;
 
-    /// True when some element's local name begins so, whatever its namespace.
-    bool HasNameBeginning(std::string_view start) const;
-
     /// The elements by their number in document order, from 0 for the root: where each stands in the bytes.
     std::size_t ElementCount() const { return elements_.size(); }
     ElementRange RangeOf(std::size_t number) const { return RangeOf(NodeAt(number)); }

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "office/builtin/limits/Damage.h"
+#include "office/builtin/xml/ByteBlock.h"
 #include "office/builtin/xml/XmlCharacters.h"
 #include "office/builtin/xml/XmlScanner.h"
 #include "platform/CommonEnds.h"
@@ -419,16 +420,52 @@ std::vector<ContentUnit> ContentUnits(std::string_view content, InnerElements el
     return std::move(sink.units);
 }
 
+namespace
+{
+
+/// Appends content in which each byte stands for itself. False, and nothing is appended, for any other.
+bool AppendAscii(std::string_view content, String& text)
+{
+    const auto isAscii = [](const ByteBlock& bytes) {
+        return (bytes | bytes.Matches('&') | bytes.Matches('<') | bytes.Matches('\r') | bytes.Matches('_')).TopBits() ==
+               0;
+    };
+    const std::size_t begin = text.size();
+    text.resize(begin + content.size());
+    char16_t* const target = text.data() + begin;
+    bool isPlain = true;
+    if (content.size() < ByteBlock::size) {
+        for (std::size_t i = 0; i < content.size(); ++i) {
+            const auto c = static_cast<unsigned char>(content[i]);
+            isPlain = isPlain && characterClasses[c] == Ascii;
+            target[i] = c;
+        }
+    } else {
+        // The last block overlaps the one before it.
+        const std::size_t last = content.size() - ByteBlock::size;
+        for (std::size_t at = 0; isPlain; at = std::min(at + ByteBlock::size, last)) {
+            const ByteBlock bytes(content.data() + at);
+            isPlain = isAscii(bytes);
+            bytes.WriteUnits(target + at);
+            if (at == last)
+                break;
+        }
+    }
+    if (!isPlain)
+        text.resize(begin);
+    return isPlain;
+}
+
+}  // namespace
+
 void AppendContent(std::string_view content, String& text, InnerElements elements)
 {
+    // In most texts each character stands for itself: the reader would give the same, more slowly.
+    if (AppendAscii(content, text))
+        return;
     std::uint8_t needs = Ascii;
     for (const char c : content)
         needs |= characterClasses[static_cast<unsigned char>(c)];
-    // In most texts each character stands for itself: the reader would give the same, more slowly.
-    if (needs == Ascii) {
-        text.append(content.begin(), content.end());
-        return;
-    }
     if (needs == NonAscii) {
         text += FromUtf8(content);
         return;
