@@ -405,6 +405,59 @@ std::map<std::string, std::function<std::string(std::size_t)>> Decks()
     };
 }
 
+/// A slide many times over: what is kept of each adds up.
+std::string DeckOfMany(std::size_t count, const std::string& slideXml, const std::string& links)
+{
+    Deck deck;
+    for (std::size_t i = 1; i <= count; ++i) {
+        deck.Slide(TextBox(u"a")).Entry("ppt/slides/slide" + Number(i) + ".xml", slideXml);
+        if (!links.empty())
+            deck.Entry("ppt/slides/_rels/slide" + Number(i) + ".xml.rels", LinksXml(links));
+    }
+    return deck.Bytes();
+}
+
+/// Decks of many large slides, of which one alone would do no harm.
+std::vector<HostileFile> ManyLargeSlides()
+{
+    const auto text = [](const std::string& words) { return ShapeXml(P(Run(words + std::string(500'000, 'x')))); };
+    const auto id = [](std::size_t i) { return "r" + Number(i); };
+    struct Case {
+        std::string name;
+        std::size_t slides;
+        std::string shapes;
+        std::string links = {};
+        bool isChanged = true;
+    };
+    const std::vector<Case> cases{
+        {"Texts", 10, text("a b "), {}},
+        {"TextsWithoutHits", 10, text(""), {}, false},
+        {"Shapes", 8, Times(30'000, "<p:sp/>") + ShapeXml(P(Run("a"))), {}},
+        {"ShapesWithTexts", 12, Times(3'000, ShapeXml(P(Run("a b "))))},
+        {"Runs", 20, ShapeXml(P(Times(10'000, Run("x")) + Run("a")))},
+        {"Fields", 20, ShapeXml(P(Times(5'000, "<a:fld type=\"datetime1\"><a:t>1</a:t></a:fld>") + Run("a b")))},
+        {"InvalidLinks", 12,
+         ShapeXml(P(Times(3'000,
+                          [](std::size_t i) {
+                              return "<a:r><a:rPr><a:hlinkClick r:id=\"\" invalidUrl=\"a" + Number(i) +
+                                     "\"/></a:rPr><a:t>x</a:t></a:r>";
+                          })))},
+        {"Links", 12, ShapeXml(P(Times(2'000, [&](std::size_t i) { return LinkedRun(id(i), "x"); }))),
+         Times(2'000, [&](std::size_t i) { return ExternalLink(id(i), "http://a/" + Number(i)); }), false},
+        {"Relationships", 20, ShapeXml(P(Run("x"))),
+         Times(5'000, [&](std::size_t i) { return ExternalLink(id(i), "http://a/" + Number(i)); }), false},
+    };
+    std::vector<HostileFile> files;
+    for (const Case& each : cases) {
+        const std::string xml = SlideXml(each.shapes);
+        files.push_back({.name = "ManyLargeSlidesOf" + each.name,
+                         .make = [=] { return DeckOfMany(each.slides, xml, each.links); },
+                         .alsoFind = {"b", "sought in vain"},
+                         .changedBytes = each.isChanged ? each.slides * xml.size() : 0});
+    }
+    return files;
+}
+
 std::string File(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);
@@ -466,6 +519,8 @@ std::vector<HostileFile> HostileSet(const std::string& findsFolder)
         set.push_back({.name = name + "TakenAway",
                        .make = [make = make] { return DeckOf(SlideXml(ShapeXml(make(many)))); },
                        .with = ""});
+
+    std::ranges::move(ManyLargeSlides(), std::back_inserter(set));
 
     const std::string plain = Deck().Slide(TextBox(u"Fabrikam a a a")).Bytes();
     for (std::size_t eighth = 0; eighth < 8; ++eighth)

@@ -15,6 +15,8 @@ struct HostileFile {
     std::size_t largestPart = 0;        ///< In bytes, unpacked, where the file itself does not tell it.
     std::string find = "a";
     std::string with = "b";
+    std::vector<std::string> alsoFind = {};  ///< Texts of further pairs, which become "c".
+    std::size_t changedBytes = 0;            ///< Of all parts that a replacement changes, where they are many.
 };
 
 /// All of them: what is slow or large when an engine goes about it simply, each in several sizes; damaged and lying

@@ -211,10 +211,34 @@ TEST(ANotesPageOfManySlides, IsRefusedBeyondItsLimit)
                 file.NotesPage(slide)->ShapeCount();
     };
     Limits limits;
-    limits.sharedNotesBytes = 2 * deck.EntryBytes("ppt/notesSlides/notesSlide1.xml").size();
+    limits.sharedPageBytes = 2 * deck.EntryBytes("ppt/notesSlides/notesSlide1.xml").size();
 
     EXPECT_NO_THROW(walk(limits));
-    --limits.sharedNotesBytes;
+    --limits.sharedPageBytes;
+    EXPECT_THROW(walk(limits), Failure);
+}
+
+TEST(ATitleMasterOfManyDesigns, IsRefusedBeyondItsLimit)
+{
+    SlideMaster master(u"Theme");
+    master.Add(Layout("title", TextBox(u"a")));
+    Deck deck;
+    deck.Master(master).Master(master).Master(master);
+    for (const std::string number : {"2", "3"})
+        deck.Edit("ppt/slideMasters/_rels/slideMaster" + number + ".xml.rels", "slideLayout" + number + ".xml",
+                  "slideLayout1.xml");
+    const auto walk = [&](const Limits& limits) {
+        const std::string zip = deck.Bytes();
+        builtin::PresentationFile file(BytesInMemory(std::as_bytes(std::span(zip))), limits);
+        for (int pass = 0; pass < 3; ++pass)
+            for (std::size_t design = 0; design < file.DesignCount(); ++design)
+                file.TitleMaster(design)->ShapeCount();
+    };
+    Limits limits;
+    limits.sharedPageBytes = 2 * deck.EntryBytes("ppt/slideLayouts/slideLayout1.xml").size();
+
+    EXPECT_NO_THROW(walk(limits));
+    --limits.sharedPageBytes;
     EXPECT_THROW(walk(limits), Failure);
 }
 

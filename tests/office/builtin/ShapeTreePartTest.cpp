@@ -81,7 +81,7 @@ TEST(ShapeTreeEdits, OfWhichOneFailsHalfWayAreNeverSaved)
 {
     const DeckOnDisk file(linkedText);
     SlideInMemory slide(linkedText);
-    builtin::ShapeTreeEdits edits(slide.package, slide.package.Find(slide1).value());
+    builtin::ShapeTreeEdits edits(slide.package, slide.package.Find(slide1).value(), slide.part);
     slide.part.ReplaceText(0, 0, 3, u"look");
 
     EXPECT_THROW(edits.Try([] { throw Failure(FailureNumber::FileCorrupt, u"a run is not what it was"); }), Failure);

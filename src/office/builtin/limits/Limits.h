@@ -10,16 +10,20 @@ namespace tessarine::builtin
 /// here (`FileCorrupt`, unless something else is said) before it has taken the machine's memory. Sizes are in bytes.
 ///
 /// What is done with a part takes time in proportion to its size, and the limits keep the memory within twelve times
-/// the largest part, as it is read or as edits leave it, and 32 MiB.
+/// the largest part, as it is read or as edits leave it, 32 MiB, and the bytes of all parts that edits have changed.
 struct Limits {
     std::uint64_t directoryBytes = 16u << 20;  ///< Central directory of the zip file.
     std::uint32_t parts = 65535;               ///< Entries of the zip file.
     std::uint64_t partBytes = 64u << 20;       ///< One XML part, inflated.
-    /// The work on one presentation: its parts, counted each time that one is inflated. Work goes by bytes, so that
-    /// this is its limit of time as well; a clock would refuse good files on slow machines.
+    /// The work on one presentation: its parts, each counted once. Work goes by bytes, so that this is the limit of
+    /// time for a pair in a place as well; a clock would refuse good files on slow machines.
     std::uint64_t packageXmlBytes = 1u << 30;
-    /// Notes pages that several slides name, counted for each slide but the first: each walks all of the page.
-    std::uint64_t sharedNotesBytes = 8u << 20;
+    /// Notes pages that several slides name, counted for each slide but the first: each walks all of the page. The same
+    /// for layouts that are the title masters of several designs.
+    std::uint64_t sharedPageBytes = 8u << 20;
+    /// What is kept in memory of pages that were read. Beyond it nothing fails: a page is read again for each walk.
+    /// Thousands of ordinary slides stay below.
+    std::size_t keptBytes = 8u << 20;
 
     /// How many times its packed size a part may have, once it is larger than `alwaysUnpacked`. Markup of thousands of
     /// shapes that are alike gets to 200.

@@ -1,6 +1,7 @@
 #include "office/builtin/matching/GroupFilter.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tessarine::builtin
 {
@@ -22,17 +23,22 @@ bool GroupFilter::HasGathered() const
 
 bool GroupFilter::MayHoldTriples(const SoughtText& sought)
 {
-    const auto declines = [](PartFilter* part) { return part->Text() == nullptr; };
     // What lies between runs is in no gathered text, and a part that declines may hold anything.
-    if (sought.HasControls() || std::ranges::any_of(parts_, declines))
+    if (sought.HasControls() || std::ranges::any_of(parts_, &PartFilter::Declines))
         return true;
     if (!triples_.IsMade()) {
         std::size_t units = 0;
-        for (PartFilter* const part : parts_)
-            units += part->Text()->size();
-        triples_ = TripleTable(units);
-        for (PartFilter* const part : parts_)
-            triples_.Add(*part->Text());
+        for (const PartFilter* const part : parts_)
+            units += part->Units();
+        TripleTable triples(units);
+        for (PartFilter* const part : parts_) {
+            // Gathered again where it was let go, which may fail when somebody else has changed the file.
+            const String* const text = part->Text();
+            if (text == nullptr)
+                return true;
+            triples.Add(*text);
+        }
+        triples_ = std::move(triples);
     }
     return triples_.HoldsAll(sought.Triples());
 }

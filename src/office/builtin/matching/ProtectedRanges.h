@@ -28,6 +28,8 @@ public:
     /// is moved, where it can't be told what becomes of them: the units touch one, or it is an insertion.
     bool Move(std::size_t begin, std::size_t length, std::size_t inserted);
 
+    std::size_t KeptBytes() const { return ranges_.capacity() * sizeof(ProtectedRange); }  ///< Of memory.
+
 private:
     std::size_t BeginOf(std::size_t index) const { return ranges_[index].begin + (index >= moved_ ? shift_ : 0); }
     /// The first that begins at or after a position.

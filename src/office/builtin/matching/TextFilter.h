@@ -20,7 +20,8 @@ namespace tessarine::builtin
 /// **Cost.** The first question about a part gathers its text, which is kept folded, two bytes a unit. The first text
 /// is looked for in it from end to end. A second one makes a table of the text, two bytes a unit again; from then on a
 /// text that is not there costs no more than a look at that table for each of its own units, and a group of parts has
-/// one table for all of them. Asking again for the last text costs nothing.
+/// one table for all of them. Asking again for the last text costs nothing. A part whose text was let go, as there is
+/// too much of all, gathers it again for each further text that the group may hold.
 class TextFilter
 {
 public:

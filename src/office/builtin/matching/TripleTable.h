@@ -21,6 +21,7 @@ public:
     explicit TripleTable(std::size_t textUnits);  ///< For texts of so many units in all.
 
     bool IsMade() const { return !bits_.empty(); }
+    std::size_t KeptBytes() const { return bits_.size() / 8; }  ///< Of memory.
     void Add(StringView text);  ///< Any number of texts; what would span two of them doesn't count.
 
     /// False only when none of the added texts has one of these triples; true for no hashes.

@@ -11,4 +11,13 @@ const SoughtText& OpenFile::Sought(const String& text)
     return *sought_;
 }
 
+bool OpenFile::MayKeepShapes(std::size_t count)
+{
+    constexpr std::size_t most = 1u << 15;  // about 4 MiB
+    if (count > most - keptShapes_)
+        return false;
+    keptShapes_ += count;
+    return true;
+}
+
 }  // namespace tessarine::builtin

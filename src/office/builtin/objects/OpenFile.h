@@ -30,11 +30,16 @@ public:
     /// through a file; the reference is good until another text is asked for.
     const SoughtText& Sought(const String& text);
 
+    /// Whether the objects of so many shapes more may be kept for the next walk. Those of thousands of ordinary slides
+    /// may, not those of all the slides that a hostile file can have.
+    bool MayKeepShapes(std::size_t count);
+
 private:
     std::shared_ptr<PresentationReader> reader_;  // the provider watches it to know which files are open
     String path_;
     EmptyPage emptyPage_;
     std::optional<SoughtText> sought_;  // nothing before the first search
+    std::size_t keptShapes_ = 0;
 };
 
 /// How the objects hold it: shared, so that the last of them closes the file.

@@ -132,6 +132,9 @@ protected:
         return shapes;
     }
 
+    // By index alone, so that there is no telling new ones from those of the walk before.
+    bool MayKeep(std::size_t count) override { return file_->MayKeepShapes(count); }
+
 private:
     OpenFileReference file_;
     PageReader& page_;

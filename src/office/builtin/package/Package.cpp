@@ -26,7 +26,12 @@ std::optional<std::string> PartNameOfOddEntry(std::string_view entryName)
 }  // namespace
 
 Package::Package(std::unique_ptr<RandomAccessBytes> bytes, const Limits& limits, const SaveTerms& terms)
-    : bytes_(std::move(bytes)), limits_(limits), terms_(terms), directory_(*bytes_, limits_)
+    : bytes_(std::move(bytes)),
+      limits_(limits),
+      terms_(terms),
+      directory_(*bytes_, limits_),
+      kept_(limits_.keptBytes),
+      wasInflated_(directory_.Entries().size())
 {
     const auto& entries = directory_.Entries();
     byName_.reserve(entries.size());
@@ -138,8 +143,10 @@ std::string_view Package::ReadInto(std::string& memory, Entry entry) const
     if (zip.size > limits_.alwaysUnpacked && zip.size / limits_.ratio > zip.packedSize)
         throw Damage(zip.name,
                      "it would unpack to " + std::to_string(zip.size) + " bytes, too many for its packed size");
-    // Many parts, each within its limit, can take the machine's memory together.
-    inflated_ += zip.size;
+    // Many parts, each within its limit, are much work together. What is read again was counted before: how often that
+    // is goes by the pairs and places of the job.
+    inflated_ += wasInflated_[entry] ? 0 : zip.size;
+    wasInflated_[entry] = true;
     if (inflated_ > limits_.packageXmlBytes)
         throw Damage(zip.name, "the parts of this package would take more memory than they may");
 

@@ -11,6 +11,7 @@
 #include "files/RandomAccessFile.h"
 #include "office/builtin/limits/Limits.h"
 #include "office/builtin/package/ContentTypes.h"
+#include "office/builtin/package/KeptParts.h"
 #include "office/builtin/package/PartName.h"
 #include "office/builtin/package/Relationships.h"
 #include "office/builtin/xml/XmlDocument.h"
@@ -38,6 +39,7 @@ public:
                      const SaveTerms& terms = {});
 
     const Limits& limits() const { return limits_; }
+    KeptParts& Kept() { return kept_; }  ///< What those who read parts keep of them.
 
     /// The entry of a part, by its name or by the name with its percent escapes decoded. When two entries have one
     /// name, the last one counts.
@@ -124,8 +126,10 @@ private:
     std::unordered_map<Entry, Relationships> relationships_;
     std::optional<Relationships> rootRelationships_;
     ZipChanges changes_;
-    std::optional<Failure> halfEdit_;     // why nothing is saved any more
-    mutable std::uint64_t inflated_ = 0;  // bytes of all parts, each time one was read
+    std::optional<Failure> halfEdit_;  // why nothing is saved any more
+    KeptParts kept_;
+    mutable std::uint64_t inflated_ = 0;     // bytes of all parts that were read, each counted once
+    mutable std::vector<bool> wasInflated_;  // by entry
     std::uint64_t grown_ = 0;
     mutable std::string packed_;                                // memory used again by every read
     mutable std::unordered_map<Entry, XmlEncoding> encodings_;  // of parts that are not in UTF-8

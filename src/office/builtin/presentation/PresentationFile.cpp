@@ -127,9 +127,9 @@ PageReader* PresentationFile::NotesPage(std::size_t slide)
     if (!notes)
         return nullptr;
     // A page that many slides name is walked for each of them, however large it is.
-    if (askedForNotes_.insert(slide).second && !namedNotesPages_.insert(*notes).second)
-        sharedNotesBytes_ += package_.SizeOf(*notes);
-    if (sharedNotesBytes_ > package_.limits().sharedNotesBytes)
+    if (askedForNotes_.insert(slide).second && !namedPages_.insert(*notes).second)
+        sharedPageBytes_ += package_.SizeOf(*notes);
+    if (sharedPageBytes_ > package_.limits().sharedPageBytes)
         throw Damage(package_.NameOf(*notes), "too many slides name it as their notes page");
     return &Part(*notes);
 }
@@ -181,13 +181,33 @@ std::optional<std::size_t> PresentationFile::DesignOfSlide(std::size_t slide)
 
 PageReader* PresentationFile::TitleMaster(std::size_t design)
 {
-    const Package::Entry master = masters_[design];
-    for (const std::string& id : Part(master).Read().layoutIds) {
-        const auto layout = package_.Follow(master, package_.RelationshipsOf(master).Find(id));
-        if (layout && Part(*layout).Read().layoutType == "title")
-            return &Part(*layout);
+    if (const auto known = titleMasters_.find(design); known != titleMasters_.end())
+        return OptionalPart(known->second);
+    const std::optional<Package::Entry> layout = FindTitleMaster(masters_[design]);
+    if (layout && !namedPages_.insert(*layout).second) {
+        sharedPageBytes_ += package_.SizeOf(*layout);
+        if (sharedPageBytes_ > package_.limits().sharedPageBytes)
+            throw Damage(package_.NameOf(*layout), "too many designs have it as their title master");
     }
-    return nullptr;
+    return OptionalPart(titleMasters_[design] = layout);
+}
+
+std::optional<Package::Entry> PresentationFile::FindTitleMaster(Package::Entry master)
+{
+    // A copy, as the master may be let go when a layout is read.
+    const std::vector<std::string> ids = Part(master).Read().layoutIds;
+    for (const std::string& id : ids) {
+        const auto layout = package_.Follow(master, package_.RelationshipsOf(master).Find(id));
+        if (!layout)
+            continue;
+        // Masters may name layouts over and over, and layouts are large.
+        auto known = isTitleLayout_.find(*layout);
+        if (known == isTitleLayout_.end())
+            known = isTitleLayout_.emplace(*layout, Part(*layout).Read().layoutType == "title").first;
+        if (known->second)
+            return layout;
+    }
+    return std::nullopt;
 }
 
 String PresentationFile::DesignName(std::size_t design)
@@ -247,11 +267,12 @@ void PresentationFile::Save(StringView path)
     std::map<Package::Entry, TextChange> titles;
     std::vector<String> warnings;
     for (const auto& [entry, part] : parts_) {
-        if (part->LeavesOtherText())
+        ShapeTreePart::Flushed flushed = part->Flush();
+        if (flushed.leavesOtherText)
             warnings.push_back(NameOfPage(entry) +
                                u": a changed shape has another form for older programs, which keeps the old text");
-        if (auto title = part->Flush())
-            titles.emplace(entry, std::move(*title));
+        if (flushed.title)
+            titles.emplace(entry, std::move(*flushed.title));
     }
     FollowTitles(titles, path);
     if (builtIn_)

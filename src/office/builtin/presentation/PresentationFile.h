@@ -32,7 +32,7 @@ public:
     PageReader& Slide(std::size_t slide) override { return Part(slides_[slide]); }
 
     /// Whatever content type the part has that the slide names as its notes page. Raises `FileCorrupt` when
-    /// slides share more of notes pages than the limits allow.
+    /// slides share more of notes pages, or designs of title masters, than the limits allow; so does TitleMaster.
     PageReader* NotesPage(std::size_t slide) override;
 
     /// Found through the slide's layout. The first design when the file doesn't say.
@@ -79,6 +79,7 @@ private:
     bool TypesMayHideNotesPages();
     /// In front of all these parts. Reads none of them.
     GroupFilter FilterOf(const std::vector<Package::Entry>& entries);
+    std::optional<Package::Entry> FindTitleMaster(Package::Entry master);  ///< The layout; nothing without one.
     /// Null for no entry.
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
     void FollowTitles(const std::map<Package::Entry, TextChange>& titles,
@@ -103,10 +104,12 @@ private:
     std::map<std::size_t, String> designNames_;  // each slide asks for its design's
     std::optional<BuiltInProperties> builtIn_;
     std::optional<CustomPropertyPart> custom_;
-    std::optional<std::vector<Package::Entry>> notesPages_;  // ascending
-    std::set<std::size_t> askedForNotes_;                    // slides whose notes pages were asked for
-    std::set<Package::Entry> namedNotesPages_;               // those pages
-    std::uint64_t sharedNotesBytes_ = 0;                     // see Limits
+    std::optional<std::vector<Package::Entry>> notesPages_;              // ascending
+    std::map<std::size_t, std::optional<Package::Entry>> titleMasters_;  // by design
+    std::map<Package::Entry, bool> isTitleLayout_;
+    std::set<std::size_t> askedForNotes_;  // slides whose notes pages were asked for
+    std::set<Package::Entry> namedPages_;  // those pages, and the title masters
+    std::uint64_t sharedPageBytes_ = 0;    // see Limits
     std::optional<GroupFilter> slidesFilter_;
     std::optional<GroupFilter> notesFilter_;
 };

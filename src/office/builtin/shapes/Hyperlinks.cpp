@@ -135,7 +135,12 @@ void Hyperlinks::CheckReadAgain(const std::vector<LinkRecord>& readAgain)
         throw FailedEdit(edits_.PartName(), "a link would not lead where it was to lead");
 }
 
-void Hyperlinks::Flushed()
+std::size_t Hyperlinks::KeptBytes() const
+{
+    return (links_ ? KeptBytesOf(*links_) : 0) + (removed_.size() + changed_.size()) * sizeof(std::size_t);
+}
+
+void Hyperlinks::LetGo()
 {
     if (!links_)
         return;

@@ -33,7 +33,8 @@ public:
 
     void TextChanged(std::size_t body);  ///< To be told of each edit of a text.
     void Update();                       ///< To be told before the edits are flushed.
-    void Flushed();                      ///< The part's bytes have changed, and the tree is read again.
+    void LetGo();                        ///< The tree will be read again, of the part as it is now.
+    std::size_t KeptBytes() const;       ///< About what is kept here of memory.
 
     /// Raises `FileCorrupt` unless the links of the edited part, read again, lead where these do.
     void CheckReadAgain(const std::vector<LinkRecord>& readAgain);
@@ -53,7 +54,7 @@ private:
     ShapeTreeEdits& edits_;
     RelationshipUses& uses_;
     std::optional<std::vector<LinkRecord>> links_;  // without elements: gone
-    std::vector<std::size_t> removed_;              // indices of those when the part was flushed, ascending
+    std::vector<std::size_t> removed_;              // indices of those when they were let go, ascending
     std::set<std::size_t> changed_;                 // texts that were edited since their links were read
 };
 

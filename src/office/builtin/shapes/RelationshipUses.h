@@ -27,6 +27,7 @@ public:
 
     /// To be told when elements came or went otherwise, as by an edit of a text.
     void CountAgain() { counts_.reset(); }
+    std::size_t KeptBytes() const;  ///< About what the counts take of memory.
 
 private:
     /// The count for an id; 0 for one that nothing names.

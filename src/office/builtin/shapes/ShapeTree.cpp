@@ -129,6 +129,26 @@ private:
 
 }  // namespace
 
+std::size_t KeptBytesOf(const std::vector<LinkRecord>& links)
+{
+    std::size_t bytes = 0;
+    for (const LinkRecord& link : links)
+        bytes += sizeof(LinkRecord) + link.target.relationshipId.size() + link.target.action.size() +
+                 link.target.invalidUrl.size() + link.target.tooltip.size() +
+                 link.elements.size() * sizeof(std::size_t);
+    return bytes;
+}
+
+std::size_t KeptBytesOf(const ShapeTree& tree)
+{
+    std::size_t bytes = tree.shapes.size() * sizeof(ShapeRecord) + tree.layoutIds.size() * sizeof(std::string);
+    for (const ShapeRecord& shape : tree.shapes)
+        bytes += shape.linkId.size() + shape.linkElements.size() * sizeof(std::size_t);
+    for (const TextBody& body : tree.bodies)
+        bytes += body.KeptBytes();
+    return bytes + KeptBytesOf(tree.links);
+}
+
 ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits)
 {
     return Reader(document, part, limits).Read();

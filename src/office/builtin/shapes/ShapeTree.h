@@ -44,6 +44,9 @@ struct ShapeTree {
     std::vector<std::string> layoutIds;  ///< p:sldLayoutId@r:id of a master, in order.
 };
 
+std::size_t KeptBytesOf(const ShapeTree& tree);  ///< About what it takes of memory.
+std::size_t KeptBytesOf(const std::vector<LinkRecord>& links);
+
 /// Reads the shape tree of a parsed part. Raises `FileCorrupt` for a part without a shape tree and for groups nested
 /// beyond the limit.
 ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits);

@@ -16,6 +16,7 @@ ShapeTreeEdits::Original::Original(const XmlDocument& read) : xml(read.Bytes()),
 ShapeTree& ShapeTreeEdits::Tree()
 {
     if (!tree_) {
+        kept_.Use();
         // In memory that the next part uses again: the tree keeps copies and no views.
         tree_ = ReadShapeTree(package_.ReadDocumentOnce(entry_), package_.NameOf(entry_), package_.limits());
     }
@@ -24,11 +25,36 @@ ShapeTree& ShapeTreeEdits::Tree()
 
 const XmlDocument& ShapeTreeEdits::Document()
 {
-    if (!original_)
+    if (!original_) {
+        kept_.Use();
         // A copy, as edits need the document for longer than ReadDocumentOnce keeps it. An edit mostly follows the
         // reading of its part, whose index then need not be made again.
         original_ = std::make_unique<Original>(package_.ReadDocumentOnce(entry_));
+    }
     return original_->document;
+}
+
+bool ShapeTreeEdits::HasEdits() const
+{
+    const auto isEdited = [](const TextBody& body) { return body.Edited() != nullptr; };
+    return !elements_.empty() || (tree_ && std::ranges::any_of(tree_->bodies, isEdited));
+}
+
+void ShapeTreeEdits::LetGo()
+{
+    tree_.reset();
+    original_.reset();
+}
+
+std::size_t ShapeTreeEdits::KeptBytes() const
+{
+    constexpr std::size_t indexOfElement = 28;  // see XmlDocument
+    std::size_t bytes = tree_ ? KeptBytesOf(*tree_) : 0;
+    if (original_)
+        bytes += original_->xml.size() + original_->document.ElementCount() * indexOfElement;
+    for (const auto& [offset, edit] : elements_)
+        bytes += sizeof(ByteEdit) + edit.text.size();
+    return bytes;
 }
 
 TextTree& ShapeTreeEdits::OpenText(std::size_t body)

@@ -27,14 +27,22 @@ struct TextChange {
 class ShapeTreeEdits
 {
 public:
-    ShapeTreeEdits(Package& package, Package::Entry entry) : package_(package), entry_(entry) {}
+    /// Borrows both. `kept` is told whenever something is read that is kept here.
+    ShapeTreeEdits(Package& package, Package::Entry entry, KeptParts::Part& kept)
+        : package_(package), entry_(entry), kept_(kept)
+    {
+    }
 
-    /// The tree, read when it is first asked for, which raises `FileCorrupt` for a damaged part. After Flush it is read
-    /// again; indices of shapes stay the same.
+    /// The tree, read when it is first asked for, which raises `FileCorrupt` for a damaged part. After Flush and LetGo
+    /// it is read again; indices of shapes stay the same.
     ShapeTree& Tree();
 
-    /// The part that the tree was read from, for edits. Kept until Flush.
+    /// The part that the tree was read from, for edits. Kept until Flush or LetGo.
     const XmlDocument& Document();
+
+    bool HasEdits() const;          ///< Since the last Flush.
+    void LetGo();                   ///< Gives back all that was read. There must be no edits.
+    std::size_t KeptBytes() const;  ///< About what all this takes of memory.
 
     /// A shape's text taken apart, for edits of its links. `body` is its index in the tree. Raises as TextBody::Open.
     TextTree& OpenText(std::size_t body);
@@ -106,6 +114,7 @@ private:
 
     Package& package_;
     Package::Entry entry_;
+    KeptParts::Part& kept_;
     std::optional<ShapeTree> tree_;             // nothing before it is asked for, and after Flush
     std::unique_ptr<Original> original_;        // null while nothing is edited
     std::map<std::size_t, ByteEdit> elements_;  // edits outside of the texts, by the offset of the element

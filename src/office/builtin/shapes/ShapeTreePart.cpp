@@ -12,9 +12,10 @@ namespace tessarine::builtin
 {
 
 ShapeTreePart::ShapeTreePart(Package& package, Package::Entry entry)
-    : entry_(entry),
-      edits_(package, entry),
-      filter_([&package, entry] { return GatherText(package.ReadXmlOnce(entry)); })
+    : Part(package.Kept()), entry_(entry), edits_(package, entry, *this), filter_([this, &package, entry] {
+          Use();
+          return GatherText(package.ReadXmlOnce(entry));
+      })
 {
 }
 
@@ -124,15 +125,48 @@ void ShapeTreePart::PutHyperlinkAddress(std::size_t link, const String& address)
     edits_.Try([&] { hyperlinks_.PutAddress(link, address); });
 }
 
-std::optional<TextChange> ShapeTreePart::Flush()
+ShapeTreePart::Flushed ShapeTreePart::Flush()
 {
+    HandOver();
+    return std::exchange(flushed_, {});
+}
+
+void ShapeTreePart::HandOver()
+{
+    flushed_.leavesOtherText = flushed_.leavesOtherText || edits_.LeavesOtherText();
     std::optional<TextChange> title = edits_.TitleChange();
     hyperlinks_.Update();
     // What can't be handed on is lost, so that the package can't be saved then.
     const auto check = [this](const ShapeTree& readAgain) { hyperlinks_.CheckReadAgain(readAgain.links); };
     if (edits_.Try([&] { return edits_.Flush(check); }))
-        hyperlinks_.Flushed();
-    return title;
+        hyperlinks_.LetGo();
+    if (!title)
+        return;
+    if (flushed_.title)
+        title->before = std::move(flushed_.title->before);
+    flushed_.title = std::move(title);
+}
+
+std::size_t ShapeTreePart::KeptBytes() const
+{
+    return sizeof(ShapeTreePart) + edits_.KeptBytes() + uses_.KeptBytes() + hyperlinks_.KeptBytes() +
+           filter_.KeptBytes();
+}
+
+void ShapeTreePart::LetGo()
+{
+    if (edits_.HasEdits()) {
+        try {
+            HandOver();
+        } catch (const Failure&) {
+            // It belongs to this part, and another one is being read. Try has told the package.
+            return;
+        }
+    }
+    hyperlinks_.LetGo();
+    uses_.CountAgain();
+    edits_.LetGo();
+    filter_.LetGo();
 }
 
 }  // namespace tessarine::builtin

@@ -15,9 +15,10 @@ namespace tessarine::builtin
 {
 
 /// A part with a shape tree (slide, notes page, master, layout): its shapes with their texts, its hyperlinks and linked
-/// objects. Read when first walked, once per file. Edits are kept, and handed to the package by Flush alone. Indices of
-/// shapes stay the same all the while; those of links are described at Hyperlinks.
-class ShapeTreePart final : public PageReader
+/// objects. Read when first walked, and kept; where the package keeps too much already, only until another part is read
+/// (KeptParts). Edits are kept, and handed to the package by Flush or when the part is let go. Indices of shapes stay
+/// the same all the while; those of links are described at Hyperlinks.
+class ShapeTreePart final : public PageReader, public KeptParts::Part
 {
 public:
     /// Reads nothing yet. The package must outlive this object.
@@ -32,7 +33,7 @@ public:
     std::size_t ShapeCount() override { return Shapes().size(); }
     ShapeFacts Shape(std::size_t shape) override;
     String ShapeName(std::size_t shape) override;  ///< `p:cNvPr` has it. Takes a copy of the part, as edits do.
-    /// Shapes, Read and Body are good until Flush, after which the tree is read again.
+    /// Shapes, Read and Body are good until Flush or until another part is read, after which the tree is read again.
     const std::vector<ShapeRecord>& Shapes() { return edits_.Tree().shapes; }
     /// All that is kept of the part. Raises `FileCorrupt` when it is first read and damaged.
     const ShapeTree& Read() { return edits_.Tree(); }
@@ -64,20 +65,28 @@ public:
     String LinkSource(std::size_t shape) override;
     void PutLinkSource(std::size_t shape, const String& source) override;
 
-    /// To be asked before Flush; see ShapeTreeEdits.
-    bool LeavesOtherText() const { return edits_.LeavesOtherText(); }
-
-    /// Hands the edits to the package, and gives how the title's text has changed with them, if it has. Raises
-    /// `FileCorrupt` when the edited part would not read as it was meant; see ShapeTreeEdits::Flush.
-    std::optional<TextChange> Flush();
+    /// What becomes of a page when its edits are saved.
+    struct Flushed {
+        std::optional<TextChange> title;  ///< How the title's text has changed, if it has.
+        bool leavesOtherText = false;     ///< See ShapeTreeEdits::LeavesOtherText.
+    };
+    /// Hands the edits to the package, and tells of all that were handed over since the last call. Raises `FileCorrupt`
+    /// when the edited part would not read as it was meant; see ShapeTreeEdits::Flush.
+    Flushed Flush();
 
 private:
+    std::size_t KeptBytes() const override;
+    /// Edits are handed to the package, which keeps the new bytes alone. Where that fails, saving it will.
+    void LetGo() override;
+
+    void HandOver();  ///< The edits, to the package.
     /// Index of the placeholder; nothing when the page has none of that kind.
     std::optional<std::size_t> FirstHeaderFooter(HeaderFooterKind kind);
     /// Tells the filter, the counts of uses and the hyperlinks that a text was edited.
     void TextChanged(std::size_t body);
 
     Package::Entry entry_;
+    Flushed flushed_;       // what Flush has not told yet
     ShapeTreeEdits edits_;  // in front of those that borrow it
     RelationshipUses uses_{edits_};
     Hyperlinks hyperlinks_{edits_, uses_};

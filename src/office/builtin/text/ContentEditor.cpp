@@ -230,6 +230,11 @@ std::string ContentEditor::TakeFront(std::size_t offset)
     return front;
 }
 
+std::size_t ContentEditor::KeptBytes() const
+{
+    return sizeof(ContentEditor) + units_.KeptBytes() + bytes_.KeptBytes() + (text_ ? text_->KeptBytes() : 0);
+}
+
 void ContentEditor::AppendTo(std::string& bytes) const
 {
     if (!text_) {

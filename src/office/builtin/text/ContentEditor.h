@@ -32,6 +32,7 @@ public:
     std::string TakeFront(std::size_t offset);
 
     void AppendTo(std::string& bytes) const;  ///< The content as it is now.
+    std::size_t KeptBytes() const;            ///< What it takes of memory.
 
 private:
     /// A unit of the text by its bytes. They follow those of the unit in front; the second half of a pair has none.

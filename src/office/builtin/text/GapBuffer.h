@@ -21,6 +21,7 @@ public:
     explicit GapBuffer(Storage elements) : slots_(std::move(elements)), gap_(slots_.size()), gapEnd_(slots_.size()) {}
 
     std::size_t Size() const { return slots_.size() - (gapEnd_ - gap_); }
+    std::size_t KeptBytes() const { return slots_.capacity() * sizeof(Element); }  ///< Of memory.
 
     Element& operator[](std::size_t at) { return slots_[Slot(at)]; }
     const Element& operator[](std::size_t at) const { return slots_[Slot(at)]; }

@@ -47,6 +47,14 @@ String TextBody::Text() const
     return text;
 }
 
+std::size_t TextBody::KeptBytes() const
+{
+    // The folded text may still be made: nobody tells when.
+    const std::size_t folded = folded_ ? folded_->KeptBytes() : text_.KeptBytes();
+    return sizeof(TextBody) + text_.KeptBytes() + folded + protectedRanges_.KeptBytes() +
+           (tree_ ? tree_->KeptBytes() : 0);
+}
+
 std::optional<std::size_t> TextBody::Find(const TextPattern& pattern, std::size_t from)
 {
     const std::size_t size = text_.Size();

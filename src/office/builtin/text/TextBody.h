@@ -51,6 +51,8 @@ public:
     /// Gives the memory of the edits back once their bytes have been taken. The text stays as they have left it.
     void CloseEdits() { tree_.reset(); }
 
+    /// About what it takes of memory.
+    std::size_t KeptBytes() const;
     /// See TextTree::Growth.
     std::size_t Growth() const { return tree_ ? tree_->Growth() : 0; }
     std::size_t EditCount() const { return edits_; }  ///< How often the text was changed.

@@ -94,6 +94,19 @@ String TextTree::Text() const
     return text;
 }
 
+std::size_t TextTree::KeptBytes() const
+{
+    std::size_t bytes = sizeof(TextTree) + items_.KeptBytes();
+    for (std::size_t i = 0; i < items_.Size(); ++i) {
+        if (const TextPiece* const piece = items_[i].piece.get())
+            bytes += sizeof(TextPiece) + piece->bytes.size() + piece->links.size() * sizeof(PieceLink) +
+                     (piece->editor ? piece->editor->KeptBytes() : 0);
+        if (const Paragraph* const paragraph = items_[i].paragraph.get())
+            bytes += sizeof(Paragraph) + paragraph->before.size() + paragraph->open.size();
+    }
+    return bytes;
+}
+
 std::vector<ProtectedRange> TextTree::ProtectedRanges() const
 {
     std::vector<ProtectedRange> ranges;

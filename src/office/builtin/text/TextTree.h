@@ -51,6 +51,8 @@ public:
     /// Bytes that edits have added so far: new text, and properties written once more for new runs and paragraphs.
     std::size_t Growth() const { return growth_; }
 
+    std::size_t KeptBytes() const;  ///< About what the tree takes of memory.
+
     /// The links of the text, front to back, as those of a body with this index. Their elements are counted from 0, the
     /// click of a run before its hover. An edit of the text or this call counts them anew; RemoveLink leaves the other
     /// elements their numbers.
