@@ -141,7 +141,9 @@ String FullPathOf(StringView path)
         throw ClassicFileFailure(errno, "find the current folder for", native);
     }
     full.resize(length);
-    return PathText(full);
+    // The current folder, however it was written.
+    const bool isHere = path.find_first_not_of(u"./\\") == StringView::npos;
+    return isHere ? String(WithoutTrailingSeparator(PathText(full))) : PathText(full);
 }
 
 FolderContent ContentOfFolder(StringView folder)
@@ -149,6 +151,7 @@ FolderContent ContentOfFolder(StringView folder)
     String path(folder);
     if (path.empty() || PathSeparators.find(path.back()) == StringView::npos)
         path += PathSeparator;
+    path.back() = PathSeparator;
     WIN32_FIND_DATAW entry{};
     const HANDLE search = FindFirstFileExW(NativePath(path + u'*').c_str(), FindExInfoBasic, &entry,
                                            FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);

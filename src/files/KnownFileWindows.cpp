@@ -28,12 +28,11 @@ bool IsOwnAndAlone(const NativeString& path, const FileDescriptor& file)
 
 FileDescriptor OpenKnownFile(const NativeString& path, const FileIdentity& known, KnownFileUse use, const char* action)
 {
-    constexpr DWORD attributes = FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
     // Not shared with programs that are about to delete it, as the system's own examples for setting times have it.
     FileDescriptor file = use == KnownFileUse::Times
                               ? OpenExisting(path, GENERIC_WRITE | FILE_READ_ATTRIBUTES | READ_CONTROL,
                                              FILE_SHARE_READ | FILE_SHARE_WRITE)
-                              : OpenExisting(path, attributes | READ_CONTROL);
+                              : OpenForAttributeChange(path);
     const auto status = file.IsOpen() ? StatusOf(file.get()) : std::nullopt;
     if (!status)
         throw ClassicFileFailure(errno, action, path);

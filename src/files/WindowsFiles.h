@@ -25,6 +25,9 @@ FileDescriptor OpenItself(const NativeString& path, unsigned long access, unsign
 /// Opens a file that is there, but nothing through a link.
 FileDescriptor OpenNoLink(const NativeString& path, unsigned long access, unsigned long share = SharedWithAll);
 
+/// Opens a file that is there, links followed, to look at its attributes and its owner and to change the attributes.
+FileDescriptor OpenForAttributeChange(const NativeString& path);
+
 /// Of a file's attributes those that programs may set, in the form that setting them asks for.
 unsigned long SettableAttributes(unsigned long attributes);
 

@@ -20,6 +20,11 @@ constexpr std::int64_t nanosecondsPerTick = 100;
 
 FileDescriptor Open(const NativeString& path, unsigned long access, unsigned long share, unsigned long flags)
 {
+    // Of no path the system says that its folder is missing.
+    if (path.empty()) {
+        errno = ENOENT;
+        return {};
+    }
     FileDescriptor file(
         CreateFileW(path.c_str(), access, share, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | flags, nullptr));
     if (!file.IsOpen())
@@ -51,6 +56,16 @@ FileDescriptor OpenNoLink(const NativeString& path, unsigned long access, unsign
         }
     }
     return OpenExisting(path, access, share);
+}
+
+FileDescriptor OpenForAttributeChange(const NativeString& path)
+{
+    constexpr DWORD looking = FILE_READ_ATTRIBUTES | READ_CONTROL;
+    FileDescriptor file = OpenExisting(path, looking | FILE_WRITE_ATTRIBUTES);
+    // Wine takes the right for one to write into the file, which a protected one refuses, and doesn't ask for it later.
+    if (!file.IsOpen() && errno == EACCES)
+        file = OpenExisting(path, looking);
+    return file;
 }
 
 unsigned long SettableAttributes(unsigned long attributes)

@@ -41,7 +41,10 @@ FileDescriptor OpenRecordForAppending(const HeldFolder& folder, const NativeStri
 
 FileDescriptor OpenForMode(const HeldFolder& folder, const NativeString& name)
 {
-    return OpenNoLink(folder.PathOf(name), FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
+    const NativeString path = folder.PathOf(name);
+    // For the look whether it is a link.
+    const FileDescriptor looked = OpenNoLink(path, FILE_READ_ATTRIBUTES);
+    return looked.IsOpen() ? OpenForAttributeChange(path) : FileDescriptor();
 }
 
 RecordLocking TryToLockRecord(NativeFile record)

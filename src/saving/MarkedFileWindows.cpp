@@ -56,7 +56,7 @@ bool IsOwnFile(NativeFile file)
 
 FileDescriptor OpenToPutBack(const NativeString& path)
 {
-    return OpenExisting(path, FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES);
+    return OpenForAttributeChange(path);
 }
 
 FileDescriptor OpenToComplete(const NativeString& path)

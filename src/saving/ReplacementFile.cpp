@@ -382,6 +382,8 @@ void ReplacementFile::WriteIntoOldFile()
                          ErrorText(error) + ", half way; the next start completes it from \"" +
                              ToUtf8(PathText(noted.Copy())) + "\", which holds the whole new content");
     }
+    // Closed first: on Windows a file that is deleted keeps its name until it is closed.
+    newFile_->Release().Close();
     noted.End();
     isWrittenInPlace_ = true;
     NoteSaved(file.get());

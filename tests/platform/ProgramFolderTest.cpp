@@ -9,7 +9,13 @@ namespace tessarine
 
 TEST(ProgramFolder, HoldsTheExecutable)
 {
-    EXPECT_TRUE(FileExists(ProgramFolder() + u"/platform_test"));
+#ifdef _WIN32
+    constexpr StringView extension = u".exe";
+#else
+    constexpr StringView extension = u"";
+#endif
+
+    EXPECT_TRUE(FileExists(ProgramFolder() + u"/platform_test" + String(extension)));
 }
 
 TEST(ProgramFolder, CanBeSetAndBroughtBack)
