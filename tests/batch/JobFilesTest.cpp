@@ -1,6 +1,8 @@
 #include "batch/JobFiles.h"
 
+#ifndef _WIN32
 #include <sys/stat.h>
+#endif
 
 #include <filesystem>
 
@@ -164,6 +166,65 @@ TEST_F(JobFilesTest, APathThatNamesNothingIsRefusedInItsPlace)
                 ElementsAre("gone.pptx: File not found.", "a.pptx"));
 }
 
+TEST_F(JobFilesTest, ALostFileIsKeptWhereBackupsAreWanted)
+{
+    BatchCall call = CallFor({u"gone.pptx"});
+    call.command = Command::Restore;
+
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("gone.pptx"));
+}
+
+TEST_F(JobFilesTest, TheListComesBehindThePathsOfTheCall)
+{
+    folder.Write(u"a.pptx");
+    folder.Write(u"b.pptx");
+    folder.Write(u"list.txt", ToUtf8(folder.PathOf(u"a.pptx")) + "\n" + ToUtf8(folder.PathOf(u"gone.pptx")) + "\r\n");
+    BatchCall call = CallFor({u"b.pptx"});
+    call.filesFrom = folder.PathOf(u"list.txt");
+
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("b.pptx", "a.pptx", "gone.pptx: File not found."));
+}
+
+TEST_F(JobFilesTest, AMissingListIsAFailureOfTheCall)
+{
+    BatchCall call = CallFor({});
+    call.filesFrom = folder.PathOf(u"list.txt");
+
+    EXPECT_THROW(Collect(call), Failure);
+}
+
+TEST_F(JobFilesTest, RefusesAFileWhoseBackupWouldOverwriteAnother)
+{
+    folder.Write(u"a.ppt");
+    folder.Write(u"a.pptm");
+    folder.Write(u"a.pptx");
+    auto files = Collect(CallFor({u""}));
+
+    RefuseSharedBackups(files);
+
+    EXPECT_TRUE(files[0].refusal.empty());  // a.ppt has a.bak
+    EXPECT_TRUE(files[1].refusal.empty());  // a.pptm has a..bak
+    EXPECT_EQ(files[2].refusal, u"Its backup would overwrite another file of this job, or that file's backup: " +
+                                    folder.PathOf(u"a..bak"));
+}
+
+TEST_F(JobFilesTest, RefusesAFileWhoseBackupBelongsToTheJob)
+{
+    folder.Write(u"a.ppt");
+    folder.Write(u"a.bak");
+    auto files = Collect(CallFor({u"a.ppt", u"a.bak"}));
+
+    RefuseSharedBackups(files);
+
+    EXPECT_FALSE(files[0].refusal.empty());
+    EXPECT_FALSE(files[1].refusal.empty());
+}
+
+}  // namespace
+
+// Links, pipes, modes and other users are different things on Windows.
+#ifndef _WIN32
+
 TEST_F(JobFilesTest, RefusesALinksPathWithANulAfterIt)
 {
     const String file = folder.Write(u"a.pptx");
@@ -175,14 +236,6 @@ TEST_F(JobFilesTest, RefusesALinksPathWithANulAfterIt)
     ASSERT_EQ(files.size(), 2u);
     EXPECT_EQ(files[0].refusal, u"");
     EXPECT_EQ(files[1].refusal, u"File not found.");
-}
-
-TEST_F(JobFilesTest, ALostFileIsKeptWhereBackupsAreWanted)
-{
-    BatchCall call = CallFor({u"gone.pptx"});
-    call.command = Command::Restore;
-
-    EXPECT_THAT(Names(Collect(call)), ElementsAre("gone.pptx"));
 }
 
 TEST_F(JobFilesTest, APipeIsRefusedAndNotOpened)
@@ -254,25 +307,6 @@ TEST_F(JobFilesTest, AFolderThatIsReadInPartIsRefusedItself)
     EXPECT_EQ(files[1].refusal, u"");
 }
 
-TEST_F(JobFilesTest, TheListComesBehindThePathsOfTheCall)
-{
-    folder.Write(u"a.pptx");
-    folder.Write(u"b.pptx");
-    folder.Write(u"list.txt", ToUtf8(folder.PathOf(u"a.pptx")) + "\n" + ToUtf8(folder.PathOf(u"gone.pptx")) + "\r\n");
-    BatchCall call = CallFor({u"b.pptx"});
-    call.filesFrom = folder.PathOf(u"list.txt");
-
-    EXPECT_THAT(Names(Collect(call)), ElementsAre("b.pptx", "a.pptx", "gone.pptx: File not found."));
-}
-
-TEST_F(JobFilesTest, AMissingListIsAFailureOfTheCall)
-{
-    BatchCall call = CallFor({});
-    call.filesFrom = folder.PathOf(u"list.txt");
-
-    EXPECT_THROW(Collect(call), Failure);
-}
-
 TEST_F(JobFilesTest, APipeOrAFolderAsListIsRefusedAtOnce)
 {
     ASSERT_EQ(mkfifo(ToUtf8(folder.PathOf(u"list.txt")).c_str(), 0600), 0);
@@ -290,32 +324,6 @@ TEST_F(JobFilesTest, APipeOrAFolderAsListIsRefusedAtOnce)
     }
 }
 
-TEST_F(JobFilesTest, RefusesAFileWhoseBackupWouldOverwriteAnother)
-{
-    folder.Write(u"a.ppt");
-    folder.Write(u"a.pptm");
-    folder.Write(u"a.pptx");
-    auto files = Collect(CallFor({u""}));
+#endif
 
-    RefuseSharedBackups(files);
-
-    EXPECT_TRUE(files[0].refusal.empty());  // a.ppt has a.bak
-    EXPECT_TRUE(files[1].refusal.empty());  // a.pptm has a..bak
-    EXPECT_EQ(files[2].refusal, u"Its backup would overwrite another file of this job, or that file's backup: " +
-                                    folder.PathOf(u"a..bak"));
-}
-
-TEST_F(JobFilesTest, RefusesAFileWhoseBackupBelongsToTheJob)
-{
-    folder.Write(u"a.ppt");
-    folder.Write(u"a.bak");
-    auto files = Collect(CallFor({u"a.ppt", u"a.bak"}));
-
-    RefuseSharedBackups(files);
-
-    EXPECT_FALSE(files[0].refusal.empty());
-    EXPECT_FALSE(files[1].refusal.empty());
-}
-
-}  // namespace
 }  // namespace tessarine::batch

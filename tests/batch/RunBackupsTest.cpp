@@ -1,6 +1,8 @@
 #include "batch/RunBackups.h"
 
+#ifndef _WIN32
 #include <unistd.h>
+#endif
 
 #include <filesystem>
 
@@ -128,38 +130,6 @@ TEST_F(RunBackupsTest, WritesOverNoBackupOfANeighbour)
     EXPECT_EQ(Content(u"a..bak"), "macros");
 }
 
-TEST_F(RunBackupsTest, NeverGoesThroughALink)
-{
-    const String file = folder.Write(u"a.pptx", "old");
-    folder.Write(u"victim", "old");
-    std::filesystem::create_symlink("victim", ToUtf8(folder.PathOf(u"a..bak")));
-
-    EXPECT_NE(Make(file).find(u"is a link, a folder or something else that is no file"), String::npos);
-    EXPECT_EQ(Content(u"victim"), "old");
-    EXPECT_TRUE(std::filesystem::is_symlink(ToUtf8(folder.PathOf(u"a..bak"))));
-}
-
-TEST_F(RunBackupsTest, TakesNoOtherNameOfTheFileForItsBackup)
-{
-    const String file = folder.Write(u"a.pptx", "old");
-    std::filesystem::create_hard_link(ToUtf8(file), ToUtf8(folder.PathOf(u"a..bak")));
-
-    EXPECT_NE(Make(file).find(u"is the same file under another name"), String::npos);
-}
-
-TEST_F(RunBackupsTest, GivesTheBackupTheModeThatTheFileHadBeforeTheRun)
-{
-    const String file = folder.Write(u"a.pptx", "old");
-    SetMode(file, 0444);
-    RunBackups backups(BackupNaming::First);
-    backups.Remember(file);
-    SetMode(file, 0644);
-
-    backups.Make(file, [&] { return IdOf(file); });
-
-    EXPECT_EQ(ModeOf(folder.PathOf(u"a..bak")), 0444u);
-}
-
 TEST_F(RunBackupsTest, KeepsNoCopyOfAFileThatOthersHaveChangedMeanwhile)
 {
     const String file = folder.Write(u"a.pptx", "half");
@@ -173,26 +143,6 @@ TEST_F(RunBackupsTest, KeepsNoCopyOfAFileThatOthersHaveChangedMeanwhile)
 
     EXPECT_EQ(Content(u"a..bak"), "<missing>");
     EXPECT_EQ(Content(u".tessarine-backups"), "<missing>");
-}
-
-TEST_F(RunBackupsTest, TouchesNothingInAFolderThatWasPutInThePlaceOfItsOwn)
-{
-    const auto native = [&](StringView name) { return NativePath(folder.PathOf(name)); };
-    std::filesystem::create_directory(native(u"decks"));
-    std::filesystem::create_directory(native(u"victim"));
-    const String file = folder.Write(u"decks/a.pptx", "old");
-    folder.Write(u"victim/a.pptx", "theirs");
-    folder.Write(u"victim/a..bak", "theirs, too");
-    const FileIdentity opened = IdOf(file);
-    RunBackups backups(BackupNaming::First);
-    backups.Remember(file);
-    std::filesystem::rename(native(u"decks"), native(u"away"));
-    std::filesystem::create_directory_symlink(native(u"victim"), native(u"decks"));
-
-    EXPECT_EQ(Skip([&] { backups.Make(file, [&] { return opened; }); }), FailureNumber::SharingViolation);
-
-    EXPECT_EQ(Content(u"victim/a..bak"), "theirs, too");
-    EXPECT_EQ(FilesOfFolder(folder.PathOf(u"victim")).size(), 2u);
 }
 
 TEST_F(RunBackupsTest, MakesANewNumberInEachRun)
@@ -248,6 +198,74 @@ TEST_F(RunBackupsTest, MakesNoBackupWhereItsFolderIsMissing)
     EXPECT_EQ(Content(u"pptx/a.pptx"), "old");
 }
 
+TEST(BackupNames, AreReadAsTheyAreMade)
+{
+    EXPECT_EQ(NumberedBackup(u"a..bak", 1), u"a..bak");
+    EXPECT_EQ(NumberedBackup(u"a..bak", 12), u"a..bak.12");
+    EXPECT_EQ(NumberOfBackup(u"a..bak", u"a..bak"), 1);
+    EXPECT_EQ(NumberOfBackup(u"a..bak", u"a..bak.12"), 12);
+    for (const auto* other : {u"b..bak", u"a..bak.", u"a..bak.1", u"a..bak.02", u"a..bak.+2", u"a..bak.2x",
+                              u"a..bak.-2", u"a..bak.99999999999999999999"})
+        EXPECT_EQ(NumberOfBackup(u"a..bak", other), std::nullopt) << ToUtf8(other);
+}
+
+}  // namespace
+
+// Links, pipes, modes and other users are different things on Windows.
+#ifndef _WIN32
+
+TEST_F(RunBackupsTest, NeverGoesThroughALink)
+{
+    const String file = folder.Write(u"a.pptx", "old");
+    folder.Write(u"victim", "old");
+    std::filesystem::create_symlink("victim", ToUtf8(folder.PathOf(u"a..bak")));
+
+    EXPECT_NE(Make(file).find(u"is a link, a folder or something else that is no file"), String::npos);
+    EXPECT_EQ(Content(u"victim"), "old");
+    EXPECT_TRUE(std::filesystem::is_symlink(ToUtf8(folder.PathOf(u"a..bak"))));
+}
+
+TEST_F(RunBackupsTest, TakesNoOtherNameOfTheFileForItsBackup)
+{
+    const String file = folder.Write(u"a.pptx", "old");
+    std::filesystem::create_hard_link(ToUtf8(file), ToUtf8(folder.PathOf(u"a..bak")));
+
+    EXPECT_NE(Make(file).find(u"is the same file under another name"), String::npos);
+}
+
+TEST_F(RunBackupsTest, GivesTheBackupTheModeThatTheFileHadBeforeTheRun)
+{
+    const String file = folder.Write(u"a.pptx", "old");
+    SetMode(file, 0444);
+    RunBackups backups(BackupNaming::First);
+    backups.Remember(file);
+    SetMode(file, 0644);
+
+    backups.Make(file, [&] { return IdOf(file); });
+
+    EXPECT_EQ(ModeOf(folder.PathOf(u"a..bak")), 0444u);
+}
+
+TEST_F(RunBackupsTest, TouchesNothingInAFolderThatWasPutInThePlaceOfItsOwn)
+{
+    const auto native = [&](StringView name) { return NativePath(folder.PathOf(name)); };
+    std::filesystem::create_directory(native(u"decks"));
+    std::filesystem::create_directory(native(u"victim"));
+    const String file = folder.Write(u"decks/a.pptx", "old");
+    folder.Write(u"victim/a.pptx", "theirs");
+    folder.Write(u"victim/a..bak", "theirs, too");
+    const FileIdentity opened = IdOf(file);
+    RunBackups backups(BackupNaming::First);
+    backups.Remember(file);
+    std::filesystem::rename(native(u"decks"), native(u"away"));
+    std::filesystem::create_directory_symlink(native(u"victim"), native(u"decks"));
+
+    EXPECT_EQ(Skip([&] { backups.Make(file, [&] { return opened; }); }), FailureNumber::SharingViolation);
+
+    EXPECT_EQ(Content(u"victim/a..bak"), "theirs, too");
+    EXPECT_EQ(FilesOfFolder(folder.PathOf(u"victim")).size(), 2u);
+}
+
 TEST_F(RunBackupsTest, KeepsTheBackupWhenItCannotBeRecorded)
 {
     const String file = folder.Write(u"a.pptx", "old");
@@ -262,16 +280,6 @@ TEST_F(RunBackupsTest, KeepsTheBackupWhenItCannotBeRecorded)
     EXPECT_NE(told[0].find(u"only restore --any-backup takes"), String::npos);
 }
 
-TEST(BackupNames, AreReadAsTheyAreMade)
-{
-    EXPECT_EQ(NumberedBackup(u"a..bak", 1), u"a..bak");
-    EXPECT_EQ(NumberedBackup(u"a..bak", 12), u"a..bak.12");
-    EXPECT_EQ(NumberOfBackup(u"a..bak", u"a..bak"), 1);
-    EXPECT_EQ(NumberOfBackup(u"a..bak", u"a..bak.12"), 12);
-    for (const auto* other : {u"b..bak", u"a..bak.", u"a..bak.1", u"a..bak.02", u"a..bak.+2", u"a..bak.2x",
-                              u"a..bak.-2", u"a..bak.99999999999999999999"})
-        EXPECT_EQ(NumberOfBackup(u"a..bak", other), std::nullopt) << ToUtf8(other);
-}
+#endif
 
-}  // namespace
 }  // namespace tessarine::batch

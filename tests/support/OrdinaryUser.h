@@ -1,6 +1,8 @@
 #pragma once
 
+#ifndef _WIN32
 #include <sys/types.h>
+#endif
 
 #include <cstdint>
 
@@ -26,8 +28,10 @@ public:
     void TakeOver(StringView path) const;
 
 private:
+#ifndef _WIN32
     uid_t user_;
     std::uint64_t rights_ = 0;  // that were put down; each bit is the number of a capability
+#endif
 };
 
 }  // namespace tessarine

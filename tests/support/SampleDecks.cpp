@@ -182,7 +182,7 @@ Deck WithoutMention()
 
 std::vector<SampleDeck> SampleDecks()
 {
-    const auto path = [](StringView name) { return std::filesystem::path(ToUtf8(name)); };
+    const auto path = [](StringView name) { return std::filesystem::path(std::u16string(name)); };
     return {{path(u"Quarterly review.pptx"), QuarterlyReview()},
             {path(u"Kunden und Märkte/Angebot für Müller & Söhne.pptx"), GermanOffer()},
             {path(u"製品紹介.pptx"), JapaneseProduct()},

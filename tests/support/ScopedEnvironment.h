@@ -8,7 +8,7 @@ namespace tessarine
 {
 
 /// Sets an environment variable until the end of its scope, or removes it when no value is given; then it has its old
-/// value again, or none. For one thread alone, as the environment is the process's.
+/// value again, or none. For one thread alone, as the environment is the process's. Windows has no empty variables.
 class ScopedEnvironment
 {
 public:
@@ -25,7 +25,11 @@ public:
 private:
     void Put(const std::optional<std::string>& value) const
     {
+#ifdef _WIN32
+        _putenv_s(name_.c_str(), value ? value->c_str() : "");
+#else
         value ? setenv(name_.c_str(), value->c_str(), 1) : unsetenv(name_.c_str());
+#endif
     }
 
     std::string name_;

@@ -1,14 +1,15 @@
 #include "support/TemporaryFolder.h"
 
-#include <sys/stat.h>
-
-#include <cstdio>
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 #include <system_error>
+
+#include "platform/NativePath.h"
+#include "platform/PathSeparator.h"
 
 namespace tessarine
 {
@@ -23,23 +24,31 @@ namespace
 fs::path Root()
 {
     const fs::path root = fs::temp_directory_path();
-    return root.string().find('.') == std::string::npos ? root : fs::path(P_tmpdir);
+    return root.string().find('.') == std::string::npos ? root : fs::path("/tmp");
+}
+
+/// A folder that nobody else has: one that is there already is not taken.
+fs::path MakeNewFolder()
+{
+    std::random_device random;
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        const fs::path path = Root() / ("tessarine-test-" + std::to_string(random()));
+        if (fs::create_directory(path)) {
+            fs::permissions(path, fs::perms::owner_all);
+            return path;
+        }
+    }
+    throw std::runtime_error("no temporary folder in " + Root().string());
 }
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder()
-{
-    std::string path = (Root() / "tessarine-test-XXXXXX").string();
-    if (!mkdtemp(path.data()))
-        throw std::runtime_error("no temporary folder: " + path);
-    path_ = FromUtf8(path);
-}
+TemporaryFolder::TemporaryFolder() : path_(PathText(MakeNewFolder().native())) {}
 
 TemporaryFolder::~TemporaryFolder()
 {
     std::error_code error;
-    const fs::path root(ToUtf8(path_));
+    const fs::path root(NativePath(path_));
     const auto open = [&](const fs::path& folder) { fs::permissions(folder, fs::perms::owner_all, error); };
     open(root);
     for (fs::recursive_directory_iterator entry(root, error), end; !error && entry != end; entry.increment(error))
@@ -50,12 +59,14 @@ TemporaryFolder::~TemporaryFolder()
 
 String TemporaryFolder::PathOf(StringView name) const
 {
-    return path_ + u'/' + String(name);
+    String path = path_ + PathSeparator + String(name);
+    std::ranges::replace(path, u'/', PathSeparator);
+    return path;
 }
 
 String TemporaryFolder::Write(StringView name, const std::string& content) const
 {
-    const fs::path path(ToUtf8(PathOf(name)));
+    const fs::path path(NativePath(PathOf(name)));
     fs::create_directories(path.parent_path());
     std::ofstream file(path, std::ios::binary);
     file << content;
@@ -66,30 +77,16 @@ String TemporaryFolder::Write(StringView name, const std::string& content) const
 
 String TemporaryFolder::MakeFolder(StringView name) const
 {
-    fs::create_directories(ToUtf8(PathOf(name)));
+    fs::create_directories(NativePath(PathOf(name)));
     return PathOf(name);
 }
 
 std::string ContentOf(StringView path)
 {
-    std::ifstream file(ToUtf8(path), std::ios::binary);
+    std::ifstream file(fs::path(NativePath(path)), std::ios::binary);
     if (!file)
         return "<missing>";
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-mode_t ModeOf(StringView path)
-{
-    struct stat status = {};
-    if (stat(ToUtf8(path).c_str(), &status) != 0)
-        throw std::runtime_error("missing: " + ToUtf8(path));
-    return status.st_mode & 07777;
-}
-
-void SetMode(StringView path, mode_t mode)
-{
-    if (chmod(ToUtf8(path).c_str(), mode) != 0)
-        throw std::runtime_error("could not set the mode of " + ToUtf8(path));
 }
 
 }  // namespace tessarine

@@ -38,7 +38,8 @@ private:
 /// Content of a file, "<missing>" when there is none.
 std::string ContentOf(StringView path);
 
-/// The mode bits of a file, and a way to set them. Both raise std::runtime_error for a file that is missing.
+/// The mode bits of a file, and a way to set them. Both raise std::runtime_error for a file that is missing. On Windows
+/// a file that may be written has 0644 and a read-only one 0444, and bits for writing are all that is looked at.
 mode_t ModeOf(StringView path);
 void SetMode(StringView path, mode_t mode);
 
