@@ -14,7 +14,7 @@ namespace
 constexpr std::string_view prefix = ".tessarine-";
 constexpr std::string_view letters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 constexpr std::size_t lettersInName = 6;
-constexpr std::size_t length = prefix.size() + lettersInName;
+constexpr std::size_t lengthOfName = prefix.size() + lettersInName;
 
 }  // namespace
 
@@ -30,15 +30,15 @@ bool IsNewFileName(NativeStringView name)
 {
     static const NativeString nativePrefix = NativeName(prefix);
     static const NativeString nativeLetters = NativeName(letters);
-    return name.size() == length && name.starts_with(nativePrefix) &&
+    return name.size() == lengthOfName && name.starts_with(nativePrefix) &&
            name.find_first_not_of(nativeLetters, prefix.size()) == NativeStringView::npos;
 }
 
 NativeStringView NameBeforeSave(NativeStringView temporaryName)
 {
-    if (temporaryName.size() <= length)
+    if (temporaryName.size() <= lengthOfName)
         return {};
-    const NativeStringView own = temporaryName.substr(0, temporaryName.size() - length);
+    const NativeStringView own = temporaryName.substr(0, temporaryName.size() - lengthOfName);
     return IsNewFileName(temporaryName.substr(own.size())) ? own : NativeStringView();
 }
 
