@@ -42,8 +42,11 @@ TEST_F(Files, DoNotExistUnderPathsOfNoFile)
 
 TEST_F(Files, WithOddNamesExistAndAreListedUnderTheSameName)
 {
-    const std::vector<String> names{u"a b.ppt",      u"schön.ppt", u"שלום.ppt", u"😀.ppt", FromUtf8("caf\xE9.ppt"),
-                                    u"line\nend.ppt"};
+    std::vector<String> names{u"a b.ppt", u"schön.ppt", u"שלום.ppt", u"😀.ppt"};
+#ifndef _WIN32  // where names are no bytes, and hold no control characters
+    names.push_back(FromUtf8("caf\xE9.ppt"));
+    names.push_back(u"line\nend.ppt");
+#endif
     std::vector<String> paths;
     for (const String& name : names)
         paths.push_back(folder_.Write(name));
@@ -71,12 +74,17 @@ TEST_F(Files, HaveFullPathsFromTheRootOn)
 
     EXPECT_EQ(FullPathOf(u"a.ppt"), folder_.PathOf(u"a.ppt"));
     EXPECT_EQ(FullPathOf(u".//./sub/a.ppt"), folder_.PathOf(u"sub/a.ppt"));
-    EXPECT_EQ(FullPathOf(u"../a.ppt"), folder_.PathOf(u"../a.ppt"));
     EXPECT_EQ(FullPathOf(u".hidden"), folder_.PathOf(u".hidden"));
     EXPECT_EQ(FullPathOf(u"."), folder_.Path());
     EXPECT_EQ(FullPathOf(u"./"), folder_.Path());
-    EXPECT_EQ(FullPathOf(u"/a/./b"), u"/a/./b");
     EXPECT_EQ(FullPathOf(u""), u"");
+#ifdef _WIN32
+    EXPECT_EQ(FullPathOf(u"sub/../a.ppt"), folder_.PathOf(u"a.ppt"));
+    EXPECT_EQ(FullPathOf(u"C:/a/./b"), u"C:\\a\\b");
+#else
+    EXPECT_EQ(FullPathOf(u"../a.ppt"), folder_.PathOf(u"../a.ppt"));
+    EXPECT_EQ(FullPathOf(u"/a/./b"), u"/a/./b");
+#endif
 
     std::filesystem::current_path(before);
 }

@@ -100,7 +100,9 @@ TEST(RandomAccessFile, SaysWhyAFileCantBeOpened)
     EXPECT_EQ(OpenNumber(file + u"/file"), FailureNumber::SystemPathNotFound);
     EXPECT_EQ(OpenNumber(u""), FailureNumber::SystemFileNotFound);
     EXPECT_EQ(OpenNumber(folder.Path()), FailureNumber::AccessDenied);
+#ifndef _WIN32  // where no error tells of a name that is too long
     EXPECT_EQ(OpenNumber(folder.PathOf(String(300, u'n'))), FailureNumber::SystemPathNotFound);
+#endif
 }
 
 }  // namespace
