@@ -54,6 +54,7 @@ TEST_F(RevisionTest, WritesADateBackAsItWas)
 {
     powerpoint::Date date;
     date.local.tm_year = 124;
+    date.local.tm_mday = 1;
 
     EXPECT_EQ(std::get<powerpoint::Date>(Updated(date, u"1")).local.tm_year, 124);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "log/Treatments.h"
+#include "platform/PathSeparator.h"
 
 namespace tessarine
 {
@@ -87,9 +88,10 @@ std::vector<std::string> RunTest::Log() const
 
 std::string RunTest::Short(std::string text) const
 {
-    const std::string folder = ToUtf8(folder_.Path()) + "/";
+    const std::string folder = ToUtf8(folder_.PathOf(u""));
     for (std::size_t at = text.find(folder); at != std::string::npos; at = text.find(folder))
         text.erase(at, folder.size());
+    std::ranges::replace(text, static_cast<char>(PathSeparator), '/');
     return text;
 }
 

@@ -45,7 +45,7 @@ protected:
     /// The log without the folder's path.
     std::vector<std::string> Log() const;
 
-    /// A text without the folder's path wherever it stands.
+    /// A text without the folder's path wherever it stands, and with "/" in what is left of paths.
     std::string Short(std::string text) const;
 
     const TemporaryFolder folder_;
