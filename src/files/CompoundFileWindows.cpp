@@ -40,14 +40,15 @@ public:
         return isKnown ? S_OK : E_NOINTERFACE;
     }
 
-    /// Gives fewer bytes than asked for at the end of the file.
+    /// Gives fewer bytes than asked for at the end of the file, and fails after it: Wine's storage would go on with
+    /// what happened to be in its memory.
     HRESULT STDMETHODCALLTYPE ReadAt(ULARGE_INTEGER offset, void* target, ULONG count, ULONG* read) override
     {
         const std::string_view found = bytes_.substr(std::min<std::size_t>(offset.QuadPart, bytes_.size()), count);
         std::memcpy(target, found.data(), found.size());
         if (read)
             *read = static_cast<ULONG>(found.size());
-        return S_OK;
+        return found.empty() && count > 0 ? STG_E_READFAULT : S_OK;
     }
 
     HRESULT STDMETHODCALLTYPE Stat(STATSTG* status, DWORD) override

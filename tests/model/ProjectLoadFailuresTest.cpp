@@ -1,10 +1,7 @@
+#include <filesystem>
 
 #include "model/ProjectFileTest.h"
 #include "support/OrdinaryUser.h"
-
-#ifndef _WIN32
-#include <unistd.h>
-#endif
 
 namespace tessarine
 {
@@ -112,7 +109,7 @@ TEST_F(ProjectLoadFailure, RefusesAHugeBlockWithoutReadingIt)
     std::string block = test::BlockAround("", 0);
     block.replace(12, 8, "\0\0\0\0\0\1\0\0"s);
     folder_.Write(u"job.tsq", block);
-    ASSERT_EQ(truncate(ToUtf8(path_).c_str(), off_t{1} << 40), 0);
+    std::filesystem::resize_file(ToUtf8(path_), std::uintmax_t{1} << 40);
 
     EXPECT_FALSE(Load(project, path_).succeeded);
 

@@ -1,4 +1,4 @@
-#include <unistd.h>
+#include <filesystem>
 
 #include "model/ProjectFileTest.h"
 
@@ -230,7 +230,7 @@ TEST_F(ProjectLoad, ReadsNoMoreOfAHugeFileThanItsBlock)
     const ProjectOwner project;
     AddItem(project, u"a");
     Save(project, path_);
-    ASSERT_EQ(truncate(ToUtf8(path_).c_str(), off_t{1} << 40), 0);
+    std::filesystem::resize_file(ToUtf8(path_), std::uintmax_t{1} << 40);
 
     EXPECT_TRUE(Load(project, path_).succeeded);
 }

@@ -40,18 +40,10 @@ Deck FewParts()
         .Custom(u"Client", "lpwstr", u"Fabrikam");
 }
 
-timespec ModifiedOf(const String& path)
-{
-    struct stat status = {};
-    stat(ToUtf8(path).c_str(), &status);
-    return status.st_mtim;
-}
-
-void SetTimes(const String& path, time_t seconds)
-{
-    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
-    utimensat(AT_FDCWD, ToUtf8(path).c_str(), times, 0);
-}
+/// A time of long ago, to the second.
+const std::filesystem::file_time_type longAgo =
+    std::chrono::floor<std::chrono::seconds>(std::filesystem::file_time_type::clock::now()) -
+    std::chrono::hours(24 * 999);
 
 class EveryDeck : public testing::TestWithParam<fixtures::NamedDeck>
 {
@@ -61,12 +53,12 @@ TEST_P(EveryDeck, WithoutEditsKeepsTheBytesAndDatesTheFile)
 {
     const DeckOnDisk deck(GetParam().deck);
     const std::string before = deck.Bytes();
-    SetTimes(deck.Path(), 1000000000);
+    std::filesystem::last_write_time(ToUtf8(deck.Path()), longAgo);
 
     deck.Change([](auto& presentation) { WalkEverything(presentation); });
 
     EXPECT_TRUE(SameBytes(PackageReader(before), deck.Package()));
-    EXPECT_GT(ModifiedOf(deck.Path()).tv_sec, 1000000000);
+    EXPECT_GT(std::filesystem::last_write_time(ToUtf8(deck.Path())), longAgo);
 }
 
 /// What lies between an untouched entry's local header and the next one: header, packed data, data descriptor, gap.
@@ -383,16 +375,6 @@ TEST(Save, LeavesNoOtherFile)
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(ToUtf8(deck.Folder().Path())), {}), 1);
 }
 
-/// Saves an edited deck under circumstances of the test's making; the old bytes have to be there afterwards.
-Raised FailedSave(const DeckOnDisk& deck, const std::function<void()>& spoil)
-{
-    const auto presentation = deck.Open();
-    ReplaceFirst(*presentation);
-    spoil();
-    const OrdinaryUser user;
-    return RaisedBy([&] { presentation->Save(); });
-}
-
 TEST(SaveFailure, OfAVanishedFolderSaysSo)
 {
     const DeckOnDisk deck(FewParts());
@@ -419,6 +401,16 @@ TEST(SaveFailure, OfAVanishedFileSaysSo)
 
 // Links, pipes, modes and other users are different things on Windows.
 #ifndef _WIN32
+
+/// Saves an edited deck under circumstances of the test's making; the old bytes have to be there afterwards.
+Raised FailedSave(const DeckOnDisk& deck, const std::function<void()>& spoil)
+{
+    const auto presentation = deck.Open();
+    ReplaceFirst(*presentation);
+    spoil();
+    const OrdinaryUser user;
+    return RaisedBy([&] { presentation->Save(); });
+}
 
 TEST(Save, KeepsThePermissions)
 {
@@ -500,13 +492,13 @@ TEST(Save, WithoutEditsNeedsNoMoreThanPermissionToWrite)
 {
     const DeckOnDisk deck(FewParts());
     SetMode(deck.Path(), 0666);
-    SetTimes(deck.Path(), 1000000000);
+    std::filesystem::last_write_time(ToUtf8(deck.Path()), longAgo);
     const auto presentation = deck.Open();
     const OrdinaryUser user;
 
     presentation->Save();
 
-    EXPECT_GT(ModifiedOf(deck.Path()).tv_sec, 1000000000);
+    EXPECT_GT(std::filesystem::last_write_time(ToUtf8(deck.Path())), longAgo);
 }
 
 #endif

@@ -7,7 +7,9 @@
 #include "office/sheets/Table.h"
 #include "office/sheets/WorkbookFile.h"
 #include "platform/Failure.h"
+#ifndef _WIN32
 #include "saving/FileSizeLimit.h"
+#endif
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
