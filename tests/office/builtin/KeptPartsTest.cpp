@@ -196,8 +196,9 @@ TEST(SlidesThatDoNotFit, CountOnceForTheLimitOfWork)
 {
     const Deck deck = Deck().Slide(TextBox(u"abc")).Slide(TextBox(u"abd"));
     const std::string bytes = deck.Bytes();
+    const PackageReader package(bytes);
     std::uint64_t total = 0;
-    for (const PackageEntry& entry : PackageReader(bytes).Entries())
+    for (const PackageEntry& entry : package.Entries())
         total += entry.bytes.size();
     Limits limits = Keeping(nothing);
     limits.packageXmlBytes = total;
@@ -272,12 +273,12 @@ TEST(EditsOfPagesThatAreLetGo, AreSavedLikeThoseThatAreKept)
         deck.Replace(u"x", u"Woodgrove");
         return deck.Saved();
     };
-    const std::string kept = edited(everything);
-    const std::string letGo = edited(nothing);
+    const PackageReader kept(edited(everything));
+    const PackageReader letGo(edited(nothing));
 
-    EXPECT_NE(PackageReader(kept).Entry(slide1).bytes.find("Woodgrove"), std::string::npos);
-    for (const PackageEntry& entry : PackageReader(kept).Entries())
-        EXPECT_EQ(PackageReader(letGo).Entry(entry.name).bytes, entry.bytes) << entry.name;
+    EXPECT_NE(kept.Entry(slide1).bytes.find("Woodgrove"), std::string::npos);
+    for (const PackageEntry& entry : kept.Entries())
+        EXPECT_EQ(letGo.Entry(entry.name).bytes, entry.bytes) << entry.name;
 }
 
 TEST(EditsOfPagesThatAreLetGo, ShowAtOnce)
