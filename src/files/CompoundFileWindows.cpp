@@ -1,14 +1,14 @@
-#include <windows.h>
-
-#include <objbase.h>
-#include <objidl.h>
-
 #include <algorithm>
 #include <cstring>
 #include <limits>
 
 #include "files/CompoundFile.h"
 #include "platform/String.h"
+#include "platform/WindowsHeaders.h"
+
+// They need the header of Windows in front of them.
+#include <objbase.h>
+#include <objidl.h>
 
 namespace tessarine
 {

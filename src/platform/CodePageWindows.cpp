@@ -1,11 +1,10 @@
-#include <windows.h>
-
 #include <algorithm>
 #include <charconv>
 #include <limits>
 #include <optional>
 
 #include "platform/CodePage.h"
+#include "platform/WindowsHeaders.h"
 
 namespace tessarine
 {
