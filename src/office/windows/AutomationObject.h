@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <utility>
 
 #include "office/windows/Session.h"
 #include "office/windows/Variant.h"
@@ -93,6 +94,18 @@ private:
     std::shared_ptr<Session> session_;
     std::shared_ptr<IDispatch> object_;
     String kind_;
+};
+
+/// An object of a surface that hands its calls to an automation object. Its class says with `Kind` what that one is in
+/// the object model.
+template <class Surface>
+class AutomatedObject : public Surface
+{
+public:
+    explicit AutomatedObject(AutomationObject object) : object_(std::move(object)) {}
+
+protected:
+    const AutomationObject object_;
 };
 
 /// A walk over the elements of a collection.

@@ -45,12 +45,12 @@ struct ToCellVariant {
     }
 };
 
-class RangeObject final : public excel::Range
+class RangeObject final : public AutomatedObject<excel::Range>
 {
 public:
     static constexpr const char16_t* Kind = u"Range";
 
-    explicit RangeObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::int32_t Count() override { return object_.Integer(u"Count"); }
     std::shared_ptr<excel::Range> Columns() override { return Fetch<RangeObject>(object_, u"Columns"); }
@@ -61,88 +61,70 @@ public:
     }
     excel::Value Value() override { return object_.Get(u"Value", CellValueOf); }
     void PutValue(const excel::Value& value) override { object_.Put(u"Value", std::visit(ToCellVariant(), value)); }
-
-private:
-    const AutomationObject object_;
 };
 
-class WorksheetObject final : public excel::Worksheet
+class WorksheetObject final : public AutomatedObject<excel::Worksheet>
 {
 public:
     static constexpr const char16_t* Kind = u"Worksheet";
 
-    explicit WorksheetObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<excel::Range> UsedRange() override { return Fetch<RangeObject>(object_, u"UsedRange"); }
     std::shared_ptr<excel::Range> Cells() override { return Fetch<RangeObject>(object_, u"Cells"); }
-
-private:
-    const AutomationObject object_;
 };
 
-class SheetsObject final : public excel::Sheets
+class SheetsObject final : public AutomatedObject<excel::Sheets>
 {
 public:
     static constexpr const char16_t* Kind = u"Sheets";
 
-    explicit SheetsObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<excel::Worksheet> Item(std::int32_t index) override
     {
         return Fetch<WorksheetObject>(object_, u"Item", index);
     }
-
-private:
-    const AutomationObject object_;
 };
 
-class WorkbookObject final : public excel::Workbook
+class WorkbookObject final : public AutomatedObject<excel::Workbook>
 {
 public:
     static constexpr const char16_t* Kind = u"Workbook";
 
-    explicit WorkbookObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<excel::Sheets> Sheets() override { return Fetch<SheetsObject>(object_, u"Sheets"); }
     std::shared_ptr<excel::Worksheet> ActiveSheet() override { return Fetch<WorksheetObject>(object_, u"ActiveSheet"); }
     void SaveAs(const String& Filename) override { object_.Call(u"SaveAs", Filename); }
     void Save() override { object_.Call(u"Save"); }
     void Close(std::int32_t SaveChanges) override { object_.Call(u"Close", SaveChanges); }
-
-private:
-    const AutomationObject object_;
 };
 
-class WorkbooksObject final : public excel::Workbooks
+class WorkbooksObject final : public AutomatedObject<excel::Workbooks>
 {
 public:
     static constexpr const char16_t* Kind = u"Workbooks";
 
-    explicit WorkbooksObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<excel::Workbook> Open(const String& Filename) override
     {
         return Fetch<WorkbookObject>(object_, u"Open", Filename);
     }
     std::shared_ptr<excel::Workbook> Add() override { return Fetch<WorkbookObject>(object_, u"Add"); }
-
-private:
-    const AutomationObject object_;
 };
 
-class ApplicationObject final : public excel::Application
+class ApplicationObject final : public AutomatedObject<excel::Application>
 {
 public:
     static constexpr const char16_t* Kind = u"Application";
 
-    explicit ApplicationObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<excel::Workbooks> Workbooks() override { return Fetch<WorkbooksObject>(object_, u"Workbooks"); }
     void PutDisplayAlerts(bool value) override { object_.Put(u"DisplayAlerts", Variant(value)); }
     void Quit() override { object_.Call(u"Quit"); }
-
-private:
-    const AutomationObject object_;
 };
 
 class ProviderObject final : public excel::Provider

@@ -8,18 +8,15 @@ namespace tessarine::windows
 namespace
 {
 
-class HeaderFooterObject final : public powerpoint::HeaderFooter
+class HeaderFooterObject final : public AutomatedObject<powerpoint::HeaderFooter>
 {
 public:
     static constexpr const char16_t* Kind = u"HeaderFooter";
 
-    explicit HeaderFooterObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     String Text() override { return object_.Text(u"Text"); }
     void PutText(const String& value) override { object_.Put(u"Text", Variant(value)); }
-
-private:
-    const AutomationObject object_;
 };
 
 }  // namespace

@@ -14,12 +14,12 @@ namespace
 
 constexpr const wchar_t* program = L"PowerPoint.Application";
 
-class PresentationObject final : public powerpoint::Presentation
+class PresentationObject final : public AutomatedObject<powerpoint::Presentation>
 {
 public:
     static constexpr const char16_t* Kind = u"Presentation";
 
-    explicit PresentationObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<powerpoint::Slides> Slides() override { return Fetch<SlidesObject>(object_, u"Slides"); }
     std::shared_ptr<powerpoint::Designs> Designs() override { return Fetch<DesignsObject>(object_, u"Designs"); }
@@ -39,17 +39,14 @@ public:
     void UpdateLinks() override { object_.Call(u"UpdateLinks"); }
     void Save() override { object_.Call(u"Save"); }
     void Close() override { object_.Call(u"Close"); }
-
-private:
-    const AutomationObject object_;
 };
 
-class PresentationsObject final : public powerpoint::Presentations
+class PresentationsObject final : public AutomatedObject<powerpoint::Presentations>
 {
 public:
     static constexpr const char16_t* Kind = u"Presentations";
 
-    explicit PresentationsObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<powerpoint::Presentation> Open(const String& FileName, powerpoint::TriState ReadOnly,
                                                    powerpoint::TriState Untitled,
@@ -57,17 +54,14 @@ public:
     {
         return Fetch<PresentationObject>(object_, u"Open", FileName, ReadOnly, Untitled, WithWindow);
     }
-
-private:
-    const AutomationObject object_;
 };
 
-class ApplicationObject final : public powerpoint::Application
+class ApplicationObject final : public AutomatedObject<powerpoint::Application>
 {
 public:
     static constexpr const char16_t* Kind = u"Application";
 
-    explicit ApplicationObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<powerpoint::Presentations> Presentations() override
     {
@@ -76,9 +70,6 @@ public:
     void PutDisplayAlerts(std::int32_t value) override { object_.Put(u"DisplayAlerts", Variant(value)); }
     void PutAutomationSecurity(std::int32_t value) override { object_.Put(u"AutomationSecurity", Variant(value)); }
     void Quit() override { object_.Call(u"Quit"); }
-
-private:
-    const AutomationObject object_;
 };
 
 /// One that was found running, to be shut down. Its alerts are a boolean: what goes by name alone has always been told

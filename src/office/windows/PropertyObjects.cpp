@@ -9,19 +9,16 @@ namespace tessarine::windows
 namespace
 {
 
-class DocumentPropertyObject final : public powerpoint::DocumentProperty
+class DocumentPropertyObject final : public AutomatedObject<powerpoint::DocumentProperty>
 {
 public:
     static constexpr const char16_t* Kind = u"DocumentProperty";
 
-    explicit DocumentPropertyObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     String Name() override { return object_.Text(u"Name"); }
     powerpoint::Value Value() override { return object_.Get(u"Value", ValueOf); }
     void PutValue(const powerpoint::Value& value) override { object_.Put(u"Value", VariantOf(value)); }
-
-private:
-    const AutomationObject object_;
 };
 
 }  // namespace

@@ -6,12 +6,12 @@ namespace tessarine::windows
 namespace
 {
 
-class TextRangeObject final : public powerpoint::TextRange
+class TextRangeObject final : public AutomatedObject<powerpoint::TextRange>
 {
 public:
     static constexpr const char16_t* Kind = u"TextRange";
 
-    explicit TextRangeObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<powerpoint::TextRange> Find(const String& FindWhat, std::int32_t After,
                                                 powerpoint::TriState MatchCase,
@@ -28,39 +28,30 @@ public:
     }
 
     std::int32_t Start() override { return object_.Integer(u"Start"); }
-
-private:
-    const AutomationObject object_;
 };
 
-class TextFrameObject final : public powerpoint::TextFrame
+class TextFrameObject final : public AutomatedObject<powerpoint::TextFrame>
 {
 public:
     static constexpr const char16_t* Kind = u"TextFrame";
 
-    explicit TextFrameObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<powerpoint::TextRange> TextRange() override
     {
         return Fetch<TextRangeObject>(object_, u"TextRange");
     }
-
-private:
-    const AutomationObject object_;
 };
 
-class LinkFormatObject final : public powerpoint::LinkFormat
+class LinkFormatObject final : public AutomatedObject<powerpoint::LinkFormat>
 {
 public:
     static constexpr const char16_t* Kind = u"LinkFormat";
 
-    explicit LinkFormatObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     String SourceFullName() override { return object_.Text(u"SourceFullName"); }
     void PutSourceFullName(const String& value) override { object_.Put(u"SourceFullName", Variant(value)); }
-
-private:
-    const AutomationObject object_;
 };
 
 }  // namespace

@@ -8,21 +8,18 @@ namespace tessarine::windows
 
 /// A shape, with its text and the source of a linked object. Its name is not asked for: it is no part of what a run
 /// asks PowerPoint.
-class ShapeObject final : public powerpoint::Shape
+class ShapeObject final : public AutomatedObject<powerpoint::Shape>
 {
 public:
     static constexpr const char16_t* Kind = u"Shape";
     static constexpr const char16_t* KindOfAll = u"Shapes";
 
-    explicit ShapeObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::int32_t Type() override { return object_.Integer(u"Type"); }
     powerpoint::TriState HasTextFrame() override { return object_.Integer(u"HasTextFrame"); }
     std::shared_ptr<powerpoint::TextFrame> TextFrame() override;
     std::shared_ptr<powerpoint::LinkFormat> LinkFormat() override;
-
-private:
-    const AutomationObject object_;
 };
 
 using ShapesObject = CollectionObject<powerpoint::Shape, ShapeObject>;

@@ -9,34 +9,28 @@ namespace tessarine::windows
 namespace
 {
 
-class HyperlinkObject final : public powerpoint::Hyperlink
+class HyperlinkObject final : public AutomatedObject<powerpoint::Hyperlink>
 {
 public:
     static constexpr const char16_t* Kind = u"Hyperlink";
     static constexpr const char16_t* KindOfAll = u"Hyperlinks";
 
-    explicit HyperlinkObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     String Address() override { return object_.Text(u"Address"); }
     void PutAddress(const String& value) override { object_.Put(u"Address", Variant(value)); }
-
-private:
-    const AutomationObject object_;
 };
 
 using HyperlinksObject = CollectionObject<powerpoint::Hyperlink, HyperlinkObject>;
 
-class NotesPageObject final : public powerpoint::SlideRange
+class NotesPageObject final : public AutomatedObject<powerpoint::SlideRange>
 {
 public:
     static constexpr const char16_t* Kind = u"SlideRange";
 
-    explicit NotesPageObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<powerpoint::Shapes> Shapes() override { return Fetch<ShapesObject>(object_, u"Shapes"); }
-
-private:
-    const AutomationObject object_;
 };
 
 }  // namespace

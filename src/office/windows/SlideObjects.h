@@ -7,22 +7,19 @@ namespace tessarine::windows
 {
 
 /// One slide.
-class SlideObject final : public powerpoint::Slide
+class SlideObject final : public AutomatedObject<powerpoint::Slide>
 {
 public:
     static constexpr const char16_t* Kind = u"Slide";
     static constexpr const char16_t* KindOfAll = u"Slides";
 
-    explicit SlideObject(AutomationObject object) : object_(std::move(object)) {}
+    using AutomatedObject::AutomatedObject;
 
     std::shared_ptr<powerpoint::Shapes> Shapes() override;
     std::shared_ptr<powerpoint::HeadersFooters> HeadersFooters() override;
     std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() override;
     std::shared_ptr<powerpoint::SlideRange> NotesPage() override;
     std::shared_ptr<powerpoint::Design> Design() override;
-
-private:
-    const AutomationObject object_;
 };
 
 using SlidesObject = CollectionObject<powerpoint::Slide, SlideObject>;
