@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "platform/SystemTimeFields.h"
 #include "platform/WindowsHeaders.h"
 
 namespace tessarine
@@ -35,16 +36,9 @@ std::optional<std::tm> LocalTime(std::time_t moment)
     if (!FileTimeToSystemTime(&time, &universal) || !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local))
         return std::nullopt;
 
-    std::tm result{};
-    result.tm_year = local.wYear - 1900;
-    result.tm_mon = local.wMonth - 1;
-    result.tm_mday = local.wDay;
-    result.tm_hour = local.wHour;
-    result.tm_min = local.wMinute;
-    result.tm_sec = local.wSecond;
+    std::tm result = CalendarOf(local);
     result.tm_wday = local.wDayOfWeek;
     result.tm_yday = DayOfYear(local);
-    result.tm_isdst = -1;  // the system doesn't tell with the time
     return result;
 }
 

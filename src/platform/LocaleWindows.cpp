@@ -6,6 +6,7 @@
 #include "platform/Locale.h"
 #include "platform/LocaleSigns.h"
 #include "platform/NativePath.h"
+#include "platform/SystemTimeFields.h"
 #include "platform/WindowsHeaders.h"
 
 namespace tessarine
@@ -68,14 +69,7 @@ String DisplayDateTime(const std::tm& local)
 {
     // A date without a time of day is kept as midnight, so midnight is shown as the date alone.
     const bool isMidnight = local.tm_hour == 0 && local.tm_min == 0 && local.tm_sec == 0;
-    SYSTEMTIME time{};
-    time.wYear = static_cast<WORD>(local.tm_year + 1900);
-    time.wMonth = static_cast<WORD>(local.tm_mon + 1);
-    time.wDay = static_cast<WORD>(local.tm_mday);
-    time.wHour = static_cast<WORD>(local.tm_hour);
-    time.wMinute = static_cast<WORD>(local.tm_min);
-    time.wSecond = static_cast<WORD>(local.tm_sec);
-
+    const SYSTEMTIME time = SystemTimeOf(local);
     std::array<wchar_t, 128> date{};
     std::array<wchar_t, 128> clock{};
     if (!usesSystemLocale ||

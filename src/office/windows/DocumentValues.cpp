@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "platform/Failure.h"
+#include "platform/SystemTimeFields.h"
 
 namespace tessarine::windows
 {
@@ -29,13 +30,7 @@ DATE OnTheSecond(DATE days)
 
 Variant DateVariantOf(const std::tm& local)
 {
-    SYSTEMTIME time{};
-    time.wYear = static_cast<WORD>(local.tm_year + 1900);
-    time.wMonth = static_cast<WORD>(local.tm_mon + 1);
-    time.wDay = static_cast<WORD>(local.tm_mday);
-    time.wHour = static_cast<WORD>(local.tm_hour);
-    time.wMinute = static_cast<WORD>(local.tm_min);
-    time.wSecond = static_cast<WORD>(local.tm_sec);
+    SYSTEMTIME time = SystemTimeOf(local);
     DATE days = 0;
     // The system would take years of two digits for those of this century and the last.
     if (local.tm_year + 1900 < 100 || !SystemTimeToVariantTime(&time, &days))
@@ -98,15 +93,7 @@ std::tm CalendarOf(DATE days)
     SYSTEMTIME time{};
     if (!VariantTimeToSystemTime(OnTheSecond(days), &time))
         throw Failure(FailureNumber::TypeMismatch, u"Type mismatch: the date is out of range");
-    std::tm local{};
-    local.tm_year = time.wYear - 1900;
-    local.tm_mon = time.wMonth - 1;
-    local.tm_mday = time.wDay;
-    local.tm_hour = time.wHour;
-    local.tm_min = time.wMinute;
-    local.tm_sec = time.wSecond;
-    local.tm_isdst = -1;
-    return local;
+    return tessarine::CalendarOf(time);
 }
 
 }  // namespace tessarine::windows
