@@ -1,9 +1,7 @@
 #include "platform/NativePath.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "platform/Failure.h"
 #include "platform/WindowsHeaders.h"
 
 namespace tessarine
@@ -40,14 +38,6 @@ NativeString WithoutLimit(const NativeString& path)
 }
 
 }  // namespace
-
-NativeString NativePath(StringView path)
-{
-    if (auto native = NativePathIfValid(path))
-        return *std::move(native);
-    // The system would end the path at the NUL and open another file.
-    throw Failure(FailureNumber::FileNotFound, u"File not found: a path can't hold a NUL character");
-}
 
 std::optional<NativeString> NativePathIfValid(StringView path)
 {
