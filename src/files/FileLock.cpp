@@ -1,6 +1,7 @@
 #include "files/FileLock.h"
 
 #include <algorithm>
+#include <array>
 #include <mutex>
 #include <string_view>
 #include <utility>
@@ -8,12 +9,18 @@
 
 #include "files/FileLockFailures.h"
 #include "platform/Failure.h"
+#include "platform/FolderOf.h"
 
 namespace tessarine
 {
 
 namespace
 {
+
+/// What programs put around the name of a file that they have open: PowerPoint, and LibreOffice.
+constexpr std::string_view officePrefix = "~$";
+constexpr std::string_view libreOfficePrefix = ".~lock.";
+constexpr std::string_view libreOfficeSuffix = "#";
 
 /// The locks of this process. Few at a time, as a run holds one file.
 std::mutex heldLocksGuard;
@@ -84,9 +91,16 @@ void FileLock::GiveTo(FileDescriptor newFile, const FileIdentity& old)
     (*held)->identity_ = state->identity;
 }
 
+std::array<NativeString, 2> LockFileNamesFor(const NativeString& path)
+{
+    const NativeString name(FileNameOf(NativeStringView(path)));
+    return {NativeName(officePrefix) + name, NativeName(libreOfficePrefix) + name + NativeName(libreOfficeSuffix)};
+}
+
 bool IsLockFileName(StringView name)
 {
-    return name.starts_with(u"~$") || (name.starts_with(u".~lock.") && name.ends_with(u'#'));
+    const std::string text = ToUtf8(name);
+    return text.starts_with(officePrefix) || (text.starts_with(libreOfficePrefix) && text.ends_with(libreOfficeSuffix));
 }
 
 }  // namespace tessarine

@@ -64,8 +64,7 @@ bool IsOnWindowsShare(int descriptor)
 void FailIfOpenElsewhere(const std::string& path)
 {
     const std::string folder(FolderOf(path));
-    const std::string name(FileNameOf(std::string_view(path)));
-    for (const std::string& lockFile : {"~$" + name, ".~lock." + name + "#"}) {
+    for (const std::string& lockFile : LockFileNamesFor(path)) {
         struct stat status = {};
         if (lstat((folder + lockFile).c_str(), &status) == 0)
             FailForLockFile(path, lockFile);

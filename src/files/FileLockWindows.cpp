@@ -61,17 +61,11 @@ LockAttempt HolderOfMark(NativeFile file)
     return Try(file, markOffset + 1, 1) == Outcome::Done ? LockAttempt::HeldByARun : LockAttempt::HeldByAProgram;
 }
 
-bool IsThere(const NativeString& path)
-{
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 /// Raises when a lock file stands beside the path.
 void FailIfOpenElsewhere(const NativeString& path)
 {
     const NativeString folder(FolderOf(path));
-    const NativeString name(FileNameOf(NativeStringView(path)));
-    for (const NativeString& lockFile : {L"~$" + name, L".~lock." + name + L"#"})
+    for (const NativeString& lockFile : LockFileNamesFor(path))
         if (IsThere(folder + lockFile))
             FailForLockFile(path, lockFile);
 }

@@ -28,6 +28,9 @@ FileDescriptor OpenNoLink(const NativeString& path, unsigned long access, unsign
 /// Opens a file that is there, links followed, to look at its attributes and its owner and to change the attributes.
 FileDescriptor OpenForAttributeChange(const NativeString& path);
 
+/// True when something stands under the path itself, be it a link that leads nowhere.
+bool IsThere(const NativeString& path);
+
 /// Of a file's attributes those that programs may set, in the form that setting them asks for.
 unsigned long SettableAttributes(unsigned long attributes);
 

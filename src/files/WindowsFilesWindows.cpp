@@ -68,6 +68,11 @@ FileDescriptor OpenForAttributeChange(const NativeString& path)
     return file;
 }
 
+bool IsThere(const NativeString& path)
+{
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 unsigned long SettableAttributes(unsigned long attributes)
 {
     constexpr DWORD settable = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |

@@ -116,11 +116,6 @@ bool Rename(const NativeString& from, const NativeString& to, DWORD flags)
     return MoveFileExW(from.c_str(), to.c_str(), flags | MOVEFILE_WRITE_THROUGH) || LeaveErrorInErrno();
 }
 
-bool IsThere(const NativeString& path)
-{
-    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 /// Opens a file that has just got its place, for its lock and its attributes, with as many rights as there are. Other
 /// programs may do with it what they like, as with any file that a run holds.
 FileDescriptor OpenInPlace(const NativeString& path)
