@@ -104,6 +104,9 @@ std::vector<std::string> NamesIn(IStorage& storage, std::size_t most)
         return names;
     const ComPointer<IEnumSTATSTG> entries(pointer);
     for (STATSTG entry = {}; names.size() < most && entries->Next(1, &entry, nullptr) == S_OK;) {
+        // Wine's storage gives no name when the directory is cut in the middle of an entry.
+        if (!entry.pwcsName)
+            break;
         const std::wstring_view name(entry.pwcsName);
         names.push_back(ToUtf8(String(name.begin(), name.end())));
         CoTaskMemFree(entry.pwcsName);
