@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <optional>
+#include <utility>
 
 #include "app/GlobalState.h"
 #include "ChosenLanguage.h"
@@ -12,7 +13,6 @@
 #include "support/FakePowerPoint.h"
 #include "support/KilledRun.h"
 #include "support/MessageRecorder.h"
-#include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessarine
@@ -36,6 +36,7 @@ protected:
 
     ~MainTest() override
     {
+        SetSpecialFolders(std::move(foldersBefore_));
         if (CurrentProject)
             CurrentProject->FindAndReplaceList.reset();
         CurrentProject.reset();
@@ -66,7 +67,7 @@ protected:
     }
 
     TemporaryFolder dataHome_;
-    ScopedEnvironment dataHomeOfUser_{"XDG_DATA_HOME", ToUtf8(dataHome_.Path())};
+    SpecialFoldersPort foldersBefore_ = SetSpecialFolders([this](std::int32_t) { return dataHome_.Path(); });
     TemporaryFolder program_;
     std::optional<ChosenLanguage> language_;
     MessageRecorder messages_;

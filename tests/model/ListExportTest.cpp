@@ -1,5 +1,6 @@
 #include "model/ListFileTest.h"
 
+#include "platform/LineEnd.h"
 #include "support/OrdinaryUser.h"
 
 namespace tessarine
@@ -15,10 +16,12 @@ using ListExport = ListFileTest;
 
 constexpr const char* inExportsList = ") in procedure ExportsList at Line No. 0 of Class Module FindAndReplaceItems";
 constexpr const char* objectNotSet = "Error 91 (Object variable or With block variable not set";
-constexpr const char* headerLine =
+const std::string lineEnd = ToUtf8(LineEnd);
+const std::string headerLine =
     "Find What\tReplace With\tInBuiltinProperty\tInCustomProperties\tInFooter\tInHandoutMaster\tInHeader\t"
     "InHyperlinkAddresses\tInLinks\tInNotes\tInNotesMaster\tInShapesAndTextboxes\tInSlideMasterPerPresentation\t"
-    "InSlideMasterPerSlide\tInSlides\tInTitleMaster\tMatchCase\tMatchWholeWord\n";
+    "InSlideMasterPerSlide\tInSlides\tInTitleMaster\tMatchCase\tMatchWholeWord" +
+    lineEnd;
 
 MessageRecorder::Message Information(const String& text)
 {
@@ -179,11 +182,13 @@ TEST_F(ListExport, WritesATabFileAsText)
     list.ExportsList(path);
 
     EXPECT_EQ(ContentOf(path),
-              std::string(headerLine) +
+              headerLine +
                   "cat\tdog\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tTrue\t"
-                  "False\tTrue\tFalse\n"
+                  "False\tTrue\tFalse" +
+                  lineEnd +
                   "\u00FC \"q\", \U0001F600\t=1\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\tFalse\t"
-                  "False\tFalse\tFalse\tFalse\tFalse\tFalse\n");
+                  "False\tFalse\tFalse\tFalse\tFalse\tFalse" +
+                  lineEnd);
     EXPECT_THAT(excel_.script.Calls(), IsEmpty());
     EXPECT_THAT(messages_.Messages(), IsEmpty());
 }
@@ -243,7 +248,7 @@ TEST_F(ListExport, DoesNotQuoteTabsAndLineEndsInATabFile)
 
     list.ExportsList(folder_.PathOf(u"list.tab"));
 
-    EXPECT_THAT(ContentOf(folder_.PathOf(u"list.tab")), HasSubstr("MatchWholeWord\na\tb\tc\nd\tFalse\t"));
+    EXPECT_THAT(ContentOf(folder_.PathOf(u"list.tab")), HasSubstr("MatchWholeWord" + lineEnd + "a\tb\tc\nd\tFalse\t"));
 }
 
 TEST_F(ListExport, ReplacesALongerTabFile)

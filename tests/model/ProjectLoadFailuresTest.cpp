@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include "model/ProjectFileTest.h"
 #include "support/OrdinaryUser.h"
 
@@ -109,7 +107,7 @@ TEST_F(ProjectLoadFailure, RefusesAHugeBlockWithoutReadingIt)
     std::string block = test::BlockAround("", 0);
     block.replace(12, 8, "\0\0\0\0\0\1\0\0"s);
     folder_.Write(u"job.tsq", block);
-    std::filesystem::resize_file(ToUtf8(path_), std::uintmax_t{1} << 40);
+    SetSize(path_, std::uint64_t{1} << 40);
 
     EXPECT_FALSE(Load(project, path_).succeeded);
 

@@ -1,5 +1,3 @@
-#include <filesystem>
-
 #include "model/ProjectFileTest.h"
 
 namespace tessarine
@@ -230,7 +228,7 @@ TEST_F(ProjectLoad, ReadsNoMoreOfAHugeFileThanItsBlock)
     const ProjectOwner project;
     AddItem(project, u"a");
     Save(project, path_);
-    std::filesystem::resize_file(ToUtf8(path_), std::uintmax_t{1} << 40);
+    SetSize(path_, std::uint64_t{1} << 40);
 
     EXPECT_TRUE(Load(project, path_).succeeded);
 }

@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <string>
 
 #include "platform/String.h"
@@ -42,5 +43,9 @@ std::string ContentOf(StringView path);
 /// a file that may be written has 0644 and a read-only one 0444, and bits for writing are all that is looked at.
 mode_t ModeOf(StringView path);
 void SetMode(StringView path, mode_t mode);
+
+/// Cuts a file or adds zeros, which take no room on the disk. Raises std::runtime_error or
+/// std::filesystem::filesystem_error when that can't be done.
+void SetSize(StringView path, std::uint64_t bytes);
 
 }  // namespace tessarine

@@ -32,7 +32,7 @@ TEST(SampleDecks, LieInFoldersWithBlanksAndUmlauts)
 
     WriteSampleDecks(folder);
 
-    EXPECT_TRUE(std::filesystem::exists(folder / "Kunden und Märkte" / "Angebot für Müller & Söhne.pptx"));
+    EXPECT_TRUE(std::filesystem::exists(folder / u"Kunden und Märkte" / u"Angebot für Müller & Söhne.pptx"));
     EXPECT_EQ(TextOf(PackageReader::FromFile(folder / "Fire drill.pptx"), 1, 1), u"Fire drill");
 }
 

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <ctime>
 
 #include "DeckOnDisk.h"
@@ -293,10 +294,18 @@ TEST(CustomPropertyRevision, OfATextThatIsNoNumberChangesNoByte)
     EXPECT_EQ(deck.Bytes(), With("lpwstr", u"A").Bytes());
 }
 
-std::time_t Read(const char16_t* text)
+/// Seconds since 1970; the tests' time zone is that of Greenwich.
+std::int64_t Read(const char16_t* text)
 {
-    auto date = builtin::ReadPropertyDate(text);
-    return date ? mktime(&date->local) : -1;
+    const auto date = builtin::ReadPropertyDate(text);
+    if (!date)
+        return -1;
+    const std::tm& local = date->local;
+    const std::chrono::year_month_day day(std::chrono::year(local.tm_year + 1900),
+                                          std::chrono::month(static_cast<unsigned>(local.tm_mon) + 1),
+                                          std::chrono::day(static_cast<unsigned>(local.tm_mday)));
+    const std::chrono::seconds whole = std::chrono::sys_days(day).time_since_epoch();
+    return whole.count() + local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec;
 }
 
 TEST(PropertyDate, UnderstandsTheFormsThatFilesHold)

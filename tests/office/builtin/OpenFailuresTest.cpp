@@ -190,8 +190,8 @@ TEST(Open, SaysThatAFolderIsMissing)
 {
     const DeckOnDisk deck(OneSlide());
 
-    EXPECT_THAT(RaisedBy([&] { deck.Open(deck.Folder().PathOf(u"none/deck.pptx")); }),
-                FailsWith(FailureNumber::SystemPathNotFound, "none/deck.pptx"));
+    const String path = deck.Folder().PathOf(u"none/deck.pptx");
+    EXPECT_THAT(RaisedBy([&] { deck.Open(path); }), FailsWith(FailureNumber::SystemPathNotFound, ToUtf8(path)));
     EXPECT_THAT(RaisedBy([&] { deck.Open(deck.Path() + u"/deck.pptx"); }),
                 FailsWith(FailureNumber::SystemPathNotFound, "deck.pptx/deck.pptx"));
 }

@@ -2,8 +2,6 @@
 #include <ostream>
 #include <utility>
 
-#include "platform/Locale.h"
-#include "support/ScopedEnvironment.h"
 #include "TextBoxOnDisk.h"
 
 namespace tessarine::test
@@ -165,24 +163,6 @@ TEST(TextHints, OfAllSlidesKnowWhatAnEditPut)
     ReplaceInShape(*presentation, 1, 1, u"Fabrikam", u"Contoso");
 
     EXPECT_TRUE(presentation->Slides()->MayHoldText(u"Contoso"));
-}
-
-TEST(TextHints, NeverDenyWhatTheLocaleMakesEqual)
-{
-    std::optional<ScopedEnvironment> turkish(std::in_place, "LC_ALL", "tr_TR.UTF-8");
-    UseSystemLocale();
-    const TextBoxOnDisk box(P(R("İSTANBUL ve ISPARTA")));
-
-    for (const String text : {u"istanbul", u"ısparta"}) {
-        EXPECT_TRUE(MayHold(box, text)) << ToUtf8(text);
-        EXPECT_NE(box.Find(text, {.matchCase = false}), 0) << ToUtf8(text);
-    }
-    EXPECT_EQ(box.Find(u"isparta", {.matchCase = false}), 0);
-
-    turkish.reset();
-    UseSystemLocale();
-    EXPECT_EQ(box.Find(u"istanbul", {.matchCase = false}), 0);
-    EXPECT_NE(box.Find(u"isparta", {.matchCase = false}), 0);
 }
 
 TEST(TextHints, OfAPageThatIsNotThereDenyEverything)
