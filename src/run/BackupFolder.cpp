@@ -227,9 +227,11 @@ BackupFolder::Original BackupFolder::OriginalAt(const String& path) const
 {
     const StringView folder = FolderOf(StringView(path));
     Original original;
-    // Only a name: the folder as a whole may be moved, and its record with it.
-    original.name =
-        folder == folder_ ? path.substr(folder.size()) : PathText(std::filesystem::absolute(NativePath(path)).native());
+    // As the system takes them: Windows has two separators. Only a name: the folder as a whole may be moved, and its
+    // record with it.
+    original.name = NativePath(folder) == NativePath(folder_)
+                        ? path.substr(folder.size())
+                        : PathText(std::filesystem::absolute(NativePath(path)).native());
     if (const auto status = StatusAt(NativePath(path), Look::WithOwner))
         original.owner = status->owner;
     return original;
