@@ -34,6 +34,18 @@ FILETIME FileTimeOf(std::int64_t ticks)
     return {static_cast<DWORD>(bits), static_cast<DWORD>(bits >> 32)};
 }
 
+/// Opened as for setting times, so that times which can't be put back are not kept. A protected file is looked at all
+/// the same: a run reads its times before it takes the protection away, because the journal is to hold both by then.
+FileDescriptor OpenToReadTimes(const NativeString& path)
+{
+    FileDescriptor file = OpenExisting(path, GENERIC_WRITE, sharedForReadingAndWriting);
+    if (file.IsOpen() || errno != EACCES)
+        return file;
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    const bool isProtected = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    return isProtected ? OpenExisting(path, FILE_READ_ATTRIBUTES, sharedForReadingAndWriting) : FileDescriptor();
+}
+
 }  // namespace
 
 timespec MomentFrom(std::int64_t ticks)
@@ -84,7 +96,7 @@ FileTimes GetFileDateTime(StringView path)
     FileTimes times;
     // Passed over: times that can't be read are not valid, and SetFileDateTime leaves the file's own alone.
     Skip([&] {
-        const FileDescriptor file = OpenExisting(NativePath(path), GENERIC_WRITE, sharedForReadingAndWriting);
+        const FileDescriptor file = OpenToReadTimes(NativePath(path));
         FILETIME creation{};
         FILETIME lastAccess{};
         FILETIME lastWrite{};

@@ -247,6 +247,19 @@ TEST_F(WindowsSave, KeepsTheThreeTimesThatWereReadBefore)
     EXPECT_EQ(now.lastAccess.tv_sec, times.lastAccess.tv_sec);
 }
 
+TEST_F(WindowsSave, ReadsTheTimesOfAProtectedFileToo)
+{
+    const FileTimes before = GetFileDateTime(path_);
+    ASSERT_TRUE(SetFileAttributesW(NativePath(path_).c_str(), FILE_ATTRIBUTE_READONLY));
+
+    const FileTimes times = GetFileDateTime(path_);
+
+    EXPECT_TRUE(times.valid);
+    EXPECT_EQ(times.lastWrite.tv_sec, before.lastWrite.tv_sec);
+    EXPECT_EQ(times.lastWrite.tv_nsec, before.lastWrite.tv_nsec);
+    EXPECT_FALSE(SetFileDateTime(path_, times)) << "as long as it is protected";
+}
+
 TEST_F(WindowsSave, LeavesTimesAloneThatCouldNotBeRead)
 {
     const FileTimes times = GetFileDateTime(folder_.PathOf(u"missing.pptx"));
