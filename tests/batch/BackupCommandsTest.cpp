@@ -130,6 +130,19 @@ TEST_F(BackupCommandsTest, AFileInUseIsNeitherRestoredNorCleaned)
     EXPECT_EQ(Content(u"a..bak"), "old");
 }
 
+TEST_F(BackupCommandsTest, RestoreLeavesAReadOnlyFileAloneUnlessAskedNotTo)
+{
+    const String file = folder.Write(u"a.pptx", "new");
+    WriteBackup(u"a..bak", u"a.pptx", "old");
+    SetMode(file, 0444);
+
+    EXPECT_EQ(Restore(file).error, u"Read Only File.");
+    EXPECT_EQ(Content(u"a.pptx"), "new");
+    call.readOnly = true;
+    EXPECT_EQ(Restore(file).status, FileStatus::Counted);
+    EXPECT_EQ(Content(u"a.pptx"), "old");
+}
+
 TEST_F(BackupCommandsTest, AFileWithoutABackupIsLeftAlone)
 {
     const String file = folder.Write(u"a.pptx", "new");
@@ -371,19 +384,6 @@ TEST_F(BackupCommandsTest, RestoreNeverGoesThroughALink)
 
     EXPECT_EQ(Restore(file).status, FileStatus::NotProcessed);
     EXPECT_EQ(Content(u"a.pptx"), "new");
-}
-
-TEST_F(BackupCommandsTest, RestoreLeavesAReadOnlyFileAloneUnlessAskedNotTo)
-{
-    const String file = folder.Write(u"a.pptx", "new");
-    WriteBackup(u"a..bak", u"a.pptx", "old");
-    SetMode(file, 0444);
-
-    EXPECT_EQ(Restore(file).error, u"Read Only File.");
-    EXPECT_EQ(Content(u"a.pptx"), "new");
-    call.readOnly = true;
-    EXPECT_EQ(Restore(file).status, FileStatus::Counted);
-    EXPECT_EQ(Content(u"a.pptx"), "old");
 }
 
 #endif

@@ -4,12 +4,14 @@
 #include <sys/stat.h>
 #endif
 
+#include <algorithm>
 #include <filesystem>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/Failure.h"
+#include "platform/PathSeparator.h"
 #include "support/FailingFolders.h"
 #include "support/OrdinaryUser.h"
 #include "support/TemporaryFolder.h"
@@ -41,12 +43,13 @@ protected:
         std::filesystem::create_symlink(target, ToUtf8(folder.PathOf(name)));
     }
 
-    /// Paths below the folder, refused ones with ": " and the reason.
+    /// Paths below the folder with "/" in them, refused ones with ": " and the reason.
     std::vector<std::string> Names(const std::vector<JobFile>& files)
     {
         std::vector<std::string> names;
         for (const JobFile& file : files) {
-            const std::string name = ToUtf8(file.path.substr(std::min(file.path.size(), folder.Path().size() + 1)));
+            std::string name = ToUtf8(file.path.substr(std::min(file.path.size(), folder.Path().size() + 1)));
+            std::ranges::replace(name, static_cast<char>(PathSeparator), '/');
             names.push_back(file.refusal.empty() ? name : name + ": " + ToUtf8(file.refusal));
         }
         return names;
@@ -103,59 +106,6 @@ TEST_F(JobFilesTest, ALockFileIsNoPresentationEvenWhenItIsNamed)
     EXPECT_THAT(
         Names(Collect(CallFor({u"~$a.pptx", u".~lock.a.pptx#"}))),
         ElementsAre("~$a.pptx: A lock file of another program.", ".~lock.a.pptx#: A lock file of another program."));
-}
-
-TEST_F(JobFilesTest, LinksToSubfoldersAreCountedAndLeftOut)
-{
-    folder.Write(u"a.pptx");
-    folder.Write(u"sub/b.pptx");
-    folder.Write(u"elsewhere.txt");
-    Link("sub", u"link");
-    Link("..", u"sub/up");
-    Link("elsewhere.txt", u"file");
-    Link("gone", u"dangling");
-    BatchCall call = CallFor({u""});
-    call.recurse = true;
-
-    const CollectedFiles collected = CollectFiles(call);
-
-    EXPECT_THAT(Names(collected.files), ElementsAre("a.pptx", "sub/b.pptx"));
-    EXPECT_EQ(collected.skippedLinks, 2);
-}
-
-TEST_F(JobFilesTest, FollowedLinksAreWalkedOnce)
-{
-    const TemporaryFolder other;
-    other.Write(u"c.pptx");
-    folder.Write(u"a.pptx");
-    folder.Write(u"sub/b.pptx");
-    Link("..", u"sub/up");
-    Link(".", u"self");
-    Link(ToUtf8(other.Path()).c_str(), u"other");
-    Link(ToUtf8(other.Path()).c_str(), u"zother");
-    BatchCall call = CallFor({u""});
-    call.recurse = call.follow = true;
-
-    const CollectedFiles collected = CollectFiles(call);
-
-    EXPECT_THAT(Names(collected.files), ElementsAre("a.pptx", "sub/b.pptx", "other/c.pptx"));
-    EXPECT_EQ(collected.skippedLinks, 0);
-}
-
-TEST_F(JobFilesTest, ALinkToAFolderThatIsNamedIsWalked)
-{
-    folder.Write(u"sub/b.pptx");
-    Link("sub", u"link");
-
-    EXPECT_THAT(Names(Collect(CallFor({u"link"}))), ElementsAre("link/b.pptx"));
-}
-
-TEST_F(JobFilesTest, WithoutRecurseNoLinkIsLeftOut)
-{
-    folder.MakeFolder(u"sub");
-    Link("sub", u"link");
-
-    EXPECT_EQ(CollectFiles(CallFor({u""})).skippedLinks, 0);
 }
 
 TEST_F(JobFilesTest, APathThatNamesNothingIsRefusedInItsPlace)
@@ -224,6 +174,59 @@ TEST_F(JobFilesTest, RefusesAFileWhoseBackupBelongsToTheJob)
 
 // Links, pipes, modes and other users are different things on Windows.
 #ifndef _WIN32
+
+TEST_F(JobFilesTest, LinksToSubfoldersAreCountedAndLeftOut)
+{
+    folder.Write(u"a.pptx");
+    folder.Write(u"sub/b.pptx");
+    folder.Write(u"elsewhere.txt");
+    Link("sub", u"link");
+    Link("..", u"sub/up");
+    Link("elsewhere.txt", u"file");
+    Link("gone", u"dangling");
+    BatchCall call = CallFor({u""});
+    call.recurse = true;
+
+    const CollectedFiles collected = CollectFiles(call);
+
+    EXPECT_THAT(Names(collected.files), ElementsAre("a.pptx", "sub/b.pptx"));
+    EXPECT_EQ(collected.skippedLinks, 2);
+}
+
+TEST_F(JobFilesTest, FollowedLinksAreWalkedOnce)
+{
+    const TemporaryFolder other;
+    other.Write(u"c.pptx");
+    folder.Write(u"a.pptx");
+    folder.Write(u"sub/b.pptx");
+    Link("..", u"sub/up");
+    Link(".", u"self");
+    Link(ToUtf8(other.Path()).c_str(), u"other");
+    Link(ToUtf8(other.Path()).c_str(), u"zother");
+    BatchCall call = CallFor({u""});
+    call.recurse = call.follow = true;
+
+    const CollectedFiles collected = CollectFiles(call);
+
+    EXPECT_THAT(Names(collected.files), ElementsAre("a.pptx", "sub/b.pptx", "other/c.pptx"));
+    EXPECT_EQ(collected.skippedLinks, 0);
+}
+
+TEST_F(JobFilesTest, ALinkToAFolderThatIsNamedIsWalked)
+{
+    folder.Write(u"sub/b.pptx");
+    Link("sub", u"link");
+
+    EXPECT_THAT(Names(Collect(CallFor({u"link"}))), ElementsAre("link/b.pptx"));
+}
+
+TEST_F(JobFilesTest, WithoutRecurseNoLinkIsLeftOut)
+{
+    folder.MakeFolder(u"sub");
+    Link("sub", u"link");
+
+    EXPECT_EQ(CollectFiles(CallFor({u""})).skippedLinks, 0);
+}
 
 TEST_F(JobFilesTest, RefusesALinksPathWithANulAfterIt)
 {
@@ -322,6 +325,19 @@ TEST_F(JobFilesTest, APipeOrAFolderAsListIsRefusedAtOnce)
                       u"the list of files \"" + list + u"\" is no regular file (- reads standard input)");
         }
     }
+}
+
+#else
+
+TEST_F(JobFilesTest, TakesAFileOnceHoweverItIsNamed)
+{
+    folder.Write(u"a.pptx");
+    folder.Write(u"b.pptx");
+    folder.MakeFolder(u"sub");
+    BatchCall call = CallFor({u"b.pptx", u"", u"sub/../a.pptx", u"B.PPTX"});
+    call.paths.push_back(folder.Path() + u"/a.pptx");
+
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("b.pptx", "a.pptx"));
 }
 
 #endif

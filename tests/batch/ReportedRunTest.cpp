@@ -11,6 +11,7 @@
 #include "files/Files.h"
 #include "log/Warnings.h"
 #include "model/Project.h"
+#include "platform/FolderOf.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/FakePowerPoint.h"
 #include "support/TemporaryFolder.h"
@@ -69,7 +70,7 @@ protected:
         return run.Run(files);
     }
 
-    static std::string NameOf(const String& path) { return ToUtf8(path.substr(path.rfind(u'/') + 1)); }
+    static std::string NameOf(const String& path) { return ToUtf8(FileNameOf(StringView(path))); }
 
     /// "a.ppt 1 2" for a counted file with its occurrences, "a.ppt 0 reason" for a failed one.
     std::vector<std::string> Lines() const
@@ -88,7 +89,7 @@ protected:
         std::vector<std::string> saves;
         for (const std::string& done : powerPoint.script.Calls()) {
             if (done.starts_with("Presentation.Save"))
-                saves.push_back(done.substr(done.rfind('/') + 1));
+                saves.push_back(NameOf(FromUtf8(done)));
         }
         return saves;
     }

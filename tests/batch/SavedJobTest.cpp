@@ -19,7 +19,7 @@ namespace
 
 using testing::ElementsAre;
 
-/// A job over a folder with a presentation, a subfolder with one, and a link to another folder with one.
+/// A job over a folder with a presentation and a subfolder with one; there is another folder with one.
 class FolderJobTest : public testing::Test
 {
 protected:
@@ -28,7 +28,6 @@ protected:
         folder.Write(u"a.pptx");
         folder.Write(u"sub/b.pptx");
         other.Write(u"c.pptx");
-        std::filesystem::create_directory_symlink(ToUtf8(other.Path()), ToUtf8(folder.PathOf(u"link")));
 
         BatchCall made;
         made.command = Command::JobMake;
@@ -38,6 +37,11 @@ protected:
         FillProject(*project, made);
         FillSavedJob(*project, made);
         call.command = Command::Run;
+    }
+
+    void LinkToTheOther() const
+    {
+        std::filesystem::create_directory_symlink(ToUtf8(other.Path()), ToUtf8(folder.PathOf(u"link")));
     }
 
     ErrorLogRecorder log;
@@ -55,8 +59,23 @@ std::vector<String> PathsOf(const CollectedFiles& collected)
     return paths;
 }
 
+TEST_F(FolderJobTest, TakesTheFilesOfTheFolderAndItsSubfolders)
+{
+    const SavedRun run = PrepareRun(*project, call);
+
+    EXPECT_THAT(PathsOf(run.collected), ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx")));
+    EXPECT_EQ(run.collected.skippedLinks, 0);
+}
+
+}  // namespace
+
+// Links, pipes, modes and other users are different things on Windows.
+#ifndef _WIN32
+
 TEST_F(FolderJobTest, CountsTheLinksThatItLeavesOut)
 {
+    LinkToTheOther();
+
     const SavedRun run = PrepareRun(*project, call);
 
     EXPECT_THAT(PathsOf(run.collected), ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx")));
@@ -65,6 +84,7 @@ TEST_F(FolderJobTest, CountsTheLinksThatItLeavesOut)
 
 TEST_F(FolderJobTest, FollowsLinksWhenItIsTold)
 {
+    LinkToTheOther();
     call.follow = true;
 
     const SavedRun run = PrepareRun(*project, call);
@@ -74,13 +94,9 @@ TEST_F(FolderJobTest, FollowsLinksWhenItIsTold)
     EXPECT_EQ(run.collected.skippedLinks, 0);
 }
 
-}  // namespace
-
-// Links, pipes, modes and other users are different things on Windows.
-#ifndef _WIN32
-
 TEST_F(FolderJobTest, ReportsAFolderThatCannotBeReadToItsEnd)
 {
+    LinkToTheOther();
     SavedRun run;
     {
         const FailingFolders failing(1);
