@@ -1,8 +1,8 @@
+#include "BackupsTest.h"
+
 #include <gmock/gmock.h>
 
 #include "files/Files.h"
-#include "RunTest.h"
-#include "support/OrdinaryUser.h"
 
 namespace tessarine
 {
@@ -10,35 +10,6 @@ namespace tessarine
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-/// A folder job whose files have been counted, as the processing window meets it after a run.
-class Backups : public RunTest
-{
-protected:
-    Backups()
-    {
-        project_->options->ComaSepAllowedExtensions = u"*.Ppt*";
-        project_->options->FileToProcessFolderPath = folder_.Path();
-        project_->options->Include_Subfolders = true;
-    }
-
-    /// Counts and runs over what lies in the folder, with backups, then changes every file.
-    void RunOver(const std::vector<String>& names)
-    {
-        for (const String& name : names)
-            AddFile(name);
-        project_->options->BackupMode = true;
-        ASSERT_EQ(project_->GetFileToProcessFileCount(), static_cast<std::int32_t>(names.size()));
-        project_->Search();
-        for (const String& name : names)
-            folder_.Write(name, "changed");
-    }
-
-    std::string Content(StringView name) const { return ContentOf(folder_.PathOf(name)); }
-};
-
-using RestoringBackups = Backups;
-using RemovingBackups = Backups;
 
 TEST_F(RestoringBackups, BringsBackAFileAndKeepsItsBackup)
 {
@@ -105,29 +76,6 @@ TEST_F(RestoringBackups, GivesBackTheModeThatTheBackupHas)
     project_->RestoreBackupFiles(u"");
 
     EXPECT_EQ(ModeOf(folder_.PathOf(u"a.ppt")), 0444u);
-}
-
-TEST_F(RestoringBackups, StopsAtAFileThatCannotBeWritten)
-{
-    RunOver({u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"});
-    SetMode(folder_.Path(), 0755);
-    for (const char16_t* name : {u"1", u"3"})
-        SetMode(folder_.PathOf(name), 0777);
-    SetMode(folder_.PathOf(u"2"), 0555);
-
-    {
-        const OrdinaryUser user;
-        // A file of another owner would not be put back at all.
-        for (const char16_t* name : {u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"})
-            user.TakeOver(folder_.PathOf(name));
-        project_->RestoreBackupFiles(u"");
-    }
-
-    EXPECT_EQ(Content(u"1/a.ppt"), "bytes of 1/a.ppt");
-    EXPECT_EQ(Content(u"2/a.ppt"), "changed");
-    EXPECT_EQ(Content(u"3/a.ppt"), "changed");
-    EXPECT_THAT(Log(), ElementsAre("Error 70 (Permission denied: could not write 2/a.ppt) in procedure "
-                                   "RestoreBackupFiles at Line No. 0 of Class Module Project"));
 }
 
 TEST_F(RestoringBackups, StopsAtAFileThatIsInUse)
@@ -241,26 +189,6 @@ TEST_F(RemovingBackups, LogsAListThatHasVanished)
 
     EXPECT_THAT(Log(), ElementsAre("Error 53 (File not found: could not open missing.txt) in procedure RetriveFile at "
                                    "Line No. 0 of Class Module Project"));
-}
-
-TEST_F(RemovingBackups, StopsAtABackupThatCannotBeDeleted)
-{
-    RunOver({u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"});
-    SetMode(folder_.Path(), 0755);
-    for (const char16_t* name : {u"1", u"3"})
-        SetMode(folder_.PathOf(name), 0777);
-    SetMode(folder_.PathOf(u"2"), 0555);
-
-    {
-        const OrdinaryUser user;
-        project_->RemoveBackupFiles(u"");
-    }
-
-    EXPECT_FALSE(FileExists(folder_.PathOf(u"1/a.bak")));
-    EXPECT_TRUE(FileExists(folder_.PathOf(u"2/a.bak")));
-    EXPECT_TRUE(FileExists(folder_.PathOf(u"3/a.bak")));
-    EXPECT_THAT(Log(), ElementsAre("Error 70 (Permission denied: could not delete 2/a.bak) in procedure "
-                                   "RemoveBackupFiles at Line No. 0 of Class Module Project"));
 }
 
 TEST_F(Backups, LogAMissingOptionsObject)

@@ -72,27 +72,27 @@ TEST_F(ReadOnlyFile, IsBackedUpEvenWhenItIsSkipped)
 TEST_F(ReadOnlyFile, IsWritableOnlyWhileItIsProcessed)
 {
     const String path = AddFile(u"a.ppt");
-    SetMode(path, 0551);
+    SetMode(path, 0444);
     WriteOnSave(path);
     project_->options->ProcessReadonlyFiles = true;
 
     project_->Replacement();
 
     EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
-    EXPECT_EQ(modeAtSave_, 0751u);
-    EXPECT_EQ(ModeOf(path), 0551u);
+    EXPECT_EQ(modeAtSave_, 0644u);
+    EXPECT_EQ(ModeOf(path), 0444u);
     EXPECT_EQ(ContentOf(path), "saved");
 }
 
-TEST_F(FileTreatment, GivesTheOldModeBackToAWritableFileToo)
+TEST_F(FileTreatment, GivesAWritableFileItsAttributesBackToo)
 {
     const String path = AddFile(u"a.ppt");
-    SetMode(path, 0640);
-    powerPoint_.script.On("Presentation.Save", [path] { SetMode(path, 0666); });
+    SetMode(path, 0644);
+    powerPoint_.script.On("Presentation.Save", [path] { SetMode(path, 0444); });
 
     project_->Replacement();
 
-    EXPECT_EQ(ModeOf(path), 0640u);
+    EXPECT_EQ(ModeOf(path), 0644u);
 }
 
 TEST_F(ReadOnlyFile, StaysWritableAfterAnOpenFailure)
@@ -228,5 +228,36 @@ TEST_F(BackupOfARun, IsNotMadeUnasked)
 
     EXPECT_FALSE(FileExists(folder_.PathOf(u"a.bak")));
 }
+
+// Links, pipes, modes and other users are different things on Windows.
+#ifndef _WIN32
+
+TEST_F(ReadOnlyFile, KeepsItsOtherModeBitsWhileItIsProcessed)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0551);
+    WriteOnSave(path);
+    project_->options->ProcessReadonlyFiles = true;
+
+    project_->Replacement();
+
+    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
+    EXPECT_EQ(modeAtSave_, 0751u);
+    EXPECT_EQ(ModeOf(path), 0551u);
+    EXPECT_EQ(ContentOf(path), "saved");
+}
+
+TEST_F(FileTreatment, GivesTheOldModeBackToAWritableFileToo)
+{
+    const String path = AddFile(u"a.ppt");
+    SetMode(path, 0640);
+    powerPoint_.script.On("Presentation.Save", [path] { SetMode(path, 0666); });
+
+    project_->Replacement();
+
+    EXPECT_EQ(ModeOf(path), 0640u);
+}
+
+#endif
 
 }  // namespace tessarine

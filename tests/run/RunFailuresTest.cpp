@@ -494,16 +494,16 @@ TEST_F(OpenedHook, ThatFailsLeavesAReadOnlyFileReadOnly)
     const String path = AddFile(u"a.ppt");
     SetMode(path, 0444);
     project_->options->ProcessReadonlyFiles = true;
-    std::uint32_t modeInside = 0;
+    mode_t modeInside = 0;
     project_->Opened = [&](const String&, const auto&) {
-        modeInside = GetAttributes(path).mode;
+        modeInside = ModeOf(path);
         throw Failure(FailureNumber::PermissionDenied, u"no copy can be made");
     };
 
     project_->Search();
 
     EXPECT_EQ(modeInside, 0644u);
-    EXPECT_EQ(GetAttributes(path).mode, 0444u);
+    EXPECT_EQ(ModeOf(path), 0444u);
 }
 
 TEST_F(OpenedHook, LearnsThatOthersHaveChangedTheFileSince)

@@ -63,12 +63,11 @@ TEST_F(FindRun, TakesOddNames)
 {
     AddFile(u"my deck 😀.ppt");
     AddFile(u"שלום.ppt");
-    AddFile(FromUtf8("caf\xE9.ppt"));
 
     project_->Search();
 
-    EXPECT_THAT(events_, ElementsAre("before my deck 😀.ppt", "after my deck 😀.ppt 2", "before שלום.ppt",
-                                     "after שלום.ppt 2", "before caf\xE9.ppt", "after caf\xE9.ppt 2"));
+    EXPECT_THAT(events_,
+                ElementsAre("before my deck 😀.ppt", "after my deck 😀.ppt 2", "before שלום.ppt", "after שלום.ppt 2"));
 }
 
 TEST_F(FindRun, ShowsTheHourglassWhileItRuns)
@@ -333,5 +332,19 @@ TEST_F(LongRun, Of32767FilesRuns)
     EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2", "before a.ppt", "cancel"));
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
+
+// Links, pipes, modes and other users are different things on Windows, and names are no bytes there.
+#ifndef _WIN32
+
+TEST_F(FindRun, TakesNamesInForeignBytes)
+{
+    AddFile(FromUtf8("caf\xE9.ppt"));
+
+    project_->Search();
+
+    EXPECT_THAT(events_, ElementsAre("before caf\xE9.ppt", "after caf\xE9.ppt 2"));
+}
+
+#endif
 
 }  // namespace tessarine
