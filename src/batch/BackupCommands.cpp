@@ -16,6 +16,7 @@
 #include "platform/Failure.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/PathKey.h"
 #include "run/BackupPaths.h"
 #include "run/FileWarnings.h"
 #include "saving/CopyFile.h"
@@ -215,7 +216,7 @@ BackupCommands::Backups BackupCommands::BackupsOf(const String& path)
 /// Files under the names that runs use, which the record doesn't know as backups of this file.
 void BackupCommands::AddUnrecorded(Backups& backups) const
 {
-    if (backups.first == backups.file)
+    if (PathKey(backups.first) == PathKey(backups.file))
         return;
     for (std::int64_t number = 1;; ++number) {
         const String name = NumberedBackup(NameWithin(backups.first), number);
@@ -223,7 +224,9 @@ void BackupCommands::AddUnrecorded(Backups& backups) const
         const String path = backups.PathOf(name);
         if (state == BackupFolder::State::Missing && number > 1)
             return;
-        const bool isFound = std::ranges::find(backups.found, path, &Backups::Candidate::path) != backups.found.end();
+        const bool isFound = std::ranges::any_of(backups.found, [&](const Backups::Candidate& candidate) {
+            return PathKey(candidate.path) == PathKey(path);
+        });
         if (isFound || state == BackupFolder::State::Missing || state == BackupFolder::State::OfAnother)
             continue;
         if (const auto other = owners_.OtherThan(backups.file, backups.first))
@@ -241,7 +244,7 @@ void BackupCommands::AddDesktopBackup(Backups& backups) const
 {
     const String& file = backups.file;
     const String lookedFor = BackupPathOf(file);
-    const bool isOwn = lookedFor != file && FileExists(file) && FileExists(lookedFor) &&
+    const bool isOwn = PathKey(lookedFor) != PathKey(file) && FileExists(file) && FileExists(lookedFor) &&
                        !owners_.OtherThan(file, lookedFor) && FirstBytes(file) == FirstBytes(lookedFor);
     // In the folder of the file, and so is the backup of a run as a rule; where that is elsewhere, it is left alone.
     if (isOwn && FolderOf(StringView(lookedFor)) == FolderOf(StringView(backups.first)))
@@ -252,7 +255,7 @@ BackupOwners::BackupOwners(const BatchCall& call, const std::vector<JobFile>& fi
     : patterns_(call.patterns.begin(), call.patterns.end())
 {
     for (const JobFile& file : files)
-        named_.insert(file.path);
+        named_.insert(PathKey(file.path));
 }
 
 std::optional<String> BackupOwners::OtherThan(const String& path, const String& backup) const
@@ -263,10 +266,11 @@ std::optional<String> BackupOwners::OtherThan(const String& path, const String& 
     for (const StringView extension : presentationExtensions) {
         const String other = stem + String(extension);
         const StringView name = FileNameOf(other);
-        const bool counts = named_.contains(other) || std::ranges::any_of(patterns_, [&](const FilePattern& pattern) {
-                                return pattern.Matches(name);
-                            });
-        if (counts && other != path && BackupTargetOf(other) == backup && FileExists(other))
+        const bool counts =
+            named_.contains(PathKey(other)) ||
+            std::ranges::any_of(patterns_, [&](const FilePattern& pattern) { return pattern.Matches(name); });
+        if (counts && PathKey(other) != PathKey(path) && PathKey(BackupTargetOf(other)) == PathKey(backup) &&
+            FileExists(other))
             return other;
     }
     return {};

@@ -51,7 +51,7 @@ public:
 
 private:
     std::vector<FilePattern> patterns_;  // of the call: what a folder scan would take
-    std::unordered_set<String> named_;   // the files of the call
+    std::unordered_set<String> named_;   // the files of the call, by PathKey
 };
 
 /// "restore" and "clean", file by file. A file's backups are those that the record of their folder knows, unchanged

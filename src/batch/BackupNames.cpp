@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "platform/PathKey.h"
+
 namespace tessarine::batch
 {
 
@@ -10,8 +12,10 @@ String NumberedBackup(const String& first, std::int64_t number)
     return number == 1 ? first : first + u"." + FromUtf8(std::to_string(number));
 }
 
-std::optional<std::int64_t> NumberOfBackup(const String& first, StringView name)
+std::optional<std::int64_t> NumberOfBackup(const String& firstName, StringView anyName)
 {
+    const String first = PathKey(firstName);
+    const String name = PathKey(anyName);
     if (name == first)
         return 1;
     if (!name.starts_with(first + u"."))

@@ -3,9 +3,9 @@
 #include "files/Files.h"
 #include "files/WindowsFiles.h"
 #include "log/Treatments.h"
-#include "platform/CaseFolding.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/PathKey.h"
 #include "platform/WindowsHeaders.h"
 
 namespace tessarine::batch
@@ -27,10 +27,9 @@ bool IsLink(const NativeString& path)
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
 }
 
-/// Names that differ in case alone are those of one file.
 std::string Key(StringView path)
 {
-    return ToUtf8(FoldCase(path));
+    return ToUtf8(PathKey(path));
 }
 
 }  // namespace

@@ -21,6 +21,7 @@
 #include "platform/Crc32.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
+#include "platform/PathKey.h"
 #include "run/RecordFile.h"
 #include "saving/MarkedFile.h"
 #include "saving/NewFile.h"
@@ -157,8 +158,8 @@ class BackupFolder::Lines
 public:
     void Add(Line line)
     {
-        byOriginal_[line.backup.original].push_back(all_.size());
-        byName_[line.backup.name].push_back(all_.size());
+        byOriginal_[PathKey(line.backup.original)].push_back(all_.size());
+        byName_[PathKey(line.backup.name)].push_back(all_.size());
         all_.push_back(std::move(line));
     }
 
@@ -179,14 +180,14 @@ public:
 private:
     using Index = std::unordered_map<String, std::vector<std::size_t>>;
 
-    static std::span<const std::size_t> Found(const Index& index, const String& key)
+    static std::span<const std::size_t> Found(const Index& index, const String& name)
     {
-        const auto entry = index.find(key);
+        const auto entry = index.find(PathKey(name));
         return entry == index.end() ? std::span<const std::size_t>() : entry->second;
     }
 
     std::vector<Line> all_;
-    Index byOriginal_;
+    Index byOriginal_;  // by PathKey, as the other
     Index byName_;
 };
 
@@ -227,9 +228,8 @@ BackupFolder::Original BackupFolder::OriginalAt(const String& path) const
 {
     const StringView folder = FolderOf(StringView(path));
     Original original;
-    // As the system takes them: Windows has two separators. Only a name: the folder as a whole may be moved, and its
-    // record with it.
-    original.name = NativePath(folder) == NativePath(folder_)
+    // Only a name: the folder as a whole may be moved, and its record with it.
+    original.name = PathKey(folder) == PathKey(folder_)
                         ? path.substr(folder.size())
                         : PathText(std::filesystem::absolute(NativePath(path)).native());
     if (const auto status = StatusAt(NativePath(path), Look::WithOwner))
@@ -279,7 +279,8 @@ std::vector<String> BackupFolder::NamesFor(const Original& original)
     std::vector<String> names;
     for (const std::size_t at : lines_->Of(original)) {
         const Line& line = (*lines_)[at];
-        if (Matches(line, line.backup.name, original) && std::ranges::find(names, line.backup.name) == names.end())
+        const bool isNew = std::ranges::find(names, PathKey(line.backup.name), PathKey) == names.end();
+        if (isNew && Matches(line, line.backup.name, original))
             names.push_back(line.backup.name);
     }
     return names;
@@ -379,14 +380,14 @@ void BackupFolder::Remove(const String& name)
     const NativeString native = NativePath(name);
     if (!DeleteIn(open_->folder, native))
         throw ClassicFileFailure(errno, "delete", PathOf(native));
-    removed_.insert(name);
+    removed_.insert(PathKey(name));
 }
 
 void BackupFolder::NoteMissing(const Original& original)
 {
     for (const String& name : NamesFor(original))
         if (!IsTaken(name))
-            removed_.insert(name);
+            removed_.insert(PathKey(name));
 }
 
 void BackupFolder::ForgetRemoved()
@@ -408,7 +409,8 @@ bool BackupFolder::IsBelieved(const std::string& owner, const Original& original
 
 bool BackupFolder::Matches(const Line& line, const String& name, const Original& original) const
 {
-    return line.backup.name == name && line.backup.original == original.name && IsBelieved(line.owner, original);
+    return PathKey(line.backup.name) == PathKey(name) && PathKey(line.backup.original) == PathKey(original.name) &&
+           IsBelieved(line.owner, original);
 }
 
 void BackupFolder::LoadRecordOf(const std::string& owner)
@@ -514,7 +516,7 @@ void BackupFolder::ForgetIn(const Source& source)
     // backup that it is just making.
     std::multiset<std::string> gone;
     for (const Line& line : lines_->All())
-        if (line.record == source.name && removed_.contains(line.backup.name))
+        if (line.record == source.name && removed_.contains(PathKey(line.backup.name)))
             gone.insert(LineOf(line.backup));
     const std::string text = TextOf(file.get());
     std::string rest;

@@ -111,7 +111,7 @@ private:
     std::unique_ptr<OpenFiles> open_;
     std::vector<Source> sources_;   // the records that are looked at
     std::unique_ptr<Lines> lines_;  // of all of them
-    std::set<String> removed_;      // names since the last ForgetRemoved
+    std::set<String> removed_;      // PathKey of names, since the last ForgetRemoved
 };
 
 }  // namespace tessarine

@@ -386,6 +386,39 @@ TEST_F(BackupCommandsTest, RestoreNeverGoesThroughALink)
     EXPECT_EQ(Content(u"a.pptx"), "new");
 }
 
+#else
+
+TEST_F(BackupCommandsTest, FindsABackupWhateverTheCaseOfTheName)
+{
+    folder.Write(u"a.pptx", "new");
+    WriteBackup(u"a..bak", u"a.pptx", "old");
+    WriteBackup(u"A..bak.2", u"A.pptx", "older");
+
+    EXPECT_EQ(Restore(folder.PathOf(u"A.PPTX")).status, FileStatus::Counted);
+    EXPECT_EQ(Content(u"a.pptx"), "older");
+    EXPECT_EQ(Clean(folder.PathOf(u"A.pptx")).status, FileStatus::Counted);
+    EXPECT_THAT(FilesOfFolder(folder.Path()), testing::SizeIs(1)) << "the file itself";
+    EXPECT_EQ(Content(u"a.pptx"), "older");
+}
+
+TEST_F(AnyBackupTest, AFileIsNeverItsOwnBackupInCapitals)
+{
+    const String file = folder.Write(u"a.BAK", "content");
+
+    EXPECT_EQ(Restore(file).status, FileStatus::NothingCounted);
+    EXPECT_EQ(Clean(file).status, FileStatus::NothingCounted);
+    EXPECT_EQ(Content(u"a.BAK"), "content");
+}
+
+TEST_F(AnyBackupTest, AFileIsNotItsOwnNeighbourInCapitals)
+{
+    const String file = folder.Write(u"A.PPTX", "new");
+    folder.Write(u"A..bak", "old");
+
+    EXPECT_EQ(Restore(file).status, FileStatus::Counted);
+    EXPECT_EQ(Content(u"A.PPTX"), "old");
+}
+
 #endif
 
 }  // namespace tessarine::batch

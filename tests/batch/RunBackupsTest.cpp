@@ -280,6 +280,20 @@ TEST_F(RunBackupsTest, KeepsTheBackupWhenItCannotBeRecorded)
     EXPECT_NE(told[0].find(u"only restore --any-backup takes"), String::npos);
 }
 
+#else
+
+TEST_F(RunBackupsTest, KnowsTheFirstBackupWhateverTheCaseOfTheName)
+{
+    const String file = folder.Write(u"a.pptx", "old");
+    ASSERT_EQ(Make(file), u"");
+    folder.Write(u"a.pptx", "new");
+
+    EXPECT_EQ(Make(folder.PathOf(u"A.PPTX")), u"");
+    EXPECT_EQ(Content(u"a..bak"), "old");
+    EXPECT_EQ(MakeNumbered(folder.PathOf(u"A.PPTX")), u"");
+    EXPECT_EQ(Content(u"a..bak.2"), "new");
+}
+
 #endif
 
 }  // namespace tessarine::batch
