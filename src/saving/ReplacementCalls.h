@@ -58,6 +58,10 @@ private:
     bool isUp_ = true;
 };
 
+/// Whether anybody has a file open for writing, as far as the system tells this process. What is written into the old
+/// file after another one has taken its place would be lost. False on Windows, where a WriteBarrier sees to that.
+bool IsOpenForWriting(const HeldFolder& folder, const NativeString& name);
+
 /// Flushes a folder to the disk, so that the names in it last. True where the file system has no such thing.
 bool FlushFolder(const HeldFolder& folder);
 

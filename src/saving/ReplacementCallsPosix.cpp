@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 
 #include "saving/ReplacementCalls.h"
 
@@ -64,6 +65,18 @@ void MakeOwnAlone(NativeFile file)
 WriteBarrier WriteBarrier::On(const HeldFolder&, const NativeString&)
 {
     return {};
+}
+
+// The system gives the file's owner a lease for reading as long as nobody has the file open for writing. Whoever opens
+// it so in that moment waits until the lease is given back, which is at once.
+bool IsOpenForWriting(const HeldFolder& folder, const NativeString& name)
+{
+    const FileDescriptor file(openat(folder.get(), name.c_str(), O_RDONLY | itself));
+    // The system tells of one who waits by a signal. This one does nothing; the usual one would end the process.
+    if (!file.IsOpen() || fcntl(file.get(), F_SETSIG, SIGURG) != 0)
+        return false;
+    // Other failures are those of file systems without leases, and of files of other users.
+    return fcntl(file.get(), F_SETLEASE, F_RDLCK) != 0 && errno == EAGAIN;
 }
 
 bool FlushFolder(const HeldFolder& folder)

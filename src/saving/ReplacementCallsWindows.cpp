@@ -95,6 +95,11 @@ WriteBarrier WriteBarrier::On(const HeldFolder& folder, const NativeString& name
     return barrier;
 }
 
+bool IsOpenForWriting(const HeldFolder&, const NativeString&)
+{
+    return false;
+}
+
 bool FlushFolder(const HeldFolder& folder)
 {
     if (FlushFileBuffers(folder.get()))

@@ -272,6 +272,9 @@ void ReplacementFile::TakePlace()
     const auto barrier = old_ ? WriteBarrier::On(place_.folder, place_.name) : WriteBarrier();
     if (!barrier)
         throw FailureFor(errno, "save (the new file can't take the old one's place)");
+    if (old_ && IsOpenForWriting(place_.folder, place_.name))
+        throw FailureFor(FileTrouble::InUse, place_.path,
+                         "another program has it open for writing; run it again when that has closed it");
     CheckPlace();
     if (old_)
         TakePlaceOfOldFile();
@@ -304,9 +307,11 @@ void ReplacementFile::TakePlaceOfOldFile()
             throw FailureFor(errno, attempt);
         return;
     }
+    // In this order: who no longer has it open has written what there was to write.
+    const bool isBeingWritten = IsOpenForWriting(place_.folder, newFile_->Name());
     const auto cameOut = FileStateIn(place_.folder, newFile_->Name());
     const int error = errno;
-    if (cameOut && IsOldFile(*cameOut)) {
+    if (cameOut && IsOldFile(*cameOut) && !isBeingWritten) {
         newFile_->Remove();
         GiveAttributesAgain();
         return;

@@ -159,6 +159,52 @@ TEST_F(FilesOfOthers, AreNotMetByAFolderThatIsSwappedMeanwhile)
     EXPECT_EQ(ContentOf(folder_.PathOf(u"decks/q.pptx")), "other deck");
 }
 
+/// A deck that another program has open and writes into later.
+class FileOpenForWriting : public FilesOfOthers
+{
+protected:
+    void SetUp() override
+    {
+        const FileDescriptor file(open(ToUtf8(deck_).c_str(), O_RDONLY | O_CLOEXEC));
+        if (fcntl(file.get(), F_SETLEASE, F_RDLCK) != 0)
+            GTEST_SKIP() << "the file system doesn't tell who writes";
+    }
+
+    void OpenByAnother() { theirs_ = FileDescriptor(open(ToUtf8(deck_).c_str(), O_WRONLY | O_APPEND | O_CLOEXEC)); }
+
+    /// The save is refused, and what the other program writes now is in the deck.
+    void ExpectKept(const Raised& raised, const char* text) const
+    {
+        EXPECT_EQ(raised.number, FailureNumber::SharingViolation);
+        EXPECT_THAT(raised.text, HasSubstr(text));
+        EXPECT_EQ(write(theirs_.get(), " of theirs", 10), 10);
+        EXPECT_EQ(ContentOf(deck_), "deck of theirs");
+    }
+
+    const String deck_ = folder_.Write(u"q.pptx", "deck");
+
+private:
+    FileDescriptor theirs_;
+};
+
+TEST_F(FileOpenForWriting, IsNotReplaced)
+{
+    OpenByAnother();
+
+    ExpectKept(RaisedBy([&] { Replace(deck_, "new"); }), "another program has it open for writing");
+}
+
+TEST_F(FileOpenForWriting, SinceTheLastMomentComesBack)
+{
+    const RenameHook hook({[&] {
+        OpenByAnother();
+        return 0;
+    }});
+
+    ExpectKept(RaisedBy([&] { Replace(deck_, "new"); }), "was changed by another program");
+    EXPECT_EQ(RemoveLeftovers(folder_.Path()), 0u);
+}
+
 /// What another program may do to a file between its opening and the save.
 struct Change {
     friend void PrintTo(const Change& change, std::ostream* stream) { *stream << change.name; }
