@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <thread>
+
 #include "office/windows/PowerPointProvider.h"
 #include "platform/Failure.h"
 #include "StandIn.h"
@@ -315,6 +318,9 @@ TEST_F(PowerPointSurface, CreationThatFailsIs429)
 
     standIn.RegisterMissingProgram();
     EXPECT_EQ(FailureOf([&] { provider->CreateApplication(); }).number, FailureNumber::CannotCreateObject);
+    // The one that refused can be found until it has ended.
+    while (standIn.Running() > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     EXPECT_EQ(provider->AttachToRunning(), nullptr);
 }
 
