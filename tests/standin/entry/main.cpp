@@ -5,6 +5,7 @@
 #include "office/sheets/ExcelProvider.h"
 #include "platform/Locale.h"
 #include "standin/ForeignSaves.h"
+#include "standin/KeptInterfaces.h"
 #include "standin/LocalServer.h"
 #include "standin/OrderedWatch.h"
 #include "standin/Relay.h"
@@ -49,6 +50,7 @@ int wmain(int argumentCount, wchar_t** arguments)
     // As PowerPoint and Excel are; the relay must be able to be called back while it calls.
     if (FAILED(CoInitializeEx(nullptr, isRelay ? COINIT_MULTITHREADED : COINIT_APARTMENTTHREADED)))
         return 1;
+    KeepInterfaces();
     UseSystemLocale();
     const int status = isRelay                              ? ServeRelay()
                        : what == PowerPointProgram.argument ? ServePowerPointIn(arguments[2])

@@ -6,6 +6,7 @@
 
 #include "office/windows/PowerPointProvider.h"
 #include "platform/Failure.h"
+#include "standin/KeptInterfaces.h"
 #include "standin/Relay.h"
 #include "standin/ServedPowerPoint.h"
 #include "support/SurfaceRoute.h"
@@ -97,6 +98,7 @@ public:
     void SetUp() override
     {
         ASSERT_TRUE(SUCCEEDED(CoInitializeEx(nullptr, COINIT_MULTITHREADED)));
+        KeepInterfaces();
         const std::wstring program = FileBesideThisProgram(TESSARINE_STAND_IN);
         ASSERT_TRUE(Register(PowerPointProgram, program, L".", RelayProgram.argument));
         ASSERT_TRUE(Register(RelayProgram, program, L"."));
