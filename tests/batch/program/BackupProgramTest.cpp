@@ -33,11 +33,10 @@ TEST_F(BackupProgramTest, RestoreUndoesAReplaceWithBackup)
 
     const Outcome outcome = program.Run({"restore", "--verbose", "decks"});
 
-    EXPECT_EQ(outcome.output,
-              "decks/a.pptx: restored from decks/a..bak\n"
-              "decks/b.pptx: no backup\n"
-              "\n"
-              "2 files: 1 restored, 1 without a backup, 0 failed\n");
+    EXPECT_EQ(outcome.output, Native("decks/a.pptx: restored from decks/a..bak\n"
+                                     "decks/b.pptx: no backup\n"
+                                     "\n"
+                                     "2 files: 1 restored, 1 without a backup, 0 failed\n"));
     EXPECT_EQ(outcome.error, "");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(Content(u"decks/a.pptx"), before);
@@ -52,9 +51,10 @@ TEST_F(BackupProgramTest, CleanDeletesTheBackups)
 
     constexpr auto nothingElse = R"("older":[],"warnings":[]})";
     EXPECT_EQ(outcome.output,
-              std::string(R"({"file":"decks/a.pptx","backup":"decks/a..bak","status":1,"error":"",)") + nothingElse +
-                  "\n" + R"({"file":"decks/b.pptx","backup":"decks/b..bak","status":1,"error":"",)" + nothingElse +
-                  "\n" + R"({"file":"gone.pptx","backup":"","status":0,"error":"File not found.",)" + nothingElse +
+              NativeInJson(R"({"file":"decks/a.pptx","backup":"decks/a..bak","status":1,"error":"",)") + nothingElse +
+                  "\n" + NativeInJson(R"({"file":"decks/b.pptx","backup":"decks/b..bak","status":1,"error":"",)") +
+                  nothingElse + "\n" + R"({"file":"gone.pptx","backup":"","status":0,"error":"File not found.",)" +
+                  nothingElse +
                   "\n"
                   R"({"summary":{"files":3,"removed":2,"unchanged":0,"failed":1}})"
                   "\n");
@@ -69,13 +69,15 @@ TEST_F(BackupProgramTest, ChangesNoFileWhoseBackupWouldOverwriteAnother)
 
     const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup", "decks"});
 
-    EXPECT_EQ(outcome.output,
-              "decks/a.pptm: changed, 1 replaced\n"
-              "    \"Fabrikam\" -> \"Contoso\"  slides 1\n"
-              "decks/a.pptx: failed: Its backup would overwrite another file of this job, or that file's backup: "
-              "decks/a..bak\n"
-              "\n"
-              "3 files: 1 changed, 1 unchanged, 1 failed; 1 occurrence replaced\n");
+    EXPECT_EQ(
+        outcome.output,
+        EngineLine +
+            Native("decks/a.pptm: changed, 1 replaced\n"
+                   "    \"Fabrikam\" -> \"Contoso\"  slides 1\n"
+                   "decks/a.pptx: failed: Its backup would overwrite another file of this job, or that file's backup: "
+                   "decks/a..bak\n"
+                   "\n"
+                   "3 files: 1 changed, 1 unchanged, 1 failed; 1 occurrence replaced\n"));
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(Content(u"decks/a.pptx"), before);
 }
@@ -88,13 +90,15 @@ TEST_F(BackupProgramTest, KeepsTheOriginalOverSeveralRuns)
     const Outcome second =
         program.Run({"replace", "--find", "Contoso", "--with", "Litware", "--backup", "decks/a.pptx"});
 
-    EXPECT_EQ(second.output,
-              "decks/a.pptx: changed, 1 replaced\n"
-              "    \"Contoso\" -> \"Litware\"  slides 1\n"
-              "    warning: keeps the backup of an earlier run, decks/a..bak; what it held before this run is in no "
-              "backup\n"
-              "\n"
-              "1 file: 1 changed, 0 unchanged, 0 failed; 1 occurrence replaced\n");
+    EXPECT_EQ(
+        second.output,
+        EngineLine +
+            "decks/a.pptx: changed, 1 replaced\n"
+            "    \"Contoso\" -> \"Litware\"  slides 1\n"
+            "    warning: keeps the backup of an earlier run, decks/a..bak; what it held before this run is in no "
+            "backup\n"
+            "\n"
+            "1 file: 1 changed, 0 unchanged, 0 failed; 1 occurrence replaced\n");
     EXPECT_EQ(second.status, 0);
     EXPECT_EQ(Content(u"decks/a..bak"), original);
 }
@@ -189,6 +193,7 @@ TEST_F(BackupProgramTest, RestoreGivesAReadOnlyFileBackAsItWas)
     const String deck = program.folder.PathOf(u"decks/a.pptx");
     const std::string original = ContentOf(deck);
     SetMode(deck, 0440);
+    const mode_t mode = ModeOf(deck);
     program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup", "--read-only", "decks/a.pptx"});
     ASSERT_NE(ContentOf(deck), original);
 
@@ -198,7 +203,7 @@ TEST_F(BackupProgramTest, RestoreGivesAReadOnlyFileBackAsItWas)
     EXPECT_THAT(refused.output, HasSubstr("decks/a.pptx: failed: Read Only File.\n"));
     EXPECT_EQ(restored.status, 0);
     EXPECT_EQ(ContentOf(deck), original);
-    EXPECT_EQ(ModeOf(deck), 0440u);
+    EXPECT_EQ(ModeOf(deck), mode);
 }
 
 }  // namespace

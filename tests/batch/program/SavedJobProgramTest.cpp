@@ -185,7 +185,7 @@ TEST_F(SavedJobProgramTest, AJobOnlyFindsWithoutReplace)
     const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
 
     const Outcome found = program.Run({"run", "job.tsq"});
-    EXPECT_EQ(found.output, FullPath(u"decks/a.pptx") +
+    EXPECT_EQ(found.output, EngineLine + FullPath(u"decks/a.pptx") +
                                 ": 1 found\n"
                                 "    \"Fabrikam\"  slides 1\n"
                                 "\n"
@@ -195,7 +195,7 @@ TEST_F(SavedJobProgramTest, AJobOnlyFindsWithoutReplace)
     EXPECT_EQ(ContentOf(PathOf(u"decks/a.pptx")), before);
 
     const Outcome replaced = program.Run({"run", "job.tsq", "--replace", "--verbose"});
-    EXPECT_EQ(replaced.output, FullPath(u"decks/a.pptx") +
+    EXPECT_EQ(replaced.output, EngineLine + FullPath(u"decks/a.pptx") +
                                    ": changed, 1 replaced\n"
                                    "    \"Fabrikam\" -> \"Contoso\"  slides 1\n" +
                                    FullPath(u"decks/b.pptx") +
@@ -259,7 +259,7 @@ TEST_F(SavedJobProgramTest, PathsTakeThePlaceOfTheJobsOwn)
 
     const Outcome outcome = program.Run({"run", "job.tsq", "decks/inner", "decks/a.pptx"});
 
-    EXPECT_THAT(outcome.output, HasSubstr("decks/inner/c.pptx: 1 found\n"));
+    EXPECT_THAT(outcome.output, HasSubstr("decks/inner" + Native("/c.pptx: 1 found\n")));
     EXPECT_THAT(outcome.output, HasSubstr("2 files: 2 with hits"));
     EXPECT_EQ(outcome.status, 0);
 }
@@ -374,7 +374,7 @@ TEST_F(SavedJobProgramTest, AJobMayTakeItsPairsFromAListFile)
 
     const Outcome outcome = program.Run({"run", "job.tsq", "--replace"});
 
-    EXPECT_EQ(outcome.output, FullPath(u"decks/a.pptx") +
+    EXPECT_EQ(outcome.output, EngineLine + FullPath(u"decks/a.pptx") +
                                   ": changed, 2 replaced\n"
                                   "    \"Fabrikam\" -> \"Contoso\"  slides 1\n"
                                   "    \"2023\" -> \"2024\"         slides 1\n"

@@ -10,7 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "batch/program/Program.h"
+#include "batch/program/ProgramPosix.h"
 #include "support/Deck.h"
 
 namespace tessarine::test
@@ -30,10 +30,10 @@ std::string OnATerminal(Program& program, const std::vector<std::string>& argume
     if (openpty(&master, &slave, nullptr, nullptr, &size) != 0)
         throw std::runtime_error("no terminal to be had");
     fcntl(master, F_SETFD, FD_CLOEXEC);
-    const pid_t process = program.Start(arguments, slave, slave, slave);
+    const pid_t process = Start(program, arguments, slave, slave, slave);
     close(slave);
     const std::string shown = ReadAll(master);
-    Program::WaitFor(process);
+    WaitFor(process);
     close(master);
     return shown;
 }
@@ -86,7 +86,8 @@ protected:
         EXPECT_EQ(pipe2(pipe_, O_CLOEXEC), 0);
         EXPECT_GE(fcntl(pipe_[1], F_SETPIPE_SZ, 4096), 4096);
         error_ = open(ToUtf8(program.folder.Write(u".error", "")).c_str(), O_RDWR | O_CLOEXEC);
-        process_ = program.Start({"find", "--find", "Fabrikam", "--format", "json", "decks"}, error_, pipe_[1], error_);
+        process_ =
+            Start(program, {"find", "--find", "Fabrikam", "--format", "json", "decks"}, error_, pipe_[1], error_);
         close(pipe_[1]);
         WaitUntilThePipeIsFull();
     }
@@ -115,7 +116,7 @@ TEST_F(StoppedRunTest, TheFirstInterruptStopsBeforeTheNextFile)
 {
     kill(process_, SIGINT);
     const std::string output = ReadAll(pipe_[0]);
-    const int status = Program::WaitFor(process_);
+    const int status = WaitFor(process_);
 
     const auto lines = std::count(output.begin(), output.end(), '\n');
     EXPECT_LT(lines, fileCount);
@@ -132,7 +133,7 @@ TEST_F(StoppedRunTest, TerminationStopsInTheSameWay)
     const std::string output = ReadAll(pipe_[0]);
 
     EXPECT_THAT(output, HasSubstr("{\"summary\":"));
-    EXPECT_EQ(Program::WaitFor(process_), 1);
+    EXPECT_EQ(WaitFor(process_), 1);
 }
 
 TEST_F(StoppedRunTest, TheSecondInterruptEndsAtOnce)

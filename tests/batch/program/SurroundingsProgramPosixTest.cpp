@@ -7,7 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "batch/program/Program.h"
+#include "batch/program/ProgramPosix.h"
 #include "files/Files.h"
 #include "log/ErrorLog.h"
 #include "support/Deck.h"
@@ -28,7 +28,7 @@ TEST(SurroundingsProgramTest, FailuresStandInTheErrorLogToo)
 
     program.Run({"find", "--find", "x", "a.pptx"});
 
-    EXPECT_THAT(ContentOf(program.folder.PathOf(u".data/Tessarine/Tessarine/Errors.Log")), HasSubstr("a.pptx"));
+    EXPECT_THAT(program.Log(), HasSubstr("a.pptx"));
 }
 
 TEST(SurroundingsProgramTest, WithoutAPlaceForTheLogTheRunGoesOn)
@@ -85,7 +85,7 @@ TEST(SurroundingsProgramTest, AnUnwritableReportShowsInTheExitStatus)
     Program program;
     program.folder.Write(u"a.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
 
-    const Outcome outcome = program.RunInto("/dev/full", {"find", "--find", "Fabrikam", "a.pptx"});
+    const Outcome outcome = RunInto(program, "/dev/full", {"find", "--find", "Fabrikam", "a.pptx"});
 
     EXPECT_EQ(outcome.error, "tessarine-batch: the report could not be written completely\n");
     EXPECT_EQ(outcome.status, 1);
@@ -102,8 +102,8 @@ TEST(SurroundingsProgramTest, AReportThatNobodyReadsDoesNotEndTheRun)
     close(ends[0]);
     const int error = open(ToUtf8(program.folder.Write(u".error", "")).c_str(), O_RDWR | O_CLOEXEC);
 
-    const int status = Program::WaitFor(
-        program.Start({"replace", "--find", "Fabrikam", "--with", "Contoso", "."}, error, ends[1], error));
+    const int status =
+        WaitFor(Start(program, {"replace", "--find", "Fabrikam", "--with", "Contoso", "."}, error, ends[1], error));
     close(ends[1]);
     close(error);
 

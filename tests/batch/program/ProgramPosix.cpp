@@ -1,4 +1,4 @@
-#include "batch/program/Program.h"
+#include "batch/program/ProgramPosix.h"
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -66,37 +66,42 @@ Outcome Program::Run(const std::vector<std::string>& arguments, const std::strin
     const WorkFile out(ToUtf8(folder.Write(u".output", "")));
     const WorkFile error(ToUtf8(folder.Write(u".error", "")));
 
-    const int status = WaitFor(Start(arguments, in.descriptor(), out.descriptor(), error.descriptor()));
+    const int status = WaitFor(Start(*this, arguments, in.descriptor(), out.descriptor(), error.descriptor()));
     return {status, out.Content(), error.Content()};
 }
 
-Outcome Program::RunInto(const std::string& outputPath, const std::vector<std::string>& arguments)
+std::string Program::Log() const
+{
+    return ContentOf(folder.PathOf(u".data/Tessarine/Tessarine/Errors.Log")).substr(earlierLog_);
+}
+
+Outcome RunInto(const Program& program, const std::string& outputPath, const std::vector<std::string>& arguments)
 {
     const WorkFile out(outputPath);
-    const WorkFile error(ToUtf8(folder.Write(u".error", "")));
+    const WorkFile error(ToUtf8(program.folder.Write(u".error", "")));
 
-    const int status = WaitFor(Start(arguments, error.descriptor(), out.descriptor(), error.descriptor()));
+    const int status = WaitFor(Start(program, arguments, error.descriptor(), out.descriptor(), error.descriptor()));
     return {status, {}, error.Content()};
 }
 
-pid_t Program::Start(const std::vector<std::string>& arguments, int input, int output, int error)
+pid_t Start(const Program& program, const std::vector<std::string>& arguments, int input, int output, int error)
 {
     std::vector<std::string> texts{TESSARINE_BATCH};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
     std::vector<std::string> variables;
-    for (const auto& [name, value] : environment)
+    for (const auto& [name, value] : program.environment)
         variables.push_back(name + "=" + value);
     const auto argumentPointers = Pointers(texts);
     const auto variablePointers = Pointers(variables);
-    const std::string workFolder = ToUtf8(folder.Path());
+    const std::string workFolder = ToUtf8(program.folder.Path());
 
     const pid_t process = fork();
     if (process < 0)
         throw std::runtime_error("can't start a process");
     if (process == 0) {
         const bool ready = dup2(input, 0) == 0 && dup2(output, 1) == 1 && dup2(error, 2) == 2;
-        const rlimit limit{fileSizeLimit, fileSizeLimit};
-        if (fileSizeLimit > 0)
+        const rlimit limit{program.fileSizeLimit, program.fileSizeLimit};
+        if (program.fileSizeLimit > 0)
             setrlimit(RLIMIT_FSIZE, &limit);
         if (ready && chdir(workFolder.c_str()) == 0)
             execve(argumentPointers[0], argumentPointers.data(), variablePointers.data());
@@ -105,7 +110,7 @@ pid_t Program::Start(const std::vector<std::string>& arguments, int input, int o
     return process;
 }
 
-int Program::WaitFor(pid_t process)
+int WaitFor(pid_t process)
 {
     int status = 0;
     while (waitpid(process, &status, 0) < 0) {
