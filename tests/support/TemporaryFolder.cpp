@@ -52,7 +52,8 @@ TemporaryFolder::~TemporaryFolder()
     const auto open = [&](const fs::path& folder) { fs::permissions(folder, fs::perms::owner_all, error); };
     open(root);
     for (fs::recursive_directory_iterator entry(root, error), end; !error && entry != end; entry.increment(error))
-        if (entry->is_directory(error) && !entry->is_symlink(error))
+        // Windows removes no file that is read-only.
+        if (!entry->is_symlink(error) && (PathSeparator == u'\\' || entry->is_directory(error)))
             open(entry->path());
     fs::remove_all(root, error);
 }
