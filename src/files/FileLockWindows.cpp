@@ -70,6 +70,18 @@ void FailIfOpenElsewhere(const NativeString& path)
             FailForLockFile(path, lockFile);
 }
 
+/// The status of what a path leads to. Raises when somebody has the file open and doesn't let it be replaced: that
+/// would fail the save, and is better told before any work.
+std::optional<FileFacts> StatusForReplacing(const NativeString& path)
+{
+    const FileDescriptor file = OpenExisting(path, DELETE | FILE_READ_ATTRIBUTES);
+    if (file.IsOpen())
+        return StatusOf(file.get());
+    if (errno == EBUSY)
+        FailForHolder(path, LockAttempt::HeldByAProgram);
+    return StatusAt(path);
+}
+
 bool IsLink(const NativeString& path)
 {
     const DWORD attributes = GetFileAttributesW(path.c_str());
@@ -130,12 +142,8 @@ FileLock::FileLock(StringView path)
         const LockAttempt attempt = TryToLock(file.get());
         if (attempt == LockAttempt::HeldByARun || attempt == LockAttempt::HeldByAProgram)
             FailForHolder(*native, attempt);
-        // Who has the file open and doesn't let it be replaced would fail the save; better told before any work.
-        if (!OpenExisting(*native, DELETE).IsOpen() && errno == EBUSY)
-            FailForHolder(*native, LockAttempt::HeldByAProgram);
-
         // Another run may have put a new file there between the two calls; the lock would be on the old one.
-        const auto named = StatusAt(*native);
+        const auto named = StatusForReplacing(*native);
         if (!named || named->state.identity != identity)
             continue;
         FailIfOpenElsewhere(*native);

@@ -213,11 +213,14 @@ FileAttributes GetAttributes(StringView path)
 void SetAttributes(StringView path, const FileAttributes& attributes)
 {
     const NativeString native = NativePath(path);
-    // Most files have them still, which one look tells.
-    if (ExistingStatus(native).mode == SettableAttributes(attributes.mode))
+    const DWORD wanted = SettableAttributes(attributes.mode);
+    // Most files have them still, which one look tells without opening them. Those of a link are its own.
+    const DWORD named = GetFileAttributesW(native.c_str());
+    const bool isItself = named != INVALID_FILE_ATTRIBUTES && (named & FILE_ATTRIBUTE_REPARSE_POINT) == 0;
+    if ((isItself && SettableAttributes(named) == wanted) || ExistingStatus(native).mode == wanted)
         return;
     const FileDescriptor file = OpenKnownFile(native, attributes.file, KnownFileUse::Attributes, settingAttributes);
-    PutAttributes(file, SettableAttributes(attributes.mode), native);
+    PutAttributes(file, wanted, native);
 }
 
 void ClearAttributes(StringView path, const FileAttributes& attributes)
