@@ -80,15 +80,14 @@ bool FileLock::IsOnAnother(StringView path, const FileIdentity& file)
                                [&](const FileLock* lock) { return lock->path_ == path && lock->identity_ != file; });
 }
 
-void FileLock::GiveTo(FileDescriptor newFile, const FileIdentity& old)
+void FileLock::GiveTo(FileDescriptor newFile, const FileIdentity& identity, const FileIdentity& old)
 {
     const std::scoped_lock guard(heldLocksGuard);
     const auto held = std::ranges::find_if(heldLocks, [&](const FileLock* lock) { return lock->identity_ == old; });
-    const auto state = held == heldLocks.end() ? std::nullopt : FileStateOf(newFile.get());
-    if (!state)
+    if (held == heldLocks.end())
         return;
     (*held)->file_ = std::move(newFile);
-    (*held)->identity_ = state->identity;
+    (*held)->identity_ = identity;
 }
 
 std::array<NativeString, 2> LockFileNamesFor(const NativeString& path)

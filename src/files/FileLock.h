@@ -42,7 +42,7 @@ public:
 
     /// The lock that this process holds on `old`, if there is one, goes over to another file, which is
     /// locked already (TryToLock). Without such a lock that file is closed.
-    static void GiveTo(FileDescriptor newFile, const FileIdentity& old);
+    static void GiveTo(FileDescriptor newFile, const FileIdentity& identity, const FileIdentity& old);
 
 private:
     void Hold(FileDescriptor file, const FileIdentity& identity, StringView path);

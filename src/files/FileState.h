@@ -71,4 +71,8 @@ std::optional<FileState> FileStateOf(NativeFile file);
 std::optional<FileState> FileStateOf(StringView path);  ///< Nothing also for a path that can't be one.
 std::optional<FileState> FileStateIn(const HeldFolder& folder, const NativeString& name);
 
+/// That of an open file whose identity is known: an open file keeps it, and on Windows the volume's part of it takes a
+/// call of its own, which under Wine costs more than opening a file.
+std::optional<FileState> FileStateOf(NativeFile file, const FileIdentity& identity);
+
 }  // namespace tessarine

@@ -43,6 +43,11 @@ std::optional<FileFacts> StatusOf(NativeFile file, Look look)
     return fstat(file, &status) == 0 ? std::optional(StatusFrom(status, look)) : std::nullopt;
 }
 
+std::optional<FileState> FileStateOf(NativeFile file, const FileIdentity&)
+{
+    return FileStateOf(file);
+}
+
 std::optional<FileFacts> StatusAt(const NativeString& path, Look look)
 {
     struct stat status = {};

@@ -83,6 +83,19 @@ std::optional<FileFacts> StatusOf(NativeFile file, Look look)
     return status;
 }
 
+std::optional<FileState> FileStateOf(NativeFile file, const FileIdentity& identity)
+{
+    FILE_STANDARD_INFO standard{};
+    FILE_BASIC_INFO basic{};
+    if (!GetFileInformationByHandleEx(file, FileStandardInfo, &standard, sizeof standard) ||
+        !GetFileInformationByHandleEx(file, FileBasicInfo, &basic, sizeof basic)) {
+        LeaveErrorInErrno();
+        return std::nullopt;
+    }
+    return FileState{identity, static_cast<std::uint64_t>(standard.EndOfFile.QuadPart),
+                     NanosecondsFrom(basic.LastWriteTime.QuadPart), NanosecondsFrom(basic.ChangeTime.QuadPart)};
+}
+
 std::optional<FileFacts> StatusAt(const NativeString& path, Look look)
 {
     const FileDescriptor file = OpenExisting(path, AccessFor(look));

@@ -46,7 +46,7 @@ OpenedFile::OpenedFile(NativeFile file) : OpenedFile(file, FileStateOf(file).val
 
 bool OpenedFile::IsUnchanged() const
 {
-    return FileStateOf(file_) == state_ && HasSameContent();
+    return FileStateOf(file_, state_.identity) == state_ && HasSameContent();
 }
 
 void OpenedFile::NoteOwnSave(const FileState& saved)
@@ -54,7 +54,7 @@ void OpenedFile::NoteOwnSave(const FileState& saved)
     expected_ = saved;
     // The old file has lost a name, which is a change as well. What else happens to it in this moment is of no
     // interest: its path leads to the new one.
-    if (const auto now = FileStateOf(file_))
+    if (const auto now = FileStateOf(file_, state_.identity))
         state_ = *now;
     // Written this very moment.
     isRacy_ = isRacy_ || saved.identity == state_.identity;

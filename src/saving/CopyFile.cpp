@@ -22,7 +22,10 @@ namespace
 class Source
 {
 public:
-    explicit Source(StringView path) : path_(NativePath(path)), file_(Open(path_)), opened_(file_.get()) {}
+    explicit Source(StringView path)
+        : path_(NativePath(path)), file_(Open(path_, state_)), opened_(file_.get(), state_, clock_)
+    {
+    }
 
     NativeFile Descriptor() const { return file_.get(); }
 
@@ -51,7 +54,7 @@ public:
     }
 
 private:
-    static FileDescriptor Open(const NativeString& path)
+    static FileDescriptor Open(const NativeString& path, FileState& state)
     {
         FileDescriptor file = OpenForReading(path);
         const auto status = file.IsOpen() ? StatusOf(file.get()) : std::nullopt;
@@ -59,10 +62,13 @@ private:
             throw ClassicFileFailure(errno, "open", path);
         if (status->kind != FileKind::File)
             throw ClassicFileFailure(status->kind == FileKind::Folder ? EISDIR : EACCES, "read", path);
+        state = status->state;
         return file;
     }
 
     NativeString path_;
+    std::int64_t clock_ = OpenedFile::Clock();  // before the state, as OpenedFile asks for
+    FileState state_;                           // which opening the file fills in
     FileDescriptor file_;
     OpenedFile opened_;
 };

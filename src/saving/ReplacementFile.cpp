@@ -229,7 +229,7 @@ void ReplacementFile::Commit()
 /// What was copied is not a mixture of two contents. The state alone is asked here; CheckPlace does the rest.
 void ReplacementFile::CheckSource() const
 {
-    if (opened_ != nullptr && FileStateOf(opened_->Descriptor()) != opened_->State())
+    if (opened_ != nullptr && FileStateOf(opened_->Descriptor(), opened_->State().identity) != opened_->State())
         throw ChangedByOthers();
 }
 
@@ -281,9 +281,9 @@ void ReplacementFile::TakePlace()
     else if (!newFile_->TakeFreePlace(place_.name))
         throw errno == EEXIST ? ChangedByOthers() : FailureFor(errno, "save");
     FileDescriptor file = newFile_->Release();
-    NoteSaved(file.get());
-    if (old_)
-        FileLock::GiveTo(std::move(file), old_->identity);
+    const auto saved = NoteSaved(file.get());
+    if (old_ && saved)
+        FileLock::GiveTo(std::move(file), saved->identity, old_->identity);
 
     // Without it the rename may not last.
     if (!FlushFolder(place_.folder))
@@ -394,13 +394,15 @@ void ReplacementFile::WriteIntoOldFile()
     NoteSaved(file.get());
 }
 
-void ReplacementFile::NoteSaved(NativeFile file)
+/// Gives the new state, nothing when the system doesn't tell it.
+std::optional<FileState> ReplacementFile::NoteSaved(NativeFile file) const
 {
     const auto state = FileStateOf(file);
     if (!state)
         WarnOf("is saved, but the system doesn't tell its new state (" + ErrorText(errno) + ")");
     else if (opened_ != nullptr)
         opened_->NoteOwnSave(*state);
+    return state;
 }
 
 }  // namespace tessarine

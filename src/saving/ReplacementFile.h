@@ -110,7 +110,7 @@ private:
     String KeepWhatCameOut();
     bool IsOldFile(const FileState& state) const;
     void WriteIntoOldFile();
-    void NoteSaved(NativeFile file);
+    std::optional<FileState> NoteSaved(NativeFile file) const;
     void WarnOf(const String& text) const;
     void WarnOf(const std::string& text) const;
     Failure FailureFor(int error, const char* attempt) const;  // of the family of its kind

@@ -200,7 +200,7 @@ TEST_F(LockingAFile, GoesOverToTheFileThatTakesItsPlace)
     FileDescriptor file(open(ToUtf8(next).c_str(), O_RDWR | O_CLOEXEC));
     ASSERT_EQ(TryToLock(file.get()), LockAttempt::Locked);
 
-    FileLock::GiveTo(std::move(file), old);
+    FileLock::GiveTo(std::move(file), *RandomAccessFile::IdOf(next), old);
 
     EXPECT_TRUE(FileLock::IsHeldHere(*RandomAccessFile::IdOf(next)));
     EXPECT_FALSE(FileLock::IsHeldHere(old));
