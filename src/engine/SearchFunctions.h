@@ -115,7 +115,7 @@ private:
     void SearchShapes(const std::shared_ptr<powerpoint::Shapes>& shapes, const ShapeRule& rule, Page page,
                       std::int32_t& total);
     void WarnOfShape(Page page, std::int32_t shape, const String& what) const;
-    // whether a deletion has left occurrences, as it does where one follows right after another
+    // whether a deletion has left occurrences, as it does where one follows right after another, and that is known
     bool LeavesNeighbours(powerpoint::TextRange& text) const;
     std::int32_t SearchShapesOfSlides(const ShapeRule& rule);  // all slides, by a location's rule
     void SearchHeaderAndFooterOfNotesMaster(std::int32_t& total);

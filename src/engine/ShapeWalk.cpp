@@ -48,7 +48,7 @@ bool SearchFunctions::LeavesNeighbours(powerpoint::TextRange& text) const
     bool isFound = false;
     // Nothing else leaves an occurrence that was there: the walk goes on one character after the start of a new text.
     if (!mIsFindOnly && NotNull(mItem)->ReplaceWith.empty())
-        Skip([&] { isFound = text.Find(mItem->FindWhat, 0, MatchCaseFlag, WholeWordsFlag) != nullptr; });
+        Skip([&] { isFound = text.IsKnownToHold(mItem->FindWhat, MatchCaseFlag, WholeWordsFlag); });
     return isFound;
 }
 

@@ -94,6 +94,13 @@ public:
 
     /// Position of the range's first character in the shape's text, UTF-16 units, 1-based.
     virtual std::int32_t Start() = 0;
+
+    /// A hint that PowerPoint's object model does not have: whether Find would give something from the first character
+    /// on. Asked for warnings alone, so that an implementation that can't tell without a call says false.
+    virtual bool IsKnownToHold(const String& /*text*/, TriState /*MatchCase*/, TriState /*WholeWords*/)
+    {
+        return false;
+    }
 };
 
 /// The part of a shape that holds its text.

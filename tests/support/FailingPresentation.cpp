@@ -95,6 +95,11 @@ public:
         line_.Read("TextRange.Start");
         return behind_->Start();
     }
+
+    bool IsKnownToHold(const String& text, powerpoint::TriState MatchCase, powerpoint::TriState WholeWords) override
+    {
+        return behind_->IsKnownToHold(text, MatchCase, WholeWords);
+    }
 };
 
 class FrameObject final : public Wrapped<powerpoint::TextFrame>

@@ -47,6 +47,11 @@ public:
         return static_cast<std::int32_t>(first_) + 1;
     }
 
+    bool IsKnownToHold(const String& text, powerpoint::TriState MatchCase, powerpoint::TriState WholeWords) override
+    {
+        return Position(text, 0, MatchCase, WholeWords) != String::npos;
+    }
+
 private:
     std::shared_ptr<powerpoint::TextRange> Part(std::size_t first, std::size_t length) const
     {

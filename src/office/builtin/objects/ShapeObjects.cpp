@@ -86,6 +86,11 @@ public:
 
     std::int32_t Start() override { return 1; }
 
+    bool IsKnownToHold(const String& text, powerpoint::TriState MatchCase, powerpoint::TriState WholeWords) override
+    {
+        return Find(text, 0, MatchCase, WholeWords) != nullptr;
+    }
+
     String SourceFullName() override { return page_.LinkSource(shape_); }
 
     void PutSourceFullName(const String& value) override

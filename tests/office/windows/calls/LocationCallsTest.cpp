@@ -106,6 +106,20 @@ TEST_F(LocationCalls, PassTheSwitchesAsOne)
     EXPECT_THAT(watch_->Take(), testing::Contains(R"(TextRange.Find("cat", 0, 1, 1))"));
 }
 
+TEST_F(LocationCalls, OfADeletionDoNotLookForWhatItLeft)
+{
+    Open({.slides = {{.shapes = {Placeholder(u"catcat")}}}});
+    Look({.find = u"cat", .with = u""});
+
+    engine.Slides();
+
+    EXPECT_THAT(
+        watch_->Take(),
+        ElementsAreArray(Joined(walkToFirstSlide, Calls{"Slide.Shapes"}, walkToFirstShape, textOfShape,
+                                Calls{R"(TextRange.Replace("cat", "", 0, 0, 0))", "TextRange.Start", "TextRange.Start",
+                                      R"(TextRange.Replace("cat", "", 1, 0, 0))", "Shapes.Next", "Slides.Next"})));
+}
+
 TEST_F(LocationCalls, OfShapesAskOtherKindsForTheirTypeAlone)
 {
     Open({.slides = {{.shapes = {Placeholder(u"cat"), ShapeOfType(powerpoint::msoGroup, u"cat"), TextBox(u"dog")}}}});
