@@ -301,6 +301,7 @@ void ReplacementFile::TakePlace()
 void ReplacementFile::TakePlaceOfOldFile()
 {
     constexpr const char* attempt = "save (the new file can't take the old one's place)";
+    const auto newState = FileStateOf(newFile_->Descriptor());
     if (!newFile_->ChangePlaces(place_.name)) {
         // Where the file system can't do that, the look right before the rename has to do.
         if ((errno != EINVAL && errno != ENOSYS) || !newFile_->TakePlace(place_.name))
@@ -316,7 +317,7 @@ void ReplacementFile::TakePlaceOfOldFile()
         GiveAttributesAgain();
         return;
     }
-    if (!GiveBack()) {
+    if (!GiveBack(newState)) {
         const int reason = errno;
         WarnOf(u"is saved, but another program may have changed it meanwhile; what was there is kept as \"" +
                KeepWhatCameOut() + u"\" (" + FromUtf8(ErrorText(reason)) + u")");
@@ -335,19 +336,24 @@ void ReplacementFile::GiveAttributesAgain() const
 }
 
 /// The place gets back what came out of it, also where the new file is gone from there by now. False, with the reason
-/// in errno, when it can't be.
-bool ReplacementFile::GiveBack()
+/// in errno, when it can't be. `newState` is that of the new file before it took the place.
+bool ReplacementFile::GiveBack(const std::optional<FileState>& newState)
 {
     if (!newFile_->ChangePlaces(place_.name))
         return errno == ENOENT && newFile_->TakeFreePlace(place_.name);
-    // What somebody has put in place of the new file meanwhile is younger than both.
+    // What somebody has put in place of the new file meanwhile, or written into it, is younger than both.
     const auto cameOut = FileStateIn(place_.folder, newFile_->Name());
-    const auto own = FileStateOf(newFile_->Descriptor());
-    const bool isOwn = cameOut && own && cameOut->identity == own->identity;
-    if (!isOwn && !newFile_->ChangePlaces(place_.name)) {
+    const bool isNewFile = cameOut && newState && cameOut->identity == newState->identity;
+    if (isNewFile && cameOut->size == newState->size)
+        return true;
+    if (!newFile_->ChangePlaces(place_.name)) {
         const int reason = errno;
         WarnOf(u"was changed by another program; its last change is kept as \"" + KeepWhatCameOut() + u"\" (" +
                FromUtf8(ErrorText(reason)) + u")");
+    } else if (isNewFile) {
+        // A writer may have left some of the new file's bytes, and then has not seen what came out before.
+        WarnOf(u"was changed by another program more than once; what it held before its last change is kept as \"" +
+               KeepWhatCameOut() + u"\"");
     }
     return true;
 }

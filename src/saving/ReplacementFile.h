@@ -106,7 +106,7 @@ private:
     void TakePlace();
     void TakePlaceOfOldFile();
     void GiveAttributesAgain() const;
-    bool GiveBack();
+    bool GiveBack(const std::optional<FileState>& newState);
     String KeepWhatCameOut();
     bool IsOldFile(const FileState& state) const;
     void WriteIntoOldFile();

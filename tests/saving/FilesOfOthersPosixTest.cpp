@@ -425,6 +425,33 @@ TEST(AChangeInTheLastMoment, GivesWayToALaterOneThatReplacedTheNewFile)
     EXPECT_EQ(FilesOfFolder(folder.Path()).size(), 1u);
 }
 
+TEST(AChangeInTheLastMoment, GivesWayToALaterOneThatWroteIntoTheNewFile)
+{
+    const TemporaryFolder folder;
+    const WarningRecorder warnings;
+    const String path = folder.Write(u"job.tsq", "old");
+    const auto raised = RaisedBy([&] {
+        ReplacementFile file(path);
+        file.Write(Bytes("new"));
+        const RenameHook hook({[&] {
+                                   const String theirs = folder.Write(u"aside", "theirs");
+                                   std::filesystem::rename(ToUtf8(theirs), ToUtf8(path));
+                                   return 0;
+                               },
+                               [&] {
+                                   folder.Write(u"job.tsq", "their latest");
+                                   return 0;
+                               }});
+        file.Commit();
+    });
+
+    EXPECT_EQ(raised.number, FailureNumber::SharingViolation);
+    EXPECT_EQ(ContentOf(path), "their latest");
+    EXPECT_EQ(ContentOf(folder.PathOf(u"job.tsq.kept")), "theirs");
+    ASSERT_EQ(warnings.Warnings().size(), 1u);
+    EXPECT_THAT(warnings.Warnings().front().second, HasSubstr("job.tsq.kept\""));
+}
+
 TEST(AChangeInTheLastMoment, GoesBackWhereTheNewFileWasDeletedMeanwhile)
 {
     const TemporaryFolder folder;

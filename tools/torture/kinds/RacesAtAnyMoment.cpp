@@ -86,8 +86,10 @@ void PlayRound(Round& round)
     const Operation& operation = Operations()[0];
     Scene scene(round, WritableDecks());
     Copier copier(scene, round.Folder() / "other", round.random.Below(1'000'000));
+    std::string reports;
     for (int run = 0; run < 3; ++run) {
         const Outcome outcome = Run(round, scene.CallOf(operation));
+        reports += outcome.output;
         if (outcome.hung || outcome.signal != 0 || !ReadReport(outcome).hasSummary)
             round.Add(Harm::Other, "a run beside another program does not end as it should: " + outcome.Text());
     }
@@ -106,6 +108,11 @@ void PlayRound(Round& round)
         const auto backup = ContentIfThere(scene.BackupOf(deck));
         if (backup && *backup != deck.old && !copier.IsOneOfIts(*backup) && !Describe(*backup).starts_with("an intact"))
             round.Add(Harm::Damaged, "the backup of " + deck.name + " is " + Describe(*backup));
+    }
+    for (const Scene::Deck& deck : scene.Decks()) {
+        // What a run could neither put back nor throw away, and has said so.
+        if (reports.find(deck.name + ".kept") != std::string::npos)
+            std::filesystem::remove(Path(scene.PathOf(deck)) += ".kept");
     }
     scene.CheckNothingLeftOver();
 }
