@@ -275,9 +275,11 @@ void ReplacementFile::TakePlace()
     if (old_ && IsOpenForWriting(place_.folder, place_.name))
         throw FailureFor(FileTrouble::InUse, place_.path,
                          "another program has it open for writing; run it again when that has closed it");
+    const auto newState = FileStateOf(newFile_->Descriptor());
+    // Last of all: some changes show in no state once the rename itself has moved the time of the last change.
     CheckPlace();
     if (old_)
-        TakePlaceOfOldFile();
+        TakePlaceOfOldFile(newState);
     else if (!newFile_->TakeFreePlace(place_.name))
         throw errno == EEXIST ? ChangedByOthers() : FailureFor(errno, "save");
     FileDescriptor file = newFile_->Release();
@@ -298,10 +300,9 @@ void ReplacementFile::TakePlace()
 
 /// Another program may put its own file there, or write to the old one, between any look and the rename. So the two
 /// change places, and what came out is looked at: if it isn't the old file as it was, they change back.
-void ReplacementFile::TakePlaceOfOldFile()
+void ReplacementFile::TakePlaceOfOldFile(const std::optional<FileState>& newState)
 {
     constexpr const char* attempt = "save (the new file can't take the old one's place)";
-    const auto newState = FileStateOf(newFile_->Descriptor());
     if (!newFile_->ChangePlaces(place_.name)) {
         // Where the file system can't do that, the look right before the rename has to do.
         if ((errno != EINVAL && errno != ENOSYS) || !newFile_->TakePlace(place_.name))

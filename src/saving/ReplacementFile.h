@@ -104,7 +104,7 @@ private:
     std::optional<KeptAttributes::NotKept> GiveTheirs() const;
     bool GiveAttributes();
     void TakePlace();
-    void TakePlaceOfOldFile();
+    void TakePlaceOfOldFile(const std::optional<FileState>& newState);
     void GiveAttributesAgain() const;
     bool GiveBack(const std::optional<FileState>& newState);
     String KeepWhatCameOut();
