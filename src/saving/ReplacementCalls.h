@@ -43,6 +43,13 @@ inline constexpr bool TakingPlaceChangesAttributes = true;
 inline constexpr bool TakingPlaceChangesAttributes = false;
 #endif
 
+/// Whether a WriteBarrier does anything.
+#ifdef _WIN32
+inline constexpr bool WriteBarriersHold = true;
+#else
+inline constexpr bool WriteBarriersHold = false;
+#endif
+
 /// Keeps everybody from writing into a file until the end of the scope, where the system can do that: on Windows, where
 /// it fails while somebody has the file open for writing.
 class WriteBarrier

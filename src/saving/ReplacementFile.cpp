@@ -26,6 +26,8 @@ namespace
 /// Bytes that a write to the system takes at once. Zip files are written in many small pieces.
 constexpr std::size_t bufferSize = 1 << 16;
 
+constexpr const char* attemptToTakePlace = "save (the new file can't take the old one's place)";
+
 bool IsClosed(int error)
 {
     return error == EACCES || error == EPERM;
@@ -271,26 +273,16 @@ void ReplacementFile::TakePlace()
     NoteReplacement(place_.path, newFile_->Descriptor());
     const auto barrier = old_ ? WriteBarrier::On(place_.folder, place_.name) : WriteBarrier();
     if (!barrier)
-        throw FailureFor(errno, "save (the new file can't take the old one's place)");
+        throw FailureFor(errno, attemptToTakePlace);
     if (old_ && IsOpenForWriting(place_.folder, place_.name))
         throw FailureFor(FileTrouble::InUse, place_.path,
                          "another program has it open for writing; run it again when that has closed it");
-    const auto newState = FileStateOf(newFile_->Descriptor());
     // Last of all: some changes show in no state once the rename itself has moved the time of the last change.
     CheckPlace();
     if (old_)
-        TakePlaceOfOldFile(newState);
-    else if (!newFile_->TakeFreePlace(place_.name))
-        throw errno == EEXIST ? ChangedByOthers() : FailureFor(errno, "save");
-    FileDescriptor file = newFile_->Release();
-    const auto saved = NoteSaved(file.get());
-    if (old_ && saved)
-        FileLock::GiveTo(std::move(file), saved->identity, old_->identity);
-
-    // Without it the rename may not last.
-    if (!FlushFolder(place_.folder))
-        WarnOf("its folder could not be flushed to the disk (" + ErrorText(errno) +
-               "); a power cut may bring the old content back");
+        TakePlaceOfOldFile();
+    else
+        TakeFreePlace();
     if (kind_ != Kind::Copy && oldNames_ > 1) {
         const std::uint64_t others = oldNames_ - 1;
         WarnOf(others == 1 ? "has 1 more name that keeps the old text"
@@ -298,33 +290,60 @@ void ReplacementFile::TakePlace()
     }
 }
 
+void ReplacementFile::TakeFreePlace()
+{
+    if (!newFile_->TakeFreePlace(place_.name))
+        throw errno == EEXIST ? ChangedByOthers() : FailureFor(errno, "save");
+    const auto saved = StateOfSaved(newFile_->Descriptor());
+    FlushPlace();
+    NoteSaved(saved);
+    newFile_->Release().Close();
+}
+
 /// Another program may put its own file there, or write to the old one, between any look and the rename. So the two
 /// change places, and what came out is looked at: if it isn't the old file as it was, they change back.
-void ReplacementFile::TakePlaceOfOldFile(const std::optional<FileState>& newState)
+void ReplacementFile::TakePlaceOfOldFile()
 {
-    constexpr const char* attempt = "save (the new file can't take the old one's place)";
-    if (!newFile_->ChangePlaces(place_.name)) {
-        // Where the file system can't do that, the look right before the rename has to do.
-        if ((errno != EINVAL && errno != ENOSYS) || !newFile_->TakePlace(place_.name))
-            throw FailureFor(errno, attempt);
-        return;
-    }
+    const bool isExchanged = newFile_->ChangePlaces(place_.name);
+    // Where the file system can't do that, the look right before the rename has to do.
+    if (!isExchanged && ((errno != EINVAL && errno != ENOSYS) || !newFile_->TakePlace(place_.name)))
+        throw FailureFor(errno, attemptToTakePlace);
+    const bool isOldFileHeld = isExchanged && CheckWhatCameOut();
+    GiveAttributesAgain();
+    const auto saved = StateOfSaved(newFile_->Descriptor());
+    FlushPlace();
+    // Whoever has found the old file before the rename may get to open it only now: the flush takes long enough.
+    if (isOldFileHeld && !WriteBarriersHold)
+        CheckWhatCameOut();
+    newFile_->Remove();
+    NoteSaved(saved);
+    FileDescriptor file = newFile_->Release();
+    if (saved)
+        FileLock::GiveTo(std::move(file), saved->identity, old_->identity);
+}
+
+/// Whether the old file, which has the temporary name now, is as it was. Where it isn't, and the two have changed back,
+/// the save has failed; where they can't change back, the new file stays and so does what came out. False when there is
+/// nothing left to look at.
+bool ReplacementFile::CheckWhatCameOut()
+{
     // In this order: who no longer has it open has written what there was to write.
     const bool isBeingWritten = IsOpenForWriting(place_.folder, newFile_->Name());
     const auto cameOut = FileStateIn(place_.folder, newFile_->Name());
     const int error = errno;
-    if (cameOut && IsOldFile(*cameOut) && !isBeingWritten) {
-        newFile_->Remove();
-        GiveAttributesAgain();
-        return;
+    if (cameOut && IsOldFile(*cameOut) && !isBeingWritten)
+        return true;
+    // A file that isn't locked, such as an old backup, may be taken for a leftover by another run.
+    if (!cameOut && error == ENOENT)
+        return false;
+    if (GiveBack()) {
+        FlushFolder(place_.folder);
+        throw cameOut ? ChangedByOthers() : FailureFor(error, attemptToTakePlace);
     }
-    if (!GiveBack(newState)) {
-        const int reason = errno;
-        WarnOf(u"is saved, but another program may have changed it meanwhile; what was there is kept as \"" +
-               KeepWhatCameOut() + u"\" (" + FromUtf8(ErrorText(reason)) + u")");
-        return;
-    }
-    throw cameOut ? ChangedByOthers() : FailureFor(error, attempt);
+    const int reason = errno;
+    WarnOf(u"is saved, but another program may have changed it meanwhile; what was there is kept as \"" +
+           KeepWhatCameOut() + u"\" (" + FromUtf8(ErrorText(reason)) + u")");
+    return false;
 }
 
 /// Where taking the place may have changed them, as it does on Windows.
@@ -337,15 +356,16 @@ void ReplacementFile::GiveAttributesAgain() const
 }
 
 /// The place gets back what came out of it, also where the new file is gone from there by now. False, with the reason
-/// in errno, when it can't be. `newState` is that of the new file before it took the place.
-bool ReplacementFile::GiveBack(const std::optional<FileState>& newState)
+/// in errno, when it can't be.
+bool ReplacementFile::GiveBack()
 {
     if (!newFile_->ChangePlaces(place_.name))
         return errno == ENOENT && newFile_->TakeFreePlace(place_.name);
     // What somebody has put in place of the new file meanwhile, or written into it, is younger than both.
     const auto cameOut = FileStateIn(place_.folder, newFile_->Name());
-    const bool isNewFile = cameOut && newState && cameOut->identity == newState->identity;
-    if (isNewFile && cameOut->size == newState->size)
+    const auto own = FileStateOf(newFile_->Descriptor());
+    const bool isNewFile = cameOut && own && cameOut->identity == own->identity;
+    if (isNewFile && cameOut->size == position_)
         return true;
     if (!newFile_->ChangePlaces(place_.name)) {
         const int reason = errno;
@@ -398,18 +418,29 @@ void ReplacementFile::WriteIntoOldFile()
     newFile_->Release().Close();
     noted.End();
     isWrittenInPlace_ = true;
-    NoteSaved(file.get());
+    NoteSaved(StateOfSaved(file.get()));
 }
 
-/// Gives the new state, nothing when the system doesn't tell it.
-std::optional<FileState> ReplacementFile::NoteSaved(NativeFile file) const
+/// Without it the rename may not last.
+void ReplacementFile::FlushPlace() const
+{
+    if (!FlushFolder(place_.folder))
+        WarnOf("its folder could not be flushed to the disk (" + ErrorText(errno) +
+               "); a power cut may bring the old content back");
+}
+
+std::optional<FileState> ReplacementFile::StateOfSaved(NativeFile file) const
 {
     const auto state = FileStateOf(file);
     if (!state)
         WarnOf("is saved, but the system doesn't tell its new state (" + ErrorText(errno) + ")");
-    else if (opened_ != nullptr)
-        opened_->NoteOwnSave(*state);
     return state;
+}
+
+void ReplacementFile::NoteSaved(const std::optional<FileState>& saved) const
+{
+    if (saved && opened_ != nullptr)
+        opened_->NoteOwnSave(*saved);
 }
 
 }  // namespace tessarine

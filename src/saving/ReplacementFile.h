@@ -104,13 +104,17 @@ private:
     std::optional<KeptAttributes::NotKept> GiveTheirs() const;
     bool GiveAttributes();
     void TakePlace();
-    void TakePlaceOfOldFile(const std::optional<FileState>& newState);
+    void TakeFreePlace();
+    void TakePlaceOfOldFile();
+    bool CheckWhatCameOut();
     void GiveAttributesAgain() const;
-    bool GiveBack(const std::optional<FileState>& newState);
+    bool GiveBack();
     String KeepWhatCameOut();
     bool IsOldFile(const FileState& state) const;
     void WriteIntoOldFile();
-    std::optional<FileState> NoteSaved(NativeFile file) const;
+    void FlushPlace() const;
+    std::optional<FileState> StateOfSaved(NativeFile file) const;  // warns when the system doesn't tell it
+    void NoteSaved(const std::optional<FileState>& saved) const;
     void WarnOf(const String& text) const;
     void WarnOf(const std::string& text) const;
     Failure FailureFor(int error, const char* attempt) const;  // of the family of its kind

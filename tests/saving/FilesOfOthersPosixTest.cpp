@@ -11,6 +11,7 @@
 
 #include "files/FileLock.h"
 #include "files/Files.h"
+#include "FlushRecorder.h"
 #include "platform/Failure.h"
 #include "RenameHook.h"
 #include "Replacing.h"
@@ -450,6 +451,68 @@ TEST(AChangeInTheLastMoment, GivesWayToALaterOneThatWroteIntoTheNewFile)
     EXPECT_EQ(ContentOf(folder.PathOf(u"job.tsq.kept")), "theirs");
     ASSERT_EQ(warnings.Warnings().size(), 1u);
     EXPECT_THAT(warnings.Warnings().front().second, HasSubstr("job.tsq.kept\""));
+}
+
+/// The file that a save has taken out of its place and not removed yet.
+String WhatCameOut(const TemporaryFolder& folder)
+{
+    for (const auto& entry : std::filesystem::directory_iterator(ToUtf8(folder.Path()))) {
+        if (IsNewFileName(entry.path().filename().native()))
+            return FromUtf8(entry.path().native());
+    }
+    return {};
+}
+
+/// Saves a file that another program has found before the rename, and opens only after it.
+Raised SaveBesideALateWriter(const String& path, const std::function<void()>& opensLate)
+{
+    FlushRecorder flushes;
+    flushes.BeforeFolder(opensLate);
+    return RaisedBy([&] {
+        ReplacementFile file(path);
+        file.Write(Bytes("new"));
+        file.Commit();
+    });
+}
+
+TEST(AChangeAfterTheRename, OfTheOldFileGoesBack)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"job.tsq", "old");
+
+    const Raised raised = SaveBesideALateWriter(path, [&] { std::ofstream(ToUtf8(WhatCameOut(folder))) << "theirs"; });
+
+    EXPECT_EQ(raised.number, FailureNumber::SharingViolation);
+    EXPECT_EQ(ContentOf(path), "theirs");
+    EXPECT_EQ(FilesOfFolder(folder.Path()).size(), 1u);
+}
+
+TEST(AChangeAfterTheRename, MayStillComeWhileTheOldFileIsOpenForWriting)
+{
+    const TemporaryFolder folder;
+    const String path = folder.Write(u"job.tsq", "old");
+    std::ofstream theirs;
+
+    const Raised raised =
+        SaveBesideALateWriter(path, [&] { theirs.open(ToUtf8(WhatCameOut(folder)), std::ios::in | std::ios::out); });
+    theirs << "theirs" << std::flush;
+
+    EXPECT_EQ(raised.number, FailureNumber::SharingViolation);
+    EXPECT_EQ(ContentOf(path), "theirs");
+    EXPECT_EQ(FilesOfFolder(folder.Path()).size(), 1u);
+}
+
+TEST(AnOldFile, MayBeTakenForALeftoverOnceItHasLostItsPlace)
+{
+    const TemporaryFolder folder;
+    const WarningRecorder warnings;
+    const String path = folder.Write(u"job.tsq", "old");
+
+    const Raised raised = SaveBesideALateWriter(path, [&] { RemoveLeftovers(folder.Path()); });
+
+    EXPECT_EQ(raised.number, 0);
+    EXPECT_EQ(ContentOf(path), "new");
+    EXPECT_TRUE(warnings.Warnings().empty());
 }
 
 TEST(AChangeInTheLastMoment, GoesBackWhereTheNewFileWasDeletedMeanwhile)

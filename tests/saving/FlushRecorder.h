@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tessarine
@@ -20,11 +22,15 @@ public:
     /// From here on folders can't be flushed: the device fails.
     void FailFolders() { failsFolders_ = true; }
 
+    /// Lets a test act once, right before a folder is flushed.
+    void BeforeFolder(std::function<void()> step) { beforeFolder_ = std::move(step); }
+
 private:
     friend bool NoteFlush(int descriptor);
 
     std::vector<std::string> flushed_;
     bool failsFolders_ = false;
+    std::function<void()> beforeFolder_;
 };
 
 }  // namespace tessarine

@@ -34,6 +34,8 @@ bool NoteFlush(int descriptor)
         return true;
     const bool isFolder = S_ISDIR(status.st_mode);
     flushRecorder->flushed_.emplace_back(isFolder ? "folder" : "file");
+    if (isFolder && flushRecorder->beforeFolder_)
+        std::exchange(flushRecorder->beforeFolder_, {})();
     return !isFolder || !flushRecorder->failsFolders_;
 }
 
