@@ -21,12 +21,6 @@ String FinalPath(const NativeString& path)
     return file.IsOpen() ? PathText(FinalPathOf(file.get())) : String();
 }
 
-bool IsLink(const NativeString& path)
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-}
-
 std::string Key(StringView path)
 {
     return ToUtf8(PathKey(path));
@@ -40,7 +34,7 @@ std::string FileIdentity::Of(StringView path)
     if (!native)
         return ToUtf8(path);  // names no file, so it is like no other path
     // A link is the file that it leads to; one that leads nowhere is itself.
-    if (IsLink(*native))
+    if (HasAttribute(*native, FILE_ATTRIBUTE_REPARSE_POINT))
         if (const String target = FinalPath(*native); !target.empty())
             return Key(target);
 

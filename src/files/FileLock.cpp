@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <mutex>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,13 +17,18 @@ namespace
 {
 
 /// What programs put around the name of a file that they have open: PowerPoint, and LibreOffice.
-constexpr std::string_view officePrefix = "~$";
-constexpr std::string_view libreOfficePrefix = ".~lock.";
-constexpr std::string_view libreOfficeSuffix = "#";
+constexpr StringView officePrefix = u"~$";
+constexpr StringView libreOfficePrefix = u".~lock.";
+constexpr StringView libreOfficeSuffix = u"#";
 
 /// The locks of this process. Few at a time, as a run holds one file.
 std::mutex heldLocksGuard;
 std::vector<FileLock*> heldLocks;
+
+NativeString Native(StringView ascii)
+{
+    return NativeName(ToUtf8(ascii));
+}
 
 Failure InUse(const NativeString& path, StringView text)
 {
@@ -93,13 +97,12 @@ void FileLock::GiveTo(FileDescriptor newFile, const FileIdentity& identity, cons
 std::array<NativeString, 2> LockFileNamesFor(const NativeString& path)
 {
     const NativeString name(FileNameOf(NativeStringView(path)));
-    return {NativeName(officePrefix) + name, NativeName(libreOfficePrefix) + name + NativeName(libreOfficeSuffix)};
+    return {Native(officePrefix) + name, Native(libreOfficePrefix) + name + Native(libreOfficeSuffix)};
 }
 
 bool IsLockFileName(StringView name)
 {
-    const std::string text = ToUtf8(name);
-    return text.starts_with(officePrefix) || (text.starts_with(libreOfficePrefix) && text.ends_with(libreOfficeSuffix));
+    return name.starts_with(officePrefix) || (name.starts_with(libreOfficePrefix) && name.ends_with(libreOfficeSuffix));
 }
 
 }  // namespace tessarine

@@ -82,12 +82,6 @@ std::optional<FileFacts> StatusForReplacing(const NativeString& path)
     return StatusAt(path);
 }
 
-bool IsLink(const NativeString& path)
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
-}
-
 }  // namespace
 
 // The lock shows by itself whose it is.
@@ -147,7 +141,7 @@ FileLock::FileLock(StringView path)
         if (!named || named->state.identity != identity)
             continue;
         FailIfOpenElsewhere(*native);
-        if (IsLink(*native))
+        if (HasAttribute(*native, FILE_ATTRIBUTE_REPARSE_POINT))
             FailIfOpenElsewhere(FinalPathOf(file.get()));
         if (attempt != LockAttempt::Locked)
             return;

@@ -185,17 +185,8 @@ FolderContent ContentOfFolder(StringView folder)
 void DeleteFile(StringView path)
 {
     const NativeString native = NativePath(path);
-    if (DeleteFileW(native.c_str()))
-        return;
-    const DWORD error = GetLastError();
-    const DWORD attributes = GetFileAttributesW(native.c_str());
-    const bool isProtected = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    if (error == ERROR_ACCESS_DENIED && isProtected && SetFileAttributesW(native.c_str(), FILE_ATTRIBUTE_NORMAL)) {
-        if (DeleteFileW(native.c_str()))
-            return;
-        SetFileAttributesW(native.c_str(), attributes);
-    }
-    throw ClassicFileFailure(ErrnoOf(error), "delete", native);
+    if (!DeleteEvenIfProtected(native))
+        throw ClassicFileFailure(errno, "delete", native);
 }
 
 FileAttributes GetAttributes(StringView path)

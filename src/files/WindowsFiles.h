@@ -31,6 +31,18 @@ FileDescriptor OpenForAttributeChange(const NativeString& path);
 /// True when something stands under the path itself, be it a link that leads nowhere.
 bool IsThere(const NativeString& path);
 
+/// True when something stands under the path itself and has an attribute (FILE_ATTRIBUTE_…).
+bool HasAttribute(const NativeString& path, unsigned long attribute);
+
+/// Deletes a file, also one that is write-protected. False with the reason in errno: then it is protected again.
+bool DeleteEvenIfProtected(const NativeString& path);
+
+/// True when something stands under the path itself and has an attribute (FILE_ATTRIBUTE_READONLY and so on).
+bool HasAttribute(const NativeString& path, unsigned long attribute);
+
+/// Deletes a file, be it write-protected. False with the reason in errno; then it has the protection that it had.
+bool DeleteEvenIfProtected(const NativeString& path);
+
 /// Of a file's attributes those that programs may set, in the form that setting them asks for.
 unsigned long SettableAttributes(unsigned long attributes);
 

@@ -46,8 +46,7 @@ FileDescriptor OpenItself(const NativeString& path, unsigned long access, unsign
 
 FileDescriptor OpenNoLink(const NativeString& path, unsigned long access, unsigned long share)
 {
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    if (HasAttribute(path, FILE_ATTRIBUTE_REPARSE_POINT)) {
         const FileDescriptor itself = OpenItself(path, FILE_READ_ATTRIBUTES);
         const auto status = itself.IsOpen() ? StatusOf(itself.get()) : std::nullopt;
         if (status && status->kind == FileKind::Link) {
@@ -71,6 +70,28 @@ FileDescriptor OpenForAttributeChange(const NativeString& path)
 bool IsThere(const NativeString& path)
 {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool HasAttribute(const NativeString& path, unsigned long attribute)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
+}
+
+bool DeleteEvenIfProtected(const NativeString& path)
+{
+    if (DeleteFileW(path.c_str()))
+        return true;
+    const DWORD error = GetLastError();
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    const bool isProtected = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+    if (error == ERROR_ACCESS_DENIED && isProtected && SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL)) {
+        if (DeleteFileW(path.c_str()))
+            return true;
+        SetFileAttributesW(path.c_str(), attributes);
+    }
+    errno = ErrnoOf(error);
+    return false;
 }
 
 unsigned long SettableAttributes(unsigned long attributes)

@@ -87,20 +87,8 @@ bool GiveOwnerAndMode(NativeFile oldFile, NativeFile newFile)
 
 bool DeleteIn(const HeldFolder& folder, const NativeString& name)
 {
-    const NativeString path = folder.PathOf(name);
-    if (DeleteFileW(path.c_str()))
-        return true;
-    const DWORD error = GetLastError();
-    const DWORD attributes = GetFileAttributesW(path.c_str());
     // A backup of a protected file is one, too.
-    if (error == ERROR_ACCESS_DENIED && attributes != INVALID_FILE_ATTRIBUTES &&
-        (attributes & FILE_ATTRIBUTE_READONLY) != 0 && SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL)) {
-        if (DeleteFileW(path.c_str()))
-            return true;
-        SetFileAttributesW(path.c_str(), attributes);
-    }
-    errno = ErrnoOf(error);
-    return false;
+    return DeleteEvenIfProtected(folder.PathOf(name));
 }
 
 }  // namespace tessarine

@@ -41,9 +41,9 @@ FileDescriptor OpenToReadTimes(const NativeString& path)
     FileDescriptor file = OpenExisting(path, GENERIC_WRITE, sharedForReadingAndWriting);
     if (file.IsOpen() || errno != EACCES)
         return file;
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    const bool isProtected = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-    return isProtected ? OpenExisting(path, FILE_READ_ATTRIBUTES, sharedForReadingAndWriting) : FileDescriptor();
+    if (!HasAttribute(path, FILE_ATTRIBUTE_READONLY))
+        return {};
+    return OpenExisting(path, FILE_READ_ATTRIBUTES, sharedForReadingAndWriting);
 }
 
 }  // namespace

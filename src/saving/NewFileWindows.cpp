@@ -267,14 +267,9 @@ bool NewFile::ChangePlaces(const NativeString& name)
 
 void NewFile::Remove()
 {
-    if (isThere_) {
-        const NativeString path = folder_.PathOf(name_);
-        if (!DeleteFileW(path.c_str()) && GetLastError() == ERROR_ACCESS_DENIED) {
-            // It has the attributes of the old one already, or is the old one.
-            SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-            DeleteFileW(path.c_str());
-        }
-    }
+    // It may have the attributes of the old one already, or be the old one.
+    if (isThere_)
+        DeleteEvenIfProtected(folder_.PathOf(name_));
     isThere_ = false;
 }
 

@@ -71,7 +71,7 @@ WriteBarrier WriteBarrier::On(const HeldFolder&, const NativeString&)
 // it so in that moment waits until the lease is given back, which is at once.
 bool IsOpenForWriting(const HeldFolder& folder, const NativeString& name)
 {
-    const FileDescriptor file(openat(folder.get(), name.c_str(), O_RDONLY | itself));
+    const FileDescriptor file = OpenForDate(folder, name);
     // The system tells of one who waits by a signal. This one does nothing; the usual one would end the process.
     if (!file.IsOpen() || fcntl(file.get(), F_SETSIG, SIGURG) != 0)
         return false;
