@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 
 #include "BackupsTest.h"
-#include "files/Files.h"
 #include "support/OrdinaryUser.h"
 
 // Folders that may not be written into keep their files.
@@ -11,13 +10,24 @@ namespace tessarine
 
 using testing::ElementsAre;
 
+namespace
+{
+
+/// For all users but root.
+void CloseTheSecondFolder(const TemporaryFolder& folder)
+{
+    SetMode(folder.Path(), 0755);
+    for (const char16_t* name : {u"1", u"3"})
+        SetMode(folder.PathOf(name), 0777);
+    SetMode(folder.PathOf(u"2"), 0555);
+}
+
+}  // namespace
+
 TEST_F(RestoringBackups, StopsAtAFileThatCannotBeWritten)
 {
-    RunOver({u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"});
-    SetMode(folder_.Path(), 0755);
-    for (const char16_t* name : {u"1", u"3"})
-        SetMode(folder_.PathOf(name), 0777);
-    SetMode(folder_.PathOf(u"2"), 0555);
+    RunOverThree();
+    CloseTheSecondFolder(folder_);
 
     {
         const OrdinaryUser user;
@@ -27,31 +37,22 @@ TEST_F(RestoringBackups, StopsAtAFileThatCannotBeWritten)
         project_->RestoreBackupFiles(u"");
     }
 
-    EXPECT_EQ(Content(u"1/a.ppt"), "bytes of 1/a.ppt");
-    EXPECT_EQ(Content(u"2/a.ppt"), "changed");
-    EXPECT_EQ(Content(u"3/a.ppt"), "changed");
+    ExpectTheFirstAloneRestored();
     EXPECT_THAT(Log(), ElementsAre("Error 70 (Permission denied: could not write 2/a.ppt) in procedure "
                                    "RestoreBackupFiles at Line No. 0 of Class Module Project"));
 }
 
 TEST_F(RemovingBackups, StopsAtABackupThatCannotBeDeleted)
 {
-    RunOver({u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"});
-    SetMode(folder_.Path(), 0755);
-    for (const char16_t* name : {u"1", u"3"})
-        SetMode(folder_.PathOf(name), 0777);
-    SetMode(folder_.PathOf(u"2"), 0555);
+    RunOverThree();
+    CloseTheSecondFolder(folder_);
 
     {
         const OrdinaryUser user;
         project_->RemoveBackupFiles(u"");
     }
 
-    EXPECT_FALSE(FileExists(folder_.PathOf(u"1/a.bak")));
-    EXPECT_TRUE(FileExists(folder_.PathOf(u"2/a.bak")));
-    EXPECT_TRUE(FileExists(folder_.PathOf(u"3/a.bak")));
-    EXPECT_THAT(Log(), ElementsAre("Error 70 (Permission denied: could not delete 2/a.bak) in procedure "
-                                   "RemoveBackupFiles at Line No. 0 of Class Module Project"));
+    ExpectTheFirstAloneRemoved();
 }
 
 }  // namespace tessarine

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
+#include "files/Files.h"
 #include "RunTest.h"
 
 namespace tessarine
@@ -26,6 +29,27 @@ protected:
         project_->Search();
         for (const String& name : names)
             folder_.Write(name, "changed");
+    }
+
+    /// Three changed files with backups, in folders of their own.
+    void RunOverThree() { RunOver({u"1/a.ppt", u"2/a.ppt", u"3/a.ppt"}); }
+
+    /// Of those three the second stood in the way.
+    void ExpectTheFirstAloneRestored() const
+    {
+        EXPECT_EQ(Content(u"1/a.ppt"), "bytes of 1/a.ppt");
+        EXPECT_EQ(Content(u"2/a.ppt"), "changed");
+        EXPECT_EQ(Content(u"3/a.ppt"), "changed");
+    }
+
+    /// Of those three the backup of the second stood in the way.
+    void ExpectTheFirstAloneRemoved()
+    {
+        EXPECT_FALSE(FileExists(folder_.PathOf(u"1/a.bak")));
+        EXPECT_TRUE(FileExists(folder_.PathOf(u"2/a.bak")));
+        EXPECT_TRUE(FileExists(folder_.PathOf(u"3/a.bak")));
+        EXPECT_THAT(Log(), testing::ElementsAre("Error 70 (Permission denied: could not delete 2/a.bak) in procedure "
+                                                "RemoveBackupFiles at Line No. 0 of Class Module Project"));
     }
 
     std::string Content(StringView name) const { return ContentOf(folder_.PathOf(name)); }

@@ -40,6 +40,22 @@ protected:
         EXPECT_EQ(now.lastAccess.tv_nsec, expected.lastAccess.tv_nsec);
     }
 
+    /// Replaces in a file of a mode, which has another one until it is saved.
+    void ReplaceInReadOnlyFile(mode_t mode, mode_t meanwhile)
+    {
+        const String path = AddFile(u"a.ppt");
+        SetMode(path, mode);
+        WriteOnSave(path);
+        project_->options->ProcessReadonlyFiles = true;
+
+        project_->Replacement();
+
+        EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
+        EXPECT_EQ(modeAtSave_, meanwhile);
+        EXPECT_EQ(ModeOf(path), mode);
+        EXPECT_EQ(ContentOf(path), "saved");
+    }
+
     mode_t modeAtSave_ = 0;
 };
 
@@ -71,17 +87,7 @@ TEST_F(ReadOnlyFile, IsBackedUpEvenWhenItIsSkipped)
 
 TEST_F(ReadOnlyFile, IsWritableOnlyWhileItIsProcessed)
 {
-    const String path = AddFile(u"a.ppt");
-    SetMode(path, 0444);
-    WriteOnSave(path);
-    project_->options->ProcessReadonlyFiles = true;
-
-    project_->Replacement();
-
-    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
-    EXPECT_EQ(modeAtSave_, 0644u);
-    EXPECT_EQ(ModeOf(path), 0444u);
-    EXPECT_EQ(ContentOf(path), "saved");
+    ReplaceInReadOnlyFile(0444, 0644);
 }
 
 TEST_F(FileTreatment, GivesAWritableFileItsAttributesBackToo)
@@ -234,17 +240,7 @@ TEST_F(BackupOfARun, IsNotMadeUnasked)
 
 TEST_F(ReadOnlyFile, KeepsItsOtherModeBitsWhileItIsProcessed)
 {
-    const String path = AddFile(u"a.ppt");
-    SetMode(path, 0551);
-    WriteOnSave(path);
-    project_->options->ProcessReadonlyFiles = true;
-
-    project_->Replacement();
-
-    EXPECT_THAT(events_, ElementsAre("before a.ppt", "after a.ppt 2"));
-    EXPECT_EQ(modeAtSave_, 0751u);
-    EXPECT_EQ(ModeOf(path), 0551u);
-    EXPECT_EQ(ContentOf(path), "saved");
+    ReplaceInReadOnlyFile(0551, 0751);
 }
 
 TEST_F(FileTreatment, GivesTheOldModeBackToAWritableFileToo)
