@@ -155,8 +155,9 @@ RunLoop::Step RunLoop::Begin()
             mode_ = Mode::Captured;
             return SortOpenFailure(*refusal);
         }
+        // The file's own warnings are where people look, whichever file it is about.
         for (const RecoveredFile& file : RecoverFromRunsKilledMeanwhile())
-            Warn(file.path, file.text);
+            Warn(path_, file.path == path_ ? file.text : file.path + u": " + file.text);
     }
     // Before the read-only attribute is looked at: a file that is then left alone has a backup all the same.
     if (Options().BackupMode)

@@ -175,6 +175,21 @@ TEST_F(NotedFile, IsPutRightWhenTheRunThatNotedItWasKilledSinceThisOneBegan)
     EXPECT_THAT(warnings_, ElementsAre("a.ppt: a run that was killed had left it writable; its mode is put back"));
 }
 
+TEST_F(NotedFile, OfAnotherPathIsNamedByTheFileThatIsProcessed)
+{
+    AddFile(u"a.ppt");
+    const String other = folder_.Write(u"elsewhere/b.ppt");
+    SetMode(other, 0444);
+    project_->BeforFileProcess += [&](const String&) { LeaveWritable(other); };
+
+    project_->Replacement();
+
+    EXPECT_EQ(ModeOf(other), 0444u);
+    EXPECT_THAT(
+        warnings_,
+        ElementsAre("a.ppt: elsewhere/b.ppt: a run that was killed had left it writable; its mode is put back"));
+}
+
 TEST_F(NotedFile, NeedsNoJournalWhenNothingIsChangedForAWhile)
 {
     AddFile(u"a.ppt");
