@@ -1,0 +1,33 @@
+# tessarine_window_program(<name>): a program with windows.
+function(tessarine_window_program name)
+    target_compile_definitions(${name} PRIVATE QT_NO_KEYWORDS)
+    set_target_properties(${name} PROPERTIES TESSARINE_HAS_WINDOWS ON)  # how it is linked for Windows
+endfunction()
+
+# tessarine_runtime(<name> <folder> [LIBRARIES <library of Qt>...] PLUGINS <plugin>...): a target that puts beside programs
+# with windows what Windows has them bring along, without symbols: the libraries of the compiler and of Qt, and plugins of
+# Qt ("platforms/qwindows").
+function(tessarine_runtime name folder)
+    cmake_parse_arguments(RUNTIME "" "" "LIBRARIES;PLUGINS" ${ARGN})
+    set(copies)
+    foreach(library Core Gui Widgets Svg ${RUNTIME_LIBRARIES})
+        tessarine_stripped(copies $<TARGET_FILE:Qt6::${library}> ${folder}/Qt6${library}.dll)
+    endforeach()
+    foreach(library libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
+        execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library}.dll
+                        OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+        tessarine_stripped(copies ${file} ${folder}/${library}.dll)
+    endforeach()
+    foreach(plugin ${RUNTIME_PLUGINS})
+        tessarine_stripped(copies ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}/${plugin}.dll ${folder}/${plugin}.dll)
+    endforeach()
+    add_custom_target(${name} DEPENDS ${copies})
+endfunction()
+
+# tessarine_stripped(<variable> <library> <copy>)
+function(tessarine_stripped variable library copy)
+    cmake_path(GET copy PARENT_PATH folder)
+    file(MAKE_DIRECTORY ${folder})
+    add_custom_command(OUTPUT ${copy} COMMAND ${CMAKE_STRIP} -o ${copy} ${library} DEPENDS ${library} VERBATIM)
+    set(${variable} ${${variable}} ${copy} PARENT_SCOPE)
+endfunction()
