@@ -19,4 +19,8 @@ extern String CurrentLanguageFile;
 /// True while the run being launched only finds.
 extern bool IsSearchRun;
 
+/// True when runs use the engine that comes with the program, and no installed PowerPoint. Settled by the program's
+/// entry.
+extern bool IsBuiltInEngine;
+
 }  // namespace tessarine

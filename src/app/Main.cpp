@@ -54,6 +54,40 @@ void PutRightWhatKilledRunsLeft()
             MessageIcon::Information);
 }
 
+/// 0, or the number of the failure.
+std::int32_t FailureToStart(const std::shared_ptr<powerpoint::Provider>& provider)
+{
+    return Skip([&] { NotNull(provider)->CreateApplication()->Quit(); });
+}
+
+bool AgreesToBuiltInEngine(const Desktop& desktop)
+{
+    if (ShowMessage(GetLngString(u"Global Msg", u"1060"), MessageIcon::Question, MessageButtons::YesNo) !=
+        MessageAnswer::Yes)
+        return false;
+    desktop.RememberBuiltInEngine();
+    return true;
+}
+
+/// False, after messages, when there is none to work with.
+bool ChooseEngine(const DesktopEngines& engines, const Desktop& desktop)
+{
+    IsBuiltInEngine = !engines.powerPoint;
+    const auto& expected = IsBuiltInEngine ? engines.builtIn : engines.powerPoint;
+    const bool isChoice = engines.powerPoint && engines.builtIn;
+    const bool isAgreed = isChoice && desktop.IsBuiltInEngineAgreed();
+    if (isAgreed ? FailureToStart(expected) == 0 : IsPowerPointAvailable(expected))
+        return true;
+    if (!isAgreed && !(isChoice && AgreesToBuiltInEngine(desktop))) {
+        // The second message in a row; the first one told what went wrong.
+        ShowMessage(u"PowerPoint has not been installed.", MessageIcon::None);
+        return false;
+    }
+    CurrentProject->UseProvider(engines.builtIn);
+    IsBuiltInEngine = true;
+    return true;
+}
+
 }  // namespace
 
 String DefaultProjectPath()
@@ -63,7 +97,7 @@ String DefaultProjectPath()
 
 bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider)
 {
-    const std::int32_t failure = Skip([&] { NotNull(provider)->CreateApplication()->Quit(); });
+    const std::int32_t failure = FailureToStart(provider);
     if (failure == 0)
         return true;
     ShowMessage(GetLngString(u"global msg", failure == FailureNumber::CannotCreateObject ? u"1028" : u"1029"),
@@ -71,26 +105,22 @@ bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider
     return false;
 }
 
-void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& desktop)
+void Main(const DesktopEngines& engines, const Desktop& desktop)
 {
     if (desktop.IsPreviousInstanceRunning())
         return;
     LogAndReturn({u"Main", u"Module modMain"}, [&] {
         if (!GetFileStorageFolder())
             return;
-        CurrentProject = std::make_shared<Project>(provider);
+        CurrentProject = std::make_shared<Project>(engines.powerPoint ? engines.powerPoint : engines.builtIn);
         LoadDefaultProject();
         ChooseLanguage();
         PutRightWhatKilledRunsLeft();
         // Before the check: the file type stays registered when the start ends there.
         desktop.RegisterFileType(u"tsqfile", u"tsq", u"Tessarine-PowerPoint Setting File",
                                  ProgramFolder() + PathSeparator + String(ExecutableName) + u".exe, 30001");
-        if (!IsPowerPointAvailable(provider)) {
-            // The second message in a row; the first one told what went wrong.
-            ShowMessage(u"PowerPoint has not been installed.", MessageIcon::None);
-            return;
-        }
-        desktop.ShowMainWindow();
+        if (ChooseEngine(engines, desktop))
+            desktop.ShowMainWindow();
     });
 }
 

@@ -19,6 +19,17 @@ struct Desktop {
         RegisterFileType;
 
     std::function<void()> ShowMainWindow;  ///< Not modally; the window keeps the process alive.
+
+    /// Whether the user has agreed before to work without PowerPoint, and remembers that he does. Called only where
+    /// DesktopEngines has both.
+    std::function<bool()> IsBuiltInEngineAgreed = {};
+    std::function<void()> RememberBuiltInEngine = {};
+};
+
+/// Where jobs can get their PowerPoint from. At least one is there.
+struct DesktopEngines {
+    std::shared_ptr<powerpoint::Provider> powerPoint;  ///< An installed one; null on systems that have none.
+    std::shared_ptr<powerpoint::Provider> builtIn;     ///< The engine that comes with the program.
 };
 
 /// The program's entry: the data folder, the default project, the language, the file type, PowerPoint, then the main
@@ -27,8 +38,11 @@ struct Desktop {
 /// instance runs or the data folder can't be made, after a message when its path can't be built or PowerPoint can't be
 /// started. A failure is logged.
 ///
-/// `provider` is where the jobs get their PowerPoint from. The process's arguments are not read.
-void Main(const std::shared_ptr<powerpoint::Provider>& provider, const Desktop& desktop);
+/// Where an installed PowerPoint can't be started and there is the built-in engine, the user is asked whether to work
+/// with that; once he has agreed he isn't asked or told again. A PowerPoint that can be started is used all the same.
+///
+/// The process's arguments are not read.
+void Main(const DesktopEngines& engines, const Desktop& desktop);
 
 /// Starts PowerPoint and shuts it. When that fails, says so (key "1028" for `CannotCreateObject`, "1029" for any other
 /// failure) and gives false.

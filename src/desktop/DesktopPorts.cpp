@@ -5,8 +5,8 @@
 #include <QApplication>
 
 #include "desktop/EventDelivery.h"
-#include "desktop/LauncherProgress.h"
 #include "desktop/QtMessageBox.h"
+#include "desktop/Taskbar.h"
 #include "platform/Messages.h"
 #include "shell/TaskbarProgress.h"
 #include "ui/run/QtTimer.h"
@@ -33,7 +33,7 @@ DesktopPorts::DesktopPorts()
     SetMessageBox(ShowQtMessageBox);
     SetDeliverPendingEvents([delivery = std::make_shared<EventDelivery>()] { delivery->Deliver(); });
     SetMousePointerReceiver(ShowQtPointer);
-    SetTaskbarProgress(TellLaunchers);
+    SetTaskbarProgress(TellTaskbar);
     UseQtTimers();
 }
 

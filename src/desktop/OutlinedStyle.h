@@ -12,6 +12,9 @@ class OutlinedStyle : public QProxyStyle
     Q_OBJECT
 
 public:
+    /// Outlines for a style by its name; for the desktop's when it is empty.
+    explicit OutlinedStyle(const QString& style = {}) : QProxyStyle(style) {}
+
     /// Has the desktop's style draw, and puts the outline over what it has drawn.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;

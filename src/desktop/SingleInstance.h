@@ -2,14 +2,12 @@
 
 #include <memory>
 
-class QLockFile;
-
 namespace tessarine
 {
 
-/// Tells whether the program runs already for this user, by a lock in the user's runtime folder that the first instance
-/// holds while it lives. The lock of a program that has died counts for nothing. Where no lock can be written, each
-/// instance takes itself for the first.
+/// Tells whether the program runs already for this user: by a lock in the user's runtime folder, on Windows by a mutex
+/// of the session, which the first instance holds while it lives. A program that has died counts for nothing. Where no
+/// lock can be had, each instance takes itself for the first.
 class SingleInstance
 {
 public:
@@ -22,7 +20,8 @@ public:
     bool IsPreviousInstanceRunning() const { return isPreviousRunning_; }
 
 private:
-    std::unique_ptr<QLockFile> lock_;  // held when this is the first instance
+    struct Lock;  // of the system
+    std::unique_ptr<Lock> lock_;
     bool isPreviousRunning_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "files/FileState.h"
@@ -35,6 +36,9 @@ class Project : public std::enable_shared_from_this<Project>
 public:
     /// `provider` is where a run gets its PowerPoint from; without one a run fails with CannotCreateObject.
     explicit Project(std::shared_ptr<powerpoint::Provider> provider = {});
+
+    /// Where later runs get their PowerPoint from.
+    void UseProvider(std::shared_ptr<powerpoint::Provider> provider) { provider_ = std::move(provider); }
 
     /// Stops a run before its next file. Cleared at the normal end of a run.
     bool IsProcessCancel = false;

@@ -30,7 +30,7 @@ protected:
     MainTest()
     {
         program_.Write(u"Languages/English.lng",
-                       "[Global Msg]\n1028=cannot create\n1029=other error\n1059=%d to put right\n");
+                       "[Global Msg]\n1028=cannot create\n1029=other error\n1059=%d to put right\n1060=without it?\n");
         language_.emplace(program_.Path(), u"");
     }
 
@@ -43,7 +43,7 @@ protected:
         ApplicationDataFolder.clear();
     }
 
-    void Start() { Main(powerPoint_.Provider(), desktop_); }
+    void Start() { Main({.powerPoint = powerPoint_.Provider(), .builtIn = builtIn_}, desktop_); }
 
     String DataFile(StringView name) const { return dataHome_.PathOf(u"Tessarine/Tessarine/" + String(name)); }
 
@@ -72,6 +72,9 @@ protected:
     std::optional<ChosenLanguage> language_;
     MessageRecorder messages_;
     FakePowerPoint powerPoint_;
+    FakePowerPoint engine_;
+    std::shared_ptr<powerpoint::Provider> builtIn_;
+    bool isAgreed_ = false;
     bool isSecondInstance_ = false;
     std::vector<String> registered_;
     int windows_ = 0;
@@ -80,7 +83,7 @@ protected:
         [this](const String& fileClass, const String& extension, const String& description, const String& icon) {
             registered_ = {fileClass, extension, description, icon};
         },
-        [this] { ++windows_; }};
+        [this] { ++windows_; }, [this] { return isAgreed_; }, [this] { isAgreed_ = true; }};
 };
 
 TEST_F(MainTest, ShowsTheWindowOnANewAccount)
@@ -214,6 +217,90 @@ TEST_F(MainTest, TellsAnyOtherFailureOfPowerPointApart)
     EXPECT_EQ(windows_, 0);
     ASSERT_EQ(messages_.Messages().size(), 2u);
     EXPECT_EQ(messages_.Messages().front().text, u"other error");
+}
+
+/// An installed PowerPoint, and the engine that comes with the program.
+class EngineChoice : public MainTest
+{
+protected:
+    EngineChoice() { builtIn_ = engine_.Provider(); }
+    ~EngineChoice() override { IsBuiltInEngine = false; }
+
+    void LosePowerPoint() { powerPoint_.script.Fail("CreateApplication", 429); }
+
+    /// Whose PowerPoint a run gets.
+    bool IsBuiltInUsed()
+    {
+        const int before = engine_.script.Count("AttachToRunning");
+        CurrentProject->UnloadPowerPoint();
+        return engine_.script.Count("AttachToRunning") > before;
+    }
+
+    const MessageRecorder::Message question_{u"without it?", MessageIcon::Question, MessageButtons::YesNo};
+};
+
+TEST_F(EngineChoice, IsOfferedWherePowerPointCannotBeCreated)
+{
+    LosePowerPoint();
+    messages_.Next(MessageAnswer::Yes);
+
+    Start();
+
+    EXPECT_THAT(
+        messages_.Messages(),
+        ElementsAre(MessageRecorder::Message{u"cannot create", MessageIcon::Critical, MessageButtons::Ok}, question_));
+    EXPECT_EQ(windows_, 1);
+    EXPECT_TRUE(isAgreed_);
+    EXPECT_TRUE(IsBuiltInEngine);
+    EXPECT_TRUE(IsBuiltInUsed());
+}
+
+TEST_F(EngineChoice, EndsTheStartWhenItIsDeclined)
+{
+    LosePowerPoint();
+    messages_.Next(MessageAnswer::No);
+
+    Start();
+
+    ASSERT_EQ(messages_.Messages().size(), 3u);
+    EXPECT_EQ(messages_.Messages()[1], question_);
+    EXPECT_EQ(messages_.Messages()[2].text, u"PowerPoint has not been installed.");
+    EXPECT_EQ(windows_, 0);
+    EXPECT_FALSE(isAgreed_);
+}
+
+TEST_F(EngineChoice, IsOfferedOnce)
+{
+    LosePowerPoint();
+    isAgreed_ = true;
+
+    Start();
+
+    EXPECT_THAT(messages_.Messages(), IsEmpty());
+    EXPECT_EQ(windows_, 1);
+    EXPECT_TRUE(IsBuiltInEngine);
+    EXPECT_TRUE(IsBuiltInUsed());
+}
+
+TEST_F(EngineChoice, IsPowerPointAgainOnceThatCanBeStarted)
+{
+    isAgreed_ = true;
+
+    Start();
+
+    EXPECT_EQ(windows_, 1);
+    EXPECT_FALSE(IsBuiltInEngine);
+    EXPECT_FALSE(IsBuiltInUsed());
+}
+
+TEST_F(EngineChoice, IsNoneWhereThereIsOneEngine)
+{
+    Main({.powerPoint = nullptr, .builtIn = builtIn_}, desktop_);
+
+    EXPECT_THAT(messages_.Messages(), IsEmpty());
+    EXPECT_EQ(windows_, 1);
+    EXPECT_TRUE(IsBuiltInEngine);
+    EXPECT_TRUE(IsBuiltInUsed());
 }
 
 TEST_F(MainTest, LogsAFailureAndShowsNoWindow)

@@ -11,14 +11,15 @@
 #include "desktop/DesktopPorts.h"
 #include "desktop/OutlinedStyle.h"
 #include "desktop/SingleInstance.h"
+#include "desktop/SystemLook.h"
 #include "i18n/QtText.h"
 #include "icons/Icons.h"
 #include "model/Excel.h"
-#include "office/builtin/Provider.h"
-#include "office/sheets/ExcelProvider.h"
 #include "platform/Locale.h"
 #include "platform/ProgramInfo.h"
+#include "settings/EngineSetting.h"
 #include "shell/FileAssociation.h"
+#include "SystemEngines.h"
 #include "ui/main/frmMain.h"
 
 namespace
@@ -35,7 +36,7 @@ void SetUpApplication(QTranslator& buttons)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(ToQt(ExecutableName));
     QGuiApplication::setDesktopFileName(ToQt(ExecutableName));
-    QApplication::setStyle(new OutlinedStyle);  // the application owns it
+    QApplication::setStyle(new OutlinedStyle(StyleOfSystem()));  // the application owns it
     QApplication::setWindowIcon(Icon("tessarine"));
     // Yes, No and Cancel in the language of the user's desktop.
     if (buttons.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
@@ -47,20 +48,25 @@ void SetUpApplication(QTranslator& buttons)
 int main(int, char** arguments)
 {
     int noArguments = 1;  // the program takes none, and Qt would act on its own
+    PrepareSystemLook();
     QApplication application(noArguments, arguments);
     QTranslator buttons;
     SetUpApplication(buttons);
     const DesktopPorts ports;
     const SingleInstance instance;
-    excel::SetProvider(sheets::CreateProvider());
+    excel::SetProvider(SystemExcel());
 
     std::unique_ptr<frmMain> window;
-    Main(builtin::CreateProvider(), {[&instance] { return instance.IsPreviousInstanceRunning(); }, RegisterFileType,
-                                     [&window] {
-                                         window = std::make_unique<frmMain>();
-                                         window->Unloaded += [] { QCoreApplication::exit(); };
-                                         window->show();
-                                     }});
+    Main(SystemEngines(), {.IsPreviousInstanceRunning = [&instance] { return instance.IsPreviousInstanceRunning(); },
+                           .RegisterFileType = RegisterFileType,
+                           .ShowMainWindow =
+                               [&window] {
+                                   window = std::make_unique<frmMain>();
+                                   window->Unloaded += [] { QCoreApplication::exit(); };
+                                   window->show();
+                               },
+                           .IsBuiltInEngineAgreed = IsBuiltInEngineAgreed,
+                           .RememberBuiltInEngine = RememberBuiltInEngine});
     const int status = window ? QApplication::exec() : 0;
     if (CurrentProject)
         CurrentProject->FindAndReplaceList.reset();  // its pairs point back at the project

@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -94,6 +95,9 @@ void frmMain::BuildToolbar()
     addToolBar(Toolbar1);
 
     statusBar()->setObjectName("StatusBar1");
+    lblEngine = new QLabel;
+    lblEngine->setObjectName("lblEngine");
+    statusBar()->addPermanentWidget(lblEngine);
 }
 
 }  // namespace tessarine

@@ -119,6 +119,7 @@ void frmMain::LoadLng()
                 column, ToQt(GetLngString(section, FromQt(QStringLiteral("vsflex.TextMatrix(0,%1)").arg(column)))));
         grdItems->Items().SetEndlessTip(ToQt(GetLngString(section, u"grdItems.EndlessTip")));
         grdItems->SetEmptyText(ToQt(GetLngString(section, u"grdItems.EmptyText")));
+        lblEngine->setText(ToQt(GetLngString(u"Global Msg", IsBuiltInEngine ? u"1062" : u"1061")));
         NameControlsWithoutCaption();
     });
 }

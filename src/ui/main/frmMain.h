@@ -15,6 +15,7 @@
 class QCheckBox;
 class QComboBox;
 class QKeyEvent;
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
@@ -193,6 +194,7 @@ private:
     void ReceiveEvents();  // of mProject
 
     QToolBar* Toolbar1 = nullptr;
+    QLabel* lblEngine = nullptr;  // in the status bar
     QTabWidget* SSTab1 = nullptr;
     std::array<QPushButton*, 2> cmdStartReplacing{};  // by StartCommand
 

@@ -180,6 +180,17 @@ TEST_F(MenuTest, TheWindowStartsOnItsFirstTabWithANewJob)
     EXPECT_THAT(Log(), IsEmpty());
 }
 
+TEST_F(MenuTest, TheStatusBarTellsTheEngine)
+{
+    EXPECT_EQ(The<QLabel>("lblEngine").text(), "Engine: PowerPoint");
+
+    IsBuiltInEngine = true;
+    Window().LoadLng();
+
+    EXPECT_EQ(The<QLabel>("lblEngine").text(), "Engine: built-in");
+    IsBuiltInEngine = false;
+}
+
 TEST_F(MenuTest, TheGridStartsWithItsWidthsAndTheSearchTypeHidden)
 {
     EditPairs({{u"a", u"b"}});

@@ -64,11 +64,12 @@ protected:
         std::string caption;
         CurrentProject->FindAndReplaceList.reset();
         CurrentLanguageFile.clear();
-        Main(powerPoint.Provider(), {[] { return false; }, [](auto&&...) {},
-                                     [&] {
-                                         const frmMain window;
-                                         caption = window.findChild<QAction*>("mnuOpen")->text().toStdString();
-                                     }});
+        Main({nullptr, powerPoint.Provider()}, {[] { return false; }, [](auto&&...) {},
+                                                [&] {
+                                                    const frmMain window;
+                                                    caption =
+                                                        window.findChild<QAction*>("mnuOpen")->text().toStdString();
+                                                }});
         return caption;
     }
 };

@@ -1,4 +1,4 @@
-#include "desktop/LauncherProgressTest.h"
+#include "desktop/TaskbarLinuxTest.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +9,7 @@
 #include <QTest>
 
 #include "desktop/DesktopPorts.h"
-#include "desktop/LauncherProgress.h"
+#include "desktop/Taskbar.h"
 #include "shell/TaskbarProgress.h"
 
 namespace tessarine
@@ -24,7 +24,7 @@ constexpr const char* busAddress = "DBUS_SESSION_BUS_ADDRESS";
 
 /// A session of the user with a bus of its own, on which the program talks from its first use on. The library keeps its
 /// connection for as long as the process lives, so that all these tests share the bus.
-class LauncherProgressTest : public testing::Test
+class TaskbarTest : public testing::Test
 {
 protected:
     static void SetUpTestSuite()
@@ -56,20 +56,20 @@ private:
     static inline QByteArray before_;
 };
 
-TEST_F(LauncherProgressTest, IsToldToTheDocksOfTheSession)
+TEST_F(TaskbarTest, IsToldToTheDocksOfTheSession)
 {
     const Dock dock(Address());
     ASSERT_TRUE(dock.IsListening());
 
-    TellLaunchers(0.25);
-    TellLaunchers(std::nullopt);
+    TellTaskbar(0.25);
+    TellTaskbar(std::nullopt);
 
     EXPECT_TRUE(QTest::qWaitFor([&dock] { return dock.updates.size() == 2; }, patience));
     EXPECT_THAT(dock.updates, ElementsAre("application://tessarine.desktop: 0.25 shown",
                                           "application://tessarine.desktop: 0 hidden"));
 }
 
-TEST_F(LauncherProgressTest, IsWhereTheProgressOfARunGoes)
+TEST_F(TaskbarTest, IsWhereTheProgressOfARunGoes)
 {
     const Dock dock(Address());
     ASSERT_TRUE(dock.IsListening());

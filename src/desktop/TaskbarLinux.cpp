@@ -1,4 +1,4 @@
-#include "desktop/LauncherProgress.h"
+#include "desktop/Taskbar.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -7,7 +7,7 @@
 namespace tessarine
 {
 
-void TellLaunchers(std::optional<double> share)
+void TellTaskbar(std::optional<double> share)
 {
     // Without an address the library would start a bus of its own, on which nobody listens.
     if (!qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS"))
