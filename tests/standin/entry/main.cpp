@@ -15,6 +15,11 @@
 // stand-in /powerpoint FOLDER | /excel FOLDER | /relay FOLDER
 //
 // Started by the system for a caller, or by hand for an instance of a user's own.
+//
+// stand-in /register FOLDER
+//
+// For scripts: from then on both programs are this one, until "stand-in /unregister FOLDER". Their orders and logs are
+// in the folder's "powerpoint" and "excel", which are there.
 
 namespace
 {
@@ -39,6 +44,13 @@ int ServeExcelIn(const std::filesystem::path& folder)
     });
 }
 
+bool RegisterBothIn(const std::filesystem::path& folder)
+{
+    const std::wstring executable = FileBesideThisProgram(L"stand-in.exe");
+    return Register(PowerPointProgram, executable, folder / L"powerpoint") &&
+           Register(ExcelProgram, executable, folder / L"excel");
+}
+
 }  // namespace
 
 int wmain(int argumentCount, wchar_t** arguments)
@@ -46,6 +58,13 @@ int wmain(int argumentCount, wchar_t** arguments)
     if (argumentCount < 3)
         return 1;
     const std::wstring_view what = arguments[1];
+    if (what == L"/register")
+        return RegisterBothIn(arguments[2]) ? 0 : 1;
+    if (what == L"/unregister") {
+        Unregister(PowerPointProgram);
+        Unregister(ExcelProgram);
+        return 0;
+    }
     const bool isRelay = what == RelayProgram.argument;
     // As PowerPoint and Excel are; the relay must be able to be called back while it calls.
     if (FAILED(CoInitializeEx(nullptr, isRelay ? COINIT_MULTITHREADED : COINIT_APARTMENTTHREADED)))
