@@ -17,6 +17,28 @@ function(tessarine_drawing output drawing)
         DEPENDS ${source} ${make_icon} tessarine_drawings VERBATIM)
 endfunction()
 
+# tessarine_icon_pictures(<layer>): the drawings of src/icons as pictures too, in the resources of a layer as
+# "/icons/<name>-<size>.png". For Windows, where nothing draws them.
+function(tessarine_icon_pictures layer)
+    set(folder ${CMAKE_CURRENT_BINARY_DIR}/icon-pictures)
+    file(MAKE_DIRECTORY ${folder})
+    file(GLOB drawings CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/src/icons ${PROJECT_SOURCE_DIR}/src/icons/*.svg)
+    set(entries)
+    set(pictures)
+    foreach(drawing ${drawings})
+        cmake_path(GET drawing STEM name)
+        foreach(size 16 20 24 32 40 48 64 96 256)
+            tessarine_drawing(${folder}/${name}-${size}.png ${drawing} ${size})
+            string(APPEND entries "<file>${name}-${size}.png</file>\n")
+            list(APPEND pictures ${folder}/${name}-${size}.png)
+        endforeach()
+    endforeach()
+    file(CONFIGURE OUTPUT ${folder}/icon-pictures.qrc @ONLY
+         CONTENT "<RCC><qresource prefix=\"/icons\">\n@entries@</qresource></RCC>\n")
+    target_sources(${layer} PRIVATE ${folder}/icon-pictures.qrc)
+    set_property(TARGET ${layer} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS ${pictures})
+endfunction()
+
 # tessarine_windows_resources(<program> <description>): what the Explorer and the Task Manager show of a program.
 function(tessarine_windows_resources program description)
     if(NOT WIN32)

@@ -1,11 +1,11 @@
 # Tests of windows. A part of CMakeLists.txt and not of a folder below, because Qt tells tests the folder of their target,
 # and a precompiled header serves only where that is the same.
-find_package(Qt6 REQUIRED COMPONENTS Test)
+find_package(Qt6 REQUIRED COMPONENTS Widgets Test)
 
 if(WIN32)
     set(program_folder ${PROJECT_BINARY_DIR}/window-tests)
     tessarine_runtime(tessarine_window_test_runtime ${program_folder} LIBRARIES Test
-                      PLUGINS platforms/qoffscreen iconengines/qsvgicon)
+                      PLUGINS platforms/qoffscreen)
 endif()
 
 # tessarine_test for tests of windows, which have an entry of their own.

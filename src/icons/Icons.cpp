@@ -1,11 +1,15 @@
 #include "icons/Icons.h"
 
+#include <QDir>
 #include <QFile>
 
 /// Registers the drawings, which in a static library nothing else does. Outside of any namespace, as the macro asks.
 static void RegisterDrawings()
 {
     Q_INIT_RESOURCE(icons);
+#ifdef _WIN32
+    Q_INIT_RESOURCE(icon_pictures);
+#endif
 }
 
 namespace tessarine
@@ -22,12 +26,25 @@ QString PathOf(const char* name)
     return QStringLiteral(":/icons/%1.svg").arg(QLatin1StringView(name));
 }
 
+/// The pictures that were made of a drawing, where Qt has nothing that draws it.
+QIcon IconOfPictures(const char* name)
+{
+    QIcon icon;
+    const QDir folder(QStringLiteral(":/icons"));
+    for (const QString& picture : folder.entryList({QLatin1StringView(name) + "-[0-9]*.png"}))
+        icon.addPixmap(QPixmap(folder.filePath(picture)));
+    return icon;
+}
+
 }  // namespace
 
 QIcon Icon(const char* name)
 {
     const QString path = PathOf(name);
-    return QFile::exists(path) ? QIcon(path) : QIcon();
+    if (!QFile::exists(path))
+        return {};
+    const QIcon pictures = IconOfPictures(name);
+    return pictures.isNull() ? QIcon(path) : pictures;
 }
 
 QByteArray IconDrawing(const char* name)
