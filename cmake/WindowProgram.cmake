@@ -4,11 +4,11 @@ function(tessarine_window_program name)
     set_target_properties(${name} PROPERTIES TESSARINE_HAS_WINDOWS ON)  # how it is linked for Windows
 endfunction()
 
-# tessarine_runtime(<name> <folder> [LIBRARIES <library of Qt>...] PLUGINS <plugin>...): a target that puts beside programs
+# tessarine_runtime(<name> <folder> [INSTALLED] [LIBRARIES <library of Qt>...] PLUGINS <plugin>...): a target that puts beside programs
 # with windows what Windows has them bring along, without symbols: the libraries of the compiler and of Qt, and plugins of
-# Qt ("platforms/qwindows").
+# Qt ("platforms/qwindows"). INSTALLED: they belong to what is installed.
 function(tessarine_runtime name folder)
-    cmake_parse_arguments(RUNTIME "" "" "LIBRARIES;PLUGINS" ${ARGN})
+    cmake_parse_arguments(RUNTIME "INSTALLED" "" "LIBRARIES;PLUGINS" ${ARGN})
     set(copies)
     foreach(library Core Gui Widgets ${RUNTIME_LIBRARIES})
         tessarine_stripped(copies $<TARGET_FILE:Qt6::${library}> ${folder}/Qt6${library}.dll)
@@ -22,6 +22,13 @@ function(tessarine_runtime name folder)
         tessarine_stripped(copies ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}/${plugin}.dll ${folder}/${plugin}.dll)
     endforeach()
     add_custom_target(${name} DEPENDS ${copies})
+    if(RUNTIME_INSTALLED)
+        foreach(copy ${copies})
+            cmake_path(RELATIVE_PATH copy BASE_DIRECTORY ${folder} OUTPUT_VARIABLE place)
+            cmake_path(GET place PARENT_PATH place)
+            install(FILES ${copy} DESTINATION ${TESSARINE_PROGRAMS}/${place})
+        endforeach()
+    endif()
 endfunction()
 
 # tessarine_stripped(<variable> <library> <copy>)

@@ -39,7 +39,8 @@ function(tessarine_icon_pictures layer)
     set_property(TARGET ${layer} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS ${pictures})
 endfunction()
 
-# tessarine_windows_resources(<program> <description>): what the Explorer and the Task Manager show of a program.
+# tessarine_windows_resources(<program> <description>): what the Explorer and the Task Manager show of a program. A program
+# that has them is shipped: without symbols, and the same bytes for the same sources.
 function(tessarine_windows_resources program description)
     if(NOT WIN32)
         return()
@@ -70,5 +71,6 @@ function(tessarine_windows_resources program description)
         COMMAND ${CMAKE_RC_COMPILER} --codepage=65001 --output-format=coff ${script} ${object}
         DEPENDS ${script} ${icon} ${RESOURCES_MANIFEST} tessarine_program_icon VERBATIM)
     target_sources(${program} PRIVATE ${object})
+    target_link_options(${program} PRIVATE -s -Wl,--no-insert-timestamp)
     set_source_files_properties(${object} PROPERTIES EXTERNAL_OBJECT ON GENERATED ON)
 endfunction()
