@@ -162,6 +162,7 @@ TEST_F(OpenDocumentTest, SaysWhyAFileDoesNotOpen)
     ShowTab(2);
     Add(NothingCounted(folder_.PathOf(u"gone.pptx")));
     ResultTree& tree = *Window().trvNotChangedFiles;
+    shell_.OpenerAnswers(ShellResult::FileNotFound);
 
     DoubleClickRow(tree, tree.model()->index(1, 0));
 
