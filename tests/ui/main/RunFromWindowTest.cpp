@@ -7,6 +7,7 @@
 
 #include "office/builtin/Provider.h"
 #include "platform/NativePath.h"
+#include "platform/PathSeparator.h"
 #include "support/PackageReader.h"
 #include "ui/main/StartCommand.h"
 #include "ui/run/QtTimer.h"
@@ -135,7 +136,7 @@ std::vector<std::string> RunFromWindowTest::Lines(const ResultTree& tree) const
 
 std::string RunFromWindowTest::WithoutFolder(std::string text) const
 {
-    const std::string prefix = ToUtf8(decks.Path()) + '/';
+    const std::string prefix = ToUtf8(decks.Path() + PathSeparator);
     for (auto at = text.find(prefix); at != std::string::npos; at = text.find(prefix))
         text.erase(at, prefix.size());
     return text;
