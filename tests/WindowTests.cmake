@@ -58,3 +58,9 @@ endif()
 set_target_properties(desktop_test PROPERTIES AUTOMOC ON)
 add_dependencies(desktop_test tessarine tessarine_help)
 target_compile_definitions(desktop_test PRIVATE TESSARINE_PROGRAM="$<TARGET_FILE:tessarine>")
+
+# The program as a person uses it, on a screen of its own.
+if(WIN32)
+    add_test(NAME desktop_walk COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/desktop/walk/walk ${PROJECT_BINARY_DIR})
+    set_tests_properties(desktop_walk PROPERTIES RUN_SERIAL ON TIMEOUT 900)
+endif()
