@@ -4,11 +4,14 @@ function(tessarine_window_program name)
     set_target_properties(${name} PROPERTIES TESSARINE_HAS_WINDOWS ON)  # how it is linked for Windows
 endfunction()
 
-# tessarine_runtime(<name> <folder> [INSTALLED] [LIBRARIES <library of Qt>...] PLUGINS <plugin>...): a target that puts beside programs
-# with windows what Windows has them bring along, without symbols: the libraries of the compiler and of Qt, and plugins of
-# Qt ("platforms/qwindows"). INSTALLED: they belong to what is installed.
+# tessarine_runtime(<name> <folder> [INSTALLED] [LIBRARIES <library of Qt>...] PLUGINS <plugin>...
+#                   [TRANSLATIONS <language>...])
+#
+# A target that puts beside programs with windows what Windows has them bring along, without symbols: the libraries of the
+# compiler and of Qt, plugins of Qt ("platforms/qwindows"), and what Qt says in other languages ("Yes" and "No").
+# INSTALLED: they belong to what is installed.
 function(tessarine_runtime name folder)
-    cmake_parse_arguments(RUNTIME "INSTALLED" "" "LIBRARIES;PLUGINS" ${ARGN})
+    cmake_parse_arguments(RUNTIME "INSTALLED" "" "LIBRARIES;PLUGINS;TRANSLATIONS" ${ARGN})
     set(copies)
     foreach(library Core Gui Widgets ${RUNTIME_LIBRARIES})
         tessarine_stripped(copies $<TARGET_FILE:Qt6::${library}> ${folder}/Qt6${library}.dll)
@@ -21,6 +24,17 @@ function(tessarine_runtime name folder)
     foreach(plugin ${RUNTIME_PLUGINS})
         tessarine_stripped(copies ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_PLUGINS}/${plugin}.dll ${folder}/${plugin}.dll)
     endforeach()
+    foreach(language ${RUNTIME_TRANSLATIONS})
+        set(texts ${QT_HOST_PATH}/share/qt6/translations/qtbase_${language}.qm)
+        set(copy ${folder}/translations/qtbase_${language}.qm)
+        add_custom_command(OUTPUT ${copy} COMMAND ${CMAKE_COMMAND} -E copy ${texts} ${copy} DEPENDS ${texts} VERBATIM)
+        list(APPEND copies ${copy})
+    endforeach()
+    if(RUNTIME_TRANSLATIONS)
+        # Where Qt looks for them, wherever the programs lie.
+        file(CONFIGURE OUTPUT ${folder}/qt.conf CONTENT "[Paths]\nPrefix = .\nPlugins = .\nTranslations = translations\n")
+        list(APPEND copies ${folder}/qt.conf)
+    endif()
     add_custom_target(${name} DEPENDS ${copies})
     if(RUNTIME_INSTALLED)
         foreach(copy ${copies})
