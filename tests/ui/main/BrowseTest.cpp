@@ -3,6 +3,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "platform/PathSeparator.h"
+
 // The buttons that choose files and folders, and the double click that opens them.
 
 namespace tessarine
@@ -157,7 +159,7 @@ TEST_F(BrowseTest, TheChosenFolderGetsATrailingSeparatorAndMarksTheJob)
 
     Click("cmdBrowse2");
 
-    EXPECT_EQ(Text("txtStartFolder"), "/decks/");
+    EXPECT_EQ(Text("txtStartFolder"), ToUtf8(u"/decks" + String(1, PathSeparator)));
     EXPECT_TRUE(Window().IsModifed());
 }
 
@@ -197,14 +199,18 @@ TEST_F(BrowseTest, ADoubleClickOpensWhatTheBoxNames)
 TEST_F(BrowseTest, ADoubleClickThatOpensNothingSaysNothing)
 {
     ShowFiles(0);
+    shell.OpenerAnswers(ShellResult::NoAssociation);
     DoubleClick("txtStartFolder");
     Type("txtStartFolder", ToQt(folder.PathOf(u"gone")));
     DoubleClick("txtStartFolder");
     Type("txtStartFolder", ToQt(folder.Path()));
-    shell.OpenerAnswers(ShellResult::NoAssociation);
     DoubleClick("txtStartFolder");
 
+#ifdef _WIN32  // whose shell is asked for anything, and tells itself what is missing
+    EXPECT_THAT(shell.Opened(), ElementsAre(folder.PathOf(u"gone"), folder.Path()));
+#else
     EXPECT_THAT(shell.Opened(), ElementsAre(folder.Path()));
+#endif
     EXPECT_THAT(messages.Messages(), IsEmpty());
     EXPECT_THAT(Log(), IsEmpty());
 }
