@@ -45,10 +45,12 @@ function(tessarine_runtime name folder)
     endif()
 endfunction()
 
-# tessarine_stripped(<variable> <library> <copy>)
+# tessarine_stripped(<variable> <library> <copy>): without symbols, and without the time, which strip would write into it.
 function(tessarine_stripped variable library copy)
     cmake_path(GET copy PARENT_PATH folder)
     file(MAKE_DIRECTORY ${folder})
-    add_custom_command(OUTPUT ${copy} COMMAND ${CMAKE_STRIP} -o ${copy} ${library} DEPENDS ${library} VERBATIM)
+    add_custom_command(OUTPUT ${copy}
+        COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0 ${CMAKE_STRIP} -o ${copy} ${library}
+        DEPENDS ${library} VERBATIM)
     set(${variable} ${${variable}} ${copy} PARENT_SCOPE)
 endfunction()
