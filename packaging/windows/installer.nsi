@@ -1,6 +1,6 @@
 ; The installer for Windows. tools/windows/package compiles it, and gives it what it packs and the names:
-;   VERSION, NUMBERS (four numbers), COMPANY, PRODUCT, COPYRIGHT, ICON, OUTPUT, SIZE (in KiB), and FILES: a folder with
-;   install.nsh and uninstall.nsh, which put and remove each file of the package.
+;   VERSION, NUMBERS (four numbers), COMPANY, PRODUCT, COPYRIGHT, ICON, PICTURE (of the last page), OUTPUT, SIZE (in KiB), and
+;   FILES: a folder with install.nsh and uninstall.nsh, which put and remove each file of the package.
 ;
 ; On its command line, besides NSIS's /S (no windows) and /D=FOLDER (at the end):
 ;   /AllUsers   for everybody on this computer; an administrator's right is asked for, with /S it must be there
@@ -51,8 +51,10 @@ Var Everybody
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
 !define MUI_ABORTWARNING
 !define MULTIUSER_INSTALLMODEPAGE ; NSIS's own texts for who it is installed for
+!define MUI_COMPONENTSPAGE_SMALLDESC
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION StartProgram
 !define MUI_FINISHPAGE_NOREBOOTSUPPORT

@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QImageReader>
 #include <QList>
+#include <QPainter>
 #include <QtEndian>
 
 #include <cstdio>
@@ -33,6 +34,16 @@ QImage Drawn(const QString& drawing, int size)
     if (image.isNull())
         Stop(drawing + ": " + reader.errorString());
     return image.convertToFormat(QImage::Format_ARGB32);
+}
+
+// As large as NSIS has it, in a colour that goes with the drawing.
+QImage SideOfInstaller(const QString& drawing, int size)
+{
+    QImage side(164, 314, QImage::Format_RGB32);
+    side.fill(QColor(0xE9, 0xEF, 0xF7));
+    QPainter painter(&side);
+    painter.drawImage((side.width() - size) / 2, (side.height() - size) / 3, Drawn(drawing, size));
+    return side;
 }
 
 template <class Number>
@@ -118,7 +129,9 @@ int main(int count, char* arguments[])
     }
     const QString output = words[2];
     if (!output.endsWith(".ico")) {
-        if (sizes.size() != 1 || !Drawn(words[1], sizes[0]).save(output))
+        const bool isSide = output.endsWith(".bmp");
+        const QImage picture = isSide ? SideOfInstaller(words[1], sizes[0]) : Drawn(words[1], sizes[0]);
+        if (sizes.size() != 1 || !picture.save(output))
             Stop(output + " can't be written");
         return 0;
     }
