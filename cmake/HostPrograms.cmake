@@ -17,7 +17,9 @@ function(tessarine_host_program name source)
         separate_arguments(linking UNIX_COMMAND "${linking}")
     endif()
     if(CMAKE_CROSSCOMPILING)
-        set(program ${CMAKE_CURRENT_BINARY_DIR}/${name})
+        # A folder of their own: beside the programs for Windows they would take those' settings of Qt for theirs.
+        set(program ${PROJECT_BINARY_DIR}/host-programs/${name})
+        file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/host-programs)
         add_custom_command(OUTPUT ${program}
             COMMAND ${TESSARINE_HOST_COMPILER} -std=c++20 -O1 ${compiling} -o ${program} ${source} ${linking}
             DEPENDS ${source} VERBATIM)
