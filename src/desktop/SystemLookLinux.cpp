@@ -1,14 +1,17 @@
+#include <QApplication>
+
+#include "desktop/OutlinedStyle.h"
 #include "desktop/SystemLook.h"
 
 namespace tessarine
 {
 
-// Qt's plugins for the desktops see to all of it.
+// Qt's plugins for the desktops see to it.
 void PrepareSystemLook() {}
 
-QString StyleOfSystem()
+void ApplySystemLook()
 {
-    return {};
+    QApplication::setStyle(new OutlinedStyle);  // the application owns it
 }
 
 }  // namespace tessarine

@@ -1,7 +1,8 @@
+#include <QApplication>
+
+#include "desktop/DarkColours.h"
+#include "desktop/OutlinedStyle.h"
 #include "desktop/SystemLook.h"
-
-#include <QtGlobal>
-
 #include "platform/WindowsHeaders.h"
 
 #include <commctrl.h>
@@ -33,14 +34,17 @@ void PrepareSystemLook()
 {
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_USEREX_CLASSES};
     InitCommonControlsEx(&controls);
-    // 2: frames and colours both. Somebody who names a platform wants that.
+    // 1: title bars follow the desktop. Qt's own dark colours (2) fill empty check boxes.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "windows:darkmode=2");
+        qputenv("QT_QPA_PLATFORM", "windows:darkmode=1");
 }
 
-QString StyleOfSystem()
+void ApplySystemLook()
 {
-    return IsDark() ? QStringLiteral("Fusion") : QString();
+    const bool isDark = IsDark();
+    QApplication::setStyle(new OutlinedStyle(isDark ? QStringLiteral("Fusion") : QString()));  // owned by it
+    if (isDark)
+        QApplication::setPalette(DarkColours());
 }
 
 }  // namespace tessarine

@@ -9,7 +9,6 @@
 #include "app/GlobalState.h"
 #include "app/Main.h"
 #include "desktop/DesktopPorts.h"
-#include "desktop/OutlinedStyle.h"
 #include "desktop/SingleInstance.h"
 #include "desktop/SystemLook.h"
 #include "i18n/QtText.h"
@@ -36,7 +35,7 @@ void SetUpApplication(QTranslator& buttons)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationName(ToQt(ExecutableName));
     QGuiApplication::setDesktopFileName(ToQt(ExecutableName));
-    QApplication::setStyle(new OutlinedStyle(StyleOfSystem()));  // the application owns it
+    ApplySystemLook();
     QApplication::setWindowIcon(Icon("tessarine"));
     // Yes, No and Cancel in the language of the user's desktop.
     if (buttons.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
