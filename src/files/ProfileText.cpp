@@ -6,7 +6,9 @@
 
 #include "files/Files.h"
 #include "platform/CaseFolding.h"
+#include "platform/CodePage.h"
 #include "platform/Utf16.h"
+#include "platform/Utf8.h"
 
 namespace tessarine
 {
@@ -89,7 +91,7 @@ std::string_view LinesOfSection(std::string_view content, const Name& section)
 }
 
 /// What follows the equals sign on the key's line, in the first section of that name.
-std::string_view RawValue(std::string_view content, const Name& section, const Name& key)
+std::string_view AfterEqualsSign(std::string_view content, const Name& section, const Name& key)
 {
     for (std::string_view rest = LinesOfSection(content, section); !rest.empty();) {
         const std::string_view line = TakeLine(rest);
@@ -124,22 +126,48 @@ String FirstCharacters(String text, std::size_t count)
     return text;
 }
 
-}  // namespace
-
-String ProfileValue(std::string_view content, StringView section, StringView key, std::size_t longest)
+/// The value as it stands in the file.
+std::string_view RawValue(std::string_view content, StringView section, StringView key)
 {
     // Many editors write the mark; in front of the first bracket it would hide that section.
     if (content.starts_with(byteOrderMark))
         content.remove_prefix(byteOrderMark.size());
     // A value ends at its first NUL, as the texts that the Windows calls give.
-    const std::string_view raw = RawValue(content, Name(section), Name(key));
-    return FirstCharacters(FromUtf8(WithoutQuotes(Trimmed(raw.substr(0, raw.find('\0'))))), longest);
+    const std::string_view raw = AfterEqualsSign(content, Name(section), Name(key));
+    return WithoutQuotes(Trimmed(raw.substr(0, raw.find('\0'))));
+}
+
+/// The code page of a file that is not UTF-8.
+std::string CodePageOf(std::string_view content)
+{
+    constexpr std::string_view mark = "code page ";
+    const std::string_view line = TakeLine(content);
+    const std::size_t at = line.starts_with(';') ? line.find(mark) : std::string_view::npos;
+    if (at == std::string_view::npos)
+        return SystemCodePage();
+    const std::string_view rest = line.substr(at + mark.size());
+    return "windows-" + std::string(rest.substr(0, rest.find_first_not_of("0123456789")));
+}
+
+}  // namespace
+
+String ProfileValue(std::string_view content, StringView section, StringView key, std::size_t longest)
+{
+    return FirstCharacters(FromUtf8(RawValue(content, section, key)), longest);
 }
 
 String ReadProfileValue(StringView path, StringView section, StringView key, std::size_t longest)
 {
     // A missing file is an empty one, so that a language without a file leaves no line in the log for each text.
-    return FileExists(path) ? ProfileValue(ReadWholeFile(path), section, key, longest) : String();
+    if (!FileExists(path))
+        return {};
+    const std::string content = ReadWholeFile(path);
+    // The whole file decides: a short text may be read either way.
+    if (IsUtf8(content))
+        return ProfileValue(content, section, key, longest);
+    // The value is cut out before: the second byte of a letter is never below 0x40, so it looks like no line end,
+    // blank, equals sign or quote, and a bracket counts only where a line begins.
+    return FirstCharacters(FromCodePage(RawValue(content, section, key), CodePageOf(content)), longest);
 }
 
 }  // namespace tessarine

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "platform/Utf16.h"
+#include "platform/Utf8.h"
 
 namespace tessarine
 {
@@ -16,36 +17,6 @@ constexpr char32_t replacementCharacter = 0xFFFD;
 /// text holds.
 constexpr char16_t foreignBytes = 0xDC00;
 
-struct Sequence {
-    std::size_t length;  // bytes, 0 when the bytes are not valid UTF-8
-    char32_t codePoint;
-};
-
-Sequence DecodeSequence(std::string_view text)
-{
-    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
-    const auto follows = [&](std::size_t i) { return i < text.size() && (byte(i) & 0xC0) == 0x80; };
-    const auto bits = [&](std::size_t i) { return static_cast<char32_t>(byte(i) & 0x3F); };
-
-    // Shorter forms than needed, surrogates and values above U+10FFFF are not valid (Unicode, table 3-7).
-    const std::uint8_t lead = byte(0);
-    if (lead < 0x80)
-        return {1, lead};
-    if (lead >= 0xC2 && lead <= 0xDF && follows(1))
-        return {2, (lead & 0x1Fu) << 6 | bits(1)};
-    if ((lead & 0xF0) == 0xE0 && follows(1) && follows(2)) {
-        const char32_t codePoint = (lead & 0x0Fu) << 12 | bits(1) << 6 | bits(2);
-        if (codePoint >= 0x800 && !IsSurrogate(codePoint))
-            return {3, codePoint};
-    }
-    if (lead >= 0xF0 && lead <= 0xF4 && follows(1) && follows(2) && follows(3)) {
-        const char32_t codePoint = (lead & 0x07u) << 18 | bits(1) << 12 | bits(2) << 6 | bits(3);
-        if (codePoint >= 0x10000 && codePoint <= 0x10FFFF)
-            return {4, codePoint};
-    }
-    return {0, 0};
-}
-
 }  // namespace
 
 String FromUtf8(std::string_view text)
@@ -54,7 +25,7 @@ String FromUtf8(std::string_view text)
     String result;
     result.reserve(text.size());
     while (!text.empty()) {
-        const Sequence sequence = DecodeSequence(text);
+        const Utf8Sequence sequence = DecodeUtf8(text);
         if (sequence.length == 0) {
             result += static_cast<char16_t>(foreignBytes + static_cast<std::uint8_t>(text.front()));
             text.remove_prefix(1);

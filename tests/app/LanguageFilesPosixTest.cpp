@@ -11,6 +11,7 @@
 #include "app/LanguageFile.h"
 #include "app/LanguageText.h"
 #include "files/Files.h"
+#include "files/ProfileText.h"
 #include "platform/CaseFolding.h"
 #include "support/LanguageKeys.h"
 
@@ -232,6 +233,15 @@ TEST_P(LanguageFilesTest, HasAnEqualCopyForWindows)
     const std::string copy = ReadWholeFile(PathIn(TESSARINE_WINDOWS_LANGUAGES, GetParam().name));
 
     EXPECT_EQ(Converted(copy, GetParam().codePage, "UTF-8"), expected);
+}
+
+TEST_P(LanguageFilesTest, IsReadInItsCopyForWindows)
+{
+    const String copy = PathIn(TESSARINE_WINDOWS_LANGUAGES, GetParam().name);
+
+    for (const LanguageKey& key : test::LanguageKeys())
+        EXPECT_EQ(ToUtf8(ReadProfileValue(copy, FromUtf8(key.section), FromUtf8(key.key), longestText)),
+                  file_.Value(key.section, key.key));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, LanguageFilesTest, testing::ValuesIn(languages), [](const auto& instance) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/CodePage.h"
 #include "platform/Failure.h"
 #include "support/TemporaryFolder.h"
 
@@ -230,6 +231,51 @@ TEST(ProfileText, ReadsAFileAnewEachTime)
 
     EXPECT_EQ(before, u"old");
     EXPECT_EQ(ReadProfileValue(path, u"window", u"key", longest), u"new");
+}
+
+class ProfileEncoding : public testing::Test
+{
+protected:
+    String Read(const std::string& content) const
+    {
+        return ReadProfileValue(folder_.Write(u"a.lng", content), u"window", u"key", longest);
+    }
+
+    const TemporaryFolder folder_;
+};
+
+TEST_F(ProfileEncoding, IsTheCodePageThatTheFirstLineNames)
+{
+    EXPECT_EQ(Read("; code page 1251\n[window]\nkey=\xDF\xE7\xFB\xEA\n"), u"Язык");
+    EXPECT_EQ(Read("; Polish, on Windows code page 1250; see there\r\n[window]\r\nkey=Po\xB3\xB9"
+                   "cz\r\n"),
+              u"Połącz");
+}
+
+TEST_F(ProfileEncoding, IsTheSystemsWhereTheFirstLineNamesNone)
+{
+    EXPECT_EQ(Read("[window]\nkey=\xC4ndern \x80\n"), FromCodePage("\xC4ndern \x80", SystemCodePage()));
+    EXPECT_EQ(Read("; by hand\n; code page 1251\n[window]\nkey=\xC4ndern\n"),
+              FromCodePage("\xC4ndern", SystemCodePage()));
+}
+
+TEST_F(ProfileEncoding, IsUtf8WhateverTheFirstLineNames)
+{
+    EXPECT_EQ(Read("; code page 1251\n[window]\nkey=Język\n"), u"Język");
+}
+
+TEST_F(ProfileEncoding, IsDecidedByTheWholeFile)
+{
+    // The key's own bytes would be "ß" in UTF-8.
+    EXPECT_EQ(Read("; code page 1251\n[window]\nkey=\xC3\x9F\nother=\xFF\n"), u"Гџ");
+}
+
+TEST_F(ProfileEncoding, TakesBracketsInsideALetterForThatLetter)
+{
+    // In code page 950 the second byte of these letters is that of "[", "]", "\\" and "|".
+    EXPECT_EQ(Read("; code page 950\n[window]\nother=\xA8\x5B \xA5\x5D\nkey=\xA8\x5B\xA5\x5D\xA5\x5C\xA5\x7C\n"),
+              FromCodePage("\xA8\x5B\xA5\x5D\xA5\x5C\xA5\x7C", "windows-950"));
+    EXPECT_EQ(Read("; code page 950\n[window]\nkey=\"\xA5\x5C \"\n"), u"功 ");
 }
 
 }  // namespace tessarine

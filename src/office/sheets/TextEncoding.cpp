@@ -1,7 +1,7 @@
 #include "office/sheets/TextEncoding.h"
 
 #include "platform/CodePage.h"
-#include "platform/Utf16.h"
+#include "platform/Utf8.h"
 
 namespace tessarine::sheets
 {
@@ -21,18 +21,6 @@ String FromUtf16(std::string_view bytes, std::size_t lowByte)
     return text;
 }
 
-/// Whether FromUtf8 met a byte that is not UTF-8: it leaves a low surrogate without a high one in front.
-bool HasForeignBytes(StringView text)
-{
-    bool followsHigh = false;
-    for (const char16_t unit : text) {
-        if (IsLowSurrogate(unit) && !followsHigh)
-            return true;
-        followsHigh = IsHighSurrogate(unit);
-    }
-    return false;
-}
-
 }  // namespace
 
 String DecodeText(std::string_view bytes)
@@ -43,9 +31,7 @@ String DecodeText(std::string_view bytes)
         return FromUtf16(bytes.substr(2), 0);
     if (bytes.starts_with("\xFE\xFF"))
         return FromUtf16(bytes.substr(2), 1);
-    // Text of a code page that goes beyond ASCII is hardly ever valid UTF-8.
-    String text = FromUtf8(bytes);
-    return HasForeignBytes(text) ? FromCodePage(bytes, SystemCodePage()) : text;
+    return IsUtf8(bytes) ? FromUtf8(bytes) : FromCodePage(bytes, SystemCodePage());
 }
 
 }  // namespace tessarine::sheets
