@@ -28,7 +28,8 @@ function(tessarine_window_test name)
 endfunction()
 
 # An entry with a QApplication, and a recorder for what the windows ask of the desktop.
-add_library(tessarine_window_test_support STATIC support/qt/Main.cpp support/qt/ShellRecorder.cpp)
+tessarine_sources(sources ${CMAKE_CURRENT_SOURCE_DIR}/support/qt)
+add_library(tessarine_window_test_support STATIC ${sources})
 target_compile_definitions(tessarine_window_test_support PRIVATE QT_NO_KEYWORDS)
 target_link_libraries(tessarine_window_test_support
     PUBLIC tessarine_shell tessarine_test_support Qt6::Test GTest::gmock PRIVATE tessarine_warnings)

@@ -2,8 +2,10 @@
 
 #include "platform/String.h"
 
-/// The per-user settings store: texts under an application, a section and a key. On Linux each application has a file
-/// of its own, "Tessarine/<application>.ini" in the user's configuration home. Names hold letters and digits alone.
+/// The per-user settings store: texts under an application, a section and a key. Names hold letters and digits alone.
+/// On Linux each application has a file of its own, "Tessarine/<application>.ini" in the user's configuration home. On
+/// Windows each section is a key of the registry, HKEY_CURRENT_USER\Software\Tessarine\<application>\<section>, whose
+/// values are texts with the names of the keys.
 namespace tessarine
 {
 

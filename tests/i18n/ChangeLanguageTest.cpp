@@ -231,7 +231,7 @@ TEST_F(ChangeLanguageWithoutFilesTest, KeepsAnExtensionInCapitals)
 
 TEST_F(ChangeLanguageTest, LogsSettingsThatCannotBeWrittenAndStays)
 {
-    user_.configuration.Write(u"Tessarine", "a file in the way");
+    user_.BlockSettings();
 
     Click("cmdOK");
 

@@ -19,7 +19,6 @@ protected:
 TEST_F(SettingsStoreTest, GivesTheEmptyTextForWhatIsNotThere)
 {
     EXPECT_EQ(GetSetting(u"App", u"Section", u"Key"), u"");
-    EXPECT_FALSE(QFile::exists(ToQt(user_.configuration.PathOf(u"Tessarine"))));
 }
 
 TEST_F(SettingsStoreTest, KeepsApplicationsSectionsAndKeysApart)
@@ -44,22 +43,6 @@ TEST_F(SettingsStoreTest, ReplacesAValue)
     EXPECT_EQ(GetSetting(u"App", u"Section", u"Key"), u"new");
 }
 
-TEST_F(SettingsStoreTest, StandsInAFileOfTheApplicationAtOnce)
-{
-    SaveSetting(u"App", u"MRUFiles", u"0", u"/jobs/report.tsq");
-
-    EXPECT_EQ(ContentOf(user_.configuration.PathOf(u"Tessarine/App.ini")), "[MRUFiles]\n0=/jobs/report.tsq\n");
-}
-
-TEST_F(SettingsStoreTest, SeesWhatAnotherProcessWrote)
-{
-    SaveSetting(u"App", u"Section", u"0", u"mine");
-
-    user_.configuration.Write(u"Tessarine/App.ini", "[Section]\n0=theirs, and longer\n");
-
-    EXPECT_EQ(GetSetting(u"App", u"Section", u"1"), u"");
-}
-
 class SettingsStoreRoundTrip : public SettingsStoreTest, public testing::WithParamInterface<String>
 {
 };
@@ -78,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, SettingsStoreRoundTrip,
 
 TEST_F(SettingsStoreTest, RaisesWhenTheStoreCannotBeWritten)
 {
-    user_.configuration.Write(u"Tessarine", "a file in the way");
+    user_.BlockSettings();
 
     try {
         SaveSetting(u"App", u"Section", u"Key", u"value");

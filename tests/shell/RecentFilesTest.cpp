@@ -250,7 +250,7 @@ TEST_F(RecentFilesTest, RecordsItsFileWhateverBecomesOfTheCallersTextMeanwhile)
 
 TEST_F(RecentFilesTest, LogsAStoreThatCannotBeWrittenAndLeavesTheMenu)
 {
-    user_.configuration.Write(u"Tessarine", "a file in the way");
+    user_.BlockSettings();
 
     recent_.SaveMRUFileList(PathOf(1));
 

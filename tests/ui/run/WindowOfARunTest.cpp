@@ -322,7 +322,7 @@ TEST_F(WindowOfARunTest, RemembersItsSize)
 
 TEST_F(WindowOfARunTest, ClosesWhereItsSizeCannotBeKept)
 {
-    user_.configuration.Write(u"Tessarine", "a file in the way");
+    user_.BlockSettings();
     Window();
     EndRun();
 

@@ -8,6 +8,7 @@
 
 #include <QTest>
 
+#include "i18n/QtText.h"
 #include "icons/Icons.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFolder.h"
