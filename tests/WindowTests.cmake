@@ -42,6 +42,13 @@ tessarine_window_test(settings_test FROM settings ON tessarine_settings)
 tessarine_window_test(i18n_test FROM i18n ON tessarine_i18n)
 tessarine_window_test(icons_test FROM icons ON tessarine_icons)
 tessarine_window_test(shell_test FROM shell ON tessarine_shell pugixml::pugixml)
+if(WIN32)
+    # What the shell starts for a file type that a test registers.
+    add_executable(record-arguments WIN32 shell/entry/RecordArguments.cpp)
+    target_link_libraries(record-arguments PRIVATE tessarine_platform tessarine_warnings)
+    set_target_properties(record-arguments PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${program_folder})
+    add_dependencies(shell_test record-arguments)
+endif()
 add_dependencies(shell_test tessarine_help)
 target_compile_definitions(shell_test PRIVATE TESSARINE_PROGRAM_FOLDER="${PROJECT_BINARY_DIR}/src"
                            TESSARINE_ENGLISH="${PROJECT_SOURCE_DIR}/languages/English.lng")

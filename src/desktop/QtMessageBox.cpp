@@ -5,7 +5,7 @@
 
 #include "i18n/QtText.h"
 #include "platform/ProgramInfo.h"
-#include "shell/OpenDoc.h"
+#include "shell/Help.h"
 
 namespace tessarine
 {

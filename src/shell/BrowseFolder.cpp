@@ -2,11 +2,9 @@
 
 #include <utility>
 
-#include <QFileDialog>
-
-#include "i18n/QtText.h"
 #include "log/Treatments.h"
 #include "platform/PathSeparator.h"
+#include "shell/FolderDialog.h"
 
 namespace tessarine
 {
@@ -16,19 +14,13 @@ namespace
 
 FolderDialogPort folderDialog;
 
-String ShowQtFolderDialog(QWidget* owner, const String& startFolder, const String& title, bool includeFiles)
-{
-    const QString folder = QFileDialog::getExistingDirectory(
-        owner, ToQt(title), ToQt(startFolder), includeFiles ? QFileDialog::Options() : QFileDialog::ShowDirsOnly);
-    return FromQt(QDir::toNativeSeparators(folder));  // Qt separates with "/" on every system
-}
-
 }  // namespace
 
-bool BrowseFolder(QWidget* Owner, String& Folder, const String& Title, bool IncludeFiles, bool /*NewStyle*/)
+bool BrowseFolder(QWidget* Owner, String& Folder, const String& Title, bool IncludeFiles, bool NewStyle)
 {
     return LogAndReturn({u"BrowseFolder", u"Module modShell"}, [&] {
-        String chosen = (folderDialog ? folderDialog : ShowQtFolderDialog)(Owner, Folder, Title, IncludeFiles);
+        String chosen = folderDialog ? folderDialog(Owner, Folder, Title, IncludeFiles)
+                                     : ShowFolderDialog(Owner, Folder, Title, IncludeFiles, NewStyle);
         if (chosen.empty())
             return false;
         // A root comes with its separator.

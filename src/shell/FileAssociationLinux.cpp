@@ -1,3 +1,5 @@
+#include "shell/FileAssociation.h"
+
 #include <cstddef>
 #include <span>
 #include <string>
@@ -14,7 +16,7 @@
 #include "platform/SpecialFolders.h"
 #include "saving/ReplacementFile.h"
 #include "shell/DesktopEntry.h"
-#include "shell/FileAssociation.h"
+#include "shell/DesktopTool.h"
 
 namespace tessarine
 {

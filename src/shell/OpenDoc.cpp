@@ -1,18 +1,11 @@
 #include "shell/OpenDoc.h"
 
-#include <filesystem>
-#include <fstream>
-#include <system_error>
 #include <utility>
 
-#include <QDir>
-
-#include "i18n/QtText.h"
 #include "log/Treatments.h"
-#include "platform/NativePath.h"
-#include "platform/PathSeparator.h"
-#include "platform/ProgramFolder.h"
+#include "shell/BrowserObject.h"
 #include "shell/DesktopOpener.h"
+#include "shell/OpenNamedFile.h"
 
 namespace tessarine
 {
@@ -21,36 +14,16 @@ namespace
 {
 
 DocumentOpenerPort documentOpener;
+BrowserPort browser;
 
 std::int32_t Open(const String& target)
 {
     return documentOpener ? documentOpener(target) : OpenWithDesktop(target);
 }
 
-bool IsReadable(const std::filesystem::path& path, bool isFolder)
+bool Browse(const String& address)
 {
-    if (!isFolder)
-        return std::ifstream(path).is_open();
-    std::error_code error;
-    const std::filesystem::directory_iterator entries(path, error);
-    return !error;
-}
-
-/// Opens what a full path names. An opener of the desktop does not tell why it could not reach a file, so that is
-/// looked at here.
-std::int32_t OpenPath(const QString& path)
-{
-    const std::filesystem::path native = NativePath(FromQt(path));
-    std::error_code error;
-    const auto status = std::filesystem::status(native, error);
-    if (status.type() == std::filesystem::file_type::not_found)
-        return std::filesystem::is_directory(native.parent_path(), error) ? ShellResult::FileNotFound
-                                                                          : ShellResult::PathNotFound;
-    const bool isFolder = std::filesystem::is_directory(status);
-    const bool isDocument = isFolder || std::filesystem::is_regular_file(status);  // opening a pipe might wait
-    if (error || (isDocument && !IsReadable(native, isFolder)))
-        return ShellResult::AccessDenied;
-    return Open(FromQt(path));
+    return browser ? browser(address) : ShowInBrowserObject(u"INTERNETEXPLORER.Application", address);
 }
 
 }  // namespace
@@ -58,10 +31,7 @@ std::int32_t OpenPath(const QString& path)
 std::int32_t OpenDoc(const String& File, String& ErrorText)
 {
     return LogAndReturn({u"OpenDoc", u"Module modShell"}, [&] {
-        // A name without a folder is looked for in the root and not in the current folder, which is whatever the start
-        // made it.
-        const std::int32_t code =
-            File.empty() ? ShellResult::FileNotFound : OpenPath(QDir::root().absoluteFilePath(ToQt(File)));
+        const std::int32_t code = File.empty() ? ShellResult::FileNotFound : OpenNamedFile(File, Open);
         if (code < ShellResult::Opened)
             ErrorText = OpenDocErrorText(code);
         return code;
@@ -77,7 +47,7 @@ String OpenDocErrorText(std::int32_t code)
             return u"Path not found";
         case ShellResult::AccessDenied:
             return u"Access denied";
-        // The numbers are the shell's. The opener of this system gives only those with a name.
+        // The shell of Windows has more codes than the opener of Linux, which gives only those with a name.
         case 8:
             return u"Out of memory";
         case 11:
@@ -103,18 +73,20 @@ String OpenDocErrorText(std::int32_t code)
 
 void OpenAddress(const String& address)
 {
-    LogAndReturn({u"OpenAddress", u"Module modShell"}, [&] { Open(address); });
-}
-
-void ShowHelp()
-{
-    LogAndReturn({u"ShowHelp", u"Module modShell"},
-                 [] { Open(ProgramFolder() + PathSeparator + u"Help" + PathSeparator + u"index.html"); });
+    LogAndReturn({u"OpenAddress", u"Module modShell"}, [&] {
+        if (!Browse(address))
+            Open(address);
+    });
 }
 
 DocumentOpenerPort SetDocumentOpener(DocumentOpenerPort port)
 {
     return std::exchange(documentOpener, std::move(port));
+}
+
+BrowserPort SetBrowser(BrowserPort port)
+{
+    return std::exchange(browser, std::move(port));
 }
 
 }  // namespace tessarine

@@ -42,7 +42,7 @@ std::optional<QString> ShowQtFileDialog(const CommonDialog& dialog, bool isSave)
     }
     if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
         return std::nullopt;
-    return window.selectedFiles().constFirst();
+    return QDir::toNativeSeparators(window.selectedFiles().constFirst());  // Qt has "/" on every system
 }
 
 }  // namespace tessarine

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/Failure.h"
+#include "platform/PathSeparator.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/qt/ShellRecorder.h"
 
@@ -26,7 +27,7 @@ TEST_F(BrowseFolderTest, StoresTheChoiceWithASeparatorAtItsEnd)
 
     EXPECT_TRUE(Browse());
 
-    EXPECT_EQ(folder_, u"/decks/2026/");
+    EXPECT_EQ(folder_, String(u"/decks/2026") + PathSeparator);
     ASSERT_EQ(shell_.FolderDialogs().size(), 1u);
     EXPECT_EQ(shell_.FolderDialogs().front().startFolder, u"/decks/");
     EXPECT_EQ(shell_.FolderDialogs().front().title, u"Please select a folder:");
@@ -35,11 +36,12 @@ TEST_F(BrowseFolderTest, StoresTheChoiceWithASeparatorAtItsEnd)
 
 TEST_F(BrowseFolderTest, DoublesNoSeparatorOfARoot)
 {
-    shell_.NextFolder(u"/");
+    const String root = PathSeparator == u'/' ? u"/" : u"C:\\";
+    shell_.NextFolder(root);
 
     EXPECT_TRUE(Browse());
 
-    EXPECT_EQ(folder_, u"/");
+    EXPECT_EQ(folder_, root);
 }
 
 TEST_F(BrowseFolderTest, LeavesTheFolderWhenNoneWasChosen)
@@ -59,7 +61,7 @@ TEST_F(BrowseFolderTest, BeginsAtTheDefaultPlaceWithoutAFolder)
     EXPECT_TRUE(Browse());
 
     EXPECT_EQ(shell_.FolderDialogs().front().startFolder, u"");
-    EXPECT_EQ(folder_, u"/decks/");
+    EXPECT_EQ(folder_, String(u"/decks") + PathSeparator);
 }
 
 TEST_F(BrowseFolderTest, LogsAFailureAndGivesFalse)

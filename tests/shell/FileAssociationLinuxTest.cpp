@@ -12,6 +12,7 @@
 #include "icons/Icons.h"
 #include "platform/Failure.h"
 #include "platform/ProgramFolder.h"
+#include "shell/DesktopTool.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
 #include "support/qt/UserFolders.h"

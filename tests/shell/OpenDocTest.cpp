@@ -2,9 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/ProgramFolder.h"
 #include "support/ErrorLogRecorder.h"
-#include "support/OrdinaryUser.h"
 #include "support/qt/ShellRecorder.h"
 #include "support/TemporaryFolder.h"
 
@@ -41,60 +39,6 @@ TEST_F(OpenDocTest, OpensAFolder)
     EXPECT_EQ(Open(folder_.Path()), ShellResult::Opened);
 }
 
-TEST_F(OpenDocTest, TellsAMissingFile)
-{
-    EXPECT_EQ(Open(folder_.PathOf(u"gone.txt")), 2);
-
-    EXPECT_EQ(errorText_, u"File not found");
-    EXPECT_THAT(shell_.Opened(), IsEmpty());
-}
-
-TEST_F(OpenDocTest, TellsAMissingFolder)
-{
-    EXPECT_EQ(Open(folder_.PathOf(u"gone/gone.txt")), 3);
-
-    EXPECT_EQ(errorText_, u"Path not found");
-}
-
-TEST_F(OpenDocTest, TellsAFolderThatIsAFile)
-{
-    const String path = folder_.Write(u"a.txt");
-
-    EXPECT_EQ(Open(path + u"/b.txt"), 3);
-}
-
-TEST_F(OpenDocTest, TellsAFileThatMayNotBeRead)
-{
-    SetMode(folder_.Path(), 0755);
-    const String path = folder_.Write(u"a.txt");
-    SetMode(path, 0);
-    const OrdinaryUser user;
-
-    EXPECT_EQ(Open(path), 5);
-
-    EXPECT_EQ(errorText_, u"Access denied");
-}
-
-TEST_F(OpenDocTest, TellsAFolderThatMayNotBeEntered)
-{
-    SetMode(folder_.Path(), 0755);
-    const String path = folder_.Write(u"closed/a.txt");
-    SetMode(folder_.PathOf(u"closed"), 0);
-    const OrdinaryUser user;
-
-    EXPECT_EQ(Open(path), 5);
-}
-
-TEST_F(OpenDocTest, TellsAFolderThatMayNotBeRead)
-{
-    SetMode(folder_.Path(), 0755);
-    const String path = folder_.MakeFolder(u"closed");
-    SetMode(path, 0311);
-    const OrdinaryUser user;
-
-    EXPECT_EQ(Open(path), 5);
-}
-
 TEST_F(OpenDocTest, TellsThatNoProgramOpensTheType)
 {
     shell_.OpenerAnswers(31);
@@ -110,16 +54,6 @@ TEST_F(OpenDocTest, GivesAFailureForAnEmptyText)
 
     EXPECT_EQ(errorText_, u"File not found");
     EXPECT_THAT(shell_.Opened(), IsEmpty());
-}
-
-TEST_F(OpenDocTest, TakesAShortNameFromTheRoot)
-{
-    const ErrorLogRecorder log;
-
-    EXPECT_EQ(Open(folder_.Path().substr(1)), ShellResult::Opened);
-
-    EXPECT_THAT(shell_.Opened(), ElementsAre(folder_.Path()));
-    EXPECT_THAT(log.Lines(), IsEmpty());
 }
 
 TEST_F(OpenDocTest, LogsAFailureOfAnotherKind)
@@ -173,15 +107,18 @@ TEST_F(OpenDocTest, OpensAnAddressAsItIs)
     EXPECT_THAT(shell_.Opened(), ElementsAre(u"https://example.org/"));
 }
 
-TEST_F(OpenDocTest, OpensTheHelpBesideTheProgram)
+TEST_F(OpenDocTest, LeavesAnAddressToABrowserThatShowsIt)
 {
-    const String previous = SetProgramFolder(folder_.Path());
-    shell_.OpenerAnswers(31);
+    std::vector<String> shown;
+    SetBrowser([&shown](const String& address) {
+        shown.push_back(address);
+        return true;
+    });
 
-    ShowHelp();
+    OpenAddress(u"https://example.org/");
 
-    SetProgramFolder(previous);
-    EXPECT_THAT(shell_.Opened(), ElementsAre(folder_.PathOf(u"Help/index.html")));
+    EXPECT_THAT(shown, ElementsAre(u"https://example.org/"));
+    EXPECT_THAT(shell_.Opened(), IsEmpty());
 }
 
 }  // namespace

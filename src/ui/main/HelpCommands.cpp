@@ -2,6 +2,7 @@
 #include "log/Treatments.h"
 #include "platform/ProgramInfo.h"
 #include "shell/frmAbout.h"
+#include "shell/Help.h"
 #include "shell/OpenDoc.h"
 #include "ui/main/frmMain.h"
 

@@ -45,6 +45,9 @@ ShellRecorder::ShellRecorder()
         opened_.push_back(target);
         return code_;
     });
+    // As where there is none, so that addresses come to the opener.
+    previousBrowser_ = SetBrowser([](const String&) { return false; });
+    previousHelpViewer_ = SetHelpViewer([this](const String& path) { opened_.push_back(path); });
 }
 
 ShellRecorder::~ShellRecorder()
@@ -52,6 +55,8 @@ ShellRecorder::~ShellRecorder()
     SetFileDialog(previousFileDialog_);
     SetFolderDialog(previousFolderDialog_);
     SetDocumentOpener(previousOpener_);
+    SetBrowser(previousBrowser_);
+    SetHelpViewer(previousHelpViewer_);
 }
 
 }  // namespace tessarine

@@ -6,13 +6,14 @@
 
 #include "shell/BrowseFolder.h"
 #include "shell/CommonDialog.h"
+#include "shell/Help.h"
 #include "shell/OpenDoc.h"
 
 namespace tessarine
 {
 
-/// Stands in for the desktop's dialogs and opener while it lives: records what was asked of them and gives the answers
-/// set ahead. A dialog without an answer fails the test.
+/// Stands in for the desktop's dialogs, opener, browser and help viewer while it lives: records what was asked of them
+/// and gives the answers set ahead. A dialog without an answer fails the test.
 class ShellRecorder
 {
 public:
@@ -46,7 +47,7 @@ public:
 
     const std::vector<FileDialog>& FileDialogs() const { return fileDialogs_; }
     const std::vector<FolderDialog>& FolderDialogs() const { return folderDialogs_; }
-    const std::vector<String>& Opened() const { return opened_; }  ///< What the opener was given.
+    const std::vector<String>& Opened() const { return opened_; }  ///< What opener and help viewer were given.
 
 private:
     std::deque<std::optional<String>> files_;
@@ -59,6 +60,8 @@ private:
     FileDialogPort previousFileDialog_;
     FolderDialogPort previousFolderDialog_;
     DocumentOpenerPort previousOpener_;
+    BrowserPort previousBrowser_;
+    HelpViewerPort previousHelpViewer_;
 };
 
 }  // namespace tessarine

@@ -12,9 +12,8 @@
 #include <QToolBar>
 #include <QToolButton>
 
-#include "platform/PathSeparator.h"
-#include "platform/ProgramFolder.h"
 #include "platform/ProgramInfo.h"
+#include "shell/HelpViewer.h"
 
 // The menu tree, the tool bar, the tabs, and how the window stands at the start.
 
@@ -50,8 +49,6 @@ protected:
         ASSERT_TRUE(button != nullptr && button->isVisible());
         QTest::mouseClick(button, Qt::LeftButton);
     }
-
-    String HelpPage() { return ProgramFolder() + PathSeparator + u"Help" + PathSeparator + u"index.html"; }
 };
 
 TEST_F(MenuTest, TheTreeStandsInItsOrder)
@@ -114,7 +111,7 @@ TEST_F(MenuTest, TheToolsOpenSaveAndHelp)
     EXPECT_TRUE(shell.FileDialogs().back().isSave);
 
     ClickTool(4);
-    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPage()));
+    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPath()));
 }
 
 TEST_F(MenuTest, TheSeparatorOfTheToolBarDoesNothing)
@@ -131,7 +128,7 @@ TEST_F(MenuTest, HelpOpensTheHelpAndTheWebsiteItsAddress)
     Choose("mnuHelp1");
     Choose("mnuHomePage");
 
-    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPage(), String(HomePage)));
+    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPath(), String(HomePage)));
 }
 
 TEST_F(MenuTest, AboutIsShownModally)

@@ -8,7 +8,7 @@
 
 #include "i18n/QtText.h"
 #include "platform/ProgramFolder.h"
-#include "shell/OpenDoc.h"
+#include "shell/Help.h"
 #include "support/qt/ShellRecorder.h"
 #include "support/TemporaryFolder.h"
 
@@ -130,7 +130,7 @@ TEST_F(HelpTest, LiesWhereTheProgramOpensIt)
     ShowHelp();
 
     SetProgramFolder(previous);
-    ASSERT_EQ(shell.Opened().size(), 1u);
+    ASSERT_THAT(shell.Opened(), testing::ElementsAre(FromQt(PathOf("index.html"))));
     EXPECT_TRUE(QFile::exists(ToQt(shell.Opened().front())));
 }
 

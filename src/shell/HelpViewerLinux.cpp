@@ -1,0 +1,19 @@
+#include "shell/HelpViewer.h"
+
+#include "platform/ProgramFolder.h"
+#include "shell/DesktopOpener.h"
+
+namespace tessarine
+{
+
+String HelpPath()
+{
+    return ProgramFolder() + u"/Help/index.html";
+}
+
+void ShowHelpFile(const String& path)
+{
+    OpenWithDesktop(path);
+}
+
+}  // namespace tessarine
