@@ -9,20 +9,20 @@ namespace tessarine
 namespace
 {
 
-const String section = u"Engine";
-const String key = u"BuiltIn";
+const String engineSection = u"Engine";
+const String builtInKey = u"BuiltIn";
 const String agreed = u"1";
 
 }  // namespace
 
 bool IsBuiltInEngineAgreed()
 {
-    return GetSetting(String(ApplicationTitle), section, key) == agreed;
+    return GetSetting(String(ApplicationTitle), engineSection, builtInKey) == agreed;
 }
 
 void RememberBuiltInEngine()
 {
-    SaveSetting(String(ApplicationTitle), section, key, agreed);
+    SaveSetting(String(ApplicationTitle), engineSection, builtInKey, agreed);
 }
 
 }  // namespace tessarine
