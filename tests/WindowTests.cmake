@@ -70,5 +70,8 @@ target_compile_definitions(desktop_test PRIVATE TESSARINE_PROGRAM="$<TARGET_FILE
 # The program as a person uses it, on a screen of its own.
 if(WIN32)
     add_test(NAME desktop_walk COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/desktop/walk/walk ${PROJECT_BINARY_DIR})
-    set_tests_properties(desktop_walk PROPERTIES RUN_SERIAL ON TIMEOUT 900)
+    add_test(NAME desktop_walk_installed COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/desktop/walk/walk ${PROJECT_BINARY_DIR}
+             ${package}-setup.exe)
+    set_tests_properties(desktop_walk desktop_walk_installed PROPERTIES RUN_SERIAL ON TIMEOUT 900)
+    set_tests_properties(desktop_walk_installed PROPERTIES FIXTURES_REQUIRED packages)
 endif()
