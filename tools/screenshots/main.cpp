@@ -54,6 +54,7 @@ void MakeJob()
 {
     using S = OptionSetting;
     CurrentProject = std::make_shared<Project>(builtin::CreateProvider());
+    IsBuiltInEngine = true;
     FindAndReplaceItems& pairs = *CurrentProject->FindAndReplaceList;
     pairs.Add(u"Fabrikam", u"Contoso", In({&S::InSlides, &S::InShapesAndTextboxes, &S::InNotes, &S::MatchCase}),
               CurrentProject);
