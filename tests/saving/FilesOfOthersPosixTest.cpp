@@ -468,11 +468,7 @@ Raised SaveBesideALateWriter(const String& path, const std::function<void()>& op
 {
     FlushRecorder flushes;
     flushes.BeforeFolder(opensLate);
-    return RaisedBy([&] {
-        ReplacementFile file(path);
-        file.Write(Bytes("new"));
-        file.Commit();
-    });
+    return RaisedBy([&] { Replace(path, "new"); });
 }
 
 TEST(AChangeAfterTheRename, OfTheOldFileGoesBack)
