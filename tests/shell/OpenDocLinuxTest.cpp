@@ -2,10 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include "OpeningTest.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/OrdinaryUser.h"
 #include "support/qt/ShellRecorder.h"
-#include "support/TemporaryFolder.h"
 
 // What is found out before the opener is asked.
 
@@ -17,21 +17,16 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class OpenNamedFileTest : public testing::Test
+class OpenNamedFileTest : public OpeningTest
 {
 protected:
-    std::int32_t Open(const String& file) { return OpenDoc(file, errorText_); }
-
-    TemporaryFolder folder_;
     ShellRecorder shell_;
-    String errorText_ = u"as before";
 };
 
 TEST_F(OpenNamedFileTest, TellsAMissingFile)
 {
-    EXPECT_EQ(Open(folder_.PathOf(u"gone.txt")), 2);
+    ExpectThatAMissingFileIsTold();
 
-    EXPECT_EQ(errorText_, u"File not found");
     EXPECT_THAT(shell_.Opened(), IsEmpty());
 }
 

@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "OpeningTest.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/qt/ShellRecorder.h"
-#include "support/TemporaryFolder.h"
 
 namespace tessarine
 {
@@ -14,14 +14,10 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class OpenDocTest : public testing::Test
+class OpenDocTest : public OpeningTest
 {
 protected:
-    std::int32_t Open(const String& file) { return OpenDoc(file, errorText_); }
-
-    TemporaryFolder folder_;
     ShellRecorder shell_;
-    String errorText_ = u"as before";
 };
 
 TEST_F(OpenDocTest, OpensAFileAndLeavesTheErrorText)

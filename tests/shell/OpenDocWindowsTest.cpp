@@ -7,13 +7,13 @@
 #include <QTest>
 
 #include "i18n/QtText.h"
+#include "OpeningTest.h"
 #include "platform/NativePath.h"
 #include "platform/ProgramFolder.h"
 #include "shell/FileAssociation.h"
 #include "shell/FileAssociationKeys.h"
 #include "support/ErrorLogRecorder.h"
 #include "support/qt/TestKey.h"
-#include "support/TemporaryFolder.h"
 
 // The system's own shell: what it says of files that it can't open, and what it starts for a registered type.
 
@@ -25,21 +25,16 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class ShellTest : public testing::Test
+class ShellTest : public OpeningTest
 {
 protected:
-    std::int32_t Open(const String& file) { return OpenDoc(file, errorText_); }
-
     const ErrorLogRecorder log_;
-    const TemporaryFolder folder_;
-    String errorText_ = u"as before";
 };
 
 TEST_F(ShellTest, TellsAMissingFile)
 {
-    EXPECT_EQ(Open(folder_.PathOf(u"gone.txt")), 2);
+    ExpectThatAMissingFileIsTold();
 
-    EXPECT_EQ(errorText_, u"File not found");
     EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
