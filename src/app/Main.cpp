@@ -70,7 +70,7 @@ bool AgreesToBuiltInEngine(const Desktop& desktop)
 }
 
 /// False, after messages, when there is none to work with.
-bool ChooseEngine(const DesktopEngines& engines, const Desktop& desktop)
+bool ChooseEngine(const Engines& engines, const Desktop& desktop)
 {
     IsBuiltInEngine = !engines.powerPoint;
     const auto& expected = IsBuiltInEngine ? engines.builtIn : engines.powerPoint;
@@ -105,7 +105,7 @@ bool IsPowerPointAvailable(const std::shared_ptr<powerpoint::Provider>& provider
     return false;
 }
 
-void Main(const DesktopEngines& engines, const Desktop& desktop)
+void Main(const Engines& engines, const Desktop& desktop)
 {
     if (desktop.IsPreviousInstanceRunning())
         return;

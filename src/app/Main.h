@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "model/PowerPoint.h"
+#include "model/Engines.h"
 #include "platform/String.h"
 
 namespace tessarine
@@ -21,15 +21,9 @@ struct Desktop {
     std::function<void()> ShowMainWindow;  ///< Not modally; the window keeps the process alive.
 
     /// Whether the user has agreed before to work without PowerPoint, and remembers that he does. Called only where
-    /// DesktopEngines has both.
+    /// there are both engines.
     std::function<bool()> IsBuiltInEngineAgreed = {};
     std::function<void()> RememberBuiltInEngine = {};
-};
-
-/// Where jobs can get their PowerPoint from. At least one is there.
-struct DesktopEngines {
-    std::shared_ptr<powerpoint::Provider> powerPoint;  ///< An installed one; null on systems that have none.
-    std::shared_ptr<powerpoint::Provider> builtIn;     ///< The engine that comes with the program.
 };
 
 /// The program's entry: the data folder, the default project, the language, the file type, PowerPoint, then the main
@@ -42,7 +36,7 @@ struct DesktopEngines {
 /// with that; once he has agreed he isn't asked or told again. A PowerPoint that can be started is used all the same.
 ///
 /// The process's arguments are not read.
-void Main(const DesktopEngines& engines, const Desktop& desktop);
+void Main(const Engines& engines, const Desktop& desktop);
 
 /// Starts PowerPoint and shuts it. When that fails, says so (key "1028" for `CannotCreateObject`, "1029" for any other
 /// failure) and gives false.

@@ -4,16 +4,10 @@
 #include <optional>
 
 #include "batch/BatchCall.h"
-#include "model/PowerPoint.h"
+#include "model/Engines.h"
 
 namespace tessarine::batch
 {
-
-/// What can process presentations here.
-struct Engines {
-    std::shared_ptr<powerpoint::Provider> builtIn;
-    std::shared_ptr<powerpoint::Provider> powerPoint = nullptr;  ///< Null on systems that have no PowerPoint.
-};
 
 /// The provider of one run, which settles what is behind it only when the run begins, so that a call that is refused
 /// starts no program.

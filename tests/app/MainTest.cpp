@@ -43,7 +43,7 @@ protected:
         ApplicationDataFolder.clear();
     }
 
-    void Start() { Main({.powerPoint = powerPoint_.Provider(), .builtIn = builtIn_}, desktop_); }
+    void Start() { Main({.builtIn = builtIn_, .powerPoint = powerPoint_.Provider()}, desktop_); }
 
     String DataFile(StringView name) const { return dataHome_.PathOf(u"Tessarine/Tessarine/" + String(name)); }
 
@@ -295,7 +295,7 @@ TEST_F(EngineChoice, IsPowerPointAgainOnceThatCanBeStarted)
 
 TEST_F(EngineChoice, IsNoneWhereThereIsOneEngine)
 {
-    Main({.powerPoint = nullptr, .builtIn = builtIn_}, desktop_);
+    Main({.builtIn = builtIn_}, desktop_);
 
     EXPECT_THAT(messages_.Messages(), IsEmpty());
     EXPECT_EQ(windows_, 1);

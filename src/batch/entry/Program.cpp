@@ -13,10 +13,10 @@
 #include "log/ErrorLog.h"
 #include "model/Excel.h"
 #include "office/sheets/ExcelProvider.h"
+#include "office/system/SystemEngines.h"
 #include "platform/Locale.h"
 #include "platform/Messages.h"
 #include "saving/RunJournal.h"
-#include "SystemEngines.h"
 
 namespace tessarine::batch
 {

@@ -14,11 +14,12 @@
 #include "i18n/QtText.h"
 #include "icons/Icons.h"
 #include "model/Excel.h"
+#include "office/system/SystemEngines.h"
 #include "platform/Locale.h"
 #include "platform/ProgramInfo.h"
 #include "settings/EngineSetting.h"
 #include "shell/FileAssociation.h"
-#include "SystemEngines.h"
+#include "SystemExcel.h"
 #include "ui/main/frmMain.h"
 
 namespace

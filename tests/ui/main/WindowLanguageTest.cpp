@@ -64,12 +64,11 @@ protected:
         std::string caption;
         CurrentProject->FindAndReplaceList.reset();
         CurrentLanguageFile.clear();
-        Main({nullptr, powerPoint.Provider()}, {[] { return false; }, [](auto&&...) {},
-                                                [&] {
-                                                    const frmMain window;
-                                                    caption =
-                                                        window.findChild<QAction*>("mnuOpen")->text().toStdString();
-                                                }});
+        Main({powerPoint.Provider()}, {[] { return false; }, [](auto&&...) {},
+                                       [&] {
+                                           const frmMain window;
+                                           caption = window.findChild<QAction*>("mnuOpen")->text().toStdString();
+                                       }});
         return caption;
     }
 };

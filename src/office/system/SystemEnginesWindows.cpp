@@ -1,9 +1,9 @@
-#include "SystemEngines.h"
+#include "office/system/SystemEngines.h"
 
 #include "office/builtin/Provider.h"
 #include "office/windows/PowerPointProvider.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 Engines SystemEngines(const SaveTerms& terms)
@@ -11,4 +11,4 @@ Engines SystemEngines(const SaveTerms& terms)
     return {builtin::CreateProvider(terms), windows::CreatePowerPointProvider()};
 }
 
-}  // namespace tessarine::batch
+}  // namespace tessarine

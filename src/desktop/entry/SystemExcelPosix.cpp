@@ -1,14 +1,8 @@
-#include "office/builtin/Provider.h"
 #include "office/sheets/ExcelProvider.h"
-#include "SystemEngines.h"
+#include "SystemExcel.h"
 
 namespace tessarine
 {
-
-DesktopEngines SystemEngines()
-{
-    return {nullptr, builtin::CreateProvider()};
-}
 
 std::shared_ptr<excel::Provider> SystemExcel()
 {

@@ -1,8 +1,8 @@
-#include "SystemEngines.h"
+#include "office/system/SystemEngines.h"
 
 #include "office/builtin/Provider.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 Engines SystemEngines(const SaveTerms& terms)
@@ -10,4 +10,4 @@ Engines SystemEngines(const SaveTerms& terms)
     return {builtin::CreateProvider(terms)};
 }
 
-}  // namespace tessarine::batch
+}  // namespace tessarine
