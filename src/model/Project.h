@@ -22,6 +22,7 @@ namespace tessarine
 
 class CounterStatuses;
 class VisitedFolders;
+struct Hit;
 
 /// See Project::Opened.
 using CheckOpened = std::function<FileIdentity()>;
@@ -133,6 +134,17 @@ public:
     /// `check` tells which file it is, and raises `SharingViolation` when that isn't any more what it was before it was
     /// opened: whoever copies it calls that when all is read, so that the copy is of what the run has read.
     std::function<void(const String& path, const CheckOpened& check)> Opened;
+
+    /// Told of every hit of the file that the run is at, between BeforFileProcess and AfterFileProcess. Empty when
+    /// nobody asks: then hits cost nothing. What was told of a file that fails then doesn't count, as its counts don't.
+    /// A find without RequiredFindAndReplaceCount tells the first hit of each text alone.
+    std::function<void(const Hit& hit)> HitFound;
+    /// How much of its paragraph a hit tells on either side, in UTF-16 units.
+    std::int32_t HitContext = 60;
+
+    /// A Replacement goes all its way but for the disk: no backup, no save, and files keep attributes and dates. Its
+    /// results are those that the run itself would have.
+    bool IsDryRun = false;
 
     /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read. A file that
     /// another program has in use is a failure of the copying back, and so is a read-only one without
