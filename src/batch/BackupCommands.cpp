@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "batch/BackupNames.h"
-#include "batch/WithoutPath.h"
 #include "engine/CounterStatus.h"
 #include "files/FileLock.h"
 #include "files/Files.h"
@@ -17,6 +16,7 @@
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
 #include "platform/PathKey.h"
+#include "report/WithoutPath.h"
 #include "run/BackupPaths.h"
 #include "run/FileWarnings.h"
 #include "saving/CopyFile.h"

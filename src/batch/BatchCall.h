@@ -8,6 +8,7 @@
 
 #include "model/OptionSetting.h"
 #include "platform/String.h"
+#include "report/Engine.h"
 #include "saving/SaveTerms.h"
 
 namespace tessarine::batch
@@ -23,18 +24,6 @@ enum class BackupNaming {
     First,     ///< Keeps the first backup that a file ever got; makes one where there is none.
     Numbered,  ///< Makes a new one in each run, under the next free number (BackupNames.h).
 };
-
-/// What processes the presentations of a run.
-enum class Engine {
-    PowerPoint,  ///< An installed one, on Windows.
-    BuiltIn,     ///< Our own, on every system.
-};
-
-/// As `--engine` takes it.
-constexpr std::string_view NameOf(Engine engine)
-{
-    return engine == Engine::PowerPoint ? "powerpoint" : "builtin";
-}
 
 /// One --find and its --with.
 struct TextPair {

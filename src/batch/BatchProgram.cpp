@@ -17,8 +17,8 @@
 #include "batch/ReportFormats.h"
 #include "batch/RunBackups.h"
 #include "batch/SavedJob.h"
-#include "batch/WithoutPath.h"
 #include "model/Project.h"
+#include "report/WithoutPath.h"
 #include "saving/RunJournal.h"
 
 namespace tessarine::batch

@@ -3,12 +3,12 @@
 #include <nlohmann/json.hpp>
 
 #include "batch/BackupCommands.h"
-#include "batch/FileReport.h"
 #include "batch/Locations.h"
 #include "batch/ReportFormats.h"
 #include "batch/SavedJob.h"
 #include "model/Project.h"
 #include "model/SearchLocations.h"
+#include "report/FileReport.h"
 
 namespace tessarine::batch
 {

@@ -12,11 +12,11 @@
 #include "batch/LineText.h"
 #include "batch/Locations.h"
 #include "batch/Refusal.h"
-#include "batch/WithoutPath.h"
 #include "files/Files.h"
 #include "model/ListColumns.h"
 #include "model/Project.h"
 #include "platform/NativePath.h"
+#include "report/WithoutPath.h"
 #include "run/JobInputs.h"
 
 namespace tessarine::batch

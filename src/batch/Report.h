@@ -9,15 +9,15 @@
 namespace tessarine
 {
 class Project;
-}
+struct FileReport;
+struct RunSummary;
+}  // namespace tessarine
 
 namespace tessarine::batch
 {
 
 struct BackupReport;
 struct BackupSummary;
-struct FileReport;
-struct RunSummary;
 
 /// What a report needs to know of the call.
 struct ReportStyle {

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "batch/WithoutPath.h"
 #include "engine/CounterStatuses.h"
 #include "log/Treatments.h"
 #include "model/Project.h"
+#include "report/WithoutPath.h"
 
 namespace tessarine::batch
 {

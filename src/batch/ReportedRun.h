@@ -6,9 +6,9 @@
 #include <optional>
 #include <vector>
 
-#include "batch/FileReport.h"
 #include "batch/JobFiles.h"
 #include "platform/Failure.h"
+#include "report/FileReport.h"
 #include "run/FileWarnings.h"
 #include "run/OwnResults.h"
 

@@ -10,7 +10,6 @@
 #include "batch/LineText.h"
 #include "batch/ListFiles.h"
 #include "batch/Refusal.h"
-#include "batch/WithoutPath.h"
 #include "files/Files.h"
 #include "model/JobProperties.h"
 #include "model/Project.h"
@@ -19,6 +18,7 @@
 #include "platform/Locale.h"
 #include "platform/Messages.h"
 #include "platform/NativePath.h"
+#include "report/WithoutPath.h"
 #include "run/JobInputs.h"
 
 namespace tessarine::batch

@@ -5,13 +5,13 @@
 #include <fmt/format.h>
 
 #include "batch/BackupCommands.h"
-#include "batch/FileReport.h"
 #include "batch/LineText.h"
 #include "batch/Locations.h"
 #include "batch/ReportFormats.h"
 #include "batch/SavedJob.h"
 #include "model/Project.h"
 #include "model/SearchLocations.h"
+#include "report/FileReport.h"
 
 namespace tessarine::batch
 {
@@ -166,9 +166,9 @@ std::string TextReport::LinesOf(const FileReport& file) const
         return FailedLine(file.path, file.error);
     // Not named as a rule: most files of a large folder have no hit.
     const std::string state(StateText(file, Replaces()));
-    if (file.State() == FileState::Unchanged)
+    if (file.State() == ReportedState::Unchanged)
         return style_.verbose || !file.warnings.empty() ? FileLine(file.path, state) : std::string();
-    if (file.State() == FileState::CountedOnly)
+    if (file.State() == ReportedState::CountedOnly)
         return FileLine(file.path, fmt::format("{} found, nothing could be changed", file.Occurrences())) +
                FoundLines(file);
     // A footer and a revision number are changed without a count.

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "batch/BackupCommands.h"
-#include "batch/FileReport.h"
 #include "batch/Report.h"
 #include "model/SearchLocations.h"
+#include "report/FileReport.h"
 
 namespace tessarine::batch
 {

@@ -2,7 +2,7 @@
 
 #include "platform/String.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 /// A reason or a warning as it stands beside the path of its file, where the path need not stand twice: "Can't save
@@ -10,4 +10,4 @@ namespace tessarine::batch
 /// this one, such as that of a backup, stay.
 String WithoutPath(StringView text, StringView path);
 
-}  // namespace tessarine::batch
+}  // namespace tessarine

@@ -5,17 +5,15 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/BatchCall.h"
 #include "engine/CounterStatus.h"
+#include "engine/Hit.h"
 #include "platform/String.h"
+#include "report/Engine.h"
 
 namespace tessarine
 {
-class CounterStatuses;
-}
 
-namespace tessarine::batch
-{
+class CounterStatuses;
 
 /// One pair in one file.
 struct PairReport {
@@ -28,7 +26,7 @@ struct PairReport {
 };
 
 /// What became of a file in a replace run, which the counts alone don't tell.
-enum class FileState { Changed, CountedOnly, Unchanged, Failed };
+enum class ReportedState { Changed, CountedOnly, Unchanged, Failed };
 
 /// The one line that a file gets.
 struct FileReport {
@@ -38,6 +36,11 @@ struct FileReport {
     std::vector<PairReport> pairs;   ///< Empty for a failed file: what was counted before the failure is not known.
     std::vector<String> warnings{};  ///< What did not go quite as asked, a sentence each.
 
+    /// The hits in the order of the run, as many as whoever made the report keeps of a file. Empty for a failed file,
+    /// and where nobody asked for hits.
+    std::vector<Hit> hits{};
+    std::int64_t hitsLeftOut = 0;  ///< Further hits that were found and not kept.
+
     /// Whether the file has other content than before; nothing in a find, and where the run can't tell.
     std::optional<bool> hasNewContent{};
 
@@ -45,7 +48,7 @@ struct FileReport {
 
     /// Changed and CountedOnly are told apart by the content where the run tells of it; where it does not, a file with
     /// a count is taken for changed. A file may be changed without a count, as by a footer.
-    FileState State() const;
+    ReportedState State() const;
 };
 
 /// The state in words, for people and programs alike: "changed", "counted, nothing could be changed", "unchanged" or
@@ -72,4 +75,4 @@ struct RunSummary {
     void Add(const FileReport& file);
 };
 
-}  // namespace tessarine::batch
+}  // namespace tessarine

@@ -1,9 +1,9 @@
-#include "batch/FileReport.h"
+#include "report/FileReport.h"
 
-#include "batch/WithoutPath.h"
 #include "engine/CounterStatuses.h"
+#include "report/WithoutPath.h"
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 std::int64_t PairReport::Occurrences() const
@@ -24,26 +24,26 @@ std::int64_t FileReport::Occurrences() const
     return sum;
 }
 
-FileState FileReport::State() const
+ReportedState FileReport::State() const
 {
     if (status == FileStatus::NotProcessed)
-        return FileState::Failed;
+        return ReportedState::Failed;
     const bool isCounted = status == FileStatus::Counted;
     if (hasNewContent.value_or(isCounted))
-        return FileState::Changed;
-    return isCounted ? FileState::CountedOnly : FileState::Unchanged;
+        return ReportedState::Changed;
+    return isCounted ? ReportedState::CountedOnly : ReportedState::Unchanged;
 }
 
 std::string_view StateText(const FileReport& file, bool replaces)
 {
     switch (file.State()) {
-        case FileState::Changed:
+        case ReportedState::Changed:
             return replaces ? "changed" : "found";
-        case FileState::CountedOnly:
+        case ReportedState::CountedOnly:
             return "counted, nothing could be changed";
-        case FileState::Unchanged:
+        case ReportedState::Unchanged:
             return replaces ? "unchanged" : "nothing found";
-        case FileState::Failed:
+        case ReportedState::Failed:
             break;
     }
     return "failed";
@@ -70,20 +70,20 @@ void RunSummary::Add(const FileReport& file)
 {
     ++files;
     switch (file.State()) {
-        case FileState::Changed:
+        case ReportedState::Changed:
             ++changed;
             occurrences += file.Occurrences();
             break;
-        case FileState::CountedOnly:
+        case ReportedState::CountedOnly:
             ++countedOnly;
             break;
-        case FileState::Unchanged:
+        case ReportedState::Unchanged:
             ++unchanged;
             break;
-        case FileState::Failed:
+        case ReportedState::Failed:
             ++failed;
             break;
     }
 }
 
-}  // namespace tessarine::batch
+}  // namespace tessarine

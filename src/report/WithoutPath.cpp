@@ -1,8 +1,8 @@
-#include "batch/WithoutPath.h"
+#include "report/WithoutPath.h"
 
 #include <algorithm>
 
-namespace tessarine::batch
+namespace tessarine
 {
 
 namespace
@@ -69,4 +69,4 @@ String WithoutPath(StringView text, StringView path)
     return result;
 }
 
-}  // namespace tessarine::batch
+}  // namespace tessarine

@@ -1,8 +1,8 @@
-#include "batch/WithoutPath.h"
+#include "report/WithoutPath.h"
 
 #include <gtest/gtest.h>
 
-namespace tessarine::batch
+namespace tessarine
 {
 namespace
 {
@@ -58,4 +58,4 @@ TEST(WithoutPathOfAFile, LeavesATextAloneWhenThereIsNoPath)
 }
 
 }  // namespace
-}  // namespace tessarine::batch
+}  // namespace tessarine

@@ -1,0 +1,1 @@
+#include "run/RunLoop.h"
