@@ -20,16 +20,16 @@ struct HitPlace {
     /// Number of the slide in the presentation's order; for a notes page that of its slide.
     std::int32_t slide = 0;
     /// The text of that slide's title on one line, as it was when the first of these hits was found.
-    String slideTitle;
-    String design;    ///< Name of the design whose slide master or title master this is.
-    String property;  ///< Name of the document property.
+    String slideTitle{};
+    String design{};    ///< Name of the design whose slide master or title master this is.
+    String property{};  ///< Name of the document property.
 
     enum class HeaderFooter : std::uint8_t { None, Header, Footer };
     HeaderFooter headerFooter = HeaderFooter::None;  ///< Of a slide's or the notes master's texts.
 
     std::int32_t hyperlink = 0;  ///< Number among the slide's hyperlinks.
     std::int32_t shape = 0;      ///< Number among the page's shapes, from back to front.
-    String shapeName;            ///< What people read in the list of a page's shapes ("Title 1").
+    String shapeName{};          ///< What people read in the list of a page's shapes ("Title 1").
 };
 
 /// One occurrence of a pair, as it is found or replaced. Positions and lengths are UTF-16 units.
@@ -37,7 +37,7 @@ struct HitPlace {
 /// Hits come in the order of the run: pair by pair, location by location, from the front of a text to its end. Later
 /// pairs see what earlier ones have put in, and so do their hits.
 struct Hit {
-    std::shared_ptr<const HitPlace> place;  ///< Never null.
+    std::shared_ptr<const HitPlace> place{};  ///< Never null.
 
     /// Number of the paragraph in the shape's text, from 1. 0 for a plain value (an address, a property, a header or
     /// footer, a link's source), which has no paragraphs, and where it can't be told.
@@ -48,15 +48,15 @@ struct Hit {
 
     /// The paragraph around the hit as it stood then, up to the number of units that was asked for on either side and
     /// never half a surrogate pair.
-    String before;
-    String text;  ///< What was found. Empty where it can't be told; then it is the pair's text, but for the case.
-    String after;
+    String before{};
+    String text{};  ///< What was found. Empty where it can't be told; then it is the pair's text, but for the case.
+    String after{};
     bool isCutBefore = false;  ///< The paragraph begins before `before`.
     bool isCutAfter = false;   ///< The paragraph goes on after `after`.
 
     /// What stands in the place of `text` now, in a replace run. Nothing in a find, and where a value could not be
     /// changed, as some properties can't.
-    std::optional<String> becomes;
+    std::optional<String> becomes{};
 
     /// Whether the counts hold this hit. A footer is searched and replaced, but never counted.
     bool isCounted = true;
