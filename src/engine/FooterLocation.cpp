@@ -23,21 +23,34 @@ std::int32_t SearchFunctions::Footer()
         };
 
         const auto walk = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
+        std::int32_t slide = 0;
         while (true) {
             CurrentSlide.reset();
             statement([&] { CurrentSlide = walk->Next(); });
             if (!CurrentSlide)
                 return total;
 
+            ++slide;
             std::shared_ptr<powerpoint::HeaderFooter> footer;
             statement([&] { footer = NotNull(CurrentSlide->HeadersFooters())->Footer(); });
             ignoresFailures = true;
 
+            String value;
+            String text;
+            valueHits_.clear();
             const std::int32_t number = Skip([&] {
-                const String text = FindandReplace(count, mItem, NotNull(footer)->Text(), true);
+                value = NotNull(footer)->Text();
+                text = FindandReplace(count, mItem, value, true);
                 if (!mIsFindOnly)
                     footer->PutText(text);
             });
+            const auto place = [&] {
+                HitPlace here = PlaceOnSlide(slide);
+                here.headerFooter = HitPlace::HeaderFooter::Footer;
+                return here;
+            };
+            TellValueHits(
+                value, text, place, [&] { return footer->Text(); }, false);
             // Only "shows no footer" goes on to the next slide. Any other number, and success too, ends the walk
             // without a count: the first footer that can be read is rewritten, and 0 comes back. So footers have always
             // been replaced and counted, and the help tells users.

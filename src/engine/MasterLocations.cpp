@@ -57,9 +57,10 @@ std::int32_t SearchFunctions::SlidesMasterPerSlide()
         DesignNames designNames;
         const auto walk = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
         while ((CurrentSlide = walk->Next())) {
-            if (designNames.Add(NotNull(CurrentSlide->Design())->Name()))
+            const String name = NotNull(CurrentSlide->Design())->Name();
+            if (designNames.Add(name))
                 SearchShapes(NotNull(NotNull(CurrentSlide->Design())->SlideMaster())->Shapes(), perSlideRule,
-                             {u"a slide master"}, total);
+                             {u"a slide master", 0, name}, total);
         }
         return total;
     });
@@ -72,7 +73,8 @@ std::int32_t SearchFunctions::SlidesMasterPerPresentation()
         std::int32_t total = 0;
         const auto walk = NotNull(NotNull(xPresentation)->Designs())->NewEnum();
         while (const auto design = walk->Next())
-            SearchShapes(NotNull(design->SlideMaster())->Shapes(), perPresentationRule, {u"a slide master"}, total);
+            SearchShapes(NotNull(design->SlideMaster())->Shapes(), perPresentationRule,
+                         {u"a slide master", 0, NameForHits(*design)}, total);
         return total;
     });
 }
@@ -84,7 +86,8 @@ std::int32_t SearchFunctions::TitleMaster()
         const auto walk = NotNull(NotNull(xPresentation)->Designs())->NewEnum();
         while (const auto design = walk->Next()) {
             if (design->HasTitleMaster() != powerpoint::msoFalse)
-                SearchShapes(NotNull(design->TitleMaster())->Shapes(), titleMasterRule, {u"a title master"}, total);
+                SearchShapes(NotNull(design->TitleMaster())->Shapes(), titleMasterRule,
+                             {u"a title master", 0, NameForHits(*design)}, total);
         }
         return total;
     });
@@ -119,16 +122,23 @@ void SearchFunctions::SearchHeaderAndFooterOfNotesMaster(std::int32_t& total)
 {
     const auto headersFooters = NotNull(NotNull(NotNull(xPresentation)->NotesMaster())->HeadersFooters());
     std::int32_t count = 0;
-    const auto search = [&](powerpoint::HeaderFooter& headerFooter) {
-        const String text = FindandReplace(count, mItem, headerFooter.Text(), true);
+    const auto search = [&](powerpoint::HeaderFooter& headerFooter, HitPlace::HeaderFooter kind) {
+        const String value = headerFooter.Text();
+        const String text = FindandReplace(count, mItem, value, true);
         // Written back whether anything was found or not, so that one that refuses the write is noticed.
         if (!mIsFindOnly)
             headerFooter.PutText(text);
         if (count != -1)
             total = CheckedSum(total, count);
+        const auto place = [&] {
+            HitPlace here = PlaceOfPair();
+            here.headerFooter = kind;
+            return here;
+        };
+        TellValueHits(value, text, place, [&] { return headerFooter.Text(); });
     };
-    search(*NotNull(headersFooters->Header()));
-    search(*NotNull(headersFooters->Footer()));
+    search(*NotNull(headersFooters->Header()), HitPlace::HeaderFooter::Header);
+    search(*NotNull(headersFooters->Footer()), HitPlace::HeaderFooter::Footer);
 }
 
 }  // namespace tessarine

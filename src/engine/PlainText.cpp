@@ -53,11 +53,15 @@ bool IsWordLetter(char16_t unit)
     return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
 }
 
-String ReplaceAll(const String& source, const String& find, const String& replacement, const Occurrences& occurrences)
+/// `hits` gets the position of each occurrence, unless it is null.
+String ReplaceAll(const String& source, const String& find, const String& replacement, const Occurrences& occurrences,
+                  std::vector<std::size_t>* hits)
 {
     String result;
     std::size_t read = 0;
     for (std::size_t hit = occurrences.Next(0); hit != String::npos; hit = occurrences.Next(read)) {
+        if (hits != nullptr)
+            hits->push_back(hit);
         result.append(source, read, hit - read);
         result += replacement;
         read = hit + find.size();
@@ -78,6 +82,9 @@ String SearchFunctions::FindandReplace(std::int32_t& vFindCount, const std::shar
         // Copies: the user may change the pair while the walk lets events through.
         const String find = item.FindWhat;
         const String replacement = vIsReplace ? item.ReplaceWith : find;
+        valueHits_.clear();
+        valueHitLength_ = find.size();
+        valueReplacement_ = replacement;
         // The case rule comes from the pair, the word rule from the flag that ProcessFile took from the pair at its
         // start: a pair that is edited during the run changes the one at once and the other with the next file.
         return WholeWordsFlag == 0 ? ReplaceWord1(vText, find, replacement, 1, -1, compare, vFindCount)
@@ -115,6 +122,8 @@ String SearchFunctions::ReplaceWord(const String& Source, const String& Find, co
             if (!touchesBefore && !touchesAfter) {
                 done += ReplaceStr;
                 rest.remove_prefix(length);
+                if (HitFound)
+                    valueHits_.push_back(hit);
                 replacements = CheckedSum(replacements, 1);
                 FindAndReplaceCount = replacements;
             }
@@ -153,7 +162,11 @@ String SearchFunctions::ReplaceWord1(const String& Source, const String& Find, c
         if (count == 0)
             return Source;
         FindAndReplaceCount = count;
-        return ReplaceAll(Source, Find, ReplaceStr, occurrences);
+        String replaced = ReplaceAll(Source, Find, ReplaceStr, occurrences, HitFound ? &valueHits_ : nullptr);
+        // What is counted is what is told; a replacement takes them all.
+        if (mIsFindOnly && !IsRequiredCount && valueHits_.size() > 1)
+            valueHits_.resize(1);
+        return replaced;
     });
 }
 

@@ -70,11 +70,14 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& path
 {
     return RaiseOn(u"ProcessFile", u"ProcessFile", SearchPlace, [&] {
         path_ = path;
+        if (HitFound)
+            Skip([&] { NotNull(xPresentation)->ExpectHits(); });
         const auto results = UnsearchedResults(*NotNull(mItems), mItem);
         std::int32_t itemIndex = 1;
         std::int32_t runningCount = 0;
         for (const auto& item : mItems->NewEnum()) {
             mItem = item;
+            pairNumber_ = itemIndex;
             const auto status = NotNull(results->Item(itemIndex));
             ProcessItem(*status, runningCount);
             if (status->FileStausAfterProcess == FileStatus::Counted)
@@ -85,7 +88,7 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& path
         // A replace run saves every file, changed or not: a footer is replaced without being counted, and a revision
         // number was raised before, so the counts don't tell whether there is something to save.
         if (!mIsFindOnly) {
-            NotNull(xPresentation)->Save();
+            mIsDryRun ? NotNull(xPresentation)->RehearseSave() : NotNull(xPresentation)->Save();
             results->HasNewContent = xPresentation->HasSavedChanges();
         }
         NotNull(xPresentation)->Close();
@@ -105,6 +108,7 @@ void SearchFunctions::ProcessItem(CounterStatus& status, std::int32_t& runningCo
             continue;
         if (status.Count(step.location) == -1)
             status.PutCount(step.location, 0);
+        location_ = step.location;
         if (!mItem->FindWhat.empty())
             runningCount = (this->*step.search)();
         // Without a find text the running count is still that of the location searched last, which may belong to the

@@ -1,6 +1,7 @@
 #include "engine/SearchFunctions.h"
 
 #include "engine/SearchPlace.h"
+#include "engine/TextHits.h"
 #include "log/Treatments.h"
 #include "model/Project.h"
 #include "platform/CheckedInteger.h"
@@ -8,6 +9,13 @@
 
 namespace tessarine
 {
+
+HitPlace SearchFunctions::PlaceOfProperty(powerpoint::DocumentProperty& property) const
+{
+    HitPlace place = PlaceOfPair();
+    Skip([&] { place.property = HitLabel(property.Name()); });
+    return place;
+}
 
 std::int32_t SearchFunctions::BuiltinProperties()
 {
@@ -26,13 +34,19 @@ std::int32_t SearchFunctions::BuiltinProperties()
 
             // One statement: when the value can't be read, `count` keeps what the property before gave, and that is
             // added once more. Kept, because totals are compared with those of old logs.
+            String value;
+            String text;
+            valueHits_.clear();
             Skip([&] {
-                const String text = FindandReplace(count, mItem, TextOf(NotNull(property)->Value()), true);
+                value = TextOf(NotNull(property)->Value());
+                text = FindandReplace(count, mItem, value, true);
                 if (!mIsFindOnly)
                     property->PutValue(text);
             });
             if (count != -1)
                 Skip([&] { total = CheckedSum(total, count); });
+            TellValueHits(
+                value, text, [&] { return PlaceOfProperty(*property); }, [&] { return TextOf(property->Value()); });
             Skip([] { DeliverPendingEvents(); });
         }
         return total;
@@ -49,11 +63,14 @@ std::int32_t SearchFunctions::CustomProperties()
             const auto property = NotNull(NotNull(xPresentation->CustomDocumentProperties())->Item(index));
             // The mode comes from the pair's project, not from mIsFindOnly, which is a copy from the start of the run.
             const bool isFindOnly = NotNull(NotNull(NotNull(mItem)->Project)->options)->IsFindOnly;
-            const String text = FindandReplace(count, mItem, TextOf(property->Value()), true);
+            const String value = TextOf(property->Value());
+            const String text = FindandReplace(count, mItem, value, true);
             if (!isFindOnly && count >= 1)
                 property->PutValue(text);
             if (count != -1)
                 total = CheckedSum(total, count);
+            TellValueHits(
+                value, text, [&] { return PlaceOfProperty(*property); }, [&] { return TextOf(property->Value()); });
             DeliverPendingEvents();
         }
         return total;

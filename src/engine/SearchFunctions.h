@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "engine/CounterStatuses.h"
+#include "engine/Hit.h"
 #include "model/FindAndReplaceItems.h"
 #include "model/PowerPoint.h"
 #include "platform/Failure.h"
@@ -13,6 +17,7 @@
 namespace tessarine
 {
 
+class TextHits;
 struct ShapeRule;
 
 /// Looks for pairs in one open presentation, location by location. One engine serves all files of a run.
@@ -36,6 +41,10 @@ public:
     bool mIsFindOnly = false;                                 ///< Copy of the project's IsFindOnly.
     bool IsRequiredCount = false;  ///< Copy of RequiredFindAndReplaceCount: off, a find stops at the first hit.
     bool mCPUUsage = false;        ///< Copy of CPUUsage: each Yield sleeps.
+    bool mIsDryRun = false;        ///< Copy of the project's IsDryRun: a replace run saves nothing.
+
+    HitReceiver HitFound;         ///< Copy of the project's HitFound. Its failures are passed over.
+    std::int32_t HitContext = 0;  ///< Copy of the project's HitContext.
 
     std::shared_ptr<powerpoint::Slide> CurrentSlide;  ///< Where a walk stands; null after its end.
     std::shared_ptr<powerpoint::Shape> CurrentShape;  ///< Where the walk over the shapes stands.
@@ -95,9 +104,9 @@ public:
     /// value back as it was. A failure ends the update.
     void UpdateISO9001Version(const String& vRevisionProperty, const String& vRevisionDocumentPropertyIncrimentedBy);
 
-    /// Takes all pairs through the locations that their options switch on, saves the presentation in a replace run, and
-    /// closes it. `path` is for warnings; the other arguments are accepted and not used. A failure leaves the
-    /// presentation open and unsaved.
+    /// Takes all pairs through the locations that their options switch on, saves the presentation in a replace run that
+    /// is no dry run, and closes it. `path` is for warnings; the other arguments are accepted and not used. A failure
+    /// leaves the presentation open and unsaved.
     std::shared_ptr<CounterStatuses> ProcessFile(const String& path, const String& vPassword,
                                                  const std::shared_ptr<OptionSetting>& vOptionSetting);
 
@@ -105,10 +114,12 @@ public:
     void Yield();
 
 private:
-    /// What warnings call the page that a shape is on: the words, and where the page has one the slide's number.
+    /// A page with shapes: what warnings call it, and where the page has one the slide's number and the name of the
+    /// design.
     struct Page {
         StringView name;
         std::int32_t slide = 0;
+        StringView design = {};
     };
 
     // one collection, by a location's rule; a shape whose text fails is a warning
@@ -117,9 +128,34 @@ private:
     void WarnOfShape(Page page, std::int32_t shape, const String& what) const;
     // whether a deletion has left occurrences, as it does where one follows right after another, and that is known
     bool LeavesNeighbours(powerpoint::TextRange& text) const;
-    std::int32_t SearchShapesOfSlides(const ShapeRule& rule);  // all slides, by a location's rule
+    std::int32_t SearchText(powerpoint::TextRange* textRange, TextHits* hits);  // SearchFunction; null to tell nobody
+    std::int32_t SearchShapesOfSlides(const ShapeRule& rule);                   // all slides, by a location's rule
     void SearchHeaderAndFooterOfNotesMaster(std::int32_t& total);
     void ProcessItem(CounterStatus& status, std::int32_t& runningCount);  // one pair through its locations
+
+    HitPlace PlaceOfPair() const;                                // without what only a location knows
+    HitPlace PlaceOnSlide(std::int32_t slide) const;             // that is CurrentSlide
+    HitPlace PlaceOfShape(Page page, std::int32_t shape) const;  // that is CurrentShape
+    HitPlace PlaceOfProperty(powerpoint::DocumentProperty& property) const;
+    String NameForHits(powerpoint::Design& design) const;  // empty when nobody is told of hits
+
+    /// Tells the hits of the last FindandReplace, in a plain value that was put back by now: `place` gives where it is,
+    /// `put` is what was put there, `read` reads it again.
+    template <class Place, class Read>
+    void TellValueHits(const String& value, const String& put, Place&& place, Read&& read, bool isCounted = true)
+    {
+        if (HitFound && !valueHits_.empty())
+            TellHitsInValue(value, put, place, read, isCounted);
+    }
+    void TellHitsInValue(const String& value, const String& put, const std::function<HitPlace()>& place,
+                         const std::function<String()>& read, bool isCounted);
+
+    // Of the last FindandReplace: positions from 0, none when nobody is told; units of each; what they become.
+    std::vector<std::size_t> valueHits_;
+    std::size_t valueHitLength_ = 0;
+    String valueReplacement_;
+    Location location_ = Location::Slides;  // that is searched
+    std::int32_t pairNumber_ = 0;           // of mItem in mItems, from 1
 
     String path_;                         // of the file that ProcessFile is at
     std::optional<Failure> textFailure_;  // of the last SearchFunction

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "engine/ShapeRule.h"
+#include "engine/TextHits.h"
 #include "log/Treatments.h"
 #include "log/Warnings.h"
 #include "platform/CheckedInteger.h"
@@ -26,7 +27,10 @@ void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& sh
         ++number;
         if (rule.AcceptsType(CurrentShape->Type()) && rule.AcceptsTextFrame(CurrentShape->HasTextFrame())) {
             const auto text = NotNull(CurrentShape->TextFrame())->TextRange();
-            const std::int32_t count = SearchFunction(text);
+            std::optional<TextHits> hits;
+            if (HitFound)
+                hits.emplace(HitFound, HitContext, [&] { return PlaceOfShape(page, number); });
+            const std::int32_t count = SearchText(text.get(), hits ? &*hits : nullptr);
             total = CheckedSum(total, count);
             if (textFailure_)
                 WarnOfShape(page, number,

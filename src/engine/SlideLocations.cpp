@@ -72,15 +72,26 @@ std::int32_t SearchFunctions::Hyperlinks()
         mCounter = 0;
         std::int32_t total = 0;
         const auto slides = NotNull(NotNull(xPresentation)->Slides())->NewEnum();
+        std::int32_t slide = 0;
         while ((CurrentSlide = slides->Next())) {
+            ++slide;
             const auto hyperlinks = NotNull(CurrentSlide->Hyperlinks())->NewEnum();
+            std::int32_t number = 0;
             while (const auto hyperlink = hyperlinks->Next()) {
-                const String address = FindandReplace(mCounter, mItem, hyperlink->Address(), true);
+                ++number;
+                const String value = hyperlink->Address();
+                const String address = FindandReplace(mCounter, mItem, value, true);
                 // Written back whether anything was found or not, so that a link that refuses the write is noticed.
                 if (!mIsFindOnly)
                     hyperlink->PutAddress(address);
                 if (mCounter != -1)
                     total = CheckedSum(total, mCounter);
+                const auto place = [&] {
+                    HitPlace here = PlaceOnSlide(slide);
+                    here.hyperlink = number;
+                    return here;
+                };
+                TellValueHits(value, address, place, [&] { return hyperlink->Address(); });
                 Yield();
             }
         }

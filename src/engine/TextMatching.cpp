@@ -10,13 +10,18 @@ namespace tessarine
 
 std::int32_t SearchFunctions::SearchFunction(const std::shared_ptr<powerpoint::TextRange>& textRange)
 {
+    return SearchText(textRange.get(), nullptr);
+}
+
+std::int32_t SearchFunctions::SearchText(powerpoint::TextRange* textRange, TextHits* hits)
+{
     // A failure gives 0, also when occurrences had been counted before: the log has the failure, and a count that is
     // only partly true would look complete.
     textFailure_.reset();
     return LogAndReturn({u"SearchFunction", SearchPlace}, [&] {
         try {
-            return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *NotNull(textRange))
-                               : ReplaceInTextRange<std::int32_t>(*this, *NotNull(textRange));
+            return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *NotNull(textRange), hits)
+                               : ReplaceInTextRange<std::int32_t>(*this, *NotNull(textRange), hits);
         } catch (...) {
             textFailure_ = CurrentFailure();
             throw;

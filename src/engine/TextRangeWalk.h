@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "engine/SearchFunctions.h"
+#include "engine/TextHits.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Failure.h"
 
@@ -11,9 +12,10 @@ namespace tessarine
 {
 
 /// The two walks of SearchFunction over a text range. Both go on from the first character of the last hit, not from its
-/// end, and give the number of hits. `Count` is the type in which they count: Overflow when it is full.
+/// end, and give the number of hits. `Count` is the type in which they count: Overflow when it is full. `hits` is told
+/// of each; null to tell nobody.
 template <class Count>
-Count FindInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
+Count FindInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange, TextHits* hits = nullptr)
 {
     Count count = 0;
     std::int32_t After = 0;  // from the first character on
@@ -25,6 +27,8 @@ Count FindInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
             return count;
         count = CheckedSum(count, 1);
         After = hit->Start();
+        if (hits != nullptr)
+            hits->Found(textRange, After, static_cast<std::int32_t>(item.FindWhat.size()));
         // One hit stands for all of the text.
         if (!engine.IsRequiredCount)
             return count;
@@ -33,12 +37,14 @@ Count FindInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
 }
 
 template <class Count>
-Count ReplaceInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange)
+Count ReplaceInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRange, TextHits* hits = nullptr)
 {
     Count count = 0;
     std::int32_t After = 0;  // from the first character on
     while (true) {
         const FindAndReplaceItem& item = *NotNull(engine.mItem);
+        if (hits != nullptr)
+            hits->BeforeReplace(textRange, item.FindWhat, After, engine.MatchCaseFlag, engine.WholeWordsFlag);
         const auto hit =
             textRange.Replace(item.FindWhat, item.ReplaceWith, After, engine.MatchCaseFlag, engine.WholeWordsFlag);
         if (!hit)
@@ -47,6 +53,8 @@ Count ReplaceInTextRange(SearchFunctions& engine, powerpoint::TextRange& textRan
         // would change the counts of jobs that end today. NeverEnds tells such pairs beforehand.
         count = CheckedSum(count, 1);
         After = hit->Start();
+        if (hits != nullptr)
+            hits->Replaced(textRange, After, item.ReplaceWith);
         engine.Yield();
         // Without a position there is no place to go on from.
         if (hit->Start() == 0)

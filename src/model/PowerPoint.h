@@ -95,6 +95,11 @@ public:
     /// Position of the range's first character in the shape's text, UTF-16 units, 1-based.
     virtual std::int32_t Start() = 0;
 
+    /// A hint that PowerPoint's object model does not have: the shape's text from position `Start` on (UTF-16 units,
+    /// 1-based), `Length` units or as many as there are. Asked to show hits in context alone, so that an implementation
+    /// that can't tell gives nothing.
+    virtual std::optional<String> TextAt(std::int32_t /*Start*/, std::int32_t /*Length*/) { return {}; }
+
     /// A hint that PowerPoint's object model does not have: whether Find would give something from the first character
     /// on. Asked for warnings alone, so that an implementation that can't tell without a call says false.
     virtual bool IsKnownToHold(const String& /*text*/, TriState /*MatchCase*/, TriState /*WholeWords*/)
@@ -131,7 +136,7 @@ public:
     virtual std::shared_ptr<powerpoint::TextFrame> TextFrame() = 0;  ///< To be asked only where HasTextFrame says yes.
     virtual std::shared_ptr<powerpoint::LinkFormat> LinkFormat() = 0;  ///< Of a linked object.
 
-    /// What the user reads in the list of a page's shapes ("Title 1"). Asked for warnings alone, so that an
+    /// What the user reads in the list of a page's shapes ("Title 1"). Asked for warnings and to show hits, so that an
     /// implementation without names may keep this answer.
     virtual String Name() { return {}; }
 };
@@ -209,6 +214,10 @@ public:
     virtual std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() = 0;  ///< Those of its texts and those of its shapes.
     virtual std::shared_ptr<SlideRange> NotesPage() = 0;
     virtual std::shared_ptr<powerpoint::Design> Design() = 0;  ///< Several slides share one, as a rule.
+
+    /// The text of the slide's title, empty for a slide without one. Asked to show hits alone, so that an
+    /// implementation that can't tell may keep this answer.
+    virtual String Title() { return {}; }
 };
 
 using Slides = Collection<Slide>;
@@ -262,6 +271,15 @@ public:
     /// Whether the last Save put other content into the file than it had when it was opened; nothing before a save, and
     /// where an implementation can't tell. PowerPoint's object model does not have it.
     virtual std::optional<bool> HasSavedChanges() { return {}; }
+
+    /// Does all that Save does but for the file on the disk: whatever Save would fail with for the sake of the edits or
+    /// of the file as it is, this fails with, and HasSavedChanges tells what it would tell. PowerPoint's object model
+    /// does not have it; an implementation that can't rehearse keeps this one.
+    virtual void RehearseSave() {}
+
+    /// A hint that names of shapes and titles of slides will be asked for, for hits: an implementation may keep them
+    /// from the first look at a page.
+    virtual void ExpectHits() {}
 
     /// A hint like Collection::MayHoldText, for the notes pages of all slides.
     virtual bool NotesMayHoldText(const String& /*text*/) { return true; }

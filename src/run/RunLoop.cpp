@@ -107,6 +107,9 @@ RunLoop::Step RunLoop::SetUp()
     engine_.IsRequiredCount = Options().RequiredFindAndReplaceCount;
     engine_.mCPUUsage = Options().CPUUsage;
     engine_.mIsFindOnly = Options().IsFindOnly;
+    engine_.mIsDryRun = project_.IsDryRun;
+    engine_.HitFound = project_.HitFound;
+    engine_.HitContext = project_.HitContext;
 
     if (list_) {
         // The pairs come from a list of their own; CustomProperties reads from their project whether to change
@@ -148,19 +151,22 @@ RunLoop::Step RunLoop::Begin()
         return Step::End;
     }
 
-    if (Saves()) {
+    if (Saves())
         TidyFolder();
+    if (Replaces()) {
         // Before the backup, which would be of a content that another run is about to replace.
         if (const auto refusal = FailureOf([&] { lock_.emplace(path_); })) {
             mode_ = Mode::Captured;
             return SortOpenFailure(*refusal);
         }
+    }
+    if (Saves()) {
         // The file's own warnings are where people look, whichever file it is about.
         for (const RecoveredFile& file : RecoverFromRunsKilledMeanwhile())
             Warn(path_, file.path == path_ ? file.text : file.path + u": " + file.text);
     }
     // Before the read-only attribute is looked at: a file that is then left alone has a backup all the same.
-    if (Options().BackupMode)
+    if (Options().BackupMode && !IsRehearsal())
         Statement([&] { CopyFile(path_, BackupTargetOf(path_)); });
 
     Statement([&] { savedAttributes_ = GetAttributes(path_); });
@@ -177,6 +183,8 @@ RunLoop::Step RunLoop::Begin()
         if (!savedTimes_.valid)
             Warn(path_, u"its dates can't be read, so they are not kept");
     }
+    if (IsRehearsal())
+        return Step::Open;
     if (isReadOnly || (Saves() && Options().KeepOriginalFileDate))
         NoteForNextStart();
     if (isReadOnly)
@@ -230,13 +238,8 @@ RunLoop::Step RunLoop::Process()
 RunLoop::Step RunLoop::Restore()
 {
     mode_ = Mode::None;
-    // The date first: a restored read-only attribute would forbid it.
-    if (Options().KeepOriginalFileDate && savedTimes_.valid && !SetFileDateTime(path_, savedTimes_))
-        Warn(path_, u"its dates could not be put back");
-    if (Saves())
-        PutBackAttributes();
-    else if (savedAttributes_)
-        SetAttributes(path_, *savedAttributes_);
+    if (!IsRehearsal())
+        PutBackDatesAndAttributes();
     // A file whose processing failed has no result of its own: it hands on that of the file before, under its own name.
     // Without one before it the run ends here.
     NotNull(result_)->FileName = path_;
@@ -311,12 +314,24 @@ RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
     }
 }
 
+void RunLoop::PutBackDatesAndAttributes()
+{
+    // The date first: a restored read-only attribute would forbid it.
+    if (Options().KeepOriginalFileDate && savedTimes_.valid && !SetFileDateTime(path_, savedTimes_))
+        Warn(path_, u"its dates could not be put back");
+    if (Saves())
+        PutBackAttributes();
+    else if (savedAttributes_)
+        SetAttributes(path_, *savedAttributes_);
+}
+
 void RunLoop::CloseUntouched()
 {
     Skip([&] { NotNull(engine_.xPresentation)->Close(); });
     engine_.xPresentation.reset();
     // Only Begin of this very file can have cleared them, and nothing was saved that they would stand in the way of.
-    PutBackAttributes();
+    if (!IsRehearsal())
+        PutBackAttributes();
 }
 
 void RunLoop::TidyFolder()

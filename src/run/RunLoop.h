@@ -28,7 +28,8 @@ namespace tessarine
 ///   after a processed file              None       leaves Search; the end steps do not run
 ///   after the general handler           None       leaves Search
 ///
-/// A run that saves locks each file from before its backup to its report. A file that can't be locked, because another
+/// A replace run locks each file from before its backup to its report, a dry run, too, so that it meets what the run
+/// itself would meet. A file that can't be locked, because another
 /// run or another program has it, goes the way of one that could not be opened, and nothing is done to it.
 class RunLoop
 {
@@ -64,9 +65,12 @@ private:
     void RestartAfterLoss();  // in the middle of opening a file
     void StartAgain();
 
-    bool Saves() const { return !engine_.mIsFindOnly; }
-    void TidyFolder();         // of what killed runs have left, once for each folder
-    void NoteForNextStart();   // in the journal, before the file's attributes or dates change
+    bool Replaces() const { return !engine_.mIsFindOnly; }
+    bool IsRehearsal() const { return Replaces() && engine_.mIsDryRun; }
+    bool Saves() const { return Replaces() && !engine_.mIsDryRun; }
+    void TidyFolder();        // of what killed runs have left, once for each folder
+    void NoteForNextStart();  // in the journal, before the file's attributes or dates change
+    void PutBackDatesAndAttributes();
     void PutBackAttributes();  // a failure is a warning
     void LetGo();              // of the file that the loop was at
 

@@ -13,6 +13,13 @@ namespace tessarine
 /// Whether this process may write a file, by the rights that it acts with. On Windows also whether others let it.
 bool MayWrite(const HeldFolder& folder, const NativeString& name);
 
+/// Whether this process may take the protection away that lets MayWrite say no: on Linux from its own files, on Windows
+/// from those with the attribute "read-only".
+bool MayUnprotect(const HeldFolder& folder, const NativeString& name);
+
+/// Whether this process may make files in a folder. On Windows true: nothing but making one tells it.
+bool MayMakeFiles(const HeldFolder& folder);
+
 /// The file of a name in a folder, not through a link: for its attributes (one that can't be read is opened for them
 /// alone), for writing into it, and for the date of its last write.
 FileDescriptor OpenForAttributes(const HeldFolder& folder, const NativeString& name);

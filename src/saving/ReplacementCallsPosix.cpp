@@ -22,6 +22,17 @@ bool MayWrite(const HeldFolder& folder, const NativeString& name)
     return faccessat(folder.get(), name.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
+bool MayUnprotect(const HeldFolder& folder, const NativeString& name)
+{
+    struct stat status = {};
+    return fstatat(folder.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && status.st_uid == geteuid();
+}
+
+bool MayMakeFiles(const HeldFolder& folder)
+{
+    return faccessat(folder.get(), ".", W_OK | X_OK, AT_EACCESS) == 0;
+}
+
 FileDescriptor OpenForAttributes(const HeldFolder& folder, const NativeString& name)
 {
     FileDescriptor file(openat(folder.get(), name.c_str(), O_RDONLY | itself));

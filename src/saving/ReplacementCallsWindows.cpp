@@ -42,6 +42,17 @@ bool MayWrite(const HeldFolder& folder, const NativeString& name)
     return OpenExisting(folder.PathOf(name), GENERIC_WRITE).IsOpen();
 }
 
+bool MayUnprotect(const HeldFolder& folder, const NativeString& name)
+{
+    const DWORD attributes = GetFileAttributesW(folder.PathOf(name).c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
+bool MayMakeFiles(const HeldFolder&)
+{
+    return true;
+}
+
 FileDescriptor OpenForAttributes(const HeldFolder& folder, const NativeString& name)
 {
     return OpenExisting(folder.PathOf(name), FILE_READ_ATTRIBUTES | READ_CONTROL);

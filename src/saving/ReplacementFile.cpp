@@ -26,6 +26,7 @@ namespace
 /// Bytes that a write to the system takes at once. Zip files are written in many small pieces.
 constexpr std::size_t bufferSize = 1 << 16;
 
+constexpr const char* attemptToMakeNewFile = "save (no new file can be made beside it)";
 constexpr const char* attemptToTakePlace = "save (the new file can't take the old one's place)";
 
 bool IsClosed(int error)
@@ -40,10 +41,11 @@ NativeString AbsolutePath(const NativeString& path)
 
 }  // namespace
 
-ReplacementFile::ReplacementFile(StringView path, Kind kind, OpenedFile* opened, const SaveTerms& terms)
+ReplacementFile::ReplacementFile(StringView path, Kind kind, OpenedFile* opened, const SaveTerms& terms, Effect effect)
     : kind_(kind),
       givenPath_(path),
       terms_(terms),
+      effect_(effect),
       opened_(opened),
       place_(NativePath(path), kind == Kind::Copy ? FilePlace::Links::Refused : FilePlace::Links::FollowedIfOwn,
              [this](FileTrouble trouble, const NativeString& at, const std::string& reason) {
@@ -71,8 +73,8 @@ ReplacementFile::ReplacementFile(StringView path, Missing missing, const SaveTer
     MakeNewFile();
 }
 
-ReplacementFile::ReplacementFile(StringView path, OpenedFile& opened, const SaveTerms& terms)
-    : ReplacementFile(path, Kind::Save, &opened, terms)
+ReplacementFile::ReplacementFile(StringView path, OpenedFile& opened, const SaveTerms& terms, Effect effect)
+    : ReplacementFile(path, Kind::Save, &opened, terms, effect)
 {
     if (!old_)
         throw FailureFor(ENOENT, "save");
@@ -80,7 +82,7 @@ ReplacementFile::ReplacementFile(StringView path, OpenedFile& opened, const Save
     // After the look at its permissions: whoever has protected it since is told of that.
     if (old_ != opened.Expected())
         throw ChangedByOthers();
-    MakeNewFile();
+    effect == Effect::OnDisk ? MakeNewFile() : RehearseNewFile();
 }
 
 ReplacementFile::ReplacementFile(StringView path, const CopyOf& original)
@@ -119,7 +121,7 @@ ReplacementFile::~ReplacementFile() = default;
 void ReplacementFile::TakeAttributesOfOldFile()
 {
     // Renaming over a file asks only the folder for permission; a file that its owner has protected stays protected.
-    if (kind_ == Kind::Save && !MayWrite(place_.folder, place_.name))
+    if (kind_ == Kind::Save && !MayTakePlace())
         throw FailureFor(errno, "save");
     if (opened_ != nullptr && opened_->State().identity == old_->identity) {
         attributes_ = KeptAttributes::Of(opened_->Descriptor());
@@ -129,6 +131,26 @@ void ReplacementFile::TakeAttributesOfOldFile()
     }
     if (!attributes_)
         throw FailureFor(errno, "save (its attributes can't be read)");
+}
+
+bool ReplacementFile::MayTakePlace() const
+{
+    if (MayWrite(place_.folder, place_.name))
+        return true;
+    const int error = errno;
+    // Who saves would have taken the protection away before.
+    const bool isOwn = effect_ == Effect::Rehearsed && MayUnprotect(place_.folder, place_.name);
+    errno = error;
+    return isOwn;
+}
+
+void ReplacementFile::RehearseNewFile() const
+{
+    if (MayMakeFiles(place_.folder))
+        return;
+    const int error = errno;
+    if (!IsClosed(error) || !terms_.inPlaceWhereFolderIsClosed || ApplicationDataFolder.empty())
+        throw FailureFor(error, attemptToMakeNewFile);
 }
 
 void ReplacementFile::MakeNewFile()
@@ -142,7 +164,7 @@ void ReplacementFile::MakeNewFile()
             newFile_ = std::make_unique<NewFile>(otherFolder_);
         }
         if (!newFile_->IsOpen())
-            throw FailureFor(error, "save (no new file can be made beside it)");
+            throw FailureFor(error, attemptToMakeNewFile);
     }
     pending_.reserve(bufferSize);
 }
@@ -178,6 +200,10 @@ void ReplacementFile::WarnOf(const std::string& text) const
 
 void ReplacementFile::Write(std::span<const std::byte> bytes)
 {
+    if (effect_ == Effect::Rehearsed) {
+        position_ += bytes.size();
+        return;
+    }
     // What is pending stays within the reserved size, unless one piece alone is longer.
     if (pending_.size() + bytes.size() > bufferSize)
         Flush();
@@ -196,6 +222,10 @@ void ReplacementFile::Flush()
 
 void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t offset, std::uint64_t length)
 {
+    if (effect_ == Effect::Rehearsed) {
+        position_ += length;
+        return;
+    }
     // The system copies from file to file without the way through this process, which pays for long ranges only.
     constexpr std::uint64_t worthACall = 16384;
     if (CanCopyRanges && source.Descriptor() != NoFile && length >= worthACall) {
@@ -218,6 +248,13 @@ void ReplacementFile::CopyFrom(const RandomAccessBytes& source, std::uint64_t of
 
 void ReplacementFile::Commit()
 {
+    if (effect_ == Effect::Rehearsed) {
+        CheckSource();
+        CheckWriters();
+        CheckPlace();
+        WarnOfOtherNames();
+        return;
+    }
     Flush();
     CheckSource();
     // Each of the three asks for its own reasons; the attributes last, as it gives them.
@@ -274,20 +311,32 @@ void ReplacementFile::TakePlace()
     const auto barrier = old_ ? WriteBarrier::On(place_.folder, place_.name) : WriteBarrier();
     if (!barrier)
         throw FailureFor(errno, attemptToTakePlace);
-    if (old_ && IsOpenForWriting(place_.folder, place_.name))
-        throw FailureFor(FileTrouble::InUse, place_.path,
-                         "another program has it open for writing; run it again when that has closed it");
+    CheckWriters();
     // Last of all: some changes show in no state once the rename itself has moved the time of the last change.
     CheckPlace();
     if (old_)
         TakePlaceOfOldFile();
     else
         TakeFreePlace();
-    if (kind_ != Kind::Copy && oldNames_ > 1) {
-        const std::uint64_t others = oldNames_ - 1;
-        WarnOf(others == 1 ? "has 1 more name that keeps the old text"
-                           : "has " + std::to_string(others) + " more names that keep the old text");
-    }
+    if (kind_ != Kind::Copy)
+        WarnOfOtherNames();
+}
+
+void ReplacementFile::WarnOfOtherNames() const
+{
+    const std::uint64_t others = oldNames_ > 0 ? oldNames_ - 1 : 0;
+    // Those of a file that is written in place show the new text.
+    if (others == 0 || terms_.inPlaceLinks)
+        return;
+    WarnOf(others == 1 ? "has 1 more name that keeps the old text"
+                       : "has " + std::to_string(others) + " more names that keep the old text");
+}
+
+void ReplacementFile::CheckWriters() const
+{
+    if (old_ && IsOpenForWriting(place_.folder, place_.name))
+        throw FailureFor(FileTrouble::InUse, place_.path,
+                         "another program has it open for writing; run it again when that has closed it");
 }
 
 void ReplacementFile::TakeFreePlace()

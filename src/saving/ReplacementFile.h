@@ -61,9 +61,14 @@ public:
     /// process may write, and must stay as it is from here on to Commit.
     explicit ReplacementFile(StringView path, Missing missing = Missing::Fails, const SaveTerms& terms = {});
 
+    /// Whether a save reaches the disk. A rehearsed one raises and warns as the save itself would as far as that shows
+    /// without a new file: whoever may write here, whether the file is as it was and nobody writes into it. What is
+    /// written goes nowhere. A read-only file passes where this process may change that.
+    enum class Effect { OnDisk, Rehearsed };
+
     /// The new content of a file that was opened before, which must have stayed as it was since. `opened` is borrowed,
     /// and told of the save (OpenedFile::NoteOwnSave).
-    ReplacementFile(StringView path, OpenedFile& opened, const SaveTerms& terms = {});
+    ReplacementFile(StringView path, OpenedFile& opened, const SaveTerms& terms = {}, Effect effect = Effect::OnDisk);
 
     ReplacementFile(StringView path, const CopyOf& original);
     ReplacementFile(StringView path, const PutBack& copy);
@@ -94,12 +99,17 @@ public:
 private:
     enum class Kind { Save, Copy, PutBack };
 
-    ReplacementFile(StringView path, Kind kind, OpenedFile* opened, const SaveTerms& terms);  // what all have in common
+    ReplacementFile(StringView path, Kind kind, OpenedFile* opened, const SaveTerms& terms,
+                    Effect effect = Effect::OnDisk);  // what all have in common
     void TakeAttributesOfOldFile();
     void MakeNewFile();
+    void RehearseNewFile() const;
+    bool MayTakePlace() const;  // of the old file, by its permissions; errno tells why not
     void Flush();
     void CheckSource() const;
     void CheckPlace() const;
+    void CheckWriters() const;
+    void WarnOfOtherNames() const;
     bool IsCopy() const { return kind_ == Kind::Copy || (kind_ == Kind::PutBack && !old_); }
     std::optional<KeptAttributes::NotKept> GiveTheirs() const;
     bool GiveAttributes();
@@ -124,6 +134,7 @@ private:
     Kind kind_;
     String givenPath_;  // for warnings
     SaveTerms terms_;
+    Effect effect_;
     OpenedFile* opened_;
     FilePlace place_;
     std::optional<FileState> old_;  // what the place held at the beginning, or when `opened_` was opened
@@ -145,5 +156,8 @@ void TouchFile(StringView path);
 /// The same for a file that is open already. Raises `SharingViolation` when the path leads to another one, or others
 /// have changed it since it was opened.
 void TouchFile(StringView path, OpenedFile& opened);
+
+/// What TouchFile does before it moves the time: raises what it would raise.
+void RehearseTouch(StringView path, const OpenedFile& opened);
 
 }  // namespace tessarine

@@ -10,17 +10,32 @@
 namespace tessarine
 {
 
-void TouchFile(StringView path, OpenedFile& opened)
+namespace
 {
-    const FilePlace place(NativePath(path), FilePlace::Links::FollowedIfOwn,
-                          [](FileTrouble trouble, const NativeString& at, const std::string& reason) {
-                              return SystemFileFailure(trouble, "save", at, reason);
-                          });
-    if (!MayWrite(place.folder, place.name))
-        throw SystemFileFailure(errno, "save", place.path);
+
+FilePlace PlaceOf(StringView path)
+{
+    return {NativePath(path), FilePlace::Links::FollowedIfOwn,
+            [](FileTrouble trouble, const NativeString& at, const std::string& reason) {
+                return SystemFileFailure(trouble, "save", at, reason);
+            }};
+}
+
+void CheckIsAsOpened(const FilePlace& place, const OpenedFile& opened)
+{
     if (FileStateIn(place.folder, place.name) != opened.Expected() || (opened.IsRacy() && !opened.IsUnchanged()))
         throw SystemFileFailure(FileTrouble::InUse, "save", place.path,
                                 "it was changed by another program since it was opened; run it again");
+}
+
+}  // namespace
+
+void TouchFile(StringView path, OpenedFile& opened)
+{
+    const FilePlace place = PlaceOf(path);
+    if (!MayWrite(place.folder, place.name))
+        throw SystemFileFailure(errno, "save", place.path);
+    CheckIsAsOpened(place, opened);
     // By the file that is open, unless a save has put another one in its place.
     FileDescriptor saved;
     if (opened.Expected().identity != opened.State().identity || !CanSetDatesOfReadFiles)
@@ -33,6 +48,18 @@ void TouchFile(StringView path, OpenedFile& opened)
         throw SystemFileFailure(errno, "save", place.path);
     if (const auto state = FileStateOf(file))
         opened.NoteOwnSave(*state);
+}
+
+void RehearseTouch(StringView path, const OpenedFile& opened)
+{
+    const FilePlace place = PlaceOf(path);
+    if (!MayWrite(place.folder, place.name)) {
+        const int error = errno;
+        // Who saves would have taken the protection away before.
+        if (!MayUnprotect(place.folder, place.name))
+            throw SystemFileFailure(error, "save", place.path);
+    }
+    CheckIsAsOpened(place, opened);
 }
 
 }  // namespace tessarine

@@ -96,6 +96,12 @@ public:
         return behind_->Start();
     }
 
+    std::optional<String> TextAt(std::int32_t Start, std::int32_t Length) override
+    {
+        line_.Read("TextRange.TextAt");
+        return behind_->TextAt(Start, Length);
+    }
+
     bool IsKnownToHold(const String& text, powerpoint::TriState MatchCase, powerpoint::TriState WholeWords) override
     {
         return behind_->IsKnownToHold(text, MatchCase, WholeWords);
@@ -153,6 +159,12 @@ class SlideObject final : public Wrapped<powerpoint::Slide>
 {
 public:
     using Wrapped::Wrapped;
+
+    String Title() override
+    {
+        line_.Read("Slide.Title");
+        return behind_->Title();
+    }
 
     std::shared_ptr<powerpoint::Shapes> Shapes() override
     {
@@ -215,6 +227,14 @@ public:
         line_.Act("Presentation.UpdateLinks", path_);
         behind_->UpdateLinks();
     }
+
+    void RehearseSave() override
+    {
+        line_.Act("Presentation.RehearseSave", path_);
+        behind_->RehearseSave();
+    }
+
+    void ExpectHits() override { behind_->ExpectHits(); }
 
     void Save() override
     {

@@ -60,6 +60,7 @@ struct FakeSlide {
     FakeHeaderFooter footer{};
     std::vector<FakeShape> notes{};
     std::size_t design = 0;  ///< Index in the presentation's designs.
+    String title{};
 };
 
 struct FakeProperty {

@@ -132,6 +132,12 @@ public:
             script_, std::shared_ptr<FakeDesign>(content_, &content_->designs.at(slide_->design)));
     }
 
+    String Title() override
+    {
+        script_.Read("Slide.Title");
+        return slide_->title;
+    }
+
 private:
     FakeScript script_;
     std::shared_ptr<FakeContent> content_;
@@ -259,6 +265,7 @@ public:
 
     void UpdateLinks() override { script_.Act("Presentation.UpdateLinks", path_); }
     void Save() override { script_.Act("Presentation.Save", path_); }
+    void RehearseSave() override { script_.Act("Presentation.RehearseSave", path_); }
     void Close() override { script_.Act("Presentation.Close", path_); }
 
 private:

@@ -47,6 +47,13 @@ public:
         return static_cast<std::int32_t>(first_) + 1;
     }
 
+    std::optional<String> TextAt(std::int32_t Start, std::int32_t Length) override
+    {
+        script_.Read("TextRange.TextAt");
+        const auto from = static_cast<std::size_t>(std::max(Start, 1)) - 1;
+        return text_->substr(std::min(from, text_->size()), static_cast<std::size_t>(std::max(Length, 0)));
+    }
+
     bool IsKnownToHold(const String& text, powerpoint::TriState MatchCase, powerpoint::TriState WholeWords) override
     {
         return Position(text, 0, MatchCase, WholeWords) != String::npos;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -73,6 +74,11 @@ public:
     std::optional<std::size_t> FindText(std::size_t shape, const builtin::TextPattern& pattern,
                                         std::size_t from) override;
     std::size_t ReplaceText(std::size_t shape, std::size_t begin, std::size_t length, StringView with) override;
+    String TextAt(std::size_t shape, std::size_t begin, std::size_t length) override
+    {
+        const StringView text = *page_.shapes[shape].text;
+        return String(text.substr(std::min(begin, text.size()), length));
+    }
     String LinkSource(std::size_t shape) override { return page_.shapes[shape].linkSource; }
     void PutLinkSource(std::size_t shape, const String& source) override;
     std::optional<String> HeaderFooter(builtin::HeaderFooterKind kind) override { return Place(kind); }
@@ -137,6 +143,7 @@ public:
     builtin::BuiltInPropertiesReader& BuiltIn() override { return builtIn_; }
     builtin::CustomPropertiesReader& Custom() override { return custom_; }
     void Save(StringView path) override;
+    void RehearseSave(StringView /*path*/) override {}
 
 private:
     MemoryPageReader* MakePage(MemoryPage& page) { return &pages_.emplace_back(page, edits_); }

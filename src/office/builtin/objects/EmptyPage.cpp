@@ -31,6 +31,11 @@ std::size_t EmptyPage::ReplaceText(std::size_t, std::size_t, std::size_t, String
     throw NothingThere();
 }
 
+String EmptyPage::TextAt(std::size_t, std::size_t, std::size_t)
+{
+    throw NothingThere();
+}
+
 String EmptyPage::LinkSource(std::size_t)
 {
     throw NothingThere();

@@ -20,6 +20,7 @@ public:
     bool MayHold(const SoughtText& /*sought*/) override { return false; }
     std::optional<std::size_t> FindText(std::size_t shape, const TextPattern& pattern, std::size_t from) override;
     std::size_t ReplaceText(std::size_t shape, std::size_t begin, std::size_t length, StringView with) override;
+    String TextAt(std::size_t shape, std::size_t begin, std::size_t length) override;
     String LinkSource(std::size_t shape) override;
     void PutLinkSource(std::size_t shape, const String& source) override;
     std::optional<String> HeaderFooter(HeaderFooterKind kind) override;     ///< "", as PowerPoint's default ones.

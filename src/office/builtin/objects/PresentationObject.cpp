@@ -54,6 +54,8 @@ public:
     void UpdateLinks() override { File(); }
 
     void Save() override { File()->Reader().Save(path_); }
+    void RehearseSave() override { File()->Reader().RehearseSave(path_); }
+    void ExpectHits() override { File()->Reader().KeepShapeNames(); }
     std::optional<bool> HasSavedChanges() override { return File()->Reader().HasSavedChanges(); }
 
     void Close() override

@@ -15,10 +15,10 @@ namespace tessarine::builtin
 namespace
 {
 
-/// The unit at which a search begins. A negative `After` is taken for 0.
-std::size_t StartOfSearch(std::int32_t after)
+/// A number of units. A negative one is taken for 0.
+std::size_t Units(std::int32_t count)
 {
-    return static_cast<std::size_t>(std::max(after, 0));
+    return static_cast<std::size_t>(std::max(count, 0));
 }
 
 /// A shape of a page. It is its own text frame, text range and link format as well, since there is one of each per
@@ -67,7 +67,7 @@ public:
     {
         // Any TriState but msoFalse is true; msoTrue itself is -1.
         const TextPattern pattern(file_->Sought(FindWhat), MatchCase != 0, WholeWords != 0);
-        const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
+        const auto hit = page_.FindText(shape_, pattern, Units(After));
         return hit ? MakeHitRange(shared_from_this(), *hit, FindWhat.size()) : nullptr;
     }
 
@@ -76,7 +76,7 @@ public:
                                                    powerpoint::TriState WholeWords) override
     {
         const TextPattern pattern(file_->Sought(FindWhat), MatchCase != 0, WholeWords != 0);
-        const auto hit = page_.FindText(shape_, pattern, StartOfSearch(After));
+        const auto hit = page_.FindText(shape_, pattern, Units(After));
         if (!hit)
             return nullptr;
         // Line ends become one unit each, so that what was put in may be shorter than what was asked for.
@@ -85,6 +85,11 @@ public:
     }
 
     std::int32_t Start() override { return 1; }
+
+    std::optional<String> TextAt(std::int32_t Start, std::int32_t Length) override
+    {
+        return page_.TextAt(shape_, Units(Start) - (Start > 0 ? 1 : 0), Units(Length));
+    }
 
     bool IsKnownToHold(const String& text, powerpoint::TriState MatchCase, powerpoint::TriState WholeWords) override
     {

@@ -60,6 +60,8 @@ public:
         return designs_->At(file_->Reader().DesignOfSlide(slide_));
     }
 
+    String Title() override { return Page().Title(); }
+
 private:
     PageReader& Page() { return file_->Reader().Slide(slide_); }
 

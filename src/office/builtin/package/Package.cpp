@@ -299,9 +299,7 @@ bool Package::IsChanged() const
 void Package::Save(StringView path)
 {
     // First of all: a file whose date moves looks saved.
-    if (halfEdit_)
-        throw *halfEdit_;
-    FailIfOverwritten();
+    FailIfNotToBeSaved();
     OpenedFile* const opened = bytes_->Opened();
     if (!IsChanged()) {
         opened ? TouchFile(path, *opened) : TouchFile(path);
@@ -313,6 +311,31 @@ void Package::Save(StringView path)
     WriteZip(*bytes_, directory_, changes_, target);
     target.Commit();
     isOverwritten_ = opened && target.WasWrittenInPlace();
+}
+
+void Package::RehearseSave(StringView path)
+{
+    FailIfNotToBeSaved();
+    const bool isChanged = IsChanged();
+    if (isChanged)
+        PutEditedXml();
+    OpenedFile* const opened = bytes_->Opened();
+    if (opened == nullptr)
+        return;
+    if (!isChanged) {
+        RehearseTouch(path, *opened);
+        return;
+    }
+    ReplacementFile target(path, *opened, terms_, ReplacementFile::Effect::Rehearsed);
+    WriteZip(*bytes_, directory_, changes_, target);
+    target.Commit();
+}
+
+void Package::FailIfNotToBeSaved() const
+{
+    if (halfEdit_)
+        throw *halfEdit_;
+    FailIfOverwritten();
 }
 
 void Package::FailIfOverwritten() const

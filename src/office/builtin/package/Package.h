@@ -107,6 +107,10 @@ public:
     /// then, and reading and saving raise `WriteFault`.
     void Save(StringView path);
 
+    /// Raises what Save would raise, as far as that shows without a new file (ReplacementFile::Effect). Nothing changes
+    /// on the disk, and the package can still be saved.
+    void RehearseSave(StringView path);
+
 private:
     Relationships& Load(std::optional<Entry> entry);
     void PutEditedXml();
@@ -114,6 +118,7 @@ private:
     bool NeedsDecoding(std::string_view bytes, Entry entry) const;
 
     void FailIfOverwritten() const;
+    void FailIfNotToBeSaved() const;
 
     std::unique_ptr<RandomAccessBytes> bytes_;
     Limits limits_;

@@ -110,8 +110,11 @@ std::vector<Package::Entry> PresentationFile::ReadIdList(const XmlDocument& docu
 ShapeTreePart& PresentationFile::Part(Package::Entry entry)
 {
     auto& part = parts_[entry];
-    if (!part)
+    if (!part) {
         part = std::make_unique<ShapeTreePart>(package_, entry);
+        if (keepsShapeNames_)
+            part->KeepShapeNames();
+    }
     return *part;
 }
 
@@ -263,9 +266,24 @@ bool PresentationFile::NotesMayHold(const SoughtText& sought)
 
 void PresentationFile::Save(StringView path)
 {
+    const Prepared prepared = PrepareSave(path);
+    package_.Save(path);
+    NoteSave(path, prepared);
+}
+
+void PresentationFile::RehearseSave(StringView path)
+{
+    const Prepared prepared = PrepareSave(path);
+    package_.RehearseSave(path);
+    NoteSave(path, prepared);
+}
+
+PresentationFile::Prepared PresentationFile::PrepareSave(StringView path)
+{
     // First, because only this tells the package what has changed.
     std::map<Package::Entry, TextChange> titles;
-    std::vector<String> warnings;
+    Prepared prepared;
+    std::vector<String>& warnings = prepared.warnings;
     for (const auto& [entry, part] : parts_) {
         ShapeTreePart::Flushed flushed = part->Flush();
         if (flushed.leavesOtherText)
@@ -288,15 +306,26 @@ void PresentationFile::Save(StringView path)
                       u"The file has a digital signature, which a change would remove; it was left as it is.");
     // Before the save: after one into the file itself nothing can be read any more.
     const bool isFinal = isChanged && (wasFinal || IsMarkedAsFinal());
-    const bool isSigned = isChanged && DropSignatures();
-    package_.Save(path);
-    hasSavedChanges_ = isChanged;
-    for (const String& warning : warnings)
-        Warn(String(path), warning);
-    if (isSigned)
-        Warn(String(path), u"its digital signatures were removed, as its content was changed");
+    if (isChanged && DropSignatures())
+        warnings.emplace_back(u"its digital signatures were removed, as its content was changed");
     if (isFinal)
-        Warn(String(path), u"is marked as final by its author, and was changed all the same");
+        warnings.emplace_back(u"is marked as final by its author, and was changed all the same");
+    prepared.isChanged = isChanged;
+    return prepared;
+}
+
+void PresentationFile::NoteSave(StringView path, const Prepared& prepared)
+{
+    hasSavedChanges_ = prepared.isChanged;
+    for (const String& warning : prepared.warnings)
+        Warn(String(path), warning);
+}
+
+void PresentationFile::KeepShapeNames()
+{
+    keepsShapeNames_ = true;
+    for (const auto& [entry, part] : parts_)
+        part->KeepShapeNames();
 }
 
 String PresentationFile::NameOfPage(Package::Entry entry) const

@@ -61,6 +61,8 @@ public:
     /// package that is marked as final. Raises `PermissionDenied` for an edited package with signatures where
     /// the terms keep such files.
     void Save(StringView path) override;
+    void RehearseSave(StringView path) override;
+    void KeepShapeNames() override;
     std::optional<bool> HasSavedChanges() override { return hasSavedChanges_; }
 
     /// Tells of names that several entries of the zip file have.
@@ -82,6 +84,13 @@ private:
     std::optional<Package::Entry> FindTitleMaster(Package::Entry master);  ///< The layout; nothing without one.
     /// Null for no entry.
     ShapeTreePart* OptionalPart(const std::optional<Package::Entry>& entry);
+    /// What a save does before the package is written.
+    struct Prepared {
+        bool isChanged = false;
+        std::vector<String> warnings{};
+    };
+    Prepared PrepareSave(StringView path);
+    void NoteSave(StringView path, const Prepared& prepared);
     void FollowTitles(const std::map<Package::Entry, TextChange>& titles,
                       StringView path);             ///< `path` is for a warning.
     String NameOfPage(Package::Entry entry) const;  ///< For people: "slide 7", for other pages the part's name.
@@ -90,6 +99,7 @@ private:
     bool IsMarkedAsFinal();                         ///< By the property that PowerPoint's command sets.
 
     const bool keepsSigned_;
+    bool keepsShapeNames_ = false;
     std::optional<bool> hasSavedChanges_;        // by the last save
     Package package_;                            // in front of all that borrows it
     std::vector<Package::Entry> slides_;         // in the order of the presentation

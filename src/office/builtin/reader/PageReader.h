@@ -40,8 +40,15 @@ public:
     virtual std::size_t ShapeCount() = 0;
     virtual ShapeFacts Shape(std::size_t shape) = 0;
 
-    /// What a person calls the shape, for warnings. A format without names keeps this answer.
+    /// What a person calls the shape, for warnings and hits. A format without names keeps this answer.
     virtual String ShapeName(std::size_t /*shape*/) { return {}; }
+
+    /// The text of the page's title, empty without one. For hits; a format without titles keeps this answer.
+    virtual String Title() { return {}; }
+
+    /// Up to `length` units of a shape's text from `begin` on, fewer where the text ends; empty for a shape without
+    /// text. For the context of hits, so that it may be asked for each of them.
+    virtual String TextAt(std::size_t shape, std::size_t begin, std::size_t length) = 0;
 
     /// A hint that may spare a walk over the shapes: false only when no shape's text holds what is sought, whatever the
     /// case (see TextFilter). A format that has no quick way to tell keeps this answer.

@@ -51,6 +51,13 @@ public:
     /// only the modification time moves.
     virtual void Save(StringView path) = 0;
 
+    /// All of Save but for the disk: raises what Save would raise for the edits and for the file at `path` as it is,
+    /// and lets HasSavedChanges tell what it would tell. Saving may still fail where it takes a new file to see why.
+    virtual void RehearseSave(StringView path) = 0;
+
+    /// That names of shapes will be asked for. A format that has them at hand keeps this answer.
+    virtual void KeepShapeNames() {}
+
     /// Whether the last Save wrote edits, be they as old as the save before. Nothing before a save; a format that can't
     /// tell keeps this answer.
     virtual std::optional<bool> HasSavedChanges() { return {}; }

@@ -16,8 +16,8 @@ using enum Ns;
 class Reader
 {
 public:
-    Reader(const XmlDocument& document, std::string_view part, const Limits& limits)
-        : document_(document), part_(part), limits_(limits)
+    Reader(const XmlDocument& document, std::string_view part, const Limits& limits, ShapeNames names)
+        : document_(document), part_(part), limits_(limits), names_(names)
     {
     }
 
@@ -47,6 +47,8 @@ private:
             ShapeRecord record;
             if (ClassifyShape(document_, element, controls_, record)) {
                 record.offset = document_.OffsetOf(element);
+                if (names_ == ShapeNames::Kept)
+                    record.name = ShapeNameIn(document_, element);
                 record.body = ReadBody(element, record);
                 if (tree_.shapes.size() >= limits_.shapes)
                     throw Damage(part_, "it has too many shapes");
@@ -123,6 +125,7 @@ private:
     const XmlDocument& document_;
     std::string_view part_;
     const Limits& limits_;
+    ShapeNames names_;
     ControlIds controls_;
     ShapeTree tree_;
 };
@@ -143,15 +146,21 @@ std::size_t KeptBytesOf(const ShapeTree& tree)
 {
     std::size_t bytes = tree.shapes.size() * sizeof(ShapeRecord) + tree.layoutIds.size() * sizeof(std::string);
     for (const ShapeRecord& shape : tree.shapes)
-        bytes += shape.linkId.size() + shape.linkElements.size() * sizeof(std::size_t);
+        bytes += shape.linkId.size() + (shape.name ? shape.name->size() : 0) +
+                 shape.linkElements.size() * sizeof(std::size_t);
     for (const TextBody& body : tree.bodies)
         bytes += body.KeptBytes();
     return bytes + KeptBytesOf(tree.links);
 }
 
-ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits)
+ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits, ShapeNames names)
 {
-    return Reader(document, part, limits).Read();
+    return Reader(document, part, limits, names).Read();
+}
+
+std::string_view ShapeNameIn(const XmlDocument& document, Node shape)
+{
+    return document.Attribute(NonVisualOf(document, shape).drawing, "name");
 }
 
 }  // namespace tessarine::builtin

@@ -28,7 +28,8 @@ struct ShapeRecord {
     bool hasOtherText = false;
     /// Numbers of edits of the two texts after which they were known to be the same; both 0 when they were read.
     std::pair<std::size_t, std::size_t> alike{};
-    std::string linkId;  ///< Relationship of a linked OLE object.
+    std::string linkId;               ///< Relationship of a linked OLE object.
+    std::optional<std::string> name;  ///< UTF-8; nothing unless names were to be kept.
 
     /// Offsets of the `p:oleObj` elements that name that relationship: one, or one per branch.
     std::vector<std::size_t> linkElements;
@@ -47,8 +48,15 @@ struct ShapeTree {
 std::size_t KeptBytesOf(const ShapeTree& tree);  ///< About what it takes of memory.
 std::size_t KeptBytesOf(const std::vector<LinkRecord>& links);
 
+/// Whether the records get the names of their shapes, which most runs have no use for.
+enum class ShapeNames { Kept, LeftOut };
+
 /// Reads the shape tree of a parsed part. Raises `FileCorrupt` for a part without a shape tree and for groups nested
 /// beyond the limit.
-ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits);
+ShapeTree ReadShapeTree(const XmlDocument& document, std::string_view part, const Limits& limits,
+                        ShapeNames names = ShapeNames::LeftOut);
+
+/// What a person calls a shape: `p:cNvPr@name` of its element.
+std::string_view ShapeNameIn(const XmlDocument& document, Node shape);
 
 }  // namespace tessarine::builtin

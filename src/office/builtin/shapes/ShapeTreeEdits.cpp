@@ -18,7 +18,7 @@ ShapeTree& ShapeTreeEdits::Tree()
     if (!tree_) {
         kept_.Use();
         // In memory that the next part uses again: the tree keeps copies and no views.
-        tree_ = ReadShapeTree(package_.ReadDocumentOnce(entry_), package_.NameOf(entry_), package_.limits());
+        tree_ = ReadShapeTree(package_.ReadDocumentOnce(entry_), package_.NameOf(entry_), package_.limits(), names_);
     }
     return *tree_;
 }

@@ -40,6 +40,8 @@ public:
     /// The part that the tree was read from, for edits. Kept until Flush or LetGo.
     const XmlDocument& Document();
 
+    void KeepShapeNames() { names_ = ShapeNames::Kept; }  ///< In a tree that is read from now on.
+
     bool HasEdits() const;          ///< Since the last Flush.
     void LetGo();                   ///< Gives back all that was read. There must be no edits.
     std::size_t KeptBytes() const;  ///< About what all this takes of memory.
@@ -115,6 +117,7 @@ private:
     Package& package_;
     Package::Entry entry_;
     KeptParts::Part& kept_;
+    ShapeNames names_ = ShapeNames::LeftOut;
     std::optional<ShapeTree> tree_;             // nothing before it is asked for, and after Flush
     std::unique_ptr<Original> original_;        // null while nothing is edited
     std::map<std::size_t, ByteEdit> elements_;  // edits outside of the texts, by the offset of the element

@@ -27,9 +27,26 @@ ShapeFacts ShapeTreePart::Shape(std::size_t shape)
 
 String ShapeTreePart::ShapeName(std::size_t shape)
 {
-    const std::size_t offset = Shapes()[shape].offset;
+    const ShapeRecord& record = Shapes()[shape];
+    if (record.name)
+        return FromUtf8(*record.name);
+    const std::size_t offset = record.offset;
     const XmlDocument& document = edits_.Document();
-    return FromUtf8(document.Attribute(NonVisualOf(document, document.ElementAt(offset)).drawing, "name"));
+    return FromUtf8(ShapeNameIn(document, document.ElementAt(offset)));
+}
+
+String ShapeTreePart::Title()
+{
+    // A hostile title may be as long as its part, and each shape of the slide asks for it.
+    constexpr std::size_t most = 1000;
+    const auto title = std::ranges::find(Shapes(), Placeholder::Title, &ShapeRecord::placeholder);
+    return title == Shapes().end() ? String() : TextAt(static_cast<std::size_t>(title - Shapes().begin()), 0, most);
+}
+
+String ShapeTreePart::TextAt(std::size_t shape, std::size_t begin, std::size_t length)
+{
+    const TextBody* const text = TextOf(shape);
+    return text == nullptr ? String() : text->Text(begin, length);
 }
 
 TextBody* ShapeTreePart::TextOf(std::size_t shape)

@@ -32,7 +32,11 @@ public:
 
     std::size_t ShapeCount() override { return Shapes().size(); }
     ShapeFacts Shape(std::size_t shape) override;
-    String ShapeName(std::size_t shape) override;  ///< `p:cNvPr` has it. Takes a copy of the part, as edits do.
+    /// `p:cNvPr` has it. Takes a copy of the part, as edits do, unless names are kept.
+    String ShapeName(std::size_t shape) override;
+    void KeepShapeNames() { edits_.KeepShapeNames(); }  ///< From the next time on that the tree is read.
+    String Title() override;                            ///< Of the first title placeholder; no more than its beginning.
+    String TextAt(std::size_t shape, std::size_t begin, std::size_t length) override;
     /// Shapes, Read and Body are good until Flush or until another part is read, after which the tree is read again.
     const std::vector<ShapeRecord>& Shapes() { return edits_.Tree().shapes; }
     /// All that is kept of the part. Raises `FileCorrupt` when it is first read and damaged.

@@ -41,9 +41,16 @@ TextBody TextBody::Read(const XmlDocument& document, Node body)
 
 String TextBody::Text() const
 {
+    return Text(0, text_.Size());
+}
+
+String TextBody::Text(std::size_t begin, std::size_t length) const
+{
+    const std::size_t from = std::min(begin, text_.Size());
+    const std::size_t size = std::min(length, text_.Size() - from);
     String text;
-    text.reserve(text_.Size());
-    text_.CopyTo(text, 0, text_.Size());
+    text.reserve(size);
+    text_.CopyTo(text, from, from + size);
     return text;
 }
 

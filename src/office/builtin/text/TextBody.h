@@ -25,7 +25,8 @@ public:
     static TextBody Read(const XmlDocument& document, Node body);
 
     String Text() const;
-    std::size_t Size() const { return text_.Size(); }  ///< Of the text, in UTF-16 units.
+    String Text(std::size_t begin, std::size_t length) const;  ///< As much of these units as there is.
+    std::size_t Size() const { return text_.Size(); }          ///< Of the text, in UTF-16 units.
     std::size_t Offset() const { return offset_; }
 
     /// As FindText, in the text as it is now.
