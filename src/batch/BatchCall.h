@@ -67,6 +67,9 @@ struct BatchCall {
 
     const ReportFormat* format = nullptr;  ///< Null for the first of ReportFormats, the one for people.
     bool verbose = false;                  ///< Text reports name unchanged files too.
+    bool show = false;                     ///< Reports tell the hits of each file.
+    std::int32_t context = 60;             ///< UTF-16 units of text on either side of a hit.
+    std::int64_t maxHits = 1000;           ///< Hits of a file that are told; 0 for all of them.
 };
 
 /// When the call lets a file be written into in place of being replaced, and which files it saves at all.

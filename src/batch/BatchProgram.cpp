@@ -1,5 +1,6 @@
 #include "batch/BatchProgram.h"
 
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -99,6 +100,11 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
                         output.Write(report->OfFile(file));
                     });
     run.List = list;
+    if (call.show) {
+        project.HitContext = call.context;
+        run.HitsToKeep =
+            call.maxHits > 0 ? static_cast<std::size_t>(call.maxHits) : std::numeric_limits<std::size_t>::max();
+    }
     run.CancelRequested = IsCancelRequested;
     run.Started = [&](const String& path) {
         SetFileInWork(path);

@@ -211,6 +211,13 @@ void CheckConversion(BatchCall& call)
     call.paths.clear();
 }
 
+/// What a report tells of hits.
+void CheckHits(const OptionValues& values)
+{
+    if (!values.call.show && (values.contextGiven || values.maxHitsGiven))
+        Refuse(std::string(values.contextGiven ? "--context" : "--max-hits") + " needs --show");
+}
+
 /// What a run of a saved job takes besides the job's own options.
 void CheckSavedRun(const BatchCall& call)
 {
@@ -259,6 +266,7 @@ BatchCall CheckedCall(OptionValues& values)
         CheckRun(values);
     if (call.command == Command::JobMake)
         CheckJobToMake(call);
+    CheckHits(values);
     // Ahead of the check for paths: a saved job brings its files along.
     if (call.command == Command::Run || call.command == Command::JobShow) {
         CheckJob(call);

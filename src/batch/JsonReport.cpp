@@ -35,6 +35,44 @@ Json CountsOf(const PairReport& pair, const OptionSetting& setting)
     return counts;
 }
 
+/// What doesn't apply, or could not be told, has no key.
+template <class Value>
+void PutUnless(Json& object, const char* key, const Value& value, const Value& absent)
+{
+    if (value != absent)
+        object[key] = value;
+}
+
+Json HitOf(const Hit& hit, bool replaces)
+{
+    const HitPlace& place = *hit.place;
+    const std::string none;
+    Json json{{"pair", place.pair}, {"location", RowOf(place.location).name}};
+    PutUnless(json, "slide", place.slide, 0);
+    PutUnless(json, "slideTitle", ToUtf8(place.slideTitle), none);
+    PutUnless(json, "design", ToUtf8(place.design), none);
+    PutUnless(json, "property", ToUtf8(place.property), none);
+    if (place.headerFooter != HitPlace::HeaderFooter::None)
+        json["headerFooter"] = place.headerFooter == HitPlace::HeaderFooter::Header ? "header" : "footer";
+    PutUnless(json, "hyperlink", place.hyperlink, 0);
+    PutUnless(json, "shape", place.shape, 0);
+    PutUnless(json, "shapeName", ToUtf8(place.shapeName), none);
+    PutUnless(json, "paragraph", hit.paragraph, 0);
+    json["position"] = hit.position;
+    json["length"] = hit.length;
+    json["before"] = ToUtf8(hit.before);
+    json["text"] = ToUtf8(hit.text);
+    json["after"] = ToUtf8(hit.after);
+    PutUnless(json, "cutBefore", hit.isCutBefore, false);
+    PutUnless(json, "cutAfter", hit.isCutAfter, false);
+    if (hit.becomes)
+        json["becomes"] = ToUtf8(*hit.becomes);
+    else if (replaces)
+        json["becomes"] = nullptr;
+    PutUnless(json, "counted", hit.isCounted, true);
+    return json;
+}
+
 Json ArrayOf(const std::vector<String>& texts)
 {
     auto array = Json::array();
@@ -111,12 +149,17 @@ public:
             items.push_back({{"find", ToUtf8(pair.find)},
                              {"replace", ToUtf8(pair.replace)},
                              {"counts", CountsOf(pair, style_.setting)}});
-        return OneLine({{"file", ToUtf8(file.path)},
-                        {"status", file.status},
-                        {"state", StateText(file, style_.command == Command::Replace)},
-                        {"error", ToUtf8(file.error)},
-                        {"items", items},
-                        {"warnings", ArrayOf(file.warnings)}});
+        Json line{{"file", ToUtf8(file.path)}};
+        line.update({{"status", file.status},
+                     {"state", StateText(file, Replaces())},
+                     {"error", ToUtf8(file.error)},
+                     {"items", items}});
+        if (style_.hits) {
+            line["hits"] = HitsOf(file);
+            PutUnless(line, "hitsLeftOut", file.hitsLeftOut, std::int64_t{0});
+        }
+        line["warnings"] = ArrayOf(file.warnings);
+        return OneLine(line);
     }
 
     std::string AtEnd(const RunSummary& summary) override
@@ -166,6 +209,16 @@ public:
     }
 
 private:
+    bool Replaces() const { return style_.command == Command::Replace; }
+
+    Json HitsOf(const FileReport& file) const
+    {
+        auto hits = Json::array();
+        for (const Hit& hit : file.hits)
+            hits.push_back(HitOf(hit, Replaces()));
+        return hits;
+    }
+
     const ReportStyle style_;
 };
 

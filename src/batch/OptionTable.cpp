@@ -120,12 +120,33 @@ void TakeRevisionBy(OptionValues& values, const std::string& argument)
     values.revisionByGiven = true;
 }
 
-void TakeRestartAfter(OptionValues& values, const std::string& argument)
+/// Whether the whole argument is a number of at least `least`, which `value` then is.
+template <class Number>
+bool TakeWholeNumber(const std::string& argument, Number least, Number& value)
 {
     const char* const end = argument.data() + argument.size();
-    const auto [stop, error] = std::from_chars(argument.data(), end, values.call.restartAfter);
-    if (error != std::errc() || stop != end || values.call.restartAfter < 1)
+    const auto [stop, error] = std::from_chars(argument.data(), end, value);
+    return error == std::errc() && stop == end && value >= least;
+}
+
+void TakeRestartAfter(OptionValues& values, const std::string& argument)
+{
+    if (!TakeWholeNumber(argument, 1, values.call.restartAfter))
         Refuse("--restart-after: \"" + argument + "\" is not a whole number from 1 up");
+}
+
+void TakeContext(OptionValues& values, const std::string& argument)
+{
+    if (!TakeWholeNumber(argument, 0, values.call.context) || values.call.context > 1000)
+        Refuse("--context: \"" + argument + "\" is not a whole number from 0 to 1000");
+    values.contextGiven = true;
+}
+
+void TakeMaxHits(OptionValues& values, const std::string& argument)
+{
+    if (!TakeWholeNumber(argument, std::int64_t{0}, values.call.maxHits))
+        Refuse("--max-hits: \"" + argument + "\" is not a whole number from 0 up");
+    values.maxHitsGiven = true;
 }
 
 void TakeEngine(OptionValues& values, const std::string& argument)
@@ -162,7 +183,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 28> rows{{
+const std::array<OptionRow, 31> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -258,6 +279,14 @@ const std::array<OptionRow, 28> rows{{
     {"--verbose", "", false, TakesFiles | Only(Command::Run), "Report",
      "Name the files without an occurrence too (text format).",
      [](OptionValues& values, const std::string&) { values.call.verbose = true; }},
+    {"--show", "", false, Runs | Only(Command::Run), "Report",
+     "Show every hit: where it stands, and the text around it.",
+     [](OptionValues& values, const std::string&) { values.call.show = true; }},
+    {"--context", "N", false, Runs | Only(Command::Run), "Report",
+     "With --show: up to N characters of text on either side of a hit, from 0 to 1000\n(default: 60).", TakeContext},
+    {"--max-hits", "N", false, Runs | Only(Command::Run), "Report",
+     "With --show: the first N hits of each file, and how many more there are\n(default: 1000; 0 shows all).",
+     TakeMaxHits},
     // Answered before any row is looked for; this one is for the help, and refuses a value.
     {"--help", "", false, EveryCommand, "Report", "Show this help.", nullptr},
 }};

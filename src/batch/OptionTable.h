@@ -36,6 +36,8 @@ struct OptionValues {
     bool countGiven = false;    ///< Given together with --no-count it is refused.
     bool noCountGiven = false;
     bool revisionByGiven = false;
+    bool contextGiven = false;
+    bool maxHitsGiven = false;
 };
 
 /// One option: everything that parsing and help know about it stands here.

@@ -25,6 +25,7 @@ struct ReportStyle {
     OptionSetting setting{};          ///< The places whose counts are named.
     bool verbose = false;             ///< Unchanged files get a line too, in a report for people.
     bool colors = false;              ///< Standard output takes colors.
+    bool hits = false;                ///< The hits of a file are told.
 };
 
 /// What a command says of its files, in one format; ReportFormats.h lists the formats.

@@ -51,11 +51,14 @@ ReportedRun::ReportedRun(Project& project, Mode mode, Sink sink)
 ReportedRun::~ReportedRun()
 {
     project_.FailurePassedOver = {};
+    project_.HitFound = {};
 }
 
 std::size_t ReportedRun::Run(const std::vector<JobFile>& files)
 {
     files_ = &files;
+    if (HitsToKeep > 0)
+        project_.HitFound = [this](const Hit& hit) { OnHit(hit); };
     ReportRefused();
     while (reported_ < files.size() && !cancelled_) {
         TakeTurn();
@@ -112,6 +115,8 @@ void ReportedRun::OnBefore(const String& path)
     FailUpTo(*file);  // the run went past them without a word
     current_ = file;
     passedOver_.reset();
+    hits_.clear();
+    hitsLeftOut_ = 0;
     if (CancelRequested && CancelRequested())
         project_.IsProcessCancel = true;
     else if (Started)
@@ -135,7 +140,13 @@ void ReportedRun::OnAfter(const std::shared_ptr<CounterStatuses>& result)
     const String& path = (*files_)[*file].path;
     // A run has one fixed text for all that may need a password; the reason itself says what can be done.
     const bool hasReason = passedOver_ && result && result->FileStausAfterProcess == FileStatus::NotProcessed;
-    ReportNext(isLost || hasReason ? FailedFile(path, Reason()) : ReportOf(path, *result));
+    FileReport report = isLost || hasReason ? FailedFile(path, Reason()) : ReportOf(path, *result);
+    // What was found before a failure may be half of what is there.
+    if (report.status != FileStatus::NotProcessed) {
+        report.hits = std::exchange(hits_, {});
+        report.hitsLeftOut = hitsLeftOut_;
+    }
+    ReportNext(std::move(report));
 }
 
 void ReportedRun::OnCancel()
@@ -148,6 +159,14 @@ void ReportedRun::OnPassedOver(const Failure& failure)
 {
     if (!passedOver_)
         passedOver_ = failure;  // the first one is the cause, the others follow from it
+}
+
+void ReportedRun::OnHit(const Hit& hit)
+{
+    if (hits_.size() < HitsToKeep)
+        hits_.push_back(hit);
+    else
+        ++hitsLeftOut_;
 }
 
 /// The file that the run is at. None outside of any file, and none under our own cancel: the file at which the run sees

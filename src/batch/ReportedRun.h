@@ -52,6 +52,10 @@ public:
     /// The pairs to look for; null for the project's own.
     std::shared_ptr<FindAndReplaceItems> List;
 
+    /// How many hits of a file its report holds; further ones are counted there. 0 asks for no hit at all, which costs
+    /// nothing.
+    std::size_t HitsToKeep = 0;
+
     /// Told of each file that is about to be processed. May be empty.
     std::function<void(const String& path)> Started;
 
@@ -68,6 +72,7 @@ private:
     void OnAfter(const std::shared_ptr<CounterStatuses>& result);
     void OnCancel();  // the user's cancel, or our own when a run begins anew
     void OnPassedOver(const Failure& failure);
+    void OnHit(const Hit& hit);
     std::optional<std::size_t> FileInRun() const;
     void ReportNext(FileReport report);  // the one report of the file at reported_
     void ReportRefused();                // those in front that are not to be processed
@@ -90,7 +95,9 @@ private:
     std::optional<Failure> passedOver_;   // what it passed over since BeforFileProcess, or before any file
     std::optional<Failure> ended_;        // what ended it early
     OwnResults results_;
-    FileWarnings warnings_;  // of the file that the run is at
+    std::vector<Hit> hits_;         // of the file that the run is at
+    std::int64_t hitsLeftOut_ = 0;  // those of it that are not among them
+    FileWarnings warnings_;         // of the file that the run is at
 };
 
 }  // namespace tessarine::batch

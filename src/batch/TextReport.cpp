@@ -12,6 +12,7 @@
 #include "model/Project.h"
 #include "model/SearchLocations.h"
 #include "report/FileReport.h"
+#include "report/HitText.h"
 
 namespace tessarine::batch
 {
@@ -22,6 +23,10 @@ namespace
 constexpr std::string_view red = "\x1b[31m";
 constexpr std::string_view green = "\x1b[32m";
 constexpr std::string_view bold = "\x1b[1m";
+constexpr std::string_view cyan = "\x1b[36m";
+constexpr std::string_view boldRed = "\x1b[1;31m";
+constexpr std::string_view struckRed = "\x1b[9;31m";
+constexpr std::string_view boldGreen = "\x1b[1;32m";
 
 /// Character cells of a UTF-8 text, counting a code point as one.
 std::size_t Cells(std::string_view text)
@@ -104,7 +109,10 @@ public:
     {
         return Noted(fmt::format("Engine: {}\n", engine == Engine::PowerPoint ? "PowerPoint" : "built-in"));
     }
-    std::string OfFile(const FileReport& file) override { return Noted(LinesOf(file) + WarningLines(file.warnings)); }
+    std::string OfFile(const FileReport& file) override
+    {
+        return Noted(LinesOf(file) + HitLines(file) + WarningLines(file.warnings));
+    }
     std::string AtEnd(const RunSummary& summary) override;
     std::string OfFile(const BackupReport& file) override { return Noted(LinesOf(file) + WarningLines(file.warnings)); }
     std::string AtEnd(const BackupSummary& summary) override;
@@ -118,10 +126,13 @@ private:
     std::string FoundLines(const FileReport& file) const;
     std::string PairText(const PairReport& pair) const;
     std::string Places(const PairReport& pair) const;
+    std::string HitLines(const FileReport& file) const;
+    std::string MarkedText(const HitLine& line) const;
     std::string Painted(std::string_view text, std::string_view color) const;
     std::string Gap() const { return hasLines_ ? "\n" : ""; }
 
     bool Replaces() const { return style_.command == Command::Replace; }
+    bool TellsHits(const FileReport& file) const { return style_.hits && !file.hits.empty(); }
     bool Restores() const { return style_.command == Command::Restore; }
 
     std::string Noted(std::string lines)
@@ -164,10 +175,14 @@ std::string TextReport::LinesOf(const FileReport& file) const
 {
     if (file.status == FileStatus::NotProcessed)
         return FailedLine(file.path, file.error);
-    // Not named as a rule: most files of a large folder have no hit.
     const std::string state(StateText(file, Replaces()));
-    if (file.State() == ReportedState::Unchanged)
+    if (file.State() == ReportedState::Unchanged) {
+        // Hits that are not counted, in a find.
+        if (TellsHits(file))
+            return FileLine(file.path, "nothing counted");
+        // Not named as a rule: most files of a large folder have no hit.
         return style_.verbose || !file.warnings.empty() ? FileLine(file.path, state) : std::string();
+    }
     if (file.State() == ReportedState::CountedOnly)
         return FileLine(file.path, fmt::format("{} found, nothing could be changed", file.Occurrences())) +
                FoundLines(file);
@@ -241,6 +256,37 @@ std::string TextReport::Places(const PairReport& pair) const
         places += fmt::format("{}{} {}", places.empty() ? "" : ", ", SearchLocations[row].name, pair.counts[row]);
     }
     return places;
+}
+
+/// One line for each hit, in the order of the run, and one for those that were left out.
+std::string TextReport::HitLines(const FileReport& file) const
+{
+    if (!TellsHits(file))
+        return {};
+    std::string lines;
+    for (const Hit& hit : file.hits) {
+        const auto pair = static_cast<std::size_t>(hit.place->pair) - 1;
+        const StringView find = pair < file.pairs.size() ? StringView(file.pairs[pair].find) : StringView();
+        const std::string remark = ToUtf8(RemarkText(hit, Replaces()));
+        lines += fmt::format("    {}{}: {}\n", Painted(ToUtf8(PlaceText(hit)), cyan),
+                             remark.empty() ? remark : " (" + remark + ")", MarkedText(LineOf(hit, find)));
+    }
+    return lines + (file.hitsLeftOut > 0 ? fmt::format("    and {} more\n", file.hitsLeftOut) : std::string());
+}
+
+/// A hit in the text around it: marked by colors, or "[old -> new]" without any.
+std::string TextReport::MarkedText(const HitLine& line) const
+{
+    const std::string found = ToUtf8(line.found);
+    const std::string becomes = ToUtf8(line.becomes.value_or(String()));
+    std::string hit;
+    if (!style_.colors)
+        hit = line.becomes ? fmt::format("[{} -> {}]", found, becomes) : fmt::format("[{}]", found);
+    else if (!line.becomes)
+        hit = Painted(found, boldRed);
+    else
+        hit = Painted(found, struckRed) + (becomes.empty() ? becomes : Painted(becomes, boldGreen));
+    return ToUtf8(line.before) + hit + ToUtf8(line.after);
 }
 
 std::string TextReport::Painted(std::string_view text, std::string_view color) const

@@ -92,6 +92,9 @@ TEST(CommandLine, DefaultsAreThoseOfTheHelp)
     EXPECT_EQ(call.restartAfter, 0);
     EXPECT_EQ(call.format, nullptr);
     EXPECT_EQ(call.engine, std::nullopt);
+    EXPECT_EQ(call.context, 60);
+    EXPECT_EQ(call.maxHits, 1000);
+    EXPECT_FALSE(call.show);
     EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
     EXPECT_FALSE(call.inPlace || call.inPlaceLinks || call.follow || call.anyBackup);
     EXPECT_EQ(call.backupNaming, BackupNaming::First);
@@ -202,6 +205,19 @@ TEST(CommandLine, AReplaceMayWriteInPlace)
     EXPECT_TRUE(SaveTermsOf(call).inPlaceWhereNotKept && SaveTermsOf(call).inPlaceWhereFolderIsClosed);
     EXPECT_FALSE(SaveTermsOf(call).inPlaceLinks);
     EXPECT_TRUE(SaveTermsOf(links).inPlaceLinks && !SaveTermsOf(links).inPlaceWhereNotKept);
+}
+
+TEST(CommandLine, AReportMayShowHits)
+{
+    const BatchCall found =
+        CallOf({"find", "--find", "a", "--show", "--context", "0", "--max-hits=9223372036854775807", "x"});
+    const BatchCall ofJob = CallOf({"run", "j.tsq", "--context=1000", "--max-hits", "0", "--show"});
+
+    EXPECT_TRUE(found.show && ofJob.show);
+    EXPECT_EQ(found.context, 0);
+    EXPECT_EQ(ofJob.context, 1000);
+    EXPECT_EQ(found.maxHits, std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(ofJob.maxHits, 0);
 }
 
 TEST(CommandLine, ARunTakesAJobAndPathsInItsPlace)
@@ -341,6 +357,23 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCall{"EngineOfARestore", {"restore", "--engine", "builtin", "x"}, "is not an option of restore"},
         InvalidCall{"RestartAfterNone", {"find", "--find", "a", "--restart-after", "0", "x"}, "from 1 up"},
         InvalidCall{"RestartAfterTooMany", {"find", "--find", "a", "--restart-after", "2147483648", "x"}, "from 1 up"},
+        InvalidCall{"ContextBelowZero",
+                    {"find", "--find", "a", "--show", "--context", "-1", "x"},
+                    "--context: \"-1\" is not a whole number from 0 to 1000"},
+        InvalidCall{"ContextTooLong", {"find", "--find", "a", "--show", "--context", "1001", "x"}, "from 0 to 1000"},
+        InvalidCall{"ContextOfText", {"find", "--find", "a", "--show", "--context", "6o", "x"}, "from 0 to 1000"},
+        InvalidCall{"ContextEmpty", {"find", "--find", "a", "--show", "--context=", "x"}, "from 0 to 1000"},
+        InvalidCall{"ContextAlone", {"find", "--find", "a", "--context", "9", "x"}, "--context needs --show"},
+        InvalidCall{"ContextOfARestore", {"restore", "--context", "9", "x"}, "--context is not an option of restore"},
+        InvalidCall{"MaxHitsBelowZero",
+                    {"find", "--find", "a", "--show", "--max-hits", "-1", "x"},
+                    "--max-hits: \"-1\" is not a whole number from 0 up"},
+        InvalidCall{
+            "MaxHitsTooMany", {"find", "--find", "a", "--show", "--max-hits", "9223372036854775808", "x"}, "from 0 up"},
+        InvalidCall{"MaxHitsAlone", {"run", "--max-hits", "9", "j.tsq"}, "--max-hits needs --show"},
+        InvalidCall{"ShowInAJob",
+                    {"job", "make", "--find", "a", "--with", "b", "--show", "-o", "j.tsq", "x"},
+                    "--show is not an option of job make"},
         InvalidCall{"EmptyPattern", {"find", "--find", "a", "--pattern", ";", "x"}, "the pattern is empty"},
         InvalidCall{"BrokenPattern", {"find", "--find", "a", "--pattern", "[a.ppt", "x"}, "is not a pattern"},
         InvalidCall{"NoPath", {"find", "--find", "a"}, "no file or folder is named"},

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "batch/ReportFormats.h"
@@ -138,6 +139,95 @@ TEST(JsonReport, NamesTheEngineInTheSummaryAlone)
     EXPECT_EQ(report->AtEnd(summary),
               R"({"summary":{"engine":"powerpoint","files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0}})"
               "\n");
+}
+
+/// The hits of a file, as a report of this command tells them.
+std::string HitsOf(const std::vector<Hit>& hits, Command command = Command::Find)
+{
+    const std::string line = CreateJsonReport(ShowingStyleOf(command))->OfFile(FileWithHits(hits));
+    const std::size_t begin = line.find("\"hits\":");
+    return line.substr(begin, line.rfind(",\"warnings\"") - begin);
+}
+
+TEST(JsonReport, TellsAHitWithItsPlaceAndText)
+{
+    EXPECT_EQ(HitsOf({ShapeHit()}),
+              R"("hits":[{"pair":1,"location":"shapes","slide":3,"slideTitle":"Plan","shape":2,"shapeName":"Text 1",)"
+              R"("paragraph":2,"position":5,"length":8,"before":"ask ","text":"FABRIKAM","after":" about"}])");
+}
+
+TEST(JsonReport, LeavesOutWhatAHitDoesNotTell)
+{
+    EXPECT_EQ(HitsOf({ValueHit({.location = Location::Links, .pair = 2}, u"", u"")}),
+              R"("hits":[{"pair":2,"location":"links","position":1,"length":0,"before":"","text":"","after":""}])");
+}
+
+TEST(JsonReport, TellsThePlacesOfAllKindsOfHits)
+{
+    const std::string rest = R"("position":1,"length":1,"before":"","text":"x","after":""})";
+
+    EXPECT_EQ(
+        HitsOf(
+            {ValueHit({.location = Location::SlideMasterPerSlide, .pair = 1, .design = u"Office"}, u"", u"x"),
+             ValueHit({.location = Location::CustomProperties, .pair = 1, .property = u"Client"}, u"", u"x"),
+             ValueHit({.location = Location::NotesMaster, .pair = 1, .headerFooter = HitPlace::HeaderFooter::Header},
+                      u"", u"x"),
+             ValueHit(
+                 {.location = Location::Footer, .pair = 1, .slide = 1, .headerFooter = HitPlace::HeaderFooter::Footer},
+                 u"", u"x"),
+             ValueHit({.location = Location::HyperlinkAddresses, .pair = 1, .slide = 1, .hyperlink = 2}, u"", u"x")}),
+        R"("hits":[{"pair":1,"location":"master-per-slide","design":"Office",)" + rest +
+            R"(,{"pair":1,"location":"custom-properties","property":"Client",)" + rest +
+            R"(,{"pair":1,"location":"notes-master","headerFooter":"header",)" + rest +
+            R"(,{"pair":1,"location":"footer","slide":1,"headerFooter":"footer",)" + rest +
+            R"(,{"pair":1,"location":"hyperlinks","slide":1,"hyperlink":2,)" + rest + "]");
+}
+
+TEST(JsonReport, TellsWhatAHitBecomesAndWhatIsUnusual)
+{
+    Hit hit = ValueHit({.location = Location::Footer, .pair = 1}, u"", u"x");
+    hit.isCutBefore = hit.isCutAfter = true;
+    hit.isCounted = false;
+    const Hit stays = hit;
+    hit.becomes = u"y";
+    const std::string rest =
+        R"({"pair":1,"location":"footer","position":1,"length":1,"before":"","text":"x","after":"",)"
+        R"("cutBefore":true,"cutAfter":true,)";
+
+    EXPECT_EQ(HitsOf({hit, stays}, Command::Replace), R"("hits":[)" + rest + R"("becomes":"y","counted":false},)" +
+                                                          rest + R"("becomes":null,"counted":false}])");
+    EXPECT_EQ(HitsOf({stays}), R"("hits":[)" + rest + R"("counted":false}])");
+}
+
+TEST(JsonReport, KeepsTheTextsOfHitsAsTheyAre)
+{
+    EXPECT_THAT(HitsOf({ValueHit({.location = Location::Links}, u"\v\u202E", u"😀", u"\"\x1B")}),
+                testing::HasSubstr("\"before\":\"\\u000b\u202E\",\"text\":\"😀\",\"after\":\"\\\"\\u001b\""));
+}
+
+TEST(JsonReport, TellsHowManyHitsWereLeftOut)
+{
+    FileReport file = FileWithHits({});
+    file.hitsLeftOut = 12;
+
+    EXPECT_THAT(CreateJsonReport(ShowingStyleOf(Command::Find))->OfFile(file),
+                testing::HasSubstr(R"("hits":[],"hitsLeftOut":12,"warnings":[]})"));
+}
+
+TEST(JsonReport, GivesAFailedFileNoHits)
+{
+    EXPECT_EQ(CreateJsonReport(ShowingStyleOf(Command::Find))->OfFile(FailedFile(u"a.pptx", u"damaged")),
+              R"({"file":"a.pptx","status":0,"state":"failed","error":"damaged","items":[],"hits":[],"warnings":[]})"
+              "\n");
+}
+
+TEST(JsonReport, TellsHitsOnlyWhereTheyAreAskedFor)
+{
+    FileReport file = FileWithHits({ShapeHit()});
+    file.hitsLeftOut = 12;
+
+    EXPECT_EQ(JsonOf(file), JsonOf(FileWithHits({})));
+    EXPECT_THAT(JsonOf(file), testing::Not(testing::HasSubstr("hits")));
 }
 
 }  // namespace

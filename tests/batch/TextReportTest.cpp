@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "batch/ReportFormats.h"
@@ -180,6 +181,104 @@ TEST(TextReport, BeginsWithTheEngineAndSetsTheSummaryOffFromIt)
     EXPECT_EQ(report->AtStart(Engine::PowerPoint), "Engine: PowerPoint\n");
     EXPECT_EQ(report->AtEnd(RunSummary()), "\n0 files: 0 with hits, 0 without, 0 failed; 0 occurrences found\n");
     EXPECT_EQ(CreateTextReport(finding)->AtStart(Engine::BuiltIn), "Engine: built-in\n");
+}
+
+TEST(TextReport, ShowsEachHitUnderThePairsOfItsFile)
+{
+    FileReport file =
+        FileWithHits({ShapeHit(), ValueHit({.location = Location::BuiltinProperies, .pair = 1, .property = u"Title"},
+                                           u"", u"Fabrikam", u" in 2023")});
+    file.warnings = {u"odd"};
+
+    EXPECT_EQ(TextOf(file, ShowingStyleOf(Command::Find)),
+              "a.pptx: 1 found\n"
+              "    \"Fabrikam\"  slides 1\n"
+              "    slide 3 \"Plan\", shape 2 \"Text 1\", paragraph 2: ask [FABRIKAM] about\n"
+              "    property \"Title\": [Fabrikam] in 2023\n"
+              "    warning: odd\n");
+    EXPECT_EQ(TextOf(file, finding),
+              "a.pptx: 1 found\n"
+              "    \"Fabrikam\"  slides 1\n"
+              "    warning: odd\n");
+}
+
+TEST(TextReport, ShowsWhatAHitBecomes)
+{
+    Hit replaced = ShapeHit();
+    replaced.becomes = u"Contoso";
+    Hit deleted = ShapeHit();
+    deleted.becomes = u"";
+
+    EXPECT_EQ(TextOf(FileWithHits({replaced, deleted, ShapeHit()}), ShowingStyleOf(Command::Replace)),
+              "a.pptx: changed, 1 replaced\n"
+              "    \"Fabrikam\" -> \"Contoso\"  slides 1\n"
+              "    slide 3 \"Plan\", shape 2 \"Text 1\", paragraph 2: ask [FABRIKAM -> Contoso] about\n"
+              "    slide 3 \"Plan\", shape 2 \"Text 1\", paragraph 2: ask [FABRIKAM -> ] about\n"
+              "    slide 3 \"Plan\", shape 2 \"Text 1\", paragraph 2 (stays as it is): ask [FABRIKAM] about\n");
+}
+
+TEST(TextReport, MarksHitsByColorsOnATerminal)
+{
+    Hit replaced = ShapeHit();
+    replaced.becomes = u"Contoso";
+    Hit deleted = ShapeHit();
+    deleted.becomes = u"";
+    const std::string place = "    \x1b[36mslide 3 \"Plan\", shape 2 \"Text 1\", paragraph 2\x1b[0m";
+    const std::string found = TextOf(FileWithHits({ShapeHit()}), ShowingStyleOf(Command::Find, true));
+    const std::string changed =
+        TextOf(FileWithHits({replaced, deleted, ShapeHit()}), ShowingStyleOf(Command::Replace, true));
+
+    EXPECT_THAT(found, testing::EndsWith(place + ": ask \x1b[1;31mFABRIKAM\x1b[0m about\n"));
+    EXPECT_THAT(changed,
+                testing::EndsWith(place + ": ask \x1b[9;31mFABRIKAM\x1b[0m\x1b[1;32mContoso\x1b[0m about\n" +  //
+                                  place + ": ask \x1b[9;31mFABRIKAM\x1b[0m about\n" +                          //
+                                  place + " (stays as it is): ask \x1b[1;31mFABRIKAM\x1b[0m about\n"));
+}
+
+TEST(TextReport, SaysHowManyHitsWereLeftOut)
+{
+    FileReport file = FileWithHits({ShapeHit()});
+    file.hitsLeftOut = 12;
+
+    EXPECT_THAT(TextOf(file, ShowingStyleOf(Command::Find)), testing::EndsWith(" about\n    and 12 more\n"));
+    EXPECT_THAT(TextOf(file, finding), testing::Not(testing::HasSubstr("more")));
+}
+
+TEST(TextReport, ShowsHitsThatAreNotCounted)
+{
+    Hit hit = ValueHit({.location = Location::Footer, .slide = 1, .headerFooter = HitPlace::HeaderFooter::Footer},
+                       u"(c) ", u"Fabrikam");
+    hit.isCounted = false;
+    FileReport file{u"a.pptx", FileStatus::NothingCounted, {}, {Pair(u"Fabrikam", u"Contoso", 0, 0)}};
+    file.hits = {hit};
+    FileReport changed = file;
+    changed.hasNewContent = true;
+    changed.hits[0].becomes = u"Contoso";
+
+    EXPECT_EQ(TextOf(file, ShowingStyleOf(Command::Find)),
+              "a.pptx: nothing counted\n"
+              "    slide 1, footer (not counted): (c) [Fabrikam]\n");
+    EXPECT_EQ(TextOf(changed, ShowingStyleOf(Command::Replace)),
+              "a.pptx: changed, nothing counted\n"
+              "    slide 1, footer (not counted): (c) [Fabrikam -> Contoso]\n");
+}
+
+TEST(TextReport, ShowsThePairsTextForAHitWithoutItsOwn)
+{
+    Hit hit = ShapeHit();
+    hit.text.clear();
+
+    EXPECT_THAT(TextOf(FileWithHits({hit}), ShowingStyleOf(Command::Find)), testing::HasSubstr("ask [Fabrikam] about"));
+}
+
+TEST(TextReport, KeepsHitsHarmless)
+{
+    Hit hit = ShapeHit();
+    hit.before = u"\x1B]0;x\a\v";
+    hit.after = u"\u202E\n";
+
+    EXPECT_THAT(TextOf(FileWithHits({hit}), ShowingStyleOf(Command::Find)),
+                testing::EndsWith(": \\x1B]0;x\\x07 [FABRIKAM]\\u202E \n"));
 }
 
 }  // namespace
