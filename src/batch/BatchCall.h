@@ -52,6 +52,7 @@ struct BatchCall {
     bool inPlace = false;           ///< Files are written into where a new file could not have all that is theirs.
     bool inPlaceLinks = false;      ///< Files with several names are written into, so that all names stay together.
     bool skipSigned = false;        ///< Files with a digital signature are not changed.
+    bool dryRun = false;            ///< A replace goes all its way but writes nothing.
     bool keepDate = false;          ///< Files get their old dates back.
     bool readOnly = false;          ///< Read-only files are processed as well.
     String revision;                ///< Name of the custom property; empty = no revision number.

@@ -57,7 +57,7 @@ void NoteSkippedLinks(std::int64_t count, Output& output)
 class BackupsOfRun
 {
 public:
-    BackupsOfRun(Project& project, BackupNaming naming) : project_(project), backups_(naming)
+    BackupsOfRun(Project& project, BackupNaming naming, bool isDryRun) : project_(project), backups_(naming, isDryRun)
     {
         // An event has no way to take a receiver back; a project has one run here.
         project_.BeforFileProcess += [this](const String& path) { backups_.Remember(path); };
@@ -76,11 +76,12 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
               CollectedFiles collected, EngineOfRun& engine, Output& output)
 {
     std::vector<JobFile>& files = collected.files;
+    project.IsDryRun = call.dryRun;
     const bool replaces = call.command == Command::Replace;
     std::optional<BackupsOfRun> backups;
     // The run would make backups of its own before it opens a file, in a find too, and over those that are there.
     if (std::exchange(project.options->BackupMode, false) && replaces) {
-        backups.emplace(project, call.backupNaming);
+        backups.emplace(project, call.backupNaming, call.dryRun);
         if (call.backupNaming == BackupNaming::First)
             RefuseSharedBackups(files);
     }

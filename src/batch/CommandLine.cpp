@@ -223,6 +223,8 @@ void CheckSavedRun(const BatchCall& call)
 {
     if (call.replacesOfJob)
         return;
+    if (call.dryRun)
+        Refuse("--dry-run needs --replace: a run that only finds changes no file");
     if (call.backup)
         Refuse("--backup needs --replace: a run that only finds changes no file");
     if (call.skipSigned)

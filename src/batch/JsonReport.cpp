@@ -150,6 +150,7 @@ public:
                              {"replace", ToUtf8(pair.replace)},
                              {"counts", CountsOf(pair, style_.setting)}});
         Json line{{"file", ToUtf8(file.path)}};
+        PutUnless(line, "dryRun", style_.dryRun, false);
         line.update({{"status", file.status},
                      {"state", StateText(file, Replaces())},
                      {"error", ToUtf8(file.error)},
@@ -167,6 +168,7 @@ public:
         auto numbers = Json::object();
         if (summary.engine)
             numbers["engine"] = NameOf(*summary.engine);
+        PutUnless(numbers, "dryRun", style_.dryRun, false);
         numbers["files"] = summary.files;
         numbers["changed"] = summary.changed;
         // Like skipped links: most runs have none of them.

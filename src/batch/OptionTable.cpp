@@ -183,10 +183,13 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 31> rows{{
+const std::array<OptionRow, 32> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
+    {"--dry-run", "", false, Only(Command::Replace) | Only(Command::Run), "What to do",
+     "Report what a replace would do, and write nothing: no file, no backup, no date.",
+     [](OptionValues& values, const std::string&) { values.call.dryRun = true; }},
 
     {"--find", "TEXT", true, DescribesJob, "What to look for",
      "Text to look for, taken literally. Repeat it for several texts.", TakeFind},

@@ -26,6 +26,7 @@ struct ReportStyle {
     bool verbose = false;             ///< Unchanged files get a line too, in a report for people.
     bool colors = false;              ///< Standard output takes colors.
     bool hits = false;                ///< The hits of a file are told.
+    bool dryRun = false;              ///< The replace that is reported has written nothing.
 };
 
 /// What a command says of its files, in one format; ReportFormats.h lists the formats.

@@ -14,7 +14,7 @@ const ReportFormat* ReportFormatNamed(std::string_view name)
 std::unique_ptr<Report> CreateReport(const BatchCall& call, bool colors)
 {
     const ReportFormat& format = call.format ? *call.format : ReportFormats.front();
-    return format.create({call.command, call.setting, call.verbose, colors, call.show});
+    return format.create({call.command, call.setting, call.verbose, colors, call.show, call.dryRun});
 }
 
 }  // namespace tessarine::batch

@@ -38,7 +38,7 @@ struct RunBackups::Target {
     String PathOf(const String& name) const { return String(FolderOf(StringView(backup))) + name; }
 };
 
-RunBackups::RunBackups(BackupNaming naming) : naming_(naming) {}
+RunBackups::RunBackups(BackupNaming naming, bool isDryRun) : naming_(naming), isDryRun_(isDryRun) {}
 
 void RunBackups::Remember(const String& path)
 {
@@ -119,6 +119,8 @@ void RunBackups::MakeNumbered(const Target& target)
 
 void RunBackups::Copy(const Target& target, const String& name)
 {
+    if (isDryRun_)
+        return;
     const String backup = target.PathOf(name);
     String notRecorded;
     const auto complete = [&](const CopiedContent& content) {

@@ -17,7 +17,8 @@ namespace tessarine::batch
 class RunBackups
 {
 public:
-    explicit RunBackups(BackupNaming naming);
+    /// A dry run makes no backup, and raises and warns as a run that makes them does.
+    explicit RunBackups(BackupNaming naming, bool isDryRun = false);
 
     /// To be called for each file before the run touches it: its mode is that of its backup. Never raises.
     void Remember(const String& path);
@@ -39,6 +40,7 @@ private:
     void Copy(const Target& target, const String& name);
 
     BackupNaming naming_;
+    bool isDryRun_;
     String rememberedPath_;
     FileAttributes remembered_;
     String folderPath_;

@@ -133,6 +133,8 @@ private:
 
     bool Replaces() const { return style_.command == Command::Replace; }
     bool TellsHits(const FileReport& file) const { return style_.hits && !file.hits.empty(); }
+    /// "changed", or of a dry run "would be changed".
+    std::string Done(const std::string& word) const { return style_.dryRun ? "would be " + word : word; }
     bool Restores() const { return style_.command == Command::Restore; }
 
     std::string Noted(std::string lines)
@@ -151,10 +153,12 @@ std::string TextReport::AtEnd(const RunSummary& summary)
     // Most runs have none of them.
     const std::string countedOnly =
         summary.countedOnly > 0 ? fmt::format("{} with nothing to change, ", summary.countedOnly) : std::string();
-    return Gap() + fmt::format("{}: {} {}, {}{} {}, {} failed; {} {}\n", Counted(summary.files, "file"),
-                               summary.changed, Replaces() ? "changed" : "with hits", countedOnly, summary.unchanged,
-                               Replaces() ? "unchanged" : "without", summary.failed,
-                               Counted(summary.occurrences, "occurrence"), Replaces() ? "replaced" : "found");
+    return Gap() +
+           fmt::format("{}: {} {}, {}{} {}, {} failed; {} {}\n", Counted(summary.files, "file"), summary.changed,
+                       Replaces() ? Done("changed") : "with hits", countedOnly, summary.unchanged,
+                       Replaces() ? "unchanged" : "without", summary.failed, Counted(summary.occurrences, "occurrence"),
+                       Replaces() ? Done("replaced") : "found") +
+           (style_.dryRun ? "Dry run: nothing was written\n" : "");
 }
 
 std::string TextReport::AtEnd(const BackupSummary& summary)
@@ -188,10 +192,10 @@ std::string TextReport::LinesOf(const FileReport& file) const
                FoundLines(file);
     // A footer and a revision number are changed without a count.
     if (file.status == FileStatus::NothingCounted)
-        return FileLine(file.path, Painted(state + ", nothing counted", green));
+        return FileLine(file.path, Painted(Done(state) + ", nothing counted", green));
 
-    const std::string count = fmt::format("{} {}", file.Occurrences(), Replaces() ? "replaced" : "found");
-    return FileLine(file.path, Painted(Replaces() ? state + ", " + count : count, green)) + FoundLines(file);
+    const std::string count = fmt::format("{} {}", file.Occurrences(), Replaces() ? Done("replaced") : "found");
+    return FileLine(file.path, Painted(Replaces() ? Done(state) + ", " + count : count, green)) + FoundLines(file);
 }
 
 std::string TextReport::LinesOf(const BackupReport& file) const

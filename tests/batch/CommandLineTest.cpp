@@ -94,7 +94,7 @@ TEST(CommandLine, DefaultsAreThoseOfTheHelp)
     EXPECT_EQ(call.engine, std::nullopt);
     EXPECT_EQ(call.context, 60);
     EXPECT_EQ(call.maxHits, 1000);
-    EXPECT_FALSE(call.show);
+    EXPECT_FALSE(call.show || call.dryRun);
     EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
     EXPECT_FALSE(call.inPlace || call.inPlaceLinks || call.follow || call.anyBackup);
     EXPECT_EQ(call.backupNaming, BackupNaming::First);
@@ -218,6 +218,12 @@ TEST(CommandLine, AReportMayShowHits)
     EXPECT_EQ(ofJob.context, 1000);
     EXPECT_EQ(found.maxHits, std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(ofJob.maxHits, 0);
+}
+
+TEST(CommandLine, AReplaceMayBeTriedDry)
+{
+    EXPECT_TRUE(CallOf({"replace", "--find", "a", "--with", "b", "--backup", "--dry-run", "x"}).dryRun);
+    EXPECT_TRUE(CallOf({"run", "j.tsq", "--replace", "--dry-run"}).dryRun);
 }
 
 TEST(CommandLine, ARunTakesAJobAndPathsInItsPlace)
@@ -374,6 +380,8 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCall{"ShowInAJob",
                     {"job", "make", "--find", "a", "--with", "b", "--show", "-o", "j.tsq", "x"},
                     "--show is not an option of job make"},
+        InvalidCall{"DryFind", {"find", "--find", "a", "--dry-run", "x"}, "--dry-run is not an option of find"},
+        InvalidCall{"DryRunThatFinds", {"run", "--dry-run", "j.tsq"}, "--dry-run needs --replace"},
         InvalidCall{"EmptyPattern", {"find", "--find", "a", "--pattern", ";", "x"}, "the pattern is empty"},
         InvalidCall{"BrokenPattern", {"find", "--find", "a", "--pattern", "[a.ppt", "x"}, "is not a pattern"},
         InvalidCall{"NoPath", {"find", "--find", "a"}, "no file or folder is named"},

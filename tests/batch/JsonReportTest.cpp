@@ -230,5 +230,23 @@ TEST(JsonReport, TellsHitsOnlyWhereTheyAreAskedFor)
     EXPECT_THAT(JsonOf(file), testing::Not(testing::HasSubstr("hits")));
 }
 
+TEST(JsonReport, TellsADryRunFromARealOne)
+{
+    ReportStyle style = StyleOf(Command::Replace);
+    style.dryRun = true;
+    RunSummary summary;
+    summary.engine = Engine::BuiltIn;
+    summary.Add(FileWithHits({}));
+
+    EXPECT_EQ(CreateJsonReport(style)->OfFile(FileWithHits({})),
+              R"({"file":"a.pptx","dryRun":true,"status":1,"state":"changed","error":"","items":[)"
+              R"({"find":"Fabrikam","replace":"Contoso","counts":{"slides":1,"notes":0}}],"warnings":[]})"
+              "\n");
+    EXPECT_EQ(CreateJsonReport(style)->AtEnd(summary),
+              R"({"summary":{"engine":"builtin","dryRun":true,"files":1,"changed":1,"unchanged":0,"failed":0,)"
+              R"("occurrences":1}})"
+              "\n");
+}
+
 }  // namespace
 }  // namespace tessarine::batch

@@ -281,5 +281,32 @@ TEST(TextReport, KeepsHitsHarmless)
                 testing::EndsWith(": \\x1B]0;x\\x07 [FABRIKAM]\\u202E \n"));
 }
 
+TEST(TextReport, SaysWhatADryRunWouldDo)
+{
+    ReportStyle style = StyleOf(Command::Replace, true);
+    style.dryRun = true;
+    FileReport footer{u"b.pptx", FileStatus::NothingCounted, {}, {Pair(u"2", u"7", 0, 0)}};
+    footer.hasNewContent = true;
+    FileReport counted{u"c.pptx", FileStatus::Counted, {}, {Pair(u"2", u"7", 3, 0)}};
+    counted.hasNewContent = false;
+    const FileReport unchanged{u"d.pptx", FileStatus::NothingCounted, {}, {Pair(u"2", u"7", 0, 0)}};
+    RunSummary summary;
+    for (const FileReport& file : {FileWithHits({}), footer, counted, unchanged})
+        summary.Add(file);
+
+    EXPECT_EQ(TextOf(FileWithHits({}), style),
+              "a.pptx: would be changed, 1 would be replaced\n"
+              "    \"Fabrikam\" -> \"Contoso\"  slides 1\n");
+    EXPECT_EQ(TextOf(footer, style), "b.pptx: would be changed, nothing counted\n");
+    EXPECT_EQ(TextOf(counted, style),
+              "c.pptx: 3 found, nothing could be changed\n"
+              "    \"2\" -> \"7\"  slides 3\n");
+    EXPECT_EQ(TextOf(unchanged, style), "d.pptx: unchanged\n");
+    EXPECT_EQ(CreateTextReport(style)->AtEnd(summary),
+              "4 files: 2 would be changed, 1 with nothing to change, 1 unchanged, 0 failed; "
+              "1 occurrence would be replaced\n"
+              "Dry run: nothing was written\n");
+}
+
 }  // namespace
 }  // namespace tessarine::batch
