@@ -1,6 +1,7 @@
 #include <QPointer>
 
 #include "engine/CounterStatuses.h"
+#include "engine/Hit.h"
 #include "log/Treatments.h"
 #include "model/Project.h"
 #include "ui/main/frmMain.h"
@@ -52,6 +53,10 @@ void frmMain::ReceiveEvents()
     mProject->ProcessCancel += [self] {
         if (self)
             self->mProject_ProcessCancel();
+    };
+    mProject->HitFound = [self](const Hit& hit) {
+        if (self)
+            self->runWatch_.HitFound(hit);
     };
     mProject->FailurePassedOver = [self](const String&, const Failure& failure) {
         if (self)

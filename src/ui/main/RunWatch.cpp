@@ -8,6 +8,7 @@
 #include "log/Treatments.h"
 #include "model/Project.h"
 #include "platform/CheckedInteger.h"
+#include "report/WithoutPath.h"
 #include "shell/TaskbarProgress.h"
 #include "ui/main/ProcessingText.h"
 #include "ui/main/StartCommand.h"
@@ -30,6 +31,7 @@ void RunWatch::Prepare(QWidget& owner, const Project& project, std::int16_t runI
     window.IsComplited = false;
     window.ForgetFailures();
     const bool isCounted = NotNull(project.options)->RequiredFindAndReplaceCount;
+    window.Hits().BeginRun({mRunIndex == StartCommand::Replacing, isCounted});
     window.SetChangesMade(ProcessingText(mRunIndex == StartCommand::Replacing ? u"lblChangesMade.Caption3"
                                          : isCounted                          ? u"lblChangesMade.Caption2"
                                                                               : u"lblChangesMade.Caption5"));
@@ -68,8 +70,16 @@ void RunWatch::FileBegins(const String& path)
     mFilesProcessed = CheckedSum(mFilesProcessed, 1);
     currentFile_ = path;
     passedOver_.reset();
-    if (auto* const window = frmProcessingDocuments::Loaded())
+    if (auto* const window = frmProcessingDocuments::Loaded()) {
+        window->Hits().Forget();  // of a file before that got no result
         window->SetDocChanged(ProcessingText(u"lblDocChanged.caption", mFilesProcessed, mTotalFiles, path));
+    }
+}
+
+void RunWatch::HitFound(const Hit& hit)
+{
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        window->Hits().Take(hit);
 }
 
 void RunWatch::FailurePassedOver(const Failure& failure)
@@ -81,15 +91,27 @@ void RunWatch::TakeResult(const std::shared_ptr<CounterStatuses>& vStatus, const
 {
     // A file's own result shows its failure in a tree. A failure from before the first file concerns all files and is
     // in no tree.
-    if (results_.Take(vStatus) && !currentFile_.empty())
+    const bool isOwn = results_.Take(vStatus) && !currentFile_.empty();
+    if (isOwn)
         passedOver_.reset();
     TellOfHiddenFailure(project);
-    if (!warnings_)
-        return;
-    fileWarnings_ = warnings_->Take();
+    fileWarnings_ = warnings_ ? warnings_->Take() : std::vector<String>();
     // The tree is gone with the window; the log stays.
     for (const String& text : fileWarnings_)
         WriteErrorLog(currentFile_ + u": " + text);
+    if (isOwn)
+        Store(*vStatus);
+}
+
+void RunWatch::Store(const CounterStatuses& status)
+{
+    auto* const window = frmProcessingDocuments::Loaded();
+    if (window == nullptr)
+        return;
+    FileReport report = ReportOf(currentFile_, status);
+    for (const String& warning : fileWarnings_)
+        report.warnings.push_back(WithoutPath(warning, currentFile_));
+    hits_ = window->Hits().Add(std::move(report));
 }
 
 /// What no tree shows: the run reports nothing for such a file, or the result of the file before, or leaves at it. What

@@ -9,6 +9,7 @@
 #include "platform/String.h"
 #include "run/FileWarnings.h"
 #include "run/OwnResults.h"
+#include "ui/run/HitStore.h"
 
 class QWidget;
 
@@ -27,6 +28,7 @@ class ResultTree;
 ///   Prepare
 ///   Begin
 ///       FileBegins                 for each file;
+///       HitFound                   for each hit of the file;
 ///       FailurePassedOver          for each failure that the run goes on after;
 ///       TakeResult, Step, Show     for each report of a file
 ///   Cancelled                      when the user has asked for a cancel
@@ -50,6 +52,9 @@ public:
     /// Raises `Overflow` when the files no longer fit.
     void FileBegins(const String& path);
 
+    /// The processing window keeps it until the file's own result tells whether it counts.
+    void HitFound(const Hit& hit);
+
     /// The run goes on after a failure. It belongs to the file begun last, or to all files when none has begun.
     void FailurePassedOver(const Failure& failure);
 
@@ -72,6 +77,7 @@ public:
 private:
     void PutRunGoing(bool isRunGoing);  // here and in the processing window
     void TellOfHiddenFailure(const Project& project);
+    void Store(const CounterStatuses& status);     // the current file's own result, with its hits
     String ChangesMadeKey(bool isReqCount) const;  // of the running total
 
     bool isRunGoing_ = false;
@@ -85,6 +91,7 @@ private:
     OwnResults results_;
     std::unique_ptr<FileWarnings> warnings_;  // while a run is going
     std::vector<String> fileWarnings_;        // of the file reported last
+    StoredHits hits_;                         // of the last file with a result of its own
 };
 
 }  // namespace tessarine

@@ -18,6 +18,8 @@ public:
     /// The number of a text, a new one when it was not there.
     Number Add(const String& text);
 
+    Number Count() const { return static_cast<Number>(texts_.size()); }  ///< Numbers go up to here, from 0.
+
     /// The text under a number that Add gave. It stays where it is for as long as this object lives.
     const String& operator[](Number number) const { return *texts_[number]; }
 

@@ -266,6 +266,7 @@ void frmProcessingDocuments::FileNotOpened(const String& path, const Failure& fa
         return;
     WriteErrorLog(u"Error " + FromUtf8(std::to_string(failure.number)) + u" (" + failure.description + u") in file " +
                   path);
+    hits_.Add(FailedFile(path, failure.Reason()));
     ShowFailures();
 }
 

@@ -11,6 +11,7 @@
 #include "engine/CounterStatuses.h"
 #include "platform/Failure.h"
 #include "run/TimerX.h"
+#include "ui/run/HitStore.h"
 
 class QFrame;
 class QLabel;
@@ -70,8 +71,8 @@ public:
     /// The tree for a result. Null for a status that has none. Raises `ObjectNotSet` when there is no result.
     ResultTree* TreeOf(const std::shared_ptr<CounterStatuses>& vStatus) const;
 
-    /// Counts a file that could not be opened, once, in a line that appears with the first of them, and logs the file
-    /// and the reason.
+    /// Counts a file that could not be opened, once, in a line that appears with the first of them, logs the file and
+    /// the reason, and reports it to the hits as failed.
     void FileNotOpened(const String& path, const Failure& failure);
 
     /// Tells in a line that a failure has ended the run before its last file; the progress stays where it was.
@@ -79,6 +80,9 @@ public:
 
     /// Takes the two lines away, for another run.
     void ForgetFailures();
+
+    /// What the runs told of their files, for as long as the window is loaded.
+    HitStore& Hits() { return hits_; }
 
     /// The trees of the results.
     ResultTree* const trvChangedFiles;
@@ -154,6 +158,7 @@ private:
     QPushButton* cmdCopyLog = nullptr;
     std::array<QPushButton*, 2> cmdCommand{};  // removes the backups, restores them
 
+    HitStore hits_;
     std::set<String> notOpened_;  // paths
     bool hasRunFailed_ = false;   // before its last file
     float lastX_ = 0;             // of the pointer over a tree
