@@ -52,7 +52,8 @@ void TextHits::Replaced(powerpoint::TextRange& text, std::int32_t start, const S
     const String asked = WithParagraphBreaks(with);
     hit_.becomes = asked;
     // A character that the file can't hold has become another one.
-    Skip([&] { hit_.becomes = text.TextAt(start, SizeOf(asked)).value_or(asked); });
+    if (!asked.empty())
+        Skip([&] { hit_.becomes = text.TextAt(start, SizeOf(asked)).value_or(asked); });
     Tell();
 }
 
@@ -93,6 +94,8 @@ bool TextHits::GoTo(powerpoint::TextRange& text, std::int32_t unit)
         paragraph_ = 1;
         paragraphStart_ = 0;
     }
+    if (unit == seen_)
+        return true;
     const auto passed = text.TextAt(seen_ + 1, unit - seen_);
     if (!passed || SizeOf(*passed) != unit - seen_)
         return false;

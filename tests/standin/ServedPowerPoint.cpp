@@ -37,15 +37,22 @@ Member ObjectMember(const HostReference& host, String name, const std::shared_pt
 
 template <class Element, class Serve>
 Reference<IDispatch> ServeCollection(const HostReference& host, std::string kind,
-                                     const std::shared_ptr<powerpoint::Collection<Element>>& collection, Serve serve)
+                                     const std::shared_ptr<powerpoint::Collection<Element>>& collection, Serve serve,
+                                     std::vector<Member> members = {})
 {
-    return standin::Serve(host->watch, std::move(kind), {}, [=]() -> Walk {
+    return standin::Serve(host->watch, std::move(kind), std::move(members), [=]() -> Walk {
         const std::shared_ptr<powerpoint::Enumerator<Element>> walk = collection->NewEnum();
         return [=]() -> Variant {
             const auto element = walk->Next();
             return element ? ObjectValue(serve(host, element)) : Variant();
         };
     });
+}
+
+/// A range that is asked for its text alone.
+Reference<IDispatch> ServeText(const HostReference& host, const std::optional<String>& text)
+{
+    return Serve(host->watch, "TextRange", {{u"Text", [=](const Arguments&) { return Variant(text.value_or(u"")); }}});
 }
 
 Reference<IDispatch> ServeTextRange(const HostReference& host, const std::shared_ptr<powerpoint::TextRange>& range)
@@ -68,6 +75,12 @@ Reference<IDispatch> ServeTextRange(const HostReference& host, const std::shared
                    },
                    {},
                    5},
+                  {u"Characters",
+                   [=](const Arguments& a) {
+                       return ObjectValue(ServeText(host, range->TextAt(a[0].ToInteger(), a[1].ToInteger())));
+                   },
+                   {},
+                   2},
                   IntegerMember(u"Start", range, &powerpoint::TextRange::Start)});
 }
 
@@ -89,6 +102,7 @@ Reference<IDispatch> ServeShape(const HostReference& host, const std::shared_ptr
     return Serve(host->watch, "Shape",
                  {IntegerMember(u"Type", shape, &powerpoint::Shape::Type),
                   IntegerMember(u"HasTextFrame", shape, &powerpoint::Shape::HasTextFrame),
+                  TextMember(u"Name", shape, &powerpoint::Shape::Name),
                   ObjectMember(host, u"TextFrame", shape, &powerpoint::Shape::TextFrame, ServeTextFrame),
                   ObjectMember(host, u"LinkFormat", shape, &powerpoint::Shape::LinkFormat, ServeLinkFormat)});
 }
@@ -151,10 +165,26 @@ Reference<IDispatch> ServeNotesPage(const HostReference& host, const std::shared
                  {ObjectMember(host, u"Shapes", page, &powerpoint::SlideRange::Shapes, ServeShapes)});
 }
 
+/// Those of a slide, which tell its title.
+Reference<IDispatch> ServeShapesOfSlide(const HostReference& host, const std::shared_ptr<powerpoint::Slide>& slide)
+{
+    const auto range = [=](const Arguments&) { return ObjectValue(ServeText(host, slide->Title())); };
+    const auto frame = [=](const Arguments&) {
+        return ObjectValue(Serve(host->watch, "TextFrame", {{u"TextRange", range}}));
+    };
+    const auto title = [=](const Arguments&) {
+        return ObjectValue(Serve(host->watch, "Shape", {{u"TextFrame", frame}}));
+    };
+    const auto hasTitle = [=](const Arguments&) {
+        return Variant(slide->Title().empty() ? powerpoint::msoFalse : powerpoint::msoTrue);
+    };
+    return ServeCollection(host, "Shapes", slide->Shapes(), ServeShape, {{u"HasTitle", hasTitle}, {u"Title", title}});
+}
+
 Reference<IDispatch> ServeSlide(const HostReference& host, const std::shared_ptr<powerpoint::Slide>& slide)
 {
     return Serve(host->watch, "Slide",
-                 {ObjectMember(host, u"Shapes", slide, &powerpoint::Slide::Shapes, ServeShapes),
+                 {{u"Shapes", [=](const Arguments&) { return ObjectValue(ServeShapesOfSlide(host, slide)); }},
                   ObjectMember(host, u"HeadersFooters", slide, &powerpoint::Slide::HeadersFooters, ServeHeadersFooters),
                   ObjectMember(host, u"Hyperlinks", slide, &powerpoint::Slide::Hyperlinks, ServeHyperlinks),
                   ObjectMember(host, u"NotesPage", slide, &powerpoint::Slide::NotesPage, ServeNotesPage),

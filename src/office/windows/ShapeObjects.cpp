@@ -28,6 +28,11 @@ public:
     }
 
     std::int32_t Start() override { return object_.Integer(u"Start"); }
+
+    std::optional<String> TextAt(std::int32_t Start, std::int32_t Length) override
+    {
+        return object_.Object(u"Characters", Kind, Start, Length).Text(u"Text");
+    }
 };
 
 class TextFrameObject final : public AutomatedObject<powerpoint::TextFrame>

@@ -6,8 +6,7 @@
 namespace tessarine::windows
 {
 
-/// A shape, with its text and the source of a linked object. Its name is not asked for: it is no part of what a run
-/// asks PowerPoint.
+/// A shape, with its text and the source of a linked object.
 class ShapeObject final : public AutomatedObject<powerpoint::Shape>
 {
 public:
@@ -20,6 +19,7 @@ public:
     powerpoint::TriState HasTextFrame() override { return object_.Integer(u"HasTextFrame"); }
     std::shared_ptr<powerpoint::TextFrame> TextFrame() override;
     std::shared_ptr<powerpoint::LinkFormat> LinkFormat() override;
+    String Name() override { return object_.Text(u"Name"); }
 };
 
 using ShapesObject = CollectionObject<powerpoint::Shape, ShapeObject>;

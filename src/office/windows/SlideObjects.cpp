@@ -40,6 +40,17 @@ std::shared_ptr<powerpoint::Shapes> SlideObject::Shapes()
     return Fetch<ShapesObject>(object_, u"Shapes");
 }
 
+String SlideObject::Title()
+{
+    const AutomationObject shapes = object_.Object(u"Shapes", ShapeObject::KindOfAll);
+    if (shapes.Integer(u"HasTitle") == powerpoint::msoFalse)
+        return {};
+    return shapes.Object(u"Title", ShapeObject::Kind)
+        .Object(u"TextFrame", u"TextFrame")
+        .Object(u"TextRange", u"TextRange")
+        .Text(u"Text");
+}
+
 std::shared_ptr<powerpoint::HeadersFooters> SlideObject::HeadersFooters()
 {
     return Fetch<HeadersFootersObject>(object_, u"HeadersFooters");

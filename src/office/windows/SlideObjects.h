@@ -20,6 +20,7 @@ public:
     std::shared_ptr<powerpoint::Hyperlinks> Hyperlinks() override;
     std::shared_ptr<powerpoint::SlideRange> NotesPage() override;
     std::shared_ptr<powerpoint::Design> Design() override;
+    String Title() override;
 };
 
 using SlidesObject = CollectionObject<powerpoint::Slide, SlideObject>;

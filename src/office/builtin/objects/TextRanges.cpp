@@ -42,6 +42,11 @@ public:
 
     std::int32_t Start() override { return start_; }
 
+    std::optional<String> TextAt(std::int32_t Start, std::int32_t Length) override
+    {
+        return text_->TextAt(Start, Length);
+    }
+
 private:
     std::int32_t FromStart(std::int32_t after) const
     {
