@@ -34,6 +34,8 @@ public:
 
     explicit operator bool() const { return object_ != nullptr; }
 
+    Session& SessionOf() const { return *session_; }  ///< Of an object that isn't null.
+
     /// A property, or what a method gives.
     template <class... Arguments>
     std::int32_t Integer(const char16_t* member, const Arguments&... arguments) const

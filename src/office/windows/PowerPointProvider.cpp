@@ -39,6 +39,7 @@ public:
     void UpdateLinks() override { object_.Call(u"UpdateLinks"); }
     void Save() override { object_.Call(u"Save"); }
     void Close() override { object_.Call(u"Close"); }
+    void ExpectHits() override { object_.SessionOf().asksForNames = true; }
 };
 
 class PresentationsObject final : public AutomatedObject<powerpoint::Presentations>

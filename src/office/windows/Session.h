@@ -35,6 +35,10 @@ public:
     /// the thread alone.
     DISPID IdOf(IDispatch& object, const String& kind, const String& member);
 
+    /// Whether the names of shapes are asked for. Warnings alone don't do that: a run that tells nobody of hits makes
+    /// no call that it could do without.
+    bool asksForNames = false;
+
 private:
     std::map<std::pair<String, String>, DISPID> ids_;  // used on the thread alone
     ComThread thread_;                                 // last: it ends before what its jobs use

@@ -61,6 +61,11 @@ public:
 
 }  // namespace
 
+String ShapeObject::Name()
+{
+    return object_.SessionOf().asksForNames ? object_.Text(u"Name") : String();
+}
+
 std::shared_ptr<powerpoint::TextFrame> ShapeObject::TextFrame()
 {
     return Fetch<TextFrameObject>(object_, u"TextFrame");

@@ -19,7 +19,7 @@ public:
     powerpoint::TriState HasTextFrame() override { return object_.Integer(u"HasTextFrame"); }
     std::shared_ptr<powerpoint::TextFrame> TextFrame() override;
     std::shared_ptr<powerpoint::LinkFormat> LinkFormat() override;
-    String Name() override { return object_.Text(u"Name"); }
+    String Name() override;  ///< Empty unless hits are expected (Presentation::ExpectHits).
 };
 
 using ShapesObject = CollectionObject<powerpoint::Shape, ShapeObject>;

@@ -22,6 +22,7 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using testing::Not;
 using testing::StartsWith;
 
@@ -167,6 +168,19 @@ TEST_F(PowerPointSurface, AsksNoHintsAndNoNames)
 
     EXPECT_THAT(standIn.Lookups(), Each(Not(HasSubstr("Hold"))));
     EXPECT_THAT(standIn.Lookups(), Not(Contains("Shape.Name")));
+}
+
+TEST_F(PowerPointSurface, TellsWhatHitsAreShownWith)
+{
+    const auto presentation = Open();
+    presentation->ExpectHits();
+    const auto slide = presentation->Slides()->NewEnum()->Next();
+    const auto shape = FirstShapeOf(*presentation);
+
+    EXPECT_NE(shape->Name(), u"");
+    EXPECT_EQ(slide->Title(), u"a cat and a cat");
+    EXPECT_EQ(shape->TextFrame()->TextRange()->TextAt(2, 3), u" ca");
+    EXPECT_THAT(standIn.Lookups(), IsSupersetOf({"Shape.Name", "Shapes.HasTitle", "TextRange.Characters"}));
 }
 
 TEST_F(PowerPointSurface, AFailureHasTheServersNumberAndText)
