@@ -22,7 +22,7 @@ struct CommandHelp {
 
 constexpr std::string_view limits =
     "Text in groups, tables, charts and SmartArt is not searched. Texts changed in a slide's\n"
-    "footer are not counted, so a file changed only there is reported as unchanged.\n";
+    "footer are not counted; a file changed only there is reported as changed, nothing counted.\n";
 
 /// In the order of Command.
 constexpr std::array<CommandHelp, 8> commands{{
@@ -32,6 +32,8 @@ constexpr std::array<CommandHelp, 8> commands{{
      "      every presentation of the folder \"decks\"\n"
      "  tessarine-batch find --find \"Fabrikam\" --find \"Contoso\" --match-case --recurse decks\n"
      "      two texts at once, subfolders too\n"
+     "  tessarine-batch find --find Fabrikam --show decks\n"
+     "      each hit with its place and the text around it\n"
      "  tessarine-batch find --find intranet.example --in hyperlinks,links --format json decks\n"
      "      link addresses only, as JSON for another program\n"},
     {"replace", "--find TEXT --with TEXT ... PATH ...", "Replace texts and save the files.",
@@ -39,6 +41,8 @@ constexpr std::array<CommandHelp, 8> commands{{
      "leaves the old file or the new one.\n",
      "  tessarine-batch replace --find Fabrikam --with Contoso --backup decks\n"
      "      with a copy of each file beside it\n"
+     "  tessarine-batch replace --find Fabrikam --with Contoso --dry-run --show decks\n"
+     "      what would become of each text; no file is changed\n"
      "  tessarine-batch replace --find 2023 --with 2024 --find Q1 --with Q2 --whole-word q1.pptx\n"
      "      two pairs, one after the other, in one file\n"
      "  tessarine-batch replace --find old.example --with new.example --in hyperlinks decks\n"
@@ -59,6 +63,8 @@ constexpr std::array<CommandHelp, 8> commands{{
      "options. Without --replace it only finds. PATHs take the place of the job's folder or list.\n",
      "  tessarine-batch run rename.tsq\n"
      "      look what the job would find\n"
+     "  tessarine-batch run rename.tsq --replace --dry-run --show\n"
+     "      look what it would replace\n"
      "  tessarine-batch run rename.tsq --replace\n"
      "      do it\n"
      "  tessarine-batch run rename.tsq --replace /srv/decks\n"

@@ -54,7 +54,8 @@ String OuterPlace(const HitPlace& place)
         case Location::TitleMaster:
             return Named(u"title master", place.design);
         case Location::HandoutMaster:
-            return u"handout master";
+            // Header and footer of this location are those of the notes master.
+            return place.headerFooter == HitPlace::HeaderFooter::None ? u"handout master" : u"notes master";
         case Location::NotesMaster:
             return u"notes master";
         case Location::Notes:

@@ -65,6 +65,7 @@ protected:
             if (onReport)
                 onReport();
         });
+        run.HitsToKeep = hitsToKeep;
         run.CancelRequested = cancelRequested;
         run.Started = [this](const String& path) { started.push_back(NameOf(path)); };
         return run.Run(files);
@@ -100,6 +101,7 @@ protected:
     ProjectOwner project;
     BatchCall call;
     std::vector<JobFile> files;
+    std::size_t hitsToKeep = 0;
     std::function<bool()> cancelRequested;
     std::function<void()> onReport;
     std::vector<FileReport> reports;
@@ -461,6 +463,62 @@ TEST_F(ReportedRunTest, StopsAtTheProjectsOwnCancelFlag)
     EXPECT_EQ(Run(), 2u);
 
     EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2"));
+}
+
+TEST_F(ReportedRunTest, KeepsTheHitsOfEachFileUpToItsBound)
+{
+    AddThree();
+    Add(u"d.ppt", u"the cat");
+    Add(u"e.ppt", u"cat, cat, cat and cat");
+    hitsToKeep = 2;
+
+    Run(ReportedRun::Mode::Find);
+
+    EXPECT_EQ(reports[0].hits.size(), 2u);
+    EXPECT_EQ(reports[0].hitsLeftOut, 0);
+    ASSERT_EQ(reports[3].hits.size(), 1u);
+    EXPECT_EQ(reports[3].hits[0].position, 5);
+    EXPECT_EQ(reports[3].hits[0].place->location, Location::Slides);
+    ASSERT_EQ(reports[4].hits.size(), 2u);
+    EXPECT_EQ(reports[4].hits[1].position, 6);
+    EXPECT_EQ(reports[4].hitsLeftOut, 2);
+}
+
+TEST_F(ReportedRunTest, AsksForNoHitsUnlessSomeAreToBeKept)
+{
+    Add(u"a.ppt");
+    bool isAsked = true;
+    project->BeforFileProcess += [&](const String&) { isAsked = static_cast<bool>(project->HitFound); };
+
+    Run();
+
+    EXPECT_FALSE(isAsked);
+    EXPECT_THAT(reports[0].hits, testing::IsEmpty());
+}
+
+TEST_F(ReportedRunTest, GivesAFailedFileNoHitsAndItsNeighboursTheirOwn)
+{
+    AddThree();
+    hitsToKeep = 10;
+    // After the hits of the second file were told.
+    powerPoint.script.FailOnce("Presentation.Save", 61, u"the disk is full", 2);
+
+    Run();
+
+    EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2", "b.ppt 0 the disk is full", "c.ppt 1 2"));
+    EXPECT_EQ(reports[0].hits.size(), 2u);
+    EXPECT_THAT(reports[1].hits, testing::IsEmpty());
+    EXPECT_EQ(reports[2].hits.size(), 2u);
+}
+
+TEST_F(ReportedRunTest, LeavesNoReceiverOfHitsBehind)
+{
+    Add(u"a.ppt");
+    hitsToKeep = 10;
+
+    Run();
+
+    EXPECT_FALSE(project->HitFound);
 }
 
 TEST_F(ReportedRunTest, TakesMoreFilesThanOneRunHoldsInTurns)

@@ -61,6 +61,18 @@ TEST(TerminalProgramTest, ProgressIsCutToTheWidthOfTheTerminal)
                 HasSubstr("\x1b[K...ame/a file with a long name too.pptx\r"));
 }
 
+TEST(TerminalProgramTest, ATerminalShowsHitsInColors)
+{
+    Program program;
+    program.folder.Write(u"a.pptx", Deck().Slide(TextBox(u"ask Fabrikam")).Bytes());
+    const std::string place = "    \x1b[36mslide 1, shape 1 \"TextBox 1\", paragraph 1\x1b[0m: ask ";
+
+    EXPECT_THAT(OnATerminal(program, {"find", "--find", "Fabrikam", "--show", "a.pptx"}),
+                HasSubstr(place + "\x1b[1;31mFabrikam\x1b[0m\r\n"));
+    EXPECT_THAT(OnATerminal(program, {"replace", "--find", "Fabrikam", "--with", "Contoso", "--show", "a.pptx"}),
+                HasSubstr(place + "\x1b[9;31mFabrikam\x1b[0m\x1b[1;32mContoso\x1b[0m\r\n"));
+}
+
 TEST(TerminalProgramTest, NoColorAndDumbTerminalsAreRespected)
 {
     Program program;
