@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+/// What all pages of reports have in common: the style and the script. Pages allow exactly these two by their digests,
+/// so that no other style or script in a page would ever take effect.
+namespace tessarine
+{
+
+/// The style: light and dark by the reader's choice, and for paper.
+extern const std::string_view PageStyle;
+
+/// The script, which filters the files. Without it the page shows everything, and no controls.
+extern const std::string_view PageScript;
+
+}  // namespace tessarine
