@@ -71,6 +71,7 @@ struct BatchCall {
     bool show = false;                     ///< Reports tell the hits of each file.
     std::int32_t context = 60;             ///< UTF-16 units of text on either side of a hit.
     std::int64_t maxHits = 1000;           ///< Hits of a file that are told; 0 for all of them.
+    std::vector<String> reports;           ///< Files to keep the report of a run in, with its hits (RunReportWriter.h).
 };
 
 /// When the call lets a file be written into in place of being replaced, and which files it saves at all.

@@ -10,6 +10,7 @@
 #include "batch/Cancellation.h"
 #include "batch/JobFiles.h"
 #include "batch/JobProject.h"
+#include "batch/KeptReports.h"
 #include "batch/LineText.h"
 #include "batch/ListFiles.h"
 #include "batch/Locations.h"
@@ -72,8 +73,9 @@ private:
     RunBackups backups_;
 };
 
+/// `pairList` is the list file that the pairs came from, or empty.
 int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<FindAndReplaceItems>& list,
-              CollectedFiles collected, EngineOfRun& engine, Output& output)
+              const String& pairList, CollectedFiles collected, EngineOfRun& engine, Output& output)
 {
     std::vector<JobFile>& files = collected.files;
     project.IsDryRun = call.dryRun;
@@ -87,6 +89,7 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     }
 
     const auto report = CreateReport(call, output.colors());
+    KeptReports kept(call, files, pairList);
     RunSummary summary;
     summary.skippedLinks = collected.skippedLinks;
     // A run without files starts nothing.
@@ -99,9 +102,10 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
                         SetFileInWork({});
                         summary.Add(file);
                         output.Write(report->OfFile(file));
+                        kept.Add(file);
                     });
     run.List = list;
-    if (call.show) {
+    if (call.show || !call.reports.empty()) {
         project.HitContext = call.context;
         run.HitsToKeep =
             call.maxHits > 0 ? static_cast<std::size_t>(call.maxHits) : std::numeric_limits<std::size_t>::max();
@@ -116,7 +120,12 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     const std::size_t notReached = run.Run(files);
     output.Write(report->AtEnd(summary));
     NoteSkippedLinks(summary.skippedLinks, output);
-    return StatusOf(summary.failed, notReached, output);
+    const int status = StatusOf(summary.failed, notReached, output);
+    const bool isKept = kept.Finish({.way = notReached > 0 ? RunEnd::Way::Cancelled : RunEnd::Way::Complete,
+                                     .notReached = static_cast<std::int64_t>(notReached),
+                                     .engine = summary.engine},
+                                    output);
+    return isKept ? status : ExitStatus::FileFailed;
 }
 
 void NoteAll(const std::vector<std::string>& notes, Output& output)
@@ -135,7 +144,7 @@ int PerformRun(const BatchCall& call, CollectedFiles collected, const std::share
         NoteAll(TakeListPairs(*project, call), output);
         SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
     }
-    return ReportRun(asRun, *project, {}, std::move(collected), *engine, output);
+    return ReportRun(asRun, *project, {}, call.list.value_or(String()), std::move(collected), *engine, output);
 }
 
 int RunSavedJob(const BatchCall& call, const Engines& engines, Output& output)
@@ -151,7 +160,9 @@ int RunSavedJob(const BatchCall& call, const Engines& engines, Output& output)
     asRun.command = call.replacesOfJob ? Command::Replace : Command::Find;
     project->options->BackupMode = project->options->BackupMode || call.backup;
     SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
-    return ReportRun(asRun, *project, run.list, std::move(run.collected), *engine, output);
+    const SavedSource source = SourceOf(*project);
+    return ReportRun(asRun, *project, run.list, source.isExternal ? source.path : String(), std::move(run.collected),
+                     *engine, output);
 }
 
 int ShowJob(const BatchCall& call, Output& output)

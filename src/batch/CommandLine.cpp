@@ -214,8 +214,8 @@ void CheckConversion(BatchCall& call)
 /// What a report tells of hits.
 void CheckHits(const OptionValues& values)
 {
-    if (!values.call.show && (values.contextGiven || values.maxHitsGiven))
-        Refuse(std::string(values.contextGiven ? "--context" : "--max-hits") + " needs --show");
+    if (!values.call.show && values.call.reports.empty() && (values.contextGiven || values.maxHitsGiven))
+        Refuse(std::string(values.contextGiven ? "--context" : "--max-hits") + " needs --show or --report");
 }
 
 /// What a run of a saved job takes besides the job's own options.

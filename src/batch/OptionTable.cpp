@@ -11,6 +11,7 @@
 #include "batch/ReportFormats.h"
 #include "platform/Failure.h"
 #include "platform/Utf16.h"
+#include "report/RunReportWriter.h"
 
 namespace tessarine::batch
 {
@@ -149,6 +150,13 @@ void TakeMaxHits(OptionValues& values, const std::string& argument)
     values.maxHitsGiven = true;
 }
 
+void TakeReport(OptionValues& values, const std::string& argument)
+{
+    values.call.reports.push_back(FromUtf8(argument));
+    if (!RunReportKindOf(values.call.reports.back()))
+        Refuse("--report: the name of \"" + argument + "\" must end in .html or .csv");
+}
+
 void TakeEngine(OptionValues& values, const std::string& argument)
 {
     for (const Engine engine : {Engine::PowerPoint, Engine::BuiltIn}) {
@@ -183,7 +191,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 32> rows{{
+const std::array<OptionRow, 33> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -286,10 +294,16 @@ const std::array<OptionRow, 32> rows{{
      "Show every hit: where it stands, and the text around it.",
      [](OptionValues& values, const std::string&) { values.call.show = true; }},
     {"--context", "N", false, Runs | Only(Command::Run), "Report",
-     "With --show: up to N characters of text on either side of a hit, from 0 to 1000\n(default: 60).", TakeContext},
+     "With --show or --report: up to N characters of text on either side of a hit, from 0\nto 1000 (default: 60).",
+     TakeContext},
     {"--max-hits", "N", false, Runs | Only(Command::Run), "Report",
-     "With --show: the first N hits of each file, and how many more there are\n(default: 1000; 0 shows all).",
+     "With --show or --report: the first N hits of each file, and how many more there are\n(default: 1000; 0 shows "
+     "all).",
      TakeMaxHits},
+    {"--report", "FILE", true, Runs | Only(Command::Run), "Report",
+     "Keep the report with its hits in FILE, too: a web page (.html) or a table for\n"
+     "spreadsheets (.csv). Repeat it for both.",
+     TakeReport},
     // Answered before any row is looked for; this one is for the help, and refuses a value.
     {"--help", "", false, EveryCommand, "Report", "Show this help.", nullptr},
 }};

@@ -220,6 +220,16 @@ TEST(CommandLine, AReportMayShowHits)
     EXPECT_EQ(ofJob.maxHits, 0);
 }
 
+TEST(CommandLine, AReportMayBeKept)
+{
+    const BatchCall call =
+        CallOf({"find", "--find", "a", "--report", "r.html", "--report=out/R.CSV", "--context", "9", "x"});
+
+    EXPECT_EQ(call.reports, (std::vector<String>{u"r.html", u"out/R.CSV"}));
+    EXPECT_FALSE(call.show);
+    EXPECT_EQ(call.context, 9);
+}
+
 TEST(CommandLine, AReplaceMayBeTriedDry)
 {
     EXPECT_TRUE(CallOf({"replace", "--find", "a", "--with", "b", "--backup", "--dry-run", "x"}).dryRun);
@@ -377,6 +387,11 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCall{
             "MaxHitsTooMany", {"find", "--find", "a", "--show", "--max-hits", "9223372036854775808", "x"}, "from 0 up"},
         InvalidCall{"MaxHitsAlone", {"run", "--max-hits", "9", "j.tsq"}, "--max-hits needs --show"},
+        InvalidCall{"ReportOfAnotherKind",
+                    {"find", "--find", "a", "--report", "r.pdf", "x"},
+                    "--report: the name of \"r.pdf\" must end in .html or .csv"},
+        InvalidCall{"ReportWithoutAName", {"find", "--find", "a", "--report=", "x"}, "must end in .html or .csv"},
+        InvalidCall{"ReportOfARestore", {"restore", "--report", "r.csv", "x"}, "--report is not an option of restore"},
         InvalidCall{"ShowInAJob",
                     {"job", "make", "--find", "a", "--with", "b", "--show", "-o", "j.tsq", "x"},
                     "--show is not an option of job make"},

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <filesystem>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -98,8 +99,8 @@ protected:
         EXPECT_EQ(pipe2(pipe_, O_CLOEXEC), 0);
         EXPECT_GE(fcntl(pipe_[1], F_SETPIPE_SZ, 4096), 4096);
         error_ = open(ToUtf8(program.folder.Write(u".error", "")).c_str(), O_RDWR | O_CLOEXEC);
-        process_ =
-            Start(program, {"find", "--find", "Fabrikam", "--format", "json", "decks"}, error_, pipe_[1], error_);
+        process_ = Start(program, {"find", "--find", "Fabrikam", "--format", "json", "--report", "kept.csv", "decks"},
+                         error_, pipe_[1], error_);
         close(pipe_[1]);
         WaitUntilThePipeIsFull();
     }
@@ -139,6 +140,20 @@ TEST_F(StoppedRunTest, TheFirstInterruptStopsBeforeTheNextFile)
     EXPECT_EQ(status, 1);
 }
 
+TEST_F(StoppedRunTest, KeepsAReportOfTheFilesThatItReached)
+{
+    kill(process_, SIGINT);
+    const std::string output = ReadAll(pipe_[0]);
+    WaitFor(process_);
+
+    const auto reached = std::count(output.begin(), output.end(), '\n') - 1;
+    const std::string table = ContentOf(program.folder.PathOf(u"kept.csv"));
+    // A head, a row for the one hit of each file, and the note.
+    EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), reached + 2);
+    EXPECT_THAT(table, HasSubstr("\"The run was cancelled. Files that were not processed: " +
+                                 std::to_string(fileCount - reached) + "\"\r\n"));
+}
+
 TEST_F(StoppedRunTest, TerminationStopsInTheSameWay)
 {
     kill(process_, SIGTERM);
@@ -161,6 +176,8 @@ TEST_F(StoppedRunTest, TheSecondInterruptEndsAtOnce)
     EXPECT_EQ(WEXITSTATUS(status), 130);
     EXPECT_EQ(ContentOf(program.folder.PathOf(u".error")), "tessarine-batch: ended at once\n");
     EXPECT_THAT(ReadAll(pipe_[0]), Not(HasSubstr("summary")));
+    for (const auto& entry : std::filesystem::directory_iterator(ToUtf8(program.folder.Path())))
+        EXPECT_THAT(entry.path().filename().string(), testing::AnyOf("decks", ".data", ".error"));
 }
 
 }  // namespace
