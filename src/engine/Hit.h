@@ -54,8 +54,9 @@ struct Hit {
     bool isCutBefore = false;  ///< The paragraph begins before `before`.
     bool isCutAfter = false;   ///< The paragraph goes on after `after`.
 
-    /// What stands in the place of `text` now, in a replace run. Nothing in a find, and where a value could not be
-    /// changed, as some properties can't.
+    /// What stands in the place of `text` now, in a replace run; it may differ from what the pair says where the file
+    /// has a form of its own for it. Nothing in a find, and where a value could not be changed, as some properties
+    /// can't.
     std::optional<String> becomes{};
 
     /// Whether the counts hold this hit. A footer is searched and replaced, but never counted.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 
 #include "engine/SearchFunctions.h"
@@ -6,6 +7,36 @@
 
 namespace tessarine
 {
+
+namespace
+{
+
+/// `value` with each of the hits replaced.
+String WithReplaced(const String& value, const std::vector<std::size_t>& hits, std::size_t length, StringView with)
+{
+    String replaced;
+    std::size_t read = 0;
+    for (const std::size_t hit : hits) {
+        replaced.append(value, read, hit - read);
+        replaced += with;
+        read = hit + length;
+    }
+    return replaced.append(value, read);
+}
+
+/// What stands in the place of each hit now, when `value` became `now`: a file may hold what was asked for in a form of
+/// its own, as a blank in an address becomes "%20". `asked` where that can't be told.
+String WrittenFor(const String& asked, const String& value, const String& now, const std::vector<std::size_t>& hits,
+                  std::size_t length)
+{
+    const std::size_t kept = value.size() - hits.size() * length;
+    if (now.size() < kept || (now.size() - kept) % hits.size() != 0)
+        return asked;
+    const String written = now.substr(hits.front(), (now.size() - kept) / hits.size());
+    return WithReplaced(value, hits, length, written) == now ? written : asked;
+}
+
+}  // namespace
 
 HitPlace SearchFunctions::PlaceOfPair() const
 {
@@ -50,8 +81,8 @@ void SearchFunctions::TellHitsInValue(const String& value, const String& put, co
         // What refuses a change keeps its text, with a warning or without. What can't be read any more has changed.
         String now = put;
         Skip([&] { now = read(); });
-        if (now == put)
-            hit.becomes = valueReplacement_;
+        if (now != value || put == value)
+            hit.becomes = WrittenFor(valueReplacement_, value, now, valueHits_, valueHitLength_);
     }
     const auto context = static_cast<std::size_t>(std::max(HitContext, 0));
     for (const std::size_t at : valueHits_) {

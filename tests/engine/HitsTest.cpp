@@ -63,6 +63,7 @@ protected:
 
     std::vector<Hit> hits_;
     std::vector<std::string> lines_;
+    String addressOnDisk_;  // what a hyperlink reads as once it was written; empty for what was put
 };
 
 TEST_F(HitsTest, TellSlideTitleShapeParagraphAndPosition)
@@ -276,6 +277,39 @@ TEST_F(HitsTest, OfAPropertyThatCannotBeReadAreNotThoseOfTheOneBefore)
     EXPECT_EQ(Search(Location::BuiltinProperies, {.find = u"cat", .findOnly = true}), 2);
 
     EXPECT_THAT(lines_, ElementsAre("1 builtin-properties property Title at 1+3 | [cat]"));
+}
+
+TEST_F(HitsTest, OfAValueInAFormOfItsOwnTellWhatStandsThere)
+{
+    Open({.slides = {{.hyperlinks = {u"http://cat/cat.htm"}}}});
+    script.On("Hyperlink.Address =", [this] {
+        // As a file escapes the blank.
+        addressOnDisk_ = u"http://a%20dog/a%20dog.htm";
+    });
+    script.On("Hyperlink.Address", [this] {
+        if (!addressOnDisk_.empty())
+            content().slides[0].hyperlinks[0] = addressOnDisk_;
+    });
+
+    Search(Location::HyperlinkAddresses, {.find = u"cat", .with = u"a dog"});
+
+    EXPECT_THAT(lines_, ElementsAre("1 hyperlinks slide1 link1 at 8+3 | http://[cat>a%20dog]/cat.htm",
+                                    "1 hyperlinks slide1 link1 at 12+3 | http://cat/[cat>a%20dog].htm"));
+}
+
+TEST_F(HitsTest, OfAValueThatIsReadOtherwiseTellWhatWasAskedFor)
+{
+    Open({.slides = {{.hyperlinks = {u"cat/cat"}}}});
+    script.On("Hyperlink.Address =", [this] { addressOnDisk_ = u"something else"; });
+    script.On("Hyperlink.Address", [this] {
+        if (!addressOnDisk_.empty())
+            content().slides[0].hyperlinks[0] = addressOnDisk_;
+    });
+
+    Search(Location::HyperlinkAddresses, {.find = u"cat", .with = u"a dog"});
+
+    EXPECT_THAT(lines_, ElementsAre("1 hyperlinks slide1 link1 at 1+3 | [cat>a dog]/cat",
+                                    "1 hyperlinks slide1 link1 at 5+3 | cat/[cat>a dog]"));
 }
 
 TEST_F(HitsTest, OfLinksTellTheObject)
