@@ -18,10 +18,15 @@ namespace
 
 using Json = nlohmann::ordered_json;  // keys keep the order in which they are documented
 
-std::string OneLine(const Json& value)
+std::string TextOf(const Json& value)
 {
     // The library raises on invalid UTF-8 by default, and names of files may hold any bytes.
-    return value.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+    return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string OneLine(const Json& value)
+{
+    return TextOf(value) + "\n";
 }
 
 /// The searched places alone: -1 stands for a place that the pair was not looked for in.
@@ -155,12 +160,16 @@ public:
                      {"state", StateText(file, Replaces())},
                      {"error", ToUtf8(file.error)},
                      {"items", items}});
-        if (style_.hits) {
-            line["hits"] = HitsOf(file);
-            PutUnless(line, "hitsLeftOut", file.hitsLeftOut, std::int64_t{0});
-        }
-        line["warnings"] = ArrayOf(file.warnings);
-        return OneLine(line);
+        Json rest;
+        if (style_.hits)
+            PutUnless(rest, "hitsLeftOut", file.hitsLeftOut, std::int64_t{0});
+        rest["warnings"] = ArrayOf(file.warnings);
+
+        std::string text = TextOf(line);
+        text.back() = ',';
+        if (style_.hits)
+            text += "\"hits\":[" + HitsOf(file) + "],";
+        return text + OneLine(rest).substr(1);
     }
 
     std::string AtEnd(const RunSummary& summary) override
@@ -213,11 +222,13 @@ public:
 private:
     bool Replaces() const { return style_.command == Command::Replace; }
 
-    Json HitsOf(const FileReport& file) const
+    /// With commas between them. As text from the first: there may be a million of them, and each object of the library
+    /// takes several times the room of its text.
+    std::string HitsOf(const FileReport& file) const
     {
-        auto hits = Json::array();
+        std::string hits;
         for (const Hit& hit : file.hits)
-            hits.push_back(HitOf(hit, Replaces()));
+            hits += (hits.empty() ? "" : ",") + TextOf(HitOf(hit, Replaces()));
         return hits;
     }
 

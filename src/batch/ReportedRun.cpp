@@ -26,6 +26,19 @@ private:
     Project& project_;
 };
 
+std::size_t BytesOf(const HitPlace& place)
+{
+    return sizeof(HitPlace) + sizeof(char16_t) * (place.slideTitle.size() + place.design.size() +
+                                                  place.property.size() + place.shapeName.size());
+}
+
+/// What a hit takes that is kept, without its place, which others share.
+std::size_t BytesOf(const Hit& hit)
+{
+    const std::size_t becomes = hit.becomes ? hit.becomes->size() : 0;
+    return sizeof(Hit) + sizeof(char16_t) * (hit.before.size() + hit.text.size() + hit.after.size() + becomes);
+}
+
 }  // namespace
 
 ReportedRun::ReportedRun(Project& project, Mode mode, Sink sink)
@@ -116,6 +129,7 @@ void ReportedRun::OnBefore(const String& path)
     current_ = file;
     passedOver_.reset();
     hits_.clear();
+    hitBytes_ = 0;
     hitsLeftOut_ = 0;
     if (CancelRequested && CancelRequested())
         project_.IsProcessCancel = true;
@@ -163,10 +177,14 @@ void ReportedRun::OnPassedOver(const Failure& failure)
 
 void ReportedRun::OnHit(const Hit& hit)
 {
-    if (hits_.size() < HitsToKeep)
+    const bool sharesPlace = !hits_.empty() && hits_.back().place == hit.place;
+    const std::size_t bytes = BytesOf(hit) + (sharesPlace ? 0 : BytesOf(*hit.place));
+    if (hitsLeftOut_ == 0 && hits_.size() < HitsToKeep && bytes <= HitBytesToKeep - hitBytes_) {
         hits_.push_back(hit);
-    else
+        hitBytes_ += bytes;
+    } else {
         ++hitsLeftOut_;
+    }
 }
 
 /// The file that the run is at. None outside of any file, and none under our own cancel: the file at which the run sees

@@ -55,6 +55,8 @@ public:
     /// How many hits of a file its report holds; further ones are counted there. 0 asks for no hit at all, which costs
     /// nothing.
     std::size_t HitsToKeep = 0;
+    /// How many bytes the hits of a file may take. The first one that doesn't fit is left out, and so are all after it.
+    std::size_t HitBytesToKeep = std::size_t{256} << 20;
 
     /// Told of each file that is about to be processed. May be empty.
     std::function<void(const String& path)> Started;
@@ -96,6 +98,7 @@ private:
     std::optional<Failure> ended_;        // what ended it early
     OwnResults results_;
     std::vector<Hit> hits_;         // of the file that the run is at
+    std::size_t hitBytes_ = 0;      // that they take
     std::int64_t hitsLeftOut_ = 0;  // those of it that are not among them
     FileWarnings warnings_;         // of the file that the run is at
 };

@@ -66,6 +66,7 @@ protected:
                 onReport();
         });
         run.HitsToKeep = hitsToKeep;
+        run.HitBytesToKeep = hitBytesToKeep;
         run.CancelRequested = cancelRequested;
         run.Started = [this](const String& path) { started.push_back(NameOf(path)); };
         return run.Run(files);
@@ -102,6 +103,7 @@ protected:
     BatchCall call;
     std::vector<JobFile> files;
     std::size_t hitsToKeep = 0;
+    std::size_t hitBytesToKeep = 1'000'000;
     std::function<bool()> cancelRequested;
     std::function<void()> onReport;
     std::vector<FileReport> reports;
@@ -482,6 +484,22 @@ TEST_F(ReportedRunTest, KeepsTheHitsOfEachFileUpToItsBound)
     ASSERT_EQ(reports[4].hits.size(), 2u);
     EXPECT_EQ(reports[4].hits[1].position, 6);
     EXPECT_EQ(reports[4].hitsLeftOut, 2);
+}
+
+TEST_F(ReportedRunTest, KeepsNoMoreHitsThanFitIntoItsBytes)
+{
+    for (const auto* name : {u"a.ppt", u"b.ppt"})
+        Add(name, u"cat cat cat");
+    hitsToKeep = 10;
+    // Each has the other two around it.
+    hitBytesToKeep = sizeof(HitPlace) + 2 * (sizeof(Hit) + 11 * sizeof(char16_t));
+
+    Run(ReportedRun::Mode::Find);
+
+    for (const FileReport& report : reports) {
+        EXPECT_EQ(report.hits.size(), 2u);
+        EXPECT_EQ(report.hitsLeftOut, 1);
+    }
 }
 
 TEST_F(ReportedRunTest, AsksForNoHitsUnlessSomeAreToBeKept)
