@@ -8,6 +8,7 @@ from markup import without_alternatives
 
 PARAGRAPH_BREAK = "\r"
 LINE_BREAK = "\v"
+CONTROL = "(?:00[01][0-9A-Fa-f]|007[Ff])"
 
 
 def units(text):
@@ -35,8 +36,9 @@ def join_pair(high, low):
 
 
 def decode_controls(text):
-    """PowerPoint writes control characters as _xHHHH_ (a line break within a run is _x000B_)."""
-    return re.sub("_x(00[01][0-9A-Fa-f]|007[Ff])_", lambda match: chr(int(match[1], 16)), text)
+    """PowerPoint writes control characters as _xHHHH_ (a line break within a run is _x000B_), and the underscore of a
+    text that would read as one of these as _x005F_."""
+    return re.sub(f"_x({CONTROL}|005[Ff](?=_x{CONTROL}_))_", lambda match: chr(int(match[1], 16)), text)
 
 
 def fold(text):
