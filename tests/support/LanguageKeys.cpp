@@ -118,9 +118,33 @@ Section MainWindow()
     return section;
 }
 
+/// The filter above the results, their totals, and the pane of hits.
+void AddHits(Section& section)
+{
+    section.Captioned({"chkOnlyWithHits"});
+    // Their texts are made of those below.
+    section.Captioned({"lblTotals", "lblHits", "lblHitsNotice"}, LanguageEntry::None);
+    for (const char* key :
+         {"txtFilter.EmptyText", "txtFilter.ToolTipText", "mnuOpenHit.caption",   "Hits.Name",
+          "Hits.Choose",         "Hits.Nothing",          "Hits.FirstOnly",       "Hits.NoRoom",
+          "Hits.NotCounted",     "Hits.NotChanged",       "Hits.SlideMaster",     "Hits.TitleMaster",
+          "Hits.HandoutMaster",  "Hits.NotesMaster",      "Hits.BuiltInProperty", "Hits.CustomProperty",
+          "Hits.Header",         "Hits.Footer",           "Hits.Shape",           "Hits.LinkSource"})
+        section.Key(key);
+    for (const char* key : {"Totals.Files", "Totals.Pairs", "Totals.Hits", "Totals.Locations", "Hits.More",
+                            "Hits.Slide", "Hits.Notes", "Hits.Hyperlink", "Hits.NumberedShape", "Hits.Paragraph"})
+        section.Key(key, LanguageEntry::Words, "d");
+    for (const char* key : {"Totals.FilesOf", "Hits.OfFile"})
+        section.Key(key, LanguageEntry::Words, "di");
+    section.Key("Hits.OfPair", LanguageEntry::Words, "dis");
+    for (const char* key : {"Hits.Named", "Hits.Joined"})
+        section.Key(key, LanguageEntry::Words, "is");
+}
+
 Section ProcessingWindow()
 {
     Section section("frmProcessingDocuments");
+    AddHits(section);
     section.Captioned({"lblWarning", "lblelapsedSecs", "lblRunFailed", "cmdOK", "cmdCopyLog", "cmdCommand(0)",
                        "cmdCommand(1)", "cmdErrorLog"});
     for (const char* item : {"mnuCopyNode", "mnuExpandAll", "mnuCollapseAll"})

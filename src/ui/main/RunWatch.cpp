@@ -141,7 +141,8 @@ std::optional<ResultTree*> RunWatch::Step(const std::shared_ptr<CounterStatuses>
 void RunWatch::Show(ResultTree* tree, const CounterStatuses& status, const Project& project)
 {
     // May fail when the total no longer fits; what is shown then stays as it was.
-    AddResult(tree, status, project.IsReqCount, {mFilesChanged, mTotalChanges}, fileWarnings_);
+    AddResult(tree, status, project.IsReqCount, {mFilesChanged, mTotalChanges}, fileWarnings_,
+              hits_ ? &*hits_ : nullptr);
     // Still there: no events have been let through since Step found the window.
     frmProcessingDocuments& window = *frmProcessingDocuments::Loaded();
     window.SetChangesMade(ProcessingText(ChangesMadeKey(project.IsReqCount), mTotalChanges));

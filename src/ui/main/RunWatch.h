@@ -91,7 +91,7 @@ private:
     OwnResults results_;
     std::unique_ptr<FileWarnings> warnings_;  // while a run is going
     std::vector<String> fileWarnings_;        // of the file reported last
-    StoredHits hits_;                         // of the last file with a result of its own
+    std::optional<StoredHits> hits_;          // of the last file with a result of its own
 };
 
 }  // namespace tessarine

@@ -59,6 +59,8 @@ public:
     /// Takes a file that the run is done with. The hits taken for it become those of the report, unless it failed.
     StoredHits Add(FileReport report);
 
+    const KindOfRun& Run() const { return run_; }  ///< The run begun last.
+
     FileNumber FileCount() const { return static_cast<FileNumber>(blocks_.size()); }  ///< Of all runs.
     FileNumber FirstOfRun() const { return firstOfRun_; }  ///< The first file of the run begun last.
 

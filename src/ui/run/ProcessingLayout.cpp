@@ -1,10 +1,11 @@
-#include <initializer_list>
-#include <utility>
 
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -12,7 +13,9 @@
 #include "shell/TaskbarProgress.h"
 #include "ui/run/ElidedLabel.h"
 #include "ui/run/FileProgressBar.h"
+#include "ui/run/FilterBar.h"
 #include "ui/run/frmProcessingDocuments.h"
+#include "ui/run/HitsPane.h"
 #include "ui/run/ResultTree.h"
 
 namespace tessarine
@@ -60,24 +63,59 @@ QPushButton* MakeButton(const QString& name, const QString& text, QWidget* paren
 void frmProcessingDocuments::BuildControls()
 {
     BuildWarning();
-    SSTab1 = MakeControl<QTabWidget>("SSTab1", this);
-    panels = {BuildProgress(), BuildChangedFiles(), BuildTree("panelFilesNotChanged", trvNotChangedFiles),
-              BuildTree("panelErrors", trvErrors)};
+    BuildHits();
+    panels = {BuildProgress(), BuildChangedFiles(), BuildTree("panelFilesNotChanged", trvNotChangedFiles, 1),
+              BuildTree("panelErrors", trvErrors, 2)};
     const std::array captions{"&1 Progress", "&2 Files changes", "&3 Files not changes", "&4 Error"};
     for (std::size_t tab = 0; tab < panels.size(); ++tab)
         SSTab1->addTab(panels[tab], captions[tab]);
+    BuildCounts();
     BuildCommands();
 
     auto* const whole = new QVBoxLayout(this);
     whole->addWidget(panelWarning);
-    whole->addWidget(SSTab1, 1);
+    whole->addWidget(splHits, 1);
+    whole->addWidget(new LabelStrip(lblTotals));
     whole->addWidget(panelCommand);
-    // As the eye meets them. Left alone, Tab would go by the order of making, and the trees are made first.
-    QWidget* before = SSTab1;
-    for (QWidget* next : std::initializer_list<QWidget*>{cmdErrorLog, trvChangedFiles, cmdCommand[0], cmdCommand[1],
-                                                         trvNotChangedFiles, trvErrors, cmdCopyLog, cmdOK})
-        setTabOrder(std::exchange(before, next), next);
+    SetTabOrder();
     SSTab1->setFocus();  // a key pressed by mistake must not end a run
+}
+
+void frmProcessingDocuments::SetTabOrder()
+{
+    // As the eye meets them. Left alone, Tab would go by the order of making, and the trees are made first.
+    QList<QWidget*> order{SSTab1, cmdErrorLog};
+    order += filters[0]->TabOrder();
+    order += {trvChangedFiles, cmdCommand[0], cmdCommand[1]};
+    order += filters[1]->TabOrder();
+    order += trvNotChangedFiles;
+    order += filters[2]->TabOrder();
+    order += {trvErrors, panelHits->focusProxy(), cmdCopyLog, cmdOK};
+    for (qsizetype at = 1; at < order.size(); ++at)
+        setTabOrder(order[at - 1], order[at]);
+}
+
+void frmProcessingDocuments::BuildHits()
+{
+    splHits = MakeControl<QSplitter>("splHits", this);
+    splHits->setOrientation(Qt::Vertical);  // a line of context wants the window's whole width
+    splHits->setChildrenCollapsible(false);
+    SSTab1 = MakeControl<QTabWidget>("SSTab1", splHits);
+    panelHits = new HitsPane(splHits);
+    for (int part = 0; part < splHits->count(); ++part)
+        splHits->setStretchFactor(part, 1);  // both grow with the window
+}
+
+/// Beside a tab's name, which has a text of its own.
+void frmProcessingDocuments::BuildCounts()
+{
+    // Without names, because their texts come from no language file.
+    for (int tree = 0; tree < static_cast<int>(lblCount.size()); ++tree) {
+        auto* const label = new QLabel(SSTab1->tabBar());
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);  // a click on it is one on the tab
+        SSTab1->tabBar()->setTabButton(tree + 1, QTabBar::RightSide, label);
+        lblCount[static_cast<std::size_t>(tree)] = label;
+    }
 }
 
 void frmProcessingDocuments::BuildWarning()
@@ -141,7 +179,7 @@ QWidget* frmProcessingDocuments::BuildFailures()
 
 QWidget* frmProcessingDocuments::BuildChangedFiles()
 {
-    QWidget* const panel = BuildTree("panelFilesChanged", trvChangedFiles);
+    QWidget* const panel = BuildTree("panelFilesChanged", trvChangedFiles, 0);
     cmdCommand = {MakeButton("cmdCommand(0)", "Remove Backup Files", panel),
                   MakeButton("cmdCommand(1)", "Restore Backup Files", panel)};
     auto* const row = new QHBoxLayout;
@@ -152,10 +190,13 @@ QWidget* frmProcessingDocuments::BuildChangedFiles()
     return panel;
 }
 
-QWidget* frmProcessingDocuments::BuildTree(const char* panelName, ResultTree* tree)
+QWidget* frmProcessingDocuments::BuildTree(const char* panelName, ResultTree* tree, int number)
 {
     auto* const panel = MakeControl<QWidget>(panelName, SSTab1);
     auto* const column = new QVBoxLayout(panel);
+    FilterBar*& filter = filters[static_cast<std::size_t>(number)];
+    filter = new FilterBar(number, tree == trvChangedFiles, panel);
+    column->addWidget(filter);
     column->addWidget(tree);
     return panel;
 }
@@ -165,6 +206,7 @@ void frmProcessingDocuments::BuildCommands()
     panelCommand = MakeControl<QWidget>("panelCommand", this);
     cmdCopyLog = MakeButton("cmdCopyLog", "Copy log to clipboard", panelCommand);
     cmdOK = MakeButton("cmdOK", "OK", panelCommand);
+    lblTotals = MakeLabel<ElidedLabel>("lblTotals", {}, this);
 
     auto* const row = new QHBoxLayout(panelCommand);
     row->setContentsMargins({});
@@ -195,8 +237,22 @@ void frmProcessingDocuments::ConnectHandlers()
     connect(trvNotChangedFiles, &ResultTree::DblClick, this, &Form::trvNotChangedFiles_DblClick);
     connect(trvErrors, &ResultTree::MouseMove, this, &Form::trvErrors_MouseMove);
     connect(trvErrors, &ResultTree::DblClick, this, &Form::trvErrors_DblClick);
-    for (const ResultTree* tree : {trvChangedFiles, trvNotChangedFiles, trvErrors})
+    for (const ResultTree* tree : Trees()) {
         connect(tree, &ResultTree::OpenRequested, this, &Form::OPenDocument);
+        connect(tree, &ResultTree::CurrentChanged, this, &Form::ShowHits);
+        connect(tree, &ResultTree::Added, this, &Form::ShowTotals);
+    }
+    for (const FilterBar* filter : filters) {
+        connect(filter, &FilterBar::TextEdited, this, &Form::TakeFilterText);
+        connect(filter, &FilterBar::OnlyWithHitsChanged, this, &Form::ApplyFilter);
+    }
+    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, &Form::FocusFilter);
+    connect(&filterTimer_, &QTimer::timeout, this, &Form::ApplyFilter);
+    connect(&totalsTimer_, &QTimer::timeout, this, [this] {
+        if (areTotalsOld_)
+            ShowTotalsNow();
+    });
+    connect(panelHits, &HitsPane::OpenRequested, this, &Form::lstHits_DblClick);
 }
 
 }  // namespace tessarine

@@ -50,6 +50,11 @@ void frmProcessingDocuments::OPenDocument(const ResultNode& node)
     });
 }
 
+void frmProcessingDocuments::lstHits_DblClick(const String& path)
+{
+    LogAndReturn({u"lstHits_DblClick", place}, [&] { Open(path); });
+}
+
 void frmProcessingDocuments::Open(const String& path)
 {
     String errorText;

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include <QGuiApplication>
+
 #include "i18n/QtText.h"
+#include "ui/run/GreyText.h"
 
 namespace tessarine
 {
@@ -38,11 +41,6 @@ ResultNodes::Position ItemOf(const QModelIndex& index)
     return static_cast<ResultNodes::Position>(index.internalId() >> halfBits) - 1;
 }
 
-ResultNodes::Position RowOf(const QModelIndex& index)
-{
-    return static_cast<ResultNodes::Position>(index.row());
-}
-
 enum class Level { Root, File, Item, Location };
 
 Level LevelOf(const QModelIndex& index)
@@ -54,6 +52,9 @@ Level LevelOf(const QModelIndex& index)
     return index.internalId() >> halfBits == 0 ? Level::Item : Level::Location;
 }
 
+/// The row of a file that the filter does not show.
+constexpr int hidden = -1;
+
 int Count(std::size_t size)
 {
     return static_cast<int>(size);
@@ -61,32 +62,148 @@ int Count(std::size_t size)
 
 }  // namespace
 
-ResultModel::Position ResultModel::AddItem(Position file, const String& text)
+ResultModel::Position ResultModel::AddItem(Position file, const String& text, ItemKind kind)
 {
-    // Items of a file that is not shown yet are shown with it; a shown file has to be told of separately.
-    if (file < shownItems_.size() && std::ranges::find(grownFiles_, file) == grownFiles_.end())
+    // Items of a file that is not known yet are shown with it; a known file has to be told of separately.
+    if (file < knownItems_.size() && std::ranges::find(grownFiles_, file) == grownFiles_.end())
         grownFiles_.push_back(file);
-    return nodes_.AddItem(file, text);
+    return nodes_.AddItem(file, text, kind);
 }
 
 void ResultModel::ShowAdditions()
 {
+    totals_.reset();
     for (const Position file : std::exchange(grownFiles_, {}))
         ShowItems(file);
-    if (shownItems_.size() == nodes_.FileCount())
-        return;
+    const Position first = static_cast<Position>(knownItems_.size());
+    std::vector<Position> shown;
+    for (Position file = first; file < nodes_.FileCount(); ++file)
+        if (filter_.ShowsFile(nodes_, file))
+            shown.push_back(file);
     // One announcement for all new files: each one costs a view a layout of its own.
-    beginInsertRows({}, Count(shownItems_.size()), Count(nodes_.FileCount()) - 1);
-    for (Position file = static_cast<Position>(shownItems_.size()); file < nodes_.FileCount(); ++file)
-        shownItems_.push_back(nodes_.ItemCount(file));
-    endInsertRows();
+    if (!shown.empty())
+        beginInsertRows({}, Count(fileOfRow_.size()), Count(fileOfRow_.size() + shown.size()) - 1);
+    for (Position file = first; file < nodes_.FileCount(); ++file)
+        knownItems_.push_back(nodes_.ItemCount(file));
+    rowOfFile_.resize(nodes_.FileCount(), hidden);
+    for (const Position file : shown) {
+        rowOfFile_[file] = Count(fileOfRow_.size());
+        fileOfRow_.push_back(file);
+    }
+    if (!shown.empty())
+        endInsertRows();
 }
 
 void ResultModel::ShowItems(Position file)
 {
-    beginInsertRows(index(Count(file), 0), Count(shownItems_[file]), Count(nodes_.ItemCount(file)) - 1);
-    shownItems_[file] = nodes_.ItemCount(file);
-    endInsertRows();
+    int shown = 0;
+    for (Position item = knownItems_[file]; item < nodes_.ItemCount(file); ++item)
+        shown += filter_.ShowsItem(nodes_, file, item) ? 1 : 0;
+    const QModelIndex parent = IndexOf({file, {}, {}});
+    const bool isSeen = parent.isValid() && shown > 0;
+    if (isSeen)
+        beginInsertRows(parent, rowCount(parent), rowCount(parent) + shown - 1);
+    knownItems_[file] = nodes_.ItemCount(file);
+    lastFile_.reset();
+    if (isSeen)
+        endInsertRows();
+}
+
+void ResultModel::PutFilter(const NodeFilter& filter)
+{
+    if (filter == filter_)
+        return;
+    Q_EMIT layoutAboutToBeChanged();
+    const QModelIndexList before = persistentIndexList();
+    std::vector<Node> nodes;
+    nodes.reserve(static_cast<std::size_t>(before.size()));
+    for (const QModelIndex& index : before)
+        nodes.push_back(NodeAt(index));
+
+    filter_ = filter;
+    totals_.reset();
+    lastFile_.reset();
+    fileOfRow_.clear();
+    rowOfFile_.assign(knownItems_.size(), hidden);
+    for (Position file = 0; file < knownItems_.size(); ++file)
+        if (filter_.ShowsFile(nodes_, file)) {
+            rowOfFile_[file] = Count(fileOfRow_.size());
+            fileOfRow_.push_back(file);
+        }
+
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const Node& node : nodes)
+        after.push_back(IndexOf(node));
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged();
+}
+
+ResultTotals ResultModel::Totals() const
+{
+    if (filter_.name.isEmpty())
+        return nodes_.Totals();
+    if (!totals_) {
+        totals_.emplace();
+        for (const Position file : fileOfRow_)
+            nodes_.AddTo(*totals_, file);
+    }
+    return *totals_;
+}
+
+const std::vector<ResultModel::Position>& ResultModel::ItemsShown(Position file) const
+{
+    if (lastFile_ == file)
+        return lastItems_;
+    lastItems_.clear();
+    for (Position item = 0; item < knownItems_[file]; ++item)
+        if (filter_.ShowsItem(nodes_, file, item))
+            lastItems_.push_back(item);
+    lastFile_ = file;
+    return lastItems_;
+}
+
+ResultModel::Position ResultModel::ItemAt(Position file, int row) const
+{
+    const auto position = static_cast<std::size_t>(row);
+    return filter_.onlyPairsWithHits ? ItemsShown(file)[position] : static_cast<Position>(position);
+}
+
+std::optional<int> ResultModel::RowOfItem(Position file, Position item) const
+{
+    if (!filter_.onlyPairsWithHits)
+        return static_cast<int>(item);
+    const std::vector<Position>& items = ItemsShown(file);
+    const auto place = std::ranges::lower_bound(items, item);
+    if (place == items.end() || *place != item)
+        return std::nullopt;
+    return static_cast<int>(place - items.begin());
+}
+
+ResultModel::Node ResultModel::NodeAt(const QModelIndex& index) const
+{
+    switch (LevelOf(index)) {
+        case Level::Item:
+            return {FileOf(index), ItemAt(FileOf(index), index.row()), {}};
+        case Level::Location:
+            return {FileOf(index), ItemOf(index), static_cast<Position>(index.row())};
+        default:
+            return {fileOfRow_[static_cast<std::size_t>(index.row())], {}, {}};
+    }
+}
+
+QModelIndex ResultModel::IndexOf(const Node& node) const
+{
+    if (rowOfFile_[node.file] == hidden)
+        return {};
+    if (!node.item)
+        return createIndex(rowOfFile_[node.file], 0, Parents{0});
+    const auto row = RowOfItem(node.file, *node.item);
+    if (!row)
+        return {};
+    if (!node.location)
+        return createIndex(*row, 0, OfItem(node.file));
+    return createIndex(static_cast<int>(*node.location), 0, OfLocation(node.file, *node.item));
 }
 
 QModelIndex ResultModel::index(int row, int column, const QModelIndex& parent) const
@@ -97,9 +214,9 @@ QModelIndex ResultModel::index(int row, int column, const QModelIndex& parent) c
         case Level::Root:
             return createIndex(row, column, Parents{0});
         case Level::File:
-            return createIndex(row, column, OfItem(RowOf(parent)));
+            return createIndex(row, column, OfItem(NodeAt(parent).file));
         default:
-            return createIndex(row, column, OfLocation(FileOf(parent), RowOf(parent)));
+            return createIndex(row, column, OfLocation(FileOf(parent), *NodeAt(parent).item));
     }
 }
 
@@ -107,9 +224,9 @@ QModelIndex ResultModel::parent(const QModelIndex& index) const
 {
     switch (LevelOf(index)) {
         case Level::Item:
-            return createIndex(Count(FileOf(index)), 0, Parents{0});
+            return IndexOf({FileOf(index), {}, {}});
         case Level::Location:
-            return createIndex(Count(ItemOf(index)), 0, OfItem(FileOf(index)));
+            return IndexOf({FileOf(index), ItemOf(index), {}});
         default:
             return {};
     }
@@ -122,11 +239,15 @@ int ResultModel::rowCount(const QModelIndex& parent) const
         return 0;
     switch (LevelOf(parent)) {
         case Level::Root:
-            return Count(shownItems_.size());
-        case Level::File:
-            return Count(shownItems_[RowOf(parent)]);
-        case Level::Item:
-            return Count(nodes_.LocationCount(FileOf(parent), RowOf(parent)));
+            return Count(fileOfRow_.size());
+        case Level::File: {
+            const Position file = NodeAt(parent).file;
+            return filter_.onlyPairsWithHits ? Count(ItemsShown(file).size()) : Count(knownItems_[file]);
+        }
+        case Level::Item: {
+            const Node node = NodeAt(parent);
+            return Count(nodes_.LocationCount(node.file, *node.item));
+        }
         default:
             return 0;
     }
@@ -139,19 +260,28 @@ int ResultModel::columnCount(const QModelIndex&) const
 
 QVariant ResultModel::data(const QModelIndex& index, int role) const
 {
-    return index.isValid() && role == Qt::DisplayRole ? ToQt(TextOf(index)) : QVariant();
+    if (!index.isValid())
+        return {};
+    if (role == Qt::DisplayRole)
+        return ToQt(TextOf(index));
+    if (role == Qt::ForegroundRole && IsGrey(NodeAt(index)))
+        return GreyText(QGuiApplication::palette());
+    return {};
+}
+
+bool ResultModel::IsGrey(const Node& node) const
+{
+    if (node.location)
+        return !nodes_.LocationHasHits(node.file, *node.item, *node.location);
+    return node.item && nodes_.KindOf(node.file, *node.item) == ItemKind::PairWithoutHits;
 }
 
 const String& ResultModel::TextOf(const QModelIndex& index) const
 {
-    switch (LevelOf(index)) {
-        case Level::File:
-            return nodes_.FileText(RowOf(index));
-        case Level::Item:
-            return nodes_.ItemText(FileOf(index), RowOf(index));
-        default:
-            return nodes_.LocationText(FileOf(index), ItemOf(index), RowOf(index));
-    }
+    const Node node = NodeAt(index);
+    if (node.location)
+        return nodes_.LocationText(node.file, *node.item, *node.location);
+    return node.item ? nodes_.ItemText(node.file, *node.item) : nodes_.FileText(node.file);
 }
 
 bool ResultModel::IsFile(const QModelIndex& index) const

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engine/CounterStatuses.h"
+#include "ui/run/HitStore.h"
 
 namespace tessarine
 {
@@ -19,12 +20,13 @@ struct ResultCounters {
 /// Adds a file's result to a tree, and shows it: the file, unless the tree has it already; the items and locations of a
 /// file with a count, and in front of them a line when nothing could be changed in it and one for each of `warnings`;
 /// the reason of a file that was not processed. `isReqCount` tells whether a location shows its
-/// count, or only whether there was any.
+/// count, or only whether there was any. `hits` are those of the result, by which the tree's nodes lead to them; null
+/// when none are kept.
 ///
 /// `tree` is the one of the result's status (frmProcessingDocuments::TreeOf); null for a status without one, for which
 /// nothing is added. `Overflow` when the total no longer fits; what was added until then stays.
 void AddResult(ResultTree* tree, const CounterStatuses& status, bool isReqCount, ResultCounters counters,
-               const std::vector<String>& warnings = {});
+               const std::vector<String>& warnings = {}, const StoredHits* hits = nullptr);
 
 /// The text of a location: its label, the count or a word, and ")". The labels are the same in every language.
 String LocationText(Location location, std::int32_t count, bool isReqCount);

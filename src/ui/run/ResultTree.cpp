@@ -65,6 +65,21 @@ void ResultTree::ShowAdditions()
     // A tree that can't be seen is brought up to date by showEvent.
     else if (isVisible() && !nextShowing_.isActive())
         nextShowing_.start();
+    Q_EMIT Added();
+}
+
+void ResultTree::PutFilter(const NodeFilter& filter)
+{
+    results_.ShowAdditions();
+    results_.PutFilter(filter);
+    // The view is not told when the current row goes out of sight.
+    Q_EMIT CurrentChanged();
+}
+
+void ResultTree::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTreeView::currentChanged(current, previous);
+    Q_EMIT CurrentChanged();
 }
 
 void ResultTree::showEvent(QShowEvent* event)
@@ -108,6 +123,11 @@ std::optional<ResultNode> ResultTree::HitTest(float x, float y) const
 std::optional<ResultNode> ResultTree::CurrentNode() const
 {
     return NodeOf(currentIndex());
+}
+
+std::optional<ResultModel::Node> ResultTree::CurrentPlace() const
+{
+    return currentIndex().isValid() ? std::optional(results_.NodeAt(currentIndex())) : std::nullopt;
 }
 
 std::optional<ResultNode> ResultTree::NodeOf(const QModelIndex& index) const

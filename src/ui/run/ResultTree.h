@@ -39,10 +39,15 @@ public:
 
     const ResultNodes& Nodes() const { return results_.Nodes(); }
 
+    /// Shows what passes a filter, and all that was added so far.
+    void PutFilter(const NodeFilter& filter);
+
     /// The node at a point of the tree, in pixels from its upper left corner; none on empty space.
     std::optional<ResultNode> HitTest(float x, float y) const;
 
     std::optional<ResultNode> CurrentNode() const;  ///< The node that keys act on; none at first.
+
+    std::optional<ResultModel::Node> CurrentPlace() const;  ///< The same node among all nodes.
 
     void CopyNode();  ///< The current node's text to the clipboard; nothing without one.
 
@@ -58,11 +63,14 @@ Q_SIGNALS:
     void MouseMove(int Button, int Shift, float X, float Y);
 
     void DblClick();                             ///< Also on empty space.
+    void CurrentChanged();                       ///< Keys act on another node from now on, or on none.
+    void Added();                                ///< Nodes were added, whether they are shown already or not.
     void OpenRequested(const ResultNode& node);  ///< Return was pressed on a node of any level.
 
 protected:
     bool viewportEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -21,6 +23,8 @@
 #include "settings/SettingsStore.h"
 #include "ui/run/ElapsedTime.h"
 #include "ui/run/FileProgressBar.h"
+#include "ui/run/FilterBar.h"
+#include "ui/run/HitsPane.h"
 #include "ui/run/ResultTree.h"
 
 namespace tessarine
@@ -73,6 +77,8 @@ frmProcessingDocuments::frmProcessingDocuments(QWidget* owner)
 {
     setObjectName("frmProcessingDocuments");
     setAttribute(Qt::WA_DeleteOnClose);
+    filterTimer_.setSingleShot(true);
+    totalsTimer_.setSingleShot(true);
     BuildControls();
     ConnectHandlers();
     RestoreSize();
@@ -110,10 +116,16 @@ void frmProcessingDocuments::LoadLng()
         for (ResultTree* tree : {trvChangedFiles, trvNotChangedFiles, trvErrors})
             tree->PutMenuCaptions(TextOf(u"mnuCopyNode.caption"), TextOf(u"mnuExpandAll.caption"),
                                   TextOf(u"mnuCollapseAll.caption"));
+        texts_ = {};
+        for (FilterBar* filter : filters)
+            filter->PutTexts(texts_);
+        panelHits->PutTexts(texts_);
         NameTrees();
         ShowFailures();
-        // All tabs of the language in force can be seen without scrolling.
-        setMinimumSize(SSTab1->tabBar()->sizeHint().width() + 4 * fontMetrics().height(), fontMetrics().height() * 18);
+        // All tabs of the language in force can be seen without scrolling, with thousands of files in each.
+        const int counts = 3 * fontMetrics().horizontalAdvance("00000 ");
+        setMinimumSize(SSTab1->tabBar()->sizeHint().width() + counts + 2 * fontMetrics().height(),
+                       fontMetrics().height() * 24);
     });
 }
 
@@ -149,6 +161,7 @@ void frmProcessingDocuments::SSTab1_Click()
     LogAndReturn({u"SSTab1_Click", place}, [this] {
         for (std::size_t tab = 0; tab < panels.size(); ++tab)
             panels[tab]->setVisible(SSTab1->currentIndex() == static_cast<int>(tab));
+        ShowHits();
     });
 }
 
@@ -195,7 +208,13 @@ void frmProcessingDocuments::RestoreSize()
     if (width && height)
         resize(*width, *height);
     else
-        resize(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 34);
+        // Room for a tree above some hits, where the screen has as much.
+        resize(QSize(fontMetrics().averageCharWidth() * 140, fontMetrics().height() * 46)
+                   .boundedTo(screen()->availableSize() * 9 / 10));
+    // In percent, so that it holds for any height.
+    const int ofHits = StoredLength(u"HitsShare").value_or(45);
+    if (ofHits < 100)
+        splHits->setSizes({(100 - ofHits) * 100, ofHits * 100});
 }
 
 void frmProcessingDocuments::KeepSize() const
@@ -207,6 +226,11 @@ void frmProcessingDocuments::KeepSize() const
     Skip([this] {
         SaveSetting(String(ApplicationTitle), section, u"Width", FromQt(QString::number(width())));
         SaveSetting(String(ApplicationTitle), section, u"Height", FromQt(QString::number(height())));
+        const QList<int> sizes = splHits->sizes();
+        // The pane has no height while it is hidden.
+        if (sizes[0] > 0 && sizes[1] > 0)
+            SaveSetting(String(ApplicationTitle), section, u"HitsShare",
+                        FromQt(QString::number(100 * sizes[1] / (sizes[0] + sizes[1]))));
     });
 }
 

@@ -6,22 +6,28 @@
 #include <set>
 
 #include <QTime>
+#include <QTimer>
 #include <QWidget>
 
 #include "engine/CounterStatuses.h"
 #include "platform/Failure.h"
 #include "run/TimerX.h"
 #include "ui/run/HitStore.h"
+#include "ui/run/RunTexts.h"
 
 class QFrame;
 class QLabel;
 class QPushButton;
+class QSplitter;
 class QTabWidget;
 
 namespace tessarine
 {
 
 class FileProgressBar;
+class FilterBar;
+class HitsPane;
+class ResultTotals;
 class ResultTree;
 struct ResultNode;
 
@@ -31,6 +37,9 @@ struct ResultNode;
 ///   IsComplited  caption of cmdOK    cmdOK
 ///   false        CANCELcaption       ask the run to end before its next file; the window stays
 ///   true         OKcaption           close the window
+///
+/// Beside the trees, a pane shows the hits of the node that is current in the tree in front; above each of them stands
+/// a box that filters its files. One filter holds for the three trees.
 ///
 /// The window's own close button does the same while a run is going, and closes the window otherwise, also after a run
 /// that ended early with IsComplited false.
@@ -102,6 +111,7 @@ public:
     void cmdCommand_Click(int index);           ///< 0 removes the backups, 1 restores them.
     void cmdErrorLog_Click();                   ///< Opens the error log.
     void OPenDocument(const ResultNode& node);  ///< Opens a file's node; does nothing for another.
+    void lstHits_DblClick(const String& path);  ///< Opens the file of a hit.
 
     /// Each opens the node under the pointer, which the tree's own MouseMove has told.
     void trvChangedFiles_DblClick();
@@ -131,14 +141,29 @@ private:
     void OpenNodeUnderPointer(const ResultTree& tree);  // by the last move of the pointer
     void Open(const String& path);                      // with a message when it can't be opened
 
+    // What is seen of the results: ResultDisplay.cpp.
+    std::array<ResultTree*, 3> Trees() const { return {trvChangedFiles, trvNotChangedFiles, trvErrors}; }
+    ResultTree* TreeInFront() const;           // null when the progress is in front
+    void TakeFilterText(const QString& text);  // typed above one of the trees
+    void ApplyFilter();
+    void FocusFilter();
+    void ShowHits();                          // of the current node of the tree in front
+    void ShowHitsOf(const ResultTree& tree);  // which has a current node
+    void ShowTotals();                        // soon, and not too often
+    void ShowTotalsNow();
+    QString HitTotals(const ResultTotals& totals) const;  // pairs and hits in words
+
     // Building of the controls: ProcessingLayout.cpp.
     void BuildControls();
     void BuildWarning();
+    void BuildHits();
     QWidget* BuildProgress();
     QWidget* BuildFailures();
     QWidget* BuildChangedFiles();
-    QWidget* BuildTree(const char* panelName, ResultTree* tree);
+    QWidget* BuildTree(const char* panelName, ResultTree* tree, int number);
+    void BuildCounts();
     void BuildCommands();
+    void SetTabOrder();
     void ConnectHandlers();
 
     QTabWidget* SSTab1 = nullptr;
@@ -154,11 +179,20 @@ private:
     QFrame* panelWarning = nullptr;
     QLabel* lblWarning = nullptr;
     QWidget* panelCommand = nullptr;
+    QSplitter* splHits = nullptr;         // the tabs above the hits
+    HitsPane* panelHits = nullptr;        // hidden while the progress is in front
+    std::array<FilterBar*, 3> filters{};  // above the trees
+    std::array<QLabel*, 3> lblCount{};    // beside the names of the trees' tabs: how many files
+    QLabel* lblTotals = nullptr;          // of all files
     QPushButton* cmdOK = nullptr;
     QPushButton* cmdCopyLog = nullptr;
     std::array<QPushButton*, 2> cmdCommand{};  // removes the backups, restores them
 
     HitStore hits_;
+    RunTexts texts_;
+    QTimer filterTimer_;  // runs while the filter waits for more letters
+    QTimer totalsTimer_;  // runs while new totals would come too soon after the last that were shown
+    bool areTotalsOld_ = false;
     std::set<String> notOpened_;  // paths
     bool hasRunFailed_ = false;   // before its last file
     float lastX_ = 0;             // of the pointer over a tree

@@ -1,5 +1,9 @@
+#include <QTabWidget>
+
 #include "ui/main/RunFromWindowTest.h"
 #include "ui/run/HitStore.h"
+#include "ui/run/HitsView.h"
+#include "ui/run/ResultTree.h"
 
 namespace tessarine
 {
@@ -13,6 +17,16 @@ class HitsInRunTest : public RunFromWindowTest
 {
 protected:
     StoredFile Stored(HitStore::FileNumber file) { return Processing().Hits().File(file); }
+
+    /// What stands in the list of hits.
+    std::vector<std::string> Rows()
+    {
+        const QAbstractItemModel& hits = *InProcessing<HitsView>("lstHits").model();
+        std::vector<std::string> rows;
+        for (int row = 0; row < hits.rowCount(); ++row)
+            rows.push_back(hits.index(row, 0).data().toString().toStdString());
+        return rows;
+    }
 
     /// What is kept of the files of the last run: the path, or the reason of a file that failed, and the hits.
     std::vector<std::string> Kept()
@@ -89,6 +103,28 @@ TEST_F(HitsInRunTest, DropsTheHitsOfAFileThatFailsAfterThem)
 
     EXPECT_THAT(Kept(), testing::Not(testing::Contains("[]")));
     EXPECT_THAT(Kept(), testing::Contains("[Fabrikam]"));
+}
+
+TEST_F(HitsInRunTest, ShowsTheHitsOfTheFileThatIsSelectedAfterTheRun)
+{
+    Presentation(u"a.pptx", {u"a Fabrikam plan", u"none", u"Fabrikam"});
+    SetJob({{u"none", u"nothing"}, {u"Fabrikam", u"Contoso"}});
+    Replace();
+    ResultTree& tree = *Processing().trvChangedFiles;
+    InProcessing<QTabWidget>("SSTab1").setCurrentIndex(1);
+
+    const QModelIndex file = tree.model()->index(0, 0);
+    tree.setCurrentIndex(tree.model()->index(1, 0, file));
+
+    EXPECT_THAT(Rows(), ElementsAre("Slide 1 “a Fabrikam plan”, shape “Title 1”, paragraph 1: a [Fabrikam → Contoso] "
+                                    "plan",
+                                    "Slide 3 “Fabrikam”, shape “Title 1”, paragraph 1: [Fabrikam → Contoso]"));
+    EXPECT_EQ(Label("lblTotals"), "Files: 1 · Pairs with hits: 2 · Hits: 3");
+
+    auto& list = InProcessing<HitsView>("lstHits");
+    list.setCurrentIndex(list.model()->index(1, 0));
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_THAT(shell.Opened(), ElementsAre(PathOf(u"a.pptx")));
 }
 
 TEST_F(HitsInRunTest, GoOnWhenTheWindowIsClosedDuringTheRun)

@@ -128,6 +128,15 @@ void ProcessingWindowTest::Add(const std::shared_ptr<CounterStatuses>& status, b
     AddResult(Window().TreeOf(status), *status, isReqCount, {mFilesChanged, mTotalChanges});
 }
 
+void ProcessingWindowTest::AddWithHits(const std::shared_ptr<CounterStatuses>& status, const std::vector<Hit>& hits,
+                                       bool isReqCount)
+{
+    for (const Hit& hit : hits)
+        Window().Hits().Take(hit);
+    const StoredHits stored = Window().Hits().Add(ReportOf(status->FileName, *status));
+    AddResult(Window().TreeOf(status), *status, isReqCount, {mFilesChanged, mTotalChanges}, {}, &stored);
+}
+
 QPoint ProcessingWindowTest::PointOf(ResultTree& tree, const QModelIndex& index)
 {
     tree.scrollTo(index);

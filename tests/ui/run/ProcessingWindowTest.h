@@ -73,6 +73,10 @@ protected:
     /// Adds a result as the main window does.
     void Add(const std::shared_ptr<CounterStatuses>& status, bool isReqCount = true);
 
+    /// Adds a result with its hits, as the main window does.
+    void AddWithHits(const std::shared_ptr<CounterStatuses>& status, const std::vector<Hit>& hits = {},
+                     bool isReqCount = true);
+
     /// The point in the middle of a row's text; the row is scrolled to.
     static QPoint PointOf(ResultTree& tree, const QModelIndex& index);
 

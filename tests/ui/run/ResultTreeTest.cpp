@@ -328,8 +328,8 @@ TEST_F(ResultTreeTest, ExpandsOnlyTheFilesOfAVeryLargeTree)
     ResultModel& results = Changed().Results();
     const ResultModel::Position file = results.AddFile(u"/a.pptx");
     for (int i = 0; i < 200'000; ++i)
-        results.AddItem(file, u"cat");
-    results.AddLocation(file, 0, u"Slides (1)");
+        results.AddItem(file, u"cat", ItemKind::PairWithHits);
+    results.AddLocation(file, 0, u"Slides (1)", Location::Slides, true);
     results.ShowAdditions();
     const QModelIndex index = Changed().model()->index(0, 0);
 
