@@ -5,7 +5,9 @@
 #include <string>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -182,7 +184,39 @@ private:
     bool hasTaken_ = false;
 };
 
-/// The question before a run over the sample decks, and the window of the run behind its end: each of its tabs.
+/// Starts a run over the sample decks, with a picture of the question before it.
+frmProcessingDocuments& RunOver(frmMain& window, std::int16_t command, const Camera& camera)
+{
+    const QuestionCamera question(camera);
+    window.cmdStartReplacing_Click(command);
+    question.Check();
+    return frmProcessingDocuments::Instance();
+}
+
+void Close(frmProcessingDocuments& run)
+{
+    run.close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+/// The results of a search: the hits of a pair, then those of a file among the pairs with hits.
+void TakeHits(frmProcessingDocuments& run, const Camera& camera)
+{
+    run.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(1);
+    ResultTree& tree = *run.trvChangedFiles;
+    const QModelIndex file = tree.model()->index(0, 0);
+    tree.expand(file);
+    tree.setCurrentIndex(tree.model()->index(0, 0, file));
+    camera.Take(run, "find-pair");
+    run.findChild<QCheckBox*>("chkOnlyWithHits")->setChecked(true);
+    tree.setCurrentIndex(tree.model()->index(0, 0));
+    auto* const hits = run.findChild<QListView*>("lstHits");
+    hits->setCurrentIndex(hits->model()->index(1, 0));
+    camera.Take(run, "find-file");
+}
+
+/// The question before a run over the sample decks, and the window of the run behind its end: the hits of a search,
+/// then each tab of a replacement.
 void TakeRun(const Camera& camera)
 {
     const SampleFolder folder;
@@ -191,21 +225,20 @@ void TakeRun(const Camera& camera)
 
     frmMain window;
     window.show();
-    {
-        const QuestionCamera question(camera);
-        window.cmdStartReplacing_Click(StartCommand::Replacing);
-        question.Check();
-    }
-    frmProcessingDocuments& run = frmProcessingDocuments::Instance();
+    frmProcessingDocuments& search = RunOver(window, StartCommand::Searching, camera);
+    TakeHits(search, camera);
+    Close(search);
+
+    frmProcessingDocuments& run = RunOver(window, StartCommand::Replacing, camera);
     auto* const tabs = run.findChild<QTabWidget*>("SSTab1");
     run.trvChangedFiles->ExpandAll();
+    run.trvChangedFiles->setCurrentIndex(run.trvChangedFiles->model()->index(0, 0));
     const char* const names[] = {"run-progress", "run-changed", "run-unchanged", "run-errors"};
     for (int tab = 0; tab < tabs->count(); ++tab) {
         tabs->setCurrentIndex(tab);
         camera.Take(run, names[tab]);
     }
-    run.close();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    Close(run);
 }
 
 void TakeAll(const Camera& camera)
