@@ -39,8 +39,12 @@ String ShapeTreePart::Title()
 {
     // A hostile title may be as long as its part, and each shape of the slide asks for it.
     constexpr std::size_t most = 1000;
-    const auto title = std::ranges::find(Shapes(), Placeholder::Title, &ShapeRecord::placeholder);
-    return title == Shapes().end() ? String() : TextAt(static_cast<std::size_t>(title - Shapes().begin()), 0, most);
+    const std::vector<ShapeRecord>& shapes = Shapes();
+    // Looked for once, as there may be many shapes. It stays, because edits neither add nor move shapes.
+    if (!titleShape_)
+        titleShape_ = static_cast<std::size_t>(
+            std::ranges::find(shapes, Placeholder::Title, &ShapeRecord::placeholder) - shapes.begin());
+    return *titleShape_ < shapes.size() ? TextAt(*titleShape_, 0, most) : String();
 }
 
 String ShapeTreePart::TextAt(std::size_t shape, std::size_t begin, std::size_t length)

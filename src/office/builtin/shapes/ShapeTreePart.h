@@ -95,6 +95,7 @@ private:
     RelationshipUses uses_{edits_};
     Hyperlinks hyperlinks_{edits_, uses_};
     PartFilter filter_;
+    std::optional<std::size_t> titleShape_;  // the first title placeholder, or the number of shapes; see Title
 };
 
 }  // namespace tessarine::builtin
