@@ -16,6 +16,7 @@
 #include "support/PackageReader.h"
 #include "support/StoredBag.h"
 #include "support/TemporaryFolder.h"
+#include "support/XlsxBook.h"
 #include "WrittenPackage.h"
 
 namespace tessarine::fuzz
@@ -202,9 +203,39 @@ std::string WorkbookStream(std::uint32_t version)
     return book.Stream();
 }
 
+void WriteXlsxBook(const SeedFolder& seeds, const std::string& name, const test::XlsxBook& book)
+{
+    std::string text;
+    for (const auto& [part, bytes] : book.Parts())
+        AppendEntry(text, part, bytes);
+    seeds.Write("xlsx", name, text);
+}
+
+void WriteXlsxBooks(const SeedFolder& seeds)
+{
+    using test::XlsxBook;
+    const std::string texts =
+        "<si><t xml:space=\"preserve\"> a_x000D_</t></si><si><r><t>b</t></r><rPh><t>c</t></rPh></si>";
+    const std::string styles =
+        "<numFmts><numFmt numFmtId=\"164\" formatCode=\"yyyy\"/></numFmts><cellXfs><xf numFmtId=\"0\"/>"
+        "<xf numFmtId=\"164\"/></cellXfs>";
+    WriteXlsxBook(seeds, "values",
+                  XlsxBook().Texts(texts).Styles(styles).Cells(
+                      "<c r=\"A1\" t=\"s\"><v>1</v></c><c t=\"s\"><v>0</v></c><c r=\"D1\" s=\"1\"><v>45292</v></c>"
+                      "<c t=\"b\"><v>1</v></c><c t=\"e\"><v>#N/A</v></c><c t=\"str\"><f>A1</f><v>b</v></c>"
+                      "<c t=\"inlineStr\"><is><t>d</t></is></c><c><f>\"e\"</f><v/></c>"));
+    WriteXlsxBook(
+        seeds, "strict",
+        XlsxBook(test::Strict())
+            .Workbook("<workbookPr date1904=\"1\"/><sheets><sheet r:id=\"rId1\"/></sheets>")
+            .Rows("<row r=\"2\"><c t=\"d\"><v>2024-01-01T12:00:00</v></c></row><row><c><v>1e3</v></c></row>"));
+    WriteXlsxBook(seeds, "no-sheet", XlsxBook().Workbook("<sheets/>"));
+}
+
 void WriteLists(const SeedFolder& seeds)
 {
     using namespace std::string_view_literals;
+    WriteXlsxBooks(seeds);
     seeds.Write("workbook", "excel-97-stream", WorkbookStream(0x0600));
     seeds.Write("workbook", "excel-95-stream", WorkbookStream(0x0500));
     seeds.Write("workbook", "excel-97", test::CompoundFile({{"Workbook", WorkbookStream(0x0600)}}));

@@ -86,7 +86,7 @@ public:
     virtual std::shared_ptr<excel::Sheets> Sheets() = 0;
     virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;  ///< Of a new workbook, its only sheet.
 
-    /// Saves under a name; its extension alone tells the format (".xls", ".csv"). Without alerts an existing file is
+    /// Saves under a name; its extension alone tells the format (".xls", ".xlsx", ".csv"). Without alerts an existing file is
     /// replaced.
     virtual void SaveAs(const String& Filename) = 0;
 

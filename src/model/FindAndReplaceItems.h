@@ -39,6 +39,10 @@ public:
     /// When true, an import adds to the list instead of starting from an empty one.
     bool KeepExistingItems = false;
 
+    /// When true, ImportList and ExportsList take .xlsx as they take .xls. Off for the windows, whose dialogs and
+    /// messages name three kinds of lists.
+    bool TakesXlsx = false;
+
     /// Reads the pairs of a list file (docs/lists.md), a table of 18 columns below a row of headers, by way of Excel
     /// (model/Excel.h). True when the headers were accepted. The items share one project, made for the import.
     ///

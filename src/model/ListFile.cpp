@@ -76,7 +76,7 @@ void FindAndReplaceItems::Import(const String& path, bool& isAccepted)
         return;
     }
     const String extension = UpperExtensionOf(path);
-    if (extension != u"XLS" && extension != u"TAB" && extension != u"CSV") {
+    if (extension != u"XLS" && extension != u"TAB" && extension != u"CSV" && !(TakesXlsx && extension == u"XLSX")) {
         ImportRefusal = ListRefusal{.reason = Reason::OtherExtension};
         return;
     }
@@ -167,7 +167,7 @@ bool FindAndReplaceItems::Export(const String& path)
         return false;
     }
     const String extension = UpperExtensionOf(path);
-    if (extension == u"XLS" || extension == u"CSV") {
+    if (extension == u"XLS" || extension == u"CSV" || (TakesXlsx && extension == u"XLSX")) {
         ExportWorkbook(path);
         return false;
     }

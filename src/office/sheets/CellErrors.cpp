@@ -1,29 +1,41 @@
 #include "office/sheets/CellErrors.h"
 
+#include <algorithm>
+#include <array>
+
 namespace tessarine::sheets
 {
 
+namespace
+{
+
+struct Named {
+    std::uint8_t code;
+    const char* name;
+};
+
+// The codes of MS-XLS 2.5.10 (BErr).
+constexpr std::array<Named, 8> errors{{{0x00, "#NULL!"},
+                                       {0x07, "#DIV/0!"},
+                                       {0x0F, "#VALUE!"},
+                                       {0x17, "#REF!"},
+                                       {0x1D, "#NAME?"},
+                                       {0x24, "#NUM!"},
+                                       {0x2A, "#N/A"},
+                                       {0x2B, "#GETTING_DATA"}}};
+
+}  // namespace
+
 const char* NameOfError(CellError error)
 {
-    // The codes of MS-XLS 2.5.10 (BErr).
-    switch (error.code) {
-        case 0x00:
-            return "#NULL!";
-        case 0x07:
-            return "#DIV/0!";
-        case 0x0F:
-            return "#VALUE!";
-        case 0x17:
-            return "#REF!";
-        case 0x1D:
-            return "#NAME?";
-        case 0x24:
-            return "#NUM!";
-        case 0x2A:
-            return "#N/A";
-        default:
-            return "#UNKNOWN!";
-    }
+    const auto found = std::ranges::find(errors, error.code, &Named::code);
+    return found == errors.end() ? "#UNKNOWN!" : found->name;
+}
+
+std::optional<CellError> ErrorNamed(std::string_view name)
+{
+    const auto found = std::ranges::find_if(errors, [&](const Named& error) { return name == error.name; });
+    return found == errors.end() ? std::nullopt : std::optional(CellError{found->code});
 }
 
 }  // namespace tessarine::sheets

@@ -14,12 +14,12 @@ namespace
 {
 
 /// The formats that a workbook need not define (MS-XLS 2.4.126); those for East Asian dates included.
-bool IsBuiltInDate(std::uint16_t id)
+bool IsBuiltInDate(std::uint32_t id)
 {
     return (id >= 14 && id <= 22) || (id >= 27 && id <= 36) || (id >= 45 && id <= 47) || (id >= 50 && id <= 58);
 }
 
-constexpr std::uint16_t firstCustomFormat = 164;
+constexpr std::uint32_t firstCustomFormat = 164;
 
 /// Year to second of a moment; the days of the week and of the year are left at 0.
 std::tm CalendarTime(std::chrono::sys_seconds moment)
@@ -86,25 +86,25 @@ std::optional<String> DateText(double number, bool countsFrom1904)
     return DisplayDateTime(CalendarTime(std::chrono::sys_seconds(since1970)));
 }
 
-void CellFormats::AddNumberFormat(std::uint16_t id, StringView code)
+void CellFormats::AddNumberFormat(std::uint32_t id, StringView code)
 {
     if (ofNumbers_.size() >= limits_.formats)
         throw Refusal("The workbook has more number formats than can be read");
     ofNumbers_[id] = ShowsDate(code);
 }
 
-void CellFormats::AddCellFormat(std::uint16_t numberFormat)
+void CellFormats::AddCellFormat(std::uint32_t numberFormat)
 {
     if (ofCells_.size() >= limits_.formats)
         throw Refusal("The workbook has more cell formats than can be read");
     ofCells_.push_back(numberFormat);
 }
 
-bool CellFormats::IsDate(std::uint16_t cellFormat) const
+bool CellFormats::IsDate(std::uint32_t cellFormat) const
 {
     if (cellFormat >= ofCells_.size())
         return false;
-    const std::uint16_t id = ofCells_[cellFormat];
+    const std::uint32_t id = ofCells_[cellFormat];
     // Workbooks define built-in formats in the words of their country, where d and s may be letters of "Standard".
     if (id < firstCustomFormat)
         return IsBuiltInDate(id);

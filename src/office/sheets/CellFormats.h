@@ -26,19 +26,19 @@ public:
     explicit CellFormats(const Limits& limits) : limits_(limits) {}
 
     /// Keeps whether a number format's code shows a date. Raises `ApplicationDefined` beyond the limits.
-    void AddNumberFormat(std::uint16_t id, StringView code);
+    void AddNumberFormat(std::uint32_t id, StringView code);
 
     /// A cell format, by the number format that it uses. Cells name these by their position. Raises
     /// `ApplicationDefined` beyond the limits.
-    void AddCellFormat(std::uint16_t numberFormat);
+    void AddCellFormat(std::uint32_t numberFormat);
 
     /// Whether a cell of this format shows a date; no for a format that there isn't.
-    bool IsDate(std::uint16_t cellFormat) const;
+    bool IsDate(std::uint32_t cellFormat) const;
 
 private:
     Limits limits_;
-    std::map<std::uint16_t, bool> ofNumbers_;  // whether it shows a date
-    std::vector<std::uint16_t> ofCells_;       // the number format of each
+    std::map<std::uint32_t, bool> ofNumbers_;  // whether it shows a date
+    std::vector<std::uint32_t> ofCells_;       // the number format of each
 };
 
 }  // namespace tessarine::sheets

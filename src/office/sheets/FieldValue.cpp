@@ -123,22 +123,21 @@ bool IsTakenForSomethingElse(StringView text)
            MayBeNumberOrDate(core);
 }
 
-/// The text of ="text", its quotes doubled inside; false for anything else.
-bool ReadTextFormula(StringView field, String& text)
+}  // namespace
+
+bool ReadTextFormula(StringView formula, String& text)
 {
-    if (field.size() < 3 || !field.starts_with(u"=\"") || field.back() != u'"')
+    if (formula.size() < 3 || !formula.starts_with(u"=\"") || formula.back() != u'"')
         return false;
-    field = field.substr(2, field.size() - 3);
+    formula = formula.substr(2, formula.size() - 3);
     text.clear();
-    for (std::size_t i = 0; i < field.size(); ++i) {
-        text += field[i];
-        if (field[i] == u'"' && (++i == field.size() || field[i] != u'"'))
+    for (std::size_t i = 0; i < formula.size(); ++i) {
+        text += formula[i];
+        if (formula[i] == u'"' && (++i == formula.size() || formula[i] != u'"'))
             return false;
     }
     return true;
 }
-
-}  // namespace
 
 Cell ValueOfField(StringView field, bool isQuoted, String& scratch)
 {

@@ -20,6 +20,9 @@ namespace tessarine::sheets
 /// The value of a field, quotes taken off. A text may be borrowed from `field` or from `scratch`.
 Cell ValueOfField(StringView field, bool isQuoted, String& scratch);
 
+/// Whether a formula, with its "=", is a text alone; that text then is in `text`, which holds anything otherwise.
+bool ReadTextFormula(StringView formula, String& text);
+
 /// The field that stands for a text: the text itself, or ="text" when some program would take it for a boolean, a
 /// number, a date or a formula.
 String FieldOfText(StringView text);

@@ -8,6 +8,7 @@
 #include "office/sheets/Refusal.h"
 #include "office/sheets/TextEncoding.h"
 #include "office/sheets/WorkbookFile.h"
+#include "office/sheets/XlsxWriter.h"
 #include "platform/CaseFolding.h"
 #include "saving/ReplacementFile.h"
 
@@ -38,7 +39,7 @@ std::string BytesOf(const String& path, const Limits& limits)
 Sheet SheetOf(const String& path, const Limits& limits)
 {
     const std::string bytes = BytesOf(path, limits);
-    if (EndsIn(path, u".XLS") || IsCompoundOrZip(bytes))
+    if (EndsIn(path, u".XLS") || EndsIn(path, u".XLSX") || IsCompoundOrZip(bytes))
         return ReadWorkbook(bytes, limits);
     return ReadDelimitedText(DecodeText(bytes), EndsIn(path, u".CSV") ? u',' : u'\t', limits);
 }
@@ -47,9 +48,11 @@ std::string FileOf(const String& path, const Sheet& sheet)
 {
     if (EndsIn(path, u".XLS"))
         return WriteWorkbook(sheet);
+    if (EndsIn(path, u".XLSX"))
+        return WriteXlsx(sheet);
     if (EndsIn(path, u".CSV"))
         return WriteCommaSeparated(sheet);
-    throw Refusal("A sheet is saved as .xls or as .csv");
+    throw Refusal("A sheet is saved as .xlsx, .xls or .csv");
 }
 
 /// The application has one number for all that fails.

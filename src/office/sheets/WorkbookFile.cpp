@@ -8,6 +8,7 @@
 #include "office/sheets/BiffRecords.h"
 #include "office/sheets/BiffWriter.h"
 #include "office/sheets/Refusal.h"
+#include "office/sheets/XlsxReader.h"
 
 namespace tessarine::sheets
 {
@@ -15,7 +16,7 @@ namespace tessarine::sheets
 namespace
 {
 
-const std::string saveAsXls = "; save it as an Excel 97-2003 workbook (.xls) first";
+const std::string saveAsWorkbook = "; save it as an Excel workbook (.xlsx or .xls) first";
 
 std::string WorkbookStream(std::string_view file)
 {
@@ -38,6 +39,14 @@ std::string WorkbookStream(std::string_view file)
 bool IsZip(std::string_view file)
 {
     return file.starts_with("PK\x03\x04");
+}
+
+/// OpenDocument files begin with an unpacked entry of this name and content.
+bool IsOpenDocument(std::string_view file)
+{
+    constexpr std::size_t reach = 128;
+    return IsZip(file) &&
+           file.substr(0, reach).find("mimetypeapplication/vnd.oasis.opendocument") != std::string_view::npos;
 }
 
 /// Whether the bytes are a workbook's stream without a compound file around it.
@@ -65,21 +74,14 @@ Failure NotAWorkbook(std::string_view file)
 
     if (head.empty())
         return Refusal("The file is empty");
-    if (IsZip(file)) {
-        // OpenDocument files begin with an unpacked entry of this name and content.
-        const bool isOpenDocument = has("mimetypeapplication/vnd.oasis.opendocument");
-        return Refusal((isOpenDocument ? "The file is an OpenDocument file"
-                                       : "The file is an Office Open XML workbook (.xlsx) or another zip file") +
-                       saveAsXls);
-    }
     if (IsOfExcel4OrEarlier(file))
-        return Refusal("The file is a workbook of Excel 4 or earlier" + saveAsXls);
+        return Refusal("The file is a workbook of Excel 4 or earlier" + saveAsWorkbook);
     if (has("urn:schemas-microsoft-com:office:spreadsheet") && has("<?xml"))
-        return Refusal("The file is an XML spreadsheet" + saveAsXls);
+        return Refusal("The file is an XML spreadsheet" + saveAsWorkbook);
     if (first != std::string::npos && head[first] == '<')
         return Refusal((has("<html") || has("<!doctype html") || has("<table") ? "The file is a web page"
                                                                                : "The file is an XML file") +
-                       saveAsXls);
+                       saveAsWorkbook);
     // Text has no NUL, but for UTF-16, which has a mark.
     if (head.find('\0') == std::string::npos || head.starts_with("\xff\xfe") || head.starts_with("\xfe\xff"))
         return Refusal("The file is text, not a workbook; name it .csv or .tab if it is a table");
@@ -94,6 +96,10 @@ Sheet ReadWorkbook(std::string_view file, const Limits& limits)
         return ReadBiff(WorkbookStream(file), limits);
     if (IsBareStream(file))
         return ReadBiff(file, limits);
+    if (IsOpenDocument(file))
+        throw Refusal("The file is an OpenDocument file" + saveAsWorkbook);
+    if (IsZip(file))
+        return ReadXlsx(file, limits);
     throw NotAWorkbook(file);
 }
 

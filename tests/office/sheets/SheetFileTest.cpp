@@ -6,6 +6,7 @@
 #include "files/Files.h"
 #include "office/sheets/Table.h"
 #include "office/sheets/WorkbookFile.h"
+#include "office/sheets/XlsxWriter.h"
 #include "platform/Failure.h"
 #ifndef _WIN32
 #include "saving/FileSizeLimit.h"
@@ -46,13 +47,14 @@ TEST(SheetFile, IsSavedAndOpenedAsItsNameAsks)
 {
     const TemporaryFolder folder;
 
-    for (const StringView name : {u"list.xls", u"list.XLS", u"list.csv", u"list.Csv"}) {
+    for (const StringView name : {u"list.xls", u"list.XLS", u"list.xlsx", u"list.Xlsx", u"list.csv", u"list.Csv"}) {
         SaveSheet(folder.PathOf(name), Sample());
 
         EXPECT_EQ(TableOf(OpenSheet(folder.PathOf(name))), TableOf(Sample())) << ToUtf8(name);
     }
 
     EXPECT_TRUE(IsCompoundOrZip(ContentOf(folder.PathOf(u"list.xls"))));
+    EXPECT_TRUE(ContentOf(folder.PathOf(u"list.xlsx")).starts_with("PK"));
     EXPECT_EQ(ContentOf(folder.PathOf(u"list.csv")), "\xEF\xBB\xBF\"a,b\",TRUE\r\n");
 }
 
@@ -91,19 +93,22 @@ TEST(SheetFile, OfTabSeparatedTextIsOpened)
 TEST(SheetFile, ThatIsAWorkbookIsOneUnderAnyName)
 {
     const TemporaryFolder folder;
-    const String path = folder.Write(u"list.csv", WriteWorkbook(Sample()));
 
-    EXPECT_EQ(TableOf(OpenSheet(path)), TableOf(Sample()));
+    for (const std::string& content : {WriteWorkbook(Sample()), WriteXlsx(Sample())}) {
+        EXPECT_EQ(TableOf(OpenSheet(folder.Write(u"list.csv", content))), TableOf(Sample()));
+        EXPECT_EQ(TableOf(OpenSheet(folder.Write(u"list.xls", content))), TableOf(Sample()));
+        EXPECT_EQ(TableOf(OpenSheet(folder.Write(u"list.xlsx", content))), TableOf(Sample()));
+    }
 }
 
 TEST(SheetFile, ThatIsNeitherWorkbookNorTextIsRefused)
 {
     const TemporaryFolder folder;
 
-    for (const StringView name : {u"list.xls", u"list.csv", u"list.tab"}) {
+    for (const StringView name : {u"list.xls", u"list.xlsx", u"list.csv", u"list.tab"}) {
         const String path = folder.Write(name, "PK\x03\x04");
 
-        EXPECT_THAT(FailureOfCall([&] { OpenSheet(path); }), testing::HasSubstr("Office Open XML")) << ToUtf8(name);
+        EXPECT_THAT(FailureOfCall([&] { OpenSheet(path); }), testing::HasSubstr("The file is damaged")) << ToUtf8(name);
     }
 }
 
@@ -124,9 +129,9 @@ TEST(SheetFile, IsNotSavedUnderOtherExtensions)
 {
     const TemporaryFolder folder;
 
-    for (const StringView name : {u"list.xlsx", u"list.tab", u"list"})
+    for (const StringView name : {u"list.ods", u"list.xlsm", u"list.tab", u"list"})
         EXPECT_THAT(FailureOfCall([&] { SaveSheet(folder.PathOf(name), Sample()); }),
-                    testing::HasSubstr(".xls or as .csv"));
+                    testing::HasSubstr("saved as .xlsx, .xls or .csv"));
 
     EXPECT_TRUE(FilesOfFolder(folder.Path()).empty());
 }

@@ -1,4 +1,4 @@
-// What a sheet holds, written and read back by both formats.
+// What a sheet holds, written and read back by all formats.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -7,6 +7,8 @@
 #include "office/sheets/Table.h"
 #include "office/sheets/TextEncoding.h"
 #include "office/sheets/WorkbookFile.h"
+#include "office/sheets/XlsxReader.h"
+#include "office/sheets/XlsxWriter.h"
 #include "platform/Failure.h"
 
 namespace tessarine::sheets
@@ -21,6 +23,7 @@ struct Format {
 };
 
 const Format workbook{"Workbook", [](const Sheet& sheet) { return ReadWorkbook(WriteWorkbook(sheet)); }};
+const Format xlsx{"Xlsx", [](const Sheet& sheet) { return ReadXlsx(WriteXlsx(sheet)); }};
 const Format commaSeparated{"CommaSeparated", [](const Sheet& sheet) {
                                 return ReadDelimitedText(DecodeText(WriteCommaSeparated(sheet)), u',');
                             }};
@@ -110,7 +113,7 @@ TEST_P(SheetRoundTrip, KeepsTheLastRowOfAWorkbook)
     EXPECT_EQ(back.UsedRange(), sheet.UsedRange());
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, SheetRoundTrip, testing::Values(workbook, commaSeparated),
+INSTANTIATE_TEST_SUITE_P(Formats, SheetRoundTrip, testing::Values(workbook, xlsx, commaSeparated),
                          [](const auto& parameter) { return parameter.param.name; });
 
 TEST(WorkbookRoundTrip, KeepsErrorsAndEmptyTexts)

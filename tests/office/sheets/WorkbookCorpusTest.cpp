@@ -6,20 +6,36 @@
 
 #include "files/Files.h"
 #include "office/sheets/WorkbookFile.h"
+#include "office/sheets/XlsxWriter.h"
 #include "platform/Failure.h"
 
 namespace tessarine::sheets
 {
 
-TEST(WorkbookCorpus, IsReadAndKeptByAWorkbookThatWeWrite)
+namespace
+{
+
+struct Kind {
+    const char* extension;  // and the name of the folder
+    std::string (*write)(const Sheet& sheet);
+};
+
+class WorkbookCorpus : public testing::TestWithParam<Kind>
+{
+};
+
+}  // namespace
+
+TEST_P(WorkbookCorpus, IsReadAndKeptByAWorkbookThatWeWrite)
 {
     const char* const corpus = std::getenv("TESSARINE_CORPUS");
-    if (!corpus || !std::filesystem::is_directory(std::filesystem::path(corpus) / "xls"))
-        GTEST_SKIP() << "TESSARINE_CORPUS names no folder with workbooks in xls";
+    const std::filesystem::path folder = std::filesystem::path(corpus ? corpus : "") / GetParam().extension;
+    if (!corpus || !std::filesystem::is_directory(folder))
+        GTEST_SKIP() << "TESSARINE_CORPUS names no folder with workbooks in " << GetParam().extension;
 
     int files = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(std::filesystem::path(corpus) / "xls")) {
-        if (entry.path().extension() != ".xls")
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+        if (entry.path().extension() != "." + std::string(GetParam().extension))
             continue;
         SCOPED_TRACE(entry.path().filename().string());
         ++files;
@@ -30,7 +46,7 @@ TEST(WorkbookCorpus, IsReadAndKeptByAWorkbookThatWeWrite)
         }
 
         const Sheet sheet = ReadWorkbook(bytes);
-        const Sheet back = ReadWorkbook(WriteWorkbook(sheet));
+        const Sheet back = ReadWorkbook(GetParam().write(sheet));
 
         std::size_t cells = 0;
         sheet.ForEach([&](std::uint32_t row, std::uint32_t column, const Cell& cell) {
@@ -42,5 +58,8 @@ TEST(WorkbookCorpus, IsReadAndKeptByAWorkbookThatWeWrite)
     }
     EXPECT_GT(files, 0);
 }
+
+INSTANTIATE_TEST_SUITE_P(Kinds, WorkbookCorpus, testing::Values(Kind{"xls", WriteWorkbook}, Kind{"xlsx", WriteXlsx}),
+                         [](const auto& parameter) { return parameter.param.extension; });
 
 }  // namespace tessarine::sheets

@@ -74,7 +74,7 @@ TEST(WorkbookFile, IsWrittenAsOneStreamThatIsNotSmall)
 TEST(WorkbookFile, SaysWhatAFileIsInstead)
 {
     EXPECT_EQ(FailureOf(""), "The file is empty");
-    EXPECT_THAT(FailureOf("PK\x03\x04\x14\0\x06\0"sv), testing::StartsWith("The file is an Office Open XML workbook"));
+    EXPECT_THAT(FailureOf("PK\x03\x04\x14\0\x06\0"sv), testing::StartsWith("The file is damaged"));
     EXPECT_THAT(
         FailureOf("PK\x03\x04" + std::string(26, '\0') + "mimetypeapplication/vnd.oasis.opendocument.spreadsheet"),
         testing::StartsWith("The file is an OpenDocument file"));

@@ -137,7 +137,7 @@ std::string_view Package::ReadInto(std::string& memory, Entry entry) const
         throw Failure(FailureNumber::Unspecified, u"The entry " + FromUtf8(zip.name) + u" is protected by a password");
     if (zip.method != zipStored && zip.method != zipDeflated)
         throw NotAPresentation("The entry " + std::string(NameOf(entry)) + " is packed by method " +
-                               std::to_string(zip.method) + ", which presentations don't use");
+                               std::to_string(zip.method) + ", which packages don't use");
     if (zip.size > limits_.partBytes || zip.packedSize > limits_.partBytes)
         throw Damage(zip.name, "it would take " + std::to_string(zip.size) + " bytes, more than a part may");
     if (zip.size > limits_.alwaysUnpacked && zip.size / limits_.ratio > zip.packedSize)

@@ -19,6 +19,8 @@ constexpr std::array known{
     Entry{"http://purl.oclc.org/ooxml/presentationml/main", Ns::Presentation},
     Entry{"http://schemas.openxmlformats.org/drawingml/2006/main", Ns::Drawing},
     Entry{"http://purl.oclc.org/ooxml/drawingml/main", Ns::Drawing},
+    Entry{"http://schemas.openxmlformats.org/spreadsheetml/2006/main", Ns::Spreadsheet},
+    Entry{"http://purl.oclc.org/ooxml/spreadsheetml/main", Ns::Spreadsheet},
     Entry{"http://schemas.openxmlformats.org/officeDocument/2006/relationships", Ns::DocumentRelationships},
     Entry{"http://purl.oclc.org/ooxml/officeDocument/relationships", Ns::DocumentRelationships},
     Entry{"http://schemas.openxmlformats.org/markup-compatibility/2006", Ns::Compatibility},

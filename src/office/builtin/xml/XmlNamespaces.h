@@ -11,6 +11,7 @@ enum class Ns {
     None,                   ///< Any other, or none.
     Presentation,           ///< p
     Drawing,                ///< a
+    Spreadsheet,            ///< x, of workbooks.
     DocumentRelationships,  ///< r, on attributes
     Compatibility,          ///< mc
     Understood,    ///< Extension vocabularies whose markup is taken in alternate content (p14, a14, cx1, v, ...).

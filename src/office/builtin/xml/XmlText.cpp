@@ -476,6 +476,12 @@ void AppendContent(std::string_view content, String& text, InnerElements element
     JoinEscapes(text, begin);
 }
 
+void AppendCharacters(std::string_view content, String& text, InnerElements elements)
+{
+    TextSink sink{text};
+    ContentReader(content, elements, sink).Read();
+}
+
 std::string DecodeAttribute(std::string_view value)
 {
     std::string decoded;

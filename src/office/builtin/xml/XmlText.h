@@ -39,6 +39,9 @@ enum class InnerElements {
 /// Appends the text that an element's content stands for: the units of ContentUnits.
 void AppendContent(std::string_view content, String& text, InnerElements elements = InnerElements::Refused);
 
+/// As AppendContent, but a "_xHHHH_" stays as it is written, for markup in which it stands for other characters, too.
+void AppendCharacters(std::string_view content, String& text, InnerElements elements = InnerElements::Refused);
+
 /// An attribute value as it reads: references decoded, line ends and tabs as blanks.
 std::string DecodeAttribute(std::string_view value);
 

@@ -6,6 +6,7 @@
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/zip/Deflate.h"
+#include "office/builtin/zip/NewEntry.h"
 #include "office/builtin/zip/ZipFormat.h"
 
 namespace tessarine::builtin
@@ -185,38 +186,10 @@ private:
 
     void WriteAdded()
     {
-        // Dates of the epoch of zip: a new part has no old date to keep, and the result depends on the input alone.
-        // APPNOTE 4.4.3 and 4.4.4: 2.0 is the first version with deflate; bit 11 says that the name is UTF-8.
-        constexpr std::uint16_t version = 20;
-        constexpr std::uint16_t utf8Names = 0x0800;
-        constexpr std::uint16_t firstOfJanuary1980 = 0x0021;
         for (const auto& [name, content] : changes_.added) {
-            const std::string packed = Deflate(content);
-            const std::uint64_t localHeader = target_.Position();
-
-            std::string common;  // the fields that both kinds of header share
-            Append<std::uint16_t>(common, version);
-            Append<std::uint16_t>(common, utf8Names);
-            Append<std::uint16_t>(common, zipDeflated);
-            Append<std::uint16_t>(common, std::uint16_t{0});
-            Append<std::uint16_t>(common, firstOfJanuary1980);
-            Append<std::uint32_t>(common, Crc32(content));
-            Append<std::uint32_t>(common, static_cast<std::uint32_t>(packed.size()));
-            Append<std::uint32_t>(common, static_cast<std::uint32_t>(content.size()));
-            Append<std::uint16_t>(common, static_cast<std::uint16_t>(name.size()));
-            Append<std::uint16_t>(common, std::uint16_t{0});
-
-            std::string header;
-            Append<std::uint32_t>(header, localSignature);
-            Put(header + common + name);
-            Put(packed);
-
-            Append<std::uint32_t>(addedRecords_, centralSignature);
-            Append<std::uint16_t>(addedRecords_, version);
-            addedRecords_ += common;
-            addedRecords_.append(10, '\0');  // comment length, disk, internal and external attributes
-            Append<std::uint32_t>(addedRecords_, static_cast<std::uint32_t>(localHeader));
-            addedRecords_ += name;
+            const NewEntry entry(name, content, target_.Position());
+            Put(entry.local);
+            addedRecords_ += entry.record;
         }
     }
 
