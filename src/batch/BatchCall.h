@@ -38,9 +38,10 @@ struct BatchCall {
     String job;                  ///< The project file of Run, JobShow and JobMake, as given.
     bool replacesOfJob = false;  ///< A Run replaces; else it only finds.
 
-    std::vector<TextPair> pairs;  ///< Of --find and --with; empty with a list and for a Run.
-    std::optional<String> list;   ///< A list file that the pairs are taken from instead, or that ListConvert reads.
-    String newList;               ///< The list file that ListConvert writes.
+    std::vector<TextPair> pairs;     ///< Of --find and --with; empty with a list, with a file of pairs and for a Run.
+    std::optional<String> list;      ///< A list file that the pairs are taken from instead, or that ListConvert reads.
+    std::optional<String> pairFile;  ///< A file of plain pairs in place of a list; "-" is standard input.
+    String newList;                  ///< The list file that ListConvert writes.
     /// Where every pair is looked for, and how its text is compared. A Run has it of its job; with a list, nowhere
     /// stands for the pairs' own places.
     OptionSetting setting;

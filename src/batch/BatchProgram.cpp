@@ -140,11 +140,12 @@ int PerformRun(const BatchCall& call, CollectedFiles collected, const std::share
     const ProjectOwner project(engine);
     FillProject(*project, call);
     BatchCall asRun = call;
-    if (call.list) {
+    if (call.list || call.pairFile) {
         NoteAll(TakeListPairs(*project, call), output);
         SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
     }
-    return ReportRun(asRun, *project, {}, call.list.value_or(String()), std::move(collected), *engine, output);
+    const String source = call.pairFile == u"-" ? String() : call.pairFile.value_or(call.list.value_or(String()));
+    return ReportRun(asRun, *project, {}, source, std::move(collected), *engine, output);
 }
 
 int RunSavedJob(const BatchCall& call, const Engines& engines, Output& output)
@@ -177,7 +178,7 @@ int MakeJob(const BatchCall& call, Output& output)
 {
     const ProjectOwner project;
     FillProject(*project, call);
-    if (call.list)
+    if (call.list || call.pairFile)
         NoteAll(TakeListPairs(*project, call), output);
     FillSavedJob(*project, call);
     output.Write("saved " + Escaped(SaveJob(*project, call.job)) + "\n");

@@ -12,6 +12,7 @@
 #include "batch/ListFiles.h"
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
+#include "batch/PairFiles.h"
 #include "batch/Refusal.h"
 #include "platform/Failure.h"
 #include "run/JobInputs.h"
@@ -174,7 +175,7 @@ void CheckPairs(OptionValues& values)
         Refuse(fmt::format("every --find needs its --with: there are {} --find and {} --with", values.finds.size(),
                            values.withs.size()));
     if (!HasLocation(call.setting))
-        SwitchOn(call.setting, "slides,shapes,notes");
+        SwitchOn(call.setting, defaultPlaces);
 
     for (std::size_t at = 0; at < values.finds.size(); ++at) {
         call.pairs.push_back({values.finds[at], hasNewTexts ? values.withs[at] : String()});
@@ -192,10 +193,17 @@ void CheckRun(OptionValues& values)
         Refuse("--revision-by needs --revision");
     // Counting is the default; --count is there for scripts that want to say so.
     call.count = !values.noCountGiven;
-    if (!call.list)
+    if (!call.list && !call.pairFile) {
         CheckPairs(values);
-    else if (!values.finds.empty() || !values.withs.empty())
-        Refuse("--list takes the place of --find and --with: give one or the other");
+        return;
+    }
+    const std::string option = call.list ? "--list" : "--pairs";
+    if (call.list && call.pairFile)
+        Refuse("--list and --pairs take the place of each other: give one of them");
+    if (!values.finds.empty() || !values.withs.empty())
+        Refuse(option + " takes the place of --find and --with: give one or the other");
+    if (call.pairFile == u"-" && call.filesFrom == u"-")
+        Refuse("--pairs and --files-from can't both read standard input");
 }
 
 /// The two files of a conversion.
@@ -204,8 +212,9 @@ void CheckConversion(BatchCall& call)
     if (call.paths.size() != 2)
         Refuse("list convert takes two list files: the one to read and the one to write");
     for (const String& path : call.paths)
-        if (!IsListName(path))
-            Refuse("\"" + ToUtf8(path) + "\" is not a list: its name must end in .xls, .csv or .tab");
+        if (!IsListName(path) && !IsPlainPairsName(path))
+            Refuse("\"" + ToUtf8(path) +
+                   "\" is not a list: its name must end in .xlsx, .xls, .csv, .tab, .tsv or .json");
     call.list = call.paths.front();
     call.newList = call.paths.back();
     call.paths.clear();

@@ -50,7 +50,9 @@ constexpr std::array<CommandHelp, 8> commands{{
      "  tessarine-batch replace --find draft --with final --keep-date --files-from list.txt\n"
      "      the files that a list names; they keep their dates\n"
      "  tessarine-batch replace --list pairs.xls decks\n"
-     "      the pairs of a workbook, each with its own places and switches\n"},
+     "      the pairs of a workbook, each with its own places and switches\n"
+     "  some-program | tessarine-batch replace --pairs - decks\n"
+     "      pairs from another program: find and new text, with a tab or a comma between them\n"},
     {"restore", "PATH ...", "Copy backups back over their files.",
      "Copies the backups that \"replace --backup\" made back over their files. The backups stay.\n",
      "  tessarine-batch restore decks\n"
@@ -80,9 +82,11 @@ constexpr std::array<CommandHelp, 8> commands{{
      "  tessarine-batch job make --find Fabrikam --with Contoso --backup -o rename.tsq decks\n"
      "  tessarine-batch job make --find 2023 --with 2024 -o year.tsq --files-from list.txt\n"},
     {"list convert", "IN OUT", "Write a list file in another format.",
-     "Reads a list of pairs and writes it in the format that the name of OUT asks for: .xls, .csv or\n"
-     ".tab. An older OUT is replaced. A .tab file can't hold tabs and line ends in its texts; when OUT\n"
-     "does not read back as the list that was written, the exit status is 1.\n"
+     "Reads a list of pairs and writes it in the format that the name of OUT asks for: .xlsx, .xls,\n"
+     ".csv or .tab, or plain pairs as --pairs takes them: .tsv or .json. IN may be any of these, and a\n"
+     ".csv, .xlsx or .xls of two columns. An older OUT is replaced. A .tab file can't hold tabs and\n"
+     "line ends in its texts; when OUT does not read back as the list that was written, the exit\n"
+     "status is 1.\n"
      "A list is a table with a first row of these 18 headers; all but two columns hold TRUE or FALSE:\n"
      "  Find What, Replace With, InBuiltinProperty, InCustomProperties, InFooter, InHandoutMaster,\n"
      "  InHeader, InHyperlinkAddresses, InLinks, InNotes, InNotesMaster, InShapesAndTextboxes,\n"

@@ -11,6 +11,7 @@
 #include "batch/EndlessPairs.h"
 #include "batch/LineText.h"
 #include "batch/Locations.h"
+#include "batch/PairFiles.h"
 #include "batch/Refusal.h"
 #include "files/Files.h"
 #include "model/ListColumns.h"
@@ -40,7 +41,7 @@ String RefusalReason(const ListRefusal& refusal)
             return u"its column " + NumberText(refusal.column) + u" is headed " + InQuotes(refusal.header) + u", not " +
                    InQuotes(ListHeaders[static_cast<std::size_t>(refusal.column) - 1]);
         case ListRefusal::Reason::OtherExtension:
-            return u"its name does not end in .xls, .csv or .tab";
+            return u"its name does not end in .xlsx, .xls, .csv or .tab";
         case ListRefusal::Reason::FileMissing:
             break;
     }
@@ -66,15 +67,35 @@ bool AreSame(const FindAndReplaceItem& left, const FindAndReplaceItem& right)
            });
 }
 
+/// Reads a written list again. Nothing when that can't be done, and then `reason` tells why.
+std::shared_ptr<FindAndReplaceItems> ReadBack(const String& path, String& reason)
+{
+    if (IsPlainPairsName(path)) {
+        try {
+            return LoadPairs(path, Command::ListConvert);
+        } catch (const Failure& failure) {
+            reason = failure.description;
+            return nullptr;
+        }
+    }
+    auto read = std::make_shared<FindAndReplaceItems>();
+    read->TakesXlsx = true;
+    if (read->ImportList(path) && !read->FileFailure)
+        return read;
+    reason = ImportReason(*read, path);
+    return nullptr;
+}
+
 /// What a written list loses when it is read again; nothing when it is the same.
 std::string LossIn(const String& path, const FindAndReplaceItems& written)
 {
     // Only reading it again tells: a format leaves out what it can't hold without any failure.
-    FindAndReplaceItems read;
-    if (!read.ImportList(path) || read.FileFailure)
-        return ToUtf8(u"it can't be read back: " + ImportReason(read, path));
+    String reason;
+    const auto read = ReadBack(path, reason);
+    if (!read)
+        return ToUtf8(u"it can't be read back: " + reason);
     const auto before = written.NewEnum();
-    const auto after = read.NewEnum();
+    const auto after = read->NewEnum();
     const auto [first, other] = std::ranges::mismatch(
         before, after, [](const auto& left, const auto& right) { return AreSame(*left, *right); });
     if (first != before.end())
@@ -87,7 +108,8 @@ std::string LossIn(const String& path, const FindAndReplaceItems& written)
 
 bool IsListName(StringView path)
 {
-    return HasExtension(path, PairListExtensions);
+    // The windows take the others alone.
+    return HasExtension(path, PairListExtensions) || HasExtension(path, u".XLSX");
 }
 
 String ImportReason(const FindAndReplaceItems& list, const String& path)
@@ -97,20 +119,52 @@ String ImportReason(const FindAndReplaceItems& list, const String& path)
     return list.ImportRefusal ? RefusalReason(*list.ImportRefusal) : String();
 }
 
-std::shared_ptr<FindAndReplaceItems> LoadList(const String& path)
+namespace
+{
+
+/// The list of a file, be it read to its end or not.
+std::shared_ptr<FindAndReplaceItems> ImportedFrom(const String& path)
 {
     // Asked here, because the import would show a message of its own.
     if (!FileExists(path))
         Refuse(u"there is no list " + InQuotes(path));
     auto list = std::make_shared<FindAndReplaceItems>();
-    if (!list->ImportList(path) || list->FileFailure)
+    list->TakesXlsx = true;
+    list->ImportList(path);
+    return list;
+}
+
+/// The same list, unless it was refused or failed.
+std::shared_ptr<FindAndReplaceItems> Complete(std::shared_ptr<FindAndReplaceItems> list, const String& path)
+{
+    if (list->ImportRefusal || list->FileFailure)
         Refuse(u"can't take the list " + InQuotes(path) + u": " + ImportReason(*list, path));
     return list;
 }
 
+/// The pairs of any file that holds some: a list of 18 columns, or plain pairs.
+std::shared_ptr<FindAndReplaceItems> LoadAnyPairs(const String& path)
+{
+    if (IsPlainPairsName(path))
+        return LoadPairs(path, Command::ListConvert);
+    auto list = ImportedFrom(path);
+    // Other programs know nothing of lists, and write two columns into a file of the same kind.
+    constexpr std::int32_t columnsOfPairs = 5;
+    const bool mayBePlain = list->ImportRefusal && list->ImportRefusal->reason == ListRefusal::Reason::ColumnCount &&
+                            list->ImportRefusal->columns > 1 && list->ImportRefusal->columns <= columnsOfPairs;
+    return mayBePlain ? LoadPairs(path, Command::ListConvert) : Complete(std::move(list), path);
+}
+
+}  // namespace
+
+std::shared_ptr<FindAndReplaceItems> LoadList(const String& path)
+{
+    return Complete(ImportedFrom(path), path);
+}
+
 std::vector<std::string> TakeListPairs(Project& project, const BatchCall& call)
 {
-    const auto list = LoadList(*call.list);
+    const auto list = call.pairFile ? LoadPairs(*call.pairFile, call.command) : LoadList(*call.list);
     std::int64_t withoutText = 0;
     std::int64_t withoutPlace = 0;
     for (const auto& item : list->NewEnum()) {
@@ -129,7 +183,9 @@ std::vector<std::string> TakeListPairs(Project& project, const BatchCall& call)
         project.FindAndReplaceList->Add(item->FindWhat, with, setting, project.shared_from_this());
     }
     if (project.FindAndReplaceList->Count() == 0)
-        Refuse(u"the list " + InQuotes(*call.list) + u" has no pair to look for");
+        Refuse(call.pairFile == u"-" ? u"standard input has no pair to look for"
+                                     : u"the list " + InQuotes(call.pairFile.value_or(call.list.value_or(String()))) +
+                                           u" has no pair to look for");
 
     std::vector<std::string> notes;
     if (withoutText > 0)
@@ -144,7 +200,7 @@ std::vector<std::string> TakeListPairs(Project& project, const BatchCall& call)
 
 ConvertedList ConvertList(const String& from, const String& to)
 {
-    const auto list = LoadList(from);
+    const auto list = LoadAnyPairs(from);
     // The export asks for the folder of the path, and a name alone has none.
     const std::filesystem::path full = std::filesystem::absolute(NativePath(to));
     const String folder = PathText(full.parent_path().native());
@@ -155,9 +211,18 @@ ConvertedList ConvertList(const String& from, const String& to)
     if (FolderExists(target))
         Refuse(InQuotes(to) + u" is a folder");
 
-    list->ExportsList(target);
-    if (list->FileFailure)
-        Refuse(u"can't write the list " + InQuotes(to) + u": " + FailureText(*list, target));
+    const auto refuse = [&](const String& reason) { Refuse(u"can't write the list " + InQuotes(to) + u": " + reason); };
+    if (IsPlainPairsName(target)) {
+        try {
+            SavePairs(target, *list);
+        } catch (const Failure& failure) {
+            refuse(WithoutPath(failure.Reason(), target));
+        }
+    } else {
+        list->ExportsList(target);
+        if (list->FileFailure)
+            refuse(FailureText(*list, target));
+    }
     return {list->Count(), LossIn(target, *list)};
 }
 

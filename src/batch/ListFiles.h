@@ -26,10 +26,10 @@ String ImportReason(const FindAndReplaceItems& list, const String& path);
 /// The pairs of a list file, all of them. Refuses (Refusal.h) a list that can't be read to its end.
 std::shared_ptr<FindAndReplaceItems> LoadList(const String& path);
 
-/// Gives a project the pairs of the call's list file, without those that have no text to look for. A pair is looked for
-/// in its own places, or in the call's when the call names some; the call's switches hold for every pair besides its
-/// own. A find takes no new texts. Gives what the user should know before a run, a line each. Refuses as LoadList, and
-/// also a list without a pair, or with one whose replacement never ends.
+/// Gives a project the pairs of the call's list file or file of pairs, without those that have no text to look for. A
+/// pair is looked for in its own places, or in the call's when the call names some; the call's switches hold for every
+/// pair besides its own. A find takes no new texts. Gives what the user should know before a run, a line each. Refuses
+/// as LoadList or LoadPairs, and also a list without a pair, or with one whose replacement never ends.
 std::vector<std::string> TakeListPairs(Project& project, const BatchCall& call);
 
 /// What became of a list that was written in another format.
@@ -38,8 +38,8 @@ struct ConvertedList {
     std::string loss;  ///< Not empty: the new file does not read back as the same list, and why.
 };
 
-/// Reads a list file and writes it as another, in the format that the name asks for. Refuses (Refusal.h) what is not
-/// possible; an older file stays then.
+/// Reads a list file or a file of pairs and writes it as another, in the format that the name asks for. Refuses
+/// (Refusal.h) what is not possible; an older file stays then.
 ConvertedList ConvertList(const String& from, const String& to);
 
 }  // namespace tessarine::batch

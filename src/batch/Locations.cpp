@@ -13,20 +13,24 @@ namespace
 
 void SwitchOnOne(OptionSetting& setting, std::string_view name)
 {
-    if (name == "all") {
-        for (const SearchLocation& location : SearchLocations)
-            setting.*location.isOn = true;
-        return;
-    }
-    const auto found =
-        std::ranges::find_if(SearchLocations, [&](const auto& location) { return location.name == name; });
-    if (found == SearchLocations.end())
+    if (!SwitchOnPlace(setting, name))
         Refuse("--in: there is no location \"" + std::string(name) + "\"; the names are " + LocationNames() +
                ", or all");
-    setting.*found->isOn = true;
 }
 
 }  // namespace
+
+bool SwitchOnPlace(OptionSetting& setting, std::string_view name)
+{
+    bool isKnown = name == "all";
+    for (const SearchLocation& location : SearchLocations) {
+        if (name == "all" || name == location.name) {
+            setting.*location.isOn = true;
+            isKnown = true;
+        }
+    }
+    return isKnown;
+}
 
 void SwitchOn(OptionSetting& setting, std::string_view names)
 {

@@ -9,6 +9,12 @@
 namespace tessarine::batch
 {
 
+/// Where a call looks that does not say it.
+inline constexpr std::string_view defaultPlaces = "slides,shapes,notes";
+
+/// Switches on the location of a name, or all of them for "all". False for a name that is none.
+bool SwitchOnPlace(OptionSetting& setting, std::string_view name);
+
 /// Switches on the locations that `names` lists: names of SearchLocations separated by commas, or "all". Refuses
 /// (Refusal.h) an unknown name with a text that tells the valid ones.
 void SwitchOn(OptionSetting& setting, std::string_view names);

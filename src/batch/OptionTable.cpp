@@ -7,6 +7,7 @@
 #include "batch/FilePattern.h"
 #include "batch/ListFiles.h"
 #include "batch/Locations.h"
+#include "batch/PairFiles.h"
 #include "batch/Refusal.h"
 #include "batch/ReportFormats.h"
 #include "platform/Failure.h"
@@ -45,7 +46,16 @@ void TakeList(OptionValues& values, const std::string& argument)
         Refuse("--list: the name of the list is empty");
     values.call.list = FromUtf8(argument);
     if (!IsListName(*values.call.list))
-        Refuse("--list: \"" + argument + "\" is not a list: its name must end in .xls, .csv or .tab");
+        Refuse("--list: \"" + argument + "\" is not a list: its name must end in .xlsx, .xls, .csv or .tab");
+}
+
+void TakePairFile(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("--pairs: the name of the file is empty");
+    values.call.pairFile = FromUtf8(argument);
+    if (argument != "-" && !IsPairFileName(*values.call.pairFile))
+        Refuse("--pairs: \"" + argument + "\" is not a file of pairs: its name must end in .csv, .tsv, .json or .xlsx");
 }
 
 String CheckedPattern(std::string_view pattern)
@@ -191,7 +201,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 33> rows{{
+const std::array<OptionRow, 34> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -207,10 +217,15 @@ const std::array<OptionRow, 33> rows{{
          values.withs.push_back(CheckedText("--with", argument));
      }},
     {"--list", "FILE", false, DescribesJob, "What to look for",
-     "Take the pairs from a list file (.xls .csv .tab) in place of --find and --with. There\n"
-     "each has its own places and switches; --in takes the place of them, --match-case and\n"
-     "--whole-word hold for all.",
+     "Take the pairs from a list file of 18 columns (.xlsx .xls .csv .tab) in place of\n"
+     "--find and --with. There each has its own places and switches; --in takes the place\n"
+     "of them, --match-case and --whole-word hold for all.",
      TakeList},
+    {"--pairs", "FILE", false, DescribesJob, "What to look for",
+     "Take the pairs from a file of two columns (.csv .tsv .json .xlsx), or from standard\n"
+     "input for -, in place of --find and --with. With a first row of names there may be\n"
+     "more columns: find, with, case, word, in.",
+     TakePairFile},
     {"--match-case", "", false, DescribesJob, "What to look for", "Tell capital from small letters.",
      [](OptionValues& values, const std::string&) { values.call.setting.MatchCase = true; }},
     {"--whole-word", "", false, DescribesJob, "What to look for", "Leave a text alone that is part of a longer word.",

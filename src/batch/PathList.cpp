@@ -1,32 +1,15 @@
 #include "batch/PathList.h"
 
-#include <cstdio>
 #include <filesystem>
 
 #include "batch/LineText.h"
 #include "batch/Refusal.h"
+#include "batch/StandardInput.h"
 #include "files/Files.h"
-#include "platform/Failure.h"
 #include "platform/NativePath.h"
 
 namespace tessarine::batch
 {
-
-namespace
-{
-
-std::string ReadStandardInput()
-{
-    std::string bytes;
-    char piece[65536];
-    while (const std::size_t count = std::fread(piece, 1, sizeof piece, stdin))
-        bytes.append(piece, count);
-    if (std::ferror(stdin))
-        throw Failure(FailureNumber::DeviceIO, u"standard input can't be read");
-    return bytes;
-}
-
-}  // namespace
 
 std::vector<String> PathsOfList(std::string_view bytes)
 {

@@ -322,12 +322,20 @@ INSTANTIATE_TEST_SUITE_P(
         InvalidCall{"ListAndWith", {"replace", "--list", "a.xls", "--with", "a", "x"}, "give one or the other"},
         InvalidCall{"TwoLists", {"find", "--list", "a.xls", "--list", "b.xls", "x"}, "--list is given twice"},
         InvalidCall{"EmptyList", {"find", "--list", "", "x"}, "the name of the list is empty"},
-        InvalidCall{"ListOfAnotherKind", {"find", "--list", "a.xlsx", "x"}, "must end in .xls, .csv or .tab"},
+        InvalidCall{"PairsOfAnotherKind", {"find", "--pairs", "a.txt", "x"}, "must end in .csv, .tsv, .json or .xlsx"},
+        InvalidCall{"PairsWithoutName", {"find", "--pairs=", "x"}, "--pairs: the name of the file is empty"},
+        InvalidCall{
+            "PairsAndList", {"find", "--pairs", "a.csv", "--list", "a.xls", "x"}, "take the place of each other"},
+        InvalidCall{
+            "PairsAndFind", {"find", "--pairs", "a.csv", "--find", "a", "x"}, "--pairs takes the place of --find"},
+        InvalidCall{
+            "PairsAndFilesFromInput", {"find", "--pairs", "-", "--files-from", "-"}, "both read standard input"},
+        InvalidCall{"ListOfAnotherKind", {"find", "--list", "a.ods", "x"}, "must end in .xlsx, .xls, .csv or .tab"},
         InvalidCall{"ListInARun", {"run", "--list", "a.xls", "x.tsq"}, "--list is not an option of run"},
         InvalidCall{"ListWithoutAPath", {"find", "--list", "a.xls"}, "no file or folder is named"},
         InvalidCall{"ConvertOneList", {"list", "convert", "a.xls"}, "takes two list files"},
         InvalidCall{"ConvertThreeLists", {"list", "convert", "a.xls", "b.csv", "c.tab"}, "takes two list files"},
-        InvalidCall{"ConvertFromAnotherKind", {"list", "convert", "a.xlsx", "b.csv"}, "\"a.xlsx\" is not a list"},
+        InvalidCall{"ConvertFromAnotherKind", {"list", "convert", "a.ods", "b.csv"}, "\"a.ods\" is not a list"},
         InvalidCall{"ConvertToAnotherKind", {"list", "convert", "a.xls", "b.txt"}, "\"b.txt\" is not a list"},
         InvalidCall{"NoFind", {"find", "x"}, "--find is missing"},
         InvalidCall{"EmptyFind", {"find", "--find", "", "x"}, "the text to look for is empty"},

@@ -49,18 +49,22 @@ std::vector<Example> ExamplesOf(const std::string& page)
     return examples;
 }
 
-/// The list that the page about lists shows.
-std::string ListOfTheListPage()
+/// The files that the page about lists shows: a list, plain pairs, and these as JSON.
+std::vector<std::string> FilesOfTheListPage()
 {
     std::ifstream file(TESSARINE_LIST_PAGE);
-    std::string list;
+    std::vector<std::string> files;
     bool inside = false;
     for (std::string line; std::getline(file, line);) {
-        inside = line.starts_with("```") ? !inside : inside;
-        if (inside && !line.starts_with("```"))
-            list += line + "\n";
+        if (line.starts_with("```")) {
+            inside = !inside;
+            if (inside)
+                files.emplace_back();
+        } else if (inside) {
+            files.back() += line + "\n";
+        }
     }
-    return list;
+    return files;
 }
 
 TEST(DocumentedCommandsTest, PrintWhatThePageShows)
@@ -73,17 +77,25 @@ TEST(DocumentedCommandsTest, PrintWhatThePageShows)
                              .Bytes());
     program.folder.Write(u"decks/b.pptx", Deck().Slide(Title(u"Nothing of the kind")).Bytes());
 
-    program.folder.Write(u"pairs.csv", ListOfTheListPage());
+    const std::vector<std::string> files = FilesOfTheListPage();
+    ASSERT_EQ(files.size(), 3u);
+    program.folder.Write(u"pairs.csv", files[0]);
+    program.folder.Write(u"names.csv", files[1]);
+    program.folder.Write(u"names.json", files[2]);
 
     const auto examples = ExamplesOf(TESSARINE_BATCH_PAGE);
 
-    EXPECT_EQ(examples.size(), 10u);
+    EXPECT_EQ(examples.size(), 11u);
     for (const Example& example : examples) {
         const Outcome outcome = program.Run(example.arguments);
         EXPECT_EQ(outcome.output, WithFolder(example.output, ToUtf8(program.folder.Path())));
         EXPECT_EQ(outcome.error, "");
         EXPECT_EQ(outcome.status, 0);
     }
+
+    EXPECT_EQ(program.Run({"list", "convert", "names.csv", "of-csv.json"}).status, 0);
+    EXPECT_EQ(program.Run({"list", "convert", "names.json", "of-json.json"}).status, 0);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u"of-json.json")), ContentOf(program.folder.PathOf(u"of-csv.json")));
 }
 
 }  // namespace

@@ -114,7 +114,8 @@ TEST_F(ListProgramTest, RefusesAUselessListBeforeAnyFileIsTouched)
     };
 
     EXPECT_EQ(RefusalOf({"replace", "--list", "gone.xls", "decks"}), "there is no list \"gone.xls\"\n");
-    EXPECT_EQ(refusal(u"a.xlsx", ""), "--list: \"a.xlsx\" is not a list: its name must end in .xls, .csv or .tab\n");
+    EXPECT_EQ(refusal(u"a.ods", ""),
+              "--list: \"a.ods\" is not a list: its name must end in .xlsx, .xls, .csv or .tab\n");
     EXPECT_EQ(refusal(u"few.csv", "Find What,Replace With\r\n"),
               "can't take the list \"few.csv\": it has 2 columns, and a list of pairs has 18\n");
     EXPECT_EQ(refusal(u"head.csv", " " + headers),
@@ -124,9 +125,10 @@ TEST_F(ListProgramTest, RefusesAUselessListBeforeAnyFileIsTouched)
               "replacing \"cat\" by \"a cat\" never ends: the new text holds the old one behind its start, so every "
               "replacement makes a further one\n");
     EXPECT_EQ(refusal(u"page.xls", "<html><table><tr><td>Find What</td></tr></table></html>"),
-              "can't take the list \"page.xls\": The file is a web page; save it as an Excel 97-2003 workbook (.xls) "
+              "can't take the list \"page.xls\": The file is a web page; save it as an Excel workbook (.xlsx or .xls) "
               "first\n");
-    EXPECT_THAT(refusal(u"new.xls", Deck().Bytes()), HasSubstr("Office Open XML"));
+    EXPECT_EQ(refusal(u"new.xlsx", Deck().Bytes()),
+              "can't take the list \"new.xlsx\": The file is some other Office document, not a workbook\n");
     EXPECT_THAT(refusal(u"empty.xls", ""), HasSubstr("can't take the list \"empty.xls\": The file is empty"));
     std::string rows = headers;
     for (int row = 0; row < 32767; ++row)
@@ -156,9 +158,9 @@ TEST_F(ListProgramTest, AJobTakesAListIntoItself)
 
 TEST_F(ListProgramTest, AListIsConvertedBetweenAllFormats)
 {
-    const std::vector<std::pair<const char*, const char*>> steps{{"pairs.csv", "a.xls"}, {"a.xls", "b.tab"},
-                                                                 {"b.tab", "c.CSV"},     {"c.CSV", "d.tab"},
-                                                                 {"d.tab", "e.XLS"},     {"e.XLS", "f.csv"}};
+    const std::vector<std::pair<const char*, const char*>> steps{
+        {"pairs.csv", "a.xls"}, {"a.xls", "b.tab"},  {"b.tab", "c.CSV"},   {"c.CSV", "d.tab"},
+        {"d.tab", "e.XLS"},     {"e.XLS", "g.xlsx"}, {"g.xlsx", "h.XLSX"}, {"h.XLSX", "f.csv"}};
     for (const auto& [from, to] : steps) {
         const Outcome outcome = program.Run({"list", "convert", from, to});
         EXPECT_EQ(outcome.output, "saved " + std::string(to) + ": 2 pairs\n");
@@ -168,7 +170,9 @@ TEST_F(ListProgramTest, AListIsConvertedBetweenAllFormats)
 
     EXPECT_EQ(ContentOf(PathOf(u"f.csv")), ContentOf(PathOf(u"c.CSV")));
     EXPECT_THAT(ContentOf(PathOf(u"b.tab")), HasSubstr("\nFabrikam\tContoso\tFalse\t"));
+    EXPECT_TRUE(ContentOf(PathOf(u"h.XLSX")).starts_with("PK"));
     EXPECT_THAT(program.Run({"find", "--list", "e.XLS", "decks"}).output, HasSubstr("3 found"));
+    EXPECT_THAT(program.Run({"find", "--list", "h.XLSX", "decks"}).output, HasSubstr("3 found"));
 }
 
 TEST_F(ListProgramTest, AConversionToTabLogsALineThoughItIsDone)
@@ -200,13 +204,13 @@ TEST_F(ListProgramTest, AConversionThatLosesTextsSaysSo)
 TEST_F(ListProgramTest, AnImpossibleConversionLeavesTheOldFile)
 {
     program.folder.Write(u"old.xls", "old");
-    program.folder.Write(u"bad.csv", "a,b\r\n");
+    program.folder.Write(u"bad.csv", "a,b,c,d,e,f\r\n");
     program.folder.Write(u"long.csv", headers + Row("a", std::string(32768, 'x'), {inSlides}));
     program.folder.MakeFolder(u"folder.xls");
 
     EXPECT_EQ(RefusalOf({"list", "convert", "gone.csv", "old.xls"}), "there is no list \"gone.csv\"\n");
     EXPECT_EQ(RefusalOf({"list", "convert", "bad.csv", "old.xls"}),
-              "can't take the list \"bad.csv\": it has 2 columns, and a list of pairs has 18\n");
+              "can't take the list \"bad.csv\": it has 6 columns, and a list of pairs has 18\n");
     EXPECT_EQ(RefusalOf({"list", "convert", "pairs.csv", "none/a.xls"}),
               "there is no folder \"" + ToUtf8(PathOf(u"none")) + "\"\n");
     EXPECT_EQ(RefusalOf({"list", "convert", "pairs.csv", "folder.xls"}), "\"folder.xls\" is a folder\n");
