@@ -199,17 +199,27 @@ void Close(frmProcessingDocuments& run)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-/// The results of a search: the hits of a pair, then those of a file among the pairs with hits.
+/// The file of a tree whose path holds a text.
+QModelIndex FileIn(const ResultTree& tree, QStringView text)
+{
+    for (int row = 0; row < tree.model()->rowCount(); ++row)
+        if (const QModelIndex index = tree.model()->index(row, 0); index.data().toString().contains(text))
+            return index;
+    throw std::runtime_error("a file is missing in the results: " + text.toString().toStdString());
+}
+
+/// The results of a search: the hits of a pair, then, with the other pairs hidden, those of a file that is written from
+/// right to left.
 void TakeHits(frmProcessingDocuments& run, const Camera& camera)
 {
     run.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(1);
     ResultTree& tree = *run.trvChangedFiles;
-    const QModelIndex file = tree.model()->index(0, 0);
+    const QModelIndex file = FileIn(tree, u"Quarterly");
     tree.expand(file);
     tree.setCurrentIndex(tree.model()->index(0, 0, file));
     camera.Take(run, "find-pair");
     run.findChild<QCheckBox*>("chkOnlyWithHits")->setChecked(true);
-    tree.setCurrentIndex(tree.model()->index(0, 0));
+    tree.setCurrentIndex(FileIn(tree, u"عرض"));
     auto* const hits = run.findChild<QListView*>("lstHits");
     hits->setCurrentIndex(hits->model()->index(1, 0));
     camera.Take(run, "find-file");
@@ -232,7 +242,7 @@ void TakeRun(const Camera& camera)
     frmProcessingDocuments& run = RunOver(window, StartCommand::Replacing, camera);
     auto* const tabs = run.findChild<QTabWidget*>("SSTab1");
     run.trvChangedFiles->ExpandAll();
-    run.trvChangedFiles->setCurrentIndex(run.trvChangedFiles->model()->index(0, 0));
+    run.trvChangedFiles->setCurrentIndex(FileIn(*run.trvChangedFiles, u"Quarterly"));
     const char* const names[] = {"run-progress", "run-changed", "run-unchanged", "run-errors"};
     for (int tab = 0; tab < tabs->count(); ++tab) {
         tabs->setCurrentIndex(tab);

@@ -5,11 +5,13 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "ui/run/ElidedLabel.h"
+
 namespace tessarine
 {
 
 FilterBar::FilterBar(int number, bool hasPairs, QWidget* parent)
-    : QWidget(parent), txtFilter(new QLineEdit(this)), lblShown(new QLabel(this))
+    : QWidget(parent), txtFilter(new QLineEdit(this)), lblShown(new ElidedLabel(this))
 {
     txtFilter->setObjectName(QString("txtFilter(%1)").arg(number));
     txtFilter->setClearButtonEnabled(true);

@@ -18,9 +18,10 @@ namespace
 
 constexpr int betweenLines = 2;  // pixels
 
+/// On all sides of a row, in heights of the font, so that the room grows with the user's text.
 int Margin(const QFontMetrics& metrics)
 {
-    return metrics.height() / 3;
+    return metrics.height() / 4;
 }
 
 int WidthOf(const QFontMetrics& metrics, StringView text)
@@ -135,7 +136,7 @@ QSize HitDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInde
 {
     const QFontMetrics metrics(option.font);
     // Any width will do; a row takes that of the list.
-    return {metrics.averageCharWidth() * 20, 2 * metrics.height() + betweenLines + Margin(metrics)};
+    return {metrics.averageCharWidth() * 20, 2 * metrics.height() + betweenLines + 2 * Margin(metrics)};
 }
 
 void HitDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -150,7 +151,7 @@ void HitDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     const auto hit = index.data(HitsModel::RowRole).value<HitRow>();
     const QFontMetrics metrics(row.font);
     const int margin = Margin(metrics);
-    QRect place = row.rect.adjusted(margin, margin / 2, -margin, 0);
+    QRect place = row.rect.adjusted(margin, margin, -margin, 0);
     place.setHeight(metrics.height());
     const bool isSelected = row.state.testFlag(QStyle::State_Selected);
     const auto group = row.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
@@ -161,7 +162,7 @@ void HitDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     painter->setFont(row.font);
     painter->setPen(isSelected ? plain : GreyText(row.palette));
     const QString heading = hit.remark.isEmpty() ? hit.place : hit.place + " – " + hit.remark;
-    style.drawItemText(painter, place, Qt::AlignLeading | Qt::AlignVCenter, row.palette, true,
+    style.drawItemText(painter, place, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextDontClip, row.palette, true,
                        metrics.elidedText(heading, Qt::ElideRight, place.width()));
     if (hit.isHit) {
         painter->setPen(plain);

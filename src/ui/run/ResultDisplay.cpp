@@ -130,7 +130,7 @@ void frmProcessingDocuments::ShowTotalsNow()
         if (Trees()[i] == trvChangedFiles)
             text += HitTotals(results.Totals());
         filters[i]->PutTotals(text);
-        lblCount[i]->setText(all > 0 ? QString::number(all) : QString());
+        lblCount[i]->setText(all > 0 ? u'(' + QString::number(all) + u')' : QString());
         lblCount[i]->adjustSize();
         // Set once more, because the tab makes room for it only then; which hides it.
         SSTab1->tabBar()->setTabButton(static_cast<int>(i) + 1, QTabBar::RightSide, lblCount[i]);

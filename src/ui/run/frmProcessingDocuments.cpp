@@ -123,9 +123,10 @@ void frmProcessingDocuments::LoadLng()
         NameTrees();
         ShowFailures();
         // All tabs of the language in force can be seen without scrolling, with thousands of files in each.
-        const int counts = 3 * fontMetrics().horizontalAdvance("00000 ");
-        setMinimumSize(SSTab1->tabBar()->sizeHint().width() + counts + 2 * fontMetrics().height(),
-                       fontMetrics().height() * 24);
+        const int counts = 3 * fontMetrics().horizontalAdvance("(00000) ");
+        setMinimumSize(QSize(SSTab1->tabBar()->sizeHint().width() + counts + 2 * fontMetrics().height(),
+                             fontMetrics().height() * 26)
+                           .expandedTo(layout()->totalMinimumSize()));
     });
 }
 
