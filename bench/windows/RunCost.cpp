@@ -4,12 +4,14 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <memory>
 #include <string>
 
 #include <QApplication>
 #include <QProgressBar>
+#include <QTabWidget>
 #include <QTest>
 
 #include "../Decks.h"
@@ -17,12 +19,14 @@
 #include "app/GlobalState.h"
 #include "desktop/DesktopPorts.h"
 #include "engine/CounterStatuses.h"
+#include "engine/Hit.h"
 #include "i18n/QtText.h"
 #include "office/builtin/Provider.h"
 #include "platform/Messages.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/StartCommand.h"
 #include "ui/run/frmProcessingDocuments.h"
+#include "ui/run/ResultTree.h"
 
 namespace tessarine::bench
 {
@@ -101,6 +105,49 @@ std::shared_ptr<CounterStatuses> Result(int file)
     return result;
 }
 
+/// What a file's run tells of its hits: so many, each with its context.
+void TellHits(int hits)
+{
+    for (int i = 0; i < hits; ++i) {
+        HitPlace place;
+        place.pair = i % 50 + 1;
+        place.slide = i / 10 + 1;
+        place.slideTitle = u"What we achieved";
+        place.shape = 2;
+        place.shapeName = u"Content Placeholder 2";
+        Hit hit;
+        hit.place = std::make_shared<const HitPlace>(std::move(place));
+        hit.paragraph = 1;
+        hit.before = String(60, u'b');
+        hit.text = u"Fabrikam";
+        hit.after = String(60, u'a');
+        CurrentProject->HitFound(hit);
+    }
+}
+
+/// Prints what something takes that a person does, until the window shows it.
+void MeasureStep(const char* what, const std::function<void()>& act)
+{
+    const auto start = std::chrono::steady_clock::now();
+    act();
+    QCoreApplication::processEvents();
+    const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
+    std::printf("  %s: %.1f ms\n", what, taken.count());
+}
+
+/// What a person does with the results of a long run.
+void MeasureResults(frmProcessingDocuments& window)
+{
+    ResultTree& tree = *window.trvChangedFiles;
+    MeasureStep("all files come into sight", [&] { window.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(1); });
+    MeasureStep("a name in the filter", [&] { tree.PutFilter({"Offer", false}); });
+    MeasureStep("a name that every tenth path holds", [&] { tree.PutFilter({"7/", false}); });
+    MeasureStep("only pairs with hits", [&] { tree.PutFilter({{}, true}); });
+    MeasureStep("all again", [&] { tree.PutFilter({}); });
+    MeasureStep("all files opened", [&] { tree.ExpandAll(); });
+    MeasureStep("the hits of a file", [&] { tree.setCurrentIndex(tree.model()->index(10'000, 0)); });
+}
+
 }  // namespace
 
 void MeasureRuns()
@@ -137,6 +184,7 @@ void MeasureRuns()
 void MeasureReport()
 {
     constexpr int files = 20'000;
+    constexpr int hitsOfFile = 20;
     MakeJob(u"/nowhere");
     const DesktopPorts ports;
     frmMain window;
@@ -153,20 +201,22 @@ void MeasureReport()
         const auto result = Result(file);
         const auto start = std::chrono::steady_clock::now();
         window.mProject_BeforFileProcess(result->FileName);
+        TellHits(hitsOfFile);
         window.mProject_AfterFileProcess(result);
         DeliverPendingEvents();
         const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - start;
         report += taken.count();
         slowest = std::max(slowest, taken.count());
     }
-    std::printf("The report of %d files with 50 pairs: %.3f ms a file, slowest %.1f ms, %.0f MiB\n", files,
-                report / files, slowest, static_cast<double>(PeakKibibytes() - before) / 1024);
+    std::printf("The report of %d files with 50 pairs and %d hits: %.3f ms a file, slowest %.1f ms, %.0f MiB\n", files,
+                hitsOfFile, report / files, slowest, static_cast<double>(PeakKibibytes() - before) / 1024);
 
     processing.IsComplited = true;
     const auto start = std::chrono::steady_clock::now();
     processing.cmdCopyLog_Click();
     const std::chrono::duration<double, std::milli> copied = std::chrono::steady_clock::now() - start;
     std::printf("  its log to the clipboard: %.0f ms\n", copied.count());
+    MeasureResults(processing);
     processing.close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EndJob();
