@@ -208,10 +208,11 @@ QModelIndex FileIn(const ResultTree& tree, QStringView text)
     throw std::runtime_error("a file is missing in the results: " + text.toString().toStdString());
 }
 
-/// The results of a search: the hits of a pair, then, with the other pairs hidden, those of a file that is written from
-/// right to left.
+/// The end of a search and its results: the hits of a pair, then, with the other pairs hidden, those of a file that is
+/// written from right to left.
 void TakeHits(frmProcessingDocuments& run, const Camera& camera)
 {
+    camera.Take(run, "find-progress");
     run.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(1);
     ResultTree& tree = *run.trvChangedFiles;
     const QModelIndex file = FileIn(tree, u"Quarterly");
@@ -242,10 +243,12 @@ void TakeRun(const Camera& camera)
     frmProcessingDocuments& run = RunOver(window, StartCommand::Replacing, camera);
     auto* const tabs = run.findChild<QTabWidget*>("SSTab1");
     run.trvChangedFiles->ExpandAll();
-    run.trvChangedFiles->setCurrentIndex(FileIn(*run.trvChangedFiles, u"Quarterly"));
+    const QModelIndex file = FileIn(*run.trvChangedFiles, u"Quarterly");
+    run.trvChangedFiles->setCurrentIndex(file);
     const char* const names[] = {"run-progress", "run-changed", "run-unchanged", "run-errors"};
     for (int tab = 0; tab < tabs->count(); ++tab) {
         tabs->setCurrentIndex(tab);
+        run.trvChangedFiles->scrollTo(file, QAbstractItemView::PositionAtTop);
         camera.Take(run, names[tab]);
     }
     Close(run);
