@@ -1,5 +1,6 @@
 #include "Cases.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -11,11 +12,18 @@ namespace tessarine::bench
 namespace
 {
 
-const Floor OpenFloor{"inflate what names the slides", [](const auto& deck) { InflateNames(deck); }};
-const Floor FindFloor{"inflate slides and notes", [](const auto& deck) { InflateSlidesAndNotes(deck); }};
-const Floor ReplaceFloor{"inflate, deflate hits, copy, flush", [](const auto& deck) { DeflateHitsAgain(deck, true); }};
-const Floor ReplaceFloorUnflushed{"the same without the flush",
-                                  [](const auto& deck) { DeflateHitsAgain(deck, false); }};
+template <class Work>
+Floor ForEachDeck(const std::string& name, Work&& work)
+{
+    return {name, [work](const Paths& decks) { std::for_each(decks.begin(), decks.end(), work); }};
+}
+
+const Floor OpenFloor = ForEachDeck("inflate what names the slides", [](const auto& deck) { InflateNames(deck); });
+const Floor FindFloor = ForEachDeck("inflate slides and notes", [](const auto& deck) { InflateSlidesAndNotes(deck); });
+const Floor ReplaceFloor =
+    ForEachDeck("inflate, deflate hits, copy, flush", [](const auto& deck) { DeflateHitsAgain(deck, true); });
+const Floor ReplaceFloorUnflushed =
+    ForEachDeck("the same without the flush", [](const auto& deck) { DeflateHitsAgain(deck, false); });
 
 Case FindWithHits(const std::string& name, const DeckSet& set)
 {
@@ -48,6 +56,17 @@ Case ReplaceWithoutHits(const DeckSet& set)
     return {"ReplaceWithoutHits", set, work, Case::Hits::None, true, {FindFloor}};
 }
 
+/// Calls of the batch program that show hits, beside the same without.
+Case ShowHits(const std::string& name, const DeckSet& set, const std::vector<std::string>& find,
+              std::vector<std::string> show = {"--show"})
+{
+    const auto work = [](const std::vector<std::string>& options) {
+        return [options](const Paths& decks) { return CallBatchProgram(options, decks); };
+    };
+    show.insert(show.begin(), find.begin(), find.end());
+    return {name, set, work(show), Case::Hits::Some, false, {{"the same, hits not shown", work(find)}}};
+}
+
 }  // namespace
 
 std::vector<Case> AllCases()
@@ -66,7 +85,15 @@ std::vector<Case> AllCases()
     cases.push_back(FindWithoutHits("PairsThatDoNotOccur/500", Middle, 500));
     cases.push_back(FindWithHits("MediaDeck/Find", Media));
     cases.push_back(ReplaceAndSave("MediaDeck/ReplaceAndSave", Media));
-    cases.push_back({"BatchOfTwoSmallDecks", Two, CallBatchProgram, Case::Hits::None, false, {}});
+    const std::vector<std::string> usual{"--find", "Fabrikam"};
+    const std::vector<std::string> letter{"--find", "e"};
+    for (const DeckSet& set : {Small, Middle, Large})
+        cases.push_back(ShowHits("ShowHits", set, usual));
+    cases.push_back(ShowHits("ShowHits/json", Middle, {"--find", "Fabrikam", "--format", "json"}));
+    cases.push_back(ShowHits("ShowHits/of a letter", Middle, letter));
+    cases.push_back(ShowHits("ShowHits/of a letter, all", Middle, letter, {"--show", "--max-hits", "0"}));
+    const auto callForTwo = [usual](const Paths& decks) { return CallBatchProgram(usual, decks); };
+    cases.push_back({"BatchOfTwoSmallDecks", Two, callForTwo, Case::Hits::Some, false, {}});
     return cases;
 }
 

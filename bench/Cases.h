@@ -1,6 +1,5 @@
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -11,10 +10,10 @@
 namespace tessarine::bench
 {
 
-/// The least work for the same outcome, beside which a case is measured.
+/// What a case is measured beside: the least work for the same outcome, or the same without what the case is about.
 struct Floor {
     std::string name;
-    std::function<void(const std::filesystem::path& deck)> work;
+    std::function<void(const Paths&)> work;
 };
 
 /// One thing that a user waits for, with one set of decks.

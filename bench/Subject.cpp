@@ -4,9 +4,14 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "engine/CounterStatuses.h"
 #include "model/Project.h"
@@ -18,6 +23,22 @@ namespace tessarine::bench
 
 namespace
 {
+
+/// What the last line of a report says, in text or JSON: "..., 0 failed; 640 occurrences found", "occurrences":640}}.
+std::int64_t OccurrencesIn(const std::string& report)
+{
+    std::ifstream file(report, std::ios::ate | std::ios::binary);
+    constexpr std::streamoff longestLine = 300;
+    file.seekg(-std::min<std::streamoff>(longestLine, file.tellg()), std::ios::end);
+    const std::string end((std::istreambuf_iterator<char>(file)), {});
+    const std::size_t text = end.rfind("failed; ");
+    const std::size_t json = end.rfind("\"occurrences\":");
+    constexpr std::size_t textSize = std::string_view("failed; ").size();
+    constexpr std::size_t jsonSize = std::string_view("\"occurrences\":").size();
+    if (text != std::string::npos)
+        return std::atoll(end.c_str() + text + textSize);
+    return json == std::string::npos ? 0 : std::atoll(end.c_str() + json + jsonSize);
+}
 
 String PathText(const std::filesystem::path& path)
 {
@@ -83,9 +104,10 @@ Outcome Replace(const Paths& decks, const std::vector<Pair>& pairs)
     return Run(decks, pairs, true);
 }
 
-Outcome CallBatchProgram(const Paths& decks)
+Outcome CallBatchProgram(const std::vector<std::string>& options, const Paths& decks)
 {
-    std::vector<std::string> arguments{TESSARINE_BATCH_PROGRAM, "find", "--find", "Fabrikam"};
+    std::vector<std::string> arguments{TESSARINE_BATCH_PROGRAM, "find"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
     for (const std::filesystem::path& deck : decks)
         arguments.push_back(deck.string());
     std::vector<char*> pointers;
@@ -95,7 +117,8 @@ Outcome CallBatchProgram(const Paths& decks)
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+    const std::string report = std::string(TESSARINE_BENCH_DECKS) + "/report";
+    posix_spawn_file_actions_addopen(&actions, 1, report.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     pid_t child = 0;
     const int error = posix_spawn(&child, pointers[0], &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
@@ -107,6 +130,7 @@ Outcome CallBatchProgram(const Paths& decks)
     Outcome outcome;
     outcome.files = static_cast<std::int64_t>(decks.size());
     outcome.failed = WIFEXITED(status) && WEXITSTATUS(status) == 0 ? 0 : outcome.files;
+    outcome.occurrences = OccurrencesIn(report);
     return outcome;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "platform/String.h"
@@ -32,8 +33,8 @@ Outcome OpenAndClose(const Paths& decks);
 Outcome Find(const Paths& decks, const std::vector<Pair>& pairs);
 Outcome Replace(const Paths& decks, const std::vector<Pair>& pairs);
 
-/// One call of the batch program, a find without options over the decks.
-Outcome CallBatchProgram(const Paths& decks);
+/// One call of the batch program, a find with these options over the decks.
+Outcome CallBatchProgram(const std::vector<std::string>& options, const Paths& decks);
 
 /// The pair that every third slide holds, and pairs of other words that no deck holds.
 Pair SoughtPair();

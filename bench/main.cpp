@@ -132,7 +132,7 @@ void RegisterCase(const Case& item)
     Register(FullName(item), item, "work", [item](const Paths& decks) { return Complaint(item, item.work(decks)); });
     for (const Floor& floor : item.floors) {
         const auto work = [floor](const Paths& decks) -> std::optional<std::string> {
-            std::for_each(decks.begin(), decks.end(), floor.work);
+            floor.work(decks);
             return {};
         };
         Register(FullName(item) + "/" + floor.name, item, floor.name, work);

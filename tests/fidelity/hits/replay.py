@@ -1,4 +1,4 @@
-"""Does to the texts of a presentation what the hits of a replace run say, to hold the outcome against the saved file."""
+"""Does to the texts of a presentation what the hits of a replace run say, and compares them with the saved file's."""
 
 from hits import label
 from texts import LINKED_OBJECT, units
