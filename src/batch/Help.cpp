@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 
+#include "batch/Commit.h"
 #include "batch/OptionTable.h"
 
 namespace tessarine::batch
@@ -170,7 +171,8 @@ std::string GeneralHelp()
 
 std::string VersionText()
 {
-    return fmt::format("tessarine-batch {}\n", TESSARINE_VERSION);
+    const std::string commit = Commit().empty() ? "" : fmt::format(" (commit {})", Commit());
+    return fmt::format("tessarine-batch {}{}\n", TESSARINE_VERSION, commit);
 }
 
 }  // namespace tessarine::batch

@@ -11,6 +11,6 @@ std::string_view NameOf(Command command);  ///< As it is typed, in one word or t
 
 std::string GeneralHelp();             ///< "tessarine-batch --help"
 std::string HelpFor(Command command);  ///< "tessarine-batch COMMAND --help"
-std::string VersionText();             ///< "tessarine-batch --version"
+std::string VersionText();             ///< "tessarine-batch --version": version, and the commit where it is known
 
 }  // namespace tessarine::batch

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "batch/Commit.h"
 #include "batch/Locations.h"
 #include "batch/OptionTable.h"
 #include "batch/ReportFormats.h"
@@ -432,6 +433,16 @@ TEST(CommandLine, HelpAndVersionEndWithStatusZero)
     EXPECT_THAT(EndOf({"--version"}).output, StartsWith("tessarine-batch "));
     EXPECT_EQ(EndOf({"find", "--help"}).exitStatus, 0);
     EXPECT_THAT(EndOf({"find", "--help"}).error, IsEmpty());
+}
+
+TEST(CommandLine, TheVersionNamesTheCommitWhereItIsKnown)
+{
+    const std::string commit(Commit());
+
+    const std::string version = EndOf({"--version"}).output;
+
+    EXPECT_THAT(commit.size(), testing::AnyOf(0, 12));
+    EXPECT_THAT(version, EndsWith(commit.empty() ? "\n" : " (commit " + commit + ")\n"));
 }
 
 TEST(CommandLine, HelpOfACommandNamesItsOptionsAndNoOther)
