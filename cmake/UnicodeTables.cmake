@@ -1,5 +1,6 @@
 include(HostPrograms)
-find_path(TESSARINE_UNICODE_DATA UnicodeData.txt PATHS /usr/share/unicode NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+find_path(TESSARINE_UNICODE_DATA UnicodeData.txt PATHS /usr/share/unicode /usr/share/unicode/ucd
+          NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
 # tessarine_unicode_tables(<target>): gives it the tables of platform/UnicodeTables.h, made from the files of the Unicode
 # Character Database.

@@ -51,7 +51,8 @@ if(WIN32)
 endif()
 add_dependencies(shell_test tessarine_help)
 target_compile_definitions(shell_test PRIVATE TESSARINE_PROGRAM_FOLDER="${PROJECT_BINARY_DIR}/src"
-                           TESSARINE_ENGLISH="${PROJECT_SOURCE_DIR}/languages/English.lng")
+                           TESSARINE_ENGLISH="${PROJECT_SOURCE_DIR}/languages/English.lng"
+                           TESSARINE_PACKAGING="${PROJECT_SOURCE_DIR}/packaging/linux")
 tessarine_window_test(ui_main_test FROM ui/main ON tessarine_ui_main tessarine_builtin tessarine_sheets)
 add_dependencies(ui_main_test tessarine_languages)
 target_compile_definitions(ui_main_test PRIVATE TESSARINE_PROGRAM_FOLDER="${PROJECT_BINARY_DIR}/src")

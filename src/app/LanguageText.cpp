@@ -34,7 +34,7 @@ String ShortenedByLeadingSpaces(String text)
 
 String LanguageFolder()
 {
-    return ProgramFolder() + PathSeparator + u"Languages";
+    return DataFolder() + PathSeparator + u"Languages";
 }
 
 String GetLngString(const String& section, const String& key)

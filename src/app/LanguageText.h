@@ -12,7 +12,7 @@ namespace tessarine
 /// The language file of a job that names none.
 inline constexpr StringView DefaultLanguageFile = u"English.lng";
 
-/// Folder of the language files: "Languages" beside the executable. Without a trailing separator.
+/// Folder of the language files: "Languages" in the program's DataFolder. Without a trailing separator.
 String LanguageFolder();
 
 /// The text of a key in CurrentLanguageFile, at most 4,095 characters. The file is read at every call. Empty when there

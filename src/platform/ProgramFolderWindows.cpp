@@ -29,6 +29,11 @@ String ProgramFolder()
     return String(WithoutTrailingSeparator(FolderOf(StringView(text))));
 }
 
+String DataFolder()
+{
+    return ProgramFolder();
+}
+
 String SetProgramFolder(String folder)
 {
     return std::exchange(setFolder, std::move(folder));

@@ -12,6 +12,7 @@ struct DesktopProgram {
     std::string name;         ///< Of its icon and, for the window manager, of its windows.
     std::string title;        ///< What people call it.
     std::string description;  ///< In a few words.
+    std::string keywords;     ///< More words to find it by, each with ";" after it.
     std::string mimeType;     ///< Such as "application/x-tsqfile".
 };
 

@@ -88,7 +88,8 @@ std::string DesktopEntry(const DesktopProgram& program)
            Line("Name", Value(program.title)) + Line("Comment", Value(program.description)) +
            Line("Exec", ExecCommand(program.path) + " %f") + Line("TryExec", Value(program.path)) +
            Line("Icon", Value(program.name)) + Line("StartupWMClass", Value(program.name)) + Line("Terminal", "false") +
-           Line("Categories", "Office;Presentation;") + Line("MimeType", Value(program.mimeType) + ";");
+           Line("Categories", "Office;Presentation;") + Line("Keywords", Value(program.keywords)) +
+           Line("MimeType", Value(program.mimeType) + ";");
 }
 
 std::string MimePackage(const MimeType& type)

@@ -19,7 +19,8 @@ namespace tessarine
 ///
 /// On Linux a desktop entry, a MIME type ("application/x-" plus the class) and two icons in the user's data home, and
 /// the icons are the program's own whatever `IconPath` says. The user's choice of programs for his file types stays.
-/// Nothing is written that stands there already.
+/// Nothing is written that stands there already, and nothing at all where the program's installation has told the
+/// desktop of it: its entry lies where the desktop looks, and the user has none of his own.
 void RegisterFileType(const String& ClassName, const String& Extension, const String& Description,
                       const String& IconPath);
 

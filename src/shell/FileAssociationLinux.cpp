@@ -1,11 +1,15 @@
 #include "shell/FileAssociation.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <string>
 #include <utility>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 #include "files/Files.h"
 #include "i18n/QtText.h"
@@ -81,6 +85,17 @@ void PutIcons(const String& theme, const std::string& program, std::string mimeT
         Skip([&] { TouchFile(theme); });
 }
 
+/// Whether the program is installed where this desktop looks for entries, with one.
+bool IsKnownByItsInstallation(const String& entry)
+{
+    const String data = DataFolder();
+    const QDir share(QFileInfo(ToQt(data)).path());
+    if (data == ProgramFolder() || !share.exists(ToQt(entry)))
+        return false;
+    const QStringList places = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    return std::any_of(places.begin(), places.end(), [&](const QString& place) { return QDir(place) == share; });
+}
+
 }  // namespace
 
 void RegisterFileType(const String& ClassName, const String& Extension, const String& Description,
@@ -91,6 +106,11 @@ void RegisterFileType(const String& ClassName, const String& Extension, const St
         if (data.empty())
             return;
         const std::string program = ToUtf8(ExecutableName);
+        // An entry in the user's folder comes before the installed one. An old one is brought up to date, so that it
+        // does not go on naming a program that was somewhere else.
+        const String entry = u"applications/" + String(ExecutableName) + u".desktop";
+        if (!FileExists(data + u"/" + entry) && IsKnownByItsInstallation(entry))
+            return;
         const std::string mimeType = "application/x-" + ToUtf8(ClassName);
 
         PutIcons(data + u"/icons/hicolor", program, mimeType);
@@ -103,6 +123,7 @@ void RegisterFileType(const String& ClassName, const String& Extension, const St
                                   .name = program,
                                   .title = ToUtf8(ApplicationTitle),
                                   .description = "Find and replace text in many presentations",
+                                  .keywords = "PowerPoint;pptx;slides;search;",
                                   .mimeType = mimeType})))
             RunTool("update-desktop-database", data + u"/applications");
     });

@@ -5,7 +5,7 @@
 namespace tessarine
 {
 
-/// Full path of the help in the program's folder: its contents page "Help/index.html", on Windows "Help.chm", which
+/// Full path of the help in the program's DataFolder: its contents page "Help/index.html", on Windows "Help.chm", which
 /// holds all pages.
 String HelpPath();
 

@@ -8,7 +8,7 @@ namespace tessarine
 
 String HelpPath()
 {
-    return ProgramFolder() + u"/Help/index.html";
+    return DataFolder() + u"/Help/index.html";
 }
 
 void ShowHelpFile(const String& path)

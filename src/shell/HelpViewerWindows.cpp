@@ -40,7 +40,7 @@ Function HelpFunction(const char* name)
 
 String HelpPath()
 {
-    return ProgramFolder() + u"\\Help.chm";
+    return DataFolder() + u"\\Help.chm";
 }
 
 void ShowHelpFile(const String& path)

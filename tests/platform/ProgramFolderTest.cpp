@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "files/Files.h"
+#include "support/TemporaryFolder.h"
 
 namespace tessarine
 {
@@ -31,5 +32,30 @@ TEST(ProgramFolder, CanBeSetAndBroughtBack)
     EXPECT_EQ(replaced, u"/elsewhere");
     EXPECT_EQ(ProgramFolder(), own);
 }
+
+TEST(DataFolder, IsTheProgramsOwnWhereNothingIsInstalled)
+{
+    const TemporaryFolder built;
+    SetProgramFolder(built.Path());
+
+    const String folder = DataFolder();
+    SetProgramFolder({});
+
+    EXPECT_EQ(folder, built.Path());
+}
+
+#ifndef _WIN32
+TEST(DataFolder, LiesBesideTheProgramsWhereTheyAreInstalled)
+{
+    const TemporaryFolder prefix;
+    const String data = prefix.MakeFolder(u"share/tessarine");
+    SetProgramFolder(prefix.MakeFolder(u"bin"));
+
+    const String folder = DataFolder();
+    SetProgramFolder({});
+
+    EXPECT_EQ(folder, data);
+}
+#endif
 
 }  // namespace tessarine

@@ -17,6 +17,7 @@ TEST(DesktopEntry, IsWrittenInFull)
                             .name = "tool",
                             .title = "The Tool",
                             .description = "Does it",
+                            .keywords = "one;two;",
                             .mimeType = "application/x-it"}),
               "[Desktop Entry]\n"
               "Type=Application\n"
@@ -29,12 +30,13 @@ TEST(DesktopEntry, IsWrittenInFull)
               "StartupWMClass=tool\n"
               "Terminal=false\n"
               "Categories=Office;Presentation;\n"
+              "Keywords=one;two;\n"
               "MimeType=application/x-it;\n");
 }
 
 TEST(DesktopEntry, EscapesWhatAReaderOfValuesWouldTakeForAnEscape)
 {
-    const std::string entry = DesktopEntry({"/a\\b/tool", "tool", " two\nlines", "a\tb\rc", "application/x-it"});
+    const std::string entry = DesktopEntry({"/a\\b/tool", "tool", " two\nlines", "a\tb\rc", "it;", "application/x-it"});
 
     EXPECT_THAT(entry, HasSubstr("\nName=\\stwo\\nlines\n"));
     EXPECT_THAT(entry, HasSubstr("\nComment=a\\tb\\rc\n"));

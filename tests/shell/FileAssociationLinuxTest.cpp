@@ -8,6 +8,7 @@
 
 #include <QTest>
 
+#include "files/Files.h"
 #include "i18n/QtText.h"
 #include "icons/Icons.h"
 #include "platform/Failure.h"
@@ -150,6 +151,75 @@ TEST_F(FileAssociationTest, FollowsAProgramThatHasMoved)
 
     EXPECT_THAT(ContentOf(PathOf(desktopEntry)), HasSubstr("\nExec=\"/usr/bin/tessarine\" %f\n"));
     EXPECT_THAT(tools_, ElementsAre(Pair("update-desktop-database", PathOf(u"applications"))));
+}
+
+/// The program as it is installed below a prefix, and a desktop that looks for entries there.
+class InstalledFileAssociationTest : public FileAssociationTest
+{
+protected:
+    InstalledFileAssociationTest()
+    {
+        prefix_.Write(u"share/applications/tessarine.desktop", "[Desktop Entry]\n");
+        prefix_.MakeFolder(u"share/tessarine");
+        SetProgramFolder(prefix_.MakeFolder(u"bin"));
+        LookBelow(prefix_.PathOf(u"share/"));
+    }
+    ~InstalledFileAssociationTest() override { qputenv("XDG_DATA_DIRS", previousPlaces_); }
+
+    static void LookBelow(const String& place)
+    {
+        qputenv("XDG_DATA_DIRS", QFile::encodeName(ToQt(u"/nowhere:" + place)));
+    }
+
+    const TemporaryFolder prefix_;
+    const QByteArray previousPlaces_ = qgetenv("XDG_DATA_DIRS");
+};
+
+TEST_F(InstalledFileAssociationTest, LeavesTheUsersFolderAlone)
+{
+    Register();
+
+    EXPECT_TRUE(std::filesystem::is_empty(ToUtf8(user_.data.Path())));
+    EXPECT_THAT(tools_, IsEmpty());
+}
+
+TEST_F(InstalledFileAssociationTest, BringsAnEntryOfTheUsersUpToDate)
+{
+    user_.data.Write(desktopEntry, "[Desktop Entry]\nExec=/gone/tessarine\n");
+
+    Register();
+
+    const std::string path = ToUtf8(prefix_.PathOf(u"bin")) + "/tessarine";
+    EXPECT_THAT(ContentOf(PathOf(desktopEntry)), HasSubstr("\nTryExec=" + path + "\n"));
+}
+
+TEST_F(InstalledFileAssociationTest, RegistersWhenTheDesktopLooksElsewhere)
+{
+    LookBelow(u"/elsewhere");
+
+    Register();
+
+    EXPECT_TRUE(FileExists(PathOf(desktopEntry)));
+}
+
+TEST_F(InstalledFileAssociationTest, RegistersWhenNoEntryWasInstalled)
+{
+    std::filesystem::remove(ToUtf8(prefix_.PathOf(u"share/applications/tessarine.desktop")));
+
+    Register();
+
+    EXPECT_TRUE(FileExists(PathOf(desktopEntry)));
+}
+
+TEST_F(FileAssociationTest, SaysWhatAnInstallationSays)
+{
+    SetProgramFolder(u"/usr/bin");
+    Register();
+
+    QString entry = QString::fromStdString(ContentOf(PathOf(desktopEntry)));
+    entry.replace("\"/usr/bin/tessarine\"", "tessarine").replace("/usr/bin/tessarine", "tessarine");
+    EXPECT_EQ(entry.toStdString(), ContentOf(TESSARINE_PACKAGING u"/tessarine.desktop"));
+    EXPECT_EQ(ContentOf(PathOf(mimePackage)), ContentOf(TESSARINE_PACKAGING u"/tessarine.xml"));
 }
 
 TEST_F(FileAssociationTest, LeavesTheUsersChoiceOfPrograms)
