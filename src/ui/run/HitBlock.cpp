@@ -7,7 +7,6 @@
 #include <QDataStream>
 #include <QIODevice>
 
-#include "i18n/QtText.h"
 #include "platform/CheckedInteger.h"
 
 namespace tessarine
@@ -20,6 +19,11 @@ namespace
 template <class Value>
 using Streamed = std::conditional_t<std::is_enum_v<Value>, quint8,
                                     std::conditional_t<std::is_same_v<Value, std::int64_t>, qint64, Value>>;
+
+int BytesOf(std::size_t units)
+{
+    return Checked<std::int32_t>(static_cast<std::int64_t>(units * sizeof(char16_t)));
+}
 
 /// Writes the fields that it is called with. Reader reads the same fields, so that both directions share one list.
 class Writer
@@ -34,7 +38,12 @@ public:
     {
         stream_ << static_cast<Streamed<Number>>(value);
     }
-    void operator()(const String& text) { stream_ << ToQt(text); }
+    void operator()(const String& text)
+    {
+        // As they stand in memory: who reads them is this process.
+        stream_ << static_cast<quint32>(text.size());
+        stream_.writeRawData(reinterpret_cast<const char*>(text.data()), BytesOf(text.size()));
+    }
     void Shared(const String& text) { stream_ << texts_.Add(text); }
 
 private:
@@ -54,7 +63,14 @@ public:
     {
         value = static_cast<Number>(Value<Streamed<Number>>());
     }
-    void operator()(String& text) { text = FromQt(Value<QString>()); }
+    void operator()(String& text)
+    {
+        const auto size = Value<quint32>();
+        if (stream_.device()->bytesAvailable() < BytesOf(size))
+            throw CannotReadBack();
+        text.resize(size);
+        stream_.readRawData(reinterpret_cast<char*>(text.data()), BytesOf(size));
+    }
     void Shared(String& text)
     {
         const auto number = Value<SharedTexts::Number>();
