@@ -232,9 +232,26 @@ void WriteXlsxBooks(const SeedFolder& seeds)
     WriteXlsxBook(seeds, "no-sheet", XlsxBook().Workbook("<sheets/>"));
 }
 
+void WritePairs(const SeedFolder& seeds)
+{
+    using namespace std::string_view_literals;
+    seeds.Write("pairs", "commas", "cFabrikam,Contoso\r\n\"a,\"\"b\",\n");
+    seeds.Write("pairs", "options", "tfind\twith\tcase\tword\tin\na\tb\tTRUE\tno\tslides,links\n");
+    seeds.Write("pairs", "separator", "csep=;\nwith;find\n\"a\nb\";c\n");
+    seeds.Write("pairs", "utf-16",
+                "c\xFF\xFE"
+                "a\0,\0\x3D\xD8\x00\xDE\n\0"sv);
+    seeds.Write("pairs", "arrays", "j[[\"a\",\"b\\u00e9\"],[\"c\"]]");
+    seeds.Write(
+        "pairs", "objects",
+        "j[{\"find\":\"a\",\"with\":\"b\",\"case\":true,\"word\":false,\"in\":[\"all\"]},{\"find\":\"c\",\"in\":"
+        "\"notes\"}]");
+}
+
 void WriteLists(const SeedFolder& seeds)
 {
     using namespace std::string_view_literals;
+    WritePairs(seeds);
     WriteXlsxBooks(seeds);
     seeds.Write("workbook", "excel-97-stream", WorkbookStream(0x0600));
     seeds.Write("workbook", "excel-95-stream", WorkbookStream(0x0500));

@@ -41,7 +41,7 @@ void CheckPairText(StringView text, const std::string& place)
     for (std::size_t at = 0; at < text.size(); at += IsPairAt(text, at) ? 2 : 1) {
         const char32_t codePoint = CodePointAt(text, at);
         if (IsSurrogate(codePoint))
-            Refuse(place + ": the text is not valid UTF-8 (or UTF-16 with a byte order mark)");
+            Refuse(place + ": the text holds half a character (a lone surrogate)");
         if (codePoint == 0)
             Refuse(place + ": the text holds a NUL character");
         if (codePoint == 0xFFFE || codePoint == 0xFFFF)

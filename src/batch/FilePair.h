@@ -25,8 +25,11 @@ struct FilePair {
 /// More of them are no list that a person has made.
 inline constexpr std::size_t mostFilePairs = 100'000;
 
-/// Refuses (Refusal.h) a text that no presentation can hold: with U+0000, U+FFFE or U+FFFF, or a lone surrogate, which
-/// stands for bytes that are not valid in their encoding. `place` begins the refusal.
+/// As many columns as there are names for.
+inline constexpr std::int32_t mostPairColumns = 5;
+
+/// Refuses (Refusal.h) a text that no presentation can hold: with U+0000, U+FFFE or U+FFFF, or a lone surrogate.
+/// `place` begins the refusal.
 void CheckPairText(StringView text, const std::string& place);
 
 /// One row of a table of pairs.

@@ -9,6 +9,7 @@
 
 #include "batch/BatchCall.h"
 #include "batch/EndlessPairs.h"
+#include "batch/FilePair.h"
 #include "batch/LineText.h"
 #include "batch/Locations.h"
 #include "batch/PairFiles.h"
@@ -149,9 +150,8 @@ std::shared_ptr<FindAndReplaceItems> LoadAnyPairs(const String& path)
         return LoadPairs(path, Command::ListConvert);
     auto list = ImportedFrom(path);
     // Other programs know nothing of lists, and write two columns into a file of the same kind.
-    constexpr std::int32_t columnsOfPairs = 5;
     const bool mayBePlain = list->ImportRefusal && list->ImportRefusal->reason == ListRefusal::Reason::ColumnCount &&
-                            list->ImportRefusal->columns > 1 && list->ImportRefusal->columns <= columnsOfPairs;
+                            list->ImportRefusal->columns > 1 && list->ImportRefusal->columns <= mostPairColumns;
     return mayBePlain ? LoadPairs(path, Command::ListConvert) : Complete(std::move(list), path);
 }
 

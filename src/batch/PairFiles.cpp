@@ -11,6 +11,7 @@
 #include "files/Files.h"
 #include "files/RandomAccessFile.h"
 #include "model/Excel.h"
+#include "model/ListColumns.h"
 #include "model/Project.h"
 #include "report/WithoutPath.h"
 #include "run/JobInputs.h"
@@ -55,6 +56,10 @@ std::vector<FilePair> PairsOfWorkbook(const String& path)
     const auto used = NotNull(NotNull(NotNull(workbook->Sheets())->Item(1))->UsedRange());
     const std::int32_t rows = NotNull(used->Rows())->Count();
     const std::int32_t columns = NotNull(used->Columns())->Count();
+    // Asked before a row is put together, of which each cell may name the same long text.
+    if (columns > mostPairColumns)
+        Refuse("it has " + Counted(columns, "column") + ", and a table of pairs has up to " +
+               std::to_string(mostPairColumns) + (columns == ListColumnCount ? " (--list takes 18)" : ""));
     PairTable table;
     for (std::int32_t number = 1; number <= rows; ++number) {
         PairRow row{"row " + std::to_string(number), {}};

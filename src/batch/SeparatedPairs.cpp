@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <utility>
 
 #include "batch/Locations.h"
 #include "batch/PairFormats.h"
 #include "batch/Refusal.h"
+#include "platform/Utf16.h"
 
 namespace tessarine::batch
 {
@@ -147,6 +149,9 @@ String DecodePairFile(std::string_view bytes)
     std::int64_t line = 1;
     for (std::size_t at = 0; at < text.size(); ++line) {
         const std::size_t end = EndOfLine(text, at);
+        for (std::size_t unit = at; unit < end; unit += IsPairAt(text, unit) ? 2 : 1)
+            if (IsSurrogate(CodePointAt(text, unit)))
+                Refuse(LineName(line) + ": the text is not valid UTF-8 (or UTF-16 with a byte order mark)");
         CheckPairText(StringView(text).substr(at, end - at), LineName(line));
         at = end + (StringView(text).substr(end).starts_with(u"\r\n") ? 2 : 1);
     }

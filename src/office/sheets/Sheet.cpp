@@ -65,7 +65,12 @@ void Sheet::Put(std::uint32_t row, std::uint32_t column, const Cell& value)
 
 void Sheet::PutText(std::uint32_t row, std::uint32_t column, TextId text)
 {
+    // Whoever reads the cells takes memory for each: one long text in all of them would be gigabytes.
+    const std::size_t units = texts_.at(text.index).length;
+    if (units > limits_.cellUnits - cellUnits_)
+        throw Refusal("The sheet holds more text than can be read");
     Store(row, column, Kind::Text, text.index);
+    cellUnits_ += units;
 }
 
 Sheet::TextId Sheet::AddText(StringView text)

@@ -92,6 +92,7 @@ private:
     std::vector<std::vector<Stored>> rows_;  // each in the order of columns
     std::size_t cells_ = 0;                  // with a value
     String characters_;                      // of all texts
+    std::size_t cellUnits_ = 0;              // of the texts of all cells that were ever put
     std::vector<Range> texts_;               // by TextId
 };
 

@@ -147,6 +147,12 @@ TEST_F(PairFilesProgramTest, RefusesBadFilesBeforeAnyFileIsTouched)
         "table\n");
     EXPECT_THAT(refusal(u"error.xlsx", XlsxBook().Cells("<c><v>1</v></c><c t=\"e\"><v>#N/A</v></c>").File()),
                 HasSubstr("row 1 holds an error"));
+    EXPECT_EQ(
+        refusal(u"wide.xlsx", XlsxBook().Cells("<c r=\"F1\"><v>1</v></c><c r=\"W1\"><v>1</v></c>").File()),
+        "can't take the pairs of \"wide.xlsx\": it has 18 columns, and a table of pairs has up to 5 (--list takes "
+        "18)\n");
+    EXPECT_THAT(refusal(u"half.xlsx", XlsxBook().Cells("<c t=\"str\"><v>_xD800_</v></c>").File()),
+                HasSubstr("row 1: the text holds half a character"));
     EXPECT_THAT(refusal(u"endless.csv", "cat,a cat\n"), HasSubstr("never ends"));
     EXPECT_EQ(PairRefusalOf({"replace", "--pairs", "-", "decks"}, "a,b\n\"c"),
               "can't take the pairs of standard input: line 2: a quote begins a field here that no other quote ends\n");

@@ -264,6 +264,10 @@ TEST(XlsxReader, RefusesMoreThanTheLimitsAllow)
     EXPECT_EQ(RefusalOf(book, {.cells = 4}), "taken");
     EXPECT_EQ(RefusalOf(book, {.cells = 3}), "The sheet holds more text than can be read");
     EXPECT_EQ(RefusalOf(book, {.textUnits = 17}), "The sheet holds more text than can be read");
+    const XlsxBook shared =
+        XlsxBook().Texts("<si><t>abcde</t></si>").Cells("<c t=\"s\"><v>0</v></c><c t=\"s\"><v>0</v></c>");
+    EXPECT_EQ(RefusalOf(shared.File(), {.cellUnits = 10}), "taken");
+    EXPECT_EQ(RefusalOf(shared.File(), {.cellUnits = 9}), "The sheet holds more text than can be read");
     EXPECT_THAT(RefusalOf(book, {.partBytes = 100}), HasSubstr("more than a part may"));
     EXPECT_THAT(RefusalOf(book, {.allPartBytes = 500}), HasSubstr("more memory than they may"));
     EXPECT_EQ(RefusalOf(XlsxBook().Styles("<cellXfs><xf/><xf/></cellXfs>").File(), {.formats = 1}),
