@@ -37,6 +37,9 @@ json Parsed(const std::string& text)
         // The byte is the last one that was read, and counts from 1.
         const std::size_t byte = error.byte > 0 ? error.byte - 1 : 0;
         Refuse("line " + std::to_string(LineOf(text, byte)) + ": this is not valid JSON");
+    } catch (const json::out_of_range&) {
+        // The parser raises it without a place. Pairs have no numbers at all.
+        Refuse("it holds a number that is too large to be one");
     }
 }
 

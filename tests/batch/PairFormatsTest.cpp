@@ -188,6 +188,7 @@ TEST(JsonPairs, SayWhichLineOrPairIsWrong)
     EXPECT_THAT(PairRefusal(Json, "[[]]"), HasSubstr("pair 1: it is neither"));
     EXPECT_THAT(PairRefusal(Json, R"([["a", "b", "c"]])"), HasSubstr("pair 1: it is neither"));
     EXPECT_EQ(PairRefusal(Json, "[[2023, \"b\"]]"), "pair 1: the text to look for is not a text");
+    EXPECT_EQ(PairRefusal(Json, "[[1e999, \"b\"]]"), "it holds a number that is too large to be one");
     EXPECT_EQ(PairRefusal(Json, "[{\"find\": null}]"), "pair 1: \"find\" is not a text");
     EXPECT_EQ(PairRefusal(Json, "[{\"with\": \"b\"}]"), "pair 1: \"find\" is missing");
     EXPECT_EQ(PairRefusal(Json, R"([{"find": "a", "case": "true"}])"), "pair 1: \"case\" is neither true nor false");
