@@ -17,6 +17,9 @@ namespace tessarine
 namespace
 {
 
+/// Files after so many hits are closed at first.
+constexpr std::int64_t mostHitsInSight = 2'000;
+
 /// What a pair adds up to over all files.
 struct PairTotal {
     PairReport pair;  ///< Its texts as they were first told, and the sum of its counts.
@@ -145,6 +148,8 @@ std::string HtmlReport::FailureRow(const FileReport& file) const
 /// A file that can be opened and closed.
 std::string HtmlReport::FileWithHits(const FileReport& file)
 {
+    // Browsers lay out what is open, which takes long for all of a large page.
+    const std::string open = hitsOnPage_ < mostHitsInSight ? " open" : "";
     std::string html;
     std::int64_t without = 0;
     const auto hits = HitsByPair(file);
@@ -164,7 +169,7 @@ std::string HtmlReport::FileWithHits(const FileReport& file)
         html += Element("p", HtmlText(WithNumbers(words_.otherPairs, without)), "class=\"m w\"");
     const std::string summary = Element("summary", Element("h3", Quote(file.path)) + StateOf(file));
     const bool hasHits = file.Occurrences() > 0 || !file.hits.empty();
-    return Element("details", summary + NotesOf(file) + html, hasHits ? "class=\"f h\" open" : "class=\"f\" open") +
+    return Element("details", summary + NotesOf(file) + html, (hasHits ? "class=\"f h\"" : "class=\"f\"") + open) +
            "\n";
 }
 
@@ -273,7 +278,7 @@ std::string HtmlReport::Head(const RunEnd& end)
     html += Element("style", std::string(PageStyle)) + "\n</head>\n<body>\n";
     html += Element("header", "\n" + Element("h1", title) + "\n" + Notes(end) + Facts(end)) + "\n<main>\n" + Tools();
     html += FailuresPart() + PairsPart();
-    html += "<section>\n" + Element("h2", HtmlText(words_.files)) + "\n";
+    html += "<section id=\"list\">\n" + Element("h2", HtmlText(words_.files)) + "\n";
     return html;
 }
 

@@ -3,8 +3,10 @@
 namespace tessarine
 {
 
-// A file is shown when all words of the filter are in its name, or in its name, a pair and a hit of it together; of its
-// hits those that match. Work is cut into slices, so that typing stays fluent in a page of thousands of files.
+// A file is shown when it holds all words of the filter, in its name, its pairs or its hits. Of the hits of an open
+// file those are left that hold them all together with the pair and the name; a closed one is looked through when it is
+// opened. The first files of a result are opened. Work is cut into slices, so that typing stays fluent in a page of
+// thousands of files.
 const std::string_view PageScript = R"js(
 "use strict";
 (() => {
@@ -12,21 +14,23 @@ const std::string_view PageScript = R"js(
   const filter = document.getElementById("filter");
   const only = document.getElementById("only");
   const shown = document.getElementById("shown");
+  const list = document.getElementById("list");
   const files = Array.from(document.querySelectorAll(".f"));
   const texts = new Array(files.length);
-  const narrowed = new Set();
+  const mostOpened = 50;
+  const hiddenParts = new Map();  // of the files that were looked through
+  let opened = [];                // by the filter
+  let words = [];
   let turn = 0;
 
   const fold = text => text.normalize("NFC").toLowerCase();
   const textOf = at => texts[at] ??= fold(files[at].textContent);
   const hasAll = (text, words) => words.every(word => text.includes(word));
 
-  const widen = file => {
-    for (const part of file.querySelectorAll("[hidden]")) part.hidden = false;
-    narrowed.delete(file);
-  };
-
-  const narrow = (file, words) => {
+  const narrow = file => {
+    if (words.length === 0 || hiddenParts.has(file)) return;
+    const parts = [];
+    hiddenParts.set(file, parts);
     const name = fold(file.querySelector("h3").textContent) + "\n";
     let any = false;
     for (const pair of file.querySelectorAll(".p")) {
@@ -34,51 +38,61 @@ const std::string_view PageScript = R"js(
       const isWhole = hasAll(heading, words);
       let some = isWhole;
       for (const hit of pair.querySelectorAll("li")) {
-        hit.hidden = !isWhole && !hasAll(heading + fold(hit.textContent), words);
-        some ||= !hit.hidden;
+        if (isWhole || hasAll(heading + fold(hit.textContent), words)) some = true;
+        else parts.push(hit);
       }
-      pair.hidden = !some;
-      any ||= some;
+      if (some) any = true;
+      else parts.push(pair);
     }
-    for (const line of file.querySelectorAll(".m")) any ||= hasAll(name + fold(line.textContent), words);
-    narrowed.add(file);
-    return any;
+    // Words that are in no part together are all over the file.
+    if (!any) parts.length = 0;
+    for (const part of parts) part.hidden = true;
   };
 
-  const matches = (at, words) => {
-    const file = files[at];
-    if (narrowed.has(file)) widen(file);
-    if (only.checked && !file.classList.contains("h")) return false;
-    if (words.length === 0) return true;
-    if (!hasAll(textOf(at), words)) return false;
-    return hasAll(fold(file.querySelector("h3, th").textContent), words) || file.matches("tr") || narrow(file, words);
+  const widen = () => {
+    for (const parts of hiddenParts.values()) for (const part of parts) part.hidden = false;
+    hiddenParts.clear();
   };
 
   const apply = () => {
     const mine = ++turn;
-    const words = fold(filter.value).split(/\s+/).filter(word => word !== "");
+    const wanted = fold(filter.value).split(/\s+/).filter(word => word !== "");
+    const isShown = new Array(files.length);
     let at = 0;
-    let count = 0;
     const slice = () => {
       if (mine !== turn) return;
-      const end = performance.now() + 40;
-      while (at < files.length && performance.now() < end) {
-        const isShown = matches(at, words);
-        if (files[at].hidden === isShown) files[at].hidden = !isShown;
-        if (isShown) ++count;
-        ++at;
-      }
+      const end = performance.now() + 80;
+      for (; at < files.length && performance.now() < end; ++at)
+        isShown[at] = (!only.checked || files[at].classList.contains("h")) &&
+          (wanted.length === 0 || hasAll(textOf(at), wanted));
       if (at < files.length) setTimeout(slice);
-      else {
-        shown.textContent = shown.dataset.text.replace("%d", count).replace("%i", files.length);
-        document.body.dataset.done = mine;
-      }
+      else show(isShown, wanted);
     };
     slice();
   };
 
+  // All at once and out of the page: a browser takes long to arrange each of thousands of files anew.
+  const show = (isShown, wanted) => {
+    list.hidden = true;
+    list.getBoundingClientRect();
+    widen();
+    words = wanted;
+    for (const file of opened) file.open = false;
+    files.forEach((file, at) => {
+      if (file.hidden === isShown[at]) file.hidden = !isShown[at];
+    });
+    const result = files.filter((file, at) => isShown[at]);
+    opened = words.length === 0 ? [] : result.slice(0, mostOpened).filter(file => file.open === false);
+    for (const file of opened) file.open = true;
+    for (const file of result) if (file.open) narrow(file);
+    list.hidden = false;
+    shown.textContent = shown.dataset.text.replace("%d", result.length).replace("%i", files.length);
+    document.body.dataset.done = turn;
+  };
+
   const openAll = isOpen => {
-    for (const file of files) if (file.matches("details")) file.open = isOpen;
+    opened = [];
+    for (const file of files) if (!file.hidden && file.matches("details")) file.open = isOpen;
   };
 
   let timer = 0;
@@ -87,6 +101,9 @@ const std::string_view PageScript = R"js(
     timer = setTimeout(apply, 120);
   });
   only.addEventListener("change", apply);
+  document.addEventListener("toggle", event => {
+    if (event.target.open) narrow(event.target);
+  }, true);
   tools.addEventListener("submit", event => event.preventDefault());
   document.getElementById("expand").addEventListener("click", () => openAll(true));
   document.getElementById("collapse").addEventListener("click", () => openAll(false));

@@ -37,9 +37,9 @@ table .q { display: inline-block; min-width: 8rem; }
 #tools input[type=search] { flex: 1 1 14rem; min-width: 8rem; }
 #tools input, #tools button { font: inherit; }
 #shown { color: var(--quiet); }
-.f { border-bottom: 1px solid var(--line); padding: 0.35rem 0; content-visibility: auto;
-  contain-intrinsic-size: auto 2.2rem; }
-.f.h { contain-intrinsic-size: auto 9rem; }
+.f { border-bottom: 1px solid var(--line); padding: 0.35rem 0; }
+.f[open] { content-visibility: auto; contain-intrinsic-size: auto 9rem; }
+@media screen { details:not([open]) > :not(summary) { display: none; } }
 .f > summary { cursor: pointer; }
 .f h3 { display: inline; font-size: 1rem; }
 div.f h3 { font-weight: normal; }
@@ -61,7 +61,7 @@ ins { background: var(--ins); color: var(--ins-text); font-weight: 600; }
   @page { margin: 15mm; }
   body { padding: 0; max-width: none; font-size: 9.5pt; }
   #tools { display: none; }
-  .f { content-visibility: visible; }
+  .f[open], .f::details-content { content-visibility: visible; block-size: auto; }
   mark { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
   h2, h3, h4, .f > summary, .w { break-after: avoid; }
   .p li, tr { break-inside: avoid; }

@@ -245,6 +245,17 @@ TEST(PageReport, CountsTheHitsBeyondThoseThatItShows)
     EXPECT_THAT(head, HasSubstr("<dd>101000</dd>"));
 }
 
+TEST(PageReport, ClosesTheFilesOfALargePageAtFirst)
+{
+    FileReport file = FileWith(u"a", {Pair(u"cat", u"", 1000)});
+    file.hits.assign(1000, HitOnSlide(1, 1, u"", u"cat", u""));
+    const auto report = CreatePageReport({});
+
+    EXPECT_EQ(CountOf("<details class=\"f h\" open>", report->OfFile(file)), 1u);
+    EXPECT_EQ(CountOf("<details class=\"f h\" open>", report->OfFile(file)), 1u);
+    EXPECT_EQ(CountOf("<details class=\"f h\">", report->OfFile(file)), 1u);
+}
+
 TEST(PageReport, TakesItsWordsFromOutside)
 {
     ReportWords words;
