@@ -145,8 +145,8 @@ Section ProcessingWindow()
 {
     Section section("frmProcessingDocuments");
     AddHits(section);
-    section.Captioned({"lblWarning", "lblelapsedSecs", "lblRunFailed", "cmdOK", "cmdCopyLog", "cmdCommand(0)",
-                       "cmdCommand(1)", "cmdErrorLog"});
+    section.Captioned({"lblWarning", "lblelapsedSecs", "lblRunFailed", "cmdOK", "cmdCopyLog", "cmdSaveReport",
+                       "cmdCommand(0)", "cmdCommand(1)", "cmdErrorLog"});
     for (const char* item : {"mnuCopyNode", "mnuExpandAll", "mnuCollapseAll"})
         section.Key(std::string(item) + ".caption");
     for (const char* label : {"lblDocChanged", "lblChangesMade", "lblNotOpened"})
@@ -182,12 +182,34 @@ Section LanguageDialog()
     return section;
 }
 
+Section KeptReport()
+{
+    Section section("Report");
+    for (const char* key :
+         {"language",     "findTitle",  "replaceTitle", "dryRunTitle", "dryRun",       "started",
+          "duration",     "project",    "engine",       "builtIn",     "occurrences",  "found",
+          "nothingFound", "changed",    "wouldChange",  "countedOnly", "unchanged",    "failed",
+          "notProcessed", "failures",   "pairs",        "files",       "file",         "state",
+          "reason",       "number",     "find",         "replaceWith", "places",       "place",
+          "slide",        "slideTitle", "design",       "property",    "hyperlink",    "shape",
+          "shapeName",    "paragraph",  "position",     "length",      "before",       "hit",
+          "after",        "becomes",    "note",         "nowhere",     "notCounted",   "notChanged",
+          "header",       "footer",     "warning",      "filter",      "filterTip",    "onlyWithHits",
+          "expand",       "collapse",   "Dialog.Title", "Dialog.Page", "Dialog.Table", "Dialog.WrongName"})
+        section.Key(key);
+    for (const char* key : {"cancelled", "brokenOff", "pageIsFull", "furtherHits", "otherPairs"})
+        section.Key(key, LanguageEntry::Words, "d");
+    section.Key("shown", LanguageEntry::Words, "di");
+    section.Key("Dialog.Failed", LanguageEntry::Words, "s");
+    return section;
+}
+
 }  // namespace
 
 std::vector<LanguageKey> LanguageKeys()
 {
     std::vector<LanguageKey> keys;
-    for (const Section& section : {Messages(), MainWindow(), ProcessingWindow(), LanguageDialog()})
+    for (const Section& section : {Messages(), MainWindow(), ProcessingWindow(), LanguageDialog(), KeptReport()})
         std::ranges::copy(section.Keys(), std::back_inserter(keys));
     return keys;
 }

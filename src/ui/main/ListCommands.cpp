@@ -3,6 +3,7 @@
 #include "files/Files.h"
 #include "i18n/QtText.h"
 #include "log/Treatments.h"
+#include "platform/Hourglass.h"
 #include "platform/Messages.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
@@ -14,16 +15,6 @@ namespace
 {
 
 const String listFilter = u"CSV Files|*.csv|TAB Files|*.Tab|Excel File|*.xls";
-
-/// Shows the hourglass while it lives.
-class Hourglass
-{
-public:
-    Hourglass() { SetMousePointer(MousePointer::Hourglass); }
-    ~Hourglass() { SetMousePointer(MousePointer::Default); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
 
 bool MayOverwrite(const String& path)
 {

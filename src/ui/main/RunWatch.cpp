@@ -1,7 +1,10 @@
 #include "ui/main/RunWatch.h"
 
+#include <algorithm>
+#include <ctime>
 #include <utility>
 
+#include "app/GlobalState.h"
 #include "engine/CounterStatuses.h"
 #include "i18n/QtText.h"
 #include "log/ErrorLog.h"
@@ -32,6 +35,7 @@ void RunWatch::Prepare(QWidget& owner, const Project& project, std::int16_t runI
     window.ForgetFailures();
     const bool isCounted = NotNull(project.options)->RequiredFindAndReplaceCount;
     window.Hits().BeginRun({mRunIndex == StartCommand::Replacing, isCounted});
+    window.BeginReport({.replaces = mRunIndex == StartCommand::Replacing, .started = std::time(nullptr)});
     window.SetChangesMade(ProcessingText(mRunIndex == StartCommand::Replacing ? u"lblChangesMade.Caption3"
                                          : isCounted                          ? u"lblChangesMade.Caption2"
                                                                               : u"lblChangesMade.Caption5"));
@@ -56,6 +60,26 @@ void RunWatch::End(const Project& project, bool hasReturned)
         if (auto* const window = frmProcessingDocuments::Loaded(); !hasReturned && window && !window->IsComplited)
             window->TellRunFailed();
     });
+    EndReport(hasReturned);
+}
+
+/// What a report that is saved from now on says of the end.
+void RunWatch::EndReport(bool hasReturned) const
+{
+    auto* const window = frmProcessingDocuments::Loaded();
+    if (window == nullptr)
+        return;
+    RunEnd end{.seconds = std::time(nullptr) - window->FactsOfReport().started,
+               .engine = IsBuiltInEngine ? Engine::BuiltIn : Engine::PowerPoint};
+    if (isCancelled_ || !hasReturned) {
+        const HitStore& hits = window->Hits();
+        const std::int64_t told = hits.FileCount() - hits.FirstOfRun();
+        end.notReached = std::max<std::int64_t>(mTotalFiles - told, 0);
+        // A cancel that came with the last file has left nothing out.
+        if (end.notReached > 0)
+            end.way = hasReturned ? RunEnd::Way::Cancelled : RunEnd::Way::BrokenOff;
+    }
+    window->EndReport(end);
 }
 
 void RunWatch::PutRunGoing(bool isRunGoing)
@@ -165,6 +189,7 @@ String RunWatch::ChangesMadeKey(bool isReqCount) const
 
 void RunWatch::Cancelled(const Project& project)
 {
+    isCancelled_ = true;
     auto* const window = frmProcessingDocuments::Loaded();
     if (window == nullptr)
         return;

@@ -77,10 +77,12 @@ public:
 private:
     void PutRunGoing(bool isRunGoing);  // here and in the processing window
     void TellOfHiddenFailure(const Project& project);
+    void EndReport(bool hasReturned) const;
     void Store(const CounterStatuses& status);     // the current file's own result, with its hits
     String ChangesMadeKey(bool isReqCount) const;  // of the running total
 
     bool isRunGoing_ = false;
+    bool isCancelled_ = false;           // by the user
     std::int16_t mRunIndex = 0;          // the start command
     std::int32_t mTotalFiles = 0;        // as chosen for the run
     std::int32_t mFilesProcessed = 0;    // begun

@@ -90,7 +90,7 @@ void frmProcessingDocuments::SetTabOrder()
     order += filters[1]->TabOrder();
     order += trvNotChangedFiles;
     order += filters[2]->TabOrder();
-    order += {trvErrors, panelHits->focusProxy(), cmdCopyLog, cmdOK};
+    order += {trvErrors, panelHits->focusProxy(), cmdCopyLog, cmdSaveReport, cmdOK};
     for (qsizetype at = 1; at < order.size(); ++at)
         setTabOrder(order[at - 1], order[at]);
 }
@@ -205,12 +205,15 @@ void frmProcessingDocuments::BuildCommands()
 {
     panelCommand = MakeControl<QWidget>("panelCommand", this);
     cmdCopyLog = MakeButton("cmdCopyLog", "Copy log to clipboard", panelCommand);
+    cmdSaveReport = MakeButton("cmdSaveReport", "Save report...", panelCommand);
+    cmdSaveReport->setEnabled(false);  // until a run is over
     cmdOK = MakeButton("cmdOK", "OK", panelCommand);
     lblTotals = MakeLabel<ElidedLabel>("lblTotals", {}, this);
 
     auto* const row = new QHBoxLayout(panelCommand);
     row->setContentsMargins({});
     row->addWidget(cmdCopyLog);
+    row->addWidget(cmdSaveReport);
     row->addStretch();
     row->addWidget(cmdOK);
 }
@@ -226,6 +229,7 @@ void frmProcessingDocuments::ConnectHandlers()
     });
     connect(cmdOK, &QPushButton::clicked, this, &Form::cmdOK_Click);
     connect(cmdCopyLog, &QPushButton::clicked, this, &Form::cmdCopyLog_Click);
+    connect(cmdSaveReport, &QPushButton::clicked, this, &Form::cmdSaveReport_Click);
     connect(cmdErrorLog, &QPushButton::clicked, this, &Form::cmdErrorLog_Click);
     for (int index = 0; index < static_cast<int>(cmdCommand.size()); ++index)
         connect(cmdCommand[static_cast<std::size_t>(index)], &QPushButton::clicked, this,

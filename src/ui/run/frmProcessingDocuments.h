@@ -11,6 +11,7 @@
 
 #include "engine/CounterStatuses.h"
 #include "platform/Failure.h"
+#include "report/RunReport.h"
 #include "run/TimerX.h"
 #include "ui/run/HitStore.h"
 #include "ui/run/RunTexts.h"
@@ -93,6 +94,13 @@ public:
     /// What the runs told of their files, for as long as the window is loaded.
     HitStore& Hits() { return hits_; }
 
+    /// A run begins, whose report can be saved when it is over.
+    void BeginReport(const RunFacts& facts);
+
+    /// The run is over: cmdSaveReport can be used.
+    void EndReport(const RunEnd& end);
+    const RunFacts& FactsOfReport() const { return runFacts_; }
+
     /// The trees of the results.
     ResultTree* const trvChangedFiles;
     ResultTree* const trvNotChangedFiles;
@@ -104,6 +112,8 @@ public:
     void UpdateSecs();    ///< Shows the elapsed time and delivers events.
     void SSTab1_Click();  ///< Shows the panel of the tab in front, and hides the others.
     void cmdOK_Click();   ///< Acts by IsComplited; see the table above.
+
+    void cmdSaveReport_Click();  ///< Saves the results in a file that the user chooses: SaveReport.cpp.
 
     // Handlers on the results: ResultCommands.cpp.
 
@@ -140,6 +150,7 @@ private:
     void KeepSize() const;                              // for the next window of its kind
     void OpenNodeUnderPointer(const ResultTree& tree);  // by the last move of the pointer
     void Open(const String& path);                      // with a message when it can't be opened
+    void SaveReport(const String& path) const;
 
     // What is seen of the results: ResultDisplay.cpp.
     std::array<ResultTree*, 3> Trees() const { return {trvChangedFiles, trvNotChangedFiles, trvErrors}; }
@@ -186,6 +197,7 @@ private:
     QLabel* lblTotals = nullptr;          // of all files
     QPushButton* cmdOK = nullptr;
     QPushButton* cmdCopyLog = nullptr;
+    QPushButton* cmdSaveReport = nullptr;
     std::array<QPushButton*, 2> cmdCommand{};  // removes the backups, restores them
 
     HitStore hits_;
@@ -193,6 +205,8 @@ private:
     QTimer filterTimer_;  // runs while the filter waits for more letters
     QTimer totalsTimer_;  // runs while new totals would come too soon after the last that were shown
     bool areTotalsOld_ = false;
+    RunFacts runFacts_;  // of the run begun last
+    RunEnd runEnd_;
     std::set<String> notOpened_;  // paths
     bool hasRunFailed_ = false;   // before its last file
     float lastX_ = 0;             // of the pointer over a tree
