@@ -65,13 +65,16 @@ ReportedRun::~ReportedRun()
 {
     project_.FailurePassedOver = {};
     project_.HitFound = {};
+    project_.WantsWholeHit = {};
 }
 
 std::size_t ReportedRun::Run(const std::vector<JobFile>& files)
 {
     files_ = &files;
-    if (HitsToKeep > 0)
+    if (HitsToKeep > 0) {
         project_.HitFound = [this](const Hit& hit) { OnHit(hit); };
+        project_.WantsWholeHit = [this] { return KeepsMoreHits(); };
+    }
     ReportRefused();
     while (reported_ < files.size() && !cancelled_) {
         TakeTurn();
@@ -179,7 +182,7 @@ void ReportedRun::OnHit(const Hit& hit)
 {
     const bool sharesPlace = !hits_.empty() && hits_.back().place == hit.place;
     const std::size_t bytes = BytesOf(hit) + (sharesPlace ? 0 : BytesOf(*hit.place));
-    if (hitsLeftOut_ == 0 && hits_.size() < HitsToKeep && bytes <= HitBytesToKeep - hitBytes_) {
+    if (KeepsMoreHits() && bytes <= HitBytesToKeep - hitBytes_) {
         hits_.push_back(hit);
         hitBytes_ += bytes;
     } else {

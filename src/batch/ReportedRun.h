@@ -74,6 +74,7 @@ private:
     void OnAfter(const std::shared_ptr<CounterStatuses>& result);
     void OnCancel();  // the user's cancel, or our own when a run begins anew
     void OnPassedOver(const Failure& failure);
+    bool KeepsMoreHits() const { return hitsLeftOut_ == 0 && hits_.size() < HitsToKeep; }
     void OnHit(const Hit& hit);
     std::optional<std::size_t> FileInRun() const;
     void ReportNext(FileReport report);  // the one report of the file at reported_

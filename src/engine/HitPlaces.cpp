@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "engine/SearchFunctions.h"
 #include "engine/TextHits.h"
 #include "log/Treatments.h"
+#include "log/Warnings.h"
 
 namespace tessarine
 {
@@ -37,6 +39,17 @@ String WrittenFor(const String& asked, const String& value, const String& now, c
 }
 
 }  // namespace
+
+void SearchFunctions::TellHit(const Hit& hit)
+{
+    try {
+        HitFound(hit);
+    } catch (...) {
+        // The run is what matters: its replacements and counts don't depend on who looks on.
+        if (!std::exchange(isHitLost_, true))
+            Warn(path_, u"not all of its hits can be shown: " + CurrentFailure().Reason());
+    }
+}
 
 HitPlace SearchFunctions::PlaceOfPair() const
 {
@@ -75,8 +88,14 @@ void SearchFunctions::TellHitsInValue(const String& value, const String& put, co
                                       const std::function<String()>& read, bool isCounted)
 {
     Hit hit;
-    hit.place = std::make_shared<const HitPlace>(place());
     hit.isCounted = isCounted;
+    if (!IsNextHitWhole()) {
+        hit.place = std::make_shared<const HitPlace>(PlaceOfPair());
+        for (std::size_t told = 0; told < valueHits_.size(); ++told)
+            TellHit(hit);
+        return;
+    }
+    hit.place = std::make_shared<const HitPlace>(place());
     if (!mIsFindOnly) {
         // What refuses a change keeps its text, with a warning or without. What can't be read any more has changed.
         String now = put;
@@ -89,7 +108,7 @@ void SearchFunctions::TellHitsInValue(const String& value, const String& put, co
         hit.position = static_cast<std::int32_t>(at) + 1;
         hit.length = static_cast<std::int32_t>(valueHitLength_);
         PutContext(hit, value, at, valueHitLength_, context);
-        Skip([&] { HitFound(hit); });
+        TellHit(hit);
     }
 }
 

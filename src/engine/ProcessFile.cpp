@@ -70,6 +70,7 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& path
 {
     return RaiseOn(u"ProcessFile", u"ProcessFile", SearchPlace, [&] {
         path_ = path;
+        isHitLost_ = false;
         if (HitFound)
             Skip([&] { NotNull(xPresentation)->ExpectHits(); });
         const auto results = UnsearchedResults(*NotNull(mItems), mItem);

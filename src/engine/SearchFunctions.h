@@ -43,8 +43,9 @@ public:
     bool mCPUUsage = false;        ///< Copy of CPUUsage: each Yield sleeps.
     bool mIsDryRun = false;        ///< Copy of the project's IsDryRun: a replace run saves nothing.
 
-    HitReceiver HitFound;         ///< Copy of the project's HitFound. Its failures are passed over.
-    std::int32_t HitContext = 0;  ///< Copy of the project's HitContext.
+    HitReceiver HitFound;                 ///< Copy of the project's HitFound. A failure of it is a warning.
+    std::function<bool()> WantsWholeHit;  ///< Copy of the project's WantsWholeHit.
+    std::int32_t HitContext = 0;          ///< Copy of the project's HitContext.
 
     std::shared_ptr<powerpoint::Slide> CurrentSlide;  ///< Where a walk stands; null after its end.
     std::shared_ptr<powerpoint::Shape> CurrentShape;  ///< Where the walk over the shapes stands.
@@ -133,6 +134,8 @@ private:
     void SearchHeaderAndFooterOfNotesMaster(std::int32_t& total);
     void ProcessItem(CounterStatus& status, std::int32_t& runningCount);  // one pair through its locations
 
+    void TellHit(const Hit& hit);
+    bool IsNextHitWhole() const { return !WantsWholeHit || WantsWholeHit(); }
     HitPlace PlaceOfPair() const;                                // without what only a location knows
     HitPlace PlaceOnSlide(std::int32_t slide) const;             // that is CurrentSlide
     HitPlace PlaceOfShape(Page page, std::int32_t shape) const;  // that is CurrentShape
@@ -158,6 +161,7 @@ private:
     std::int32_t pairNumber_ = 0;           // of mItem in mItems, from 1
 
     String path_;                         // of the file that ProcessFile is at
+    bool isHitLost_ = false;              // whether the receiver failed for that file, which is told once
     std::optional<Failure> textFailure_;  // of the last SearchFunction
 };
 

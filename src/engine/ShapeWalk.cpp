@@ -29,7 +29,9 @@ void SearchFunctions::SearchShapes(const std::shared_ptr<powerpoint::Shapes>& sh
             const auto text = NotNull(CurrentShape->TextFrame())->TextRange();
             std::optional<TextHits> hits;
             if (HitFound)
-                hits.emplace(HitFound, HitContext, [&] { return PlaceOfShape(page, number); });
+                hits.emplace(TextHits::Port{
+                    [this](const Hit& hit) { TellHit(hit); }, [this] { return IsNextHitWhole(); },
+                    [&] { return PlaceOfShape(page, number); }, [this] { return PlaceOfPair(); }, HitContext});
             const std::int32_t count = SearchText(text.get(), hits ? &*hits : nullptr);
             total = CheckedSum(total, count);
             if (textFailure_)

@@ -23,20 +23,24 @@ std::int32_t SizeOf(StringView text)
 
 }  // namespace
 
-TextHits::TextHits(const HitReceiver& receiver, std::int32_t context, std::function<HitPlace()> place)
-    : receiver_(receiver), context_(std::clamp(context, 0, mostContext)), placeOf_(std::move(place))
-{
-}
+TextHits::TextHits(Port port) : port_(std::move(port)), context_(std::clamp(port_.context, 0, mostContext)) {}
 
 void TextHits::Found(powerpoint::TextRange& text, std::int32_t start, std::int32_t length)
 {
-    LookAt(text, start, length);
-    Tell();
+    if (port_.wantsWhole())
+        LookAt(text, start, length);
+    else
+        LookAtNothing();
+    port_.found(hit_);
 }
 
 void TextHits::BeforeReplace(powerpoint::TextRange& text, const String& find, std::int32_t after,
                              powerpoint::TriState matchCase, powerpoint::TriState wholeWords)
 {
+    if (!port_.wantsWhole()) {
+        LookAtNothing();
+        return;
+    }
     hit_ = {};
     Skip([&] {
         if (const auto found = text.Find(find, after, matchCase, wholeWords))
@@ -46,6 +50,10 @@ void TextHits::BeforeReplace(powerpoint::TextRange& text, const String& find, st
 
 void TextHits::Replaced(powerpoint::TextRange& text, std::int32_t start, const String& with)
 {
+    if (hit_.place && hit_.place == pairPlace_) {
+        port_.found(hit_);
+        return;
+    }
     // Whatever was seen there, the place is where the new text stands.
     if (hit_.position == 0)
         LookAt(text, start, 0);
@@ -54,13 +62,21 @@ void TextHits::Replaced(powerpoint::TextRange& text, std::int32_t start, const S
     // A character that the file can't hold has become another one.
     if (!asked.empty())
         Skip([&] { hit_.becomes = text.TextAt(start, SizeOf(asked)).value_or(asked); });
-    Tell();
+    port_.found(hit_);
+}
+
+void TextHits::LookAtNothing()
+{
+    if (!pairPlace_)
+        pairPlace_ = std::make_shared<const HitPlace>(port_.pairPlace());
+    hit_ = {};
+    hit_.place = pairPlace_;
 }
 
 void TextHits::LookAt(powerpoint::TextRange& text, std::int32_t start, std::int32_t length)
 {
     if (!place_)
-        place_ = std::make_shared<const HitPlace>(placeOf_());
+        place_ = std::make_shared<const HitPlace>(port_.place());
     hit_ = {};
     hit_.place = place_;
     hit_.position = start;
@@ -105,11 +121,6 @@ bool TextHits::GoTo(powerpoint::TextRange& text, std::int32_t unit)
     }
     seen_ = unit;
     return true;
-}
-
-void TextHits::Tell()
-{
-    Skip([&] { receiver_(hit_); });
 }
 
 void PutContext(Hit& hit, StringView text, std::size_t begin, std::size_t length, std::size_t context)

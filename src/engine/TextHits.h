@@ -15,9 +15,15 @@ namespace tessarine
 class TextHits
 {
 public:
-    /// `context` is how much of the paragraph is told on either side (UTF-16 units). `place` is asked once, at the
-    /// first hit. The receiver is borrowed.
-    TextHits(const HitReceiver& receiver, std::int32_t context, std::function<HitPlace()> place);
+    /// Who is told, and what is asked for it. None of them may fail.
+    struct Port {
+        HitReceiver found;
+        std::function<bool()> wantsWhole;     ///< Before each hit; no: it tells `pairPlace` alone.
+        std::function<HitPlace()> place;      ///< Once, at the first whole hit.
+        std::function<HitPlace()> pairPlace;  ///< Once, at the first other one.
+        std::int32_t context = 0;             ///< Of the paragraph, on either side; UTF-16 units.
+    };
+    explicit TextHits(Port port);
 
     /// A hit of a find: `length` units from position `start` of the text on (from 1).
     void Found(powerpoint::TextRange& text, std::int32_t start, std::int32_t length);
@@ -34,12 +40,12 @@ private:
     void LookAt(powerpoint::TextRange& text, std::int32_t start, std::int32_t length);
     void ReadAround(powerpoint::TextRange& text, std::int32_t start, std::int32_t length);
     bool GoTo(powerpoint::TextRange& text, std::int32_t unit);
-    void Tell();
+    void LookAtNothing();
 
-    const HitReceiver& receiver_;
-    std::int32_t context_;
-    std::function<HitPlace()> placeOf_;
-    std::shared_ptr<const HitPlace> place_;  // null before the first hit
+    const Port port_;
+    const std::int32_t context_;
+    std::shared_ptr<const HitPlace> place_;  // null before it is needed
+    std::shared_ptr<const HitPlace> pairPlace_;
 
     Hit hit_;  // the one that is told, or about to be replaced; a position of 0 for one that was not seen before
 

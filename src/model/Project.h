@@ -139,6 +139,9 @@ public:
     /// nobody asks: then hits cost nothing. What was told of a file that fails then doesn't count, as its counts don't.
     /// A find without RequiredFindAndReplaceCount tells the first hit of each text alone.
     std::function<void(const Hit& hit)> HitFound;
+    /// Asked before each hit: where it says no, because enough were kept, the hit tells its pair and location alone and
+    /// costs next to nothing. Empty: each is told whole.
+    std::function<bool()> WantsWholeHit;
     /// How much of its paragraph a hit tells on either side, in UTF-16 units.
     std::int32_t HitContext = 60;
 

@@ -109,6 +109,7 @@ RunLoop::Step RunLoop::SetUp()
     engine_.mIsFindOnly = Options().IsFindOnly;
     engine_.mIsDryRun = project_.IsDryRun;
     engine_.HitFound = project_.HitFound;
+    engine_.WantsWholeHit = project_.WantsWholeHit;
     engine_.HitContext = project_.HitContext;
 
     if (list_) {

@@ -4,6 +4,7 @@
 #include "engine/TextHits.h"
 #include "engine/TextRangeWalk.h"
 #include "EngineTest.h"
+#include "support/WarningRecorder.h"
 
 namespace tessarine
 {
@@ -361,14 +362,44 @@ TEST_F(HitsTest, AreToldWithoutWhatCannotBeRead)
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(HitsTest, AFailingReceiverChangesNothing)
+TEST_F(HitsTest, TellPairAndLocationAloneOnceEnoughWereKept)
 {
+    Open({.slides = {{.shapes = {Placeholder(u"cat cat cat")}, .hyperlinks = {u"cat/cat"}, .title = u"T"}}});
+    engine.WantsWholeHit = [this] { return hits_.size() < 2; };
+
+    EXPECT_EQ(Search(Location::Slides, {.find = u"cat", .with = u"dog"}), 3);
+    engine.mItems = nullptr;
+    EXPECT_EQ(Search(Location::HyperlinkAddresses, {.find = u"cat", .findOnly = true}), 2);
+
+    EXPECT_THAT(lines_, ElementsAre("1 slides slide1 T shape1 paragraph1 at 1+3 | [cat>dog] cat cat",
+                                    "1 slides slide1 T shape1 paragraph1 at 5+3 | dog [cat>dog] cat",
+                                    "1 slides at 0+0 | []", "1 hyperlinks at 0+0 | []", "1 hyperlinks at 0+0 | []"));
+    EXPECT_EQ(content().slides[0].shapes[0].text, u"dog dog dog");
+}
+
+TEST_F(HitsTest, MayBeWholeAgainAfterOnesThatWereNot)
+{
+    Open({.slides = {{.shapes = {Placeholder(u"cat\rcat\rcat")}}}});
+    engine.WantsWholeHit = [this] { return hits_.size() != 1; };
+
+    Search(Location::Slides, {.find = u"cat", .findOnly = true});
+
+    EXPECT_THAT(lines_, ElementsAre("1 slides slide1 shape1 paragraph1 at 1+3 | [cat]", "1 slides at 0+0 | []",
+                                    "1 slides slide1 shape1 paragraph3 at 1+3 | [cat]"));
+}
+
+TEST_F(HitsTest, AFailingReceiverChangesNothingAndIsWarnedOfOnce)
+{
+    const WarningRecorder warnings;
     engine.HitFound = [](const Hit&) { throw Failure(7, u"out of memory"); };
     Open({.slides = {{.shapes = {Placeholder(u"cat cat")}, .hyperlinks = {u"cat"}}}});
 
     EXPECT_EQ(Search(Location::Slides, {.find = u"cat", .with = u"dog"}), 2);
     EXPECT_EQ(content().slides[0].shapes[0].text, u"dog dog");
     EXPECT_THAT(Log(), IsEmpty());
+    EXPECT_THAT(
+        warnings.Warnings(),
+        ElementsAre(std::pair(String(u"a.pptx"), std::string("not all of its hits can be shown: out of memory"))));
 }
 
 TEST_F(HitsTest, ReplacementsAndCountsAreThoseOfARunThatTellsNobody)

@@ -49,11 +49,35 @@ Reference<IDispatch> ServeCollection(const HostReference& host, std::string kind
     });
 }
 
-/// A range that is asked for its text alone.
-Reference<IDispatch> ServeText(const HostReference& host, const std::optional<String>& text)
+/// A text by itself: what Characters gives, and the title of a slide.
+class FixedText final : public powerpoint::TextRange, public powerpoint::TextFrame, public powerpoint::Shape
 {
-    return Serve(host->watch, "TextRange", {{u"Text", [=](const Arguments&) { return Variant(text.value_or(u"")); }}});
-}
+public:
+    explicit FixedText(String text) : text_(std::move(text)) {}
+
+    std::shared_ptr<powerpoint::TextRange> Find(const String&, std::int32_t, powerpoint::TriState,
+                                                powerpoint::TriState) override
+    {
+        return nullptr;
+    }
+    std::shared_ptr<powerpoint::TextRange> Replace(const String&, const String&, std::int32_t, powerpoint::TriState,
+                                                   powerpoint::TriState) override
+    {
+        return nullptr;
+    }
+    std::int32_t Start() override { return 1; }
+    std::optional<String> TextAt(std::int32_t, std::int32_t) override { return text_; }
+
+    std::shared_ptr<powerpoint::TextRange> TextRange() override { return std::make_shared<FixedText>(text_); }
+
+    std::int32_t Type() override { return powerpoint::msoPlaceholder; }
+    powerpoint::TriState HasTextFrame() override { return powerpoint::msoTrue; }
+    std::shared_ptr<powerpoint::TextFrame> TextFrame() override { return std::make_shared<FixedText>(text_); }
+    std::shared_ptr<powerpoint::LinkFormat> LinkFormat() override { return nullptr; }
+
+private:
+    String text_;
+};
 
 Reference<IDispatch> ServeTextRange(const HostReference& host, const std::shared_ptr<powerpoint::TextRange>& range)
 {
@@ -77,10 +101,13 @@ Reference<IDispatch> ServeTextRange(const HostReference& host, const std::shared
                    5},
                   {u"Characters",
                    [=](const Arguments& a) {
-                       return ObjectValue(ServeText(host, range->TextAt(a[0].ToInteger(), a[1].ToInteger())));
+                       const auto text = range->TextAt(a[0].ToInteger(), a[1].ToInteger());
+                       return ObjectValue(ServeTextRange(host, std::make_shared<FixedText>(text.value_or(u""))));
                    },
                    {},
                    2},
+                  // Asked of a FixedText alone.
+                  {u"Text", [=](const Arguments&) { return Variant(range->TextAt(1, 0).value_or(u"")); }},
                   IntegerMember(u"Start", range, &powerpoint::TextRange::Start)});
 }
 
@@ -168,12 +195,8 @@ Reference<IDispatch> ServeNotesPage(const HostReference& host, const std::shared
 /// Those of a slide, which tell its title.
 Reference<IDispatch> ServeShapesOfSlide(const HostReference& host, const std::shared_ptr<powerpoint::Slide>& slide)
 {
-    const auto range = [=](const Arguments&) { return ObjectValue(ServeText(host, slide->Title())); };
-    const auto frame = [=](const Arguments&) {
-        return ObjectValue(Serve(host->watch, "TextFrame", {{u"TextRange", range}}));
-    };
     const auto title = [=](const Arguments&) {
-        return ObjectValue(Serve(host->watch, "Shape", {{u"TextFrame", frame}}));
+        return ObjectValue(ServeShape(host, std::make_shared<FixedText>(slide->Title())));
     };
     const auto hasTitle = [=](const Arguments&) {
         return Variant(slide->Title().empty() ? powerpoint::msoFalse : powerpoint::msoTrue);

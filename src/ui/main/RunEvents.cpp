@@ -58,6 +58,7 @@ void frmMain::ReceiveEvents()
         if (self)
             self->runWatch_.HitFound(hit);
     };
+    mProject->WantsWholeHit = [self] { return self && self->runWatch_.WantsWholeHit(); };
     mProject->FailurePassedOver = [self](const String&, const Failure& failure) {
         if (self)
             self->runWatch_.FailurePassedOver(failure);

@@ -106,6 +106,12 @@ void RunWatch::HitFound(const Hit& hit)
         window->Hits().Take(hit);
 }
 
+bool RunWatch::WantsWholeHit() const
+{
+    auto* const window = frmProcessingDocuments::Loaded();
+    return window != nullptr && window->Hits().TakesMore();
+}
+
 void RunWatch::FailurePassedOver(const Failure& failure)
 {
     passedOver_ = failure;

@@ -54,6 +54,7 @@ public:
 
     /// The processing window keeps it until the file's own result tells whether it counts.
     void HitFound(const Hit& hit);
+    bool WantsWholeHit() const;  ///< See Project::WantsWholeHit.
 
     /// The run goes on after a failure. It belongs to the file begun last, or to all files when none has begun.
     void FailurePassedOver(const Failure& failure);

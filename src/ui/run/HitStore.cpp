@@ -50,13 +50,18 @@ void HitStore::Take(const Hit& hit)
     const HitGroup group{NotNull(hit.place)->pair, hit.place->location};
     groups_.insert(group);
     const std::size_t units = UnitsOf(hit);
-    const bool isRoom = takesMore_ && end_ < mostBytes_ && hits_.size() < MostHits && units <= MostUnits - units_;
-    if (!isRoom) {
+    if (!TakesMore() || units > MostUnits - units_) {
         ++leftOut_[group];
         return;
     }
     units_ += units;
     hits_.push_back(hit);
+}
+
+bool HitStore::TakesMore() const
+{
+    // Those that are kept are the first ones, so that one left out ends them.
+    return takesMore_ && end_ < mostBytes_ && hits_.size() < MostHits && leftOut_.empty();
 }
 
 void HitStore::Forget()

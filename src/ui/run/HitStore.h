@@ -54,7 +54,9 @@ public:
     void BeginRun(KindOfRun run);
 
     void Take(const Hit& hit);  ///< A hit of the file that the run is at.
-    void Forget();              ///< The hits taken since the last Add are those of a file without a result.
+    /// Whether a hit more of that file would be kept; of others pair and location are all that is needed.
+    bool TakesMore() const;
+    void Forget();  ///< The hits taken since the last Add are those of a file without a result.
 
     /// Takes a file that the run is done with. The hits taken for it become those of the report, unless it failed.
     StoredHits Add(FileReport report);

@@ -47,12 +47,12 @@ private:
             ShapeRecord record;
             if (ClassifyShape(document_, element, controls_, record)) {
                 record.offset = document_.OffsetOf(element);
-                if (names_ == ShapeNames::Kept)
-                    record.name = ShapeNameIn(document_, element);
                 record.body = ReadBody(element, record);
                 if (tree_.shapes.size() >= limits_.shapes)
                     throw Damage(part_, "it has too many shapes");
                 tree_.shapes.push_back(std::move(record));
+                if (names_ == ShapeNames::Kept)
+                    tree_.names.emplace_back(ShapeNameIn(document_, element));
             } else if (document_.Is(element, Compatibility, "AlternateContent")) {
                 ReadAlternateContent(element, depth);
             }
@@ -146,8 +146,9 @@ std::size_t KeptBytesOf(const ShapeTree& tree)
 {
     std::size_t bytes = tree.shapes.size() * sizeof(ShapeRecord) + tree.layoutIds.size() * sizeof(std::string);
     for (const ShapeRecord& shape : tree.shapes)
-        bytes += shape.linkId.size() + (shape.name ? shape.name->size() : 0) +
-                 shape.linkElements.size() * sizeof(std::size_t);
+        bytes += shape.linkId.size() + shape.linkElements.size() * sizeof(std::size_t);
+    for (const std::string& name : tree.names)
+        bytes += sizeof(std::string) + name.size();
     for (const TextBody& body : tree.bodies)
         bytes += body.KeptBytes();
     return bytes + KeptBytesOf(tree.links);

@@ -28,8 +28,7 @@ struct ShapeRecord {
     bool hasOtherText = false;
     /// Numbers of edits of the two texts after which they were known to be the same; both 0 when they were read.
     std::pair<std::size_t, std::size_t> alike{};
-    std::string linkId;               ///< Relationship of a linked OLE object.
-    std::optional<std::string> name;  ///< UTF-8; nothing unless names were to be kept.
+    std::string linkId;  ///< Relationship of a linked OLE object.
 
     /// Offsets of the `p:oleObj` elements that name that relationship: one, or one per branch.
     std::vector<std::size_t> linkElements;
@@ -39,6 +38,7 @@ struct ShapeRecord {
 /// its hyperlinks, and what a master or layout says of itself. Small beside the markup, which is not kept.
 struct ShapeTree {
     std::vector<ShapeRecord> shapes;     ///< From back to front; a group is one.
+    std::vector<std::string> names;      ///< Of the shapes, UTF-8; none unless they were to be kept.
     std::vector<TextBody> bodies;        ///< Of shapes, and their twins.
     std::vector<LinkRecord> links;       ///< In document order, also those in groups and tables.
     std::string layoutType;              ///< p:sldLayout@type

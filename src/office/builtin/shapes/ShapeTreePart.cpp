@@ -27,10 +27,10 @@ ShapeFacts ShapeTreePart::Shape(std::size_t shape)
 
 String ShapeTreePart::ShapeName(std::size_t shape)
 {
-    const ShapeRecord& record = Shapes()[shape];
-    if (record.name)
-        return FromUtf8(*record.name);
-    const std::size_t offset = record.offset;
+    const ShapeTree& tree = Read();
+    if (!tree.names.empty())
+        return FromUtf8(tree.names[shape]);
+    const std::size_t offset = tree.shapes[shape].offset;
     const XmlDocument& document = edits_.Document();
     return FromUtf8(ShapeNameIn(document, document.ElementAt(offset)));
 }
