@@ -9,6 +9,7 @@
 #include "platform/Failure.h"
 #include "platform/FolderOf.h"
 #include "run/BackupPaths.h"
+#include "saving/CopyFile.h"
 
 namespace tessarine::batch
 {
@@ -119,9 +120,11 @@ void RunBackups::MakeNumbered(const Target& target)
 
 void RunBackups::Copy(const Target& target, const String& name)
 {
-    if (isDryRun_)
-        return;
     const String backup = target.PathOf(name);
+    if (isDryRun_) {
+        RehearseCopy(backup);
+        return;
+    }
     String notRecorded;
     const auto complete = [&](const CopiedContent& content) {
         // A program that rewrites a file in place leaves half of it for a while, which every later run would keep.

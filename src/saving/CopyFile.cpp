@@ -5,11 +5,13 @@
 #include <span>
 
 #include "files/FileFailure.h"
+#include "files/FilePlace.h"
 #include "files/OpenedFile.h"
 #include "files/OpenForReading.h"
 #include "files/ReadAt.h"
 #include "platform/Crc32.h"
 #include "platform/NativePath.h"
+#include "saving/ReplacementCalls.h"
 #include "saving/ReplacementFile.h"
 
 namespace tessarine
@@ -84,6 +86,16 @@ void CopyFile(StringView source, StringView target, const CopyTerms& terms)
     if (terms.complete)
         terms.complete(content);
     copy.Commit();
+}
+
+void RehearseCopy(StringView target)
+{
+    const FilePlace place(NativePath(target), FilePlace::Links::Refused,
+                          [](FileTrouble trouble, const NativeString& at, const std::string& reason) {
+                              return ClassicFileFailure(trouble, "write", at, reason);
+                          });
+    if (!MayMakeFiles(place.folder))
+        throw ClassicFileFailure(errno, "write", place.path);
 }
 
 void CopyFileBack(StringView copy, StringView document, const SaveTerms& terms, const CopyComplete& complete)

@@ -41,6 +41,9 @@ struct CopyTerms {
 /// changes while it is copied.
 void CopyFile(StringView source, StringView target, const CopyTerms& terms = {});
 
+/// Raises what CopyFile would raise because no file can be made at `target`, and makes none.
+void RehearseCopy(StringView target);
+
 /// Puts a copy back over the document that it was made of, in the same way. The document keeps its owner, group and
 /// extended attributes; mode and access list come from the copy. A document that is a link is followed like that of a
 /// save, and the terms of a save hold for one whose attributes can't be kept (ReplacementFile, PutBack). `complete` as

@@ -224,4 +224,38 @@ TEST_F(CopyingAFile, WorksUnderOddNames)
     EXPECT_EQ(ContentOf(target), "content");
 }
 
+TEST_F(CopyingAFile, IsRehearsedWithoutMakingAFile)
+{
+    RehearseCopy(folder_.PathOf(u"a.bak"));
+
+    EXPECT_THAT(FilesOfFolder(folder_.Path()), testing::IsEmpty());
+}
+
+TEST_F(CopyingAFile, RehearsedInAClosedFolderFailsAsTheCopyItself)
+{
+    const auto failureOf = [](const auto& body) {
+        try {
+            body();
+        } catch (const Failure& failure) {
+            return std::pair(failure.number, failure.description);
+        }
+        return std::pair(0, String());
+    };
+    const String source = folder_.Write(u"sub/a.ppt", "content");
+    const String target = folder_.PathOf(u"sub/a.bak");
+    SetMode(source, 0644);
+    SetMode(folder_.PathOf(u"sub"), 0555);
+    std::pair<int, String> copied;
+    std::pair<int, String> rehearsed;
+    {
+        const OrdinaryUser user;
+        rehearsed = failureOf([&] { RehearseCopy(target); });
+        copied = failureOf([&] { CopyFile(source, target); });
+    }
+    SetMode(folder_.PathOf(u"sub"), 0755);
+
+    EXPECT_EQ(rehearsed.first, FailureNumber::PermissionDenied);
+    EXPECT_EQ(rehearsed, copied);
+}
+
 }  // namespace tessarine
