@@ -112,4 +112,6 @@ const std::string_view PageScript = R"js(
 })();
 )js";
 
+const std::string_view PageScriptDigest = "sha256-Oyn3uvcCq0cGxcuWV0FpptYK8Lv1vtTfLeyGWX1i3kI=";
+
 }  // namespace tessarine

@@ -69,4 +69,6 @@ ins { background: var(--ins); color: var(--ins-text); font-weight: 600; }
 }
 )css";
 
+const std::string_view PageStyleDigest = "sha256-B4sorgrtymWpRrHi8SXTK3NcwZZ3Df0yd+UJLw1SBCA=";
+
 }  // namespace tessarine

@@ -122,7 +122,9 @@ TEST_P(Hostile, IsSearchedAndChangedWithinBounds)
     const std::string root = ToUtf8(folder.PathOf(u""));
 
     std::vector<std::string> find{"find", "--in", "all", "--find", GetParam().find};
-    std::vector<std::string> replace{"replace", "--in", "all", "--find", GetParam().find, "--with", GetParam().with};
+    // With hits shown, which costs beside what it costs to replace them.
+    std::vector<std::string> replace{"replace", "--show",        "--in",   "all",
+                                     "--find",  GetParam().find, "--with", GetParam().with};
     for (const std::string& text : GetParam().alsoFind) {
         std::ranges::copy(std::vector<std::string>{"--find", text}, std::back_inserter(find));
         std::ranges::copy(std::vector<std::string>{"--find", text, "--with", "c"}, std::back_inserter(replace));

@@ -244,11 +244,13 @@ TEST_F(CopyingAFile, RehearsedInAClosedFolderFailsAsTheCopyItself)
     const String source = folder_.Write(u"sub/a.ppt", "content");
     const String target = folder_.PathOf(u"sub/a.bak");
     SetMode(source, 0644);
+    SetMode(folder_.Path(), 0755);
     SetMode(folder_.PathOf(u"sub"), 0555);
     std::pair<int, String> copied;
     std::pair<int, String> rehearsed;
     {
         const OrdinaryUser user;
+        user.TakeOver(source);
         rehearsed = failureOf([&] { RehearseCopy(target); });
         copied = failureOf([&] { CopyFile(source, target); });
     }
