@@ -54,14 +54,14 @@ std::vector<FilePair> PairsOfWorkbook(const String& path)
     const auto application = NotNull(excel::CreateApplication());
     const auto workbook = NotNull(NotNull(application->Workbooks())->Open(path));
     const auto used = NotNull(NotNull(NotNull(workbook->Sheets())->Item(1))->UsedRange());
-    const std::int32_t rows = NotNull(used->Rows())->Count();
+    const std::int32_t rowCount = NotNull(used->Rows())->Count();
     const std::int32_t columns = NotNull(used->Columns())->Count();
     // Asked before a row is put together, of which each cell may name the same long text.
     if (columns > mostPairColumns)
         Refuse("it has " + Counted(columns, "column") + ", and a table of pairs has up to " +
                std::to_string(mostPairColumns) + (columns == ListColumnCount ? " (--list takes 18)" : ""));
     PairTable table;
-    for (std::int32_t number = 1; number <= rows; ++number) {
+    for (std::int32_t number = 1; number <= rowCount; ++number) {
         PairRow row{"row " + std::to_string(number), {}};
         bool isEmpty = true;
         for (std::int32_t column = 1; column <= columns; ++column) {

@@ -161,8 +161,8 @@ String DecodePairFile(std::string_view bytes)
 std::vector<FilePair> ReadSeparatedPairs(StringView text, char16_t separator)
 {
     PairTable table;
-    RowReader rows(text, separator);
-    for (PairRow row; rows.Next(row);)
+    RowReader reader(text, separator);
+    for (PairRow row; reader.Next(row);)
         table.Add(row);
     return table.Take();
 }

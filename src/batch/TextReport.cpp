@@ -268,11 +268,17 @@ std::string TextReport::HitLines(const FileReport& file) const
     if (!TellsHits(file))
         return {};
     std::string lines;
+    std::string place;  // of the hits of one text, which are many at times
+    const HitPlace* placeNow = nullptr;
     for (const Hit& hit : file.hits) {
+        if (hit.place.get() != placeNow) {
+            placeNow = hit.place.get();
+            place = ToUtf8(TextPlaceText(*placeNow));
+        }
         const auto pair = static_cast<std::size_t>(hit.place->pair) - 1;
         const StringView find = pair < file.pairs.size() ? StringView(file.pairs[pair].find) : StringView();
         const std::string remark = ToUtf8(RemarkText(hit, Replaces()));
-        lines += fmt::format("    {}{}: {}\n", Painted(ToUtf8(PlaceText(hit)), cyan),
+        lines += fmt::format("    {}{}: {}\n", Painted(place + ToUtf8(ParagraphText(hit)), cyan),
                              remark.empty() ? remark : " (" + remark + ")", MarkedText(LineOf(hit, find)));
     }
     return lines + (file.hitsLeftOut > 0 ? fmt::format("    and {} more\n", file.hitsLeftOut) : std::string());

@@ -7,14 +7,14 @@ namespace tessarine
 
 namespace
 {
-constexpr StringView place = u"Class Module CounterStatuses";
+constexpr StringView statusesPlace = u"Class Module CounterStatuses";
 }
 
 std::shared_ptr<CounterStatus> CounterStatuses::Add(const CounterStatus::LocationCounts& counts,
                                                     std::int32_t vFileStausAfterProcess, const String& FindWhat,
                                                     const String& ReplaceWith, const String& sKey)
 {
-    return LogAndReturn({u"Add", place}, [&] {
+    return LogAndReturn({u"Add", statusesPlace}, [&] {
         auto status = std::make_shared<CounterStatus>();
         for (const SearchLocation& row : SearchLocations)
             status->PutCount(row.location, counts[static_cast<std::size_t>(row.location)]);
@@ -57,22 +57,22 @@ std::shared_ptr<CounterStatus> CounterStatuses::Add(
 
 std::shared_ptr<CounterStatus> CounterStatuses::Item(const IndexKey& vntIndexKey) const
 {
-    return LogAndReturn({u"Item", place}, [&] { return items_.Item(vntIndexKey); });
+    return LogAndReturn({u"Item", statusesPlace}, [&] { return items_.Item(vntIndexKey); });
 }
 
 std::int32_t CounterStatuses::Count() const
 {
-    return LogAndReturn({u"Count", place}, [&] { return items_.Count(); });
+    return LogAndReturn({u"Count", statusesPlace}, [&] { return items_.Count(); });
 }
 
 void CounterStatuses::Remove(const IndexKey& vntIndexKey)
 {
-    LogAndReturn({u"Remove", place}, [&] { items_.Remove(vntIndexKey); });
+    LogAndReturn({u"Remove", statusesPlace}, [&] { items_.Remove(vntIndexKey); });
 }
 
 std::vector<std::shared_ptr<CounterStatus>> CounterStatuses::NewEnum() const
 {
-    return LogAndReturn({u"NewEnum", place}, [&] { return items_.NewEnum(); });
+    return LogAndReturn({u"NewEnum", statusesPlace}, [&] { return items_.NewEnum(); });
 }
 
 }  // namespace tessarine

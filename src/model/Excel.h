@@ -86,8 +86,8 @@ public:
     virtual std::shared_ptr<excel::Sheets> Sheets() = 0;
     virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;  ///< Of a new workbook, its only sheet.
 
-    /// Saves under a name; its extension alone tells the format (".xls", ".xlsx", ".csv"). Without alerts an existing file is
-    /// replaced.
+    /// Saves under a name; its extension alone tells the format (".xls", ".xlsx", ".csv"). Without alerts an existing
+    /// file is replaced.
     virtual void SaveAs(const String& Filename) = 0;
 
     /// Saves under the name that the workbook has. One that was not changed is left alone.

@@ -1,5 +1,6 @@
 #include "report/HitText.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -77,7 +78,16 @@ bool IsBreakOrTab(char16_t unit)
 
 String PlaceText(const Hit& hit)
 {
-    const HitPlace& place = *hit.place;
+    return TextPlaceText(*hit.place) + ParagraphText(hit);
+}
+
+String ParagraphText(const Hit& hit)
+{
+    return hit.paragraph > 0 ? u", " + Numbered(u"paragraph", hit.paragraph) : String();
+}
+
+String TextPlaceText(const HitPlace& place)
+{
     String text = OuterPlace(place);
     if (place.headerFooter != HitPlace::HeaderFooter::None)
         text += place.headerFooter == HitPlace::HeaderFooter::Header ? u", header" : u", footer";
@@ -88,8 +98,6 @@ String PlaceText(const Hit& hit)
     // The text is not the shape's own.
     if (place.location == Location::Links)
         text += u", source";
-    if (hit.paragraph > 0)
-        text += u", " + Numbered(u"paragraph", hit.paragraph);
     return text;
 }
 
@@ -114,6 +122,9 @@ HitLine LineOf(const Hit& hit, StringView find)
 
 String OneLineText(StringView text)
 {
+    // Most texts have nothing to change, and each hit has three.
+    if (std::ranges::all_of(text, [](char16_t unit) { return unit >= u' ' && unit < 0x7F; }))
+        return String(text);
     String line;
     line.reserve(text.size());
     for (std::size_t at = 0; at < text.size(); ++at) {

@@ -13,6 +13,10 @@ namespace tessarine
 /// hit doesn't tell is left out. Titles and names are cut to 40 characters, with "..." in place of the rest.
 String PlaceText(const Hit& hit);
 
+/// The two parts of it: what all hits of one text have in common, and ", paragraph 2".
+String TextPlaceText(const HitPlace& place);
+String ParagraphText(const Hit& hit);
+
 /// What is unusual about a hit: "not counted", "stays as it is" for one that a replace run could not change, or both
 /// with a comma between them. Empty as a rule. `replaces` tells a replace run from a find.
 String RemarkText(const Hit& hit, bool replaces);

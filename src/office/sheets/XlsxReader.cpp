@@ -107,8 +107,8 @@ public:
         const Part workbook = FindWorkbook();
         const Part worksheet = FirstWorksheet(workbook);
         auto& links = package_.RelationshipsOf(workbook);
-        if (const auto styles = package_.Follow(workbook, links.FirstOf("styles")))
-            ReadStyles(*styles);
+        if (const auto formats = package_.Follow(workbook, links.FirstOf("styles")))
+            ReadStyles(*formats);
         if (const auto texts = package_.Follow(workbook, links.FirstOf("sharedStrings")))
             ReadSharedTexts(*texts);
         ReadSheet(worksheet);

@@ -53,7 +53,7 @@ std::string Workbook()
 }
 
 // The cell formats below, by their position. 49 is the built-in number format "@", Text.
-enum Format { General = 0, Text = 1, Bold = 2 };
+enum CellStyle { General = 0, Text = 1, Bold = 2 };
 
 std::string Styles()
 {
@@ -128,7 +128,7 @@ public:
     }
 
 private:
-    std::string Element(const std::string& type, const std::string& value, Format format) const
+    std::string Element(const std::string& type, const std::string& value, CellStyle format) const
     {
         const int style = row_ == 0 ? Bold : format;
         return "<c r=\"" + Reference(row_, column_) + "\"" +

@@ -16,7 +16,7 @@ namespace
 {
 
 /// Files up to which a filter follows each letter, and the time that it waits for the next one beyond that.
-constexpr std::int64_t fewFiles = 500;
+constexpr std::int64_t fewFilesToFilter = 500;
 constexpr int betweenLetters = 200;  // milliseconds
 
 constexpr int betweenTotals = 100;  // milliseconds
@@ -56,7 +56,7 @@ void frmProcessingDocuments::TakeFilterText(const QString& text)
     std::int64_t files = 0;
     for (const ResultTree* tree : Trees())
         files += tree->Nodes().FileCount();
-    if (files > fewFiles)
+    if (files > fewFilesToFilter)
         filterTimer_.start(betweenLetters);
     else
         ApplyFilter();

@@ -24,7 +24,7 @@ namespace
 
 const String folderKey = u"ReportFolder";
 
-QString TextOf(const String& key)
+QString ReportCaption(const String& key)
 {
     return ToQt(GetLngString(u"Report", key));
 }
@@ -41,16 +41,16 @@ QString ProposedFolder(const String& section)
 /// "Search report 2026-03-01.html", in the user's language.
 QString ProposedName(const RunFacts& facts)
 {
-    return TextOf(facts.replaces ? u"replaceTitle" : u"findTitle") + u' ' + QDate::currentDate().toString(Qt::ISODate) +
-           QStringLiteral(".html");
+    return ReportCaption(facts.replaces ? u"replaceTitle" : u"findTitle") + u' ' +
+           QDate::currentDate().toString(Qt::ISODate) + QStringLiteral(".html");
 }
 
 /// Empty when the user has cancelled.
 String ChosenPath(const QString& folder, const QString& name)
 {
     CommonDialog dialog;
-    dialog.DialogTitle = FromQt(TextOf(u"Dialog.Title"));
-    dialog.Filter = FromQt(TextOf(u"Dialog.Page") + QStringLiteral("|*.html|") + TextOf(u"Dialog.Table") +
+    dialog.DialogTitle = FromQt(ReportCaption(u"Dialog.Title"));
+    dialog.Filter = FromQt(ReportCaption(u"Dialog.Page") + QStringLiteral("|*.html|") + ReportCaption(u"Dialog.Table") +
                            QStringLiteral("|*.csv"));
     dialog.DefaultExt = u"html";
     dialog.Flags = FileDialogFlag::AskBeforeOverwriting;
@@ -82,14 +82,14 @@ void frmProcessingDocuments::cmdSaveReport_Click()
         if (path.empty())
             return;
         if (!RunReportKindOf(path)) {
-            ShowMessage(FromQt(TextOf(u"Dialog.WrongName")), MessageIcon::Exclamation);
+            ShowMessage(FromQt(ReportCaption(u"Dialog.WrongName")), MessageIcon::Exclamation);
             return;
         }
         try {
             SaveReport(path);
         } catch (...) {
             const QString reason = ToQt(CurrentFailure().Reason());
-            ShowMessage(FromQt(TextOf(u"Dialog.Failed").replace(QLatin1String("%s"), reason)),
+            ShowMessage(FromQt(ReportCaption(u"Dialog.Failed").replace(QLatin1String("%s"), reason)),
                         MessageIcon::Exclamation);
             return;
         }
