@@ -11,18 +11,18 @@
 namespace tessarine::batch
 {
 
-std::vector<String> PathsOfList(std::string_view bytes)
+std::vector<String> PathsOfList(std::string_view bytes, PathEnd end)
 {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(byteOrderMark))
+    if (end == PathEnd::Line && bytes.starts_with(byteOrderMark))
         bytes.remove_prefix(byteOrderMark.size());
 
     std::vector<String> paths;
     while (!bytes.empty()) {
-        std::string_view line = bytes.substr(0, bytes.find('\n'));
+        std::string_view line = bytes.substr(0, bytes.find(end == PathEnd::Line ? '\n' : '\0'));
         bytes.remove_prefix(std::min(bytes.size(), line.size() + 1));
         // Lists come from both systems. A name that itself ends in CR can't be listed.
-        if (line.ends_with('\r'))
+        if (end == PathEnd::Line && line.ends_with('\r'))
             line.remove_suffix(1);
         if (!line.empty())
             paths.push_back(FromUtf8(line));
@@ -30,16 +30,16 @@ std::vector<String> PathsOfList(std::string_view bytes)
     return paths;
 }
 
-std::vector<String> ReadPathList(StringView path)
+std::vector<String> ReadPathList(StringView path, PathEnd end)
 {
     if (path == u"-")
-        return PathsOfList(ReadStandardInput());
+        return PathsOfList(ReadStandardInput(), end);
     // A pipe would be waited for, maybe without end; one that is missing is told by reading it.
     std::error_code error;
     const auto native = NativePathIfValid(path);
     if (native && std::filesystem::exists(*native, error) && !FileExists(path))
         Refuse(u"the list of files " + InQuotes(path) + u" is no regular file (- reads standard input)");
-    return PathsOfList(ReadWholeFile(path));
+    return PathsOfList(ReadWholeFile(path), end);
 }
 
 }  // namespace tessarine::batch

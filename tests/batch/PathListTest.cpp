@@ -34,6 +34,14 @@ TEST(PathList, KeepsBlanksAndBytes)
     EXPECT_EQ(ToUtf8(paths[1]), "caf\xE9.pptx");
 }
 
+TEST(PathList, MayEndPathsByNulAndThenKeepsAllOtherBytes)
+{
+    using namespace std::string_literals;
+
+    EXPECT_THAT(PathsOfList("\xEF\xBB\xBF\na.pptx\0\0b\r\0c.pptx"s, PathEnd::Null),
+                ElementsAre(u"\uFEFF\na.pptx", u"b\r", u"c.pptx"));
+}
+
 TEST(PathList, RaisesWhenTheListIsMissing)
 {
     EXPECT_THROW(ReadPathList(u"/nowhere/list.txt"), Failure);
