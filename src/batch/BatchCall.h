@@ -25,6 +25,13 @@ enum class BackupNaming {
     Numbered,  ///< Makes a new one in each run, under the next free number (BackupNames.h).
 };
 
+/// When standard output gets colors.
+enum class ColorUse {
+    Auto,    ///< On a terminal that takes them, unless the environment forbids it (Terminal.h).
+    Always,  ///< Into files and pipes as well, whatever the environment says.
+    Never
+};
+
 /// One --find and its --with.
 struct TextPair {
     String find;
@@ -64,15 +71,20 @@ struct BatchCall {
     std::vector<String> paths;        ///< Files and folders, as given.
     std::optional<String> filesFrom;  ///< A list of further paths; "-" is standard input.
     std::vector<String> patterns;     ///< File name patterns of folder scans.
+    bool nullEndsPaths = false;       ///< A NUL ends each path of that list, not the end of a line.
+    std::vector<String> excluded;     ///< Patterns of what is left out of folder scans, files and folders.
+    bool hidden = false;              ///< Folder scans take what has a name that begins with a dot.
     bool recurse = false;             ///< Into the subfolders of folders.
     bool follow = false;              ///< Also through links to folders.
 
     const ReportFormat* format = nullptr;  ///< Null for the first of ReportFormats, the one for people.
-    bool verbose = false;                  ///< Text reports name unchanged files too.
-    bool show = false;                     ///< Reports tell the hits of each file.
-    std::int32_t context = 60;             ///< UTF-16 units of text on either side of a hit.
-    std::int64_t maxHits = 1000;           ///< Hits of a file that are told; 0 for all of them.
-    std::vector<String> reports;           ///< Files to keep the report of a run in, with its hits (RunReportWriter.h).
+    ColorUse color = ColorUse::Auto;
+    bool quiet = false;           ///< No progress; a text report has failures and warnings alone.
+    bool verbose = false;         ///< Text reports name unchanged files too.
+    bool show = false;            ///< Reports tell the hits of each file.
+    std::int32_t context = 60;    ///< UTF-16 units of text on either side of a hit.
+    std::int64_t maxHits = 1000;  ///< Hits of a file that are told; 0 for all of them.
+    std::vector<String> reports;  ///< Files to keep the report of a run in, with its hits (RunReportWriter.h).
 };
 
 /// When the call lets a file be written into in place of being replaced, and which files it saves at all.

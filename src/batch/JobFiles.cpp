@@ -28,8 +28,10 @@ public:
     explicit Collector(const BatchCall& call)
         : recurse_(call.recurse),
           follow_(call.follow),
+          takesHidden_(call.hidden),
           keepsMissing_(call.command == Command::Restore || call.command == Command::Clean),
-          patterns_(call.patterns.begin(), call.patterns.end())
+          patterns_(call.patterns.begin(), call.patterns.end()),
+          excluded_(call.excluded.begin(), call.excluded.end())
     {
     }
 
@@ -77,11 +79,15 @@ private:
             }
             if (!recurse_)
                 return;
-            for (const String& subfolder : content.folders)
-                AddFolder(subfolder);
+            for (const String& subfolder : content.folders) {
+                if (!IsLeftOut(FileNameOf(subfolder)))
+                    AddFolder(subfolder);
+            }
             // After the folders themselves: a folder that also lies in this tree is told by its own path.
-            for (const String& link : content.linkedFolders)
-                follow_ ? AddFolder(link) : static_cast<void>(++collected_.skippedLinks);
+            for (const String& link : content.linkedFolders) {
+                if (!IsLeftOut(FileNameOf(link)))
+                    follow_ ? AddFolder(link) : static_cast<void>(++collected_.skippedLinks);
+            }
             // The folder stands in the report in place of its files, and the others are taken all the same.
         } catch (const Failure& failure) {
             Add(folder, failure.Reason());
@@ -92,15 +98,28 @@ private:
     {
         // Lock files of the office programs, and the companions that macOS writes for each file on foreign disks: they
         // have the extension and are not presentations.
-        if (IsLockFileName(name) || name.starts_with(u"._"))
+        if (IsLockFileName(name) || name.starts_with(u"._") || IsLeftOut(name))
             return false;
-        return std::ranges::any_of(patterns_, [&](const FilePattern& pattern) { return pattern.Matches(name); });
+        return MatchesOne(patterns_, name);
+    }
+
+    /// A file or a folder that a scan passes over whatever it holds.
+    bool IsLeftOut(StringView name) const
+    {
+        return (!takesHidden_ && name.starts_with(u'.')) || MatchesOne(excluded_, name);
+    }
+
+    static bool MatchesOne(const std::vector<FilePattern>& patterns, StringView name)
+    {
+        return std::ranges::any_of(patterns, [&](const FilePattern& pattern) { return pattern.Matches(name); });
     }
 
     bool recurse_;
     bool follow_;
+    bool takesHidden_;
     bool keepsMissing_;
     std::vector<FilePattern> patterns_;
+    std::vector<FilePattern> excluded_;
     FileIdentity identity_;
     std::unordered_set<std::string> seen_;
     VisitedFolders visited_;
@@ -113,7 +132,9 @@ CollectedFiles CollectFiles(const BatchCall& call)
 {
     Collector collector(call);
     // Read before any path is looked at, so that a list that can't be read stops the call at once.
-    const std::vector<String> listed = call.filesFrom ? ReadPathList(*call.filesFrom) : std::vector<String>();
+    const std::vector<String> listed =
+        call.filesFrom ? ReadPathList(*call.filesFrom, call.nullEndsPaths ? PathEnd::Null : PathEnd::Line)
+                       : std::vector<String>();
     for (const String& path : call.paths)
         collector.AddPath(path);
     for (const String& path : listed)

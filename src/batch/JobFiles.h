@@ -26,7 +26,9 @@ struct CollectedFiles {
 ///
 /// A file named on the command line or in the list is taken whatever its name. A folder gives its files that match a
 /// pattern of the call, before those of its subfolders, without the lock files of programs that have a presentation
-/// open (IsLockFileName) and the resource forks "._…" of other systems. A lock file that is named is refused.
+/// open (IsLockFileName) and the resource forks "._…" of other systems. A lock file that is named is refused. What is
+/// hidden (a name that begins with a dot) is left out unless the call takes it, and what matches one of its patterns of
+/// excluded names always; that holds for subfolders as for files, and never for what is named.
 ///
 /// Links to subfolders are followed only if the call says so, and each folder then once, so that a link to a parent
 /// ends. A path that names nothing is refused with "File not found.", except where backups are wanted: a lost file may

@@ -87,8 +87,48 @@ TEST_F(JobFilesTest, AFolderLeavesLockFilesAndResourceForksOut)
     folder.Write(u".a.pptx");
     BatchCall call = CallFor({u""});
     call.patterns = {u"*.ppt*", u"*#"};
+    call.hidden = true;
 
     EXPECT_THAT(Names(Collect(call)), ElementsAre(".a.pptx"));
+}
+
+TEST_F(JobFilesTest, LeavesOutWhatIsHiddenUnlessItIsWanted)
+{
+    folder.Write(u".a.pptx");
+    folder.Write(u"b.pptx");
+    folder.Write(u".sub/c.pptx");
+    folder.Write(u"sub/.d.pptx");
+    BatchCall call = CallFor({u""});
+    call.recurse = true;
+
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("b.pptx"));
+    call.hidden = true;
+    EXPECT_THAT(Names(Collect(call)), ElementsAre(".a.pptx", "b.pptx", ".sub/c.pptx", "sub/.d.pptx"));
+}
+
+TEST_F(JobFilesTest, TakesWhatIsHiddenOrExcludedWhenItIsNamed)
+{
+    folder.Write(u".a.pptx");
+    folder.Write(u".sub/old.pptx");
+    folder.Write(u".sub/new.pptx");
+    BatchCall call = CallFor({u".a.pptx", u".sub"});
+    call.excluded = {u".*", u"old*"};
+
+    EXPECT_THAT(Names(Collect(call)), ElementsAre(".a.pptx", ".sub/new.pptx"));
+}
+
+TEST_F(JobFilesTest, LeavesOutFilesAndFoldersByTheirNames)
+{
+    folder.Write(u"Draft 1.pptx");
+    folder.Write(u"final.pptx");
+    folder.Write(u"archive/a.pptx");
+    folder.Write(u"q1/archive/b.pptx");
+    folder.Write(u"q1/final draft.pptx");
+    BatchCall call = CallFor({u""});
+    call.recurse = true;
+    call.excluded = {u"draft*", u"ARCHIVE"};
+
+    EXPECT_THAT(Names(Collect(call)), ElementsAre("final.pptx", "q1/final draft.pptx"));
 }
 
 TEST_F(JobFilesTest, AFileThatIsNamedIsTakenWhateverItsName)
@@ -191,6 +231,20 @@ TEST_F(JobFilesTest, LinksToSubfoldersAreCountedAndLeftOut)
 
     EXPECT_THAT(Names(collected.files), ElementsAre("a.pptx", "sub/b.pptx"));
     EXPECT_EQ(collected.skippedLinks, 2);
+}
+
+TEST_F(JobFilesTest, AnExcludedLinkIsNotCountedAmongThoseLeftOut)
+{
+    folder.Write(u"sub/a.pptx");
+    Link("sub", u"link");
+    Link("sub", u".hidden");
+    BatchCall call = CallFor({u""});
+    call.recurse = true;
+    call.excluded = {u"link"};
+
+    EXPECT_EQ(CollectFiles(call).skippedLinks, 0);
+    call.hidden = true;
+    EXPECT_EQ(CollectFiles(call).skippedLinks, 1);
 }
 
 TEST_F(JobFilesTest, FollowedLinksAreWalkedOnce)
