@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "batch/Refusal.h"
+#include "batch/Suggestion.h"
 #include "model/SearchLocations.h"
 
 namespace tessarine::batch
@@ -11,11 +12,20 @@ namespace tessarine::batch
 namespace
 {
 
+[[noreturn]] void RefuseLocation(std::string_view name)
+{
+    std::vector<std::string_view> known{"all"};
+    for (const SearchLocation& location : SearchLocations)
+        known.push_back(location.name);
+    const std::string hint = DidYouMean(name, known);
+    Refuse("--in: there is no location \"" + std::string(name) + "\"" + hint + (hint.empty() ? "; the" : " The") +
+           " names are " + LocationNames() + ", or all");
+}
+
 void SwitchOnOne(OptionSetting& setting, std::string_view name)
 {
     if (!SwitchOnPlace(setting, name))
-        Refuse("--in: there is no location \"" + std::string(name) + "\"; the names are " + LocationNames() +
-               ", or all");
+        RefuseLocation(name);
 }
 
 }  // namespace
