@@ -181,14 +181,17 @@ int MakeJob(const BatchCall& call, Output& output)
     if (call.list || call.pairFile)
         NoteAll(TakeListPairs(*project, call), output);
     FillSavedJob(*project, call);
-    output.Write("saved " + Escaped(SaveJob(*project, call.job)) + "\n");
+    const String saved = SaveJob(*project, call.job);
+    if (!call.quiet)
+        output.Write("saved " + Escaped(saved) + "\n");
     return output.failed() ? ExitStatus::FileFailed : ExitStatus::Done;
 }
 
 int ConvertListFile(const BatchCall& call, Output& output)
 {
     const ConvertedList converted = ConvertList(*call.list, call.newList);
-    output.Write(fmt::format("saved {}: {}\n", Escaped(call.newList), Counted(converted.pairs, "pair")));
+    if (!call.quiet)
+        output.Write(fmt::format("saved {}: {}\n", Escaped(call.newList), Counted(converted.pairs, "pair")));
     if (!converted.loss.empty())
         output.Note("tessarine-batch: " +
                     OnOneLine(ToUtf8(call.newList) + " differs from the list: " + converted.loss));

@@ -36,9 +36,14 @@ void Put(std::FILE* file, std::string_view text)
 
 }  // namespace
 
-Output::Output(std::FILE* report, std::FILE* progress)
-    : report_(report), progress_(progress), colors_(UsesColors(report)), showsProgress_(CanRewriteLine(progress))
+Output::Output(std::FILE* report, std::FILE* progress, ColorUse colors, bool isQuiet)
+    : report_(report),
+      progress_(progress),
+      colors_(UsesColors(report)),  // asked in any case: on Windows it makes the console take them
+      showsProgress_(!isQuiet && CanRewriteLine(progress))
 {
+    if (colors != ColorUse::Auto)
+        colors_ = colors == ColorUse::Always;
 }
 
 void Output::Write(std::string_view piece)

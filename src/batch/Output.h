@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "batch/BatchCall.h"
 #include "platform/String.h"
 
 namespace tessarine::batch
@@ -14,8 +15,8 @@ namespace tessarine::batch
 class Output
 {
 public:
-    /// Borrows both streams.
-    Output(std::FILE* report, std::FILE* progress);
+    /// Borrows both streams. A quiet one shows no progress.
+    Output(std::FILE* report, std::FILE* progress, ColorUse colors = ColorUse::Auto, bool isQuiet = false);
 
     /// Writes a piece of the report and flushes it. An empty piece leaves the progress on the screen.
     void Write(std::string_view piece);
@@ -28,7 +29,7 @@ public:
     void Progress(std::string_view line);
     void EndProgress();  ///< Erases the line; Write and Note do so by themselves.
 
-    /// Standard output is a terminal, and the user has not switched colors off.
+    /// By ColorUse: as a rule, standard output is a terminal, and the user has not switched colors off.
     bool colors() const { return colors_; }
 
     /// A piece of the report could not be written.

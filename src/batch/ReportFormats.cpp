@@ -1,6 +1,9 @@
 #include "batch/ReportFormats.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "batch/QuietReport.h"
 
 namespace tessarine::batch
 {
@@ -14,7 +17,9 @@ const ReportFormat* ReportFormatNamed(std::string_view name)
 std::unique_ptr<Report> CreateReport(const BatchCall& call, bool colors)
 {
     const ReportFormat& format = call.format ? *call.format : ReportFormats.front();
-    return format.create({call.command, call.setting, call.verbose, colors, call.show, call.dryRun});
+    auto report = format.create({call.command, call.setting, call.verbose, colors, call.show, call.dryRun});
+    // Programs get a report of one shape whatever else is asked for.
+    return call.quiet && &format == &ReportFormats.front() ? CreateQuietReport(std::move(report)) : std::move(report);
 }
 
 }  // namespace tessarine::batch

@@ -40,6 +40,14 @@ TEST(Output, KeepsProgressAndColorsOutOfFiles)
     EXPECT_EQ(ContentOf(notes.get()), "a note\n");
 }
 
+TEST(Output, TakesColorsAsTheCallSays)
+{
+    const File file = TemporaryFile();
+
+    EXPECT_TRUE(Output(file.get(), file.get(), ColorUse::Always).colors());
+    EXPECT_FALSE(Output(file.get(), file.get(), ColorUse::Never).colors());
+}
+
 TEST(Output, EscapesControlsInNotesOnly)
 {
     const File report = TemporaryFile();

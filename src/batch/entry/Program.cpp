@@ -50,14 +50,14 @@ int RunProgram(const std::vector<std::string>& arguments)
         return End(*end);
 
     UseSystemLocale();
-    Output output(stdout, stderr);
+    const auto& call = std::get<BatchCall>(read);
+    Output output(stdout, stderr, call.color, call.quiet);
     ShowMessagesOn(output);
     GetFileStorageFolder();  // without the folder there is no error log; the report tells what matters all the same
     excel::SetProvider(sheets::CreateProvider());
     for (const RecoveredFile& file : RecoverFromKilledRuns())
         output.Note("tessarine-batch: " + OnOneLine(ToUtf8(file.path + u": " + file.text)));
     WatchForCancel();
-    const auto& call = std::get<BatchCall>(read);
     const int status = Perform(call, SystemEngines(SaveTermsOf(call)), output);
     if (const auto& failure = ErrorLogFailure())
         output.Note("tessarine-batch: the error log lacks lines: " + OnOneLine(ToUtf8(failure->Reason())));
