@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "batch/CommandTable.h"
 #include "batch/EndlessPairs.h"
 #include "batch/Help.h"
 #include "batch/LineText.h"
@@ -14,6 +15,7 @@
 #include "batch/OptionTable.h"
 #include "batch/PairFiles.h"
 #include "batch/Refusal.h"
+#include "batch/Suggestion.h"
 #include "platform/Failure.h"
 #include "run/JobInputs.h"
 
@@ -70,22 +72,66 @@ std::string CommandsBeginningWith(const std::string& word)
     if (!names.empty())
         Refuse(fmt::format("there is no command \"{}\": it is {} (see tessarine-batch --help)",
                            FirstWords(arguments, 2), names));
-    Refuse(fmt::format("there is no command \"{}\" (see tessarine-batch --help)", arguments.front()));
+    std::vector<std::string_view> known{"help"};
+    for (const CommandRow& row : CommandTable())
+        known.push_back(row.name);
+    // A name of two words is nearest when the first two are taken.
+    std::string hint = DidYouMean(arguments.front(), known);
+    if (hint.empty())
+        hint = DidYouMean(FirstWords(arguments, 2), known);
+    Refuse(fmt::format("there is no command \"{}\"{} (see tessarine-batch --help)", arguments.front(), hint));
 }
 
-const OptionRow& RowOf(std::string_view name, Command command)
+const OptionRow& TakenBy(Command command, const OptionRow& row, std::string_view typed)
+{
+    if (!(row.commands & Only(command)))
+        Refuse(fmt::format("{} is not an option of {}", typed, NameOf(command)));
+    return row;
+}
+
+const OptionRow& RowOfName(std::string_view name, Command command)
 {
     const auto table = OptionTable();
     const auto row = std::ranges::find(table, name, &OptionRow::name);
-    if (row == table.end())
-        Refuse(fmt::format("there is no option {0} (see tessarine-batch {1} --help)", name, NameOf(command)));
-    if (!(row->commands & Only(command)))
-        Refuse(fmt::format("{} is not an option of {}", name, NameOf(command)));
-    return *row;
+    if (row != table.end())
+        return TakenBy(command, *row, name);
+    std::vector<std::string_view> known;
+    for (const OptionRow& option : table) {
+        if (option.commands & Only(command))
+            known.push_back(option.name);
+    }
+    Refuse(fmt::format("there is no option {}{} (see tessarine-batch {} --help)", name, DidYouMean(name, known),
+                       NameOf(command)));
 }
 
+/// `argument` is the word of the command line that the letter stands in.
+const OptionRow& RowOfLetter(char letter, std::string_view argument, Command command)
+{
+    const auto table = OptionTable();
+    const auto row = letter ? std::ranges::find(table, letter, &OptionRow::letter) : table.end();
+    const std::string typed = std::string("-") + letter;
+    if (row != table.end())
+        return TakenBy(command, *row, typed);
+    Refuse(fmt::format("there is no option {}{} (see tessarine-batch {} --help)", typed,
+                       typed == argument ? "" : fmt::format(" in {}", argument), NameOf(command)));
+}
+
+/// Refuses "-show", which is a long option with a dash too few and would be taken for short ones. So is "-in", though
+/// it could be meant for "-i -n": that can be written as "-ni".
+void CheckDashes(const std::string& argument, Command command)
+{
+    const std::string longForm = "-" + argument;
+    if (std::ranges::find(OptionTable(), longForm, &OptionRow::name) != OptionTable().end())
+        Refuse(fmt::format("there is no option {}; did you mean \"{}\"? (see tessarine-batch {} --help)", argument,
+                           longForm, NameOf(command)));
+}
+
+/// The help that a call asks for.
+enum class HelpKind { Long, Short };
+
 /// Reads the arguments after the command. Every argument is taken literally: the one after an option that takes one is
-/// its value whatever it looks like, and "--option=" gives the empty text.
+/// its value whatever it looks like, and "--option=" gives the empty text. Short forms of switches may stand together
+/// ("-rw"), and one with an argument at their end takes what follows of the word, or the next one.
 class ArgumentReader
 {
 public:
@@ -95,21 +141,23 @@ public:
         values_.call.command = command;
     }
 
-    /// False when help is asked for.
-    bool Read()
+    /// Nothing when no help is asked for; else reads no further.
+    std::optional<HelpKind> Read()
     {
-        for (; next_ < arguments_.size(); ++next_) {
+        for (; next_ < arguments_.size() && !help_; ++next_) {
             const std::string& argument = arguments_[next_];
             if (optionsEnded_ || argument == "-" || !argument.starts_with('-'))
                 TakePath(argument);
             else if (argument == "--")
                 optionsEnded_ = true;
-            else if (argument == "--help" || argument == "-h")
-                return false;
-            else
+            else if (argument == "--help")
+                help_ = HelpKind::Long;
+            else if (argument.starts_with("--"))
                 TakeOption(argument);
+            else
+                TakeLetters(argument);
         }
-        return true;
+        return help_;
     }
 
     OptionValues& values() { return values_; }
@@ -124,15 +172,40 @@ private:
 
     void TakeOption(const std::string& argument)
     {
-        // Only long options take their value after an equals sign.
-        const std::size_t equals = argument.starts_with("--") ? argument.find('=') : std::string::npos;
-        const std::string name = argument.substr(0, equals);
-        const OptionRow& row = RowOf(name, command_);
+        const std::size_t equals = argument.find('=');
+        const OptionRow& row = RowOfName(argument.substr(0, equals), command_);
+        NoteGiven(row);
+        const std::string value = row.argument.empty()          ? Variant(row, argument, equals)
+                                  : equals != std::string::npos ? argument.substr(equals + 1)
+                                                                : NextArgument(row);
+        row.apply(values_, value);  // no function for --help, which gets here only with a value, and that was refused
+    }
+
+    void TakeLetters(const std::string& argument)
+    {
+        CheckDashes(argument, command_);
+        for (std::size_t at = 1; at < argument.size(); ++at) {
+            const OptionRow& row = RowOfLetter(argument[at], argument, command_);
+            // Only the row of the help has no function.
+            if (!row.apply) {
+                help_ = HelpKind::Short;
+                return;
+            }
+            NoteGiven(row);
+            if (row.argument.empty()) {
+                row.apply(values_, {});
+                continue;
+            }
+            row.apply(values_, at + 1 < argument.size() ? argument.substr(at + 1) : NextArgument(row));
+            return;
+        }
+    }
+
+    void NoteGiven(const OptionRow& row)
+    {
         // A switch may be given twice, as it says the same again.
         if (!given_.insert(row.name).second && !row.repeatable && !row.argument.empty())
-            Refuse(name + " is given twice");
-        const std::string value = row.argument.empty() ? Variant(row, argument, equals) : Value(row, argument, equals);
-        row.apply(values_, value);  // no function for --help, which gets here only with a value, and that was refused
+            Refuse(fmt::format("{} is given twice", row.name));
     }
 
     static std::string Variant(const OptionRow& row, const std::string& argument, std::size_t equals)
@@ -147,10 +220,8 @@ private:
         return value;
     }
 
-    std::string Value(const OptionRow& row, const std::string& argument, std::size_t equals)
+    const std::string& NextArgument(const OptionRow& row)
     {
-        if (equals != std::string::npos)
-            return argument.substr(equals + 1);
         if (next_ + 1 == arguments_.size())
             Refuse(fmt::format("{} needs a value: {} {}", row.name, row.name, row.argument));
         return arguments_[++next_];
@@ -160,6 +231,7 @@ private:
     const std::vector<std::string>& arguments_;
     std::size_t next_;  // the first argument after the command
     bool optionsEnded_ = false;
+    std::optional<HelpKind> help_;  // asked for
     std::set<std::string_view> given_;
     OptionValues values_;
 };
@@ -189,6 +261,8 @@ void CheckRun(OptionValues& values)
     BatchCall& call = values.call;
     if (values.countGiven && values.noCountGiven)
         Refuse("--count and --no-count contradict each other");
+    if (values.ignoreCaseGiven && call.setting.MatchCase)
+        Refuse("--ignore-case and --match-case contradict each other");
     if (values.revisionByGiven && call.revision.empty())
         Refuse("--revision-by needs --revision");
     // Counting is the default; --count is there for scripts that want to say so.
@@ -202,6 +276,8 @@ void CheckRun(OptionValues& values)
         Refuse("--list and --pairs take the place of each other: give one of them");
     if (!values.finds.empty() || !values.withs.empty())
         Refuse(option + " takes the place of --find and --with: give one or the other");
+    if (values.ignoreCaseGiven)
+        Refuse("--ignore-case: the pairs of " + option + " say themselves whether case counts");
     if (call.pairFile == u"-" && call.filesFrom == u"-")
         Refuse("--pairs and --files-from can't both read standard input");
 }
@@ -230,6 +306,9 @@ void CheckHits(const OptionValues& values)
 /// What a run of a saved job takes besides the job's own options.
 void CheckSavedRun(const BatchCall& call)
 {
+    if (call.paths.empty() && (call.hidden || !call.excluded.empty()))
+        Refuse(std::string(call.hidden ? "--hidden" : "--exclude") +
+               " needs a PATH: the files of a job's own are those that the desktop takes");
     if (call.replacesOfJob)
         return;
     if (call.dryRun)
@@ -270,6 +349,10 @@ void CheckJobToMake(const BatchCall& call)
 BatchCall CheckedCall(OptionValues& values)
 {
     BatchCall& call = values.call;
+    if (call.quiet && (call.verbose || call.show))
+        Refuse(std::string("--quiet and ") + (call.verbose ? "--verbose" : "--show") + " contradict each other");
+    if (call.nullEndsPaths && !call.filesFrom)
+        Refuse("--null needs --files-from");
     // Given here and not as the option's start value, because each --pattern adds to those before it.
     if (call.patterns.empty())
         call.patterns.push_back(u"*.ppt*");
@@ -294,6 +377,17 @@ BatchCall CheckedCall(OptionValues& values)
     return call;
 }
 
+/// "help", "help find", "help job show", and the same after "--help".
+std::string HelpOn(const std::vector<std::string>& words)
+{
+    if (words.empty())
+        return GeneralHelp();
+    const auto command = CommandOf(words);
+    if (!command)
+        RefuseCommand(words);
+    return HelpFor(*command);
+}
+
 }  // namespace
 
 std::variant<BatchCall, EarlyEnd> ReadCommandLine(const std::vector<std::string>& arguments)
@@ -301,17 +395,19 @@ std::variant<BatchCall, EarlyEnd> ReadCommandLine(const std::vector<std::string>
     try {
         const std::string first = arguments.empty() ? std::string() : arguments.front();
         // Ahead of the command, as a question for help need not name one.
-        if (first == "--help" || first == "-h")
-            return EarlyEnd{0, GeneralHelp(), {}};
+        if (first == "-h")
+            return EarlyEnd{0, ShortHelp(), {}};
         if (first == "--version")
             return EarlyEnd{0, VersionText(), {}};
+        if (first == "help" || first == "--help")
+            return EarlyEnd{0, HelpOn({arguments.begin() + 1, arguments.end()}), {}};
         const auto command = CommandOf(arguments);
         if (!command)
             RefuseCommand(arguments);
 
         ArgumentReader reader(*command, arguments);
-        if (!reader.Read())
-            return EarlyEnd{0, HelpFor(*command), {}};
+        if (const auto help = reader.Read())
+            return EarlyEnd{0, *help == HelpKind::Long ? HelpFor(*command) : ShortHelpFor(*command), {}};
         return CheckedCall(reader.values());
     } catch (const Failure& failure) {
         return EarlyEnd{callNotValid, {}, OnOneLine("tessarine-batch: " + ToUtf8(failure.description)) + "\n"};

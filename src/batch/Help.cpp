@@ -1,11 +1,9 @@
 #include "batch/Help.h"
 
-#include <array>
-
 #include <fmt/format.h>
 
+#include "batch/CommandTable.h"
 #include "batch/Commit.h"
-#include "batch/OptionTable.h"
 
 namespace tessarine::batch
 {
@@ -13,108 +11,21 @@ namespace tessarine::batch
 namespace
 {
 
-struct CommandHelp {
-    std::string_view name;
-    std::string_view arguments;
-    std::string_view purpose;  ///< One line, for the list of commands.
-    std::string_view text;     ///< What one should know before using it.
-    std::string_view examples;
-};
-
 constexpr std::string_view limits =
     "Text in groups, tables, charts and SmartArt is not searched. Texts changed in a slide's\n"
     "footer are not counted; a file changed only there is reported as changed, nothing counted.\n";
 
-/// In the order of Command.
-constexpr std::array<CommandHelp, 8> commands{{
-    {"find", "--find TEXT ... PATH ...", "Look for texts; no file is changed.",
-     "Looks for texts in presentations and reports where they occur. No file is changed.\n",
-     "  tessarine-batch find --find Fabrikam decks\n"
-     "      every presentation of the folder \"decks\"\n"
-     "  tessarine-batch find --find \"Fabrikam\" --find \"Contoso\" --match-case --recurse decks\n"
-     "      two texts at once, subfolders too\n"
-     "  tessarine-batch find --find Fabrikam --show decks\n"
-     "      each hit with its place and the text around it\n"
-     "  tessarine-batch find --find intranet.example --in hyperlinks,links --format json decks\n"
-     "      link addresses only, as JSON for another program\n"},
-    {"replace", "--find TEXT --with TEXT ... PATH ...", "Replace texts and save the files.",
-     "Replaces texts in presentations. Each file is saved all or nothing: an interrupted run\n"
-     "leaves the old file or the new one.\n",
-     "  tessarine-batch replace --find Fabrikam --with Contoso --backup decks\n"
-     "      with a copy of each file beside it\n"
-     "  tessarine-batch replace --find Fabrikam --with Contoso --dry-run --show decks\n"
-     "      what would become of each text; no file is changed\n"
-     "  tessarine-batch replace --find 2023 --with 2024 --find Q1 --with Q2 --whole-word q1.pptx\n"
-     "      two pairs, one after the other, in one file\n"
-     "  tessarine-batch replace --find old.example --with new.example --in hyperlinks decks\n"
-     "      the addresses of links\n"
-     "  tessarine-batch replace --find draft --with final --keep-date --files-from list.txt\n"
-     "      the files that a list names; they keep their dates\n"
-     "  tessarine-batch replace --list pairs.xls decks\n"
-     "      the pairs of a workbook, each with its own places and switches\n"
-     "  some-program | tessarine-batch replace --pairs - decks\n"
-     "      pairs from another program: find and new text, with a tab or a comma between them\n"},
-    {"restore", "PATH ...", "Copy backups back over their files.",
-     "Copies the backups that \"replace --backup\" made back over their files. The backups stay.\n",
-     "  tessarine-batch restore decks\n"
-     "  tessarine-batch restore --recurse --format json decks\n"},
-    {"clean", "PATH ...", "Delete the backups of files.",
-     "Deletes the backups that \"replace --backup\" made of the files. The files stay.\n",
-     "  tessarine-batch clean --recurse decks\n"},
-    {"run", "JOB.tsq [PATH ...]", "Run a saved job.",
-     "Runs a job that was saved on the desktop or by \"job make\": its pairs, over its files, with its\n"
-     "options. Without --replace it only finds. PATHs take the place of the job's folder or list.\n",
-     "  tessarine-batch run rename.tsq\n"
-     "      look what the job would find\n"
-     "  tessarine-batch run rename.tsq --replace --dry-run --show\n"
-     "      look what it would replace\n"
-     "  tessarine-batch run rename.tsq --replace\n"
-     "      do it\n"
-     "  tessarine-batch run rename.tsq --replace /srv/decks\n"
-     "      the job of a desktop over a folder of this machine\n"},
-    {"job show", "JOB.tsq", "Show what a saved job would do.",
-     "Shows the pairs, the files and the options of a saved job. No presentation is opened.\n",
-     "  tessarine-batch job show rename.tsq\n"
-     "  tessarine-batch job show rename.tsq --format json\n"},
-    {"job make", "--find TEXT --with TEXT ... -o JOB.tsq PATH", "Save a job for later, or for the desktop.",
-     "Saves a job as a project file, which \"run\" and the desktop take. The options are those of\n"
-     "\"replace\". A job has one folder, or one list of files (--files-from, a .txt file), and takes\n"
-     "the presentations (*.ppt*) in it; paths are saved in full.\n",
-     "  tessarine-batch job make --find Fabrikam --with Contoso --backup -o rename.tsq decks\n"
-     "  tessarine-batch job make --find 2023 --with 2024 -o year.tsq --files-from list.txt\n"},
-    {"list convert", "IN OUT", "Write a list file in another format.",
-     "Reads a list of pairs and writes it in the format that the name of OUT asks for: .xlsx, .xls,\n"
-     ".csv or .tab, or plain pairs as --pairs takes them: .tsv or .json. IN may be any of these, and a\n"
-     ".csv, .xlsx or .xls of two columns. An older OUT is replaced. A .tab file can't hold tabs and\n"
-     "line ends in its texts; when OUT does not read back as the list that was written, the exit\n"
-     "status is 1.\n"
-     "A list is a table with a first row of these 18 headers; all but two columns hold TRUE or FALSE:\n"
-     "  Find What, Replace With, InBuiltinProperty, InCustomProperties, InFooter, InHandoutMaster,\n"
-     "  InHeader, InHyperlinkAddresses, InLinks, InNotes, InNotesMaster, InShapesAndTextboxes,\n"
-     "  InSlideMasterPerPresentation, InSlideMasterPerSlide, InSlides, InTitleMaster, MatchCase,\n"
-     "  MatchWholeWord\n",
-     "  tessarine-batch list convert pairs.xls pairs.csv\n"
-     "  tessarine-batch list convert pairs.csv \"For the desktop.xls\"\n"},
-}};
-
-const CommandHelp& TextsOf(Command command)
-{
-    return commands[static_cast<std::size_t>(command)];
-}
-
 constexpr std::string_view exitStatus =
     "Exit status: 0 done, 1 done but a file failed, 2 the call or the job is not valid.\n";
 
-/// "  --option ARGUMENT  text", the text's lines under each other.
-std::string OptionLines(const OptionRow& row)
+/// "  -o, --option ARGUMENT  text", the text's lines under each other.
+std::string OptionLines(const OptionRow& row, std::string_view text)
 {
-    constexpr std::size_t width = 23;
-    std::string left = fmt::format("  {}", row.name);
-    if (!row.argument.empty())
-        left += fmt::format(" {}", row.argument);
+    constexpr std::size_t width = 27;
+    std::string left = "  " + FormsOf(row);
 
     std::string lines;
-    std::string_view rest = row.help;
+    std::string_view rest = text;
     for (;;) {
         const std::string_view line = rest.substr(0, rest.find('\n'));
         lines += fmt::format("{:<{}} {}\n", left, width, line);
@@ -125,16 +36,35 @@ std::string OptionLines(const OptionRow& row)
     }
 }
 
+std::string CommandLines()
+{
+    std::string lines;
+    for (const CommandRow& command : CommandTable())
+        lines += fmt::format("  {:<12} {}\n", command.name, command.purpose);
+    return lines;
+}
+
 }  // namespace
 
-std::string_view NameOf(Command command)
+std::string FormsOf(const OptionRow& row)
 {
-    return TextsOf(command).name;
+    const std::string letter = row.letter ? fmt::format("-{}, ", row.letter) : "    ";
+    return letter + std::string(row.name) + (row.argument.empty() ? "" : " ") + std::string(row.argument);
+}
+
+std::string_view LimitsText()
+{
+    return limits;
+}
+
+std::string_view ExitStatusText()
+{
+    return exitStatus;
 }
 
 std::string HelpFor(Command command)
 {
-    const CommandHelp& texts = TextsOf(command);
+    const CommandRow& texts = RowOf(command);
     std::string help = fmt::format("Usage: tessarine-batch {} {}\n\n{}", texts.name, texts.arguments, texts.text);
     if (Only(command) & Runs)
         help += limits;
@@ -147,9 +77,20 @@ std::string HelpFor(Command command)
         if (row.group != group)
             help += fmt::format("\n{}:\n", row.group);
         group = row.group;
-        help += OptionLines(row);
+        help += OptionLines(row, row.LongHelp());
     }
     return help + fmt::format("\nExamples:\n{}\n{}", texts.examples, exitStatus);
+}
+
+std::string ShortHelpFor(Command command)
+{
+    const CommandRow& texts = RowOf(command);
+    std::string help = fmt::format("Usage: tessarine-batch {} {}\n{}\n\n", texts.name, texts.arguments, texts.purpose);
+    for (const OptionRow& row : OptionTable()) {
+        if (row.commands & Only(command))
+            help += OptionLines(row, row.brief);
+    }
+    return help + fmt::format("\n\"tessarine-batch {} --help\" says more, with examples.\n", texts.name);
 }
 
 std::string GeneralHelp()
@@ -157,16 +98,23 @@ std::string GeneralHelp()
     std::string help =
         "Find and replace text in many presentations (.pptx .pptm .potx .potm .ppsx .ppsm), without a window.\n\n"
         "Usage: tessarine-batch COMMAND [options] PATH ...\n\n"
-        "Commands:\n";
-    for (const CommandHelp& command : commands)
-        help += fmt::format("  {:<12} {}\n", command.name, command.purpose);
-    help +=
-        "\nPATH is a file or a folder. \"tessarine-batch COMMAND --help\" lists the options of a command.\n\n"
+        "Commands:\n" +
+        CommandLines() +
+        "  help         Show this help, or with a command after it that of the command.\n"
+        "\nPATH is a file or a folder. \"tessarine-batch COMMAND -h\" lists the options of a command;\n"
+        "\"tessarine-batch COMMAND --help\" says more about them, with examples.\n\n"
         "Examples:\n"
         "  tessarine-batch find --find Fabrikam decks\n"
         "  tessarine-batch replace --find Fabrikam --with Contoso --backup decks\n"
         "  tessarine-batch restore decks\n\n";
     return help + std::string(limits) + "\n" + std::string(exitStatus);
+}
+
+std::string ShortHelp()
+{
+    return "Usage: tessarine-batch COMMAND [options] PATH ...\n\n" + CommandLines() +
+           "\n\"tessarine-batch COMMAND -h\" lists the options of a command,\n"
+           "\"tessarine-batch --help\" says more.\n";
 }
 
 std::string VersionText()

@@ -58,31 +58,45 @@ void TakePairFile(OptionValues& values, const std::string& argument)
         Refuse("--pairs: \"" + argument + "\" is not a file of pairs: its name must end in .csv, .tsv, .json or .xlsx");
 }
 
-String CheckedPattern(std::string_view pattern)
+String CheckedPattern(std::string_view option, std::string_view pattern)
 {
     try {
         // Made for its failure alone; the run makes its own.
         (void)FilePattern(FromUtf8(pattern));
     } catch (const Failure&) {
-        Refuse("--pattern: \"" + std::string(pattern) +
+        Refuse(std::string(option) + ": \"" + std::string(pattern) +
                "\" is not a pattern: a \"[\" has no end, or a range runs backwards");
     }
     return FromUtf8(pattern);
 }
 
-void TakePatterns(OptionValues& values, const std::string& argument)
+/// Adds the patterns of one argument to those before it.
+void TakePatternsOf(std::string_view option, const std::string& argument, std::vector<String>& patterns)
 {
     std::string_view rest = argument;
     while (!rest.empty()) {
         // The separator of a job's patterns, so that no pattern can hold one.
         const std::string_view pattern = rest.substr(0, rest.find(';'));
         if (!pattern.empty())
-            values.call.patterns.push_back(CheckedPattern(pattern));
+            patterns.push_back(CheckedPattern(option, pattern));
         rest.remove_prefix(std::min(rest.size(), pattern.size() + 1));
     }
     // Asked of all patterns so far: an empty one after another does no harm.
-    if (values.call.patterns.empty())
-        Refuse("--pattern: the pattern is empty");
+    if (patterns.empty())
+        Refuse(std::string(option) + ": the pattern is empty");
+}
+
+void TakePatterns(OptionValues& values, const std::string& argument)
+{
+    TakePatternsOf("--pattern", argument, values.call.patterns);
+}
+
+void TakeExcluded(OptionValues& values, const std::string& argument)
+{
+    // It would never match, and a person would think that it does.
+    if (argument.find('/') != std::string::npos)
+        Refuse("--exclude: \"" + argument + "\" has a \"/\"; a pattern is compared with names, not with paths");
+    TakePatternsOf("--exclude", argument, values.call.excluded);
 }
 
 void TakeBackup(OptionValues& values, const std::string& variant)
@@ -177,6 +191,15 @@ void TakeEngine(OptionValues& values, const std::string& argument)
         Refuse("--engine: \"" + argument + "\" is neither powerpoint nor builtin");
 }
 
+void TakeColor(OptionValues& values, const std::string& argument)
+{
+    if (argument != "auto" && argument != "always" && argument != "never")
+        Refuse("--color: \"" + argument + "\" is neither auto, always nor never");
+    values.call.color = argument == "always"  ? ColorUse::Always
+                        : argument == "never" ? ColorUse::Never
+                                              : ColorUse::Auto;
+}
+
 /// One column of the table of formats, with `separator` between its texts and `last` before the last one.
 std::string OfAllFormats(std::string_view ReportFormat::*column, std::string_view separator, std::string_view last)
 {
@@ -199,39 +222,62 @@ void TakeFormat(OptionValues& values, const std::string& argument)
 // What the help says about --format, from the table of formats.
 const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
+const std::string formatChoices = OfAllFormats(&ReportFormat::name, " ", " ");
 
-// Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 34> rows{{
-    {"--replace", "", false, Only(Command::Run), "What to do",
-     "Replace and save the files; without it the run only finds.",
+const std::string placeChoices = [] {
+    std::string names = LocationNames();
+    std::erase(names, ',');
+    return names + " all";
+}();
+
+constexpr char none = '\0';  // the letter of an option without a short form
+
+// Below the texts that it borrows: constants of a file are made in their order.
+const std::array<OptionRow, 40> rows{{
+    {"--replace", none, "", false, Only(Command::Run), "What to do",
+     "Replace and save the files; else the run only finds.", "",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
-    {"--dry-run", "", false, Only(Command::Replace) | Only(Command::Run), "What to do",
+    {"--dry-run", 'n', "", false, Only(Command::Replace) | Only(Command::Run), "What to do",
+     "Report what a replace would do, and write nothing.",
      "Report what a replace would do, and write nothing: no file, no backup, no date.",
      [](OptionValues& values, const std::string&) { values.call.dryRun = true; }},
 
-    {"--find", "TEXT", true, DescribesJob, "What to look for",
+    {"--find", none, "TEXT", true, DescribesJob, "What to look for", "Text to look for, taken literally; repeatable.",
      "Text to look for, taken literally. Repeat it for several texts.", TakeFind},
-    {"--with", "TEXT", true, Only(Command::Replace) | Only(Command::JobMake), "What to look for",
-     "Text to put in its place; the n-th --with belongs to the n-th --find. May be empty.",
+    {"--with", none, "TEXT", true, Only(Command::Replace) | Only(Command::JobMake), "What to look for",
+     "Text to put in its place; may be empty.",
+     "Text to put in its place; the n-th --with belongs to the n-th --find. May be\nempty.",
      [](OptionValues& values, const std::string& argument) {
          values.withs.push_back(CheckedText("--with", argument));
      }},
-    {"--list", "FILE", false, DescribesJob, "What to look for",
+    {"--list", none, "FILE", false, DescribesJob, "What to look for", "Take the pairs from a list of 18 columns.",
      "Take the pairs from a list file of 18 columns (.xlsx .xls .csv .tab) in place of\n"
-     "--find and --with. There each has its own places and switches; --in takes the place\n"
-     "of them, --match-case and --whole-word hold for all.",
+     "--find and --with. There each has its own places and switches; --in takes the\n"
+     "place of them, --match-case and --whole-word hold for all.",
      TakeList},
-    {"--pairs", "FILE", false, DescribesJob, "What to look for",
-     "Take the pairs from a file of two columns (.csv .tsv .json .xlsx), or from standard\n"
-     "input for -, in place of --find and --with. With a first row of names there may be\n"
-     "more columns: find, with, case, word, in.",
+    {"--pairs", none, "FILE", false, DescribesJob, "What to look for", "Take the pairs from a file of two columns.",
+     "Take the pairs from a file of two columns (.csv .tsv .json .xlsx), or from\n"
+     "standard input for -, in place of --find and --with. With a first row of names\n"
+     "there may be more columns: find, with, case, word, in.",
      TakePairFile},
-    {"--match-case", "", false, DescribesJob, "What to look for", "Tell capital from small letters.",
+    {"--ignore-case", 'i', "", false, DescribesJob, "What to look for",
+     "Capital letters equal small ones (the default).",
+     "Take capital and small letters for the same (the default). The pairs of a file\n"
+     "say it themselves.",
+     [](OptionValues& values, const std::string&) { values.ignoreCaseGiven = true; }},
+    {"--match-case", 's', "", false, DescribesJob, "What to look for", "Tell capital from small letters.", "",
      [](OptionValues& values, const std::string&) { values.call.setting.MatchCase = true; }},
-    {"--whole-word", "", false, DescribesJob, "What to look for", "Leave a text alone that is part of a longer word.",
+    {"--whole-word", 'w', "", false, DescribesJob, "What to look for", "Leave alone what is part of a longer word.",
+     "Leave a text alone that is part of a longer word.",
      [](OptionValues& values, const std::string&) { values.call.setting.MatchWholeWord = true; }},
 
-    {"--in", "NAME,...", true, DescribesJob, "Where in a presentation",
+    {"--in",
+     none,
+     "NAME,...",
+     true,
+     DescribesJob,
+     "Where in a presentation",
+     "Places to look in (default: slides,shapes,notes).",
      "Places to look in (default: slides,shapes,notes), or all of them with \"all\":\n"
      "  slides                   titles and other placeholders\n"
      "  shapes                   text boxes and other shapes with text\n"
@@ -243,84 +289,143 @@ const std::array<OptionRow, 34> rows{{
      "  master-per-slide         masters of the slides\n"
      "  master-per-presentation  all masters of the file\n"
      "  title-master, handout-master, notes-master",
-     [](OptionValues& values, const std::string& argument) { SwitchOn(values.call.setting, argument); }},
+     [](OptionValues& values, const std::string& argument) { SwitchOn(values.call.setting, argument); },
+     {},
+     placeChoices},
 
-    {"--backup", "", false, Only(Command::Replace) | Only(Command::JobMake) | Only(Command::Run),
-     "How to treat the files",
-     "Copy each file beside itself before it is changed (\"restore\" brings it back). The copy\n"
-     "of an earlier run stays; --backup=numbered makes a new one in each run.",
+    {"--backup", none, "", false, Only(Command::Replace) | Only(Command::JobMake) | Only(Command::Run),
+     "How to treat the files", "Copy each file beside itself before it is changed.",
+     "Copy each file beside itself before it is changed (\"restore\" brings it back).\n"
+     "The copy of an earlier run stays; --backup=numbered makes a new one in each run.",
      TakeBackup, "numbered"},
-    {"--any-backup", "", false, Only(Command::Restore) | Only(Command::Clean), "How to treat the files",
-     "Take backups that are not in the folder's record, too: those of older versions and of\n"
-     "the desktop, and those that were changed.",
+    {"--any-backup", none, "", false, Only(Command::Restore) | Only(Command::Clean), "How to treat the files",
+     "Take backups that are not in the record, too.",
+     "Take backups that are not in the folder's record, too: those of older versions\n"
+     "and of the desktop, and those that were changed.",
      [](OptionValues& values, const std::string&) { values.call.anyBackup = true; }},
-    {"--keep-date", "", false, DescribesJob, "How to treat the files", "Give each file its old dates back.",
+    {"--keep-date", none, "", false, DescribesJob, "How to treat the files", "Give each file its old dates back.", "",
      [](OptionValues& values, const std::string&) { values.call.keepDate = true; }},
-    {"--in-place", "", false, Saves, "How to treat the files",
-     "Write into a file whose owner, access list or attributes a new file could not have, or\n"
-     "whose folder is closed to new files; without it such a file is reported as failed.",
+    {"--in-place", none, "", false, Saves, "How to treat the files", "Write into files that can't be replaced.",
+     "Write into a file whose owner, access list or attributes a new file could not\n"
+     "have, or whose folder is closed to new files; without it such a file is reported\n"
+     "as failed.",
      [](OptionValues& values, const std::string&) { values.call.inPlace = true; }},
-    {"--in-place-links", "", false, Saves, "How to treat the files",
-     "Write into a file that has several names (hard links), so that all of them show the\n"
-     "new text; without it the others keep the old one.",
+    {"--in-place-links", none, "", false, Saves, "How to treat the files", "Write into files that have several names.",
+     "Write into a file that has several names (hard links), so that all of them show\n"
+     "the new text; without it the others keep the old one.",
      [](OptionValues& values, const std::string&) { values.call.inPlaceLinks = true; }},
-    {"--skip-signed", "", false, Only(Command::Replace) | Only(Command::Run), "How to treat the files",
-     "Leave files with a digital signature as they are, and report those that would have\n"
-     "changed as failed; without it the signature is removed.",
+    {"--skip-signed", none, "", false, Only(Command::Replace) | Only(Command::Run), "How to treat the files",
+     "Leave files with a digital signature as they are.",
+     "Leave files with a digital signature as they are, and report those that would\n"
+     "have changed as failed; without it the signature is removed.",
      [](OptionValues& values, const std::string&) { values.call.skipSigned = true; }},
-    {"--read-only", "", false, DescribesJob | Only(Command::Restore), "How to treat the files",
-     "Process read-only files too; without it they are reported as failed.",
+    {"--read-only", none, "", false, DescribesJob | Only(Command::Restore), "How to treat the files",
+     "Process read-only files too.", "Process read-only files too; without it they are reported as failed.",
      [](OptionValues& values, const std::string&) { values.call.readOnly = true; }},
-    {"--revision", "NAME", false, DescribesJob, "How to treat the files",
-     "Raise the number in this custom property of every saved file.", TakeRevision},
-    {"--revision-by", "NUMBER", false, DescribesJob, "How to treat the files", "Raise it by this number (default: 1).",
-     TakeRevisionBy},
-    {"--restart-after", "N", false, DescribesJob, "How to treat the files",
-     "Start the presentation program anew after every N files.", TakeRestartAfter},
-    {"--engine", "NAME", false, Runs | Only(Command::Run), "How to treat the files",
-     "What opens and changes them: \"powerpoint\", an installed one, or \"builtin\", our own\n"
-     "(default: PowerPoint where it can be started).",
-     TakeEngine},
-    {"--count", "", false, DescribesJob, "How to treat the files", "Count every occurrence (the default).",
+    {"--revision", none, "NAME", false, DescribesJob, "How to treat the files",
+     "Raise the number in this custom property.", "Raise the number in this custom property of every saved file.",
+     TakeRevision},
+    {"--revision-by", none, "NUMBER", false, DescribesJob, "How to treat the files",
+     "Raise it by this number (default: 1).", "", TakeRevisionBy},
+    {"--restart-after", none, "N", false, DescribesJob, "How to treat the files",
+     "Start the program anew after every N files.", "Start the presentation program anew after every N files.",
+     TakeRestartAfter},
+    {"--engine",
+     none,
+     "NAME",
+     false,
+     Runs | Only(Command::Run),
+     "How to treat the files",
+     "What opens the files: powerpoint or builtin.",
+     "What opens and changes them: \"powerpoint\", an installed one, or \"builtin\", our\n"
+     "own (default: PowerPoint where it can be started).",
+     TakeEngine,
+     {},
+     "powerpoint builtin"},
+    {"--count", none, "", false, DescribesJob, "How to treat the files", "Count every occurrence (the default).", "",
      [](OptionValues& values, const std::string&) { values.countGiven = true; }},
-    {"--no-count", "", false, DescribesJob, "How to treat the files",
-     "Let a find stop at the first occurrence in each text.",
+    {"--no-count", none, "", false, DescribesJob, "How to treat the files",
+     "Let a find stop at the first one in each text.", "Let a find stop at the first occurrence in each text.",
      [](OptionValues& values, const std::string&) { values.noCountGiven = true; }},
 
-    {"--recurse", "", false, TakesFiles | Only(Command::JobMake), "Which files", "Go into subfolders of a folder.",
-     [](OptionValues& values, const std::string&) { values.call.recurse = true; }},
-    {"--follow", "", false, TakesFiles | Only(Command::Run), "Which files",
+    {"--recurse", 'r', "", false, TakesFiles | Only(Command::JobMake), "Which files", "Go into subfolders of a folder.",
+     "", [](OptionValues& values, const std::string&) { values.call.recurse = true; }},
+    {"--follow", none, "", false, TakesFiles | Only(Command::Run), "Which files", "Follow links to subfolders, too.",
      "Follow links to subfolders, too; without it a note tells how many there are.",
      [](OptionValues& values, const std::string&) { values.call.follow = true; }},
-    {"--pattern", "PATTERN", true, TakesFiles, "Which files",
-     "Names to take from a folder (default: '*.ppt*'); repeat it for several, or put ';'\nbetween them.", TakePatterns},
-    {"--files-from", "FILE", false, TakesFiles | Only(Command::JobMake), "Which files",
-     "Take further paths from FILE, one a line; - reads standard input.", TakeFilesFrom},
+    {"--pattern", none, "PATTERN", true, TakesFiles, "Which files", "Names to take from a folder (default: '*.ppt*').",
+     "Names to take from a folder (default: '*.ppt*'); repeat it for several, or put\n"
+     "';' between them.",
+     TakePatterns},
+    {"--exclude", none, "PATTERN", true, TakesFiles | Only(Command::Run), "Which files",
+     "Names of files and folders to leave out.",
+     "Leave out files and whole subfolders of such names; repeat it for several, or put\n"
+     "';' between them.",
+     TakeExcluded},
+    {"--hidden", none, "", false, TakesFiles | Only(Command::Run), "Which files", "Take hidden files and folders, too.",
+     "Take what is hidden in a folder, too: files and subfolders whose names begin with\n"
+     "a dot.",
+     [](OptionValues& values, const std::string&) { values.call.hidden = true; }},
+    {"--files-from", none, "FILE", false, TakesFiles | Only(Command::JobMake), "Which files",
+     "Take further paths from FILE, one a line.", "Take further paths from FILE, one a line; - reads standard input.",
+     TakeFilesFrom},
+    {"--null", '0', "", false, TakesFiles, "Which files", "A NUL ends each path of --files-from.",
+     "A NUL ends each path of --files-from, not the end of a line.",
+     [](OptionValues& values, const std::string&) { values.call.nullEndsPaths = true; }},
 
-    {"-o", "JOB.tsq", false, Only(Command::JobMake), "Result", "The project file to write; an older one is replaced.",
-     TakeOutput},
+    {"--output", 'o', "JOB.tsq", false, Only(Command::JobMake), "Result", "The project file to write.",
+     "The project file to write; an older one is replaced.", TakeOutput},
 
-    {"--format", formatArgument, false, TakesFiles | Only(Command::Run) | Only(Command::JobShow), "Report", formatHelp,
-     TakeFormat},
-    {"--verbose", "", false, TakesFiles | Only(Command::Run), "Report",
-     "Name the files without an occurrence too (text format).",
+    {"--format",
+     none,
+     formatArgument,
+     false,
+     TakesFiles | Only(Command::Run) | Only(Command::JobShow),
+     "Report",
+     "For people (text, the default) or programs (json).",
+     formatHelp,
+     TakeFormat,
+     {},
+     formatChoices},
+    {"--color",
+     none,
+     "WHEN",
+     false,
+     TakesFiles | Only(Command::Run),
+     "Report",
+     "Use colors: auto (the default), always or never.",
+     "Use colors: \"always\", \"never\", or \"auto\" (the default) on a terminal, unless the\n"
+     "environment has NO_COLOR or TERM=dumb.",
+     TakeColor,
+     {},
+     "auto always never"},
+    {"--quiet", 'q', "", false, EveryCommand & ~Only(Command::JobShow), "Report",
+     "Report only failures and warnings; no progress.",
+     "Report only files that failed or have a warning (text format); no progress, and\n"
+     "no summary.",
+     [](OptionValues& values, const std::string&) { values.call.quiet = true; }},
+    {"--verbose", 'v', "", false, TakesFiles | Only(Command::Run), "Report",
+     "Name the files without an occurrence, too.", "Name the files without an occurrence too (text format).",
      [](OptionValues& values, const std::string&) { values.call.verbose = true; }},
-    {"--show", "", false, Runs | Only(Command::Run), "Report",
+    {"--show", none, "", false, Runs | Only(Command::Run), "Report", "Show every hit with the text around it.",
      "Show every hit: where it stands, and the text around it.",
      [](OptionValues& values, const std::string&) { values.call.show = true; }},
-    {"--context", "N", false, Runs | Only(Command::Run), "Report",
-     "With --show or --report: up to N characters of text on either side of a hit, from 0\nto 1000 (default: 60).",
+    {"--context", none, "N", false, Runs | Only(Command::Run), "Report",
+     "Characters around a hit, 0 to 1000 (default: 60).",
+     "With --show or --report: up to N characters of text on either side of a hit, from\n0 to 1000 (default: 60).",
      TakeContext},
-    {"--max-hits", "N", false, Runs | Only(Command::Run), "Report",
-     "With --show or --report: the first N hits of each file, and how many more there are\n(default: 1000; 0 shows "
-     "all).",
+    {"--max-hits", none, "N", false, Runs | Only(Command::Run), "Report",
+     "Hits shown of each file (default: 1000; 0: all).",
+     "With --show or --report: the first N hits of each file, and how many more there\n"
+     "are (default: 1000; 0 shows all).",
      TakeMaxHits},
-    {"--report", "FILE", true, Runs | Only(Command::Run), "Report",
+    {"--report", none, "FILE", true, Runs | Only(Command::Run), "Report",
+     "Keep the report in FILE, .html or .csv; repeatable.",
      "Keep the report with its hits in FILE, too: a web page (.html) or a table for\n"
      "spreadsheets (.csv). Repeat it for both.",
      TakeReport},
     // Answered before any row is looked for; this one is for the help, and refuses a value.
-    {"--help", "", false, EveryCommand, "Report", "Show this help.", nullptr},
+    {"--help", 'h', "", false, EveryCommand, "Report", "Show the help; -h shows a short one.", "", nullptr},
 }};
 
 }  // namespace

@@ -97,6 +97,9 @@ TEST(CommandLine, DefaultsAreThoseOfTheHelp)
     EXPECT_EQ(call.maxHits, 1000);
     EXPECT_FALSE(call.show || call.dryRun);
     EXPECT_FALSE(call.backup || call.keepDate || call.readOnly || call.recurse || call.verbose);
+    EXPECT_FALSE(call.quiet || call.hidden || call.nullEndsPaths);
+    EXPECT_EQ(call.color, ColorUse::Auto);
+    EXPECT_THAT(call.excluded, IsEmpty());
     EXPECT_FALSE(call.inPlace || call.inPlaceLinks || call.follow || call.anyBackup);
     EXPECT_EQ(call.backupNaming, BackupNaming::First);
     EXPECT_FALSE(call.setting.MatchCase || call.setting.MatchWholeWord);
@@ -123,6 +126,67 @@ TEST(CommandLine, TakesEveryOption)
     EXPECT_EQ(call.restartAfter, 20);
     EXPECT_EQ(call.format, ReportFormatNamed("json"));
     EXPECT_THAT(call.paths, IsEmpty());
+}
+
+TEST(CommandLine, ShortFormsStandForLongOnes)
+{
+    const BatchCall call = CallOf({"replace", "--find", "a", "--with", "b", "-r", "-s", "-w", "-n", "-v", "x"});
+    const BatchCall quiet = CallOf({"clean", "-q", "-0", "--files-from", "list"});
+
+    EXPECT_TRUE(call.recurse && call.setting.MatchCase && call.setting.MatchWholeWord && call.dryRun && call.verbose);
+    EXPECT_TRUE(quiet.quiet && quiet.nullEndsPaths);
+    EXPECT_FALSE(CallOf({"find", "--find", "a", "-i", "x"}).setting.MatchCase);
+}
+
+TEST(CommandLine, ShortSwitchesMayStandTogether)
+{
+    const BatchCall call = CallOf({"find", "-rsw", "--find", "a", "x", "-vr"});
+
+    EXPECT_TRUE(call.recurse && call.setting.MatchCase && call.setting.MatchWholeWord && call.verbose);
+    EXPECT_THAT(call.paths, ElementsAre(u"x"));
+}
+
+TEST(CommandLine, AShortFormTakesItsValueAttachedOrApart)
+{
+    const std::vector<std::string> make{"job", "make", "--find", "a", "--with", "b", "x"};
+    const auto jobOf = [&](std::vector<std::string> options) {
+        options.insert(options.begin(), make.begin(), make.end());
+        return CallOf(options).job;
+    };
+
+    EXPECT_EQ(jobOf({"-o", "-r"}), u"-r");
+    EXPECT_EQ(jobOf({"-oj.tsq"}), u"j.tsq");
+    EXPECT_EQ(jobOf({"-rwo", "j.tsq"}), u"j.tsq");
+    EXPECT_EQ(jobOf({"--output=j.tsq"}), u"j.tsq");
+}
+
+TEST(CommandLine, NoTwoOptionsHaveOneLetter)
+{
+    std::string letters;
+    for (const OptionRow& row : OptionTable()) {
+        if (row.letter)
+            letters += row.letter;
+    }
+
+    std::ranges::sort(letters);
+    EXPECT_EQ(letters, "0hinoqrsvw");
+}
+
+TEST(CommandLine, ColorsAreWantedAsTheCallSays)
+{
+    EXPECT_EQ(CallOf({"find", "--find", "a", "--color", "always", "x"}).color, ColorUse::Always);
+    EXPECT_EQ(CallOf({"find", "--find", "a", "--color=never", "x"}).color, ColorUse::Never);
+    EXPECT_EQ(CallOf({"find", "--find", "a", "--color", "auto", "x"}).color, ColorUse::Auto);
+}
+
+TEST(CommandLine, ExcludeTakesPatternsAndHiddenIsASwitch)
+{
+    const BatchCall call =
+        CallOf({"find", "--find", "a", "--exclude", "old;draft*", "--exclude=*.ppt", "--hidden", "x"});
+
+    EXPECT_THAT(call.excluded, ElementsAre(u"old", u"draft*", u"*.ppt"));
+    EXPECT_TRUE(call.hidden);
+    EXPECT_TRUE(CallOf({"run", "j.tsq", "--hidden", "decks"}).hidden);
 }
 
 TEST(CommandLine, InTakesNamesByCommaAndRepeated)
@@ -406,6 +470,30 @@ INSTANTIATE_TEST_SUITE_P(
                     "--show is not an option of job make"},
         InvalidCall{"DryFind", {"find", "--find", "a", "--dry-run", "x"}, "--dry-run is not an option of find"},
         InvalidCall{"DryRunThatFinds", {"run", "--dry-run", "j.tsq"}, "--dry-run needs --replace"},
+        InvalidCall{"UnknownLetter", {"find", "--find", "a", "-rx", "x"}, "there is no option -x in -rx (see"},
+        InvalidCall{"LongOptionWithOneDash", {"find", "-show", "x"}, "no option -show; did you mean \"--show\"? (see"},
+        InvalidCall{"LetterOfAnotherCommand", {"find", "--find", "a", "-n", "x"}, "-n is not an option of find"},
+        InvalidCall{"LetterWithoutValue", {"job", "make", "x", "-o"}, "--output needs a value: --output JOB.tsq"},
+        InvalidCall{"NearCommand", {"replcae", "x"}, "no command \"replcae\"; did you mean \"replace\"? (see"},
+        InvalidCall{"NearCommandOfTwoWords", {"jbo", "make"}, "no command \"jbo\"; did you mean \"job make\"? (see"},
+        InvalidCall{"NearOption", {"find", "--recursive", "x"}, "no option --recursive; did you mean \"--recurse\"?"},
+        InvalidCall{"OptionNearOneOfAnotherCommand", {"restore", "--wth", "x"}, "there is no option --wth (see"},
+        InvalidCall{"NearLocation",
+                    {"find", "--find", "a", "--in", "slide", "x"},
+                    "\"slide\"; did you mean \"slides\"? The names are slides, hyperlinks,"},
+        InvalidCall{"HelpOnNoCommand", {"help", "finde"}, "no command \"finde\"; did you mean \"find\"?"},
+        InvalidCall{"HelpOnHalfACommand", {"help", "job"}, "it is job show or job make"},
+        InvalidCall{"BothCases", {"find", "-is", "--find", "a", "x"}, "contradict each other"},
+        InvalidCall{"CaseOfAList", {"find", "-i", "--list", "a.xls", "x"}, "the pairs of --list say themselves"},
+        InvalidCall{"QuietAndVerbose", {"find", "-qv", "--find", "a", "x"}, "--quiet and --verbose contradict"},
+        InvalidCall{"QuietAndShow", {"find", "-q", "--show", "--find", "a", "x"}, "--quiet and --show contradict"},
+        InvalidCall{"NullAlone", {"find", "-0", "--find", "a", "x"}, "--null needs --files-from"},
+        InvalidCall{"UnknownColor", {"find", "--find", "a", "--color", "yes", "x"}, "neither auto, always nor never"},
+        InvalidCall{"ExcludedPath", {"find", "--find", "a", "--exclude", "a/b", "x"}, "with names, not with paths"},
+        InvalidCall{"EmptyExclude", {"find", "--find", "a", "--exclude=", "x"}, "--exclude: the pattern is empty"},
+        InvalidCall{"BrokenExclude", {"find", "--find", "a", "--exclude", "[a", "x"}, "--exclude: \"[a\" is not a"},
+        InvalidCall{"HiddenOfAJob", {"run", "--hidden", "j.tsq"}, "--hidden needs a PATH"},
+        InvalidCall{"ExcludeOfAJob", {"run", "--exclude", "a", "j.tsq", "--replace"}, "--exclude needs a PATH"},
         InvalidCall{"EmptyPattern", {"find", "--find", "a", "--pattern", ";", "x"}, "the pattern is empty"},
         InvalidCall{"BrokenPattern", {"find", "--find", "a", "--pattern", "[a.ppt", "x"}, "is not a pattern"},
         InvalidCall{"NoPath", {"find", "--find", "a"}, "no file or folder is named"},
@@ -460,40 +548,41 @@ TEST(CommandLine, HelpOfACommandNamesItsOptionsAndNoOther)
         const std::string help = EndOf(words).output;
         for (const OptionRow& row : OptionTable()) {
             // With the blank after it: "--in" is how "--in-place" begins, too.
-            const bool shown = help.find("\n  " + std::string(row.name) + " ") != std::string::npos;
+            const std::string forms =
+                (row.letter ? std::string("-") + row.letter + ", " : "    ") + std::string(row.name);
+            const bool shown = help.find("\n  " + forms + " ") != std::string::npos;
             EXPECT_EQ(shown, (row.commands & Only(command)) != 0) << name << " " << row.name;
         }
         EXPECT_THAT(help, HasSubstr("Examples:"));
     }
 }
 
-TEST(CommandLine, HelpNamesEveryLocationAndWhatIsNotSearched)
+TEST(CommandLine, ShortHelpHasALineForEachOption)
 {
-    const std::string help = EndOf({"find", "-h"}).output;
+    const std::string help = EndOf({"replace", "-h"}).output;
 
-    for (const SearchLocation& location : SearchLocations)
-        EXPECT_TRUE(HasWord(help, std::string(location.name), " ,\n")) << location.name << " in\n" << help;
-    EXPECT_THAT(help, HasSubstr("groups, tables, charts"));
+    EXPECT_THAT(help, StartsWith("Usage: tessarine-batch replace --find TEXT"));
+    EXPECT_THAT(help, HasSubstr("\n  -r, --recurse             Go into subfolders of a folder.\n"));
+    const auto options = std::ranges::count_if(
+        OptionTable(), [](const OptionRow& row) { return (row.commands & Only(Command::Replace)) != 0; });
+    // Besides them: usage, purpose, an empty line; an empty line and where more is said.
+    EXPECT_EQ(std::ranges::count(help, '\n'), options + 5);
+    EXPECT_EQ(EndOf({"replace", "-rh"}).output, help);
 }
 
-TEST(CommandLine, HelpNamesEveryColumnOfAList)
+TEST(CommandLine, HelpIsACommandToo)
 {
-    const std::string help = EndOf({"list", "convert", "-h"}).output;
-
-    EXPECT_THAT(help, HasSubstr("these " + std::to_string(ListColumnCount) + " headers"));
-    for (const char16_t* header : ListHeaders)
-        EXPECT_TRUE(HasWord(help, ToUtf8(header), ",\n")) << ToUtf8(header) << " in\n" << help;
+    EXPECT_EQ(EndOf({"help"}).output, EndOf({"--help"}).output);
+    EXPECT_EQ(EndOf({"help", "find"}).output, EndOf({"find", "--help"}).output);
+    EXPECT_EQ(EndOf({"help", "job", "show"}).output, EndOf({"job", "show", "--help"}).output);
+    EXPECT_LT(EndOf({"-h"}).output.size(), EndOf({"help"}).output.size());
 }
 
-TEST(CommandLine, HelpTellsTheFormatsOfReports)
+TEST(CommandLine, ShortHelpFitsInto80Columns)
 {
-    EXPECT_THAT(EndOf({"find", "-h"}).output,
-                HasSubstr("  --format text|json    A report for people (the default), or one JSON object a line.\n"));
-}
-
-TEST(CommandLine, HelpFitsOnATerminal)
-{
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+    for (const OptionRow& row : OptionTable())
+        EXPECT_THAT(row.brief, testing::AllOf(EndsWith("."), testing::Not(HasSubstr("\n"))));
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"-h"},
                                                       {"find", "-h"},
                                                       {"replace", "-h"},
                                                       {"restore", "-h"},
@@ -502,6 +591,48 @@ TEST(CommandLine, HelpFitsOnATerminal)
                                                       {"job", "show", "-h"},
                                                       {"job", "make", "-h"},
                                                       {"list", "convert", "-h"}}) {
+        std::istringstream help(EndOf(arguments).output);
+        for (std::string line; std::getline(help, line);)
+            EXPECT_LE(line.size(), 80u) << line;
+    }
+}
+
+TEST(CommandLine, HelpNamesEveryLocationAndWhatIsNotSearched)
+{
+    const std::string help = EndOf({"find", "--help"}).output;
+
+    for (const SearchLocation& location : SearchLocations)
+        EXPECT_TRUE(HasWord(help, std::string(location.name), " ,\n")) << location.name << " in\n" << help;
+    EXPECT_THAT(help, HasSubstr("groups, tables, charts"));
+}
+
+TEST(CommandLine, HelpNamesEveryColumnOfAList)
+{
+    const std::string help = EndOf({"list", "convert", "--help"}).output;
+
+    EXPECT_THAT(help, HasSubstr("these " + std::to_string(ListColumnCount) + " headers"));
+    for (const char16_t* header : ListHeaders)
+        EXPECT_TRUE(HasWord(help, ToUtf8(header), ",\n")) << ToUtf8(header) << " in\n" << help;
+}
+
+TEST(CommandLine, HelpTellsTheFormatsOfReports)
+{
+    EXPECT_THAT(
+        EndOf({"find", "--help"}).output,
+        HasSubstr("      --format text|json    A report for people (the default), or one JSON object a line.\n"));
+}
+
+TEST(CommandLine, HelpFitsOnATerminal)
+{
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                      {"find", "--help"},
+                                                      {"replace", "--help"},
+                                                      {"restore", "--help"},
+                                                      {"clean", "--help"},
+                                                      {"run", "--help"},
+                                                      {"job", "show", "--help"},
+                                                      {"job", "make", "--help"},
+                                                      {"list", "convert", "--help"}}) {
         std::istringstream help(EndOf(arguments).output);
         for (std::string line; std::getline(help, line);)
             EXPECT_LE(line.size(), 110u) << line;

@@ -85,7 +85,7 @@ TEST(DocumentedCommandsTest, PrintWhatThePageShows)
 
     const auto examples = ExamplesOf(TESSARINE_BATCH_PAGE);
 
-    EXPECT_EQ(examples.size(), 11u);
+    EXPECT_EQ(examples.size(), 12u);
     for (const Example& example : examples) {
         const Outcome outcome = program.Run(example.arguments);
         EXPECT_EQ(outcome.output, WithFolder(example.output, ToUtf8(program.folder.Path())));

@@ -87,6 +87,49 @@ TEST(TerminalProgramTest, NoColorAndDumbTerminalsAreRespected)
     EXPECT_THAT(OnATerminal(program, {"find", "--find", "Fabrikam", "a.pptx"}), Not(HasSubstr("\x1b")));
 }
 
+TEST(TerminalProgramTest, TheCallDecidesAboutColorsBeforeTheEnvironment)
+{
+    Program program;
+    program.folder.Write(u"a.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
+    const std::vector<std::string> find{"find", "--find", "Fabrikam", "a.pptx", "--color"};
+    const auto with = [&](const std::string& when) {
+        auto arguments = find;
+        arguments.push_back(when);
+        return arguments;
+    };
+
+    EXPECT_THAT(OnATerminal(program, with("never")), Not(HasSubstr("\x1b[1m")));
+    EXPECT_THAT(program.Run(with("auto")).output, Not(HasSubstr("\x1b")));
+    program.environment["NO_COLOR"] = "1";
+    EXPECT_THAT(program.Run(with("always")).output, HasSubstr("\x1b[1ma.pptx\x1b[0m: "));
+}
+
+TEST(TerminalProgramTest, AQuietRunLeavesTheTerminalAlone)
+{
+    Program program;
+    program.folder.Write(u"a.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
+
+    EXPECT_EQ(OnATerminal(program, {"find", "-q", "--find", "Fabrikam", "a.pptx"}), "");
+    EXPECT_EQ(OnATerminal(program, {"find", "-q", "--find", "Fabrikam", "a.pptx", "b.pptx"}),
+              "\x1b[1mb.pptx\x1b[0m: \x1b[31mfailed\x1b[0m: File not found.\r\n");
+}
+
+TEST(TerminalProgramTest, NamesCanNotDriveTheTerminal)
+{
+    Program program;
+    program.environment["NO_COLOR"] = "1";
+    const std::string name = "a\x1b[2J\r\n.pptx";
+    program.folder.Write(FromUtf8(name), Deck().Slide(Title(u"Fabrikam")).Bytes());
+    program.folder.Write(u"list", name + '\0' + "lost\a.pptx" + '\0');
+
+    const std::string shown = OnATerminal(program, {"find", "--find", "Fabrikam", "-0", "--files-from", "list"});
+
+    EXPECT_THAT(shown, HasSubstr("a\\x1B[2J\\r\\n.pptx: 1 found\r\n"));
+    EXPECT_THAT(shown, HasSubstr("lost\\x07.pptx: failed: File not found.\r\n"));
+    EXPECT_THAT(shown, Not(HasSubstr("\x1b[2J")));
+    EXPECT_THAT(shown, Not(HasSubstr("\a")));
+}
+
 /// A run whose report goes into a pipe that nobody reads yet, so that it stands still in the middle.
 class StoppedRunTest : public testing::Test
 {
