@@ -201,7 +201,7 @@ const std::string formatArgument = OfAllFormats(&ReportFormat::name, "|", "|");
 const std::string formatHelp = OfAllFormats(&ReportFormat::help, ", ", ", or ") + ".";
 
 // Below the two texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 34> rows{{
+const std::array<OptionRow, 35> rows{{
     {"--replace", "", false, Only(Command::Run), "What to do",
      "Replace and save the files; without it the run only finds.",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -319,6 +319,9 @@ const std::array<OptionRow, 34> rows{{
      "Keep the report with its hits in FILE, too: a web page (.html) or a table for\n"
      "spreadsheets (.csv). Repeat it for both.",
      TakeReport},
+    {"--exit-code", "", false, Runs | Only(Command::Run), "Report",
+     "End with 3 when nothing was found; without it that is 0.",
+     [](OptionValues& values, const std::string&) { values.call.exitCode = true; }},
     // Answered before any row is looked for; this one is for the help, and refuses a value.
     {"--help", "", false, EveryCommand, "Report", "Show this help.", nullptr},
 }};

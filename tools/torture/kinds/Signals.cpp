@@ -69,7 +69,7 @@ void Cancel(Round& round, const Operation& operation)
     scene.FinishUndisturbed(operation);
 }
 
-/// Nobody reads the report: the run goes on and its exit status says so.
+/// Nobody reads the report: the run ends after a file, and its exit status says so.
 void CloseReader(Round& round, const Operation& operation)
 {
     Scene scene(round);
