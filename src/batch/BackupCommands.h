@@ -30,11 +30,13 @@ struct BackupReport {
 /// What the reports of a command add up to.
 struct BackupSummary {
     std::int64_t files = 0;
-    std::int64_t done = 0;          ///< Restored, or without backups now.
-    std::int64_t backups = 0;       ///< Removed by "clean", several of one file among them.
-    std::int64_t unchanged = 0;     ///< Without a backup.
-    std::int64_t failed = 0;        ///< Each with its reason in its report.
-    std::int64_t skippedLinks = 0;  ///< As of RunSummary.
+    std::int64_t done = 0;           ///< Restored, or without backups now.
+    std::int64_t backups = 0;        ///< Removed by "clean", several of one file among them.
+    std::int64_t unchanged = 0;      ///< Without a backup.
+    std::int64_t failed = 0;         ///< Each with its reason in its report.
+    std::int64_t skippedLinks = 0;   ///< As of RunSummary.
+    std::int64_t notReached = 0;     ///< As of RunSummary.
+    std::vector<String> warnings{};  ///< As of RunSummary.
 
     void Add(const BackupReport& file);
 };

@@ -84,6 +84,7 @@ struct BatchCall {
     bool show = false;            ///< Reports tell the hits of each file.
     std::int32_t context = 60;    ///< UTF-16 units of text on either side of a hit.
     std::int64_t maxHits = 1000;  ///< Hits of a file that are told; 0 for all of them.
+    bool exitCode = false;        ///< A run without a hit has an exit status of its own.
     std::vector<String> reports;  ///< Files to keep the report of a run in, with its hits (RunReportWriter.h).
 };
 

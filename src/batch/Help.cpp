@@ -16,7 +16,8 @@ constexpr std::string_view limits =
     "footer are not counted; a file changed only there is reported as changed, nothing counted.\n";
 
 constexpr std::string_view exitStatus =
-    "Exit status: 0 done, 1 done but a file failed, 2 the call or the job is not valid.\n";
+    "Exit status: 0 done, 1 done but a file failed, 2 the call or the job is not valid,\n"
+    "3 done but nothing was found (with --exit-code).\n";
 
 /// "  -o, --option ARGUMENT  text", the text's lines under each other.
 std::string OptionLines(const OptionRow& row, std::string_view text)

@@ -87,11 +87,35 @@ Json ArrayOf(const std::vector<String>& texts)
 }
 
 /// The line at the end. What was left out has a key only where something was.
-std::string SummaryLine(Json counts, std::int64_t skippedLinks)
+std::string SummaryLine(Json counts, std::int64_t skippedLinks, const std::vector<String>& warnings = {})
 {
     if (skippedLinks > 0)
         counts["skippedLinks"] = skippedLinks;
-    return OneLine({{"summary", std::move(counts)}});
+    counts["warnings"] = ArrayOf(warnings);
+    return OneLine({{"version", JsonReportVersion}, {"summary", std::move(counts)}});
+}
+
+/// What became of a file, in one of few words that never change.
+const char* StateWord(const FileReport& file, bool replaces)
+{
+    switch (file.State()) {
+        case ReportedState::Changed:
+            return replaces ? "changed" : "found";
+        case ReportedState::CountedOnly:
+            return "found";
+        case ReportedState::Unchanged:
+            return "unchanged";
+        case ReportedState::Failed:
+            break;
+    }
+    return "failed";
+}
+
+const char* StateWord(const BackupReport& file, bool restores)
+{
+    if (file.status == FileStatus::Counted)
+        return restores ? "restored" : "removed";
+    return file.status == FileStatus::NothingCounted ? "unchanged" : "failed";
 }
 
 Json ItemsOf(const Project& project)
@@ -154,10 +178,11 @@ public:
             items.push_back({{"find", ToUtf8(pair.find)},
                              {"replace", ToUtf8(pair.replace)},
                              {"counts", CountsOf(pair, style_.setting)}});
-        Json line{{"file", ToUtf8(file.path)}};
+        Json line = FirstKeys();
+        line["file"] = ToUtf8(file.path);
         PutUnless(line, "dryRun", style_.dryRun, false);
         line.update({{"status", file.status},
-                     {"state", StateText(file, Replaces())},
+                     {"state", StateWord(file, Replaces())},
                      {"error", ToUtf8(file.error)},
                      {"items", items}});
         Json rest;
@@ -186,32 +211,38 @@ public:
         numbers["unchanged"] = summary.unchanged;
         numbers["failed"] = summary.failed;
         numbers["occurrences"] = summary.occurrences;
-        return SummaryLine(std::move(numbers), summary.skippedLinks);
+        PutUnless(numbers, "notProcessed", summary.notReached, std::int64_t{0});
+        return SummaryLine(std::move(numbers), summary.skippedLinks, summary.warnings);
     }
 
     std::string OfFile(const BackupReport& file) override
     {
-        return OneLine({{"file", ToUtf8(file.file)},
-                        {"backup", ToUtf8(file.backup)},
-                        {"status", file.status},
-                        {"error", ToUtf8(file.error)},
-                        {"older", ArrayOf(file.older)},
-                        {"warnings", ArrayOf(file.warnings)}});
+        Json line = FirstKeys();
+        line.update({{"file", ToUtf8(file.file)},
+                     {"backup", ToUtf8(file.backup)},
+                     {"status", file.status},
+                     {"state", StateWord(file, style_.command == Command::Restore)},
+                     {"error", ToUtf8(file.error)},
+                     {"older", ArrayOf(file.older)},
+                     {"warnings", ArrayOf(file.warnings)}});
+        return OneLine(line);
     }
 
     std::string AtEnd(const BackupSummary& summary) override
     {
-        return SummaryLine({{"files", summary.files},
-                            {style_.command == Command::Restore ? "restored" : "removed", summary.done},
-                            {"unchanged", summary.unchanged},
-                            {"failed", summary.failed}},
-                           summary.skippedLinks);
+        Json numbers{{"files", summary.files},
+                     {style_.command == Command::Restore ? "restored" : "removed", summary.done},
+                     {"unchanged", summary.unchanged},
+                     {"failed", summary.failed}};
+        PutUnless(numbers, "notProcessed", summary.notReached, std::int64_t{0});
+        return SummaryLine(std::move(numbers), summary.skippedLinks, summary.warnings);
     }
 
     std::string OfJob(const String& path, const Project& project) override
     {
         const SavedSource source = SourceOf(project);
-        return OneLine({{"job", ToUtf8(path)},
+        return OneLine({{"version", JsonReportVersion},
+                        {"job", ToUtf8(path)},
                         {"list", {{"external", source.isExternal}, {"file", ToUtf8(source.path)}}},
                         {"items", ItemsOf(project)},
                         {"files", FilesOf(*project.options)},
@@ -220,6 +251,9 @@ public:
     }
 
 private:
+    /// The first line tells the version of the format, so that a program knows it before it reads on.
+    Json FirstKeys() { return std::exchange(isFirst_, false) ? Json{{"version", JsonReportVersion}} : Json::object(); }
+
     bool Replaces() const { return style_.command == Command::Replace; }
 
     /// With commas between them. As text from the first: there may be a million of them, and each object of the library
@@ -233,6 +267,7 @@ private:
     }
 
     const ReportStyle style_;
+    bool isFirst_ = true;  // no file has been told yet
 };
 
 }  // namespace

@@ -233,7 +233,7 @@ const std::string placeChoices = [] {
 constexpr char none = '\0';  // the letter of an option without a short form
 
 // Below the texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 40> rows{{
+const std::array<OptionRow, 41> rows{{
     {"--replace", none, "", false, Only(Command::Run), "What to do",
      "Replace and save the files; else the run only finds.", "",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -424,6 +424,10 @@ const std::array<OptionRow, 40> rows{{
      "Keep the report with its hits in FILE, too: a web page (.html) or a table for\n"
      "spreadsheets (.csv). Repeat it for both.",
      TakeReport},
+    {"--exit-code", none, "", false, Runs | Only(Command::Run), "Report",
+     "End with 3 when nothing was found.",
+     "End with 3 when nothing was found; without it that is 0.",
+     [](OptionValues& values, const std::string&) { values.call.exitCode = true; }},
     // Answered before any row is looked for; this one is for the help, and refuses a value.
     {"--help", 'h', "", false, EveryCommand, "Report", "Show the help; -h shows a short one.", "", nullptr},
 }};

@@ -1,5 +1,6 @@
 #include "batch/Output.h"
 
+#include <cerrno>
 #include <cstdlib>
 
 #include "batch/LineText.h"
@@ -52,8 +53,11 @@ void Output::Write(std::string_view piece)
         return;
     // Report and progress may share a terminal; the line that is to be rewritten must be gone first.
     EndProgress();
-    if (!WriteText(report_, piece))
+    errno = 0;
+    if (!WriteText(report_, piece)) {
         failed_ = true;
+        readerIsGone_ = readerIsGone_ || errno == EPIPE;
+    }
 }
 
 void Output::Note(std::string_view line)
@@ -62,12 +66,20 @@ void Output::Note(std::string_view line)
     Put(progress_, Escaped(FromUtf8(line)) + "\n");
 }
 
-void Output::Progress(std::string_view line)
+void Output::Progress(std::string_view text, std::string_view path)
 {
     if (!showsProgress_)
         return;
     // One cell stays free: some terminals wrap a full line, and only its last row could be erased then.
-    Put(progress_, std::string(eraseLine) + FittedTo(Escaped(FromUtf8(line)), TerminalColumns(progress_) - 1));
+    const std::size_t columns = TerminalColumns(progress_) - 1;
+    const std::string start = std::string(text) + " ";
+    const std::string shown = Escaped(FromUtf8(path));
+    // On a very narrow terminal the path is worth more.
+    constexpr std::size_t leastForPath = 12;
+    const std::size_t taken = CodePoints(start);
+    const std::string line =
+        taken + leastForPath > columns ? FittedTo(start + shown, columns) : start + FittedTo(shown, columns - taken);
+    Put(progress_, std::string(eraseLine) + line);
     progressShown_ = true;
 }
 

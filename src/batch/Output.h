@@ -24,9 +24,9 @@ public:
     /// Writes a line for the user to standard error. Control characters in it, line ends included, are escaped here.
     void Note(std::string_view line);
 
-    /// Shows what is being done, in place of the progress shown before. Only on a terminal; cut to its width, with
-    /// control characters escaped.
-    void Progress(std::string_view line);
+    /// Shows what is being done, in place of the progress shown before. Only on a terminal; what doesn't fit is cut
+    /// from the start of `path`. Control characters are escaped.
+    void Progress(std::string_view text, std::string_view path);
     void EndProgress();  ///< Erases the line; Write and Note do so by themselves.
 
     /// By ColorUse: as a rule, standard output is a terminal, and the user has not switched colors off.
@@ -35,6 +35,9 @@ public:
     /// A piece of the report could not be written.
     bool failed() const { return failed_; }
 
+    /// A piece of the report could not be written because whoever read it has gone, as "head" does after some lines.
+    bool readerIsGone() const { return readerIsGone_; }
+
 private:
     std::FILE* report_;
     std::FILE* progress_;
@@ -42,6 +45,7 @@ private:
     bool showsProgress_ = false;
     bool progressShown_ = false;  // there is a line to erase
     bool failed_ = false;         // stays once a write of the report has failed
+    bool readerIsGone_ = false;
 };
 
 /// The part of a UTF-8 text that fits into `columns` character cells, counting a code point as one. Of a longer text

@@ -20,8 +20,12 @@ struct ReportFormat {
 /// an empty line when any line stands before it. A path keeps the bytes that the file system has. (TextReport.cpp)
 std::unique_ptr<Report> CreateTextReport(const ReportStyle& style);
 
+/// The `version` in the first and the last line of a JSON report. It rises when a key goes away or gets another
+/// meaning; new keys leave it as it is.
+inline constexpr int JsonReportVersion = 1;
+
 /// One object a line, with its keys in a fixed order, in UTF-8. Bytes of a path that are not valid UTF-8 become U+FFFD.
-/// docs/batch.md describes the keys. (JsonReport.cpp)
+/// docs/batch.md describes the keys, docs/formats/report.schema.json the lines. (JsonReport.cpp)
 std::unique_ptr<Report> CreateJsonReport(const ReportStyle& style);
 
 /// All formats, in the order of the help. The first one is that of a call without `--format`.

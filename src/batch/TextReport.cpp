@@ -13,6 +13,7 @@
 #include "model/SearchLocations.h"
 #include "report/FileReport.h"
 #include "report/HitText.h"
+#include "report/RunTimes.h"
 
 namespace tessarine::batch
 {
@@ -100,6 +101,58 @@ std::string WarningLines(const std::vector<String>& warnings)
     return lines;
 }
 
+/// Fewer files than this leave their lines on the screen.
+constexpr std::int64_t fewestFilesWithStory = 20;
+/// How many failures, pairs and pairs without a hit the end of a report names: together they fit on a screen.
+constexpr std::size_t mostOfAKind = 7;
+
+/// What the end of a report tells of the files before it. Memory holds the totals and the first failures alone.
+class RunStory
+{
+public:
+    struct Failed {
+        String path;
+        String error;
+    };
+    /// Of one pair in all files.
+    struct Total {
+        String find;
+        String replace;
+        std::int64_t occurrences = 0;
+        std::int64_t files = 0;  ///< In which it occurs.
+    };
+
+    void Add(const FileReport& file)
+    {
+        if (file.status == FileStatus::NotProcessed && failures_.size() < mostOfAKind)
+            failures_.push_back({file.path, file.error});
+        for (std::size_t at = 0; at < file.pairs.size(); ++at) {
+            const PairReport& pair = file.pairs[at];
+            if (at == totals_.size())
+                totals_.push_back({pair.find, pair.replace});
+            totals_[at].occurrences += pair.Occurrences();
+            totals_[at].files += pair.Occurrences() > 0 ? 1 : 0;
+        }
+    }
+
+    const std::vector<Failed>& failures() const { return failures_; }  ///< At most mostOfAKind of them.
+    const std::vector<Total>& totals() const { return totals_; }       ///< In the order of the pairs.
+
+private:
+    std::vector<Failed> failures_;
+    std::vector<Total> totals_;
+};
+
+bool TellsStory(const RunSummary& summary)
+{
+    return summary.files >= fewestFilesWithStory;
+}
+
+std::string MoreLine(std::int64_t count)
+{
+    return count > 0 ? fmt::format("    and {} more\n", count) : std::string();
+}
+
 class TextReport : public Report
 {
 public:
@@ -111,6 +164,7 @@ public:
     }
     std::string OfFile(const FileReport& file) override
     {
+        story_.Add(file);
         return Noted(LinesOf(file) + HitLines(file) + WarningLines(file.warnings));
     }
     std::string AtEnd(const RunSummary& summary) override;
@@ -144,7 +198,11 @@ private:
         return lines;
     }
 
+    std::string Story(const RunSummary& summary) const;
+    std::string TotalLine(const RunStory::Total& total) const;
+
     const ReportStyle style_;
+    RunStory story_;
     bool hasLines_ = false;
 };
 
@@ -153,12 +211,57 @@ std::string TextReport::AtEnd(const RunSummary& summary)
     // Most runs have none of them.
     const std::string countedOnly =
         summary.countedOnly > 0 ? fmt::format("{} with nothing to change, ", summary.countedOnly) : std::string();
-    return Gap() +
-           fmt::format("{}: {} {}, {}{} {}, {} failed; {} {}\n", Counted(summary.files, "file"), summary.changed,
+    return Gap() + Story(summary) +
+           fmt::format("{}: {} {}, {}{} {}, {} failed; {} {}{}\n", Counted(summary.files, "file"), summary.changed,
                        Replaces() ? Done("changed") : "with hits", countedOnly, summary.unchanged,
                        Replaces() ? "unchanged" : "without", summary.failed, Counted(summary.occurrences, "occurrence"),
-                       Replaces() ? Done("replaced") : "found") +
+                       Replaces() ? Done("replaced") : "found",
+                       TellsStory(summary) ? ", in " + ToUtf8(DurationText(summary.seconds)) : "") +
            (style_.dryRun ? "Dry run: nothing was written\n" : "");
+}
+
+/// What a person wants to know of a run whose lines have gone off the screen, in no more lines than one screen has.
+std::string TextReport::Story(const RunSummary& summary) const
+{
+    if (!TellsStory(summary))
+        return {};
+    std::string lines;
+    if (summary.failed > 0) {
+        lines += Painted(fmt::format("Failed: {}", Counted(summary.failed, "file")), red) + "\n";
+        for (const RunStory::Failed& failed : story_.failures())
+            lines += "    " + FailedLine(failed.path, failed.error);
+        lines += MoreLine(summary.failed - std::ssize(story_.failures()));
+        lines += "\n";
+    }
+
+    std::vector<RunStory::Total> found;
+    std::vector<std::string> nowhere;
+    for (const RunStory::Total& total : story_.totals()) {
+        if (total.occurrences > 0)
+            found.push_back(total);
+        else
+            nowhere.push_back(Quoted(total.find));
+    }
+    std::ranges::stable_sort(found, std::ranges::greater(), &RunStory::Total::occurrences);
+    const std::size_t shown = std::min(found.size(), mostOfAKind);
+    if (shown > 0)
+        lines += "Totals:\n";
+    for (std::size_t at = 0; at < shown; ++at)
+        lines += TotalLine(found[at]);
+    lines += MoreLine(std::ssize(found) - static_cast<std::int64_t>(shown));
+    if (!nowhere.empty()) {
+        const std::int64_t more = std::ssize(nowhere) - static_cast<std::int64_t>(mostOfAKind);
+        nowhere.resize(std::min(nowhere.size(), mostOfAKind));
+        lines += fmt::format("Found nowhere: {}{}\n", fmt::join(nowhere, ", "),
+                             more > 0 ? fmt::format(" and {} more", more) : std::string());
+    }
+    return lines.empty() || lines.ends_with("\n\n") ? lines : lines + "\n";
+}
+
+std::string TextReport::TotalLine(const RunStory::Total& total) const
+{
+    const std::string pair = Replaces() ? Quoted(total.find) + " -> " + Quoted(total.replace) : Quoted(total.find);
+    return fmt::format("    {}  {} in {}\n", pair, total.occurrences, Counted(total.files, "file"));
 }
 
 std::string TextReport::AtEnd(const BackupSummary& summary)

@@ -149,6 +149,10 @@ public:
     /// results are those that the run itself would have.
     bool IsDryRun = false;
 
+    /// A file that a run saves without a change gets its old dates back, whatever the options say. Every file of a
+    /// replace run is saved, and has a new date else.
+    bool KeepsDatesOfUnchanged = false;
+
     /// Delete, or copy back, the backups of the current file set. `vPath` is ignored; the options are read. A file that
     /// another program has in use is a failure of the copying back, and so is a read-only one without
     /// ProcessReadonlyFiles: a failure is logged, and what comes after it is not treated.

@@ -70,7 +70,13 @@ struct RunSummary {
     std::int64_t failed = 0;
     std::int64_t occurrences = 0;    ///< Of the changed files.
     std::int64_t skippedLinks = 0;   ///< Links to folders that the search for files did not follow.
+    std::int64_t notReached = 0;     ///< Files that a run left out because it ended early; not among `files`.
+    std::int64_t seconds = 0;        ///< How long the run took.
     std::optional<Engine> engine{};  ///< What processed the files, where that is told.
+    std::vector<String> warnings{};  ///< What did not go quite as asked and belongs to no file, a sentence each.
+
+    /// Nothing was counted anywhere, and nothing was changed.
+    bool IsWithoutHits() const { return changed == 0 && countedOnly == 0; }
 
     void Add(const FileReport& file);
 };

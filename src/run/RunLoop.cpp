@@ -186,6 +186,9 @@ RunLoop::Step RunLoop::Begin()
     }
     if (IsRehearsal())
         return Step::Open;
+    if (project_.KeepsDatesOfUnchanged && !Options().KeepOriginalFileDate)
+        savedTimes_ = GetFileDateTime(path_);
+    isSavedUnchanged_ = false;
     if (isReadOnly || (Saves() && Options().KeepOriginalFileDate))
         NoteForNextStart();
     if (isReadOnly)
@@ -233,6 +236,7 @@ RunLoop::Step RunLoop::Process()
         FailureOf([&] { result_ = engine_.ProcessFile(path_, Options().PasswordToOpen, optionSettings_); });
     if (failure)
         TellPassedOver(*failure);
+    isSavedUnchanged_ = Saves() && !failure && result_ && result_->HasNewContent == false;
     return Step::Restore;
 }
 
@@ -318,7 +322,8 @@ RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
 void RunLoop::PutBackDatesAndAttributes()
 {
     // The date first: a restored read-only attribute would forbid it.
-    if (Options().KeepOriginalFileDate && savedTimes_.valid && !SetFileDateTime(path_, savedTimes_))
+    const bool keepsDate = Options().KeepOriginalFileDate || (project_.KeepsDatesOfUnchanged && isSavedUnchanged_);
+    if (keepsDate && savedTimes_.valid && !SetFileDateTime(path_, savedTimes_))
         Warn(path_, u"its dates could not be put back");
     if (Saves())
         PutBackAttributes();

@@ -107,6 +107,7 @@ private:
     std::shared_ptr<CounterStatuses> result_;
     String attributeBits_;
     FileTimes savedTimes_;
+    bool isSavedUnchanged_ = false;  // the file was saved, and holds the same bytes as before
 
     // Of the file that the loop is at; nothing before its beginning and after its end.
     std::optional<FileAttributes> savedAttributes_;  // cleared, as no other file may ever get them

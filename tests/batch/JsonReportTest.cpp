@@ -18,7 +18,7 @@ TEST(JsonReport, GivesAFileItsKeysAndTheSearchedLocationsAlone)
 {
     const FileReport file{u"decks/a.pptx", 1, {}, {Pair(u"cat", u"dog", 3, 0), Pair(u"x", u"", 0, 0)}};
 
-    EXPECT_EQ(JsonOf(file), R"({"file":"decks/a.pptx","status":1,"state":"changed","error":"","items":[)"
+    EXPECT_EQ(JsonOf(file), R"({"version":1,"file":"decks/a.pptx","status":1,"state":"changed","error":"","items":[)"
                             R"({"find":"cat","replace":"dog","counts":{"slides":3,"notes":0}},)"
                             R"({"find":"x","replace":"","counts":{"slides":0,"notes":0}}],"warnings":[]})"
                             "\n");
@@ -28,7 +28,7 @@ TEST(JsonReport, GivesAFailedFileNoItems)
 {
     EXPECT_EQ(
         JsonOf(FailedFile(u"a.pptx", u"  Wrong Password has been supplied.")),
-        R"({"file":"a.pptx","status":0,"state":"failed","error":"  Wrong Password has been supplied.","items":[],"warnings":[]})"
+        R"({"version":1,"file":"a.pptx","status":0,"state":"failed","error":"  Wrong Password has been supplied.","items":[],"warnings":[]})"
         "\n");
 }
 
@@ -41,12 +41,13 @@ TEST(JsonReport, NamesLocationsInTheirOrderAsTheCommandLineDoes)
         pair.counts[row] = static_cast<std::int32_t>(row);
     }
 
-    EXPECT_EQ(CreateJsonReport(style)->OfFile(FileReport{u"a.pptx", 1, {}, {pair}}),
-              R"({"file":"a.pptx","status":1,"state":"found","error":"","items":[{"find":"a","replace":"b","counts":{)"
-              R"("slides":0,"hyperlinks":1,"shapes":2,"header":3,"footer":4,"builtin-properties":5,)"
-              R"("custom-properties":6,"notes":7,"links":8,"master-per-slide":9,"master-per-presentation":10,)"
-              R"("title-master":11,"handout-master":12,"notes-master":13}}],"warnings":[]})"
-              "\n");
+    EXPECT_EQ(
+        CreateJsonReport(style)->OfFile(FileReport{u"a.pptx", 1, {}, {pair}}),
+        R"({"version":1,"file":"a.pptx","status":1,"state":"found","error":"","items":[{"find":"a","replace":"b","counts":{)"
+        R"("slides":0,"hyperlinks":1,"shapes":2,"header":3,"footer":4,"builtin-properties":5,)"
+        R"("custom-properties":6,"notes":7,"links":8,"master-per-slide":9,"master-per-presentation":10,)"
+        R"("title-master":11,"handout-master":12,"notes-master":13}}],"warnings":[]})"
+        "\n");
 }
 
 TEST(JsonReport, IsUtf8OnOneLine)
@@ -54,7 +55,7 @@ TEST(JsonReport, IsUtf8OnOneLine)
     const FileReport file{u"Zürich 😀.pptx", 1, {}, {Pair(u"a\"b\n\t\\", u"\u0001", 1, 0)}};
 
     EXPECT_EQ(JsonOf(file),
-              "{\"file\":\"Zürich "
+              "{\"version\":1,\"file\":\"Zürich "
               "😀.pptx\",\"status\":1,\"state\":\"changed\",\"error\":\"\",\"items\":[{\"find\":\"a\\\"b\\n\\t\\\\\","
               "\"replace\":\"\\u0001\",\"counts\":{\"slides\":1,\"notes\":0}}],\"warnings\":[]}\n");
 }
@@ -62,7 +63,8 @@ TEST(JsonReport, IsUtf8OnOneLine)
 TEST(JsonReport, ReplacesBytesThatAreNotUtf8)
 {
     EXPECT_EQ(JsonOf(FailedFile(FromUtf8("caf\xE9.pptx"), u"\xD800")),
-              "{\"file\":\"caf\uFFFD.pptx\",\"status\":0,\"state\":\"failed\",\"error\":\"\uFFFD\",\"items\":[],"
+              "{\"version\":1,\"file\":\"caf\uFFFD.pptx\",\"status\":0,\"state\":\"failed\",\"error\":\"\uFFFD\","
+              "\"items\":[],"
               "\"warnings\":[]}\n");
 }
 
@@ -73,8 +75,52 @@ TEST(JsonReport, AddsUpAtTheEnd)
     summary.Add({u"b", 2, {}, {Pair(u"cat", u"dog", 0, 0)}});
     summary.Add(FailedFile(u"c", u"damaged"));
 
-    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Replace))->AtEnd(summary),
-              R"({"summary":{"files":3,"changed":1,"unchanged":1,"failed":1,"occurrences":7}})"
+    EXPECT_EQ(
+        CreateJsonReport(StyleOf(Command::Replace))->AtEnd(summary),
+        R"({"version":1,"summary":{"files":3,"changed":1,"unchanged":1,"failed":1,"occurrences":7,"warnings":[]}})"
+        "\n");
+}
+
+TEST(JsonReport, TellsTheVersionInTheFirstAndTheLastLine)
+{
+    const auto run = CreateJsonReport(StyleOf(Command::Find));
+    const auto backups = CreateJsonReport(StyleOf(Command::Clean));
+    const std::string version = R"({"version":1,)";
+
+    EXPECT_THAT(run->OfFile(FailedFile(u"a", u"damaged")), testing::StartsWith(version));
+    EXPECT_THAT(run->OfFile(FailedFile(u"b", u"damaged")), testing::StartsWith(R"({"file":"b",)"));
+    EXPECT_THAT(run->AtEnd(RunSummary()), testing::StartsWith(version));
+    EXPECT_THAT(backups->OfFile(BackupReport{1, u"a", u"a..bak", {}}), testing::StartsWith(version));
+    EXPECT_THAT(backups->OfFile(BackupReport{1, u"b", u"b..bak", {}}), testing::StartsWith(R"({"file":"b",)"));
+    EXPECT_THAT(backups->AtEnd(BackupSummary()), testing::StartsWith(version));
+}
+
+TEST(JsonReport, NamesStatesByOneWord)
+{
+    FileReport countedOnly{u"a", FileStatus::Counted, {}, {Pair(u"2", u"7", 3, 0)}};
+    countedOnly.hasNewContent = false;
+    const FileReport nothing{u"a", FileStatus::NothingCounted, {}, {}};
+    const auto find = CreateJsonReport(StyleOf(Command::Find));
+    const auto restore = CreateJsonReport(StyleOf(Command::Restore));
+
+    EXPECT_THAT(JsonOf(countedOnly), testing::HasSubstr(R"("status":1,"state":"found")"));
+    EXPECT_THAT(find->OfFile(FileWithHits({})), testing::HasSubstr(R"("status":1,"state":"found")"));
+    EXPECT_THAT(find->OfFile(nothing), testing::HasSubstr(R"("status":2,"state":"unchanged")"));
+    EXPECT_THAT(restore->OfFile(BackupReport{2, u"a", {}, {}}),
+                testing::HasSubstr(R"("status":2,"state":"unchanged")"));
+    EXPECT_THAT(restore->OfFile(BackupReport{0, u"a", {}, u"no"}),
+                testing::HasSubstr(R"("status":0,"state":"failed")"));
+}
+
+TEST(JsonReport, TellsInTheSummaryWhatBelongsToNoFile)
+{
+    RunSummary summary;
+    summary.notReached = 3;
+    summary.warnings = {u"1 linked folder was left out"};
+
+    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Find))->AtEnd(summary),
+              R"({"version":1,"summary":{"files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0,)"
+              R"("notProcessed":3,"warnings":["1 linked folder was left out"]}})"
               "\n");
 }
 
@@ -85,7 +131,7 @@ TEST(JsonReport, HoldsTheWarningsOfAFile)
 
     EXPECT_EQ(
         JsonOf(file),
-        R"({"file":"a.pptx","status":2,"state":"unchanged","error":"","items":[],"warnings":["has 2 more names","café"]})"
+        R"({"version":1,"file":"a.pptx","status":2,"state":"unchanged","error":"","items":[],"warnings":["has 2 more names","café"]})"
         "\n");
 }
 
@@ -96,12 +142,14 @@ TEST(JsonReport, NamesSkippedLinksWhereThereAreAny)
     BackupSummary backups;
     backups.skippedLinks = 1;
 
-    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Find))->AtEnd(run),
-              R"({"summary":{"files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0,"skippedLinks":2}})"
-              "\n");
-    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Clean))->AtEnd(backups),
-              R"({"summary":{"files":0,"removed":0,"unchanged":0,"failed":0,"skippedLinks":1}})"
-              "\n");
+    EXPECT_EQ(
+        CreateJsonReport(StyleOf(Command::Find))->AtEnd(run),
+        R"({"version":1,"summary":{"files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0,"skippedLinks":2,"warnings":[]}})"
+        "\n");
+    EXPECT_EQ(
+        CreateJsonReport(StyleOf(Command::Clean))->AtEnd(backups),
+        R"({"version":1,"summary":{"files":0,"removed":0,"unchanged":0,"failed":0,"skippedLinks":1,"warnings":[]}})"
+        "\n");
 }
 
 TEST(JsonReport, NamesOlderBackupsThatAreGone)
@@ -109,23 +157,25 @@ TEST(JsonReport, NamesOlderBackupsThatAreGone)
     BackupReport file{1, u"a.pptx", u"a..bak.2", {}};
     file.older = {u"a..bak"};
 
-    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Clean))->OfFile(file),
-              R"({"file":"a.pptx","backup":"a..bak.2","status":1,"error":"","older":["a..bak"],"warnings":[]})"
-              "\n");
+    EXPECT_EQ(
+        CreateJsonReport(StyleOf(Command::Clean))->OfFile(file),
+        R"({"version":1,"file":"a.pptx","backup":"a..bak.2","status":1,"state":"removed","error":"","older":["a..bak"],"warnings":[]})"
+        "\n");
 }
 
 TEST(JsonReport, NamesTheBackupOfAFile)
 {
-    EXPECT_EQ(CreateJsonReport(StyleOf(Command::Restore))->OfFile(BackupReport{1, u"a.pptx", u"a..bak", {}}),
-              R"({"file":"a.pptx","backup":"a..bak","status":1,"error":"","older":[],"warnings":[]})"
-              "\n");
+    EXPECT_EQ(
+        CreateJsonReport(StyleOf(Command::Restore))->OfFile(BackupReport{1, u"a.pptx", u"a..bak", {}}),
+        R"({"version":1,"file":"a.pptx","backup":"a..bak","status":1,"state":"restored","error":"","older":[],"warnings":[]})"
+        "\n");
     BackupSummary summary;
     summary.Add({1, u"a", u"b", {}});
     EXPECT_EQ(CreateJsonReport(StyleOf(Command::Restore))->AtEnd(summary),
-              R"({"summary":{"files":1,"restored":1,"unchanged":0,"failed":0}})"
+              R"({"version":1,"summary":{"files":1,"restored":1,"unchanged":0,"failed":0,"warnings":[]}})"
               "\n");
     EXPECT_EQ(CreateJsonReport(StyleOf(Command::Clean))->AtEnd(summary),
-              R"({"summary":{"files":1,"removed":1,"unchanged":0,"failed":0}})"
+              R"({"version":1,"summary":{"files":1,"removed":1,"unchanged":0,"failed":0,"warnings":[]}})"
               "\n");
 }
 
@@ -136,9 +186,10 @@ TEST(JsonReport, NamesTheEngineInTheSummaryAlone)
     summary.engine = Engine::PowerPoint;
 
     EXPECT_EQ(report->AtStart(Engine::PowerPoint), "");
-    EXPECT_EQ(report->AtEnd(summary),
-              R"({"summary":{"engine":"powerpoint","files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0}})"
-              "\n");
+    EXPECT_EQ(
+        report->AtEnd(summary),
+        R"({"version":1,"summary":{"engine":"powerpoint","files":0,"changed":0,"unchanged":0,"failed":0,"occurrences":0,"warnings":[]}})"
+        "\n");
 }
 
 /// The hits of a file, as a report of this command tells them.
@@ -216,9 +267,10 @@ TEST(JsonReport, TellsHowManyHitsWereLeftOut)
 
 TEST(JsonReport, GivesAFailedFileNoHits)
 {
-    EXPECT_EQ(CreateJsonReport(ShowingStyleOf(Command::Find))->OfFile(FailedFile(u"a.pptx", u"damaged")),
-              R"({"file":"a.pptx","status":0,"state":"failed","error":"damaged","items":[],"hits":[],"warnings":[]})"
-              "\n");
+    EXPECT_EQ(
+        CreateJsonReport(ShowingStyleOf(Command::Find))->OfFile(FailedFile(u"a.pptx", u"damaged")),
+        R"({"version":1,"file":"a.pptx","status":0,"state":"failed","error":"damaged","items":[],"hits":[],"warnings":[]})"
+        "\n");
 }
 
 TEST(JsonReport, TellsHitsOnlyWhereTheyAreAskedFor)
@@ -239,13 +291,14 @@ TEST(JsonReport, TellsADryRunFromARealOne)
     summary.Add(FileWithHits({}));
 
     EXPECT_EQ(CreateJsonReport(style)->OfFile(FileWithHits({})),
-              R"({"file":"a.pptx","dryRun":true,"status":1,"state":"changed","error":"","items":[)"
+              R"({"version":1,"file":"a.pptx","dryRun":true,"status":1,"state":"changed","error":"","items":[)"
               R"({"find":"Fabrikam","replace":"Contoso","counts":{"slides":1,"notes":0}}],"warnings":[]})"
               "\n");
-    EXPECT_EQ(CreateJsonReport(style)->AtEnd(summary),
-              R"({"summary":{"engine":"builtin","dryRun":true,"files":1,"changed":1,"unchanged":0,"failed":0,)"
-              R"("occurrences":1}})"
-              "\n");
+    EXPECT_EQ(
+        CreateJsonReport(style)->AtEnd(summary),
+        R"({"version":1,"summary":{"engine":"builtin","dryRun":true,"files":1,"changed":1,"unchanged":0,"failed":0,)"
+        R"("occurrences":1,"warnings":[]}})"
+        "\n");
 }
 
 }  // namespace

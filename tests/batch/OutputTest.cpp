@@ -30,7 +30,7 @@ TEST(Output, KeepsProgressAndColorsOutOfFiles)
     const File notes = TemporaryFile();
     Output output(report.get(), notes.get());
 
-    output.Progress("[1/2] a.pptx");
+    output.Progress("[1/2] 0%", "a.pptx");
     output.Write("a line\n");
     output.EndProgress();
     output.Note("a note");

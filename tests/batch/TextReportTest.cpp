@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -158,6 +160,76 @@ TEST(TextReport, PutsWarningsUnderTheLineOfTheirFile)
     EXPECT_EQ(report->OfFile(unchanged),
               "b.pptx: unchanged\n"
               "    warning: has 1 more name\n");
+}
+
+/// A report of so many files without a hit, and its summary.
+struct LongRun {
+    explicit LongRun(const ReportStyle& style) : report(CreateTextReport(style)) {}
+
+    void Add(const FileReport& file)
+    {
+        report->OfFile(file);
+        summary.Add(file);
+    }
+    void AddUnchanged(int count, const PairReport& first, const PairReport& second)
+    {
+        for (int number = 0; number < count; ++number)
+            Add({u"u.pptx", FileStatus::NothingCounted, {}, {first, second}});
+    }
+
+    std::unique_ptr<Report> report;
+    RunSummary summary;
+};
+
+TEST(TextReport, EndsALongRunWithFailuresAndTotals)
+{
+    LongRun run(replacing);
+    run.Add(FailedFile(u"bad.pptx", u"damaged"));
+    run.Add({u"a.pptx", 1, {}, {Pair(u"cat", u"dog", 2, 1), Pair(u"x", u"y", 0, 0)}});
+    run.Add({u"b.pptx", 1, {}, {Pair(u"cat", u"dog", 4, 0), Pair(u"x", u"y", 0, 0)}});
+    run.AddUnchanged(17, Pair(u"cat", u"dog", 0, 0), Pair(u"x", u"y", 0, 0));
+    run.summary.seconds = 65;
+
+    EXPECT_EQ(run.report->AtEnd(run.summary),
+              "\n"
+              "Failed: 1 file\n"
+              "    bad.pptx: failed: damaged\n"
+              "\n"
+              "Totals:\n"
+              "    \"cat\" -> \"dog\"  7 in 2 files\n"
+              "Found nowhere: \"x\"\n"
+              "\n"
+              "20 files: 2 changed, 17 unchanged, 1 failed; 7 occurrences replaced, in 1:05\n");
+}
+
+TEST(TextReport, EndsAShortRunWithOneLine)
+{
+    LongRun run(finding);
+    run.AddUnchanged(19, Pair(u"cat", {}, 0, 0), Pair(u"x", {}, 0, 0));
+
+    EXPECT_EQ(run.report->AtEnd(run.summary), "19 files: 0 with hits, 19 without, 0 failed; 0 occurrences found\n");
+}
+
+TEST(TextReport, EndsAVeryLongRunOnOneScreen)
+{
+    LongRun run(finding);
+    std::vector<PairReport> pairs;
+    for (int number = 0; number < 50; ++number)
+        pairs.push_back(Pair(FromUtf8("found " + std::to_string(number)), {}, number + 1, 0));
+    for (int number = 0; number < 50; ++number)
+        pairs.push_back(Pair(FromUtf8("missing " + std::to_string(number)), {}, 0, 0));
+    for (int number = 0; number < 400; ++number) {
+        run.Add({u"a.pptx", 1, {}, pairs});
+        run.Add(FailedFile(u"bad.pptx", u"damaged"));
+    }
+
+    const std::string end = run.report->AtEnd(run.summary);
+
+    EXPECT_LE(std::count(end.begin(), end.end(), '\n'), 24);
+    EXPECT_THAT(end, testing::HasSubstr("Failed: 400 files\n"));
+    EXPECT_THAT(end, testing::HasSubstr("    and 393 more\n"));
+    EXPECT_THAT(end, testing::HasSubstr("Totals:\n    \"found 49\"  20000 in 400 files\n"));
+    EXPECT_THAT(end, testing::HasSubstr("\"missing 6\" and 43 more\n"));
 }
 
 TEST(TextReport, NamesWhatCleanRemovedAndWhatItLeft)

@@ -50,14 +50,17 @@ TEST_F(BackupProgramTest, CleanDeletesTheBackups)
     const Outcome outcome = program.Run({"clean", "--format", "json", "decks", "gone.pptx"});
 
     constexpr auto nothingElse = R"("older":[],"warnings":[]})";
-    EXPECT_EQ(outcome.output,
-              NativeInJson(R"({"file":"decks/a.pptx","backup":"decks/a..bak","status":1,"error":"",)") + nothingElse +
-                  "\n" + NativeInJson(R"({"file":"decks/b.pptx","backup":"decks/b..bak","status":1,"error":"",)") +
-                  nothingElse + "\n" + R"({"file":"gone.pptx","backup":"","status":0,"error":"File not found.",)" +
-                  nothingElse +
-                  "\n"
-                  R"({"summary":{"files":3,"removed":2,"unchanged":0,"failed":1}})"
-                  "\n");
+    EXPECT_EQ(
+        outcome.output,
+        NativeInJson(
+            R"({"version":1,"file":"decks/a.pptx","backup":"decks/a..bak","status":1,"state":"removed","error":"",)") +
+            nothingElse + "\n" +
+            NativeInJson(R"({"file":"decks/b.pptx","backup":"decks/b..bak","status":1,"state":"removed","error":"",)") +
+            nothingElse + "\n" +
+            R"({"file":"gone.pptx","backup":"","status":0,"state":"failed","error":"File not found.",)" + nothingElse +
+            "\n"
+            R"({"version":1,"summary":{"files":3,"removed":2,"unchanged":0,"failed":1,"warnings":[]}})"
+            "\n");
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(Content(u"decks/a..bak"), "<missing>");
 }
@@ -176,6 +179,57 @@ TEST_F(BackupProgramTest, ARunThatFindsMakesNoBackup)
     EXPECT_EQ(Content(u"decks/a..bak"), "<missing>");
     EXPECT_EQ(program.Run({"run", "job.tsq", "--replace"}).status, 0);
     EXPECT_NE(Content(u"decks/a..bak"), "<missing>");
+}
+
+TEST_F(BackupProgramTest, ARunThatFindsLeavesEarlierBackupsAlone)
+{
+    const std::string original = Content(u"decks/a.pptx");
+    program.Run({"job", "make", "--find", "Fabrikam", "--with", "Contoso", "--backup", "-o", "job.tsq", "decks"});
+    program.Run({"run", "job.tsq", "--replace"});
+    ASSERT_EQ(Content(u"decks/a..bak"), original);
+    const std::string record = Content(u"decks/.tessarine-backups");
+
+    EXPECT_EQ(program.Run({"run", "job.tsq"}).status, 0);
+    EXPECT_EQ(program.Run({"find", "--find", "Contoso", "decks"}).status, 0);
+
+    EXPECT_NE(Content(u"decks/a.pptx"), original);
+    EXPECT_EQ(Content(u"decks/a..bak"), original);
+    EXPECT_EQ(Content(u"decks/.tessarine-backups"), record);
+}
+
+TEST_F(BackupProgramTest, RestoresTwoPresentationsOfOneName)
+{
+    program.folder.Write(u"decks/a.pptm", Deck().Kind(DeckKind::Pptm).Slide(Title(u"Fabrikam macros")).Bytes());
+    const std::string pptm = Content(u"decks/a.pptm");
+    const std::string pptx = Content(u"decks/a.pptx");
+    program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup=numbered", "decks"});
+    ASSERT_NE(Content(u"decks/a.pptm"), pptm);
+    ASSERT_NE(Content(u"decks/a.pptx"), pptx);
+
+    const Outcome restored = program.Run({"restore", "decks"});
+
+    EXPECT_EQ(restored.status, 0) << restored.output << restored.error;
+    EXPECT_EQ(Content(u"decks/a.pptm"), pptm);
+    EXPECT_EQ(Content(u"decks/a.pptx"), pptx);
+    EXPECT_EQ(program.Run({"clean", "decks"}).status, 0);
+    EXPECT_EQ(Content(u"decks/a..bak"), "<missing>");
+    EXPECT_EQ(Content(u"decks/a..bak.2"), "<missing>");
+}
+
+TEST_F(BackupProgramTest, RestoresTheOneOfTwoThatHasABackup)
+{
+    program.folder.Write(u"decks/a.pptm", Deck().Kind(DeckKind::Pptm).Slide(Title(u"Fabrikam macros")).Bytes());
+    const std::string pptm = Content(u"decks/a.pptm");
+    const std::string pptx = Content(u"decks/a.pptx");
+    program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--backup", "decks/a.pptx"});
+
+    const Outcome restored = program.Run({"restore", "--verbose", "decks"});
+
+    EXPECT_THAT(restored.output, HasSubstr(Native("decks/a.pptm: no backup\n"
+                                                  "decks/a.pptx: restored from decks/a..bak\n")));
+    EXPECT_EQ(restored.status, 0);
+    EXPECT_EQ(Content(u"decks/a.pptm"), pptm);
+    EXPECT_EQ(Content(u"decks/a.pptx"), pptx);
 }
 
 TEST_F(BackupProgramTest, ARunTakesTheOptionOfItsCallBesidesTheJobs)

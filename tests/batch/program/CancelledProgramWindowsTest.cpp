@@ -91,7 +91,7 @@ TEST_P(CancelledProgramTest, TheFirstEventStopsBeforeTheNextFile)
     const int done = lines - 1;
     EXPECT_GT(done, 0);
     EXPECT_LT(done, fileCount);
-    EXPECT_THAT(last, StartsWith(R"({"summary":{"engine":"builtin","files":)" + std::to_string(done) +
+    EXPECT_THAT(last, StartsWith(R"({"version":1,"summary":{"engine":"builtin","files":)" + std::to_string(done) +
                                  R"(,"changed":)" + std::to_string(done) + ","));
     EXPECT_EQ(Error(),
               "tessarine-batch: cancelled; " + std::to_string(fileCount - done) + " files were not processed\n");

@@ -26,7 +26,7 @@ TEST_F(EngineProgramTest, FallsBackToTheBuiltInEngineAndSaysSo)
               "2 files: 1 with hits, 1 without, 0 failed; 1 occurrence found\n");
     EXPECT_EQ(text.error, "");
     EXPECT_EQ(text.status, 0);
-    EXPECT_THAT(json.output, HasSubstr("\n{\"summary\":{\"engine\":\"builtin\",\"files\":2,"));
+    EXPECT_THAT(json.output, HasSubstr("\n{\"version\":1,\"summary\":{\"engine\":\"builtin\",\"files\":2,"));
     EXPECT_EQ(json.status, 0);
 }
 

@@ -36,7 +36,7 @@ TEST_F(FindAndReplaceProgramPosixTest, NamesAFileThatIsNotUtf8ByItsBytes)
     const Outcome json = program.Run({"find", "--find", "Fabrikam", "--format", "json", name});
 
     EXPECT_THAT(text.output, testing::StartsWith(name + ": 1 found\n"));
-    EXPECT_THAT(json.output, testing::StartsWith("{\"file\":\"caf\uFFFD.pptx\",\"status\":1"));
+    EXPECT_THAT(json.output, testing::StartsWith("{\"version\":1,\"file\":\"caf\uFFFD.pptx\",\"status\":1"));
 }
 
 TEST_F(FindAndReplaceProgramPosixTest, SaysHowManyLinkedFoldersItLeftOut)
@@ -47,7 +47,8 @@ TEST_F(FindAndReplaceProgramPosixTest, SaysHowManyLinkedFoldersItLeftOut)
     const Outcome without = program.Run({"find", "--find", "Fabrikam", "--recurse", "--format", "json", "decks"});
     const Outcome with = program.Run({"find", "--find", "Fabrikam", "--recurse", "--follow", "decks"});
 
-    EXPECT_THAT(without.output, HasSubstr("\"skippedLinks\":1}}\n"));
+    EXPECT_THAT(without.output,
+                HasSubstr("\"skippedLinks\":1,\"warnings\":[\"1 linked folder was left out; --follow takes it\"]}}\n"));
     EXPECT_EQ(without.error, "tessarine-batch: 1 linked folder was left out; --follow takes it\n");
     EXPECT_EQ(without.status, 0);
     EXPECT_THAT(with.output, HasSubstr("decks/link/c.pptx: 1 found\n"));

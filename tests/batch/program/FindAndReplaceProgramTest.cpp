@@ -35,15 +35,15 @@ TEST_F(FindAndReplaceProgramTest, FindReportsForPrograms)
         program.Run({"find", "--find", "Fabrikam", "--in", "slides,notes", "--format", "json", "decks"});
 
     EXPECT_EQ(outcome.output,
-              NativeInJson(R"({"file":"decks/a.pptx","status":1,"state":"found","error":"","items":[)"
+              NativeInJson(R"({"version":1,"file":"decks/a.pptx","status":1,"state":"found","error":"","items":[)"
                            R"({"find":"Fabrikam","replace":"","counts":{"slides":2,"notes":1}}],"warnings":[]})"
                            "\n"
-                           R"({"file":"decks/b.pptx","status":2,"state":"nothing found","error":"","items":[)"
+                           R"({"file":"decks/b.pptx","status":2,"state":"unchanged","error":"","items":[)"
                            R"({"find":"Fabrikam","replace":"","counts":{"slides":0,"notes":0}}],"warnings":[]})"
                            "\n"
-                           R"({"summary":{)") +
+                           R"({"version":1,"summary":{)") +
                   EngineEntry +
-                  R"("files":2,"changed":1,"unchanged":1,"failed":0,"occurrences":3}})"
+                  R"("files":2,"changed":1,"unchanged":1,"failed":0,"occurrences":3,"warnings":[]}})"
                   "\n");
     EXPECT_EQ(outcome.error, "");
     EXPECT_EQ(outcome.status, 0);
@@ -70,6 +70,46 @@ TEST_F(FindAndReplaceProgramTest, KeepDateGivesAChangedFileItsOldDate)
     EXPECT_EQ(ModifiedAt(u"decks/a.pptx"), modified);
 }
 
+TEST_F(FindAndReplaceProgramTest, FilesWithoutAChangeKeepTheirTimes)
+{
+    const auto changed = Age(u"decks/a.pptx");
+    const auto unchanged = Age(u"decks/b.pptx");
+
+    EXPECT_EQ(program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "decks"}).status, 0);
+
+    EXPECT_GT(ModifiedAt(u"decks/a.pptx"), changed);
+    EXPECT_EQ(ModifiedAt(u"decks/b.pptx"), unchanged);
+}
+
+TEST_F(FindAndReplaceProgramTest, EndsWith3WithoutAHitOnRequest)
+{
+    const auto status = [this](std::vector<std::string> arguments, const std::string& path) {
+        arguments.push_back(path);
+        return program.Run(arguments).status;
+    };
+    Write(u"none/c.pptx", Deck().Slide(Title(u"Nothing of the kind")));
+    program.folder.Write(u"none/damaged.pptx", "not a presentation");
+    const std::vector<std::string> find{"find", "--find", "Fabrikam", "--exit-code"};
+    const std::vector<std::string> replace{"replace", "--find", "Fabrikam", "--with", "Contoso", "--exit-code"};
+
+    EXPECT_EQ(status(find, "decks"), 0);
+    EXPECT_EQ(status(find, "decks/b.pptx"), 3);
+    EXPECT_EQ(status({"find", "--find", "Fabrikam"}, "decks/b.pptx"), 0);
+    EXPECT_EQ(status(replace, "decks"), 0);
+    EXPECT_EQ(status(replace, "decks"), 3);
+    // A file that failed may hold what was looked for.
+    EXPECT_EQ(status(find, "none"), 1);
+}
+
+TEST_F(FindAndReplaceProgramTest, WarningsOfTheWholeRunStandInTheSummary)
+{
+    const Outcome outcome =
+        program.Run({"find", "--find", "Fabrikam", "--format", "json", "--pattern", "*.ppt", "decks"});
+
+    EXPECT_THAT(outcome.output, HasSubstr(R"("warnings":["no file matches"]}})"));
+    EXPECT_EQ(outcome.error, "tessarine-batch: no file matches\n");
+}
+
 TEST_F(FindAndReplaceProgramTest, TellsCountedFromChanged)
 {
     const std::string before = ContentOf(PathOf(u"decks/a.pptx"));
@@ -83,7 +123,7 @@ TEST_F(FindAndReplaceProgramTest, TellsCountedFromChanged)
     EXPECT_THAT(people.output, HasSubstr(" found, nothing could be changed\n"));
     EXPECT_THAT(people.output, HasSubstr("1 file: 0 changed, 1 with nothing to change, 0 unchanged, 0 failed; "
                                          "0 occurrences replaced\n"));
-    EXPECT_THAT(json.output, HasSubstr(R"("status":1,"state":"counted, nothing could be changed")"));
+    EXPECT_THAT(json.output, HasSubstr(R"("status":1,"state":"found")"));
     EXPECT_THAT(json.output, HasSubstr(R"("changed":0,"countedOnly":1,"unchanged":0)"));
     EXPECT_EQ(ContentOf(PathOf(u"decks/a.pptx")), before);
 }
@@ -143,13 +183,13 @@ TEST_F(FindAndReplaceProgramTest, PairsRunOneAfterTheOther)
     const Outcome outcome = program.Run({"replace", "--find", "Fabrikam", "--with", "Contoso", "--find", "Contoso",
                                          "--with", "Litware", "--in", "slides", "--format", "json", "decks/a.pptx"});
 
-    EXPECT_EQ(outcome.output, R"({"file":"decks/a.pptx","status":1,"state":"changed","error":"","items":[)"
+    EXPECT_EQ(outcome.output, R"({"version":1,"file":"decks/a.pptx","status":1,"state":"changed","error":"","items":[)"
                               R"({"find":"Fabrikam","replace":"Contoso","counts":{"slides":2}},)"
                               R"({"find":"Contoso","replace":"Litware","counts":{"slides":2}}],"warnings":[]})"
                               "\n"
-                              R"({"summary":{)" +
+                              R"({"version":1,"summary":{)" +
                                   EngineEntry +
-                                  R"("files":1,"changed":1,"unchanged":0,"failed":0,"occurrences":4}})"
+                                  R"("files":1,"changed":1,"unchanged":0,"failed":0,"occurrences":4,"warnings":[]}})"
                                   "\n");
 }
 
@@ -186,14 +226,15 @@ TEST_F(FindAndReplaceProgramTest, EveryFileHasItsLineWhateverBecomesOfIt)
     std::istringstream lines(outcome.output);
     for (std::string line; std::getline(lines, line);)
         files.push_back(line.substr(0, line.find(",\"error\"")));
-    EXPECT_THAT(files, testing::ElementsAre(NativeInJson(R"({"file":"mixed/1.pptx","status":0,"state":"failed")"),
-                                            NativeInJson(R"({"file":"mixed/2.pptx","status":1,"state":"changed")"),
-                                            NativeInJson(R"({"file":"mixed/3.pptx","status":0,"state":"failed")"),
-                                            NativeInJson(R"({"file":"mixed/4.pptx","status":1,"state":"changed")"),
-                                            NativeInJson(R"({"file":"mixed/5.pptx","status":0,"state":"failed")"),
-                                            R"({"file":"gone.pptx","status":0,"state":"failed")",
-                                            R"({"summary":{)" + EngineEntry +
-                                                R"("files":6,"changed":2,"unchanged":0,"failed":4,"occurrences":2}})"));
+    EXPECT_THAT(files, testing::ElementsAre(
+                           NativeInJson(R"({"version":1,"file":"mixed/1.pptx","status":0,"state":"failed")"),
+                           NativeInJson(R"({"file":"mixed/2.pptx","status":1,"state":"changed")"),
+                           NativeInJson(R"({"file":"mixed/3.pptx","status":0,"state":"failed")"),
+                           NativeInJson(R"({"file":"mixed/4.pptx","status":1,"state":"changed")"),
+                           NativeInJson(R"({"file":"mixed/5.pptx","status":0,"state":"failed")"),
+                           R"({"file":"gone.pptx","status":0,"state":"failed")",
+                           R"({"version":1,"summary":{)" + EngineEntry +
+                               R"("files":6,"changed":2,"unchanged":0,"failed":4,"occurrences":2,"warnings":[]}})"));
     EXPECT_THAT(
         outcome.output,
         HasSubstr(
@@ -292,7 +333,8 @@ TEST_F(FindAndReplaceProgramTest, AListOfAnyScriptMayComeThroughStandardInput)
         Write(FromUtf8(name), Deck().Slide(Title(u"cat")));
         list += name + "\n";
         expected += name + ": changed, 1 replaced\n    \"cat\" -> \"dog\"  slides 1\n";
-        expectedJson += R"({"file":")" + name + R"(","status":1,"state":"found","error":"","items":[)" +
+        expectedJson += std::string(expectedJson.empty() ? R"({"version":1,"file":")" : R"({"file":")") + name +
+                        R"(","status":1,"state":"found","error":"","items":[)" +
                         R"({"find":"dog","replace":"","counts":{"slides":1}}],"warnings":[]})" + "\n";
     }
 
@@ -303,8 +345,9 @@ TEST_F(FindAndReplaceProgramTest, AListOfAnyScriptMayComeThroughStandardInput)
     EXPECT_EQ(replaced.output, expected + "\n4 files: 4 changed, 0 unchanged, 0 failed; 4 occurrences replaced\n");
     EXPECT_EQ(replaced.error, "");
     EXPECT_EQ(replaced.status, 0);
-    EXPECT_EQ(found.output, expectedJson + R"({"summary":{)" + EngineEntry +
-                                R"("files":4,"changed":4,"unchanged":0,"failed":0,"occurrences":4}})" + "\n");
+    EXPECT_EQ(found.output, expectedJson + R"({"version":1,"summary":{)" + EngineEntry +
+                                R"("files":4,"changed":4,"unchanged":0,"failed":0,"occurrences":4,"warnings":[]}})" +
+                                "\n");
     EXPECT_EQ(found.error, "");
     EXPECT_EQ(found.status, 0);
 }
@@ -392,7 +435,7 @@ TEST_F(FindAndReplaceProgramTest, NamedEngineIsTheFirstLineOfTheReport)
                                   "    \"2023\"  slides 1\n"
                                   "\n"
                                   "2 files: 1 with hits, 1 without, 0 failed; 1 occurrence found\n"));
-    EXPECT_THAT(json.output, HasSubstr(R"({"summary":{"engine":"builtin","files":1,)"));
+    EXPECT_THAT(json.output, HasSubstr(R"({"version":1,"summary":{"engine":"builtin","files":1,)"));
     EXPECT_EQ(text.status, 0);
 }
 

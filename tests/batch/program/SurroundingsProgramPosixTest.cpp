@@ -91,12 +91,12 @@ TEST(SurroundingsProgramTest, AnUnwritableReportShowsInTheExitStatus)
     EXPECT_EQ(outcome.status, 1);
 }
 
-TEST(SurroundingsProgramTest, AReportThatNobodyReadsDoesNotEndTheRun)
+TEST(SurroundingsProgramTest, AReportThatNobodyReadsEndsTheRunAfterTheFileInHand)
 {
     Program program;
     for (const auto* name : {u"a.pptx", u"b.pptx", u"c.pptx"})
         program.folder.Write(name, Deck().Slide(Title(u"Fabrikam")).Bytes());
-    const std::string before = ContentOf(program.folder.PathOf(u"c.pptx"));
+    const std::string before = ContentOf(program.folder.PathOf(u"a.pptx"));
     int ends[2] = {-1, -1};
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
     close(ends[0]);
@@ -108,9 +108,13 @@ TEST(SurroundingsProgramTest, AReportThatNobodyReadsDoesNotEndTheRun)
     close(error);
 
     EXPECT_EQ(ContentOf(program.folder.PathOf(u".error")),
+              "tessarine-batch: nobody reads the report any more; the last file was ./a.pptx: changed\n"
+              "tessarine-batch: cancelled; 2 files were not processed\n"
               "tessarine-batch: the report could not be written completely\n");
     EXPECT_EQ(status, 1);
-    EXPECT_NE(ContentOf(program.folder.PathOf(u"c.pptx")), before);
+    EXPECT_NE(ContentOf(program.folder.PathOf(u"a.pptx")), before);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u"b.pptx")), before);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u"c.pptx")), before);
 }
 
 TEST(SurroundingsProgramTest, AFileThatMayNotGrowFailsAndTheRunGoesOn)

@@ -45,7 +45,7 @@ TEST(TerminalProgramTest, ATerminalShowsProgressInOneLineAndColors)
     program.folder.Write(u"a.pptx", Deck().Slide(Title(u"Fabrikam")).Bytes());
 
     EXPECT_EQ(OnATerminal(program, {"find", "--find", "Fabrikam", "a.pptx"}),
-              "\r\x1b[K[1/1] a.pptx"
+              "\r\x1b[K[1/1] 0% a.pptx"
               "\r\x1b[K\x1b[1ma.pptx\x1b[0m: \x1b[32m1 found\x1b[0m\r\n"
               "    \"Fabrikam\"  slides 1\r\n"
               "\r\n"
@@ -59,7 +59,7 @@ TEST(TerminalProgramTest, ProgressIsCutToTheWidthOfTheTerminal)
     program.folder.Write(FromUtf8(name), Deck().Slide(Title(u"x")).Bytes());
 
     EXPECT_THAT(OnATerminal(program, {"find", "--find", "y", name}),
-                HasSubstr("\x1b[K...ame/a file with a long name too.pptx\r"));
+                HasSubstr("\x1b[K[1/1] 0% ...e with a long name too.pptx\r"));
 }
 
 TEST(TerminalProgramTest, ATerminalShowsHitsInColors)
@@ -176,7 +176,7 @@ TEST_F(StoppedRunTest, TheFirstInterruptStopsBeforeTheNextFile)
 
     const auto lines = std::count(output.begin(), output.end(), '\n');
     EXPECT_LT(lines, fileCount);
-    EXPECT_THAT(output, HasSubstr("{\"summary\":{\"files\":" + std::to_string(lines - 1) +
+    EXPECT_THAT(output, HasSubstr("{\"version\":1,\"summary\":{\"files\":" + std::to_string(lines - 1) +
                                   ",\"changed\":" + std::to_string(lines - 1) + ","));
     EXPECT_EQ(ContentOf(program.folder.PathOf(u".error")),
               "tessarine-batch: cancelled; " + std::to_string(fileCount - lines + 1) + " files were not processed\n");
@@ -202,8 +202,12 @@ TEST_F(StoppedRunTest, TerminationStopsInTheSameWay)
     kill(process_, SIGTERM);
     const std::string output = ReadAll(pipe_[0]);
 
-    EXPECT_THAT(output, HasSubstr("{\"summary\":"));
+    const auto lines = std::count(output.begin(), output.end(), '\n');
+    EXPECT_THAT(output, HasSubstr("\"summary\":{\"files\":" + std::to_string(lines - 1) + ","));
+    EXPECT_THAT(output, HasSubstr(",\"notProcessed\":" + std::to_string(fileCount - lines + 1) + ","));
     EXPECT_EQ(WaitFor(process_), 1);
+    EXPECT_EQ(ContentOf(program.folder.PathOf(u".error")),
+              "tessarine-batch: cancelled; " + std::to_string(fileCount - lines + 1) + " files were not processed\n");
 }
 
 TEST_F(StoppedRunTest, TheSecondInterruptEndsAtOnce)

@@ -69,7 +69,7 @@ void Cancel(Round& round, const Operation& operation)
     scene.FinishUndisturbed(operation);
 }
 
-/// Nobody reads the report: the run goes on and its exit status says so.
+/// Nobody reads the report: the run ends after a file, and its exit status says so.
 void CloseReader(Round& round, const Operation& operation)
 {
     Scene scene(round);
@@ -88,9 +88,8 @@ void CloseReader(Round& round, const Operation& operation)
         round.Add(Harm::Other, "a closed reader ends the program by signal " + std::to_string(outcome.signal));
     else if (outcome.status != 1)
         round.Add(Harm::Other, "nobody reads the report, and the exit status is " + std::to_string(outcome.status));
+    // It ends after a file, so not all of them are done; the next run does the rest.
     scene.CheckCut(operation);
-    if (outcome.signal == 0)
-        scene.CheckDone(operation);
     scene.FinishUndisturbed(operation);
 }
 
