@@ -424,8 +424,7 @@ const std::array<OptionRow, 41> rows{{
      "Keep the report with its hits in FILE, too: a web page (.html) or a table for\n"
      "spreadsheets (.csv). Repeat it for both.",
      TakeReport},
-    {"--exit-code", none, "", false, Runs | Only(Command::Run), "Report",
-     "End with 3 when nothing was found.",
+    {"--exit-code", none, "", false, Runs | Only(Command::Run), "Report", "End with 3 when nothing was found.",
      "End with 3 when nothing was found; without it that is 0.",
      [](OptionValues& values, const std::string&) { values.call.exitCode = true; }},
     // Answered before any row is looked for; this one is for the help, and refuses a value.
