@@ -39,6 +39,9 @@ public:
     /// Extension, without the dot, for a name typed without one; empty for none.
     String DefaultExt;
 
+    /// Once the user has chosen a filter with one extension, a name typed without one gets that.
+    bool FollowsFilter = false;
+
     /// Bits of FileDialogFlag. ExtensionDiffers is set or cleared by each dialog that ends with a file, and only
     /// while there is a DefaultExt.
     std::int32_t Flags = 0;

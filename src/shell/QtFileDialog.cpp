@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include "i18n/QtText.h"
 
@@ -24,6 +25,32 @@ QStringList QtNameFilters(const String& filter)
     return filters;
 }
 
+namespace
+{
+
+/// "csv" of "Tables (*.csv)"; empty where a filter has several patterns, or one for all files.
+QString OnlyExtensionOf(const QString& filter)
+{
+    static const QRegularExpression onePattern(QStringLiteral("\\(\\*\\.([^*? )]+)\\)$"));
+    return onePattern.match(filter).captured(1);
+}
+
+/// Names without an extension get that of the filter that the user has chosen last. Qt itself exchanges the extension
+/// of the name that is there.
+void FollowFilter(QFileDialog& window)
+{
+    QObject::connect(&window, &QFileDialog::filterSelected, &window, [&window] {
+        // Qt's own dialog hides the patterns here, a system's doesn't.
+        const QString selected = window.selectedNameFilter();
+        for (const QString& filter : window.nameFilters())
+            if (filter == selected || filter.startsWith(selected + " ("))
+                if (const QString extension = OnlyExtensionOf(filter); !extension.isEmpty())
+                    window.setDefaultSuffix(extension);
+    });
+}
+
+}  // namespace
+
 std::optional<QString> ShowQtFileDialog(const CommonDialog& dialog, bool isSave)
 {
     QFileDialog window(QApplication::activeWindow(), ToQt(dialog.DialogTitle));
@@ -35,6 +62,8 @@ std::optional<QString> ShowQtFileDialog(const CommonDialog& dialog, bool isSave)
     window.setNameFilters(QtNameFilters(dialog.Filter));
     // So that the dialog looks for, and asks about, the file that a name without an extension comes to mean.
     window.setDefaultSuffix(ToQt(dialog.DefaultExt));
+    if (dialog.FollowsFilter)
+        FollowFilter(window);
     if (!dialog.FileName.empty()) {
         const QFileInfo proposed(ToQt(dialog.FileName));
         window.setDirectory(proposed.absolutePath());

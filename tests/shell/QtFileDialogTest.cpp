@@ -1,5 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <QComboBox>
+#include <QLineEdit>
+
 #include "i18n/QtText.h"
 #include "shell/QtFileDialog.h"
 #include "shell/ShownDialog.h"
@@ -104,6 +107,60 @@ TEST_F(QtFileDialogTest, GivesTheFileWithTheDefaultExtension)
     });
 
     EXPECT_EQ(ShowQtFileDialog(common, true), ToQt(folder.PathOf(u"new.tsq")));
+}
+
+/// Chooses a filter with the keyboard.
+void ChooseFilter(QFileDialog& dialog, int index)
+{
+    auto* const filters = dialog.findChild<QComboBox*>("fileTypeCombo");
+    ASSERT_NE(filters, nullptr);
+    for (int steps = 0; steps < index; ++steps)
+        QTest::keyClick(filters, Qt::Key_Down);
+    ASSERT_EQ(filters->currentIndex(), index);
+}
+
+class FilteredFileDialogTest : public QtFileDialogTest
+{
+protected:
+    FilteredFileDialogTest()
+    {
+        common.Filter = u"Web page|*.html|Table|*.csv";
+        common.DefaultExt = u"html";
+        common.FileName = folder.PathOf(u"report 1.5.html");
+    }
+
+    /// The name that a file typed as "figures" is saved under, after a filter was chosen.
+    std::string SavedWith(int filter)
+    {
+        WhenShown([filter](QFileDialog& dialog) {
+            ChooseFilter(dialog, filter);
+            dialog.findChild<QLineEdit*>("fileNameEdit")->setText("figures");
+            Confirm(dialog);
+        });
+        const std::optional<QString> chosen = ShowQtFileDialog(common, true);
+        return chosen ? QFileInfo(*chosen).fileName().toStdString() : std::string();
+    }
+};
+
+TEST_F(FilteredFileDialogTest, GivesATypedNameTheExtensionOfTheChosenFilter)
+{
+    common.FollowsFilter = true;
+
+    EXPECT_EQ(SavedWith(0), "figures.html");
+    EXPECT_EQ(SavedWith(1), "figures.csv");
+}
+
+TEST_F(FilteredFileDialogTest, TakesTheExtensionOfNoFilterThatHasSeveral)
+{
+    common.Filter = u"Web page|*.html|Pictures|*.png;*.jpg";
+    common.FollowsFilter = true;
+
+    EXPECT_EQ(SavedWith(1), "figures.html");
+}
+
+TEST_F(FilteredFileDialogTest, KeepsTheExtensionUnlessItFollowsTheFilter)
+{
+    EXPECT_EQ(SavedWith(1), "figures.html");
 }
 
 }  // namespace

@@ -53,6 +53,7 @@ String ChosenPath(const QString& folder, const QString& name)
     dialog.Filter = FromQt(ReportCaption(u"Dialog.Page") + QStringLiteral("|*.html|") + ReportCaption(u"Dialog.Table") +
                            QStringLiteral("|*.csv"));
     dialog.DefaultExt = u"html";
+    dialog.FollowsFilter = true;
     dialog.Flags = FileDialogFlag::AskBeforeOverwriting;
     dialog.FileName = FromQt(QDir::toNativeSeparators(QDir(folder).filePath(name)));
     if (Skip([&] { dialog.ShowSave(); }) != 0)
