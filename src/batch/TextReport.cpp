@@ -8,6 +8,7 @@
 #include "batch/LineText.h"
 #include "batch/Locations.h"
 #include "batch/ReportFormats.h"
+#include "batch/RunStory.h"
 #include "batch/SavedJob.h"
 #include "model/Project.h"
 #include "model/SearchLocations.h"
@@ -101,51 +102,9 @@ std::string WarningLines(const std::vector<String>& warnings)
     return lines;
 }
 
-/// Fewer files than this leave their lines on the screen.
-constexpr std::int64_t fewestFilesWithStory = 20;
-/// How many failures, pairs and pairs without a hit the end of a report names: together they fit on a screen.
-constexpr std::size_t mostOfAKind = 7;
-
-/// What the end of a report tells of the files before it. Memory holds the totals and the first failures alone.
-class RunStory
-{
-public:
-    struct Failed {
-        String path;
-        String error;
-    };
-    /// Of one pair in all files.
-    struct Total {
-        String find;
-        String replace;
-        std::int64_t occurrences = 0;
-        std::int64_t files = 0;  ///< In which it occurs.
-    };
-
-    void Add(const FileReport& file)
-    {
-        if (file.status == FileStatus::NotProcessed && failures_.size() < mostOfAKind)
-            failures_.push_back({file.path, file.error});
-        for (std::size_t at = 0; at < file.pairs.size(); ++at) {
-            const PairReport& pair = file.pairs[at];
-            if (at == totals_.size())
-                totals_.push_back({pair.find, pair.replace});
-            totals_[at].occurrences += pair.Occurrences();
-            totals_[at].files += pair.Occurrences() > 0 ? 1 : 0;
-        }
-    }
-
-    const std::vector<Failed>& failures() const { return failures_; }  ///< At most mostOfAKind of them.
-    const std::vector<Total>& totals() const { return totals_; }       ///< In the order of the pairs.
-
-private:
-    std::vector<Failed> failures_;
-    std::vector<Total> totals_;
-};
-
 bool TellsStory(const RunSummary& summary)
 {
-    return summary.files >= fewestFilesWithStory;
+    return summary.files >= RunStory::fewestFiles;
 }
 
 std::string MoreLine(std::int64_t count)
@@ -234,26 +193,21 @@ std::string TextReport::Story(const RunSummary& summary) const
         lines += "\n";
     }
 
-    std::vector<RunStory::Total> found;
-    std::vector<std::string> nowhere;
-    for (const RunStory::Total& total : story_.totals()) {
-        if (total.occurrences > 0)
-            found.push_back(total);
-        else
-            nowhere.push_back(Quoted(total.find));
-    }
-    std::ranges::stable_sort(found, std::ranges::greater(), &RunStory::Total::occurrences);
-    const std::size_t shown = std::min(found.size(), mostOfAKind);
+    const std::vector<RunStory::Total> found = story_.FoundPairs();
+    const std::size_t shown = std::min(found.size(), RunStory::mostOfAKind);
     if (shown > 0)
         lines += "Totals:\n";
     for (std::size_t at = 0; at < shown; ++at)
         lines += TotalLine(found[at]);
     lines += MoreLine(std::ssize(found) - static_cast<std::int64_t>(shown));
+    const std::vector<String> nowhere = story_.TextsFoundNowhere();
     if (!nowhere.empty()) {
-        const std::int64_t more = std::ssize(nowhere) - static_cast<std::int64_t>(mostOfAKind);
-        nowhere.resize(std::min(nowhere.size(), mostOfAKind));
-        lines += fmt::format("Found nowhere: {}{}\n", fmt::join(nowhere, ", "),
-                             more > 0 ? fmt::format(" and {} more", more) : std::string());
+        std::vector<std::string> named;
+        for (std::size_t at = 0; at < std::min(nowhere.size(), RunStory::mostOfAKind); ++at)
+            named.push_back(Quoted(nowhere[at]));
+        lines += fmt::format(
+            "Found nowhere: {}{}\n", fmt::join(named, ", "),
+            named.size() < nowhere.size() ? fmt::format(" and {} more", nowhere.size() - named.size()) : std::string());
     }
     return lines.empty() || lines.ends_with("\n\n") ? lines : lines + "\n";
 }
