@@ -5,7 +5,7 @@ find_package(Qt6 REQUIRED COMPONENTS Widgets Test)
 if(WIN32)
     set(program_folder ${PROJECT_BINARY_DIR}/window-tests)
     tessarine_runtime(tessarine_window_test_runtime ${program_folder} LIBRARIES Test
-                      PLUGINS platforms/qoffscreen)
+                      PLUGINS platforms/qoffscreen TRANSLATIONS de es fr pl ru zh_TW)
 endif()
 
 # tessarine_test for tests of windows, which have an entry of their own.

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include "i18n/LanguageOfQt.h"
 #include "i18n/QtText.h"
 #include "platform/ProgramInfo.h"
 #include "shell/Help.h"
@@ -62,6 +63,7 @@ MessageAnswer AnswerOf(int button)
 
 MessageAnswer ShowQtMessageBox(const Message& message)
 {
+    UseLanguageOfQt();
     QMessageBox box(QtIcon(message.icon), ToQt(message.title.empty() ? ApplicationTitle : StringView(message.title)),
                     ToQt(message.text), QtButtons(message), QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);  // a file name may look like markup

@@ -1,11 +1,16 @@
 #include <gmock/gmock.h>
 
+#include <utility>
+#include <vector>
+
 #include <QApplication>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
+#include "app/GlobalState.h"
 #include "desktop/QtMessageBox.h"
 #include "shell/HelpViewer.h"
 #include "support/qt/ShellRecorder.h"
@@ -53,6 +58,44 @@ TEST(MessageBox, ShowsTextTitleIconAndButtons)
     EXPECT_EQ(shown.text, "Sure? <b>100 %</b>");
     EXPECT_EQ(shown.icon, QMessageBox::Warning);
     EXPECT_EQ(shown.buttons, QMessageBox::Yes | QMessageBox::No);
+}
+
+/// The words on the buttons of a question, under a language file.
+std::vector<std::string> ButtonsIn(const String& languageFile)
+{
+    const String before = std::exchange(CurrentLanguageFile, languageFile);
+    std::vector<std::string> words;
+    QTimer::singleShot(0, qApp, [&words] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        for (const auto button : {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel})
+            words.push_back(box->button(button)->text().remove(u'&').toStdString());
+        box->reject();
+    });
+    ShowQtMessageBox({u"Sure?", MessageIcon::Exclamation, MessageButtons::YesNoCancel, {}, false});
+    CurrentLanguageFile = before;
+    return words;
+}
+
+TEST(MessageBox, SpeaksTheChosenLanguageAtOnce)
+{
+    EXPECT_THAT(ButtonsIn(u"German.lng"), ElementsAre("Ja", "Nein", "Abbrechen"));
+    EXPECT_THAT(ButtonsIn(u"English.lng"), ElementsAre("Yes", "No", "Cancel"));
+    EXPECT_THAT(ButtonsIn(u"French.lng"), ElementsAre("Oui", "Non", "Annuler"));
+    EXPECT_THAT(ButtonsIn(u"Spanish.lng"), ElementsAre("Sí", "No", "Cancelar"));
+    EXPECT_THAT(ButtonsIn(u"Polish.lng"), ElementsAre("Tak", "Nie", "Anuluj"));
+    EXPECT_THAT(ButtonsIn(u"Russian.lng"), ElementsAre("Да", "Нет", "Отмена"));
+    EXPECT_THAT(ButtonsIn(u"Chinese(Big5).lng"), ElementsAre("是(Y)", "否(N)", "取消"));
+}
+
+TEST(MessageBox, SpeaksTheDesktopsLanguageWhereTheChosenOneIsNotKnown)
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale::German);
+
+    EXPECT_THAT(ButtonsIn(u"somebody's own.lng"), ElementsAre("Ja", "Nein", "Abbrechen"));
+
+    QLocale::setDefault(before);
 }
 
 TEST(MessageBox, HasTheApplicationsTitleByDefault)

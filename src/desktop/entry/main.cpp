@@ -2,9 +2,6 @@
 #include <memory>
 
 #include <QApplication>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QTranslator>
 
 #include "app/GlobalState.h"
 #include "app/Main.h"
@@ -27,7 +24,7 @@ namespace
 
 using namespace tessarine;
 
-void SetUpApplication(QTranslator& buttons)
+void SetUpApplication()
 {
     std::setlocale(LC_ALL, "C.UTF-8");  // Qt takes over the user's; numbers go through UseSystemLocale alone
     UseSystemLocale();
@@ -38,9 +35,6 @@ void SetUpApplication(QTranslator& buttons)
     QGuiApplication::setDesktopFileName(ToQt(ExecutableName));
     ApplySystemLook();
     QApplication::setWindowIcon(Icon("tessarine"));
-    // Yes, No and Cancel in the language of the user's desktop.
-    if (buttons.load(QLocale(), "qtbase", "_", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(&buttons);
 }
 
 }  // namespace
@@ -50,8 +44,7 @@ int main(int, char** arguments)
     int noArguments = 1;  // the program takes none, and Qt would act on its own
     PrepareSystemLook();
     QApplication application(noArguments, arguments);
-    QTranslator buttons;
-    SetUpApplication(buttons);
+    SetUpApplication();
     const DesktopPorts ports;
     const SingleInstance instance;
     excel::SetProvider(SystemExcel());
