@@ -31,7 +31,9 @@ void ShowQtPointer(MousePointer pointer)
 DesktopPorts::DesktopPorts()
 {
     SetMessageBox(ShowQtMessageBox);
-    SetDeliverPendingEvents([delivery = std::make_shared<EventDelivery>()] { delivery->Deliver(); });
+    const auto delivery = std::make_shared<EventDelivery>();
+    SetDeliverPendingEvents([delivery] { delivery->Deliver(); });
+    SetDeliverEventsAtOnce([delivery] { delivery->DeliverAtOnce(); });
     SetMousePointerReceiver(ShowQtPointer);
     SetTaskbarProgress(TellTaskbar);
     UseQtTimers();
@@ -42,6 +44,7 @@ DesktopPorts::~DesktopPorts()
     // From here on Qt may be gone. Whoever still asks gets the answer of a process without a user.
     SetMessageBox({});
     SetDeliverPendingEvents({});
+    SetDeliverEventsAtOnce({});
     SetMousePointerReceiver({});
     SetTaskbarProgress({});
 }

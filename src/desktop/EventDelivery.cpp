@@ -11,10 +11,13 @@ EventDelivery::EventDelivery(Clock clock) : clock_(std::move(clock)) {}
 
 void EventDelivery::Deliver()
 {
-    const TimePoint now = clock_();
-    if (last_ && now - *last_ < Between)
-        return;
-    last_ = now;  // a tick that is delivered asks for delivery itself
+    if (!last_ || clock_() - *last_ >= Between)
+        DeliverAtOnce();
+}
+
+void EventDelivery::DeliverAtOnce()
+{
+    last_ = clock_();  // a tick that is delivered asks for delivery itself
     QCoreApplication::processEvents();
     last_ = clock_();
 }

@@ -24,6 +24,9 @@ public:
     /// this in its turn.
     void Deliver();
 
+    /// Delivers what is pending, however soon after the last delivery.
+    void DeliverAtOnce();
+
 private:
     Clock clock_;
     std::optional<TimePoint> last_;  // when a delivery began or ended; none before the first

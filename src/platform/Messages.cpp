@@ -11,6 +11,7 @@ namespace
 
 MessageBoxPort messageBox;
 PendingEventsPort pendingEvents;
+PendingEventsPort eventsAtOnce;
 MousePointerPort mousePointer;
 SleepPort sleepPort;
 
@@ -24,6 +25,11 @@ MessageBoxPort SetMessageBox(MessageBoxPort port)
 PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port)
 {
     return std::exchange(pendingEvents, std::move(port));
+}
+
+PendingEventsPort SetDeliverEventsAtOnce(PendingEventsPort port)
+{
+    return std::exchange(eventsAtOnce, std::move(port));
 }
 
 MousePointerPort SetMousePointerReceiver(MousePointerPort port)
@@ -47,9 +53,11 @@ MessageAnswer ShowMessage(const String& text, MessageIcon icon, MessageButtons b
     return ShowMessage(Message{text, icon, buttons});
 }
 
-void DeliverPendingEvents()
+void DeliverPendingEvents(Delivery delivery)
 {
-    if (pendingEvents)
+    if (delivery == Delivery::AtOnce && eventsAtOnce)
+        eventsAtOnce();
+    else if (pendingEvents)
         pendingEvents();
 }
 
@@ -59,7 +67,7 @@ void SetMousePointer(MousePointer pointer)
         mousePointer(pointer);
 }
 
-void YieldWithSleep()
+void YieldWithSleep(Delivery delivery)
 {
     // A thread that only yields gets the processor back at once on an idle machine, and the run would still use all of
     // it.
@@ -68,7 +76,7 @@ void YieldWithSleep()
         sleepPort(pause);
     else
         std::this_thread::sleep_for(pause);
-    DeliverPendingEvents();
+    DeliverPendingEvents(delivery);
 }
 
 }  // namespace tessarine

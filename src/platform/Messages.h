@@ -14,6 +14,10 @@ enum class MessageIcon { None, Critical, Question, Exclamation, Information };
 enum class MessageButtons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class MessageAnswer { Ok, Cancel, Yes, No };
 
+/// When pending events are delivered. A run asks so often that a window system may leave out what comes too soon after
+/// the last time; at once is for the places where a click must not come too late.
+enum class Delivery { WhenDue, AtOnce };
+
 /// The shape of the pointer over the whole screen, under the window system's own numbers.
 enum class MousePointer { Default = 0, Hourglass = 11 };
 
@@ -38,9 +42,10 @@ using MousePointerPort = std::function<void(MousePointer pointer)>;
 using SleepPort = std::function<void(std::chrono::milliseconds time)>;
 
 /// Replaces a port and returns the one before. An empty port answers Ok, delivers nothing, shows no pointer, or has the
-/// thread itself sleep.
+/// thread itself sleep; an empty one for deliveries at once leaves them to the other one for events.
 MessageBoxPort SetMessageBox(MessageBoxPort port);
 PendingEventsPort SetDeliverPendingEvents(PendingEventsPort port);
+PendingEventsPort SetDeliverEventsAtOnce(PendingEventsPort port);
 MousePointerPort SetMousePointerReceiver(MousePointerPort port);
 SleepPort SetSleep(SleepPort port);
 
@@ -49,12 +54,12 @@ MessageAnswer ShowMessage(const Message& message);
 MessageAnswer ShowMessage(const String& text, MessageIcon icon, MessageButtons buttons = MessageButtons::Ok);
 
 /// Lets the windows handle the events that have come in. Cheap when there are none.
-void DeliverPendingEvents();
+void DeliverPendingEvents(Delivery delivery = Delivery::WhenDue);
 
 /// Shows a pointer until the next call.
 void SetMousePointer(MousePointer pointer);
 
 /// Sleeps 1 millisecond, then delivers pending events.
-void YieldWithSleep();
+void YieldWithSleep(Delivery delivery = Delivery::WhenDue);
 
 }  // namespace tessarine

@@ -256,7 +256,8 @@ RunLoop::Step RunLoop::Report()
     // Before the receivers, who may want to open the file.
     LetGo();
     Statement([&] { project_.AfterFileProcess.Raise(result_); });
-    Statement([&] { engine_.mCPUUsage ? YieldWithSleep() : DeliverPendingEvents(); });
+    // At once: a cancel that was asked for during this file must not come too late for the next one.
+    Statement([&] { engine_.mCPUUsage ? YieldWithSleep(Delivery::AtOnce) : DeliverPendingEvents(Delivery::AtOnce); });
     ++processedFileCount_;
 
     const std::int32_t restartAfter = Options().RestartApplicationAfterFiles;

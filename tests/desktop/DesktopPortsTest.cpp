@@ -52,6 +52,19 @@ TEST(DesktopPorts, DeliverPendingEvents)
     EXPECT_TRUE(isDelivered);
 }
 
+TEST(DesktopPorts, DeliverAtOnceWhatCameRightAfterADelivery)
+{
+    const DesktopPorts ports;
+    DeliverPendingEvents();
+    bool isDelivered = false;
+    QMetaObject::invokeMethod(
+        qApp, [&] { isDelivered = true; }, Qt::QueuedConnection);
+
+    DeliverPendingEvents(Delivery::AtOnce);
+
+    EXPECT_TRUE(isDelivered);
+}
+
 TEST(DesktopPorts, GiveThePointerItsShape)
 {
     const DesktopPorts ports;
@@ -91,6 +104,7 @@ TEST(DesktopPorts, LeaveNoReceiversBehind)
 
     EXPECT_EQ(ShowMessage(u"Nobody sees this", MessageIcon::None), MessageAnswer::Ok);
     DeliverPendingEvents();
+    DeliverPendingEvents(Delivery::AtOnce);
     SetMousePointer(MousePointer::Hourglass);
 
     EXPECT_FALSE(isDelivered);

@@ -69,6 +69,27 @@ TEST_F(EventDeliveryTest, CountsTheMomentFromTheEndOfADelivery)
     EXPECT_EQ(delivered, 1);
 }
 
+TEST_F(EventDeliveryTest, LetsNothingWaitWhenItIsToDeliverAtOnce)
+{
+    delivery.Deliver();
+    PostEvent();
+
+    delivery.DeliverAtOnce();
+
+    EXPECT_EQ(delivered, 1);
+}
+
+TEST_F(EventDeliveryTest, CountsTheMomentFromADeliveryAtOnceToo)
+{
+    delivery.DeliverAtOnce();
+    PostEvent();
+
+    now += 59ms;
+    delivery.Deliver();
+
+    EXPECT_EQ(delivered, 0);
+}
+
 TEST_F(EventDeliveryTest, DoesNotDeliverAgainFromWhatItDelivers)
 {
     PostEvent([this] {

@@ -253,6 +253,27 @@ TEST_F(CancelledRun, MayBeAskedForByAPendingEvent)
     EXPECT_THAT(events_, ElementsAre("before 1.ppt", "after 1.ppt 2", "before 2.ppt", "cancel"));
 }
 
+TEST_F(CancelledRun, EndsBeforeTheNextFileWhereEventsWaitForTheirMoment)
+{
+    // A window system that has just delivered events leaves them alone, but for those between two files.
+    for (const bool sparesTheProcessor : {false, true}) {
+        project_->options->CPUUsage = sparesTheProcessor;
+        project_->FilesToProcess.clear();
+        results_.clear();
+        events_.clear();
+        AddFiles(3);
+        const PendingEventsPort before = SetDeliverPendingEvents([] {});
+        const PendingEventsPort beforeAtOnce =
+            SetDeliverEventsAtOnce([this] { project_->IsProcessCancel = results_.size() == 1; });
+
+        project_->Search();
+
+        SetDeliverEventsAtOnce(beforeAtOnce);
+        SetDeliverPendingEvents(before);
+        EXPECT_THAT(events_, ElementsAre("before 1.ppt", "after 1.ppt 2", "before 2.ppt", "cancel"));
+    }
+}
+
 TEST_F(FindRun, SleepsAtEachStepToSpareTheProcessor)
 {
     AddFile(u"a.ppt");

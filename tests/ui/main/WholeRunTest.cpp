@@ -337,6 +337,27 @@ TEST_F(WholeRun, ACancelDuringTheThirdFileEndsAfterIt)
     EXPECT_FALSE(CurrentProject->IsProcessCancel) << "cleared for the next run";
 }
 
+TEST_F(WholeRun, ACancelDuringTheThirdFileSavesNoFileMoreWhereEventsAreDeliveredNowAndThen)
+{
+    SetJobOver({u"1.pptx", u"2.pptx", u"3.pptx", u"4.pptx", u"5.pptx"});
+    // So fast that the moment for the next delivery never comes while a file is processed.
+    SetDeliverPendingEvents([] {});
+    SetDeliverEventsAtOnce([] { QCoreApplication::processEvents(); });
+    Before(u"3.pptx", [this] {
+        // As a click comes in: it waits until somebody asks for events.
+        QMetaObject::invokeMethod(
+            &Processing(), [this] { ClickInProcessing("cmdOK"); }, Qt::QueuedConnection);
+    });
+
+    Replace();
+    SetDeliverEventsAtOnce({});
+
+    EXPECT_THAT(TextsOf(u"3.pptx"), ElementsAre("Contoso"));
+    EXPECT_THAT(TextsOf(u"4.pptx"), ElementsAre("Fabrikam"));
+    EXPECT_THAT(TextsOf(u"5.pptx"), ElementsAre("Fabrikam"));
+    EXPECT_EQ(Label("lblDocChanged"), "File 4 of 5: 4.pptx");
+}
+
 TEST_F(WholeRun, AnUnopenedFileIsCountedAndNamedInTheLog)
 {
     Presentation(u"a.pptx", {u"Fabrikam"});
