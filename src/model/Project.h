@@ -22,6 +22,7 @@ namespace tessarine
 
 class CounterStatuses;
 class VisitedFolders;
+struct CopiedContent;
 struct Hit;
 
 /// See Project::Opened.
@@ -134,6 +135,9 @@ public:
     /// `check` tells which file it is, and raises `SharingViolation` when that isn't any more what it was before it was
     /// opened: whoever copies it calls that when all is read, so that the copy is of what the run has read.
     std::function<void(const String& path, const CheckOpened& check)> Opened;
+
+    /// Told of each backup that the run has made, with what it holds. May be empty.
+    std::function<void(const String& path, const String& backup, const CopiedContent& content)> BackupMade;
 
     /// Told of every hit of the file that the run is at, between BeforFileProcess and AfterFileProcess. Empty when
     /// nobody asks: then hits cost nothing. What was told of a file that fails then doesn't count, as its counts don't.

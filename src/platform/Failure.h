@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <optional>
 #include <string>
 
 #include "platform/String.h"
@@ -89,5 +90,17 @@ const Reference& NotNull(const Reference& reference)
 /// The Failure for whatever is being handled: a Failure as it is, another exception translated (running out of memory
 /// to `OutOfMemory`, anything else to `InternalError` with its own text). Call inside a catch block only.
 Failure CurrentFailure();
+
+/// Runs something and gives what it failed with; nothing when it didn't.
+template <class Body>
+std::optional<Failure> FailureOf(Body&& body)
+{
+    try {
+        body();
+        return std::nullopt;
+    } catch (...) {
+        return CurrentFailure();
+    }
+}
 
 }  // namespace tessarine

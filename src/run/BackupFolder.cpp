@@ -18,7 +18,6 @@
 #include "files/OpenForReading.h"
 #include "files/ReadAt.h"
 #include "files/WriteAll.h"
-#include "platform/Crc32.h"
 #include "platform/FolderOf.h"
 #include "platform/NativePath.h"
 #include "platform/PathKey.h"
@@ -65,17 +64,6 @@ std::string TextOf(NativeFile file)
         text.append(reinterpret_cast<const char*>(piece.data()), piece.size());
     });
     return text;
-}
-
-/// Nothing when it can't be read; errno tells why.
-std::optional<CopiedContent> ContentIn(NativeFile file)
-{
-    CopiedContent content;
-    const bool isRead = ReadToEnd(file, SIZE_MAX, [&](std::span<const std::byte> piece) {
-        content.size += piece.size();
-        content.checksum = Crc32(piece, content.checksum);
-    });
-    return isRead ? std::optional(content) : std::nullopt;
 }
 
 std::vector<std::string_view> LinesOf(std::string_view text)

@@ -1,30 +1,14 @@
 #include <unordered_set>
 
-#include "files/FileLock.h"
 #include "files/Files.h"
 #include "log/Treatments.h"
 #include "model/LogPlaces.h"
 #include "model/Project.h"
 #include "run/BackupPaths.h"
-#include "saving/CopyFile.h"
+#include "run/RestoreFile.h"
 
 namespace tessarine
 {
-
-namespace
-{
-
-/// Raises when somebody has the file in use, or has protected it and the job does not pass over that.
-void RestoreFile(const String& backup, const String& path, bool takesReadOnly)
-{
-    const FileLock lock(path);
-    if (FileExists(path) && !takesReadOnly && (GetAttributes(path).bits & FileAttribute::ReadOnly) != 0)
-        throw Failure(FailureNumber::PermissionDenied,
-                      u"Permission denied: could not write " + path + u" (it is read-only)");
-    CopyFileBack(backup, path);
-}
-
-}  // namespace
 
 void Project::RemoveBackupFiles(const String&)
 {

@@ -17,23 +17,6 @@
 namespace tessarine
 {
 
-namespace
-{
-
-/// Runs one statement and hands back what it failed with.
-template <class Body>
-std::optional<Failure> FailureOf(Body&& body)
-{
-    try {
-        body();
-        return std::nullopt;
-    } catch (...) {
-        return CurrentFailure();
-    }
-}
-
-}  // namespace
-
 void Project::Search(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList,
                      const std::shared_ptr<OptionSetting>& vOptionSettings)
 {
@@ -168,7 +151,7 @@ RunLoop::Step RunLoop::Begin()
     }
     // Before the read-only attribute is looked at: a file that is then left alone has a backup all the same.
     if (Options().BackupMode && !IsRehearsal())
-        Statement([&] { CopyFile(path_, BackupTargetOf(path_)); });
+        Statement([&] { MakeBackup(); });
 
     Statement([&] { savedAttributes_ = GetAttributes(path_); });
     Statement([&] { attributeBits_ = DecimalToBinary(NotNull(savedAttributes_)->bits); });
@@ -194,6 +177,18 @@ RunLoop::Step RunLoop::Begin()
     if (isReadOnly)
         Statement([&] { ClearAttributes(path_, *NotNull(savedAttributes_)); });
     return Step::Open;
+}
+
+void RunLoop::MakeBackup() const
+{
+    const String backup = BackupTargetOf(path_);
+    CopyTerms terms;
+    CopiedContent content;
+    if (project_.BackupMade)
+        terms.complete = [&](const CopiedContent& copied) { content = copied; };
+    CopyFile(path_, backup, terms);
+    if (project_.BackupMade)
+        project_.BackupMade(path_, backup, content);
 }
 
 RunLoop::Step RunLoop::Open()

@@ -69,6 +69,7 @@ private:
     bool IsRehearsal() const { return Replaces() && engine_.mIsDryRun; }
     bool Saves() const { return Replaces() && !engine_.mIsDryRun; }
     void TidyFolder();        // of what killed runs have left, once for each folder
+    void MakeBackup() const;  // under the name of BackupTargetOf, whatever stands there
     void NoteForNextStart();  // in the journal, before the file's attributes or dates change
     void PutBackDatesAndAttributes();
     void PutBackAttributes();  // a failure is a warning

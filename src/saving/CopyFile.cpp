@@ -20,6 +20,23 @@ namespace tessarine
 namespace
 {
 
+/// Reads a file to its end, not to the size that it had: it may grow, and some file systems tell no size. False when it
+/// can't be read, with the reason in errno.
+template <class Take>
+bool ReadPieces(NativeFile file, Take&& take)
+{
+    std::array<std::byte, 64 * 1024> buffer;
+    for (std::uint64_t offset = 0;;) {
+        const auto count = ReadSome(file, offset, buffer);
+        if (!count)
+            return false;
+        if (*count == 0)
+            return true;
+        take(std::span<const std::byte>(buffer).first(*count));
+        offset += *count;
+    }
+}
+
 /// A file that is read from its beginning to its end.
 class Source
 {
@@ -31,24 +48,18 @@ public:
 
     NativeFile Descriptor() const { return file_.get(); }
 
-    /// Writes all to `copy`. Read to the end, not to the size that the file had: it may grow, and some file systems
-    /// tell no size.
+    /// Writes all to `copy`.
     CopiedContent CopyTo(ReplacementFile& copy, bool isChecksumWanted) const
     {
         CopiedContent content;
-        std::array<std::byte, 64 * 1024> buffer;
-        for (;;) {
-            const auto count = ReadSome(file_.get(), content.size, buffer);
-            if (!count)
-                throw ClassicFileFailure(errno, "read", path_);
-            if (*count == 0)
-                break;
-            const auto piece = std::span<const std::byte>(buffer).first(*count);
+        const bool isRead = ReadPieces(file_.get(), [&](std::span<const std::byte> piece) {
             copy.Write(piece);
             content.size += piece.size();
             if (isChecksumWanted)
                 content.checksum = Crc32(piece, content.checksum);
-        }
+        });
+        if (!isRead)
+            throw ClassicFileFailure(errno, "read", path_);
         if (!opened_.IsUnchanged())
             throw ClassicFileFailure(FileTrouble::InUse, "read", path_,
                                      "it was changed by another program while it was copied; run it again");
@@ -76,6 +87,24 @@ private:
 };
 
 }  // namespace
+
+std::optional<CopiedContent> ContentIn(NativeFile file)
+{
+    CopiedContent content;
+    const bool isRead = ReadPieces(file, [&](std::span<const std::byte> piece) {
+        content.size += piece.size();
+        content.checksum = Crc32(piece, content.checksum);
+    });
+    return isRead ? std::optional(content) : std::nullopt;
+}
+
+CopiedContent ContentOfFile(StringView path)
+{
+    const Source file(path);
+    if (const auto content = ContentIn(file.Descriptor()))
+        return *content;
+    throw ClassicFileFailure(errno, "read", NativePath(path));
+}
 
 void CopyFile(StringView source, StringView target, const CopyTerms& terms)
 {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "files/FileDescriptor.h"
 #include "files/FileState.h"
 #include "platform/String.h"
 #include "saving/SaveTerms.h"
@@ -20,6 +21,13 @@ struct CopiedContent {
 
     bool operator==(const CopiedContent&) const = default;
 };
+
+/// What an open file holds, read to its end; nothing when it can't be read, with the reason in errno.
+std::optional<CopiedContent> ContentIn(NativeFile file);
+
+/// What the file at a path holds. A folder, or another thing that is no file, is a failure.
+CopiedContent ContentOfFile(StringView path);
+
 using CopyComplete = std::function<void(const CopiedContent& content)>;
 
 /// What a caller of CopyFile asks beyond a copy.

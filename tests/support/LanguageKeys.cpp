@@ -141,14 +141,27 @@ void AddHits(Section& section)
         section.Key(key, LanguageEntry::Words, "is");
 }
 
+/// The context menus of the results, and what becomes of the backups.
+void AddResultMenu(Section& section)
+{
+    for (const char* item :
+         {"mnuCopyNode", "mnuExpandAll", "mnuCollapseAll", "mnuOpenFile", "mnuOpenFolder", "mnuCopyPath",
+          "mnuRestoreFile", "mnuRemoveBackup", "mnuRestoreAll", "mnuRemoveAllBackups"})
+        section.Key(std::string(item) + ".caption");
+    for (const char* key : {"Backups.AskRestore", "Backups.AskRemove"})
+        section.Key(key, LanguageEntry::Words, "s");
+    for (const char* key :
+         {"Backups.AskRestoreAll", "Backups.AskRemoveAll", "Backups.Restored", "Backups.Removed", "Backups.Failed"})
+        section.Key(key, LanguageEntry::Words, "d");
+}
+
 Section ProcessingWindow()
 {
     Section section("frmProcessingDocuments");
     AddHits(section);
     section.Captioned({"lblWarning", "lblelapsedSecs", "lblRunFailed", "cmdOK", "cmdCopyLog", "cmdSaveReport",
                        "cmdCommand(0)", "cmdCommand(1)", "cmdErrorLog"});
-    for (const char* item : {"mnuCopyNode", "mnuExpandAll", "mnuCollapseAll"})
-        section.Key(std::string(item) + ".caption");
+    AddResultMenu(section);
     for (const char* label : {"lblDocChanged", "lblChangesMade", "lblNotOpened"})
         section.Tip(label);
     // The captions of these labels are the texts of a run, too.

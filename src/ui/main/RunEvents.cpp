@@ -59,6 +59,10 @@ void frmMain::ReceiveEvents()
             self->runWatch_.HitFound(hit);
     };
     mProject->WantsWholeHit = [self] { return self && self->runWatch_.WantsWholeHit(); };
+    mProject->BackupMade = [self](const String& path, const String& backup, const CopiedContent& content) {
+        if (self)
+            self->runWatch_.BackupMade(path, backup, content);
+    };
     mProject->FailurePassedOver = [self](const String&, const Failure& failure) {
         if (self)
             self->runWatch_.FailurePassedOver(failure);

@@ -100,6 +100,12 @@ void RunWatch::FileBegins(const String& path)
     }
 }
 
+void RunWatch::BackupMade(const String& path, const String& backup, const CopiedContent& content)
+{
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        window->Backups().Add(path, backup, content);
+}
+
 void RunWatch::HitFound(const Hit& hit)
 {
     if (auto* const window = frmProcessingDocuments::Loaded())

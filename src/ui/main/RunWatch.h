@@ -28,6 +28,7 @@ class ResultTree;
 ///   Prepare
 ///   Begin
 ///       FileBegins                 for each file;
+///       BackupMade                 when the run makes one of the file;
 ///       HitFound                   for each hit of the file;
 ///       FailurePassedOver          for each failure that the run goes on after;
 ///       TakeResult, Step, Show     for each report of a file
@@ -51,6 +52,9 @@ public:
 
     /// Raises `Overflow` when the files no longer fit.
     void FileBegins(const String& path);
+
+    /// The processing window can put it back or remove it from now on.
+    void BackupMade(const String& path, const String& backup, const CopiedContent& content);
 
     /// The processing window keeps it until the file's own result tells whether it counts.
     void HitFound(const Hit& hit);

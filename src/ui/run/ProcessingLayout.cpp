@@ -71,6 +71,7 @@ void frmProcessingDocuments::BuildControls()
         SSTab1->addTab(panels[tab], captions[tab]);
     BuildCounts();
     BuildCommands();
+    BuildFileMenu();
 
     auto* const whole = new QVBoxLayout(this);
     whole->addWidget(panelWarning);

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 
 #include "i18n/QtText.h"
@@ -102,7 +103,6 @@ void ResultTree::BuildMenu()
     mnuCopyNode->setShortcut(QKeySequence::Copy);
     // Of this tree alone: with three trees in a window the key would be ambiguous and do nothing.
     mnuCopyNode->setShortcutContext(Qt::WidgetShortcut);
-    setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(mnuCopyNode, &QAction::triggered, this, &ResultTree::CopyNode);
     connect(mnuExpandAll, &QAction::triggered, this, &ResultTree::ExpandAll);
     connect(mnuCollapseAll, &QAction::triggered, this, &QTreeView::collapseAll);
@@ -163,6 +163,17 @@ bool ResultTree::viewportEvent(QEvent* event)
                          static_cast<float>(position.x()), static_cast<float>(position.y()));
     }
     return QTreeView::viewportEvent(event);
+}
+
+void ResultTree::contextMenuEvent(QContextMenuEvent* event)
+{
+    Q_EMIT MenuAboutToShow();
+    auto* const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(actions());
+    // The key asks at no place of its own: beside the current row then.
+    const bool isKey = event->reason() == QContextMenuEvent::Keyboard && currentIndex().isValid();
+    menu->popup(isKey ? viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()) : event->globalPos());
 }
 
 void ResultTree::mouseDoubleClickEvent(QMouseEvent* event)

@@ -62,6 +62,7 @@ Q_SIGNALS:
     /// Shift, 2 for Ctrl and 4 for Alt; the position is in pixels, as in HitTest.
     void MouseMove(int Button, int Shift, float X, float Y);
 
+    void MenuAboutToShow();                      ///< The context menu, with the actions of this widget.
     void DblClick();                             ///< Also on empty space.
     void CurrentChanged();                       ///< Keys act on another node from now on, or on none.
     void Added();                                ///< Nodes were added, whether they are shown already or not.
@@ -71,6 +72,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -22,6 +22,7 @@
 #include "platform/ProgramInfo.h"
 #include "settings/SettingsStore.h"
 #include "ui/run/ElapsedTime.h"
+#include "ui/run/FileMenu.h"
 #include "ui/run/FileProgressBar.h"
 #include "ui/run/FilterBar.h"
 #include "ui/run/HitsPane.h"
@@ -116,6 +117,7 @@ void frmProcessingDocuments::LoadLng()
         for (ResultTree* tree : {trvChangedFiles, trvNotChangedFiles, trvErrors})
             tree->PutMenuCaptions(TextOf(u"mnuCopyNode.caption"), TextOf(u"mnuExpandAll.caption"),
                                   TextOf(u"mnuCollapseAll.caption"));
+        fileMenu_->PutCaptions();
         texts_ = {};
         for (FilterBar* filter : filters)
             filter->PutTexts(texts_);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <vector>
 
 #include <QTime>
 #include <QTimer>
@@ -12,6 +13,7 @@
 #include "engine/CounterStatuses.h"
 #include "platform/Failure.h"
 #include "report/RunReport.h"
+#include "run/MadeBackups.h"
 #include "run/TimerX.h"
 #include "ui/run/HitStore.h"
 #include "ui/run/RunTexts.h"
@@ -25,6 +27,7 @@ class QTabWidget;
 namespace tessarine
 {
 
+class FileMenu;
 class FileProgressBar;
 class FilterBar;
 class HitsPane;
@@ -94,6 +97,9 @@ public:
     /// What the runs told of their files, for as long as the window is loaded.
     HitStore& Hits() { return hits_; }
 
+    /// The backups that the runs have made, for as long as the window is loaded.
+    MadeBackups& Backups() { return backups_; }
+
     /// A run begins, whose report can be saved when it is over.
     void BeginReport(const RunFacts& facts);
 
@@ -123,6 +129,20 @@ public:
     void OPenDocument(const ResultNode& node);  ///< Opens a file's node; does nothing for another.
     void lstHits_DblClick(const String& path);  ///< Opens the file of a hit.
 
+    // What the context menus of the trees offer for the file of the current node: FileCommands.cpp. Of a pair or a
+    // location it is the file that it belongs to.
+
+    void mnuOpenFile_Click();
+    void mnuOpenFolder_Click();  ///< Opens the folder that the file is in.
+    void mnuCopyPath_Click();    ///< Puts the file's full path on the clipboard.
+
+    /// These four ask first, say afterwards what became of it, and log each file that failed. Unlike those of
+    /// cmdCommand_Click they find every backup that a run of this window has made, whatever its name is.
+    void mnuRestoreFile_Click();
+    void mnuRemoveBackup_Click();
+    void mnuRestoreAll_Click();  ///< Of all files, whatever the filter shows.
+    void mnuRemoveAllBackups_Click();
+
     /// Each opens the node under the pointer, which the tree's own MouseMove has told.
     void trvChangedFiles_DblClick();
     void trvNotChangedFiles_DblClick();
@@ -151,6 +171,13 @@ private:
     void OpenNodeUnderPointer(const ResultTree& tree);  // by the last move of the pointer
     void Open(const String& path);                      // with a message when it can't be opened
     void SaveReport(const String& path) const;
+
+    // FileCommands.cpp
+    void BuildFileMenu();
+    String CurrentFile() const;  // of the tree in front; empty without one
+    void ShowFileMenu();         // it is about to be shown
+    enum class BackupTreatment { Restore, Remove };
+    void TreatBackups(BackupTreatment treatment, std::vector<String> paths);
 
     // What is seen of the results: ResultDisplay.cpp.
     std::array<ResultTree*, 3> Trees() const { return {trvChangedFiles, trvNotChangedFiles, trvErrors}; }
@@ -200,7 +227,9 @@ private:
     QPushButton* cmdSaveReport = nullptr;
     std::array<QPushButton*, 2> cmdCommand{};  // removes the backups, restores them
 
+    FileMenu* fileMenu_ = nullptr;
     HitStore hits_;
+    MadeBackups backups_;
     RunTexts texts_;
     QTimer filterTimer_;  // runs while the filter waits for more letters
     QTimer totalsTimer_;  // runs while new totals would come too soon after the last that were shown

@@ -88,7 +88,7 @@ protected:
 
     const UserFolders user_;
     const ErrorLogRecorder log_;
-    const MessageRecorder messages_;
+    MessageRecorder messages_;
     ShellRecorder shell_;
     const ChosenLanguage language_{FromUtf8(TESSARINE_PROGRAM_FOLDER), u"English.lng"};
     const TemporaryFolder folder_;

@@ -354,7 +354,7 @@ TEST_F(WindowOfARunTest, SpeaksTheLanguageInForceButForTheElapsedTime)
     EXPECT_EQ(Text("cmdCopyLog"), "Protokoll kopieren");
     EXPECT_EQ(Text("cmdCommand(0)"), "Sicherungen entfernen");
     EXPECT_EQ(Text("cmdCommand(1)"), "Sicherungen wiederherstellen");
-    EXPECT_EQ(The("cmdCommand(1)").toolTip(), "Ersetzt die verarbeiteten Dateien durch ihre Sicherungskopien");
+    EXPECT_TRUE(The("cmdCommand(1)").toolTip().startsWith("Setzt die .bak-Dateien"));
     EXPECT_EQ(Tabs()[1], "&2 Geänderte Dateien");
     EXPECT_EQ(Text("lblelapsedSecs"), "Total Elapsed Time : 00:00:00");
     EXPECT_EQ(Window().trvChangedFiles->accessibleName(), "2 Geänderte Dateien");
