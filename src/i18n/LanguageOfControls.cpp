@@ -15,6 +15,7 @@
 #include <QToolBar>
 
 #include "app/LanguageText.h"
+#include "i18n/LanguageOfQt.h"
 #include "i18n/QtText.h"
 
 namespace tessarine
@@ -105,6 +106,7 @@ private:
 
 void ApplyLanguage(QWidget& window, const String& section, ControlTips tips)
 {
+    UseLanguageOfQt();
     const Controls controls(window, section);
     controls.ApplyCaptionAndTip<QLabel>();
     controls.ApplyCaptionAndTip<QPushButton>();

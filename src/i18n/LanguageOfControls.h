@@ -20,6 +20,8 @@ enum class ControlTips { Basic, TextAndListBoxes };
 ///   keep theirs.
 /// - tool bars: "<name>.ToolTipText", and "<name>.Buttons(i).ToolTipText" for their buttons, from 1
 ///
+/// Qt's own words, such as those of a text box's menu, follow the language as well (LanguageOfQt.h).
+///
 /// What the language file says is taken over even when it says nothing: an empty text empties a caption.
 void ApplyLanguage(QWidget& window, const String& section, ControlTips tips);
 

@@ -2,7 +2,6 @@
 
 #include <QFileDialog>
 
-#include "i18n/LanguageOfQt.h"
 #include "i18n/QtText.h"
 
 namespace tessarine
@@ -11,7 +10,6 @@ namespace tessarine
 String ShowFolderDialog(QWidget* owner, const String& startFolder, const String& title, bool includeFiles,
                         bool /*newStyle*/)
 {
-    UseLanguageOfQt();
     return FromQt(QFileDialog::getExistingDirectory(owner, ToQt(title), ToQt(startFolder),
                                                     includeFiles ? QFileDialog::Options() : QFileDialog::ShowDirsOnly));
 }

@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include "i18n/LanguageOfQt.h"
 #include "i18n/QtText.h"
 
 namespace tessarine
@@ -54,7 +53,6 @@ void FollowFilter(QFileDialog& window)
 
 std::optional<QString> ShowQtFileDialog(const CommonDialog& dialog, bool isSave)
 {
-    UseLanguageOfQt();
     QFileDialog window(QApplication::activeWindow(), ToQt(dialog.DialogTitle));
     window.setAcceptMode(isSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     const bool mustExist = !isSave && (dialog.Flags & FileDialogFlag::FileMustExist) != 0;

@@ -19,6 +19,7 @@ namespace tessarine
 class CounterStatuses;
 class Project;
 class ResultTree;
+struct CopiedContent;
 
 /// Watches the runs that the main window starts: counts what a run reports, and keeps the processing window up to date
 /// for as long as the user leaves that window open. Every member may be called when it is closed.
