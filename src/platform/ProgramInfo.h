@@ -9,8 +9,8 @@ namespace tessarine
 inline constexpr StringView CompanyName = u"Tessarine";
 inline constexpr StringView ApplicationTitle = u"Tessarine";
 
-/// Where "Visit Our Website" leads. A name that is reserved for examples: the project has no site of its own yet.
-inline constexpr StringView HomePage = u"https://tessarine.example/";
+/// The address of the product's site, where "Visit Our Website" leads. Empty as long as there is none.
+inline constexpr StringView HomePage = u"";
 
 inline constexpr StringView ExecutableName = u"tessarine";  ///< Base name of the desktop program.
 

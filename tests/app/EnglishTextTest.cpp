@@ -18,6 +18,7 @@ struct Wording {
 
 constexpr const char* chooseFolder =
     "Choose the folder to start searching for files in. Double click the folder to open in Explorer";
+constexpr const char* noEffect = "A run does not use this.";
 constexpr const char* wholeWords = "Searches for occurrences that are whole words and not part of a larger word.";
 
 constexpr Wording wordings[] = {
@@ -45,7 +46,12 @@ constexpr Wording wordings[] = {
     {"frmMain", "chkMatchWholeWord.caption", "Match Whole Word"},
     {"frmMain", "chkMatchWholeWord.ToolTipText", wholeWords},
     {"frmMain", "chkHAlfFulll.caption", "Match Half/Full Width of Form"},
-    {"frmMain", "chkHAlfFulll.ToolTipText", wholeWords},
+    {"frmMain", "chkHAlfFulll.ToolTipText",
+     "Searches for occurrences that are whole words and not part of a larger word. A run does not use this."},
+    {"frmMain", "chkPromptOnReplace.ToolTipText", noEffect},
+    {"frmMain", "chkProccessLongestFileFirst.ToolTipText", noEffect},
+    {"frmMain", "txtPasswordOpen.ToolTipText", noEffect},
+    {"frmMain", "lstRestartAfterSecond.ToolTipText", noEffect},
     {"frmMain", "chkPromptOnReplace.caption", "Prompt on Replace "},
     {"frmMain", "chkCPUUsage.caption", "Force to Control CPU Usage"},
     {"frmMain", "chkRequireCount.caption", "Required Find And Replace Count"},

@@ -31,7 +31,13 @@ void frmMain::mnuHelp1_Click()
 
 void frmMain::mnuHomePage_Click()
 {
-    LogAndReturn({u"mnuHomePage_Click", place}, [] { OpenAddress(String(HomePage)); });
+    LogAndReturn({u"mnuHomePage_Click", place}, [] {
+        // What there is to read comes with the program then.
+        if (HomePage.empty())
+            ShowHelp();
+        else
+            OpenAddress(String(HomePage));
+    });
 }
 
 void frmMain::mnuAbout_Click()

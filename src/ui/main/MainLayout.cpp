@@ -5,11 +5,13 @@
 #include <QRadioButton>
 #include <QTabWidget>
 
+#include "shell/WindowPlace.h"
 #include "ui/main/Controls.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/Frame.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/TabPage.h"
 
 namespace tessarine
 {
@@ -28,12 +30,12 @@ void frmMain::BuildTabs()
     auto* const whole = new QWidget(this);
     auto* const column = new QVBoxLayout(whole);
     SSTab1 = Named<QTabWidget>("SSTab1");
-    SSTab1->addTab(BuildReplacementTab(), "Replacement");
-    SSTab1->addTab(BuildFilesTab(), "File to process");
-    SSTab1->addTab(BuildOptionsTab(), "Options");
+    SSTab1->addTab(new TabPage(BuildReplacementTab()), "Replacement");
+    SSTab1->addTab(new TabPage(BuildFilesTab()), "File to process");
+    SSTab1->addTab(new TabPage(BuildOptionsTab()), "Options");
     column->addWidget(SSTab1, 1);
     setCentralWidget(whole);
-    resize(startWidth, startHeight);
+    resize(FittingSize(*this, {startWidth, startHeight}));
 }
 
 void frmMain::BuildStartButtons()

@@ -19,6 +19,7 @@
 #include "platform/FolderOf.h"
 #include "platform/Messages.h"
 #include "shell/RecentFiles.h"
+#include "shell/WindowPlace.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/ItemsGrid.h"
 
@@ -63,6 +64,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     SetTabOrder();
     ConnectHandlers();
     ConnectGrid();
+    RestorePlace(*this, u"frmMain");
     Form_Load();
 }
 
@@ -103,7 +105,8 @@ void frmMain::PutProjectFile(const String& value)
 
 void frmMain::BuildTitle()
 {
-    setWindowTitle(ToQt(BuildWindowTitle(TitleOf(projectFile_), isModifed_)));
+    // Qt takes "[*]" for the place of a mark of its own; written twice it is the three characters of a file's name.
+    setWindowTitle(ToQt(BuildWindowTitle(TitleOf(projectFile_), isModifed_)).replace("[*]", "[*][*]"));
 }
 
 void frmMain::LoadLng()
@@ -150,6 +153,7 @@ void frmMain::closeEvent(QCloseEvent* event)
     event->setAccepted(!Cancel);
     if (Cancel)
         return;
+    KeepPlace(*this, u"frmMain");
     isClosed_ = true;
     // A run in progress goes on, and the program ends with it (see Run).
     if (!runWatch_.IsRunGoing())

@@ -129,7 +129,7 @@ public:
     void mnuChangeLanguage_Click();             ///< Shows the dialog and waits for its end.
     void mfrmChangeLanguage_LanguageChanged();  ///< Applies the language that was chosen.
     void mnuHelp1_Click();                      ///< Opens the help.
-    void mnuHomePage_Click();                   ///< Opens the page of the product in the browser.
+    void mnuHomePage_Click();                   ///< Opens the product's site in the browser; without one, the help.
     void mnuAbout_Click();                      ///< Shows the dialog and waits for its end.
     void Toolbar1_ButtonClick(int Index);       ///< 1 open, 2 save, 4 help.
 

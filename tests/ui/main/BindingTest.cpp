@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -460,6 +461,14 @@ TEST_F(BindingTest, AfterALoadThatFailedWithPairsChangesMark)
 }
 
 // The title.
+
+TEST_F(BindingTest, AFileNameIsShownWholeWhateverItHolds)
+{
+    Window().PutProjectFile(u"/jobs/a[*] & b[*][*].tsq");
+
+    // As the window manager gets it.
+    EXPECT_EQ(Window().windowHandle()->title().toStdString(), "a[*] & b[*][*] - Tessarine");
+}
 
 TEST_F(BindingTest, TheDefaultProjectIsUntitledAndNotModified)
 {

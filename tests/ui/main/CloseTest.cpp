@@ -59,6 +59,17 @@ TEST_F(CloseTest, AJobWithoutChangesClosesUnaskedAndIsTheDefaultProject)
     EXPECT_EQ(DefaultProjectPath(), folder.PathOf(u"data/Default.tsq"));
 }
 
+TEST_F(CloseTest, TheNextWindowOpensInTheSamePlaceAndSize)
+{
+    Window().setGeometry(30, 50, 700, 650);
+    Window().PutIsModifed(false);
+    const QRect place = Window().geometry();
+
+    EXPECT_TRUE(CloseEndsTheWindow());
+
+    EXPECT_EQ(frmMain().geometry(), place);
+}
+
 TEST_F(CloseTest, NoClosesAndLeavesTheProjectFileAsItWas)
 {
     String path = folder.PathOf(u"job.tsq");

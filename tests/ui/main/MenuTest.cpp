@@ -123,12 +123,12 @@ TEST_F(MenuTest, TheSeparatorOfTheToolBarDoesNothing)
     EXPECT_THAT(Log(), IsEmpty());
 }
 
-TEST_F(MenuTest, HelpOpensTheHelpAndTheWebsiteItsAddress)
+TEST_F(MenuTest, TheWebsiteLeadsToTheHelpAsLongAsThereIsNone)
 {
     Choose("mnuHelp1");
     Choose("mnuHomePage");
 
-    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPath(), String(HomePage)));
+    EXPECT_THAT(shell.Opened(), ElementsAre(HelpPath(), HelpPath()));
 }
 
 TEST_F(MenuTest, AboutIsShownModally)

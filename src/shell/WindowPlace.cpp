@@ -1,0 +1,48 @@
+#include "shell/WindowPlace.h"
+
+#include <QByteArray>
+#include <QScreen>
+#include <QStyle>
+#include <QWidget>
+
+#include "i18n/QtText.h"
+#include "log/Treatments.h"
+#include "platform/ProgramInfo.h"
+#include "settings/SettingsStore.h"
+
+namespace tessarine
+{
+
+namespace
+{
+
+const String placeKey = u"Place";
+
+}  // namespace
+
+void RestorePlace(QWidget& window, const String& section)
+{
+    const QString text = ToQt(GetSetting(String(ApplicationTitle), section, placeKey));
+    const QByteArray kept = QByteArray::fromBase64(text.toLatin1());
+    // Qt looks at the beginning alone, and takes zeros for what is cut off.
+    if (kept.size() == window.saveGeometry().size())
+        window.restoreGeometry(kept);  // which moves it onto a screen that is there
+}
+
+void KeepPlace(const QWidget& window, const String& section)
+{
+    Skip([&] {
+        const QByteArray kept = window.saveGeometry().toBase64();
+        SaveSetting(String(ApplicationTitle), section, placeKey, FromQt(QString::fromLatin1(kept)));
+    });
+}
+
+QSize FittingSize(const QWidget& window, const QSize& wanted)
+{
+    // What the window manager puts around a window is known only once it is shown.
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const int border = title / 2;
+    return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * border, title + border));
+}
+
+}  // namespace tessarine
