@@ -16,6 +16,7 @@
 #include "batch/Refusal.h"
 #include "files/Files.h"
 #include "model/ListColumns.h"
+#include "model/ListFault.h"
 #include "model/Project.h"
 #include "platform/NativePath.h"
 #include "report/WithoutPath.h"
@@ -32,32 +33,28 @@ String NumberText(std::int64_t number)
     return FromUtf8(std::to_string(number));
 }
 
-String RefusalReason(const ListRefusal& refusal)
+String FaultText(const ListFault& fault, const String& path)
 {
-    switch (refusal.reason) {
-        case ListRefusal::Reason::ColumnCount:
-            return u"it has " + FromUtf8(Counted(refusal.columns, "column")) + u", and a list of pairs has " +
+    switch (fault.kind) {
+        case ListFault::Kind::ColumnCount:
+            return u"it has " + FromUtf8(Counted(fault.columns, "column")) + u", and a list of pairs has " +
                    NumberText(ListColumnCount);
-        case ListRefusal::Reason::Header:
-            return u"its column " + NumberText(refusal.column) + u" is headed " + InQuotes(refusal.header) + u", not " +
-                   InQuotes(ListHeaders[static_cast<std::size_t>(refusal.column) - 1]);
-        case ListRefusal::Reason::OtherExtension:
+        case ListFault::Kind::Header:
+            return u"its column " + NumberText(fault.column) + u" is headed " + InQuotes(fault.found) + u", not " +
+                   InQuotes(fault.wanted);
+        case ListFault::Kind::OtherExtension:
             return u"its name does not end in .xlsx, .xls, .csv or .tab";
-        case ListRefusal::Reason::FileMissing:
+        case ListFault::Kind::TooManyRows:
+            return u"it has more than 32767 rows";
+        case ListFault::Kind::ErrorInRow:
+            return u"row " + NumberText(fault.row) + u" holds an error (such as #N/A) in place of a text";
+        case ListFault::Kind::File:
+            // The line that this goes into has named the file already.
+            return WithoutPath(fault.failure->Reason(), path);
+        case ListFault::Kind::FileMissing:
             break;
     }
     return u"there is no such file";
-}
-
-String FailureText(const FindAndReplaceItems& list, const String& path)
-{
-    constexpr std::int32_t firstRow = 2;  // below the headers
-    if (list.FileFailure->number == FailureNumber::Overflow)
-        return u"it has more than 32767 rows";
-    if (list.FileFailure->number == FailureNumber::TypeMismatch)
-        return u"row " + NumberText(list.Count() + firstRow) + u" holds an error (such as #N/A) in place of a text";
-    // The line that this goes into has named the file already.
-    return WithoutPath(list.FileFailure->Reason(), path);
 }
 
 bool AreSame(const FindAndReplaceItem& left, const FindAndReplaceItem& right)
@@ -115,9 +112,8 @@ bool IsListName(StringView path)
 
 String ImportReason(const FindAndReplaceItems& list, const String& path)
 {
-    if (list.FileFailure)
-        return FailureText(list, path);
-    return list.ImportRefusal ? RefusalReason(*list.ImportRefusal) : String();
+    const auto fault = FaultOf(list);
+    return fault ? FaultText(*fault, path) : String();
 }
 
 namespace
@@ -221,7 +217,7 @@ ConvertedList ConvertList(const String& from, const String& to)
     } else {
         list->ExportsList(target);
         if (list->FileFailure)
-            refuse(FailureText(*list, target));
+            refuse(ImportReason(*list, target));
     }
     return {list->Count(), LossIn(target, *list)};
 }

@@ -20,7 +20,7 @@ struct BatchCall;
 /// Whether a name ends as that of a list file does, whatever the case.
 bool IsListName(StringView path);
 
-/// Why the last import of `list` from a file that is there was refused or failed, for the end of a line.
+/// Why the last import or export of `list` was refused or failed, for the end of a line; empty when it was not.
 String ImportReason(const FindAndReplaceItems& list, const String& path);
 
 /// The pairs of a list file, all of them. Refuses (Refusal.h) a list that can't be read to its end.

@@ -88,6 +88,16 @@ FileTrouble FileTroubleOf(int error, const NativeString& path)
     }
 }
 
+std::optional<FileTrouble> FileTroubleOf(const Failure& failure)
+{
+    for (const Numbers& row : numbers) {
+        const bool isClassic = row.classic == failure.number && row.classic != FailureNumber::PermissionDenied;
+        if (isClassic || row.system == failure.number)
+            return row.trouble;
+    }
+    return std::nullopt;
+}
+
 Failure ClassicFileFailure(int error, const char* action, const NativeString& path)
 {
     const Numbers& row = NumbersOf(FileTroubleOf(error, path));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "platform/Failure.h"
@@ -27,6 +28,10 @@ enum class FileTrouble { FileMissing, FolderMissing, NotPermitted, InUse, DiskFu
 /// The kind that an error of the operating system (an errno value, see SystemErrors.h) is of. `path` is where it
 /// happened: whether a file that wasn't found lacks only itself or its folder too, is looked up there.
 FileTrouble FileTroubleOf(int error, const NativeString& path);
+
+/// The kind that a failure with a number of either family is of. Nothing for other numbers, and for `PermissionDenied`,
+/// which stands for two kinds.
+std::optional<FileTrouble> FileTroubleOf(const Failure& failure);
 
 /// The failure, in the classic family, of something that the run does to a file, such as a backup: "Permission denied:
 /// could not open /folder/a.pptx". `action` is what was attempted ("open").

@@ -14,6 +14,7 @@
 #include "model/FindAndReplaceItems.h"
 #include "model/OptionSetting.h"
 #include "model/PowerPoint.h"
+#include "model/ProjectFault.h"
 #include "model/ProjectOptions.h"
 #include "platform/Failure.h"
 
@@ -21,7 +22,7 @@ namespace tessarine
 {
 
 class CounterStatuses;
-class VisitedFolders;
+class FileWalk;
 struct CopiedContent;
 struct Hit;
 
@@ -78,6 +79,10 @@ public:
     /// than a yes or no.
     std::optional<Failure> FileFailure;
 
+    /// What is wrong with the content of a file that the last LoadProject refused. Nothing when it was taken, or could
+    /// not be read at all.
+    std::optional<ProjectFault> LoadFault;
+
     /// The files of a run, as full paths; the same path can stand twice. Outlives the run.
     std::vector<String> FilesToProcess;
     std::vector<String> AllowedExtensionPatterns;  ///< Of a folder scan; matched regardless of case.
@@ -98,6 +103,12 @@ public:
         String reason;
     };
     std::vector<UnreadFolder> UnreadFolders;  ///< Those of the last scan. The error log names them, too.
+
+    /// Why the list of the last count could not be read. The error log tells it, too.
+    std::optional<Failure> UnreadList;
+
+    /// Files that the last count of a list did not find only because their lines end in a line feed alone.
+    std::int32_t HiddenByLineFeeds = 0;
 
     /// Takes FilesToProcess through PowerPoint, finding only unless called by Replacement. A null list stands for the
     /// project's own. `vOptionSettings` is handed on and not used. May raise: see the error modes in run/RunLoop.h.
@@ -169,12 +180,11 @@ public:
 private:
     friend class RunLoop;
 
-    // These four add to FilesToProcess.
-    void ScanFolder();  // the options' folder
-    void RetriveFolder(const String& path, VisitedFolders& visited);
-    void RetriveFile();
+    // These three add to FilesToProcess.
+    void ScanFolder();   // the options' folder
+    void RetriveFile();  // the options' list
     void AddFilesOfSource();
-    bool CheckFileExt(const String& path) const;  // a file that is there and that a pattern takes
+    void TakeFilesOf(FileWalk& walk);  // into FilesToProcess; what fails is logged
     void RaiseManualInterventionRequired();
 
     std::unordered_set<String> tidiedFolders_;  // whose leftovers were removed since the last count

@@ -96,8 +96,8 @@ private:
 };
 
 /// Puts a file's block into the bag. Reads no more than the block that the file begins with: what is left of a longer,
-/// older file is not part of it.
-void ReadStoredBlock(const String& path, PropertyBag& bag)
+/// older file is not part of it. What is wrong with bytes that are no block goes to `fault`.
+void ReadStoredBlock(const String& path, PropertyBag& bag, std::optional<ProjectFault>& fault)
 {
     const RandomAccessFile file(path);
     std::vector<std::byte> bytes(std::min<std::uint64_t>(file.Size(), PropertyBag::HeaderLength));
@@ -115,6 +115,7 @@ void ReadStoredBlock(const String& path, PropertyBag& bag)
         // A file that is not a bag is noticed here, while it is still open; `file` closes it on the way out.
         bag.PutContents(bytes);
     } catch (const Failure& failure) {
+        fault = PropertyBag::FaultOf(bytes);
         throw Failure(failure.number, failure.description + u": " + path);
     }
 }
@@ -222,6 +223,7 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
     const LoggedFile logged(vFilepath);
     return LogAndReturn({u"LoadProject", ProjectPlace}, [&] {
         return KeepFailure(FileFailure, [&] {
+            LoadFault.reset();
             if (!FileExists(vFilepath)) {
                 vError = 1;
                 return false;
@@ -231,7 +233,8 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
                 return false;
             }
             PropertyBag bag;
-            ReadStoredBlock(vFilepath, bag);
+            ReadStoredBlock(vFilepath, bag, LoadFault);
+            LoadFault = ProjectFault::Damaged;  // until all of it has been taken
 
             const FieldReader read(bag);
             // Into a project of its own: what fails halfway leaves the options and pairs in force as they are.
@@ -247,6 +250,7 @@ bool Project::LoadProject(const String& vFilepath, std::int32_t& vError)
             options = loaded->options;
             FindAndReplaceList = loaded->FindAndReplaceList;
             FindAndReplaceItemsOptionSetting = loaded->FindAndReplaceItemsOptionSetting;
+            LoadFault.reset();
             return true;
         });
     });

@@ -126,6 +126,17 @@ private:
     std::size_t at_;
 };
 
+std::uint64_t VersionIn(std::span<const std::byte> header)
+{
+    return IntegerIn(header.subspan(magic.size(), 4));
+}
+
+/// Of everything from the first byte of the header to the last of the checksum.
+std::uint64_t LengthIn(std::span<const std::byte> header)
+{
+    return IntegerIn(header.subspan(12, 8));
+}
+
 /// The block that `bytes` begin with, sound as far as header and checksum tell.
 std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
 {
@@ -134,12 +145,11 @@ std::span<const std::byte> SoundBlock(std::span<const std::byte> bytes)
         RaiseInvalidFormat("this is not a project file");
     if (bytes.size() < PropertyBag::HeaderLength)
         RaiseInvalidFormat("the file ends inside its header");
-    const std::uint64_t found = IntegerIn(bytes.subspan(magic.size(), 4));
+    const std::uint64_t found = VersionIn(bytes);
     if (found != version)
         RaiseInvalidFormat("the project file has version " + std::to_string(found) +
                            ", and this program reads version " + std::to_string(version));
-    // The length counts everything from the first byte of the header to the last of the checksum.
-    const std::uint64_t length = IntegerIn(bytes.subspan(12, 8));
+    const std::uint64_t length = LengthIn(bytes);
     if (length < PropertyBag::HeaderLength + checksumLength || length > PropertyBag::LongestBlock)
         RaiseInvalidFormat("the block gives its length as " + std::to_string(length));
     if (length > bytes.size())
@@ -202,6 +212,20 @@ std::string PropertyBag::Contents() const
     block += records;
     Append(block, Crc32(BytesOf(block)));
     return block;
+}
+
+ProjectFault PropertyBag::FaultOf(std::span<const std::byte> bytes)
+{
+    // What little is there may be the beginning of a block.
+    const std::size_t known = std::min(bytes.size(), magic.size());
+    if (!std::ranges::equal(bytes.first(known), BytesOf(magic.substr(0, known))))
+        return ProjectFault::OtherKind;
+    if (bytes.size() < HeaderLength)
+        return ProjectFault::Cut;
+    if (VersionIn(bytes) != version)
+        return ProjectFault::OtherVersion;
+    const std::uint64_t length = LengthIn(bytes);
+    return length > bytes.size() && length <= LongestBlock ? ProjectFault::Cut : ProjectFault::Damaged;
 }
 
 void PropertyBag::PutContents(std::span<const std::byte> bytes)

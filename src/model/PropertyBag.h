@@ -9,6 +9,7 @@
 #include <string>
 #include <variant>
 
+#include "model/ProjectFault.h"
 #include "platform/String.h"
 
 namespace tessarine
@@ -43,6 +44,9 @@ public:
     /// Replaces the whole bag by what a block holds; bytes after the block are ignored. Raises InvalidFileFormat with a
     /// text that tells the offset when the bytes do not begin with a sound block; the bag stays as it was.
     void PutContents(std::span<const std::byte> bytes);
+
+    /// What is wrong with bytes that PutContents refuses.
+    static ProjectFault FaultOf(std::span<const std::byte> bytes);
 
     /// Bytes at the start of a block that BlockLength needs.
     static constexpr std::size_t HeaderLength = 24;

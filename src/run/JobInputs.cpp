@@ -2,9 +2,16 @@
 
 #include "files/Files.h"
 #include "platform/CaseFolding.h"
+#include "run/SplitText.h"
 
 namespace tessarine
 {
+
+std::vector<String> PatternsIn(StringView patterns)
+{
+    const auto pieces = SplitText<StringView>(patterns, u";");
+    return {pieces.begin(), pieces.end()};
+}
 
 bool HasExtension(StringView path, StringView extensions)
 {

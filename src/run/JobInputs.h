@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/String.h"
 
@@ -13,6 +14,9 @@ inline constexpr StringView PresentationPattern = u"*.Ppt*";
 
 inline constexpr StringView PairListExtensions = u".CSV;.TAB;.XLS";  ///< Of a list of pairs.
 inline constexpr StringView FileListExtensions = u".TXT";            ///< Of a list of files.
+
+/// The patterns of a job, which it holds in one text, separated by ";".
+std::vector<String> PatternsIn(StringView patterns);
 
 /// Whether the path has one of the extensions; case does not count. The extension begins at the last dot of the path.
 bool HasExtension(StringView path, StringView extensions);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "log/Treatments.h"
+#include "platform/Messages.h"
 #include "shell/BrowserObject.h"
 #include "shell/DesktopOpener.h"
 #include "shell/OpenNamedFile.h"
@@ -36,6 +37,14 @@ std::int32_t OpenDoc(const String& File, String& ErrorText)
             ErrorText = OpenDocErrorText(code);
         return code;
     });
+}
+
+void OpenOrTell(const String& File)
+{
+    String errorText;
+    OpenDoc(File, errorText);
+    if (!errorText.empty())
+        ShowMessage(errorText, MessageIcon::Exclamation);
 }
 
 String OpenDocErrorText(std::int32_t code)

@@ -23,6 +23,9 @@ inline constexpr std::int32_t Opened = 33;         ///< As any number above it.
 /// `ErrorText` gets its text; on success it stays. Nothing is shown. A failure of another kind is logged and gives 0.
 std::int32_t OpenDoc(const String& File, String& ErrorText);
 
+/// The same, and a message tells of a failure.
+void OpenOrTell(const String& File);
+
 /// The text of a failure: "Unknown error" for a code without one of its own.
 String OpenDocErrorText(std::int32_t code);
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <optional>
 #include <ostream>
 
 #include "files/SystemErrors.h"
@@ -59,6 +60,22 @@ TEST_P(FileFailures, HaveAKindAndANumberInEitherFamily)
     EXPECT_EQ(FileTroubleOf(row.error, path), row.trouble);
     EXPECT_EQ(ClassicFileFailure(row.error, "open", path).number, row.classic);
     EXPECT_EQ(SystemFileFailure(row.error, "open", path).number, row.system);
+}
+
+TEST_P(FileFailures, AreToldApartByTheirNumbersAgain)
+{
+    const Row& row = GetParam();
+    const NativeString path = NativePath(u"/a.pptx");
+    const bool isShared = row.classic == FailureNumber::PermissionDenied;  // by two kinds
+
+    EXPECT_EQ(FileTroubleOf(SystemFileFailure(row.error, "save", path)), row.trouble);
+    EXPECT_EQ(FileTroubleOf(ClassicFileFailure(row.error, "open", path)),
+              isShared ? std::nullopt : std::optional(row.trouble));
+}
+
+TEST(FileFailure, OfAnotherNumberHasNoKind)
+{
+    EXPECT_EQ(FileTroubleOf(Failure(FailureNumber::Overflow, u"Overflow")), std::nullopt);
 }
 
 TEST_P(FileFailures, TellWhatWasTriedOnWhichFile)

@@ -162,6 +162,34 @@ TEST_F(ProjectLoadFailure, KeepsTheCustomPropertiesBeforeOneWithoutAVerticalBar)
     }
 }
 
+TEST_F(ProjectLoadFailure, TellsWhatIsWrongWithTheFile)
+{
+    const ProjectOwner project;
+    const std::string whole = ContentOf(Save(project, path_));
+    std::string later = whole;
+    later[8] = 2;
+    std::string endless = whole;
+    endless[19] = 0x7F;  // the highest byte of its length
+    const auto faultOf = [&](const std::string& bytes) {
+        Load(project, folder_.Write(u"job.tsq", bytes));
+        return project->LoadFault;
+    };
+
+    EXPECT_EQ(faultOf("PK and so on"), ProjectFault::OtherKind);
+    EXPECT_EQ(faultOf(""), ProjectFault::Cut);
+    for (const std::size_t length :
+         {std::size_t{1}, std::size_t{8}, std::size_t{23}, std::size_t{24}, whole.size() - 1})
+        EXPECT_EQ(faultOf(whole.substr(0, length)), ProjectFault::Cut) << length;
+    EXPECT_EQ(faultOf(later), ProjectFault::OtherVersion);
+    EXPECT_EQ(faultOf(endless), ProjectFault::Damaged);
+    EXPECT_EQ(faultOf(whole.substr(0, whole.size() - 1) + '\0'), ProjectFault::Damaged);
+    EXPECT_EQ(faultOf(whole), std::nullopt);
+    Load(project, WriteBag({{"CustomPropertyCount", 1}, {"Propery1", "no bar"s}}));
+    EXPECT_EQ(project->LoadFault, ProjectFault::Damaged);
+    Load(project, folder_.PathOf(u"gone.tsq"));
+    EXPECT_EQ(project->LoadFault, std::nullopt);
+}
+
 TEST_F(ProjectLoadFailure, ForgetsTheFailureOfAnEarlierCall)
 {
     const ProjectOwner project;

@@ -292,6 +292,22 @@ TEST_F(FileSet, DoesNotSplitAListAtALineFeedAlone)
     EXPECT_EQ(CountOfList(Full(u"a.ppt") + "\n" + Full(u"b.ppt")), 0);
 }
 
+TEST_F(FileSet, CountsTheFilesThatLineFeedsHide)
+{
+    folder_.Write(u"a.ppt");
+    folder_.Write(u"b.ppt");
+    folder_.Write(u"c.txt");
+
+    EXPECT_EQ(CountOfList(Full(u"a.ppt") + "\n" + Full(u"b.ppt") + "\n" + Full(u"c.txt") + "\nnodot\n"), 0);
+    EXPECT_EQ(project_->HiddenByLineFeeds, 2);
+
+    EXPECT_EQ(CountOfList(Full(u"a.ppt") + "\r\n" + Full(u"b.ppt") + "\n"), 1);
+    EXPECT_EQ(project_->HiddenByLineFeeds, 1);
+
+    EXPECT_EQ(CountOfList(Full(u"a.ppt") + "\r\nmissing.ppt\n"), 1);
+    EXPECT_EQ(project_->HiddenByLineFeeds, 0);
+}
+
 TEST_F(FileSet, DoesNotTrimTheLinesOfAList)
 {
     folder_.Write(u"a.ppt");
@@ -482,6 +498,11 @@ TEST_F(FileSet, LogsAListThatCannotBeRead)
     EXPECT_EQ(count, 0);
     EXPECT_THAT(Log(), ElementsAre("Error 70 (Permission denied: could not open list.txt) in procedure RetriveFile at "
                                    "Line No. 0 of Class Module Project"));
+    ASSERT_TRUE(project_->UnreadList);
+    EXPECT_EQ(project_->UnreadList->number, FailureNumber::PermissionDenied);
+    SetMode(folder_.PathOf(u"list.txt"), 0644);
+    project_->GetFileToProcessFileCount();
+    EXPECT_FALSE(project_->UnreadList);
 }
 
 #else

@@ -49,7 +49,30 @@ Section Messages()
     section.Key("1053", LanguageEntry::Words, "s");
     for (const char* key : {"1057", "1058", "1059"})
         section.Key(key, LanguageEntry::Words, "d");
+    section.Key("List.LineFeeds");
     return section;
+}
+
+/// The strip of notices, whose texts are made of those below.
+void AddNotices(Section& section)
+{
+    section.Captioned({"cmdErrorLog"});
+    section.Captioned({"lblNotice", "lblMoreNotices", "cmdCloseNotice"}, LanguageEntry::None);
+    for (const char* key : {"Notice.FileMissing", "Notice.FolderMissing", "Notice.NotPermitted", "Notice.InUse",
+                            "Notice.DiskFull", "Notice.OutOfMemory", "Notice.TooManyPairs", "Notice.OtherKind",
+                            "Notice.OtherVersion", "Notice.Cut", "Notice.Damaged", "Notice.TooManyRows"})
+        section.Key(key);
+    for (const char* key : {"Notice.NotKept", "Notice.NotRestored"})
+        section.Key(key, LanguageEntry::Words, "s");
+    for (const char* key : {"Notice.NotSaved", "Notice.ListNotRead", "Notice.NotOpened", "Notice.NotImported",
+                            "Notice.ImportedInPart", "Notice.NotExported"})
+        section.Key(key, LanguageEntry::Words, "is");
+    for (const char* key : {"Notice.More", "Notice.ErrorInRow"})
+        section.Key(key, LanguageEntry::Words, "d");
+    section.Key("Notice.Columns", LanguageEntry::Words, "di");
+    section.Key("Notice.LineFeeds", LanguageEntry::Words, "ds");
+    for (const char* key : {"Notice.FoldersNotRead", "Notice.Header"})
+        section.Key(key, LanguageEntry::Words, "dis");
 }
 
 void AddMenu(Section& section)
@@ -112,6 +135,7 @@ Section MainWindow()
     for (const char* column : {"0", "1", "2", "3", "4", "5"})
         section.Key(std::string("vsflex.TextMatrix(0,") + column + ")");
     AddMenu(section);
+    AddNotices(section);
     for (const char* key :
          {"grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107", "109", "110", "111"})
         section.Key(key);

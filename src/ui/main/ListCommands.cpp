@@ -34,7 +34,9 @@ void frmMain::mnuImportList_Click()
             return;
         const Hourglass hourglass;
         const auto list = std::make_shared<FindAndReplaceItems>();
-        if (!list->ImportList(common.FileName)) {
+        const bool isAccepted = list->ImportList(common.FileName);
+        NoteImport(*list, common.FileName, isAccepted);
+        if (!isAccepted) {
             ShowMessage(GlobalMsg(u"1056"), MessageIcon::Exclamation);
             return;
         }
@@ -55,8 +57,11 @@ void frmMain::mnuExportList_Click()
         if (Skip([this] { common.ShowSave(); }) == CancelSelected)
             return;
         const Hourglass hourglass;
-        if (!FileExists(common.FileName) || MayOverwrite(common.FileName))
-            NotNull(NotNull(CurrentProject)->FindAndReplaceList)->ExportsList(common.FileName);
+        if (FileExists(common.FileName) && !MayOverwrite(common.FileName))
+            return;
+        FindAndReplaceItems& list = *NotNull(NotNull(CurrentProject)->FindAndReplaceList);
+        list.ExportsList(common.FileName);
+        NoteExport(list, common.FileName);
     });
 }
 

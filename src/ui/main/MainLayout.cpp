@@ -11,6 +11,7 @@
 #include "ui/main/Frame.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/NoticeStrip.h"
 #include "ui/main/TabPage.h"
 
 namespace tessarine
@@ -29,6 +30,8 @@ void frmMain::BuildTabs()
 {
     auto* const whole = new QWidget(this);
     auto* const column = new QVBoxLayout(whole);
+    fraNotice = new NoticeStrip;
+    column->addWidget(fraNotice);
     SSTab1 = Named<QTabWidget>("SSTab1");
     SSTab1->addTab(new TabPage(BuildReplacementTab()), "Replacement");
     SSTab1->addTab(new TabPage(BuildFilesTab()), "File to process");
@@ -51,10 +54,12 @@ void frmMain::BuildStartButtons()
     centralWidget()->layout()->addWidget(picButtom);
 }
 
-/// As the eye goes: down the tab in front, then the start buttons.
+/// As the eye goes: the notices, down the tab in front, then the start buttons.
 void frmMain::SetTabOrder()
 {
     const std::initializer_list<QWidget*> order{
+        fraNotice->lblNotice, fraNotice->cmdErrorLog, fraNotice->cmdCloseNotice,
+        //
         SSTab1, optLoad[0], txtLoadsearch, cmdBrowse1, optLoad[1], grdItems, cmdAdd, cmdDelete, cmdSwap, lstLookIn,
         chkSelectAll, chkMatchCase, chkMatchWholeWord, chkHAlfFulll, chkPromptOnReplace,
         //
@@ -85,6 +90,7 @@ void frmMain::ConnectHandlers()
     click(cmdBrowse1, &frmMain::cmdBrowse1_Click);
     click(cmdBrowse2, &frmMain::cmdBrowse2_Click);
     click(cmdBrowse3, &frmMain::cmdBrowse3_Click);
+    click(fraNotice->cmdErrorLog, &frmMain::cmdErrorLog_Click);
 
     // An option button, a check box and a text box tell of every change, also of one that code makes.
     for (const int index : {0, 1}) {

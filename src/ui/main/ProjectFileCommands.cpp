@@ -55,6 +55,8 @@ void frmMain::mnuOpen_Click()
         std::int32_t error = 0;
         if (!NotNull(CurrentProject)->LoadProject(common.FileName, error)) {
             TellLoadError(error);
+            if (error == 0)  // no message has told
+                NoteLoad(common.FileName, false);
             return;
         }
         // Intended: unsaved changes are lost without a question. Only closing the window asks about them, as users
@@ -63,6 +65,7 @@ void frmMain::mnuOpen_Click()
         recentFiles_->SaveMRUFileList(common.FileName);
         PutProjectFile(common.FileName);
         PutIsModifed(false);
+        NoteLoad(common.FileName, true);
     });
 }
 
@@ -70,6 +73,7 @@ void frmMain::menuSave_Click()
 {
     LogAndReturn({u"menuSave_Click", place}, [this] {
         FillProjectObject();
+        String saved;
         if (projectFile_.empty()) {
             common.Filter = projectFilter;
             common.DialogTitle = GetLngString(u"frmMain", u"110");
@@ -82,13 +86,16 @@ void frmMain::menuSave_Click()
                 CurrentProject->SaveAsProject(common.FileName, true);
                 recentFiles_->SaveMRUFileList(common.FileName);
                 PutProjectFile(common.FileName);
+                saved = common.FileName;
             }
         } else {
             // A copy, because the call may write the final name into it.
-            String path = projectFile_;
-            CurrentProject->SaveAsProject(path, true);
+            saved = projectFile_;
+            CurrentProject->SaveAsProject(saved, true);
         }
         PutIsModifed(false);
+        if (!saved.empty())
+            NoteSave(saved);
     });
 }
 
@@ -105,6 +112,7 @@ void frmMain::menuSaveAs_Click()
         PutProjectFile(common.FileName);
         PutIsModifed(false);
         recentFiles_->SaveMRUFileList(common.FileName);
+        NoteSave(common.FileName);
     });
 }
 
@@ -122,12 +130,14 @@ void frmMain::mnuDefRF_Click(std::int32_t Index)
         PutProjectFile(path);
         if (!FileExists(projectFile_))
             return;
-        // Intended: nothing is said of a file that fails to load, because the form shows what has come of it. The mark
-        // that filling the form leaves stays, so that closing asks before the job is lost.
+        // Intended: no message stops the user at a file that fails to load; the strip of notices tells of it, and the
+        // form shows what has come of it. The mark that filling the form leaves stays, so that closing asks before the
+        // job is lost.
         std::int32_t error = 0;
-        CurrentProject->LoadProject(projectFile_, error);
+        const bool isLoaded = CurrentProject->LoadProject(projectFile_, error);
         recentFiles_->SaveMRUFileList(path);
         LoadProjectOnForm();
+        NoteLoad(path, isLoaded);
     });
 }
 

@@ -48,6 +48,13 @@ private:
     const std::function<void()> afterEnd_;
 };
 
+/// That there is nothing to do, and why where a person would not find out: the lines of a list look right in an editor.
+String TextWithoutFiles(const Project& project)
+{
+    const String text = GlobalMsg(u"1052");
+    return project.HiddenByLineFeeds == 0 ? text : text + u"\n\n" + GlobalMsg(u"List.LineFeeds");
+}
+
 /// Names what a person may want to save first: work in PowerPoint, and backups that the run would replace.
 String QuestionBeforeRun(const Project& project)
 {
@@ -74,8 +81,9 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         if (const std::size_t unread = CurrentProject->UnreadFolders.size(); unread > 0)
             ShowMessage(GlobalMsg(u"1058", Checked<std::int32_t>(static_cast<std::int64_t>(unread))),
                         MessageIcon::Exclamation);
+        NoteFileSet();
         if (totalFiles == 0) {
-            ShowMessage(GlobalMsg(u"1052"), MessageIcon::Exclamation);
+            ShowMessage(TextWithoutFiles(*CurrentProject), MessageIcon::Exclamation);
             SSTab1->setCurrentIndex(1);
             return;
         }
@@ -107,7 +115,9 @@ std::optional<std::shared_ptr<FindAndReplaceItems>> frmMain::ListOfRun()
     }
     // The validation has read the file already, and dropped the list: the user may have changed the file meanwhile.
     auto list = std::make_shared<FindAndReplaceItems>();
-    const bool isRead = list->ImportList(FromQt(txtLoadsearch->text()));
+    const String path = FromQt(txtLoadsearch->text());
+    const bool isRead = list->ImportList(path);
+    NoteImport(*list, path, isRead);
     if (isRead && list->Count() > 0)
         return list;
     ShowMessage(GlobalMsg(isRead ? u"1055" : u"1003"), MessageIcon::Exclamation);

@@ -63,7 +63,9 @@ bool frmMain::ValidateList()
             break;
         default: {
             FindAndReplaceItems list;
-            if (!list.ImportList(path))
+            const bool isAccepted = list.ImportList(path);
+            NoteImport(list, path, isAccepted);
+            if (!isAccepted)
                 complaint = u"1056";
             else if (list.Count() == 0)
                 complaint = u"1055";

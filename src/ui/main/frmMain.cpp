@@ -22,6 +22,7 @@
 #include "shell/WindowPlace.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/NoticeStrip.h"
 
 namespace tessarine
 {
@@ -88,6 +89,7 @@ void frmMain::Form_Load()
         LoadLng();
         PutProjectFile({});  // the default project does not count as an open file
         grdItems->SetStartWidths();
+        NoteStart();
     });
 }
 
@@ -124,6 +126,7 @@ void frmMain::LoadLng()
         grdItems->SetEmptyText(ToQt(GetLngString(section, u"grdItems.EmptyText")));
         lblEngine->setText(ToQt(GetLngString(u"Global Msg", IsBuiltInEngine ? u"1062" : u"1061")));
         NameControlsWithoutCaption();
+        fraNotice->Reword();
     });
 }
 
@@ -167,6 +170,7 @@ void frmMain::Form_QueryUnload(bool& Cancel)
         // Before the question and whatever its answer: the next start begins with the form as it stands now.
         String path = DefaultProjectPath();
         NotNull(CurrentProject)->SaveAsProject(path, true);
+        NoteDefaultProject();
         if (isModifed_)
             AskAndSave(Cancel);
     });
@@ -179,12 +183,11 @@ void frmMain::AskAndSave(bool& Cancel)
         Cancel = true;
     if (answer != MessageAnswer::Yes)
         return;
-    if (!projectFile_.empty()) {
+    if (projectFile_.empty())
+        menuSaveAs_Click();
+    else
         menuSave_Click();
-        return;
-    }
-    menuSaveAs_Click();
-    Cancel = isModifed_;  // the user has left the dialog without a name
+    Cancel = isModifed_;  // the user has left the dialog without a name, or the job could not be saved
 }
 
 }  // namespace tessarine

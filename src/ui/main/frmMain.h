@@ -31,6 +31,7 @@ class EntryBox;
 class FindAndReplaceItems;
 class frmChangeLanguage;
 class ItemsGrid;
+class NoticeStrip;
 class NumberBox;
 class Project;
 class RecentFiles;
@@ -124,6 +125,8 @@ public:
     void cmdBrowse3_Click();                ///< The text file that lists presentations.
     void OpenTextOf(const QLineEdit& box);  ///< The DblClick of the three boxes: opens the path in the box.
 
+    void cmdErrorLog_Click();  ///< Of the notices (Notices.cpp): opens the error log.
+
     // Language, help, about: HelpCommands.cpp.
 
     void mnuChangeLanguage_Click();             ///< Shows the dialog and waits for its end.
@@ -185,6 +188,17 @@ private:
     void TakeLocations(std::int32_t row);
     void AskAndSave(bool& Cancel);
 
+    // What became of a step, for the strip of notices: Notices.cpp. Each tells of a failure, or that one is over.
+    void NoteStart();                   // the default project was loaded before the window
+    void NoteSave(const String& path);  // a failure marks the job again
+    void NoteDefaultProject();          // it was saved
+    void NoteLoad(const String& path, bool isLoaded);
+    void NoteImport(const FindAndReplaceItems& list, const String& path, bool isAccepted);
+    void NoteExport(const FindAndReplaceItems& list, const String& path);
+    void NoteFileSet();  // the files of the job were counted
+    void NoteFileList(const String& path);
+    bool HasSaved(const String& path) const;
+
     bool ValidateList();
     bool ValidateFiles();
 
@@ -195,6 +209,7 @@ private:
 
     QToolBar* Toolbar1 = nullptr;
     QLabel* lblEngine = nullptr;  // in the status bar
+    NoticeStrip* fraNotice = nullptr;
     QTabWidget* SSTab1 = nullptr;
     std::array<QPushButton*, 2> cmdStartReplacing{};  // by StartCommand
 

@@ -4,7 +4,6 @@
 #include "app/GlobalState.h"
 #include "log/ErrorLog.h"
 #include "log/Treatments.h"
-#include "platform/Messages.h"
 #include "shell/OpenDoc.h"
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/ResultLog.h"
@@ -57,10 +56,7 @@ void frmProcessingDocuments::lstHits_DblClick(const String& path)
 
 void frmProcessingDocuments::Open(const String& path)
 {
-    String errorText;
-    OpenDoc(path, errorText);
-    if (!errorText.empty())
-        ShowMessage(errorText, MessageIcon::Exclamation);
+    OpenOrTell(path);
 }
 
 void frmProcessingDocuments::trvChangedFiles_DblClick()

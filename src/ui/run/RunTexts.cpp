@@ -1,30 +1,10 @@
 #include "ui/run/RunTexts.h"
 
-#include <QStringList>
-
 #include "app/LanguageText.h"
 #include "i18n/QtText.h"
 
 namespace tessarine
 {
-
-namespace
-{
-
-/// The values that there are, without any words.
-QString Alone(const RunTexts::Values& values)
-{
-    QStringList parts;
-    if (values.i)
-        parts += *values.i;
-    if (values.s)
-        parts += *values.s;
-    if (values.d)
-        parts += QString::number(*values.d);
-    return parts.join(u' ');
-}
-
-}  // namespace
 
 const QString& RunTexts::operator()(StringView key) const
 {
@@ -36,25 +16,7 @@ const QString& RunTexts::operator()(StringView key) const
 
 QString RunTexts::Filled(StringView key, const Values& values) const
 {
-    const QString& text = (*this)(key);
-    if (text.isEmpty())
-        return Alone(values);
-    QString filled;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        const QChar placeholder = text[at] == u'%' && at + 1 < text.size() ? text[at + 1] : QChar();
-        if (placeholder == u'd' && values.d)
-            filled += QString::number(*values.d);
-        else if (placeholder == u'i' && values.i)
-            filled += *values.i;
-        else if (placeholder == u's' && values.s)
-            filled += *values.s;
-        else {
-            filled += text[at];
-            continue;
-        }
-        ++at;  // past the letter
-    }
-    return filled;
+    return FilledText((*this)(key), values);
 }
 
 }  // namespace tessarine

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <unordered_map>
 
 #include <QString>
 
+#include "i18n/FilledText.h"
 #include "platform/String.h"
 
 namespace tessarine
@@ -19,12 +18,7 @@ public:
     /// The text of a key; empty when the language file lacks it.
     const QString& operator()(StringView key) const;
 
-    /// What stands in place of the placeholders.
-    struct Values {
-        std::optional<std::int64_t> d{};
-        std::optional<QString> i{};
-        std::optional<QString> s{};
-    };
+    using Values = TextValues;
 
     /// The text of a key with "%d", "%i" and "%s" filled in. What is put in is not searched for placeholders again.
     /// Where the language file lacks the key, the values stand alone, with blanks between them.
