@@ -58,11 +58,12 @@ void AddNotices(Section& section)
 {
     section.Captioned({"cmdErrorLog"});
     section.Captioned({"lblNotice", "lblMoreNotices", "cmdCloseNotice"}, LanguageEntry::None);
-    for (const char* key : {"Notice.FileMissing", "Notice.FolderMissing", "Notice.NotPermitted", "Notice.InUse",
-                            "Notice.DiskFull", "Notice.OutOfMemory", "Notice.TooManyPairs", "Notice.OtherKind",
-                            "Notice.OtherVersion", "Notice.Cut", "Notice.Damaged", "Notice.TooManyRows"})
+    for (const char* key :
+         {"Notice.FileMissing", "Notice.FolderMissing", "Notice.NotPermitted", "Notice.InUse", "Notice.DiskFull",
+          "Notice.OutOfMemory", "Notice.TooManyPairs", "Notice.OtherKind", "Notice.OtherVersion", "Notice.CantTake",
+          "Notice.Cut", "Notice.Damaged", "Notice.TooManyRows"})
         section.Key(key);
-    for (const char* key : {"Notice.NotKept", "Notice.NotRestored"})
+    for (const char* key : {"Notice.NotKept", "Notice.NotRestored", "Notice.DropNotKept"})
         section.Key(key, LanguageEntry::Words, "s");
     for (const char* key : {"Notice.NotSaved", "Notice.ListNotRead", "Notice.NotOpened", "Notice.NotImported",
                             "Notice.ImportedInPart", "Notice.NotExported"})
@@ -119,7 +120,10 @@ Section MainWindow()
                        "lblPasswordOpen",
                        "lblRestartFileCount",
                        "lblRestartAfterSecond"});
-    section.Captioned({"cmdBrowse1", "cmdBrowse2", "cmdBrowse3", "fradivide"}, LanguageEntry::None);
+    section.Captioned({"cmdBrowse1", "cmdBrowse2", "cmdBrowse3", "fradivide", "lblFileCount"}, LanguageEntry::None);
+    section.Key("lblFileCount.Counting");
+    section.Key("lblFileCount.Totals", LanguageEntry::Words, "di");
+    section.Key("lblFileCount.Unread", LanguageEntry::Words, "d");
     for (const char* control :
          {"cboSpreadsheetType", "cboversion", "txtGetFileName", "txtStartFolder", "txtLoadsearch", "txtRevisonProperty",
           "txtPasswordOpen", "lstRestartAfterSecond", "lstRestartFileCount", "lstLookIn", "grdItems", "Toolbar1"})

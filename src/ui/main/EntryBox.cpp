@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include <QDragEnterEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 
 namespace tessarine
 {
@@ -17,6 +19,15 @@ bool AreDigits(const QString& text)
 }
 
 }  // namespace
+
+void EntryBox::dragEnterEvent(QDragEnterEvent* event)
+{
+    // Files come with their addresses as a text, which nobody wants in a box.
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QLineEdit::dragEnterEvent(event);
+}
 
 void EntryBox::mouseReleaseEvent(QMouseEvent* event)
 {

@@ -5,7 +5,7 @@
 namespace tessarine
 {
 
-/// A text box of one line that tells of clicks.
+/// A text box of one line that tells of clicks, and leaves files that are dropped on it to its window.
 class EntryBox : public QLineEdit
 {
     Q_OBJECT
@@ -21,6 +21,7 @@ Q_SIGNALS:
     void DblClick();
 
 protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;  ///< Takes texts; files are for the window.
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 };

@@ -58,6 +58,10 @@ QWidget* frmMain::BuildFilesTab()
     listRow->addWidget(txtGetFileName, 1);
     listRow->addWidget(cmdBrowse3);
     tab->addWidget(picBrowse3);
+    tab->addSpacing(ColumnGap);
+    lblFileCount = Named<QLabel>("lblFileCount");
+    lblFileCount->setWordWrap(true);
+    tab->addWidget(lblFileCount);
     tab->addStretch();
     return fraFileProcess;
 }

@@ -32,21 +32,27 @@ void frmMain::mnuImportList_Click()
         common.DialogTitle = GetLngString(u"frmMain", u"107");
         if (Skip([this] { common.ShowOpen(); }) == CancelSelected)
             return;
-        const Hourglass hourglass;
-        const auto list = std::make_shared<FindAndReplaceItems>();
-        const bool isAccepted = list->ImportList(common.FileName);
-        NoteImport(*list, common.FileName, isAccepted);
-        if (!isAccepted) {
-            ShowMessage(GlobalMsg(u"1056"), MessageIcon::Exclamation);
-            return;
-        }
-        NotNull(CurrentProject)->FindAndReplaceList = list;
-        LoadGrid(*list);
-        if (grdItems->Rows() >= 2)
-            FillItemOnForm(*NotNull(list->Item(grdItems->Row())));
-        EnableDisableControl();
-        // Intended: an import does not mark the job, because the list can be had from its file again.
+        ImportFrom(common.FileName);
     });
+}
+
+bool frmMain::ImportFrom(const String& path)
+{
+    const Hourglass hourglass;
+    const auto list = std::make_shared<FindAndReplaceItems>();
+    const bool isAccepted = list->ImportList(path);
+    NoteImport(*list, path, isAccepted);
+    if (!isAccepted) {
+        ShowMessage(GlobalMsg(u"1056"), MessageIcon::Exclamation);
+        return false;
+    }
+    NotNull(CurrentProject)->FindAndReplaceList = list;
+    LoadGrid(*list);
+    if (grdItems->Rows() >= 2)
+        FillItemOnForm(*NotNull(list->Item(grdItems->Row())));
+    EnableDisableControl();
+    // Intended: an import does not mark the job, because the list can be had from its file again.
+    return true;
 }
 
 void frmMain::mnuExportList_Click()

@@ -21,6 +21,7 @@ enum class NoticeCause {
     Export,  ///< A list was not saved.
     Folder,  ///< Folders could not be read.
     Lines,   ///< A list of files could not be read, or has lines that do not end as they should.
+    Drop,    ///< What was dropped could not be used.
 };
 
 /// A strip that tells what went wrong without stopping anybody: the newest notice, how many others wait behind it, a

@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 
 #include "ui/main/Controls.h"
 #include "ui/main/EntryBox.h"
@@ -93,6 +94,7 @@ QWidget* frmMain::BuildVersionControl()
     cboversion->addItems({"1.0", "0.1"});
     // A completer would make "1.0" of a typed "1".
     cboversion->setCompleter(nullptr);
+    cboversion->lineEdit()->setAcceptDrops(false);  // files that are dropped are for the window
     cboversion->setInsertPolicy(QComboBox::NoInsert);
     cboversion->setCurrentIndex(-1);  // no entry is chosen at first
     txtPasswordOpen = Named<EntryBox>("txtPasswordOpen");

@@ -52,21 +52,26 @@ void frmMain::mnuOpen_Click()
             ShowMessage(u"Invalid Tessarine Project File.", MessageIcon::Exclamation);
             return;
         }
-        std::int32_t error = 0;
-        if (!NotNull(CurrentProject)->LoadProject(common.FileName, error)) {
-            TellLoadError(error);
-            if (error == 0)  // no message has told
-                NoteLoad(common.FileName, false);
-            return;
-        }
-        // Intended: unsaved changes are lost without a question. Only closing the window asks about them, as users
-        // know.
-        LoadProjectOnForm();
-        recentFiles_->SaveMRUFileList(common.FileName);
-        PutProjectFile(common.FileName);
-        PutIsModifed(false);
-        NoteLoad(common.FileName, true);
+        OpenProject(common.FileName);
     });
+}
+
+void frmMain::OpenProject(const String& path)
+{
+    std::int32_t error = 0;
+    if (!NotNull(CurrentProject)->LoadProject(path, error)) {
+        TellLoadError(error);
+        if (error == 0)  // no message has told
+            NoteLoad(path, false);
+        return;
+    }
+    // Intended: unsaved changes are lost without a question. Only closing the window, and a project that is dropped on
+    // it, ask about them, as users know.
+    LoadProjectOnForm();
+    recentFiles_->SaveMRUFileList(path);
+    PutProjectFile(path);
+    PutIsModifed(false);
+    NoteLoad(path, true);
 }
 
 void frmMain::menuSave_Click()

@@ -21,6 +21,7 @@
 #include "shell/RecentFiles.h"
 #include "shell/WindowPlace.h"
 #include "ui/main/EntryBox.h"
+#include "ui/main/FileCounter.h"
 #include "ui/main/ItemsGrid.h"
 #include "ui/main/NoticeStrip.h"
 
@@ -65,6 +66,9 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     SetTabOrder();
     ConnectHandlers();
     ConnectGrid();
+    fileCounter_ = new FileCounter(this);
+    ConnectFileCount();
+    setAcceptDrops(true);
     RestorePlace(*this, u"frmMain");
     Form_Load();
 }
@@ -127,6 +131,8 @@ void frmMain::LoadLng()
         lblEngine->setText(ToQt(GetLngString(u"Global Msg", IsBuiltInEngine ? u"1062" : u"1061")));
         NameControlsWithoutCaption();
         fraNotice->Reword();
+        if (wordFileCount_)
+            WordFileCount();
     });
 }
 

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include <QMainWindow>
 
@@ -28,6 +30,7 @@ namespace tessarine
 
 class CounterStatuses;
 class EntryBox;
+class FileCounter;
 class FindAndReplaceItems;
 class frmChangeLanguage;
 class ItemsGrid;
@@ -157,6 +160,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;  ///< Takes files, unless a run is going.
+    void dropEvent(QDropEvent* event) override;
 
 private:
     /// The unit of the handlers in the lines of the error log.
@@ -184,6 +189,8 @@ private:
     void BuildTitle();
     void Mark();        // modified, unless the form is being filled
     void MarkAlways();  // modified, also while the form is being filled
+    void OpenProject(const String& path);
+    bool ImportFrom(const String& path);  // false after a message that it was refused
     void TakePairFromList(std::int32_t row);
     void TakeLocations(std::int32_t row);
     void AskAndSave(bool& Cancel);
@@ -198,6 +205,19 @@ private:
     void NoteFileSet();  // the files of the job were counted
     void NoteFileList(const String& path);
     bool HasSaved(const String& path) const;
+
+    // Files and folders that are dropped: DropCommands.cpp.
+    void Take(const std::vector<String>& paths, const QWidget* under);
+    void TakeFolder(const String& path);
+    void TakePresentations(const std::vector<String>& paths);
+    void TakeFileList(const String& path);
+    void TakePairList(const String& path, const QWidget* under);
+    void TakeProject(const String& path);
+
+    // The count on the tab of the files: FileCounting.cpp.
+    void ConnectFileCount();
+    void CountFiles();  // those that are chosen by now, while the tab is in front
+    void WordFileCount();
 
     bool ValidateList();
     bool ValidateFiles();
@@ -239,6 +259,7 @@ private:
     QWidget* picBrowse3 = nullptr;
     EntryBox* txtGetFileName = nullptr;
     QPushButton* cmdBrowse3 = nullptr;
+    QLabel* lblFileCount = nullptr;
 
     // On the third tab.
     QCheckBox* chkBackupMode = nullptr;
@@ -268,6 +289,8 @@ private:
     std::shared_ptr<Project> mProject;
     std::unique_ptr<frmChangeLanguage> mfrmChangeLanguage;  // while it is shown
     std::unique_ptr<RecentFiles> recentFiles_;
+    FileCounter* fileCounter_ = nullptr;
+    std::function<QString()> wordFileCount_;  // what lblFileCount tells, in the language in force; may be empty
 };
 
 /// The text of a key of section "Global Msg", in the active language.
