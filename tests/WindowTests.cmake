@@ -59,6 +59,11 @@ target_compile_definitions(ui_main_test PRIVATE TESSARINE_PROGRAM_FOLDER="${PROJ
 tessarine_window_test(ui_run_test FROM ui/run ON tessarine_ui_run)
 add_dependencies(ui_run_test tessarine_languages)
 target_compile_definitions(ui_run_test PRIVATE TESSARINE_PROGRAM_FOLDER="${PROJECT_BINARY_DIR}/src")
+# All windows, in the look of the program.
+tessarine_window_test(accessibility_test FROM accessibility ON tessarine_desktop_parts tessarine_builtin tessarine_sheets)
+target_sources(accessibility_test PRIVATE ui/main/MainWindowTest.cpp)
+add_dependencies(accessibility_test tessarine_languages)
+target_compile_definitions(accessibility_test PRIVATE TESSARINE_PROGRAM_FOLDER="${PROJECT_BINARY_DIR}/src")
 tessarine_window_test(desktop_test FROM desktop ON tessarine_desktop_parts)
 if(NOT WIN32)
     find_package(Qt6 REQUIRED COMPONENTS DBus)

@@ -1,5 +1,7 @@
 #include "desktop/OutlinedStyle.h"
 
+#include <QAbstractItemView>
+#include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -29,6 +31,34 @@ void OutlinedStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* 
     else
         painter->drawRoundedRect(outline, corner, corner);
     painter->restore();
+}
+
+void OutlinedStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                                const QWidget* widget) const
+{
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (element != CE_ShapedFrame || qobject_cast<const QAbstractItemView*>(widget) == nullptr || !widget->hasFocus())
+        return;
+    painter->save();
+    painter->setPen(option->palette.color(QPalette::Highlight));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+}
+
+void OutlinedStyle::polish(QWidget* widget)
+{
+    QProxyStyle::polish(widget);
+    if (widget->isWindow())
+        widget->installEventFilter(this);
+}
+
+bool OutlinedStyle::eventFilter(QObject* watched, QEvent* event)
+{
+    // Qt takes the attribute away from each window that it shows.
+    if (event->type() == QEvent::Show)
+        static_cast<QWidget*>(watched)->setAttribute(Qt::WA_KeyboardFocusChange);
+    return QProxyStyle::eventFilter(watched, event);
 }
 
 }  // namespace tessarine

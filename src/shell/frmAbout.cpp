@@ -45,6 +45,7 @@ void frmAbout::BuildControls()
 
     auto* const picture = new QLabel(this);
     picture->setObjectName("imgIcon");
+    picture->setAccessibleName(ToQt(ApplicationTitle));
     picture->setPixmap(Icon("tessarine").pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
     auto* const lblAbout1 = MakeLabel("lblAbout1", ToQt(ApplicationTitle), this);
     QFont titleFont = lblAbout1->font();

@@ -164,6 +164,8 @@ QVariant ItemsModel::data(const QModelIndex& index, int role) const
                 return endlessTip_;
             // Settings are often wider than their column; the tip shows them whole.
             return column >= ItemColumn::SearchType ? QVariant(Text(row, column)) : QVariant();
+        case Qt::AccessibleDescriptionRole:  // of the mark, for those who do not see it
+            return column == ItemColumn::ReplaceWith && NeverEnds(row) ? QVariant(endlessTip_) : QVariant();
         case Qt::DecorationRole:
             return column == ItemColumn::ReplaceWith && NeverEnds(row) ? QVariant(Icon("warning")) : QVariant();
         case Qt::BackgroundRole:

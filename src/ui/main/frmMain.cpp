@@ -1,6 +1,7 @@
 #include "ui/main/frmMain.h"
 
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -152,6 +153,8 @@ void frmMain::NameControlsWithoutCaption()
     txtLoadsearch->setAccessibleName(plain(optLoad[0]->text()));
     grdItems->setAccessibleName(plain(optLoad[1]->text()));
     txtGetFileName->setAccessibleName(plain(optFileProcess[1]->text()));
+    cboversion->lineEdit()->setAccessibleName(cboversion->accessibleName());
+    SSTab1->setAccessibleName(ToQt(GetLngString(u"frmMain", u"SSTab1.Name")));
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

@@ -122,15 +122,15 @@ void frmProcessingDocuments::BuildCounts()
 void frmProcessingDocuments::BuildWarning()
 {
     panelWarning = MakeControl<QFrame>("panelWarning", this);
-    auto* const picture = new QLabel(panelWarning);
+    imgWarning = new QLabel(panelWarning);  // without a name, because its text comes from no caption
     const int size = fontMetrics().height() * 3 / 2;
-    picture->setPixmap(Icon("warning").pixmap(QSize(size, size), devicePixelRatioF()));
+    imgWarning->setPixmap(Icon("warning").pixmap(QSize(size, size), devicePixelRatioF()));
     lblWarning = MakeLabel<QLabel>("lblWarning", "123", panelWarning);
     lblWarning->setWordWrap(true);
 
     auto* const row = new QHBoxLayout(panelWarning);
     row->setContentsMargins({});
-    row->addWidget(picture);
+    row->addWidget(imgWarning);
     row->addWidget(lblWarning, 1);
 }
 

@@ -122,7 +122,7 @@ void frmProcessingDocuments::LoadLng()
         for (FilterBar* filter : filters)
             filter->PutTexts(texts_);
         panelHits->PutTexts(texts_);
-        NameTrees();
+        NameControlsWithoutCaption();
         ShowFailures();
         // All tabs of the language in force can be seen without scrolling, with thousands of files in each.
         const int counts = 3 * fontMetrics().horizontalAdvance("(00000) ");
@@ -133,8 +133,11 @@ void frmProcessingDocuments::LoadLng()
 }
 
 /// For those who hear the window instead of seeing it: a tree speaks by its tab.
-void frmProcessingDocuments::NameTrees()
+void frmProcessingDocuments::NameControlsWithoutCaption()
 {
+    SSTab1->setAccessibleName(TextOf(u"SSTab1.Name"));
+    pgbar1->setAccessibleName(TextOf(u"pgbar1.Name"));
+    imgWarning->setAccessibleName(TextOf(u"panelWarning.Name"));
     const std::array<ResultTree*, 3> trees{trvChangedFiles, trvNotChangedFiles, trvErrors};
     for (std::size_t i = 0; i < trees.size(); ++i)
         trees[i]->setAccessibleName(SSTab1->tabText(static_cast<int>(i) + 1).remove(u'&'));

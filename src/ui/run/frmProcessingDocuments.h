@@ -165,7 +165,7 @@ private:
     void tmrelapsedSecsX_Timer();
     void ShowElapsedTime();  // from StartTime to now
     void ShowFailures();     // the two lines about them, or none
-    void NameTrees();
+    void NameControlsWithoutCaption();
     void RestoreSize();
     void KeepSize() const;                              // for the next window of its kind
     void OpenNodeUnderPointer(const ResultTree& tree);  // by the last move of the pointer
@@ -215,6 +215,7 @@ private:
     QPushButton* cmdErrorLog = nullptr;  // beside the lines about failures
     QWidget* panelFailures = nullptr;
     QFrame* panelWarning = nullptr;
+    QLabel* imgWarning = nullptr;
     QLabel* lblWarning = nullptr;
     QWidget* panelCommand = nullptr;
     QSplitter* splHits = nullptr;         // the tabs above the hits
