@@ -64,6 +64,12 @@ tessarine_window_test(accessibility_test FROM accessibility ON tessarine_desktop
 target_sources(accessibility_test PRIVATE ui/main/MainWindowTest.cpp)
 add_dependencies(accessibility_test tessarine_languages)
 target_compile_definitions(accessibility_test PRIVATE TESSARINE_PROGRAM_FOLDER="${PROJECT_BINARY_DIR}/src")
+if(NOT WIN32)
+    # The same from outside, through the bus that screen readers use; skipped where that or a screen is missing.
+    add_test(NAME accessibility_bridge COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/accessibility/bridge/walk-windows
+             $<TARGET_FILE:tessarine> $<TARGET_FILE:make-sample-decks>)
+    set_tests_properties(accessibility_bridge PROPERTIES SKIP_RETURN_CODE 77 TIMEOUT 600)
+endif()
 tessarine_window_test(desktop_test FROM desktop ON tessarine_desktop_parts)
 if(NOT WIN32)
     find_package(Qt6 REQUIRED COMPONENTS DBus)
