@@ -140,7 +140,7 @@ Section MainWindow()
         section.Key(std::string("vsflex.TextMatrix(0,") + column + ")");
     AddMenu(section);
     AddNotices(section);
-    for (const char* key : {"SSTab1.Name", "grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107",
+    for (const char* key : {"Tabs.Name", "grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107",
                             "109", "110", "111"})
         section.Key(key);
     return section;
@@ -176,7 +176,7 @@ void AddResultMenu(Section& section)
          {"mnuCopyNode", "mnuExpandAll", "mnuCollapseAll", "mnuOpenFile", "mnuOpenFolder", "mnuCopyPath",
           "mnuRestoreFile", "mnuRemoveBackup", "mnuRestoreAll", "mnuRemoveAllBackups"})
         section.Key(std::string(item) + ".caption");
-    for (const char* key : {"SSTab1.Name", "pgbar1.Name", "panelWarning.Name"})
+    for (const char* key : {"Tabs.Name", "pgbar1.Name", "panelWarning.Name"})
         section.Key(key);
     for (const char* key : {"Backups.AskRestore", "Backups.AskRemove"})
         section.Key(key, LanguageEntry::Words, "s");

@@ -154,7 +154,7 @@ void frmMain::NameControlsWithoutCaption()
     grdItems->setAccessibleName(plain(optLoad[1]->text()));
     txtGetFileName->setAccessibleName(plain(optFileProcess[1]->text()));
     cboversion->lineEdit()->setAccessibleName(cboversion->accessibleName());
-    SSTab1->setAccessibleName(ToQt(GetLngString(u"frmMain", u"SSTab1.Name")));
+    SSTab1->setAccessibleName(ToQt(GetLngString(u"frmMain", u"Tabs.Name")));
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

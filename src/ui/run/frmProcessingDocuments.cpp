@@ -135,7 +135,7 @@ void frmProcessingDocuments::LoadLng()
 /// For those who hear the window instead of seeing it: a tree speaks by its tab.
 void frmProcessingDocuments::NameControlsWithoutCaption()
 {
-    SSTab1->setAccessibleName(TextOf(u"SSTab1.Name"));
+    SSTab1->setAccessibleName(TextOf(u"Tabs.Name"));
     pgbar1->setAccessibleName(TextOf(u"pgbar1.Name"));
     imgWarning->setAccessibleName(TextOf(u"panelWarning.Name"));
     const std::array<ResultTree*, 3> trees{trvChangedFiles, trvNotChangedFiles, trvErrors};
