@@ -99,15 +99,11 @@ class Texts:
 
 
 class Program:
-    """The program, started in a home of its own in `folder`, in a language."""
+    """The program, started in a home of its own in `folder`. It speaks English at first."""
 
-    def __init__(self, program, folder, language="English", arguments=(), **environment):
-        self.text = Texts(program, language)
-        settings = os.path.join(folder, "Tessarine")
-        os.makedirs(settings, exist_ok=True)
-        with open(os.path.join(settings, "tessarine.ini"), "w", encoding="utf-8") as file:
-            file.write(f"[INIFILE]\nPATH={language}.lng\n")
-        self.process = subprocess.Popen([program, *arguments], env={
+    def __init__(self, program, folder, **environment):
+        self.text = Texts(program, "English")
+        self.process = subprocess.Popen([program], env={
             **os.environ, "HOME": folder, "XDG_CONFIG_HOME": folder, "XDG_DATA_HOME": folder, "LC_ALL": "C.UTF-8",
             "QT_QPA_PLATFORM": "xcb", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **environment})
         Atspi.set_timeout(2000, 2000)  # milliseconds
