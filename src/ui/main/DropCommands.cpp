@@ -15,6 +15,7 @@
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/MainTab.h"
 #include "ui/main/NoticeStrip.h"
 #include "ui/main/NoticeTexts.h"
 
@@ -25,9 +26,6 @@ namespace tessarine
 
 namespace
 {
-
-constexpr int replacementTab = 0;
-constexpr int filesTab = 1;
 
 /// The paths of what is dropped; none when any of it is not on this system's disks.
 std::vector<String> PathsIn(const QMimeData& data)
@@ -98,14 +96,14 @@ void frmMain::TakeFolder(const String& path)
     // As the dialog for the folder leaves it.
     txtStartFolder->setText(ToQt(path.ends_with(PathSeparator) ? path : path + PathSeparator));
     optFileProcess[0]->setChecked(true);
-    SSTab1->setCurrentIndex(filesTab);
+    SSTab1->setCurrentIndex(MainTab::Files);
 }
 
 void frmMain::TakeFileList(const String& path)
 {
     txtGetFileName->setText(ToQt(path));
     optFileProcess[1]->setChecked(true);
-    SSTab1->setCurrentIndex(filesTab);
+    SSTab1->setCurrentIndex(MainTab::Files);
 }
 
 /// Exactly these, and not the others of their folder: a job holds several files as a list of them.
@@ -128,7 +126,7 @@ void frmMain::TakePairList(const String& path, const QWidget* under)
     const auto isIn = [under](const QWidget* part) { return under == part || part->isAncestorOf(under); };
     const bool isForBox = isIn(optLoad[0]) || isIn(picBrowse1);
     const bool isForGrid = isIn(optLoad[1]) || isIn(grdItems->parentWidget());
-    SSTab1->setCurrentIndex(replacementTab);
+    SSTab1->setCurrentIndex(MainTab::Replacement);
     if (isForBox || (!isForGrid && optLoad[0]->isChecked())) {
         txtLoadsearch->setText(ToQt(path));
         optLoad[0]->setChecked(true);

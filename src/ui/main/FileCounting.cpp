@@ -11,6 +11,7 @@
 #include "ui/main/EntryBox.h"
 #include "ui/main/FileCounter.h"
 #include "ui/main/frmMain.h"
+#include "ui/main/MainTab.h"
 
 // How many presentations the choice on the second tab holds, counted beside the window while that tab is in front.
 
@@ -20,14 +21,12 @@ namespace tessarine
 namespace
 {
 
-constexpr int countedTab = 1;
-
 QString CountText(const String& key, const TextValues& values = {})
 {
     return FilledText(ToQt(GetLngString(u"frmMain", u"lblFileCount." + key)), values);
 }
 
-QString TextOf(const FileTotals& totals, bool isListed)
+QString TotalsText(const FileTotals& totals, bool isListed)
 {
     if (!totals.isThere)
         return ToQt(GlobalMsg(isListed ? u"1050" : u"1047"));
@@ -50,7 +49,7 @@ void frmMain::CountFiles()
                                 .withSubfolders = chkIncludesubfolders->isChecked(),
                                 .list = FromQt(txtGetFileName->text()),
                                 .patterns = FromQt(cboSpreadsheetType->currentText())};
-        const bool isInSight = SSTab1->currentIndex() == countedTab;
+        const bool isInSight = SSTab1->currentIndex() == MainTab::Files;
         if (isInSight && !runWatch_.IsRunGoing() && !(isListed ? choice.list : choice.folder).empty())
             fileCounter_->Count(choice);
         else
@@ -74,7 +73,7 @@ void frmMain::ConnectFileCount()
         WordFileCount();
     });
     connect(fileCounter_, &FileCounter::Counted, this, [this](const FileTotals& totals) {
-        wordFileCount_ = [totals, isListed = optFileProcess[1]->isChecked()] { return TextOf(totals, isListed); };
+        wordFileCount_ = [totals, isListed = optFileProcess[1]->isChecked()] { return TotalsText(totals, isListed); };
         WordFileCount();
     });
 }

@@ -51,7 +51,7 @@ NoticeStrip::NoticeStrip()
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     picture->setPixmap(Icon("warning").pixmap(QSize(size, size), devicePixelRatioF()));
     auto* const row = new QHBoxLayout(this);
-    row->addWidget(picture, 0, Qt::AlignTop);
+    row->addWidget(picture, 0, Qt::AlignVCenter);
     row->addWidget(lblNotice, 1);
     row->addWidget(lblMoreNotices);
     row->addWidget(cmdErrorLog);

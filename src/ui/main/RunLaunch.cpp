@@ -14,6 +14,7 @@
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/MainTab.h"
 #include "ui/main/StartCommand.h"
 #include "ui/run/frmProcessingDocuments.h"
 
@@ -84,7 +85,7 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
         NoteFileSet();
         if (totalFiles == 0) {
             ShowMessage(TextWithoutFiles(*CurrentProject), MessageIcon::Exclamation);
-            SSTab1->setCurrentIndex(1);
+            SSTab1->setCurrentIndex(MainTab::Files);
             return;
         }
         const Message question{QuestionBeforeRun(*CurrentProject), MessageIcon::Exclamation, MessageButtons::YesNo,

@@ -10,15 +10,13 @@
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/MainTab.h"
 
 namespace tessarine
 {
 
 namespace
 {
-
-constexpr int replacementTab = 0;
-constexpr int filesTab = 1;
 
 void Complain(const String& key)
 {
@@ -45,7 +43,7 @@ bool frmMain::ValidateList()
         if (grdItems->Rows() > 1)
             return true;
         Complain(u"1055");
-        MoveTo(*SSTab1, replacementTab, *cmdAdd);
+        MoveTo(*SSTab1, MainTab::Replacement, *cmdAdd);
         return false;
     }
 
@@ -74,7 +72,7 @@ bool frmMain::ValidateList()
     if (complaint.empty())
         return true;
     Complain(complaint);
-    MoveTo(*SSTab1, replacementTab, *cmdBrowse1);
+    MoveTo(*SSTab1, MainTab::Replacement, *cmdBrowse1);
     return false;
 }
 
@@ -89,14 +87,14 @@ bool frmMain::ValidateFiles()
     switch (code) {
         case InputTest::Empty:
             Complain(isFolder ? u"1046" : u"1049");
-            MoveTo(*SSTab1, filesTab, browse);
+            MoveTo(*SSTab1, MainTab::Files, browse);
             return false;
         case InputTest::FolderNotFound:
             Complain(u"1047");
             return false;
         case InputTest::FileNotFound:
             Complain(u"1050");
-            MoveTo(*SSTab1, filesTab, browse);
+            MoveTo(*SSTab1, MainTab::Files, browse);
             return false;
         case InputTest::OtherExtension:
             Complain(u"1051");

@@ -9,6 +9,7 @@
 #include "model/ListColumns.h"
 #include "platform/PathSeparator.h"
 #include "ui/main/NoticesTest.h"
+#include "ui/main/RunFromWindowTest.h"
 
 // Files and folders that are dropped on the window.
 
@@ -268,6 +269,27 @@ TEST_F(DropTest, WhatHoldsNoFilesIsNotTaken)
     QApplication::sendEvent(&Window(), &enter);
 
     EXPECT_FALSE(enter.isAccepted());
+}
+
+class DropInRunTest : public RunFromWindowTest
+{
+};
+
+TEST_F(DropInRunTest, NothingIsTakenThatWouldChangeTheJobOfTheRun)
+{
+    SetJobOver({u"a.pptx", u"b.pptx"});
+    std::optional<bool> isTaken;
+    Before(u"b.pptx", [&] {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(ToQt(decks.Path()))});
+        QDragEnterEvent enter({1, 1}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&Window(), &enter);
+        isTaken = enter.isAccepted();
+    });
+
+    Find();
+
+    EXPECT_EQ(isTaken, false);
 }
 
 }  // namespace

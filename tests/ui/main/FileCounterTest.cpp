@@ -16,10 +16,13 @@ class FileCounterTest : public MainWindowTest
 protected:
     std::string Shown() { return The<QLabel>("lblFileCount").text().toStdString(); }
 
+    /// Longer than any count here takes; a test ends as soon as it is through.
+    static constexpr int patience = 60'000;  // milliseconds
+
     /// Waits for what the label tells in the end.
     void ExpectShown(const std::string& text)
     {
-        EXPECT_TRUE(QTest::qWaitFor([&] { return Shown() == text; })) << Shown() << " in place of " << text;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return Shown() == text; }, patience)) << Shown() << " in place of " << text;
     }
 
     /// A folder with presentations, one of them read-only, and one below it.
@@ -127,7 +130,7 @@ TEST_F(FileCounterTest, ThatStillCountsDoesNotKeepTheWindow)
         folder.Write(u"many/" + FromUtf8(std::to_string(i)) + u".pptx");
     UseFolder(folder.PathOf(u"many"));
 
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Shown() != ""; })) << "it has begun";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Shown() != ""; }, patience)) << "it has begun";
     // The window goes with the test, whether the count is through or not.
 }
 
