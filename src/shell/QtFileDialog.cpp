@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 
 #include "i18n/QtText.h"
+#include "shell/WindowPlace.h"
 
 namespace tessarine
 {
@@ -69,6 +70,7 @@ std::optional<QString> ShowQtFileDialog(const CommonDialog& dialog, bool isSave)
         window.setDirectory(proposed.absolutePath());
         window.selectFile(proposed.fileName());
     }
+    window.resize(FittingSize(window, window.size()));
     if (window.exec() != QDialog::Accepted || window.selectedFiles().isEmpty())
         return std::nullopt;
     return QDir::toNativeSeparators(window.selectedFiles().constFirst());  // Qt has "/" on every system
