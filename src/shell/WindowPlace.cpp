@@ -20,20 +20,20 @@ const String placeKey = u"Place";
 
 }  // namespace
 
-void RestorePlace(QWidget& window, const String& section)
+void RestorePlace(QWidget& window, const String& name)
 {
-    const QString text = ToQt(GetSetting(String(ApplicationTitle), section, placeKey));
+    const QString text = ToQt(GetSetting(String(ApplicationTitle), name, placeKey));
     const QByteArray kept = QByteArray::fromBase64(text.toLatin1());
     // Qt looks at the beginning alone, and takes zeros for what is cut off.
     if (kept.size() == window.saveGeometry().size())
         window.restoreGeometry(kept);  // which moves it onto a screen that is there
 }
 
-void KeepPlace(const QWidget& window, const String& section)
+void KeepPlace(const QWidget& window, const String& name)
 {
     Skip([&] {
         const QByteArray kept = window.saveGeometry().toBase64();
-        SaveSetting(String(ApplicationTitle), section, placeKey, FromQt(QString::fromLatin1(kept)));
+        SaveSetting(String(ApplicationTitle), name, placeKey, FromQt(QString::fromLatin1(kept)));
     });
 }
 

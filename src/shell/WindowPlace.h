@@ -12,10 +12,10 @@ namespace tessarine
 
 /// Gives a window that isn't shown yet the place, size and state that KeepPlace has kept, as far as the screens that
 /// are there now have room for them. Does nothing when nothing is kept.
-void RestorePlace(QWidget& window, const String& section);
+void RestorePlace(QWidget& window, const String& name);
 
 /// Keeps place, size and state for RestorePlace. A place that can't be kept is not worth a word.
-void KeepPlace(const QWidget& window, const String& section);
+void KeepPlace(const QWidget& window, const String& name);
 
 /// A size for the whole of a window that isn't shown yet, with room for its frame on the screen that it is on.
 QSize FittingSize(const QWidget& window, const QSize& wanted);
