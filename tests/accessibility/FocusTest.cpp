@@ -24,6 +24,8 @@ protected:
     {
         QApplication::setStyle(new OutlinedStyle("Fusion"));  // the application owns it
         EditPairs({{u"cat", u"dog"}});
+        shell.NextFile(folder.Write(u"broken.tsq", "not a project"));
+        Choose("mnuOpen");  // which shows a notice
     }
     ~FocusTest() override { QApplication::setStyle("Fusion"); }
 

@@ -32,6 +32,17 @@ TEST_F(NamesTest, EveryControlOfTheMainWindowHasAName)
     }
 }
 
+TEST_F(NamesTest, EveryControlOfTheNoticesHasAName)
+{
+    shell.NextFile(folder.Write(u"broken.tsq", "not a project"));
+    Choose("mnuOpen");
+    ASSERT_TRUE(The("fraNotice").isVisible());
+
+    EXPECT_THAT(UnnamedControls(Window()), IsEmpty());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&The("cmdCloseNotice"))->text(QAccessible::Name).toStdString(),
+              "Close this notice");
+}
+
 TEST_F(NamesTest, EveryControlOfTheWindowOfARunHasAName)
 {
     frmProcessingDocuments& window = frmProcessingDocuments::Instance(&Window());

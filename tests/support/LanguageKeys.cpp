@@ -59,7 +59,7 @@ void AddNotices(Section& section)
     section.Captioned({"cmdErrorLog"});
     section.Captioned({"lblNotice", "lblMoreNotices", "cmdCloseNotice"}, LanguageEntry::None);
     for (const char* key :
-         {"Notice.FileMissing", "Notice.FolderMissing", "Notice.NotPermitted", "Notice.InUse", "Notice.DiskFull",
+         {"Notice.Name", "Notice.FileMissing", "Notice.FolderMissing", "Notice.NotPermitted", "Notice.InUse", "Notice.DiskFull",
           "Notice.OutOfMemory", "Notice.TooManyPairs", "Notice.OtherKind", "Notice.OtherVersion", "Notice.CantTake",
           "Notice.Cut", "Notice.Damaged", "Notice.TooManyRows"})
         section.Key(key);

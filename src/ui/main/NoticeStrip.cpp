@@ -15,13 +15,11 @@ namespace tessarine
 namespace
 {
 
-/// The text with places to break a line in its paths: a path without a blank would make the window as wide as itself.
+/// The text with places to break a line after each backslash. A slash is one of itself.
 QString BreakableText(QString text)
 {
     constexpr QChar zeroWidthSpace(0x200B);
-    for (const QChar separator : {QChar(u'/'), QChar(u'\\')})
-        text.replace(separator, QString(separator) + zeroWidthSpace);
-    return text;
+    return text.replace(u'\\', QString(u'\\') + zeroWidthSpace);
 }
 
 }  // namespace
@@ -30,7 +28,8 @@ NoticeStrip::NoticeStrip()
     : lblNotice(Named<QLabel>("lblNotice")),
       lblMoreNotices(Named<QLabel>("lblMoreNotices")),
       cmdErrorLog(Named<QPushButton>("cmdErrorLog")),
-      cmdCloseNotice(NamedPictureButton("cmdCloseNotice", "close"))
+      cmdCloseNotice(NamedPictureButton("cmdCloseNotice", "close")),
+      picture_(new QLabel)
 {
     setObjectName("fraNotice");
     setFrameShape(QFrame::StyledPanel);
@@ -43,15 +42,14 @@ NoticeStrip::NoticeStrip()
     }
     lblNotice->setWordWrap(true);
     lblNotice->setMinimumWidth(1);  // a long name is cut rather than the window widened
-    // Reached by Tab, and read and copied from there.
-    lblNotice->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // Reached by Tab and read from there. Not selected by the mouse: what is copied would hold the places to break.
+    lblNotice->setTextInteractionFlags(Qt::TextSelectableByKeyboard);
     lblNotice->setFocusPolicy(Qt::StrongFocus);
 
-    auto* const picture = new QLabel;
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    picture->setPixmap(Icon("warning").pixmap(QSize(size, size), devicePixelRatioF()));
+    picture_->setPixmap(Icon("warning").pixmap(QSize(size, size), devicePixelRatioF()));
     auto* const row = new QHBoxLayout(this);
-    row->addWidget(picture, 0, Qt::AlignVCenter);
+    row->addWidget(picture_, 0, Qt::AlignVCenter);
     row->addWidget(lblNotice, 1);
     row->addWidget(lblMoreNotices);
     row->addWidget(cmdErrorLog);
@@ -79,6 +77,8 @@ void NoticeStrip::Over(NoticeCause cause)
 void NoticeStrip::Reword()
 {
     cmdCloseNotice->setAccessibleName(cmdCloseNotice->toolTip());
+    picture_->setAccessibleName(NoticeText(u"Name"));
+    setAccessibleName(NoticeText(u"Name"));
     ShowNewest();
 }
 

@@ -62,6 +62,7 @@ private:
     void Remove(NoticeCause cause);
     void ShowNewest();
 
+    QLabel* const picture_;        // without an objectName, because no language file has a text for it
     std::vector<Notice> notices_;  // the newest last
 };
 
