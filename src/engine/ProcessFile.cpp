@@ -6,6 +6,7 @@
 #include "engine/SearchPlace.h"
 #include "log/Treatments.h"
 #include "platform/CheckedInteger.h"
+#include "platform/GivingUp.h"
 #include "platform/Messages.h"
 
 namespace tessarine
@@ -79,12 +80,15 @@ std::shared_ptr<CounterStatuses> SearchFunctions::ProcessFile(const String& path
         for (const auto& item : mItems->NewEnum()) {
             mItem = item;
             pairNumber_ = itemIndex;
+            if (PairBegins)
+                PairBegins(itemIndex, *item);
             const auto status = NotNull(results->Item(itemIndex));
             ProcessItem(*status, runningCount);
             if (status->FileStausAfterProcess == FileStatus::Counted)
                 results->FileStausAfterProcess = FileStatus::Counted;
             itemIndex = CheckedSum(itemIndex, 1);
             DeliverPendingEvents();
+            RaiseIfGivenUp();  // pairs that are found nowhere make no call that would
         }
         // A replace run saves every file, changed or not: a footer is replaced without being counted, and a revision
         // number was raised before, so the counts don't tell whether there is something to save.

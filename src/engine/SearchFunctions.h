@@ -43,6 +43,8 @@ public:
     bool mCPUUsage = false;        ///< Copy of CPUUsage: each Yield sleeps.
     bool mIsDryRun = false;        ///< Copy of the project's IsDryRun: a replace run saves nothing.
 
+    /// Copy of the project's PairBegins.
+    std::function<void(std::int32_t number, const FindAndReplaceItem& pair)> PairBegins;
     HitReceiver HitFound;                 ///< Copy of the project's HitFound. A failure of it is a warning.
     std::function<bool()> WantsWholeHit;  ///< Copy of the project's WantsWholeHit.
     std::int32_t HitContext = 0;          ///< Copy of the project's HitContext.

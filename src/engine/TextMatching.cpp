@@ -18,7 +18,7 @@ std::int32_t SearchFunctions::SearchText(powerpoint::TextRange* textRange, TextH
     // A failure gives 0, also when occurrences had been counted before: the log has the failure, and a count that is
     // only partly true would look complete.
     textFailure_.reset();
-    return LogAndReturn({u"SearchFunction", SearchPlace}, [&] {
+    const std::int32_t count = LogAndReturn({u"SearchFunction", SearchPlace}, [&] {
         try {
             return mIsFindOnly ? FindInTextRange<std::int32_t>(*this, *NotNull(textRange), hits)
                                : ReplaceInTextRange<std::int32_t>(*this, *NotNull(textRange), hits);
@@ -27,6 +27,10 @@ std::int32_t SearchFunctions::SearchText(powerpoint::TextRange* textRange, TextH
             throw;
         }
     });
+    // What comes after in a file that is given up would fail as well, call by call.
+    if (textFailure_ && textFailure_->number == FailureNumber::GivenUp)
+        throw Failure(*textFailure_);
+    return count;
 }
 
 void SearchFunctions::Yield()

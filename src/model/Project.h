@@ -139,6 +139,13 @@ public:
     /// known for files whose result is null or the previous file's.
     std::function<void(const String& path, const Failure& failure)> FailurePassedOver;
 
+    /// What has ended the last Search before its end; nothing after one that came to its end. Replacement logs it and
+    /// returns all the same.
+    std::optional<Failure> RunFailure;
+
+    /// Told of each pair of a file as the run comes to it, by its place in the run's list, from 1. May be empty.
+    std::function<void(std::int32_t number, const FindAndReplaceItem& pair)> PairBegins;
+
     /// Called for each file as soon as it is open and before anything is done to it, for what a caller wants done to
     /// such files alone, a backup for instance. May be empty. A failure of it counts as a failure to open the file: the
     /// file is closed without a change and keeps its attributes.

@@ -36,6 +36,7 @@ inline constexpr std::int32_t CannotCreateObject = 429;   ///< There is no appli
 inline constexpr std::int32_t KeyAlreadyUsed = 457;       ///< A second element under the same key.
 inline constexpr std::int32_t ServerGone = 462;           ///< The application went away before the call.
 inline constexpr std::int32_t ApplicationDefined = 1004;  ///< Read by the run as a wrong password, too.
+inline constexpr std::int32_t GivenUp = -2147467260;      ///< 0x80004004, a person has given the file up.
 inline constexpr std::int32_t RemoteCallFailed = -2147023170;    ///< 0x800706BE, the server died during the call.
 inline constexpr std::int32_t Unspecified = -2147467259;         ///< 0x80004005, read by the run as a wrong password.
 inline constexpr std::int32_t InvalidRequest = -2147188160;      ///< 0x80048240, among others "shows no footer".

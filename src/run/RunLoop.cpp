@@ -8,6 +8,7 @@
 #include "log/Warnings.h"
 #include "model/LogPlaces.h"
 #include "platform/FolderOf.h"
+#include "platform/GivingUp.h"
 #include "platform/Messages.h"
 #include "run/BackupPaths.h"
 #include "run/BinaryDigits.h"
@@ -20,7 +21,13 @@ namespace tessarine
 void Project::Search(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList,
                      const std::shared_ptr<OptionSetting>& vOptionSettings)
 {
-    RunLoop(*this, vFindAndReplaceList, vOptionSettings).Run();
+    RunFailure.reset();
+    try {
+        RunLoop(*this, vFindAndReplaceList, vOptionSettings).Run();
+    } catch (...) {
+        RunFailure = CurrentFailure();
+        throw;
+    }
 }
 
 void Project::Replacement(const std::shared_ptr<FindAndReplaceItems>& vFindAndReplaceList,
@@ -91,6 +98,7 @@ RunLoop::Step RunLoop::SetUp()
     engine_.mCPUUsage = Options().CPUUsage;
     engine_.mIsFindOnly = Options().IsFindOnly;
     engine_.mIsDryRun = project_.IsDryRun;
+    engine_.PairBegins = project_.PairBegins;
     engine_.HitFound = project_.HitFound;
     engine_.WantsWholeHit = project_.WantsWholeHit;
     engine_.HitContext = project_.HitContext;
@@ -229,7 +237,9 @@ RunLoop::Step RunLoop::Process()
     });
     const std::optional<Failure> failure =
         FailureOf([&] { result_ = engine_.ProcessFile(path_, Options().PasswordToOpen, optionSettings_); });
-    if (failure)
+    if (failure && failure->number == FailureNumber::GivenUp)
+        PutAwayGivenUp(*failure);
+    else if (failure)
         TellPassedOver(*failure);
     isSavedUnchanged_ = Saves() && !failure && result_ && result_->HasNewContent == false;
     return Step::Restore;
@@ -306,6 +316,9 @@ RunLoop::Step RunLoop::SortOpenFailure(const Failure& failure)
             ReportUnprocessed(u"  Wrong Password has been supplied.");
             TellPassedOver(failure);
             return Step::Report;
+        case FailureNumber::GivenUp:
+            PutAwayGivenUp(failure);
+            return Step::Report;
         default:
             // Intended: the result stays null, or the previous file's once more. Receivers count one event for each
             // file, and OwnResults tells them whether its result is the file's own.
@@ -334,6 +347,17 @@ void RunLoop::CloseUntouched()
     // Only Begin of this very file can have cleared them, and nothing was saved that they would stand in the way of.
     if (!IsRehearsal())
         PutBackAttributes();
+}
+
+void RunLoop::PutAwayGivenUp(const Failure& failure)
+{
+    ForgetGivingUp();  // or the close would fail, too
+    Skip([&] { NotNull(engine_.xPresentation)->Close(); });
+    engine_.xPresentation.reset();
+    // A result of its own, unlike any other failure: the person who gave the file up wants to see it among the errors,
+    // and the run go on, also where it was the first file.
+    ReportUnprocessed(failure.Reason());
+    TellPassedOver(failure);
 }
 
 void RunLoop::TidyFolder()
@@ -366,6 +390,7 @@ void RunLoop::PutBackAttributes()
 
 void RunLoop::LetGo()
 {
+    ForgetGivingUp();  // which came too late for this file, and is not meant for what comes next
     journal_.End();
     lock_.reset();
     loggedFile_.reset();

@@ -58,6 +58,7 @@ private:
 
     Step HandleGenerally(const Failure& failure);  // logs, then as after an open failure; the mode is None from here on
     Step SortOpenFailure(const Failure& failure);  // PowerPoint lost, wrong password, or anything else
+    void PutAwayGivenUp(const Failure& failure);   // a file that a person has given up: closed, and reported so
     void CloseUntouched();                         // a file that is open and is not to be processed
 
     void CreateApplication();

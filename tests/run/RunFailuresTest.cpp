@@ -376,6 +376,8 @@ TEST_F(NoHandler, OfAReplacementMakesTheNextSearchSave)
 
     EXPECT_FALSE(project_->options->IsFindOnly);
     EXPECT_THAT(Log(), ElementsAre(missing + "b.ppt) in procedure Replacement at Line No. 0 of Class Module Project"));
+    ASSERT_TRUE(project_->RunFailure) << "for those who want to tell more than the log";
+    EXPECT_EQ(project_->RunFailure->number, FailureNumber::FileNotFound);
 
     project_->FilesToProcess = {AddFile(u"c.ppt")};
     project_->Search();

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "files/Files.h"
+#include "platform/GivingUp.h"
 #include "RunTest.h"
 #include "saving/FileDateTime.h"
 #include "support/Deliveries.h"
@@ -272,6 +273,59 @@ TEST_F(CancelledRun, EndsBeforeTheNextFileWhereEventsWaitForTheirMoment)
         SetDeliverPendingEvents(before);
         EXPECT_THAT(events_, ElementsAre("before 1.ppt", "after 1.ppt 2", "before 2.ppt", "cancel"));
     }
+}
+
+using GivenUpFile = AnyRun;
+
+TEST_F(GivenUpFile, IsClosedUnsavedAndReportedAndTheRunGoesOn)
+{
+    AddFiles(2);
+    AddPair(u"cat", u"dog");
+    project_->BeforFileProcess += [this](const String& path) {
+        if (path == project_->FilesToProcess[0])
+            GiveUpFile();
+    };
+
+    project_->Replacement();
+
+    EXPECT_THAT(events_,
+                ElementsAre("before 1.ppt",
+                            "after 1.ppt 0 The file was given up while it was being processed; it is as it was.",
+                            "before 2.ppt", "after 2.ppt 1"));
+    EXPECT_EQ(CallsOf("Presentation.Save 1.ppt"), 0u);
+    EXPECT_EQ(CallsOf("Presentation.Close 1.ppt"), 1u);
+    EXPECT_EQ(CallsOf("Presentation.Save 2.ppt"), 1u);
+    EXPECT_THAT(passedOver_, ElementsAre("1.ppt -2147467260"));
+    EXPECT_TRUE(project_->options->IsFindOnly) << "the run has come to its end";
+    EXPECT_FALSE(project_->RunFailure);
+}
+
+TEST_F(GivenUpFile, ThatIsDoneByThenIsNotTakenBack)
+{
+    AddFiles(2);
+    AddPair(u"cat", u"dog");
+    project_->AfterFileProcess += [](const auto&) { GiveUpFile(); };
+
+    project_->Replacement();
+
+    EXPECT_THAT(events_, ElementsAre("before 1.ppt", "after 1.ppt 1", "before 2.ppt", "after 2.ppt 1"));
+    EXPECT_FALSE(IsFileGivenUp());
+    EXPECT_EQ(powerPoint_.Running(), 0);
+}
+
+TEST_F(FindRun, TellsOfEachPairAsItComesToIt)
+{
+    AddFiles(2);
+    AddPair(u"cat", u"");
+    AddPair(u"dog", u"");
+    std::vector<std::string> pairs;
+    project_->PairBegins = [&](std::int32_t number, const FindAndReplaceItem& pair) {
+        pairs.push_back(std::to_string(number) + ' ' + ToUtf8(pair.FindWhat));
+    };
+
+    project_->Search();
+
+    EXPECT_THAT(pairs, ElementsAre("1 cat", "2 dog", "1 cat", "2 dog"));
 }
 
 TEST_F(FindRun, SleepsAtEachStepToSpareTheProcessor)

@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "office/windows/ComHeaders.h"
+#include "platform/GivingUp.h"
 
 namespace tessarine::windows
 {
@@ -21,6 +22,7 @@ ComThread::~ComThread()
 
 void ComThread::Run(const std::function<void()>& job)
 {
+    RaiseIfGivenUp();
     SystemEvent done = TakeEvent();
     std::exception_ptr raised;
     Put([&] {

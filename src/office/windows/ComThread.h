@@ -28,7 +28,8 @@ public:
     ComThread& operator=(const ComThread&) = delete;
 
     /// Runs a job, waits for it, and raises what it raised. Meanwhile events are delivered (DeliverPendingEvents) as
-    /// they come in. One that itself runs a job waits its turn: the job in progress ends first.
+    /// they come in. One that itself runs a job waits its turn: the job in progress ends first. Raises `GivenUp` in
+    /// place of running it while the run's file is given up (platform/GivingUp.h).
     void Run(const std::function<void()>& job);
 
     /// The same for a job with a result.

@@ -5,6 +5,7 @@
 #include "office/builtin/objects/PropertyObjects.h"
 #include "office/builtin/objects/SlideObjects.h"
 #include "platform/Failure.h"
+#include "platform/GivingUp.h"
 
 namespace tessarine::builtin
 {
@@ -53,7 +54,11 @@ public:
     /// Nothing to do: a link's source is never opened, and its preview picture stays as it was.
     void UpdateLinks() override { File(); }
 
-    void Save() override { File()->Reader().Save(path_); }
+    void Save() override
+    {
+        RaiseIfGivenUp();  // what was changed until then must not reach the disk
+        File()->Reader().Save(path_);
+    }
     void RehearseSave() override { File()->Reader().RehearseSave(path_); }
     void ExpectHits() override { File()->Reader().KeepShapeNames(); }
     std::optional<bool> HasSavedChanges() override { return File()->Reader().HasSavedChanges(); }

@@ -7,6 +7,7 @@
 #include "office/builtin/objects/TextRanges.h"
 #include "office/builtin/objects/TooLong.h"
 #include "platform/Failure.h"
+#include "platform/GivingUp.h"
 #include "platform/ParagraphBreaks.h"
 
 namespace tessarine::builtin
@@ -65,6 +66,7 @@ public:
                                                 powerpoint::TriState MatchCase,
                                                 powerpoint::TriState WholeWords) override
     {
+        DeliverEventsInCall();
         // Any TriState but msoFalse is true; msoTrue itself is -1.
         const TextPattern pattern(file_->Sought(FindWhat), MatchCase != 0, WholeWords != 0);
         const auto hit = page_.FindText(shape_, pattern, Units(After));
@@ -75,6 +77,7 @@ public:
                                                    std::int32_t After, powerpoint::TriState MatchCase,
                                                    powerpoint::TriState WholeWords) override
     {
+        DeliverEventsInCall();
         const TextPattern pattern(file_->Sought(FindWhat), MatchCase != 0, WholeWords != 0);
         const auto hit = page_.FindText(shape_, pattern, Units(After));
         if (!hit)
