@@ -67,6 +67,7 @@ MessageAnswer ShowQtMessageBox(const Message& message)
     QMessageBox box(QtIcon(message.icon), ToQt(message.title.empty() ? ApplicationTitle : StringView(message.title)),
                     ToQt(message.text), QtButtons(message), QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);  // a file name may look like markup
+    box.setInformativeText(ToQt(message.details));
     int button = box.exec();
     // Help is no answer: the question comes again after it.
     while (button == QMessageBox::Help) {

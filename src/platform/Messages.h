@@ -28,6 +28,7 @@ struct Message {
     MessageButtons buttons = MessageButtons::Ok;
     String title = {};           ///< The application's title when empty.
     bool hasHelpButton = false;  ///< A button that opens the help, and leaves the box open.
+    String details = {};         ///< Stands below the text, in lines, for those who want to know more.
 
     bool operator==(const Message&) const = default;
 };

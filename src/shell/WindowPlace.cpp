@@ -1,5 +1,7 @@
 #include "shell/WindowPlace.h"
 
+#include <algorithm>
+
 #include <QByteArray>
 #include <QScreen>
 #include <QStyle>
@@ -43,6 +45,15 @@ QSize FittingSize(const QWidget& window, const QSize& wanted)
     const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     const int border = title / 2;
     return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * border, title + border));
+}
+
+QPoint PlaceOver(const QRect& owner, const QSize& size, const QRect& screen)
+{
+    const auto between = [](int wanted, int first, int room) {
+        return std::clamp(wanted, first, first + std::max(room, 0));
+    };
+    return {between(owner.x() + (owner.width() - size.width()) / 2, screen.x(), screen.width() - size.width()),
+            between(owner.y() + (owner.height() - size.height()) / 2, screen.y(), screen.height() - size.height())};
 }
 
 }  // namespace tessarine

@@ -2,6 +2,8 @@
 
 #include "platform/String.h"
 
+class QPoint;
+class QRect;
 class QSize;
 class QWidget;
 
@@ -19,5 +21,9 @@ void KeepPlace(const QWidget& window, const String& name);
 
 /// A size for the whole of a window that isn't shown yet, with room for its frame on the screen that it is on.
 QSize FittingSize(const QWidget& window, const QSize& wanted);
+
+/// The upper left corner of a window of this size in the middle of its owner, moved as far as it must be to stand on
+/// the screen; at the screen's own corner when it is larger.
+QPoint PlaceOver(const QRect& owner, const QSize& size, const QRect& screen);
 
 }  // namespace tessarine

@@ -28,6 +28,7 @@ struct Shown {
     std::string text;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons;
+    std::string details;
 };
 
 Shown shown;
@@ -38,7 +39,8 @@ void PressNext(std::vector<QMessageBox::StandardButton> buttons)
         auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
         if (box == nullptr)
             return PressNext(buttons);  // not up yet
-        shown = {box->windowTitle().toStdString(), box->text().toStdString(), box->icon(), box->standardButtons()};
+        shown = {box->windowTitle().toStdString(), box->text().toStdString(), box->icon(), box->standardButtons(),
+                 box->informativeText().toStdString()};
         const auto first = buttons.front();
         if (buttons.size() > 1)
             PressNext({buttons.begin() + 1, buttons.end()});
@@ -51,11 +53,13 @@ TEST(MessageBox, ShowsTextTitleIconAndButtons)
     PressNext({QMessageBox::No});
 
     const MessageAnswer answer =
-        ShowQtMessageBox({u"Sure? <b>100 %</b>", MessageIcon::Exclamation, MessageButtons::YesNo, u"Start", false});
+        ShowQtMessageBox({u"Sure? <b>100 %</b>", MessageIcon::Exclamation, MessageButtons::YesNo, u"Start", false,
+                          u"Folder: /decks\nNo backups are made."});
 
     EXPECT_EQ(answer, MessageAnswer::No);
     EXPECT_EQ(shown.title, "Start");
     EXPECT_EQ(shown.text, "Sure? <b>100 %</b>");
+    EXPECT_EQ(shown.details, "Folder: /decks\nNo backups are made.");
     EXPECT_EQ(shown.icon, QMessageBox::Warning);
     EXPECT_EQ(shown.buttons, QMessageBox::Yes | QMessageBox::No);
 }

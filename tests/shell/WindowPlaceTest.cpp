@@ -101,5 +101,15 @@ TEST_F(WindowPlaceTest, LeavesRoomForAFrameOnTheScreen)
     EXPECT_LT(FittingSize(window, {50'000, 50'000}).height(), screen.height());
 }
 
+TEST(PlaceOver, IsTheMiddleOfTheOwnerAsFarAsTheScreenHasRoom)
+{
+    const QRect screen(100, 50, 800, 600);
+
+    EXPECT_EQ(PlaceOver({200, 150, 400, 300}, {200, 100}, screen), QPoint(300, 250));
+    EXPECT_EQ(PlaceOver({90, 20, 100, 100}, {400, 300}, screen), QPoint(100, 50));
+    EXPECT_EQ(PlaceOver({850, 600, 100, 100}, {400, 300}, screen), QPoint(500, 350));
+    EXPECT_EQ(PlaceOver({200, 150, 400, 300}, {4000, 3000}, screen), QPoint(100, 50));
+}
+
 }  // namespace
 }  // namespace tessarine

@@ -47,9 +47,14 @@ Section Messages()
           "1047", "1048", "1049", "1050", "1051", "1052", "1054", "1055", "1056", "1060", "1061", "1062"})
         section.Key(key);
     section.Key("1053", LanguageEntry::Words, "s");
-    for (const char* key : {"1057", "1058", "1059"})
+    for (const char* key : {"1057", "1058", "1059", "Question.Searching", "Question.Replacing",
+                            "Question.ReadOnlyLeftOut", "Question.ReadOnlyTaken"})
         section.Key(key, LanguageEntry::Words, "d");
     section.Key("List.LineFeeds");
+    for (const char* key : {"Question.Go", "Question.Backups", "Question.NoBackups"})
+        section.Key(key);
+    for (const char* key : {"Question.Folder", "Question.Subfolders", "Question.List"})
+        section.Key(key, LanguageEntry::Words, "s");
     return section;
 }
 
@@ -120,10 +125,13 @@ Section MainWindow()
                        "lblPasswordOpen",
                        "lblRestartFileCount",
                        "lblRestartAfterSecond"});
-    section.Captioned({"cmdBrowse1", "cmdBrowse2", "cmdBrowse3", "fradivide", "lblFileCount"}, LanguageEntry::None);
+    section.Captioned({"cmdBrowse1", "cmdBrowse2", "cmdBrowse3", "fradivide", "lblFileCount", "lblEndless"},
+                      LanguageEntry::None);
     section.Key("lblFileCount.Counting");
     section.Key("lblFileCount.Totals", LanguageEntry::Words, "di");
     section.Key("lblFileCount.Unread", LanguageEntry::Words, "d");
+    section.Key("Endless.Pairs", LanguageEntry::Words, "s");
+    section.Key("Endless.Pair", LanguageEntry::Words, "ds");
     for (const char* control :
          {"cboSpreadsheetType", "cboversion", "txtGetFileName", "txtStartFolder", "txtLoadsearch", "txtRevisonProperty",
           "txtPasswordOpen", "lstRestartAfterSecond", "lstRestartFileCount", "lstLookIn", "grdItems", "Toolbar1"})
@@ -185,10 +193,29 @@ void AddResultMenu(Section& section)
         section.Key(key, LanguageEntry::Words, "d");
 }
 
+/// How a run goes on and ends, and its failures.
+void AddRun(Section& section)
+{
+    section.Captioned({"lblAdded", "cmdFailures", "cmdClose", "lblStopping", "cmdGiveUp"});
+    section.Captioned({"lblOutcome", "lblStuck", "lblRemaining"}, LanguageEntry::None);
+    for (const char* label : {"lblFailures", "lblNotProcessed"})
+        section.Tip(label);
+    for (const char* key : {"Failures.Name", "Failures.File", "Failures.Reason"})
+        section.Key(key);
+    for (const char* key : {"lblFailures.caption", "lblNotProcessed.caption", "Outcome.Done"})
+        section.Key(key, LanguageEntry::Words, "d");
+    for (const char* key : {"Outcome.Cancelled", "Outcome.Failed"})
+        section.Key(key, LanguageEntry::Words, "di");
+    for (const char* key : {"Failures.OfRun", "Stuck.File", "Remaining.Time"})
+        section.Key(key, LanguageEntry::Words, "s");
+    section.Key("Stuck.Pair", LanguageEntry::Words, "ds");
+}
+
 Section ProcessingWindow()
 {
     Section section("frmProcessingDocuments");
     AddHits(section);
+    AddRun(section);
     section.Captioned({"lblWarning", "lblelapsedSecs", "lblRunFailed", "cmdOK", "cmdCopyLog", "cmdSaveReport",
                        "cmdCommand(0)", "cmdCommand(1)", "cmdErrorLog"});
     AddResultMenu(section);

@@ -7,6 +7,7 @@
 
 #include "shell/WindowPlace.h"
 #include "ui/main/Controls.h"
+#include "ui/main/EndlessNotice.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/Frame.h"
 #include "ui/main/frmMain.h"
@@ -51,7 +52,11 @@ void frmMain::BuildStartButtons()
     row->addStretch();
     row->addWidget(cmdStartReplacing[1]);
     row->addWidget(cmdStartReplacing[0]);
+    lblEndless = new EndlessNotice(grdItems->Items(), centralWidget());
+    centralWidget()->layout()->addWidget(lblEndless);
     centralWidget()->layout()->addWidget(picButtom);
+    connect(optLoad[0], &QRadioButton::toggled, lblEndless,
+            [this](bool isFile) { lblEndless->PutIsGridTaken(!isFile); });
 }
 
 /// As the eye goes: the notices, down the tab in front, then the start buttons.

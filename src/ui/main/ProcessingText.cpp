@@ -11,10 +11,12 @@ String ProcessingText(const String& key)
     return GetLngString(u"frmProcessingDocuments", key);
 }
 
-String ProcessingText(const String& key, std::int32_t d, std::optional<std::int32_t> i, const std::optional<String>& s)
+String ProcessingText(const String& key, std::optional<std::int32_t> d, std::optional<std::int32_t> i,
+                      const std::optional<String>& s)
 {
     QString text = ToQt(ProcessingText(key));
-    text.replace(QLatin1String("%d"), QString::number(d));
+    if (d)
+        text.replace(QLatin1String("%d"), QString::number(*d));
     if (i)
         text.replace(QLatin1String("%i"), QString::number(*i));
     // Last: a path may hold a "%d" or "%i" of its own.

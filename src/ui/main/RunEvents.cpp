@@ -54,6 +54,10 @@ void frmMain::ReceiveEvents()
         if (self)
             self->mProject_ProcessCancel();
     };
+    mProject->PairBegins = [self](std::int32_t number, const FindAndReplaceItem& pair) {
+        if (self)
+            self->runWatch_.PairBegins(number, pair);
+    };
     mProject->HitFound = [self](const Hit& hit) {
         if (self)
             self->runWatch_.HitFound(hit);

@@ -10,11 +10,11 @@
 #include "model/FindAndReplaceItems.h"
 #include "platform/CheckedInteger.h"
 #include "platform/Messages.h"
-#include "run/BackupPaths.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
 #include "ui/main/MainTab.h"
+#include "ui/main/RunQuestion.h"
 #include "ui/main/StartCommand.h"
 #include "ui/run/frmProcessingDocuments.h"
 
@@ -56,17 +56,6 @@ String TextWithoutFiles(const Project& project)
     return project.HiddenByLineFeeds == 0 ? text : text + u"\n\n" + GlobalMsg(u"List.LineFeeds");
 }
 
-/// Names what a person may want to save first: work in PowerPoint, and backups that the run would replace.
-String QuestionBeforeRun(const Project& project)
-{
-    String question = GlobalMsg(u"1001");
-    if (!NotNull(project.options)->BackupMode)
-        return question;
-    if (const std::int32_t backups = CountOfBackupsInTheWay(project.FilesToProcess); backups > 0)
-        question += u"\n\n" + GlobalMsg(u"1057", backups);
-    return question;
-}
-
 }  // namespace
 
 void frmMain::cmdStartReplacing_Click(std::int16_t Index)
@@ -88,8 +77,7 @@ void frmMain::cmdStartReplacing_Click(std::int16_t Index)
             SSTab1->setCurrentIndex(MainTab::Files);
             return;
         }
-        const Message question{QuestionBeforeRun(*CurrentProject), MessageIcon::Exclamation, MessageButtons::YesNo,
-                               GlobalMsg(u"1002"), true};
+        const Message question = QuestionBeforeRun(*CurrentProject, Index == StartCommand::Replacing, totalFiles);
         // A run that failed may leave its cancel set, which would end this one at the first file.
         CurrentProject->IsProcessCancel = false;
         if (ShowMessage(question) != MessageAnswer::Yes)

@@ -21,6 +21,14 @@
 namespace tessarine
 {
 
+namespace
+{
+
+/// What raises the failures of a file that was opened: nothing of what comes before raises under this name.
+constexpr StringView ProcessingSource = u"ProcessFile";
+
+}  // namespace
+
 void RunWatch::Prepare(QWidget& owner, const Project& project, std::int16_t runIndex, std::int32_t totalFiles)
 {
     *this = {};
@@ -32,7 +40,7 @@ void RunWatch::Prepare(QWidget& owner, const Project& project, std::int16_t runI
     window.SetProgressRange(mTotalFiles);
     window.ShowProgressTab();
     window.IsComplited = false;
-    window.ForgetFailures();
+    window.ShowBeginning();
     const bool isCounted = NotNull(project.options)->RequiredFindAndReplaceCount;
     window.Hits().BeginRun({mRunIndex == StartCommand::Replacing, isCounted});
     window.BeginReport({.replaces = mRunIndex == StartCommand::Replacing, .started = std::time(nullptr)});
@@ -56,11 +64,37 @@ void RunWatch::End(const Project& project, bool hasReturned)
     warnings_.reset();
     HideTaskbarProgress();
     Skip([&] {
+        // What the run trips over when a file before it has left no result says less than that file's own failure.
+        const std::optional<Failure> reason = passedOver_ ? passedOver_ : project.RunFailure;
         TellOfHiddenFailure(project);
-        if (auto* const window = frmProcessingDocuments::Loaded(); !hasReturned && window && !window->IsComplited)
-            window->TellRunFailed();
+        if (!hasReturned && reason)
+            ListEnd(*reason);
+        TellOfEnd(hasReturned);
     });
     EndReport(hasReturned);
+}
+
+void RunWatch::ListEnd(const Failure& reason) const
+{
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        window->ListFailure(currentFile_,
+                            ProcessingText(u"Failures.OfRun", {}, {}, WithoutPath(reason.Reason(), currentFile_)));
+}
+
+void RunWatch::TellOfEnd(bool hasReturned) const
+{
+    auto* const window = frmProcessingDocuments::Loaded();
+    if (window == nullptr)
+        return;
+    if (!hasReturned && !window->IsComplited)
+        window->TellRunFailed();
+    // A cancel that came with the last file has left nothing out.
+    const bool isWhole = mFilesDone >= mTotalFiles && (hasReturned || window->IsComplited);
+    const String key = isWhole ? u"Outcome.Done" : isCancelled_ ? u"Outcome.Cancelled" : u"Outcome.Failed";
+    String outcome = ProcessingText(key, mFilesDone, mTotalFiles);
+    if (const int failures = window->FailureCount(); failures > 0)
+        outcome += u' ' + ProcessingText(u"lblFailures.caption", failures);
+    window->ShowEnd(outcome);
 }
 
 /// What a report that is saved from now on says of the end.
@@ -95,6 +129,7 @@ void RunWatch::FileBegins(const String& path)
     currentFile_ = path;
     passedOver_.reset();
     if (auto* const window = frmProcessingDocuments::Loaded()) {
+        window->ShowFileBegins();
         window->Hits().Forget();  // of a file before that got no result
         window->SetDocChanged(ProcessingText(u"lblDocChanged.caption", mFilesProcessed, mTotalFiles, path));
     }
@@ -104,6 +139,12 @@ void RunWatch::BackupMade(const String& path, const String& backup, const Copied
 {
     if (auto* const window = frmProcessingDocuments::Loaded())
         window->Backups().Add(path, backup, content);
+}
+
+void RunWatch::PairBegins(std::int32_t number, const FindAndReplaceItem& pair) const
+{
+    if (auto* const window = frmProcessingDocuments::Loaded())
+        window->TellPair(number, pair.FindWhat);
 }
 
 void RunWatch::HitFound(const Hit& hit)
@@ -128,6 +169,8 @@ void RunWatch::TakeResult(const std::shared_ptr<CounterStatuses>& vStatus, const
     // A file's own result shows its failure in a tree. A failure from before the first file concerns all files and is
     // in no tree.
     const bool isOwn = results_.Take(vStatus) && !currentFile_.empty();
+    if (!currentFile_.empty())
+        mFilesDone = CheckedSum(mFilesDone, 1);
     if (isOwn)
         passedOver_.reset();
     TellOfHiddenFailure(project);
@@ -135,8 +178,11 @@ void RunWatch::TakeResult(const std::shared_ptr<CounterStatuses>& vStatus, const
     // The tree is gone with the window; the log stays.
     for (const String& text : fileWarnings_)
         WriteErrorLog(currentFile_ + u": " + text);
-    if (isOwn)
-        Store(*vStatus);
+    if (!isOwn)
+        return;
+    Store(*vStatus);
+    if (auto* const window = frmProcessingDocuments::Loaded(); window && !vStatus->mError.empty())
+        window->ListFailure(currentFile_, vStatus->mError);
 }
 
 void RunWatch::Store(const CounterStatuses& status)
@@ -158,7 +204,9 @@ void RunWatch::TellOfHiddenFailure(const Project& project)
     auto* const window = frmProcessingDocuments::Loaded();
     if (!failure || window == nullptr)
         return;
-    if (!currentFile_.empty())
+    if (!currentFile_.empty() && failure->source == ProcessingSource)
+        window->FileNotProcessed(currentFile_, *failure);
+    else if (!currentFile_.empty())
         window->FileNotOpened(currentFile_, *failure);
     else
         for (const String& path : project.FilesToProcess)
@@ -207,6 +255,7 @@ void RunWatch::Cancelled(const Project& project)
         return;
     if (project.IsProcessCancel) {
         window->FillProgress();
+        window->StopProgressAt(mFilesDone);
         window->IsComplited = true;
     }
     window->SetOKCaption(ProcessingText(u"cmdOK.OKcaption"));

@@ -18,6 +18,7 @@ namespace tessarine
 
 class CounterStatuses;
 class Project;
+struct FindAndReplaceItem;
 class ResultTree;
 struct CopiedContent;
 
@@ -30,6 +31,7 @@ struct CopiedContent;
 ///   Begin
 ///       FileBegins                 for each file;
 ///       BackupMade                 when the run makes one of the file;
+///       PairBegins                 for each pair of the file;
 ///       HitFound                   for each hit of the file;
 ///       FailurePassedOver          for each failure that the run goes on after;
 ///       TakeResult, Step, Show     for each report of a file
@@ -56,6 +58,8 @@ public:
 
     /// The processing window can put it back or remove it from now on.
     void BackupMade(const String& path, const String& backup, const CopiedContent& content);
+    /// The run has come to another pair of that file.
+    void PairBegins(std::int32_t number, const FindAndReplaceItem& pair) const;
 
     /// The processing window keeps it until the file's own result tells whether it counts.
     void HitFound(const Hit& hit);
@@ -83,6 +87,8 @@ public:
 private:
     void PutRunGoing(bool isRunGoing);  // here and in the processing window
     void TellOfHiddenFailure(const Project& project);
+    void ListEnd(const Failure& reason) const;  // among the failures
+    void TellOfEnd(bool hasReturned) const;
     void EndReport(bool hasReturned) const;
     void Store(const CounterStatuses& status);     // the current file's own result, with its hits
     String ChangesMadeKey(bool isReqCount) const;  // of the running total
@@ -92,6 +98,7 @@ private:
     std::int16_t mRunIndex = 0;          // the start command
     std::int32_t mTotalFiles = 0;        // as chosen for the run
     std::int32_t mFilesProcessed = 0;    // begun
+    std::int32_t mFilesDone = 0;         // reported, whatever became of them
     std::int32_t mFilesChanged = 0;      // file nodes added for a file with a count
     std::int32_t mTotalChanges = 0;      // sum of all location counts
     String currentFile_;                 // empty before the first file

@@ -21,6 +21,7 @@
 #include "platform/Messages.h"
 #include "shell/RecentFiles.h"
 #include "shell/WindowPlace.h"
+#include "ui/main/EndlessNotice.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/FileCounter.h"
 #include "ui/main/ItemsGrid.h"
@@ -128,6 +129,8 @@ void frmMain::LoadLng()
             grdItems->Items().SetHead(
                 column, ToQt(GetLngString(section, FromQt(QStringLiteral("vsflex.TextMatrix(0,%1)").arg(column)))));
         grdItems->Items().SetEndlessTip(ToQt(GetLngString(section, u"grdItems.EndlessTip")));
+        lblEndless->PutTexts(ToQt(GetLngString(section, u"Endless.Pairs")),
+                             ToQt(GetLngString(section, u"Endless.Pair")));
         grdItems->SetEmptyText(ToQt(GetLngString(section, u"grdItems.EmptyText")));
         lblEngine->setText(ToQt(GetLngString(u"Global Msg", IsBuiltInEngine ? u"1062" : u"1061")));
         NameControlsWithoutCaption();

@@ -29,6 +29,7 @@ namespace tessarine
 {
 
 class CounterStatuses;
+class EndlessNotice;
 class EntryBox;
 class FileCounter;
 class FindAndReplaceItems;
@@ -231,6 +232,7 @@ private:
     QLabel* lblEngine = nullptr;  // in the status bar
     NoticeStrip* fraNotice = nullptr;
     QTabWidget* SSTab1 = nullptr;
+    EndlessNotice* lblEndless = nullptr;              // above the start buttons
     std::array<QPushButton*, 2> cmdStartReplacing{};  // by StartCommand
 
     // On the first tab.

@@ -23,7 +23,18 @@ QString ElapsedTimeText(QTime start, QTime now)
 {
     // Times of a day alone: a run over midnight shows what its length lacks to 24 hours.
     const int seconds = std::abs(SecondOfDay(now) - SecondOfDay(start));
-    return "Total Elapsed Time : " + QTime(0, 0).addSecs(seconds).toString("HH:mm:ss");
+    return "Total Elapsed Time : " + TimeText(seconds);
+}
+
+int SecondsBetween(QTime start, QTime now)
+{
+    constexpr int perDay = 24 * 60 * 60;
+    return (SecondOfDay(now) - SecondOfDay(start) + perDay) % perDay;
+}
+
+QString TimeText(int seconds)
+{
+    return QTime(0, 0).addSecs(seconds).toString("HH:mm:ss");
 }
 
 TimeOfDayPort SetTimeOfDay(TimeOfDayPort port)

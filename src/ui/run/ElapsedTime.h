@@ -14,6 +14,12 @@ namespace tessarine
 /// Intended: across midnight that is not the time that has passed, because the two are times of day without a date.
 QString ElapsedTimeText(QTime start, QTime now);
 
+/// The seconds from one time of day to another, across midnight, too. Fractions of a second are cut off both first.
+int SecondsBetween(QTime start, QTime now);
+
+/// Seconds as hours, minutes and seconds ("HH:mm:ss").
+QString TimeText(int seconds);
+
 /// Tells the time of day.
 using TimeOfDayPort = std::function<QTime()>;
 

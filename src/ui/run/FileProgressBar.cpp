@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include <QStyleOptionProgressBar>
+#include <QStylePainter>
 #include <QTimerEvent>
 
 namespace tessarine
@@ -24,6 +26,7 @@ void FileProgressBar::Begin(int files)
 {
     // A range from 0 to 0 would make the bar run to and fro instead of standing empty.
     setRange(0, std::max(files, 1));
+    stop_.reset();
     Show(0);
 }
 
@@ -41,6 +44,25 @@ void FileProgressBar::AddStep()
 void FileProgressBar::Fill()
 {
     Show(maximum());
+}
+
+void FileProgressBar::StopAt(int files)
+{
+    stop_ = std::clamp(files, 0, maximum());
+    update();
+}
+
+QString FileProgressBar::text() const
+{
+    return stop_ ? locale().toString(100LL * *stop_ / maximum()) + locale().percent() : QProgressBar::text();
+}
+
+void FileProgressBar::paintEvent(QPaintEvent*)
+{
+    QStyleOptionProgressBar option;
+    initStyleOption(&option);
+    option.progress = stop_.value_or(option.progress);
+    QStylePainter(this).drawControl(QStyle::CE_ProgressBar, option);
 }
 
 void FileProgressBar::timerEvent(QTimerEvent* event)

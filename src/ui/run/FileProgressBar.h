@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <QProgressBar>
 
 namespace tessarine
@@ -20,17 +22,27 @@ public:
 
     void AddStep();  ///< A step on, shown as told above.
 
+    int Steps() const { return steps_; }  ///< Those taken, shown already or not.
+
     /// To the end, shown at once.
     void Fill();
 
+    /// The run has ended after so many files: the bar is drawn there from now on, whatever its value. A run that ends
+    /// early puts the value to the end as any other does, and people want to see how far it has come.
+    void StopAt(int files);
+
+    QString text() const override;  ///< The percentage that is drawn.
+
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
     void Show(int steps);  // at once, without a wait for the timer
 
-    int steps_ = 0;  // those taken; the bar may show fewer
-    int timer_ = 0;  // runs while a step would come too soon after the last that was shown
+    int steps_ = 0;            // those taken; the bar may show fewer
+    std::optional<int> stop_;  // where a run that has ended is drawn
+    int timer_ = 0;            // runs while a step would come too soon after the last that was shown
 };
 
 }  // namespace tessarine

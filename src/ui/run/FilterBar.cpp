@@ -15,6 +15,7 @@ FilterBar::FilterBar(int number, bool hasPairs, QWidget* parent)
 {
     txtFilter->setObjectName(QString("txtFilter(%1)").arg(number));
     txtFilter->setClearButtonEnabled(true);
+    txtFilter->setMinimumWidth(fontMetrics().averageCharWidth() * 14);  // enough for a word
     lblShown->setTextFormat(Qt::PlainText);
     // Its figures must not widen the window.
     lblShown->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

@@ -1,19 +1,23 @@
 #include "ui/run/NodeFilter.h"
 
-#include <QStringView>
+#include <algorithm>
 
 namespace tessarine
 {
 
-bool NodeFilter::ShowsFile(const ResultNodes& nodes, ResultNodes::Position file) const
+bool NameMatches(QStringView path, const QString& text)
 {
-    if (name.isEmpty())
+    if (text.isEmpty())
         return true;
-    QStringView path(nodes.FileText(file));
-    if (!name.contains(u'/') && !name.contains(u'\\'))
+    if (!text.contains(u'/') && !text.contains(u'\\'))
         // Both separators: the folder that all files are in must not make them all match.
         path = path.mid(std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\')) + 1);
-    return path.contains(name, Qt::CaseInsensitive);
+    return path.contains(text, Qt::CaseInsensitive);
+}
+
+bool NodeFilter::ShowsFile(const ResultNodes& nodes, ResultNodes::Position file) const
+{
+    return NameMatches(nodes.FileText(file), name);
 }
 
 bool NodeFilter::ShowsItem(const ResultNodes& nodes, ResultNodes::Position file, ResultNodes::Position item) const

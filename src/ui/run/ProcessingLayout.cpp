@@ -12,6 +12,7 @@
 #include "icons/Icons.h"
 #include "shell/TaskbarProgress.h"
 #include "ui/run/ElidedLabel.h"
+#include "ui/run/FailureList.h"
 #include "ui/run/FileProgressBar.h"
 #include "ui/run/FilterBar.h"
 #include "ui/run/frmProcessingDocuments.h"
@@ -63,9 +64,10 @@ QPushButton* MakeButton(const QString& name, const QString& text, QWidget* paren
 void frmProcessingDocuments::BuildControls()
 {
     BuildWarning();
+    BuildOutcome();
     BuildHits();
     panels = {BuildProgress(), BuildChangedFiles(), BuildTree("panelFilesNotChanged", trvNotChangedFiles, 1),
-              BuildTree("panelErrors", trvErrors, 2)};
+              BuildErrors()};
     const std::array captions{"&1 Progress", "&2 Files changes", "&3 Files not changes", "&4 Error"};
     for (std::size_t tab = 0; tab < panels.size(); ++tab)
         SSTab1->addTab(panels[tab], captions[tab]);
@@ -75,6 +77,7 @@ void frmProcessingDocuments::BuildControls()
 
     auto* const whole = new QVBoxLayout(this);
     whole->addWidget(panelWarning);
+    whole->addWidget(panelOutcome);
     whole->addWidget(splHits, 1);
     whole->addWidget(new LabelStrip(lblTotals));
     whole->addWidget(panelCommand);
@@ -85,13 +88,13 @@ void frmProcessingDocuments::BuildControls()
 void frmProcessingDocuments::SetTabOrder()
 {
     // As the eye meets them. Left alone, Tab would go by the order of making, and the trees are made first.
-    QList<QWidget*> order{SSTab1, cmdErrorLog};
+    QList<QWidget*> order{SSTab1, cmdGiveUp, cmdFailures, cmdErrorLog};
     order += filters[0]->TabOrder();
     order += {trvChangedFiles, cmdCommand[0], cmdCommand[1]};
     order += filters[1]->TabOrder();
     order += trvNotChangedFiles;
     order += filters[2]->TabOrder();
-    order += {trvErrors, panelHits->focusProxy(), cmdCopyLog, cmdSaveReport, cmdOK};
+    order += {lstFailures, trvErrors, panelHits->focusProxy(), cmdCopyLog, cmdSaveReport, cmdClose, cmdOK};
     for (qsizetype at = 1; at < order.size(); ++at)
         setTabOrder(order[at - 1], order[at]);
 }
@@ -102,6 +105,7 @@ void frmProcessingDocuments::BuildHits()
     splHits->setOrientation(Qt::Vertical);  // a line of context wants the window's whole width
     splHits->setChildrenCollapsible(false);
     SSTab1 = MakeControl<QTabWidget>("SSTab1", splHits);
+    SSTab1->setElideMode(Qt::ElideRight);  // captions in some languages are wider than a small screen
     panelHits = new HitsPane(splHits);
     for (int part = 0; part < splHits->count(); ++part)
         splHits->setStretchFactor(part, 1);  // both grow with the window
@@ -134,6 +138,20 @@ void frmProcessingDocuments::BuildWarning()
     row->addWidget(lblWarning, 1);
 }
 
+void frmProcessingDocuments::BuildOutcome()
+{
+    panelOutcome = MakeControl<QFrame>("panelOutcome", this);
+    lblOutcome = MakeLabel<QLabel>("lblOutcome", {}, panelOutcome);
+    lblOutcome->setWordWrap(true);
+    QFont font = lblOutcome->font();
+    font.setBold(true);
+    lblOutcome->setFont(font);
+    auto* const row = new QHBoxLayout(panelOutcome);
+    row->setContentsMargins({});
+    row->addWidget(lblOutcome, 1);
+    panelOutcome->hide();
+}
+
 QWidget* frmProcessingDocuments::BuildProgress()
 {
     auto* const panelProgress = MakeControl<QWidget>("panelProgress", SSTab1);
@@ -141,9 +159,16 @@ QWidget* frmProcessingDocuments::BuildProgress()
     pgbar1 = MakeControl<FileProgressBar>("pgbar1", panelProgress);
     lblChangesMade = MakeLabel<ElidedLabel>("lblChangesMade", "Change(s) made", panelProgress);
     lblelapsedSecs = MakeLabel<QLabel>("lblelapsedSecs", "Label1", panelProgress);
+    lblRemaining = MakeLabel<QLabel>("lblRemaining", {}, panelProgress);
+    lblStopping = MakeLabel<QLabel>("lblStopping", {}, panelProgress);
+    lblStopping->hide();
+    lblAdded = MakeLabel<QLabel>("lblAdded", {}, panelProgress);
+    lblAdded->setWordWrap(true);
+    lblAdded->hide();
 
     auto* const figures = new QHBoxLayout;
     figures->addWidget(new LabelStrip(lblChangesMade), 1);
+    figures->addWidget(lblRemaining);
     figures->addWidget(lblelapsedSecs);
     auto* const column = new QVBoxLayout(panelProgress);
     // In heights of the font, so that the room grows with the user's text.
@@ -153,28 +178,53 @@ QWidget* frmProcessingDocuments::BuildProgress()
     column->addWidget(new LabelStrip(lblDocChanged));
     column->addWidget(pgbar1);
     column->addLayout(figures);
+    column->addWidget(lblStopping);
+    column->addWidget(BuildStuck());
+    column->addWidget(lblAdded);
     column->addSpacing(margin);
     column->addWidget(BuildFailures());
     column->addStretch();
     return panelProgress;
 }
 
+QWidget* frmProcessingDocuments::BuildStuck()
+{
+    panelStuck = MakeControl<QWidget>("panelStuck", this);
+    lblStuck = MakeLabel<QLabel>("lblStuck", {}, panelStuck);
+    lblStuck->setWordWrap(true);
+    cmdGiveUp = MakeButton("cmdGiveUp", {}, panelStuck);
+    auto* const row = new QHBoxLayout(panelStuck);
+    row->setContentsMargins({});
+    row->addWidget(lblStuck, 1);
+    row->addWidget(cmdGiveUp);
+    panelStuck->hide();
+    return panelStuck;
+}
+
 QWidget* frmProcessingDocuments::BuildFailures()
 {
     panelFailures = MakeControl<QWidget>("panelFailures", this);
+    lblFailures = MakeLabel<QLabel>("lblFailures", {}, panelFailures);
     lblNotOpened = MakeLabel<QLabel>("lblNotOpened", {}, panelFailures);
-    lblNotOpened->setWordWrap(true);
+    lblNotProcessed = MakeLabel<QLabel>("lblNotProcessed", {}, panelFailures);
     lblRunFailed = MakeLabel<QLabel>("lblRunFailed", {}, panelFailures);
-    lblRunFailed->setWordWrap(true);
+    cmdFailures = MakeButton("cmdFailures", {}, panelFailures);
     cmdErrorLog = MakeButton("cmdErrorLog", {}, panelFailures);
 
     auto* const lines = new QVBoxLayout;
-    lines->addWidget(lblNotOpened);
-    lines->addWidget(lblRunFailed);
+    for (QLabel* line : {lblFailures, lblNotOpened, lblNotProcessed, lblRunFailed}) {
+        line->setWordWrap(true);
+        lines->addWidget(line);
+    }
+    lines->addStretch();
+    auto* const buttons = new QVBoxLayout;
+    buttons->addWidget(cmdFailures);
+    buttons->addWidget(cmdErrorLog);
+    buttons->addStretch();
     auto* const row = new QHBoxLayout(panelFailures);
     row->setContentsMargins({});
     row->addLayout(lines, 1);
-    row->addWidget(cmdErrorLog);
+    row->addLayout(buttons);
     return panelFailures;
 }
 
@@ -188,6 +238,19 @@ QWidget* frmProcessingDocuments::BuildChangedFiles()
     row->addWidget(cmdCommand[1]);
     row->addStretch();
     static_cast<QVBoxLayout*>(panel->layout())->addLayout(row);
+    return panel;
+}
+
+QWidget* frmProcessingDocuments::BuildErrors()
+{
+    QWidget* const panel = BuildTree("panelErrors", trvErrors, 2);
+    splErrors = MakeControl<QSplitter>("splErrors", panel);
+    splErrors->setOrientation(Qt::Vertical);
+    splErrors->setChildrenCollapsible(false);
+    lstFailures = new FailureList(splErrors);
+    lstFailures->hide();  // until there is a failure
+    panel->layout()->replaceWidget(trvErrors, splErrors);
+    splErrors->addWidget(trvErrors);
     return panel;
 }
 
@@ -208,6 +271,8 @@ void frmProcessingDocuments::BuildCommands()
     cmdCopyLog = MakeButton("cmdCopyLog", "Copy log to clipboard", panelCommand);
     cmdSaveReport = MakeButton("cmdSaveReport", "Save report...", panelCommand);
     cmdSaveReport->setEnabled(false);  // until a run is over
+    cmdClose = MakeButton("cmdClose", {}, panelCommand);
+    cmdClose->hide();
     cmdOK = MakeButton("cmdOK", "OK", panelCommand);
     lblTotals = MakeLabel<ElidedLabel>("lblTotals", {}, this);
 
@@ -216,6 +281,7 @@ void frmProcessingDocuments::BuildCommands()
     row->addWidget(cmdCopyLog);
     row->addWidget(cmdSaveReport);
     row->addStretch();
+    row->addWidget(cmdClose);
     row->addWidget(cmdOK);
 }
 
@@ -231,6 +297,9 @@ void frmProcessingDocuments::ConnectHandlers()
     connect(cmdOK, &QPushButton::clicked, this, &Form::cmdOK_Click);
     connect(cmdCopyLog, &QPushButton::clicked, this, &Form::cmdCopyLog_Click);
     connect(cmdSaveReport, &QPushButton::clicked, this, &Form::cmdSaveReport_Click);
+    connect(cmdGiveUp, &QPushButton::clicked, this, &Form::cmdGiveUp_Click);
+    connect(cmdClose, &QPushButton::clicked, this, &Form::close);
+    connect(cmdFailures, &QPushButton::clicked, this, &Form::cmdFailures_Click);
     connect(cmdErrorLog, &QPushButton::clicked, this, &Form::cmdErrorLog_Click);
     for (int index = 0; index < static_cast<int>(cmdCommand.size()); ++index)
         connect(cmdCommand[static_cast<std::size_t>(index)], &QPushButton::clicked, this,
@@ -258,6 +327,9 @@ void frmProcessingDocuments::ConnectHandlers()
             ShowTotalsNow();
     });
     connect(panelHits, &HitsPane::OpenRequested, this, &Form::lstHits_DblClick);
+    connect(lstFailures, &FailureList::OpenRequested, this, &Form::lstFailures_DblClick);
+    connect(lstFailures, &FailureList::OpenFolderRequested, this, &Form::lstFailures_OpenFolder);
+    connect(lstFailures, &FailureList::FileChosen, this, &Form::lstFailures_FileChosen);
 }
 
 }  // namespace tessarine

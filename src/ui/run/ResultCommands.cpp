@@ -1,10 +1,13 @@
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTabWidget>
 
 #include "app/GlobalState.h"
 #include "log/ErrorLog.h"
 #include "log/Treatments.h"
+#include "platform/FolderOf.h"
 #include "shell/OpenDoc.h"
+#include "ui/run/FailureList.h"
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/ResultLog.h"
 #include "ui/run/ResultTree.h"
@@ -52,6 +55,29 @@ void frmProcessingDocuments::OPenDocument(const ResultNode& node)
 void frmProcessingDocuments::lstHits_DblClick(const String& path)
 {
     LogAndReturn({u"lstHits_DblClick", place}, [&] { Open(path); });
+}
+
+void frmProcessingDocuments::lstFailures_DblClick(const String& path)
+{
+    LogAndReturn({u"lstFailures_DblClick", place}, [&] { Open(path); });
+}
+
+void frmProcessingDocuments::lstFailures_OpenFolder(const String& path)
+{
+    LogAndReturn({u"lstFailures_OpenFolder", place}, [&] { Open(String(FolderOf(StringView(path)))); });
+}
+
+void frmProcessingDocuments::lstFailures_FileChosen(const String& path)
+{
+    LogAndReturn({u"lstFailures_FileChosen", place}, [&] { trvErrors->ChooseFile(path); });
+}
+
+void frmProcessingDocuments::cmdFailures_Click()
+{
+    LogAndReturn({u"cmdFailures_Click", place}, [this] {
+        SSTab1->setCurrentIndex(3);
+        lstFailures->setFocus();
+    });
 }
 
 void frmProcessingDocuments::Open(const String& path)

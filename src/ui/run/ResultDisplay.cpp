@@ -1,9 +1,12 @@
+#include <algorithm>
+
 #include <QLabel>
 #include <QTabBar>
 #include <QTabWidget>
 
 #include "i18n/QtText.h"
 #include "log/Treatments.h"
+#include "ui/run/FailureList.h"
 #include "ui/run/FilterBar.h"
 #include "ui/run/frmProcessingDocuments.h"
 #include "ui/run/HitsPane.h"
@@ -68,6 +71,7 @@ void frmProcessingDocuments::ApplyFilter()
     const NodeFilter filter{filters[0]->Text(), filters[0]->IsOnlyWithHits()};
     for (ResultTree* tree : Trees())
         tree->PutFilter(filter);
+    lstFailures->PutFilter(filter.name);
     ShowTotalsNow();
 }
 
@@ -130,7 +134,9 @@ void frmProcessingDocuments::ShowTotalsNow()
         if (Trees()[i] == trvChangedFiles)
             text += HitTotals(results.Totals());
         filters[i]->PutTotals(text);
-        lblCount[i]->setText(all > 0 ? u'(' + QString::number(all) + u')' : QString());
+        // Failures that the tree does not show, because the run has no result for their files, count as well.
+        const std::int64_t count = Trees()[i] == trvErrors ? std::max<std::int64_t>(all, lstFailures->Count()) : all;
+        lblCount[i]->setText(count > 0 ? u'(' + QString::number(count) + u')' : QString());
         lblCount[i]->adjustSize();
         // Set once more, because the tab makes room for it only then; which hides it.
         SSTab1->tabBar()->setTabButton(static_cast<int>(i) + 1, QTabBar::RightSide, lblCount[i]);

@@ -66,11 +66,11 @@ public:
     const String& TextOf(const QModelIndex& index) const;  ///< The text of a node; `index` must be valid.
     bool IsFile(const QModelIndex& index) const;           ///< Whether a node is a file; false without one.
     Node NodeAt(const QModelIndex& index) const;           ///< `index` must be valid.
+    QModelIndex IndexOf(const Node& node) const;           ///< Invalid when the filter leaves the node out.
 
 private:
     bool IsGrey(const Node& node) const;
-    QModelIndex IndexOf(const Node& node) const;  // invalid when the filter hides the node
-    void ShowItems(Position file);                // of a file that is known already
+    void ShowItems(Position file);  // of a file that is known already
 
     /// The items of a file that views know, when the filter leaves some out.
     const std::vector<Position>& ItemsShown(Position file) const;

@@ -138,6 +138,17 @@ std::optional<ResultNode> ResultTree::NodeOf(const QModelIndex& index) const
     return ResultNode{text, results_.IsFile(index) ? text : String()};
 }
 
+void ResultTree::ChooseFile(const String& path)
+{
+    results_.ShowAdditions();
+    const auto file = Nodes().FindFile(path);
+    const QModelIndex index = file ? results_.IndexOf({*file, {}, {}}) : QModelIndex();
+    if (!index.isValid())
+        return;
+    setCurrentIndex(index);
+    scrollTo(index);
+}
+
 void ResultTree::CopyNode()
 {
     if (const auto node = CurrentNode())

@@ -49,6 +49,10 @@ public:
 
     std::optional<ResultModel::Node> CurrentPlace() const;  ///< The same node among all nodes.
 
+    /// Makes a file's node the current one and brings it into sight. Nothing happens when there is none, or the filter
+    /// leaves it out.
+    void ChooseFile(const String& path);
+
     void CopyNode();  ///< The current node's text to the clipboard; nothing without one.
 
     /// All levels, but only the files of a tree so large that its rows would not fit in reasonable memory.

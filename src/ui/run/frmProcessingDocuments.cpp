@@ -1,10 +1,14 @@
 #include "ui/run/frmProcessingDocuments.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
+#include <QAbstractItemView>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
@@ -18,14 +22,18 @@
 #include "i18n/QtText.h"
 #include "log/ErrorLog.h"
 #include "log/Treatments.h"
+#include "platform/GivingUp.h"
 #include "platform/Messages.h"
 #include "platform/ProgramInfo.h"
 #include "settings/SettingsStore.h"
+#include "shell/WindowPlace.h"
 #include "ui/run/ElapsedTime.h"
+#include "ui/run/FailureList.h"
 #include "ui/run/FileMenu.h"
 #include "ui/run/FileProgressBar.h"
 #include "ui/run/FilterBar.h"
 #include "ui/run/HitsPane.h"
+#include "ui/run/RemainingTime.h"
 #include "ui/run/ResultTree.h"
 
 namespace tessarine
@@ -48,12 +56,19 @@ QString TextOf(const String& key)
     return ToQt(GetLngString(section, key));
 }
 
-/// A stored length, when it is one that a window can have.
-std::optional<int> StoredLength(const String& key)
+/// A stored percentage, when it is one.
+std::optional<int> StoredShare(const String& key)
 {
     bool isNumber = false;
-    const int length = ToQt(GetSetting(String(ApplicationTitle), section, key)).toInt(&isNumber);
-    return isNumber && length > 0 && length < QWIDGETSIZE_MAX ? std::optional(length) : std::nullopt;
+    const int share = ToQt(GetSetting(String(ApplicationTitle), section, key)).toInt(&isNumber);
+    return isNumber && share > 0 && share < 100 ? std::optional(share) : std::nullopt;
+}
+
+/// Enter in these has a meaning of its own, or none.
+bool TakesEnter(const QWidget* control)
+{
+    return qobject_cast<const QLineEdit*>(control) != nullptr ||
+           qobject_cast<const QAbstractItemView*>(control) != nullptr;
 }
 
 }  // namespace
@@ -82,8 +97,8 @@ frmProcessingDocuments::frmProcessingDocuments(QWidget* owner)
     totalsTimer_.setSingleShot(true);
     BuildControls();
     ConnectHandlers();
-    RestoreSize();
     Form_Load();
+    RestoreSize();  // which goes by the smallest size, and that by the language
 }
 
 frmProcessingDocuments::~frmProcessingDocuments() = default;
@@ -122,13 +137,20 @@ void frmProcessingDocuments::LoadLng()
         for (FilterBar* filter : filters)
             filter->PutTexts(texts_);
         panelHits->PutTexts(texts_);
+        lstFailures->PutTexts(texts_);
         NameControlsWithoutCaption();
         ShowFailures();
-        // All tabs of the language in force can be seen without scrolling, with thousands of files in each.
-        const int counts = 3 * fontMetrics().horizontalAdvance("(00000) ");
-        setMinimumSize(QSize(SSTab1->tabBar()->sizeHint().width() + counts + 2 * fontMetrics().height(),
-                             fontMetrics().height() * 26)
-                           .expandedTo(layout()->totalMinimumSize()));
+        // Tabs without room are cut, with their names at the pointer; the screen bounds all the rest.
+        for (int tab = 0; tab < SSTab1->count(); ++tab)
+            SSTab1->setTabToolTip(tab, SSTab1->tabText(tab).remove(u'&'));
+        int width = 0;
+        for (const QWidget* panel : panels) {
+            panel->layout()->activate();  // or rows in it would still have the size of the captions before
+            width = std::max(width, panel->layout()->totalMinimumSize().width());
+        }
+        setMinimumSize(QSize(width + 4 * fontMetrics().height(), fontMetrics().height() * 26)
+                           .expandedTo(layout()->totalMinimumSize())
+                           .boundedTo(screen()->availableSize()));
     });
 }
 
@@ -154,12 +176,22 @@ void frmProcessingDocuments::UpdateSecs()
 void frmProcessingDocuments::tmrelapsedSecsX_Timer()
 {
     ShowElapsedTime();
+    ShowTimeOfFile();
     DeliverPendingEvents();  // the last thing: the user may close the window in here
 }
 
 void frmProcessingDocuments::ShowElapsedTime()
 {
-    lblelapsedSecs->setText(ElapsedTimeText(StartTime, TimeOfDay()));
+    const QTime now = TimeOfDay();
+    lblelapsedSecs->setText(ElapsedTimeText(StartTime, now));
+    ShowTimeLeft(SecondsBetween(StartTime, now));
+}
+
+void frmProcessingDocuments::ShowTimeLeft(int secondsGone)
+{
+    const auto left = IsRunGoing ? SecondsLeft(pgbar1->Steps(), pgbar1->maximum(), secondsGone) : std::nullopt;
+    lblRemaining->setText(left ? texts_.Filled(u"Remaining.Time", {.s = TimeText(*left)}) : QString());
+    lblRemaining->setVisible(left.has_value());
 }
 
 void frmProcessingDocuments::SSTab1_Click()
@@ -176,9 +208,10 @@ void frmProcessingDocuments::cmdOK_Click()
     LogAndReturn({u"cmdOK_Click", place}, [this] {
         // One button, two meanings: until the run has ended it cancels.
         if (IsComplited)
-            Unload();
-        else
-            NotNull(CurrentProject)->IsProcessCancel = true;
+            return Unload();
+        NotNull(CurrentProject)->IsProcessCancel = true;
+        // The file in hand is finished first, which may take a while.
+        lblStopping->setVisible(IsRunGoing && !IsComplited);
     });
 }
 
@@ -191,6 +224,17 @@ void frmProcessingDocuments::closeEvent(QCloseEvent* event)
         Unload();
     else
         cmdOK_Click();
+}
+
+void frmProcessingDocuments::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool closes = event->key() == Qt::Key_Escape || (isEnter && !TakesEnter(focusWidget()));
+    // During a run a key pressed by mistake must not end it.
+    if (closes && !IsRunGoing)
+        close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 /// Forgets the window at once, so that the next use loads another; it goes away when the events on their way to it
@@ -209,29 +253,22 @@ void frmProcessingDocuments::Unload()
 
 void frmProcessingDocuments::RestoreSize()
 {
-    const auto width = StoredLength(u"Width");
-    const auto height = StoredLength(u"Height");
-    if (width && height)
-        resize(*width, *height);
-    else
-        // Room for a tree above some hits, where the screen has as much.
-        resize(QSize(fontMetrics().averageCharWidth() * 140, fontMetrics().height() * 46)
-                   .boundedTo(screen()->availableSize() * 9 / 10));
+    // Room for a tree above some hits, over the owner; unless a place is kept.
+    const QSize wanted(fontMetrics().averageCharWidth() * 140, fontMetrics().height() * 46);
+    resize(FittingSize(*this, wanted.expandedTo(minimumSize())));
+    if (parentWidget() != nullptr)
+        move(PlaceOver(parentWidget()->frameGeometry(), size(), parentWidget()->screen()->availableGeometry()));
+    RestorePlace(*this, section);
     // In percent, so that it holds for any height.
-    const int ofHits = StoredLength(u"HitsShare").value_or(45);
-    if (ofHits < 100)
-        splHits->setSizes({(100 - ofHits) * 100, ofHits * 100});
+    const int ofHits = StoredShare(u"HitsShare").value_or(45);
+    splHits->setSizes({(100 - ofHits) * 100, ofHits * 100});
 }
 
 void frmProcessingDocuments::KeepSize() const
 {
-    // A size that fills the screen would come back as one that the user had drawn.
-    if (isMaximized() || isFullScreen())
-        return;
-    // A size that can't be kept is not worth a word.
+    KeepPlace(*this, section);
+    // A share that can't be kept is not worth a word.
     Skip([this] {
-        SaveSetting(String(ApplicationTitle), section, u"Width", FromQt(QString::number(width())));
-        SaveSetting(String(ApplicationTitle), section, u"Height", FromQt(QString::number(height())));
         const QList<int> sizes = splHits->sizes();
         // The pane has no height while it is hidden.
         if (sizes[0] > 0 && sizes[1] > 0)
@@ -253,6 +290,11 @@ void frmProcessingDocuments::AddProgressStep()
 void frmProcessingDocuments::FillProgress()
 {
     pgbar1->Fill();
+}
+
+void frmProcessingDocuments::StopProgressAt(std::int32_t files)
+{
+    pgbar1->StopAt(files);
 }
 
 void frmProcessingDocuments::ShowProgressTab()
@@ -291,13 +333,35 @@ ResultTree* frmProcessingDocuments::TreeOf(const std::shared_ptr<CounterStatuses
 
 void frmProcessingDocuments::FileNotOpened(const String& path, const Failure& failure)
 {
+    TakeFailure(path, failure, notOpened_);
+}
+
+void frmProcessingDocuments::FileNotProcessed(const String& path, const Failure& failure)
+{
+    TakeFailure(path, failure, notProcessed_);
+}
+
+void frmProcessingDocuments::TakeFailure(const String& path, const Failure& failure, std::set<String>& files)
+{
     // Once for each file, although a run may tell of several failures at one.
-    if (!notOpened_.insert(path).second)
+    if (!files.insert(path).second)
         return;
     WriteErrorLog(u"Error " + FromUtf8(std::to_string(failure.number)) + u" (" + failure.description + u") in file " +
                   path);
     hits_.Add(FailedFile(path, failure.Reason()));
+    ListFailure(path, failure.Reason());
+}
+
+void frmProcessingDocuments::ListFailure(const String& path, const String& reason)
+{
+    lstFailures->Add(path, reason);
     ShowFailures();
+    ShowTotals();
+}
+
+int frmProcessingDocuments::FailureCount() const
+{
+    return lstFailures->Count();
 }
 
 void frmProcessingDocuments::TellRunFailed()
@@ -309,17 +373,99 @@ void frmProcessingDocuments::TellRunFailed()
 void frmProcessingDocuments::ForgetFailures()
 {
     notOpened_.clear();
+    notProcessed_.clear();
     hasRunFailed_ = false;
+    const bool areCounted = lstFailures->Count() > 0;
+    lstFailures->clear();
     ShowFailures();
+    if (areCounted)
+        ShowTotals();
 }
 
 void frmProcessingDocuments::ShowFailures()
 {
-    lblNotOpened->setText(
-        TextOf(u"lblNotOpened.caption").replace(QLatin1String("%d"), QString::number(notOpened_.size())));
-    lblNotOpened->setVisible(!notOpened_.empty());
+    const auto show = [this](QLabel* label, const String& key, std::size_t count) {
+        label->setText(TextOf(key).replace(QLatin1String("%d"), QString::number(count)));
+        label->setVisible(count > 0);
+    };
+    const int failures = lstFailures->Count();
+    show(lblFailures, u"lblFailures.caption", static_cast<std::size_t>(failures));
+    show(lblNotOpened, u"lblNotOpened.caption", notOpened_.size());
+    show(lblNotProcessed, u"lblNotProcessed.caption", notProcessed_.size());
     lblRunFailed->setVisible(hasRunFailed_);
-    panelFailures->setVisible(!notOpened_.empty() || hasRunFailed_);
+    cmdFailures->setVisible(failures > 0);
+    lstFailures->setVisible(failures > 0);
+    const bool isLogged = !notOpened_.empty() || !notProcessed_.empty() || hasRunFailed_;
+    cmdErrorLog->setVisible(isLogged);
+    panelFailures->setVisible(failures > 0 || isLogged);
+}
+
+void frmProcessingDocuments::ShowBeginning()
+{
+    bool hasResults = false;
+    for (const ResultTree* tree : Trees())
+        hasResults = hasResults || tree->Nodes().FileCount() > 0;
+    lblAdded->setVisible(hasResults);
+    ForgetFailures();
+    panelOutcome->hide();
+    panelWarning->show();
+    panelStuck->hide();
+    lblStopping->hide();
+    cmdClose->hide();
+    StartTime = TimeOfDay();
+    ShowElapsedTime();
+    tmrelapsedSecsX->PutEnabled(true);
+}
+
+void frmProcessingDocuments::ShowEnd(const String& outcome)
+{
+    lblOutcome->setText(ToQt(outcome));
+    panelWarning->hide();
+    panelOutcome->show();
+    panelStuck->hide();
+    lblStopping->hide();
+    lblRemaining->clear();
+    // OK closes the window only after a run that has come to its own end.
+    cmdClose->setVisible(!IsComplited);
+}
+
+void frmProcessingDocuments::ShowFileBegins()
+{
+    fileBegan_ = TimeOfDay();
+    secondsOfFile_ = 0;
+    pairNumber_ = 0;
+    cmdGiveUp->setEnabled(true);
+    panelStuck->hide();
+}
+
+void frmProcessingDocuments::TellPair(std::int32_t number, const String& findWhat)
+{
+    pairNumber_ = number;
+    pairText_ = findWhat;
+}
+
+void frmProcessingDocuments::ShowTimeOfFile()
+{
+    constexpr int longTime = 10;  // seconds
+    if (!IsRunGoing || !fileBegan_.isValid())
+        return;
+    const int seconds = SecondsBetween(fileBegan_, TimeOfDay());
+    if (seconds < longTime || seconds == secondsOfFile_)
+        return;
+    secondsOfFile_ = seconds;
+    QString text = texts_.Filled(u"Stuck.File", {.s = TimeText(seconds)});
+    if (pairNumber_ > 0)
+        text += u' ' + texts_.Filled(u"Stuck.Pair", {.d = pairNumber_, .s = ToQt(pairText_)});
+    lblStuck->setText(text);
+    panelStuck->show();
+}
+
+void frmProcessingDocuments::cmdGiveUp_Click()
+{
+    LogAndReturn({u"cmdGiveUp_Click", place}, [this] {
+        GiveUpFile();
+        cmdGiveUp->setEnabled(false);
+    });
 }
 
 }  // namespace tessarine

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <QProgressBar>
+#include <QTreeWidget>
 
 #include "office/builtin/Provider.h"
 
@@ -45,6 +46,21 @@ void FailingPowerPointTest::TearDown()
 std::string FailingPowerPointTest::NotOpened()
 {
     return InProcessing("lblNotOpened").isVisible() ? Label("lblNotOpened") : std::string();
+}
+
+std::string FailingPowerPointTest::NotProcessed()
+{
+    return InProcessing("lblNotProcessed").isVisible() ? Label("lblNotProcessed") : std::string();
+}
+
+std::vector<std::string> FailingPowerPointTest::Failures()
+{
+    const QAbstractItemModel& list = *InProcessing<QTreeWidget>("lstFailures").model();
+    std::vector<std::string> lines;
+    for (int row = 0; row < list.rowCount(); ++row)
+        lines.push_back(WithoutFolder(
+            (list.index(row, 0).data().toString() + ": " + list.index(row, 1).data().toString()).toStdString()));
+    return lines;
 }
 
 void FailingPowerPointTest::ExpectFinished(const std::string& lblDocChanged)

@@ -37,6 +37,12 @@ protected:
     /// The line about files that could not be opened; empty when it can't be seen.
     std::string NotOpened();
 
+    /// The line about files that were opened and failed then; empty when it can't be seen.
+    std::string NotProcessed();
+
+    /// The lines of the list of failures: a file, a colon, and the reason.
+    std::vector<std::string> Failures();
+
     /// Whether the line about a run that a failure ended can be seen.
     bool TellsOfAnEarlyEnd() { return InProcessing("lblRunFailed").isVisible(); }
 

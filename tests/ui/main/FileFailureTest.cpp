@@ -45,7 +45,8 @@ protected:
         EXPECT_TRUE(IsChanged(u"a.pptx") && IsChanged(u"c.pptx"));
         EXPECT_THAT(Changed(), ElementsAreArray(NodesOf({"a.pptx", "b.pptx", "c.pptx"})));
         EXPECT_THAT(Errors(), IsEmpty());
-        EXPECT_EQ(NotOpened(), "1 file(s) could not be opened. The error log names them.");
+        EXPECT_EQ(NotProcessed(), "1 file(s) could not be processed or saved. The error log names them.");
+        EXPECT_EQ(NotOpened(), "");
         ExpectFinished("Finished: 3 of 3 file(s) changed");
         ExpectNextRunToWork();
     }
@@ -93,6 +94,7 @@ TEST_F(FileFailure, AtTheSaveLeavesTheFileUntouched)
 
     EXPECT_THAT(LogLines(), ElementsAre(LineOf("b.pptx", FailureNumber::SystemDiskFull, "The disk is full", false)));
     EXPECT_EQ(CallsOf("Presentation.Close b.pptx"), 0U);
+    EXPECT_THAT(Failures(), ElementsAre("b.pptx: The disk is full"));
     ExpectSecondFileUntouched();
 }
 
@@ -128,11 +130,14 @@ TEST_F(FileFailure, OfTheFirstFileLeavesTheRunAndTellsWhy)
     EXPECT_THAT(LogLines(), ElementsAre("Error 91 (Object variable or With block variable not set) in procedure "
                                         "Replacement at Line No. 0 of Class Module Project",
                                         LineOf("a.pptx", 1234, "scripted", true)));
-    EXPECT_EQ(NotOpened(), "1 file(s) could not be opened. The error log names them.");
+    EXPECT_EQ(NotProcessed(), "1 file(s) could not be processed or saved. The error log names them.");
+    EXPECT_EQ(NotOpened(), "");
     EXPECT_THAT(Changed(), IsEmpty());
     for (const char16_t* name : {u"a.pptx", u"c.pptx"})
         EXPECT_THAT(TextsOf(name), ElementsAre("Fabrikam"));
     EXPECT_EQ(office.Running(), 1);
+    EXPECT_THAT(Failures(), ElementsAre("a.pptx: scripted", "a.pptx: The run ended here: scripted"));
+    EXPECT_EQ(Label("lblOutcome"), "Ended by a failure after 0 of 3 file(s). Failures: 2");
     ExpectLeftAt("File 1 of 3: a.pptx");
     ExpectNextRunToWork();
 }
@@ -146,7 +151,8 @@ TEST_F(FileFailure, OfTheFirstFileInAFindLetsTheTimeGoOn)
     EXPECT_THAT(LogLines(), ElementsAre(LineOf("a.pptx", -2147023170, "The remote procedure call failed", true),
                                         "Error 91 (Object variable or With block variable not set) in procedure "
                                         "cmdStartReplacing_Click at Line No. 0 of Form frmMain"));
-    EXPECT_EQ(NotOpened(), "1 file(s) could not be opened. The error log names them.");
+    EXPECT_EQ(NotProcessed(), "1 file(s) could not be processed or saved. The error log names them.");
+    EXPECT_EQ(NotOpened(), "");
     EXPECT_TRUE(Processing().tmrelapsedSecsX->Enabled()) << "only a run that returns stops it";
     EXPECT_TRUE(CurrentProject->options->IsFindOnly);
     ExpectLeftAt("File 1 of 3: a.pptx");
@@ -178,7 +184,8 @@ TEST_F(FileFailure, AfterASkippedFileIsToldBesideTheRepeatedError)
     Replace();
 
     EXPECT_THAT(Errors(), ElementsAre("a.pptx", "\tRead Only File.", "b.pptx", "\tRead Only File."));
-    EXPECT_EQ(NotOpened(), "1 file(s) could not be opened. The error log names them.");
+    EXPECT_EQ(NotProcessed(), "1 file(s) could not be processed or saved. The error log names them.");
+    EXPECT_EQ(NotOpened(), "");
     EXPECT_THAT(LogLines(), ElementsAre(LineOf("b.pptx", 1234, "scripted", true)));
     ExpectFinished("Finished: 1 of 3 file(s) changed");
 }

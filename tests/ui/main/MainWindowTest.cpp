@@ -37,6 +37,7 @@ MainWindowTest::MainWindowTest()
     previousProgramFolder_ = SetProgramFolder(FromUtf8(TESSARINE_PROGRAM_FOLDER));
     excel::SetProvider(sheets::CreateProvider());
     CurrentLanguageFile = u"English.lng";
+    IsBuiltInEngine = false;  // whatever a start of the program in another test has chosen
     CurrentProject = std::make_shared<Project>(powerPoint.Provider());
     CurrentProject->CustomProperies->Add(u"FindAndReplaceFilePath", {});
     CurrentProject->CustomProperies->Add(u"FindAndReplaceListSource", u"EXTERNAL");

@@ -307,9 +307,66 @@ TEST_F(ValidationTest, PresentationsInTheFolderLeadToTheQuestion)
     Click(startReplacing);
 
     EXPECT_THAT(messages.Messages(), ElementsAre(Message{GlobalMsg(u"1001"), MessageIcon::Exclamation,
-                                                         MessageButtons::YesNo, u"Start Processing", true}));
+                                                         MessageButtons::YesNo, u"Start Processing", true,
+                                                         u"Replace and save: 2 presentation(s)\nFolder: " +
+                                                             folder.PathOf(u"decks") + u"\nNo backups are made."}));
     EXPECT_THAT(CurrentProject->FilesToProcess,
                 testing::UnorderedElementsAre(folder.PathOf(u"decks/first.pptx"), folder.PathOf(u"decks/second.PPTX")));
+}
+
+TEST_F(ValidationTest, TheQuestionSaysWhatASearchWillDo)
+{
+    EditPairs({{u"Fabrikam", u""}});
+    folder.MakeFolder(u"decks");
+    WriteDeck(u"decks/a.pptx");
+    UseFolder(folder.PathOf(u"decks"));
+    ClickBox("chkIncludesubfolders");
+    messages.Next(MessageAnswer::No);
+
+    Click(startSearching);
+
+    EXPECT_EQ(messages.Messages().front().details,
+              u"Search, without a change: 1 presentation(s)\nFolder with its subfolders: " + folder.PathOf(u"decks"));
+}
+
+TEST_F(ValidationTest, TheQuestionTellsOfBackupsAndReadOnlyFiles)
+{
+    EditPairs({{u"Fabrikam", u""}});
+    for (const char16_t* name : {u"a.pptx", u"b.pptx"})
+        WriteDeck(name);
+    SetMode(folder.PathOf(u"b.pptx"), 0444);
+    UseFileList(
+        folder.Write(u"files.txt", ToUtf8(folder.PathOf(u"a.pptx") + u"\r\n" + folder.PathOf(u"b.pptx")) + "\r\n"));
+    ShowTab(2);
+    ClickBox("chkBackupMode");
+    messages.Next(MessageAnswer::No);
+    messages.Next(MessageAnswer::No);
+
+    Click(startReplacing);
+    ClickBox("chkReadOnlyFile");
+    Click(startReplacing);
+    SetMode(folder.PathOf(u"b.pptx"), 0644);
+
+    const String plan = u"Replace and save: 2 presentation(s)\nFiles listed in: " + folder.PathOf(u"files.txt") +
+                        u"\nA backup of each file is made first.\n";
+    ASSERT_EQ(messages.Messages().size(), 2U);
+    EXPECT_EQ(messages.Messages()[0].details, plan + u"Read-only files that are left out: 1");
+    EXPECT_EQ(messages.Messages()[1].details, plan + u"Read-only files that are processed all the same: 1");
+}
+
+TEST_F(ValidationTest, TheQuestionSaysNothingOfPowerPointWhereTheBuiltInEngineRuns)
+{
+    EditPairs({{u"Fabrikam", u""}});
+    folder.MakeFolder(u"decks");
+    WriteDeck(u"decks/a.pptx");
+    UseFolder(folder.PathOf(u"decks"));
+    messages.Next(MessageAnswer::No);
+    const bool chosen = std::exchange(IsBuiltInEngine, true);
+
+    Click(startReplacing);
+    IsBuiltInEngine = chosen;
+
+    EXPECT_EQ(messages.Messages().front().text, u"Do you want to continue?");
 }
 
 TEST_F(ValidationTest, BackupsInTheWayAreNamedInTheQuestion)

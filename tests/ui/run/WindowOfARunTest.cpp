@@ -1,5 +1,6 @@
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 
 #include "app/GlobalState.h"
@@ -254,6 +255,53 @@ TEST_F(WindowOfARunTest, IsClosedByItsCloseButtonAfterAnUnreportedEnd)
     EXPECT_FALSE(CurrentProject->IsProcessCancel);
 }
 
+TEST_F(WindowOfARunTest, IsClosedByEscapeAfterTheRun)
+{
+    BeginRun();
+    EndRun();
+    Window().IsRunGoing = false;
+
+    QTest::keyClick(&Window(), Qt::Key_Escape);
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+}
+
+TEST_F(WindowOfARunTest, IsClosedByEnterAfterTheRunUnlessEnterHasAMeaningOfItsOwn)
+{
+    BeginRun();
+    EndRun();
+    Window().IsRunGoing = false;
+    ShowTab(2);
+    for (const char* name : {"txtFilter(1)", "trvNotChangedFiles"}) {
+        The(name).setFocus();
+        QTest::keyClick(&The(name), Qt::Key_Return);
+        EXPECT_NE(frmProcessingDocuments::Loaded(), nullptr) << name;
+    }
+    The("SSTab1").setFocus();
+
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+    EXPECT_EQ(frmProcessingDocuments::Loaded(), nullptr);
+}
+
+TEST_F(WindowOfARunTest, TellsTheTimeLeftAfterTheFirstFiles)
+{
+    BeginRun();
+    Window().SetProgressRange(100);
+    now_ = now_.addSecs(20);
+    Tick();
+    EXPECT_EQ(Text("lblRemaining"), "");
+
+    for (int file = 0; file < 50; ++file)
+        Window().AddProgressStep();
+    Tick();
+    EXPECT_EQ(Text("lblRemaining"), "Time left: about 00:00:20");
+
+    EndRun();
+    Window().ShowEnd(u"Cancelled after 50 of 100 file(s).");
+    EXPECT_EQ(Text("lblRemaining"), "");
+}
+
 TEST_F(WindowOfARunTest, IsNotClosedByEscape)
 {
     BeginRun();
@@ -313,13 +361,37 @@ TEST_F(WindowOfARunTest, GoesWithItsOwner)
 
 TEST_F(WindowOfARunTest, RemembersItsSize)
 {
-    // Well above what the window needs, which goes by the fonts.
-    const QSize size(1311, 703);
+    // Larger than at first, and no larger than the screen.
+    const QSize room = Window().screen()->availableSize();
+    const QSize size(room.width() - 3, room.height() - 51);
     Window().resize(size);
     EndRun();
     Click("cmdOK");
 
     EXPECT_EQ(Window().size(), size);
+}
+
+TEST_F(WindowOfARunTest, RemembersItsPlace)
+{
+    Window().resize(Window().minimumSize());
+    const QPoint place = Window().screen()->availableGeometry().topLeft() + QPoint(7, 43);
+    Window().move(place);
+    EndRun();
+    Click("cmdOK");
+
+    EXPECT_EQ(Window().pos(), place);
+}
+
+TEST_F(WindowOfARunTest, OpensOverTheMiddleOfItsOwner)
+{
+    QWidget owner;
+    const QRect screen = owner.screen()->availableGeometry();
+    owner.setGeometry(screen.x() + 40, screen.y() + 10, screen.width() - 60, screen.height() - 90);
+
+    const frmProcessingDocuments& window = frmProcessingDocuments::Instance(&owner);
+
+    const QPoint offset = window.geometry().center() - owner.frameGeometry().center();
+    EXPECT_LE(offset.manhattanLength(), 2);
 }
 
 TEST_F(WindowOfARunTest, ClosesWhereItsSizeCannotBeKept)
