@@ -34,6 +34,14 @@ std::int32_t CountIn(const QLineEdit* box)
     return number ? RoundedToInt32(*number) : 0;
 }
 
+/// Makes an entry that reads as the text of its box the chosen one. Qt does that itself when the box loses the focus,
+/// and tells of it as of a choice of the user's.
+void ChooseEntryOfText(QComboBox& box)
+{
+    if (const int entry = box.findText(box.currentText()); entry != -1)
+        box.setCurrentIndex(entry);
+}
+
 String TextOf(const QLineEdit* box)
 {
     return FromQt(box->text());
@@ -94,6 +102,7 @@ void frmMain::LoadProjectOnForm()
         if (const QString text = ToQt(options.RevisionDocumentPropertyIncrimentedBy);
             text != cboversion->currentText()) {
             cboversion->setEditText(text);
+            ChooseEntryOfText(*cboversion);
             // Empties the box again when the text is not a number.
             cboversion_Change();
         }

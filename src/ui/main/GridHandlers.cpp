@@ -201,8 +201,8 @@ void frmMain::grdItems_KeyDown(QKeyEvent& Key)
     LogAndReturn({u"grdItems_KeyDown", place}, [&] {
         if (Key.key() == Qt::Key_Delete && grdItems->Rows() > 1)
             cmdDelete_Click();
-        else if (Key.key() == Qt::Key_Tab)
-            cmdAdd->setFocus();
+        else if (Key.key() == Qt::Key_Tab || Key.key() == Qt::Key_Backtab)
+            cmdAdd->setFocus();  // whatever is held with it
         else if (Key.key() == Qt::Key_A && Key.modifiers() == Qt::ControlModifier)
             grdItems->SelectAll();
         else

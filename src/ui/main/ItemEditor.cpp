@@ -1,15 +1,50 @@
 #include "ui/main/ItemEditor.h"
 
+#include <limits>
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QToolTip>
+
+#include "ui/main/CellText.h"
 
 namespace tessarine
 {
 
+QWidget* ItemEditor::createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
+    qobject_cast<QLineEdit*>(editor)->setMaxLength(std::numeric_limits<int>::max());  // 32,767 of itself
+    return editor;
+}
+
+QString ItemEditor::displayText(const QVariant& value, const QLocale& /*locale*/) const
+{
+    return OnOneLine(value.toString());
+}
+
+bool ItemEditor::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                           const QModelIndex& index)
+{
+    const bool isTyped = (index.flags() & Qt::ItemIsEditable) != 0;
+    const QString text = index.data().toString();
+    const bool isMarked = !index.data(Qt::DecorationRole).isNull();  // the tip tells why
+    if (event->type() == QEvent::ToolTip && isTyped && !isMarked && text == OnOneLine(text) &&
+        sizeHint(option, index).width() <= option.rect.width())
+        QToolTip::hideText();
+    else
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    return true;
+}
+
 void ItemEditor::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
-    // Comes again whenever the cell's data change; a text that is being typed must not be lost by that.
-    if (!qobject_cast<QLineEdit*>(editor)->isModified())
+    // Comes again whenever the row changes, be it that the pointer moves over it. A text that is being typed must not
+    // be lost by that, and putting the same one again would take the selection away.
+    const auto& edit = *qobject_cast<QLineEdit*>(editor);
+    if (!edit.isModified() && edit.text() != index.data(Qt::EditRole).toString())
         QStyledItemDelegate::setEditorData(editor, index);
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <utility>
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -11,6 +13,22 @@
 
 namespace tessarine
 {
+
+namespace
+{
+
+/// Of the columns, in twips, so that they are equally wide on the screen at every resolution.
+constexpr std::array<int, ItemColumn::Count> startTwips{400, 1500, 1500, 2500, 2500, 1500};
+
+bool IsPlainClick(const QEvent* event)
+{
+    if (event == nullptr || event->type() != QEvent::MouseButtonPress)
+        return false;
+    const auto* const press = static_cast<const QMouseEvent*>(event);
+    return press->button() == Qt::LeftButton && press->modifiers() == Qt::NoModifier;
+}
+
+}  // namespace
 
 ItemsGrid::ItemsGrid(QWidget* parent) : QTableView(parent)
 {
@@ -28,7 +46,7 @@ ItemsGrid::ItemsGrid(QWidget* parent) : QTableView(parent)
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(verticalHeader()->minimumSectionSize());
-    horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setStretchLastSection(false);  // the typed columns take what is left
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
 
@@ -43,9 +61,10 @@ ItemsGrid::ItemsGrid(QWidget* parent) : QTableView(parent)
                     Q_EMIT RowColChange(previous.row() + 1, previous.column(), current.row() + 1, current.column());
             });
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
-        connect(&model_, signal, this, &ItemsGrid::FitNumberColumn);
-    connect(&model_, &QAbstractItemModel::modelReset, this, &ItemsGrid::FitNumberColumn);
-    connect(&model_, &QAbstractItemModel::headerDataChanged, this, &ItemsGrid::FitNumberColumn);
+        connect(&model_, signal, this, &ItemsGrid::FitColumns);
+    connect(&model_, &QAbstractItemModel::modelReset, this, &ItemsGrid::FitColumns);
+    connect(&model_, &QAbstractItemModel::headerDataChanged, this, &ItemsGrid::FitColumns);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, &ItemsGrid::ColumnResized);
 }
 
 std::int32_t ItemsGrid::Row() const
@@ -123,23 +142,78 @@ void ItemsGrid::ShowAsActive(bool isActive)
 
 void ItemsGrid::SetStartWidths()
 {
-    // In twips, so that the columns are equally wide on the screen at every resolution.
-    constexpr std::array twips{400, 1500, 1500, 2500, 2500};
     constexpr int twipsOfAnInch = 1440;
-    for (int column = 0; column < static_cast<int>(twips.size()); ++column)
-        setColumnWidth(column, twips[static_cast<std::size_t>(column)] * logicalDpiX() / twipsOfAnInch);
-    FitNumberColumn();
+    for (int column = 0; column < ItemColumn::Count; ++column)
+        PutWidth(column, startTwips.at(static_cast<std::size_t>(column)) * logicalDpiX() / twipsOfAnInch);
     hideColumn(ItemColumn::SearchType);
+    FitColumns();
 }
 
-/// Widens the first column where the largest number, or the heading, has no room in it.
-void ItemsGrid::FitNumberColumn()
+/// Without a message to the sharing, which is no business of a column that changes on purpose.
+void ItemsGrid::PutWidth(int column, int width)
 {
+    isSharing_ = true;
+    setColumnWidth(column, width);
+    isSharing_ = false;
+}
+
+int ItemsGrid::LeastWidth(int column) const
+{
+    constexpr int twipsOfAnInch = 1440;
+    const int start = startTwips.at(static_cast<std::size_t>(column)) * logicalDpiX() / twipsOfAnInch;
     // The last row has the widest number.
-    const int needed = std::max(sizeHintForIndex(model_.index(model_.rowCount() - 1, ItemColumn::Number)).width(),
-                                horizontalHeader()->sectionSizeHint(ItemColumn::Number));
-    if (columnWidth(ItemColumn::Number) < needed)
-        setColumnWidth(ItemColumn::Number, needed);
+    const int number =
+        column == ItemColumn::Number ? sizeHintForIndex(model_.index(model_.rowCount() - 1, column)).width() : 0;
+    return std::max({start, number, horizontalHeader()->sectionSizeHint(column)});
+}
+
+/// Widens the columns in which the heading, or the largest number, has no room.
+void ItemsGrid::FitColumns()
+{
+    for (int column = 0; column < ItemColumn::Count; ++column) {
+        const int least = LeastWidth(column);
+        if (!isColumnHidden(column) && columnWidth(column) < least)
+            PutWidth(column, least);
+    }
+    if (isVisible())  // until then there is nothing to share
+        ShareWidth();
+}
+
+int ItemsGrid::WidthForTyped() const
+{
+    int left = viewport()->width();
+    for (const int column : {ItemColumn::Number, ItemColumn::SearchType, ItemColumn::Locations, ItemColumn::Options})
+        left -= columnWidth(column);  // 0 for a hidden one
+    return left;
+}
+
+void ItemsGrid::ShareWidth()
+{
+    const auto [findLeast, withLeast] =
+        std::pair(LeastWidth(ItemColumn::FindWhat), LeastWidth(ItemColumn::ReplaceWith));
+    const int shared = std::max(WidthForTyped(), findLeast + withLeast);
+    const double find = columnWidth(ItemColumn::FindWhat);
+    const double part = find / std::max(1.0, find + columnWidth(ItemColumn::ReplaceWith));
+    const int newFind = std::clamp(static_cast<int>(std::lround(shared * part)), findLeast, shared - withLeast);
+    PutWidth(ItemColumn::FindWhat, newFind);
+    PutWidth(ItemColumn::ReplaceWith, shared - newFind);
+}
+
+void ItemsGrid::ColumnResized(int column)
+{
+    if (isSharing_ || !isVisible() || column == ItemColumn::ReplaceWith)
+        return;
+    if (column == ItemColumn::FindWhat)
+        PutWidth(ItemColumn::ReplaceWith,
+                 std::max(WidthForTyped() - columnWidth(ItemColumn::FindWhat), LeastWidth(ItemColumn::ReplaceWith)));
+    else
+        ShareWidth();
+}
+
+void ItemsGrid::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    ShareWidth();
 }
 
 void ItemsGrid::SetEmptyText(const QString& text)
@@ -151,9 +225,12 @@ void ItemsGrid::SetEmptyText(const QString& text)
 bool ItemsGrid::event(QEvent* event)
 {
     // Widgets move the focus on Tab before they look at keys.
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab) {
-        Q_EMIT KeyDown(*static_cast<QKeyEvent*>(event));
-        return true;
+    if (event->type() == QEvent::KeyPress) {
+        auto& key = *static_cast<QKeyEvent*>(event);
+        if (key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
+            Q_EMIT KeyDown(key);
+            return true;
+        }
     }
     return QTableView::event(event);
 }
@@ -169,7 +246,9 @@ void ItemsGrid::keyPressEvent(QKeyEvent* event)
 
 void ItemsGrid::mouseMoveEvent(QMouseEvent* event)
 {
+    isDragging_ = (event->buttons() & Qt::LeftButton) != 0;
     QTableView::mouseMoveEvent(event);
+    isDragging_ = false;
     Q_EMIT MouseMove(MouseRow(event->pos()));
 }
 
@@ -178,6 +257,20 @@ bool ItemsGrid::viewportEvent(QEvent* event)
     if (event->type() == QEvent::Leave)
         Q_EMIT MouseLeave();
     return QTableView::viewportEvent(event);
+}
+
+bool ItemsGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
+{
+    return !(isDragging_ && trigger == CurrentChanged) && QTableView::edit(index, trigger, event);
+}
+
+QItemSelectionModel::SelectionFlags ItemsGrid::selectionCommand(const QModelIndex& index, const QEvent* event) const
+{
+    // Views wait for the button's release with a row that is selected already; the editor that has opened by then would
+    // keep that from them.
+    if (index.isValid() && IsPlainClick(event))
+        return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+    return QTableView::selectionCommand(index, event);
 }
 
 void ItemsGrid::paintEvent(QPaintEvent* event)

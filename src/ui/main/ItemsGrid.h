@@ -45,7 +45,11 @@ public:
     /// only while it can.
     void ShowAsActive(bool isActive);
 
-    void SetStartWidths();                   ///< Gives the columns their widths and hides the search type.
+    /// Gives the columns the widths that they start with and hides the search type. From then on the two typed columns
+    /// share what the others leave of the grid, in the proportion that they have; none is ever narrower than at the
+    /// start, or than its heading.
+    void SetStartWidths();
+
     void SetEmptyText(const QString& text);  ///< What stands in an active grid without rows.
 
     /// A key in the cell editor: true when it has been dealt with and must not reach the editor.
@@ -67,16 +71,30 @@ protected:
     bool event(QEvent* event) override;             // Tab, before Qt moves the focus by it
     void keyPressEvent(QKeyEvent* event) override;  // the window first, then the view
     void mouseMoveEvent(QMouseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;  // and the empty text over a grid without rows
-    bool viewportEvent(QEvent* event) override;    // tells when the pointer leaves
+    void resizeEvent(QResizeEvent* event) override;  // shares the new width
+    void paintEvent(QPaintEvent* event) override;    // and the empty text over a grid without rows
+    bool viewportEvent(QEvent* event) override;      // tells when the pointer leaves
+
+    /// No editor opens while the pointer is drawn over rows to select them.
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+
+    /// A plain click selects its row alone, also when more rows are selected.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
 private:
-    void FitNumberColumn();
+    void FitColumns();               // to headings and numbers
+    void ShareWidth();               // what the other columns leave, among the two typed ones
+    void ColumnResized(int column);  // by the user, or to fit
+    void PutWidth(int column, int width);
+    int LeastWidth(int column) const;  // that a column is meant to have
+    int WidthForTyped() const;         // of the two typed columns together
 
     ItemsModel model_;
     QString emptyText_;
     bool isActive_ = false;    // the list can be edited
     bool isRemoving_ = false;  // meanwhile changes of the current cell are not told
+    bool isSharing_ = false;   // meanwhile the typed columns change on purpose
+    bool isDragging_ = false;  // the pointer is drawn over cells
 };
 
 }  // namespace tessarine

@@ -11,6 +11,7 @@
 #include "i18n/QtText.h"
 #include "icons/Icons.h"
 #include "model/ItemText.h"
+#include "ui/main/CellText.h"
 
 namespace tessarine
 {
@@ -162,7 +163,9 @@ QVariant ItemsModel::data(const QModelIndex& index, int role) const
         case Qt::ToolTipRole:
             if (column == ItemColumn::ReplaceWith && NeverEnds(row))
                 return endlessTip_;
-            // Settings are often wider than their column; the tip shows them whole.
+            // What is wider than its column is seen whole in the tip; ItemEditor keeps it back for texts that are not.
+            if (IsTyped(column))
+                return TipOfText(Text(row, column));
             return column >= ItemColumn::SearchType ? QVariant(Text(row, column)) : QVariant();
         case Qt::AccessibleDescriptionRole:  // of the mark, for those who do not see it
             return column == ItemColumn::ReplaceWith && NeverEnds(row) ? QVariant(endlessTip_) : QVariant();

@@ -250,6 +250,7 @@ TEST_F(GridTest, AnOpenEditGivesItsTextWhenItsRowIsLeft)
 {
     EditPairs({{u"a", u"b"}, {u"c", u"d"}});
     ClickCell(1, ItemColumn::FindWhat);
+    QTest::keyClick(Editor(), Qt::Key_End);
     QTest::keyClicks(Editor(), "z");
 
     ClickCell(2, ItemColumn::Number);
@@ -313,6 +314,7 @@ TEST_F(GridTest, TabInTheLastReplaceTextAddsARow)
 {
     EditPairs({{u"a", u"b"}});
     ClickCell(1, ItemColumn::ReplaceWith);
+    QTest::keyClick(Editor(), Qt::Key_End);
     QTest::keyClicks(Editor(), "q");
 
     QTest::keyClick(Editor(), Qt::Key_Tab);

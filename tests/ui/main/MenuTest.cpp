@@ -192,16 +192,18 @@ TEST_F(MenuTest, TheStatusBarTellsTheEngine)
 
 TEST_F(MenuTest, TheGridStartsWithItsWidthsAndTheSearchTypeHidden)
 {
-    EditPairs({{u"a", u"b"}});
-    const auto pixels = [this](int twips) { return twips * Grid().logicalDpiX() / 1440; };
+    SetPairs({{u"a", u"b"}});
+    frmMain window;  // not shown: what is shown shares the width that there is
+    auto& grid = *window.findChild<ItemsGrid*>("grdItems");
+    const auto pixels = [&](int twips) { return twips * grid.logicalDpiX() / 1440; };
 
-    EXPECT_EQ(Grid().columnWidth(ItemColumn::FindWhat), pixels(1500));
-    EXPECT_EQ(Grid().columnWidth(ItemColumn::ReplaceWith), pixels(1500));
-    EXPECT_EQ(Grid().columnWidth(ItemColumn::Locations), pixels(2500));
-    EXPECT_TRUE(Grid().isColumnHidden(3));
-    EXPECT_EQ(Grid().horizontalHeader()->hiddenSectionCount(), 1);
-    Grid().showColumn(ItemColumn::SearchType);
-    EXPECT_EQ(Grid().columnWidth(ItemColumn::SearchType), pixels(2500));
+    EXPECT_EQ(grid.columnWidth(ItemColumn::FindWhat), pixels(1500));
+    EXPECT_EQ(grid.columnWidth(ItemColumn::ReplaceWith), pixels(1500));
+    EXPECT_EQ(grid.columnWidth(ItemColumn::Locations), pixels(2500));
+    EXPECT_TRUE(grid.isColumnHidden(3));
+    EXPECT_EQ(grid.horizontalHeader()->hiddenSectionCount(), 1);
+    grid.showColumn(ItemColumn::SearchType);
+    EXPECT_EQ(grid.columnWidth(ItemColumn::SearchType), pixels(2500));
 }
 
 TEST_F(MenuTest, TheColumnOfNumbersIsNarrowUnlessItsTextsNeedMore)
