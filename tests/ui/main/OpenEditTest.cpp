@@ -23,6 +23,7 @@ protected:
         EditPairs({{u"a", u"b"}});
         ClickCell(1, ItemColumn::FindWhat);
         ASSERT_NE(Editor(), nullptr);
+        QTest::keyClick(Editor(), Qt::Key_End);
         QTest::keyClicks(Editor(), "z");
     }
 
@@ -53,6 +54,7 @@ TEST_F(OpenEditTest, ADeletedPairTakesItsTypedTextAlong)
     EditPairs({{u"a", u"1"}, {u"b", u"2"}});
     ClickCell(1, ItemColumn::FindWhat);
     ASSERT_NE(Editor(), nullptr);
+    QTest::keyClick(Editor(), Qt::Key_End);
     QTest::keyClicks(Editor(), "z");
     messages.Next(MessageAnswer::Yes);
 
