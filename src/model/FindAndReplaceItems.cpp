@@ -36,6 +36,16 @@ void FindAndReplaceItems::Remove(const IndexKey& vntIndexKey)
     LogAndReturn({u"Remove", FindAndReplaceItemsPlace}, [&] { items_.Remove(vntIndexKey); });
 }
 
+void FindAndReplaceItems::Assign(const std::vector<std::shared_ptr<FindAndReplaceItem>>& items)
+{
+    LogAndReturn({u"Assign", FindAndReplaceItemsPlace}, [&] {
+        KeyedCollection<FindAndReplaceItem> assigned;
+        for (const auto& item : items)
+            assigned.Add(item);
+        items_ = std::move(assigned);
+    });
+}
+
 std::vector<std::shared_ptr<FindAndReplaceItem>> FindAndReplaceItems::NewEnum() const
 {
     return LogAndReturn({u"NewEnum", FindAndReplaceItemsPlace}, [&] { return items_.NewEnum(); });

@@ -80,6 +80,9 @@ public:
     std::int32_t Count() const;
     void Remove(const IndexKey& vntIndexKey);  ///< Later pairs close up. A bad position or key changes nothing.
 
+    /// Takes these pairs (shared, not copied) in place of all that are there, in their order and without keys.
+    void Assign(const std::vector<std::shared_ptr<FindAndReplaceItem>>& items);
+
     /// The pairs in list order, for a for-each loop.
     std::vector<std::shared_ptr<FindAndReplaceItem>> NewEnum() const;
 

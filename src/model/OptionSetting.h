@@ -28,6 +28,8 @@ struct OptionSetting {
     bool InFooter = false;
     bool InCustomProperties = false;
     bool InBuiltinProperty = false;
+
+    bool operator==(const OptionSetting&) const = default;
 };
 
 }  // namespace tessarine

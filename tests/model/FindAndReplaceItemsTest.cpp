@@ -49,6 +49,21 @@ TEST_F(ItemList, IsEmptyAtFirstAndReplacesOnImport)
     EXPECT_FALSE(list_.KeepExistingItems);
 }
 
+TEST_F(ItemList, TakesPairsInPlaceOfAllAndSharesThem)
+{
+    const auto first = Add(u"first");
+    const auto second = Add(u"second", u"key");
+    const auto third = Add(u"third");
+
+    list_.Assign({third, first});
+
+    EXPECT_THAT(Texts(), ElementsAre(u"third", u"first"));
+    EXPECT_EQ(list_.Item(2), first);
+    list_.Assign({});
+    EXPECT_EQ(list_.Count(), 0);
+    EXPECT_EQ(second->FindWhat, u"second");
+}
+
 TEST_F(ItemList, AddsAnItemWithTheReferencesGiven)
 {
     const auto options = std::make_shared<OptionSetting>();
