@@ -91,6 +91,14 @@ void AddMenu(Section& section)
         section.Key(std::string(item) + ".caption", LanguageEntry::Separator);
 }
 
+/// The context menu of the grid of pairs.
+void AddGridMenu(Section& section)
+{
+    for (const char* item :
+         {"Undo", "Redo", "Cut", "Copy", "Paste", "Add", "Delete", "Swap", "Up", "Down", "SelectAll"})
+        section.Key(std::string("mnuPair") + item + ".caption");
+}
+
 Section MainWindow()
 {
     Section section("frmMain");
@@ -148,6 +156,7 @@ Section MainWindow()
         section.Key(std::string("vsflex.TextMatrix(0,") + column + ")");
     AddMenu(section);
     AddNotices(section);
+    AddGridMenu(section);
     for (const char* key : {"Tabs.Name", "grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107",
                             "109", "110", "111"})
         section.Key(key);

@@ -108,6 +108,7 @@ void frmMain::LoadProjectOnForm()
         }
         txtRevisonProperty->setText(ToQt(options.RevisionDocumentPropertyName));
 
+        listHistory_.Clear();  // of the job before
         // With a pair in the list this ends IsFillingItem already. The callers clear the mark that comes of it.
         LoadGrid(*NotNull(CurrentProject->FindAndReplaceList));
 

@@ -55,37 +55,44 @@ void frmMain::SetItemOnGridRow(std::int32_t Row, const std::shared_ptr<FindAndRe
 void frmMain::cmdAdd_Click()
 {
     LogAndReturn({u"cmdAdd_Click", place}, [this] {
-        const bool hasCurrentRow = grdItems->Row() >= 1;
-        grdItems->Items().AddRow();
-        const std::int32_t added = grdItems->Rows() - 1;
-
-        std::shared_ptr<FindAndReplaceItem> shown;
-        if (hasCurrentRow) {
-            // The row shows this pair of the form's until the list's own takes its place below; both share the options.
-            shown = NotNull(GetItemFromForm());
-            List().Add({}, {}, shown->OptionSetting, CurrentProject);
-            grdItems->Items().SetRowData(added, shown);
-        } else {
-            const auto setting = std::make_shared<OptionSetting>();
-            setting->InSlides = true;
-            List().Add({}, {}, setting, CurrentProject);
-            shown = std::make_shared<FindAndReplaceItem>();
-            grdItems->Items().SetRowData(added, List().Item(1));
-        }
-        grdItems->SetRow(added);
-        EnableDisableControl();
-        FillItemOnForm(*shown);
-        CheckRowCount(*grdItems);  // this late, so that a row too many is there and only its editor stays closed
-        grdItems->SelectCell(added, ItemColumn::FindWhat);
-
-        const auto last = List().Item(List().Count());
-        SetItemOnGridRow(added, last);
-        FillItemOnForm(*NotNull(last));
-        cmdDelete->setEnabled(grdItems->Rows() > 1);
-        PutIsModifed(true);
-        // Last, because the form may show no location at all, and a pair without one is never looked for.
-        EnsureOneLocation();
+        // An edit that ended within the step would be part of it.
+        grdItems->EndEdit();
+        AsOneStep({}, [this] { AddRow(); });
     });
+}
+
+void frmMain::AddRow()
+{
+    const bool hasCurrentRow = grdItems->Row() >= 1;
+    grdItems->Items().AddRow();
+    const std::int32_t added = grdItems->Rows() - 1;
+
+    std::shared_ptr<FindAndReplaceItem> shown;
+    if (hasCurrentRow) {
+        // The row shows this pair of the form's until the list's own takes its place below; both share the options.
+        shown = NotNull(GetItemFromForm());
+        List().Add({}, {}, shown->OptionSetting, CurrentProject);
+        grdItems->Items().SetRowData(added, shown);
+    } else {
+        const auto setting = std::make_shared<OptionSetting>();
+        setting->InSlides = true;
+        List().Add({}, {}, setting, CurrentProject);
+        shown = std::make_shared<FindAndReplaceItem>();
+        grdItems->Items().SetRowData(added, List().Item(1));
+    }
+    grdItems->SetRow(added);
+    EnableDisableControl();
+    FillItemOnForm(*shown);
+    CheckRowCount(*grdItems);  // this late, so that a row too many is there and only its editor stays closed
+    grdItems->SelectCell(added, ItemColumn::FindWhat);
+
+    const auto last = List().Item(List().Count());
+    SetItemOnGridRow(added, last);
+    FillItemOnForm(*NotNull(last));
+    cmdDelete->setEnabled(grdItems->Rows() > 1);
+    MarkListChange();
+    // Last, because the form may show no location at all, and a pair without one is never looked for.
+    EnsureOneLocation();
 }
 
 void frmMain::cmdDelete_Click()
@@ -100,14 +107,16 @@ void frmMain::cmdDelete_Click()
             return;
         CheckRowCount(*grdItems);
         const std::vector<std::int32_t> rows = grdItems->SelectedRows();
-        // From the last on, so that the numbers of the others stay.
-        for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-            List().Remove(*row);
+        AsOneStep({}, [&] {
+            // From the last on, so that the numbers of the others stay.
+            for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+                List().Remove(*row);
+        });
         grdItems->RemoveRows(rows);
         if (grdItems->Rows() == 1)
             cmdDelete->setEnabled(false);
         EnableDisableControl();
-        PutIsModifed(true);
+        MarkListChange();
         // Rows counts the heading: this asks whether two pairs are left, the next line whether there is one.
         if (grdItems->Rows() > 2)
             grdItems->setFocus();
@@ -123,12 +132,15 @@ void frmMain::cmdSwap_Click()
     LogAndReturn({u"cmdSwap_Click", place}, [this] {
         grdItems->EndEdit();
         CheckRowCount(*grdItems);
-        for (const std::int32_t row : grdItems->SelectedRows()) {
-            FindAndReplaceItem& item = *NotNull(List().Item(row));
-            std::swap(item.FindWhat, item.ReplaceWith);
-        }
+        const std::vector<std::int32_t> rows = grdItems->SelectedRows();
+        AsOneStep(rows, [&] {
+            for (const std::int32_t row : rows) {
+                FindAndReplaceItem& item = *NotNull(List().Item(row));
+                std::swap(item.FindWhat, item.ReplaceWith);
+            }
+        });
         LoadGrid(List());
-        PutIsModifed(true);
+        MarkListChange();
     });
 }
 
@@ -145,7 +157,7 @@ void frmMain::grdItems_AfterEdit(std::int32_t Row, int /*Col*/)
         if (Row == 0)
             return;
         TakePairFromList(Row);
-        PutIsModifed(true);
+        MarkListChange();
     });
 }
 

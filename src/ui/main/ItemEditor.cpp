@@ -51,11 +51,12 @@ void ItemEditor::setEditorData(QWidget* editor, const QModelIndex& index) const
 void ItemEditor::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
     const QString text = qobject_cast<QLineEdit*>(editor)->text();
-    if (text == index.data(Qt::EditRole).toString())
+    const QString before = index.data(Qt::EditRole).toString();
+    if (text == before)
         // A cell that was only opened and left does not mark the job.
         return;
     if (model->setData(index, text, Qt::EditRole))
-        Q_EMIT TextChanged(index);
+        Q_EMIT TextChanged(index, before);
 }
 
 bool ItemEditor::eventFilter(QObject* editor, QEvent* event)

@@ -42,8 +42,9 @@ public:
     bool eventFilter(QObject* editor, QEvent* event) override;
 
 Q_SIGNALS:
-    /// An edit has ended with another text, which the model holds by then. Not raised for an edit that changes nothing.
-    void TextChanged(const QModelIndex& index) const;
+    /// An edit has ended with another text than `before`; the model holds it by then. Not raised for an edit that
+    /// changes nothing.
+    void TextChanged(const QModelIndex& index, const QString& before) const;
 };
 
 }  // namespace tessarine

@@ -51,8 +51,9 @@ ItemsGrid::ItemsGrid(QWidget* parent) : QTableView(parent)
     horizontalHeader()->setSectionsClickable(false);
 
     editor->KeyDown = [this](const QKeyEvent& key) { return KeyDownEdit && KeyDownEdit(key); };
-    connect(editor, &ItemEditor::TextChanged, this,
-            [this](const QModelIndex& index) { Q_EMIT AfterEdit(index.row() + 1, index.column()); });
+    connect(editor, &ItemEditor::TextChanged, this, [this](const QModelIndex& index, const QString& before) {
+        Q_EMIT AfterEdit(index.row() + 1, index.column(), before);
+    });
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current, const QModelIndex& previous) {
                 // While rows go, the current one wanders: the handlers would write to pairs that are not there any
@@ -87,6 +88,24 @@ void ItemsGrid::SelectCell(std::int32_t row, int column)
     // Not setCurrentIndex() of the view, which would look at Shift and Ctrl.
     selectionModel()->setCurrentIndex(model_.index(row - 1, column),
                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(currentIndex());
+}
+
+void ItemsGrid::PutSelectedRows(const std::vector<std::int32_t>& ascendingRows)
+{
+    QItemSelection selection;
+    for (auto row = ascendingRows.begin(); row != ascendingRows.end();) {
+        const std::int32_t first = *row;
+        std::int32_t last = first;
+        for (++row; row != ascendingRows.end() && *row == last + 1; ++row)
+            last = *row;
+        selection.append({model_.index(first - 1, 0), model_.index(last - 1, ItemColumn::Count - 1)});
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (ascendingRows.empty())
+        return;
+    selectionModel()->setCurrentIndex(model_.index(ascendingRows.front() - 1, ItemColumn::Number),
+                                      QItemSelectionModel::NoUpdate);
     scrollTo(currentIndex());
 }
 
@@ -244,11 +263,18 @@ void ItemsGrid::keyPressEvent(QKeyEvent* event)
         QTableView::keyPressEvent(event);
 }
 
+void ItemsGrid::mousePressEvent(QMouseEvent* event)
+{
+    opensEditors_ = event->button() != Qt::RightButton;
+    QTableView::mousePressEvent(event);
+    opensEditors_ = true;
+}
+
 void ItemsGrid::mouseMoveEvent(QMouseEvent* event)
 {
-    isDragging_ = (event->buttons() & Qt::LeftButton) != 0;
+    opensEditors_ = (event->buttons() & Qt::LeftButton) == 0;
     QTableView::mouseMoveEvent(event);
-    isDragging_ = false;
+    opensEditors_ = true;
     Q_EMIT MouseMove(MouseRow(event->pos()));
 }
 
@@ -261,7 +287,7 @@ bool ItemsGrid::viewportEvent(QEvent* event)
 
 bool ItemsGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event)
 {
-    return !(isDragging_ && trigger == CurrentChanged) && QTableView::edit(index, trigger, event);
+    return (opensEditors_ || trigger != CurrentChanged) && QTableView::edit(index, trigger, event);
 }
 
 QItemSelectionModel::SelectionFlags ItemsGrid::selectionCommand(const QModelIndex& index, const QEvent* event) const

@@ -31,8 +31,9 @@ public:
     int Col() const;                                ///< The current column; 0 when there is none.
     void SetRow(std::int32_t row);                  ///< Makes a row current, and the only one selected.
     void SelectCell(std::int32_t row, int column);  ///< The same, in a column; opens the editor of a typed cell.
-    void SelectAll();                               ///< All pairs; the heading is no row of the view.
-    void EndEdit();  ///< Gives the text of an open editor to the model, and closes the editor.
+    void PutSelectedRows(const std::vector<std::int32_t>& ascendingRows);  ///< Makes the first of them current.
+    void SelectAll();  ///< All pairs; the heading is no row of the view.
+    void EndEdit();    ///< Gives the text of an open editor to the model, and closes the editor.
     void RemoveRows(const std::vector<std::int32_t>& ascendingRows);  ///< No row is current or selected then.
 
     /// The numbers of the selected rows, ascending. The heading is never among them.
@@ -56,8 +57,8 @@ public:
     std::function<bool(const QKeyEvent& key)> KeyDownEdit;
 
 Q_SIGNALS:
-    /// An edit has changed the text of a cell.
-    void AfterEdit(std::int32_t row, int column);
+    /// An edit has changed the text of a cell, which was `before`.
+    void AfterEdit(std::int32_t row, int column, const QString& before);
 
     /// The current cell has changed, by other means than a removal; an open editor of the old one has given its text to
     /// the model.
@@ -70,12 +71,13 @@ Q_SIGNALS:
 protected:
     bool event(QEvent* event) override;             // Tab, before Qt moves the focus by it
     void keyPressEvent(QKeyEvent* event) override;  // the window first, then the view
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;  // shares the new width
     void paintEvent(QPaintEvent* event) override;    // and the empty text over a grid without rows
     bool viewportEvent(QEvent* event) override;      // tells when the pointer leaves
 
-    /// No editor opens while the pointer is drawn over rows to select them.
+    /// No editor opens while the pointer is drawn over rows to select them, or for the context menu.
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
 
     /// A plain click selects its row alone, also when more rows are selected.
@@ -91,10 +93,10 @@ private:
 
     ItemsModel model_;
     QString emptyText_;
-    bool isActive_ = false;    // the list can be edited
-    bool isRemoving_ = false;  // meanwhile changes of the current cell are not told
-    bool isSharing_ = false;   // meanwhile the typed columns change on purpose
-    bool isDragging_ = false;  // the pointer is drawn over cells
+    bool isActive_ = false;     // the list can be edited
+    bool isRemoving_ = false;   // meanwhile changes of the current cell are not told
+    bool isSharing_ = false;    // meanwhile the typed columns change on purpose
+    bool opensEditors_ = true;  // in a cell that becomes the current one
 };
 
 }  // namespace tessarine

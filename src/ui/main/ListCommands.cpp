@@ -46,7 +46,7 @@ bool frmMain::ImportFrom(const String& path)
         ShowMessage(GlobalMsg(u"1056"), MessageIcon::Exclamation);
         return false;
     }
-    NotNull(CurrentProject)->FindAndReplaceList = list;
+    AsOneStep({}, [&] { CurrentProject->FindAndReplaceList = list; });
     LoadGrid(*list);
     if (grdItems->Rows() >= 2)
         FillItemOnForm(*NotNull(list->Item(grdItems->Row())));

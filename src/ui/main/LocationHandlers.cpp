@@ -87,17 +87,22 @@ void frmMain::lstLookIn_ItemCheck()
         if (rows.empty())
             return;
         // All marks and not the changed one alone: rows that are selected together become alike.
-        for (const std::int32_t row : rows)
-            TakeLocations(row);
-        PutIsModifed(true);
+        AsOneStep(rows, [&] {
+            for (const std::int32_t row : rows)
+                TakeLocations(row);
+        });
+        MarkListChange();
     });
 }
 
 void frmMain::chkSelectAll_Click()
 {
     LogAndReturn({u"chkSelectAll_Click", place}, [this] {
-        for (std::size_t row = 0; row < SearchLocations.size(); ++row)
-            Check(*lstLookIn, row, chkSelectAll->isChecked());
+        // Each check mark is handled as if it had been clicked, and all of them are one step to undo.
+        AsOneStep(grdItems->SelectedRows(), [this] {
+            for (std::size_t row = 0; row < SearchLocations.size(); ++row)
+                Check(*lstLookIn, row, chkSelectAll->isChecked());
+        });
     });
 }
 

@@ -137,7 +137,10 @@ void frmMain::ConnectHandlers()
 
 void frmMain::ConnectGrid()
 {
-    connect(grdItems, &ItemsGrid::AfterEdit, this, &frmMain::grdItems_AfterEdit);
+    connect(grdItems, &ItemsGrid::AfterEdit, this, [this](std::int32_t Row, int Col, const QString& before) {
+        KeepTypedText(Row, Col, before);
+        grdItems_AfterEdit(Row, Col);
+    });
     connect(grdItems, &ItemsGrid::RowColChange, this, [this](std::int32_t oldRow, int, std::int32_t newRow, int) {
         grdItems_BeforeRowColChange(oldRow);
         grdItems_AfterRowColChange(oldRow, newRow);

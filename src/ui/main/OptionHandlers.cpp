@@ -39,6 +39,7 @@ void frmMain::Mark()
 
 void frmMain::MarkAlways()
 {
+    isMarkedBesidesList_ = true;
     if (!isModifed_)
         PutIsModifed(true);
 }
@@ -93,15 +94,17 @@ void frmMain::SetSearchOptions()
         if (rows.empty())
             return;
         const auto& list = *NotNull(NotNull(CurrentProject)->FindAndReplaceList);
-        for (const std::int32_t row : rows) {
-            const auto item = list.Item(row);
-            OptionSetting& setting = *NotNull(NotNull(item)->OptionSetting);
-            setting.MatchCase = chkMatchCase->isChecked();
-            setting.MatchWholeWord = chkMatchWholeWord->isChecked();
-            setting.PromptOnReplace = chkPromptOnReplace->isChecked();
-            SetItemOnGridRow(row, item);
-        }
-        PutIsModifed(true);
+        AsOneStep(rows, [&] {
+            for (const std::int32_t row : rows) {
+                const auto item = list.Item(row);
+                OptionSetting& setting = *NotNull(NotNull(item)->OptionSetting);
+                setting.MatchCase = chkMatchCase->isChecked();
+                setting.MatchWholeWord = chkMatchWholeWord->isChecked();
+                setting.PromptOnReplace = chkPromptOnReplace->isChecked();
+                SetItemOnGridRow(row, item);
+            }
+        });
+        MarkListChange();
     });
 }
 

@@ -72,6 +72,7 @@ frmMain::frmMain(QWidget* parent) : QMainWindow(parent)
     ConnectFileCount();
     setAcceptDrops(true);
     RestorePlace(*this, u"frmMain");
+    BuildGridMenu();
     Form_Load();
 }
 
@@ -102,6 +103,9 @@ void frmMain::Form_Load()
 void frmMain::PutIsModifed(bool value)
 {
     isModifed_ = value;
+    isMarkedBesidesList_ = value;
+    if (!value)
+        listHistory_.SetSaved();
     BuildTitle();
 }
 
@@ -133,6 +137,7 @@ void frmMain::LoadLng()
                              ToQt(GetLngString(section, u"Endless.Pair")));
         grdItems->SetEmptyText(ToQt(GetLngString(section, u"grdItems.EmptyText")));
         lblEngine->setText(ToQt(GetLngString(u"Global Msg", IsBuiltInEngine ? u"1062" : u"1061")));
+        NameGridMenu();
         NameControlsWithoutCaption();
         fraNotice->Reword();
         if (wordFileCount_)

@@ -12,6 +12,7 @@
 #include "model/Event.h"
 #include "platform/String.h"
 #include "shell/CommonDialog.h"
+#include "ui/main/ListHistory.h"
 #include "ui/main/RunWatch.h"
 
 class QCheckBox;
@@ -20,6 +21,7 @@ class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QMenu;
 class QPushButton;
 class QRadioButton;
 class QTabWidget;
@@ -104,6 +106,17 @@ public:
     void grdItems_KeyDown(QKeyEvent& Key);            ///< A key outside of it, which is accepted when it is consumed.
     void grdItems_MouseMove(std::int32_t MouseRow);   ///< Underlines the row under the pointer.
 
+    // Comforts of editing the list: ListEditing.cpp. Each is one step to undo.
+
+    void UndoListStep();  ///< Takes the last change of the list back; the mark goes when the list is as saved.
+    void RedoListStep();
+    void CopyPairs();      ///< The selected pairs, for spreadsheets and for this program.
+    void CutPairs();       ///< The same, and removes them without a question.
+    void PastePairs();     ///< Puts the clipboard's pairs below the selected rows, or at the end, and selects them.
+    void MovePairsUp();    ///< The selected rows, by one.
+    void MovePairsDown();  ///< The same.
+    void SelectAllPairs();
+
     // A pair's locations and options: LocationHandlers.cpp.
 
     void FillItemOnForm(const FindAndReplaceItem& Item);          ///< Shows a pair's locations and options.
@@ -184,6 +197,9 @@ private:
     void SetTabOrder();
     void ConnectHandlers();
     void ConnectGrid();
+    void BuildGridMenu();   // GridMenu.cpp
+    void EnableGridMenu();  // for the time that it is open
+    void NameGridMenu();
     void NameControlsWithoutCaption();
 
     void Form_Load();
@@ -192,7 +208,17 @@ private:
     void MarkAlways();  // modified, also while the form is being filled
     void OpenProject(const String& path);
     bool ImportFrom(const String& path);  // false after a message that it was refused
+    void AsOneStep(const std::vector<std::int32_t>& rows, const std::function<void()>& change);  // ListHistory::Do
+    void MarkListChange();    // modified, by something that can be undone
+    void MarkAsListStands();  // after an undo
+    bool CanEditList() const;
+    void ShowList(const std::vector<std::int32_t>& rows);
+    static bool HasPairsToPaste();
+    OptionSetting SettingOfNewPairs();
+    void MovePairs(bool isUp);
+    void AddRow();
     void TakePairFromList(std::int32_t row);
+    void KeepTypedText(std::int32_t row, int column, const QString& before);
     void TakeLocations(std::int32_t row);
     void AskAndSave(bool& Cancel);
 
@@ -277,7 +303,11 @@ private:
     NumberBox* lstRestartFileCount = nullptr;
     NumberBox* lstRestartAfterSecond = nullptr;
 
+    QMenu* mnuPairs = nullptr;  // of the grid
+
     bool isModifed_ = false;
+    bool isMarkedBesidesList_ = false;  // by something that the history of the list can't undo
+    ListHistory listHistory_;
     String projectFile_;
 
     /// True while LoadProjectOnForm or FillItemOnForm writes to the controls, so that their handlers stay quiet. Not
