@@ -95,8 +95,27 @@ void AddMenu(Section& section)
 void AddGridMenu(Section& section)
 {
     for (const char* item :
-         {"Undo", "Redo", "Cut", "Copy", "Paste", "Add", "Delete", "Swap", "Up", "Down", "SelectAll"})
+         {"Undo", "Redo", "Cut", "Copy", "Paste", "Add", "Delete", "Swap", "Up", "Down", "SelectAll", "Find"})
         section.Key(std::string("mnuPair") + item + ".caption");
+}
+
+/// What stands in an empty grid of a list that comes from a file, and above one whose pairs are not used.
+void AddListNotices(Section& section)
+{
+    section.Captioned({"lblPairsNotice"}, LanguageEntry::None);
+    for (const char* key : {"grdItems.FileText", "ListNotice.NotUsed", "ListNotice.Imported"})
+        section.Key(key, LanguageEntry::Words, "s");
+}
+
+/// The bar that looks for a text in the list of pairs.
+void AddFindBar(Section& section)
+{
+    section.Captioned({"cmdFindPrevious", "cmdFindNext", "cmdFindClose"});
+    section.Captioned({"lblFindResult"}, LanguageEntry::None);  // it says what came of it
+    section.Tip("txtFindPair");
+    section.Key("txtFindPair.EmptyText");
+    section.Key("FindInList.Nothing");
+    section.Key("FindInList.Place", LanguageEntry::Words, "di");
 }
 
 Section MainWindow()
@@ -157,6 +176,8 @@ Section MainWindow()
     AddMenu(section);
     AddNotices(section);
     AddGridMenu(section);
+    AddFindBar(section);
+    AddListNotices(section);
     for (const char* key : {"Tabs.Name", "grdItems.EmptyText", "grdItems.EndlessTip", "frmMain.caption", "106", "107",
                             "109", "110", "111"})
         section.Key(key);

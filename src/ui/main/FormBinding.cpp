@@ -141,6 +141,7 @@ void frmMain::EnableDisableControl()
         for (QWidget* control : ofItems)
             control->setEnabled(canEdit);
         cmdAdd->setEnabled(isInternal);
+        TellListUse();
     });
 }
 

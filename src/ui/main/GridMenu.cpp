@@ -22,12 +22,7 @@ void frmMain::BuildGridMenu()
     // A cell editor has the keys of its text first. "Everywhere" is the tab with the grid, which can't have the focus
     // while it is empty.
     enum class Keys { OfGrid, Everywhere, ShownAlone };
-    const auto add = [this](const char* name, auto handler, const QList<QKeySequence>& keys, Keys where,
-                            const char* icon = "") {
-        QAction* const item = mnuPairs->addAction(QString());
-        item->setObjectName(name);
-        if (*icon != '\0')
-            item->setIcon(Icon(icon));
+    const auto equip = [this](QAction* item, auto handler, const QList<QKeySequence>& keys, Keys where) {
         item->setShortcuts(keys);
         if (where == Keys::Everywhere) {
             item->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -41,7 +36,14 @@ void frmMain::BuildGridMenu()
             if (SSTab1->currentIndex() == 0)
                 (this->*handler)();
         });
-        return item;
+    };
+    const auto add = [&](const char* name, auto handler, const QList<QKeySequence>& keys, Keys where,
+                         const char* icon = "") {
+        QAction* const item = mnuPairs->addAction(QString());
+        item->setObjectName(name);
+        if (*icon != '\0')
+            item->setIcon(Icon(icon));
+        equip(item, handler, keys, where);
     };
     const QList<QKeySequence> redoKeys{Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z};
     add("mnuPairUndo", &frmMain::UndoListStep, {QKeySequence(Qt::CTRL | Qt::Key_Z)}, Keys::Everywhere);
@@ -60,6 +62,10 @@ void frmMain::BuildGridMenu()
     add("mnuPairDown", &frmMain::MovePairsDown, {QKeySequence(Qt::ALT | Qt::Key_Down)}, Keys::OfGrid);
     mnuPairs->addSeparator();
     add("mnuPairSelectAll", &frmMain::SelectAllPairs, {QKeySequence(Qt::CTRL | Qt::Key_A)}, Keys::ShownAlone);
+    add("mnuPairFind", &frmMain::OpenFind, {QKeySequence(Qt::CTRL | Qt::Key_F)}, Keys::Everywhere, "search");
+    // In no menu: the bar has buttons for them.
+    equip(new QAction(this), &frmMain::FindNext, {QKeySequence(Qt::Key_F3)}, Keys::Everywhere);
+    equip(new QAction(this), &frmMain::FindPrevious, {QKeySequence(Qt::SHIFT | Qt::Key_F3)}, Keys::Everywhere);
 
     // Between two openings all are enabled, so that a key reaches its handler, which looks for itself.
     connect(mnuPairs, &QMenu::aboutToShow, this, &frmMain::EnableGridMenu);
@@ -95,6 +101,7 @@ void frmMain::EnableGridMenu()
     enable("mnuPairPaste", isInternal && HasPairsToPaste());
     enable("mnuPairAdd", isInternal);
     enable("mnuPairSelectAll", isInternal && hasRows);
+    enable("mnuPairFind", hasRows);
 }
 
 void frmMain::NameGridMenu()

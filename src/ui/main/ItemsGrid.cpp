@@ -64,6 +64,9 @@ ItemsGrid::ItemsGrid(QWidget* parent) : QTableView(parent)
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(&model_, signal, this, &ItemsGrid::FitColumns);
     connect(&model_, &QAbstractItemModel::modelReset, this, &ItemsGrid::FitColumns);
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(&model_, signal, this, &ItemsGrid::DescribeForReaders);
+    connect(&model_, &QAbstractItemModel::modelReset, this, &ItemsGrid::DescribeForReaders);
     connect(&model_, &QAbstractItemModel::headerDataChanged, this, &ItemsGrid::FitColumns);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, &ItemsGrid::ColumnResized);
 }
@@ -157,6 +160,7 @@ void ItemsGrid::ShowAsActive(bool isActive)
         for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
             colours.setColor(role, grey);
     setPalette(colours);  // the heading takes it over
+    DescribeForReaders();
 }
 
 void ItemsGrid::SetStartWidths()
@@ -235,10 +239,26 @@ void ItemsGrid::resizeEvent(QResizeEvent* event)
     ShareWidth();
 }
 
-void ItemsGrid::SetEmptyText(const QString& text)
+void ItemsGrid::SetEmptyTexts(const QString& active, const QString& inactive)
 {
-    emptyText_ = text;
+    emptyTextWhenActive_ = active;
+    emptyTextWhenInactive_ = inactive;
+    DescribeForReaders();
     viewport()->update();
+}
+
+/// Nothing while there are rows.
+QString ItemsGrid::EmptyText() const
+{
+    if (model_.rowCount() > 0)
+        return {};
+    return isActive_ ? emptyTextWhenActive_ : emptyTextWhenInactive_;
+}
+
+/// For those who hear the grid instead of seeing it.
+void ItemsGrid::DescribeForReaders()
+{
+    setAccessibleDescription(EmptyText());
 }
 
 bool ItemsGrid::event(QEvent* event)
@@ -302,14 +322,14 @@ QItemSelectionModel::SelectionFlags ItemsGrid::selectionCommand(const QModelInde
 void ItemsGrid::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
-    // A list from a file makes the grid inactive; how to fill it is of no interest then.
-    if (model_.rowCount() > 0 || !isActive_)
+    const QString text = EmptyText();
+    if (text.isEmpty())
         return;
     constexpr int margin = 16;
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     int{Qt::AlignCenter} | int{Qt::TextWordWrap}, emptyText_);
+                     int{Qt::AlignCenter} | int{Qt::TextWordWrap}, text);
 }
 
 }  // namespace tessarine

@@ -42,8 +42,7 @@ public:
     /// The row under the pointer; 0 for the heading or none.
     std::int32_t MouseRow(const QPoint& position) const;
 
-    /// The colour of the texts: that of the desktop while the list can be edited, grey otherwise. The empty text shows
-    /// only while it can.
+    /// The colour of the texts: that of the desktop while the list can be edited, grey otherwise.
     void ShowAsActive(bool isActive);
 
     /// Gives the columns the widths that they start with and hides the search type. From then on the two typed columns
@@ -51,7 +50,9 @@ public:
     /// start, or than its heading.
     void SetStartWidths();
 
-    void SetEmptyText(const QString& text);  ///< What stands in an active grid without rows.
+
+    /// What stands in a grid without rows: while the list can be edited, and while it comes from elsewhere.
+    void SetEmptyTexts(const QString& active, const QString& inactive);
 
     /// A key in the cell editor: true when it has been dealt with and must not reach the editor.
     std::function<bool(const QKeyEvent& key)> KeyDownEdit;
@@ -92,7 +93,11 @@ private:
     int WidthForTyped() const;         // of the two typed columns together
 
     ItemsModel model_;
-    QString emptyText_;
+    QString EmptyText() const;           // that is seen now
+    void DescribeForReaders();
+
+    QString emptyTextWhenActive_;
+    QString emptyTextWhenInactive_;
     bool isActive_ = false;     // the list can be edited
     bool isRemoving_ = false;   // meanwhile changes of the current cell are not told
     bool isSharing_ = false;    // meanwhile the typed columns change on purpose

@@ -1,3 +1,5 @@
+#include <QRadioButton>
+
 #include "app/GlobalState.h"
 #include "app/LanguageText.h"
 #include "files/Files.h"
@@ -47,6 +49,7 @@ bool frmMain::ImportFrom(const String& path)
         return false;
     }
     AsOneStep({}, [&] { CurrentProject->FindAndReplaceList = list; });
+    wasImportedUnused_ = optLoad[0]->isChecked();
     LoadGrid(*list);
     if (grdItems->Rows() >= 2)
         FillItemOnForm(*NotNull(list->Item(grdItems->Row())));

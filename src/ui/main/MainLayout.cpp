@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -9,6 +11,7 @@
 #include "ui/main/Controls.h"
 #include "ui/main/EndlessNotice.h"
 #include "ui/main/EntryBox.h"
+#include "ui/main/FindBar.h"
 #include "ui/main/Frame.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
@@ -62,10 +65,11 @@ void frmMain::BuildStartButtons()
 /// As the eye goes: the notices, down the tab in front, then the start buttons.
 void frmMain::SetTabOrder()
 {
-    const std::initializer_list<QWidget*> order{
-        fraNotice->lblNotice, fraNotice->cmdErrorLog, fraNotice->cmdCloseNotice,
-        //
-        SSTab1, optLoad[0], txtLoadsearch, cmdBrowse1, optLoad[1], grdItems, cmdAdd, cmdDelete, cmdSwap, lstLookIn,
+    QList<QWidget*> order{fraNotice->lblNotice, fraNotice->cmdErrorLog, fraNotice->cmdCloseNotice, SSTab1, optLoad[0],
+                          txtLoadsearch, cmdBrowse1, optLoad[1], grdItems};
+    order += findBar_->TabOrder();
+    order += {
+        cmdAdd, cmdDelete, cmdSwap, lstLookIn,
         chkSelectAll, chkMatchCase, chkMatchWholeWord, chkHAlfFulll, chkPromptOnReplace,
         //
         optFileProcess[0], txtStartFolder, cmdBrowse2, chkIncludesubfolders, cboSpreadsheetType, optFileProcess[1],
@@ -77,7 +81,7 @@ void frmMain::SetTabOrder()
         //
         cmdStartReplacing[1], cmdStartReplacing[0]};
     QWidget* before = nullptr;
-    for (QWidget* control : order) {
+    for (QWidget* const control : std::as_const(order)) {
         if (before != nullptr)
             setTabOrder(before, control);
         before = control;
@@ -148,6 +152,10 @@ void frmMain::ConnectGrid()
     grdItems->KeyDownEdit = [this](const QKeyEvent& Key) { return grdItems_KeyDownEdit(Key); };
     connect(grdItems, &ItemsGrid::KeyDown, this, &frmMain::grdItems_KeyDown);
     connect(grdItems, &ItemsGrid::MouseMove, this, &frmMain::grdItems_MouseMove);
+    connect(findBar_, &FindBar::TextEdited, this, &frmMain::FindTyped);
+    connect(findBar_, &FindBar::Next, this, &frmMain::FindNext);
+    connect(findBar_, &FindBar::Previous, this, &frmMain::FindPrevious);
+    connect(findBar_, &FindBar::Closed, grdItems, qOverload<>(&QWidget::setFocus));
     // The panel around the grid gets no move when the pointer leaves at another edge, so leaving counts as one.
     connect(grdItems, &ItemsGrid::MouseLeave, this, &frmMain::pnlLoadOptions_MouseMove);
 }

@@ -57,6 +57,7 @@ void frmMain::optLoad_Click(int Index)
 {
     LogAndReturn({u"optLoad_Click", place}, [&] {
         const bool isInternal = Index == 1;
+        wasImportedUnused_ = false;
         for (QWidget* control : std::initializer_list<QWidget*>{grdItems, lstLookIn, chkMatchCase, chkMatchWholeWord,
                                                                 chkPromptOnReplace, chkHAlfFulll, cmdAdd, cmdDelete})
             control->setEnabled(isInternal);

@@ -8,6 +8,7 @@
 #include "model/SearchLocations.h"
 #include "ui/main/Controls.h"
 #include "ui/main/EntryBox.h"
+#include "ui/main/FindBar.h"
 #include "ui/main/Frame.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
@@ -68,8 +69,15 @@ QWidget* frmMain::BuildReplacementTab()
     auto* const pnlLoadOptions = Named<QWidget>("pnlLoadOptions");
     pnlLoadOptions->setMouseTracking(true);
     auto* const panel = Indented(new QVBoxLayout(pnlLoadOptions));
+    lblPairsNotice = Named<QLabel>("lblPairsNotice");
+    lblPairsNotice->setTextFormat(Qt::PlainText);
+    lblPairsNotice->setWordWrap(true);
+    lblPairsNotice->hide();
+    panel->addWidget(lblPairsNotice);
     grdItems = Named<ItemsGrid>("grdItems");
     panel->addWidget(grdItems, 1);
+    findBar_ = new FindBar(pnlLoadOptions);
+    panel->addWidget(findBar_);
 
     auto* const buttons = new QHBoxLayout;
     cmdAdd = Named<QPushButton>("cmdAdd", Icon("add"), "&Add");

@@ -24,6 +24,7 @@
 #include "ui/main/EndlessNotice.h"
 #include "ui/main/EntryBox.h"
 #include "ui/main/FileCounter.h"
+#include "ui/main/FindBar.h"
 #include "ui/main/ItemsGrid.h"
 #include "ui/main/NoticeStrip.h"
 
@@ -136,8 +137,12 @@ void frmMain::LoadLng()
         lblEndless->PutTexts(ToQt(GetLngString(section, u"Endless.Pairs")),
                              ToQt(GetLngString(section, u"Endless.Pair")));
         grdItems->SetEmptyText(ToQt(GetLngString(section, u"grdItems.EmptyText")));
+        grdItems->SetEmptyTexts(ToQt(GetLngString(section, u"grdItems.EmptyText")),
+                                TextNamingChoice(u"grdItems.FileText"));
+        TellListUse();
         lblEngine->setText(ToQt(GetLngString(u"Global Msg", IsBuiltInEngine ? u"1062" : u"1061")));
         NameGridMenu();
+        findBar_->PutPlaceholder(ToQt(GetLngString(section, u"txtFindPair.EmptyText")));
         NameControlsWithoutCaption();
         fraNotice->Reword();
         if (wordFileCount_)

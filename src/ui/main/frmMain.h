@@ -35,6 +35,7 @@ class EndlessNotice;
 class EntryBox;
 class FileCounter;
 class FindAndReplaceItems;
+class FindBar;
 class frmChangeLanguage;
 class ItemsGrid;
 class NoticeStrip;
@@ -116,6 +117,13 @@ public:
     void MovePairsUp();    ///< The selected rows, by one.
     void MovePairsDown();  ///< The same.
     void SelectAllPairs();
+
+    // Looking for a text in the list: FindInList.cpp.
+
+    void OpenFind();      ///< Shows the bar for it.
+    void FindTyped();     ///< From the current row on.
+    void FindNext();      ///< Behind the current row, and from the top again.
+    void FindPrevious();  ///< The other way around.
 
     // A pair's locations and options: LocationHandlers.cpp.
 
@@ -216,6 +224,9 @@ private:
     static bool HasPairsToPaste();
     OptionSetting SettingOfNewPairs();
     void MovePairs(bool isUp);
+    void FindInList(std::int32_t from, bool isForwards);
+    QString TextNamingChoice(const String& key) const;  // ListNotice.cpp
+    void TellListUse();
     void AddRow();
     void TakePairFromList(std::int32_t row);
     void KeepTypedText(std::int32_t row, int column, const QString& before);
@@ -304,10 +315,13 @@ private:
     NumberBox* lstRestartAfterSecond = nullptr;
 
     QMenu* mnuPairs = nullptr;  // of the grid
+    FindBar* findBar_ = nullptr;
+    QLabel* lblPairsNotice = nullptr;  // above the grid
 
     bool isModifed_ = false;
     bool isMarkedBesidesList_ = false;  // by something that the history of the list can't undo
     ListHistory listHistory_;
+    bool wasImportedUnused_ = false;  // the list, while a run takes another one; until that is chosen anew
     String projectFile_;
 
     /// True while LoadProjectOnForm or FillItemOnForm writes to the controls, so that their handlers stay quiet. Not
