@@ -50,7 +50,6 @@ public:
     /// start, or than its heading.
     void SetStartWidths();
 
-
     /// What stands in a grid without rows: while the list can be edited, and while it comes from elsewhere.
     void SetEmptyTexts(const QString& active, const QString& inactive);
 
@@ -93,7 +92,7 @@ private:
     int WidthForTyped() const;         // of the two typed columns together
 
     ItemsModel model_;
-    QString EmptyText() const;           // that is seen now
+    QString EmptyText() const;  // that is seen now
     void DescribeForReaders();
 
     QString emptyTextWhenActive_;

@@ -65,21 +65,27 @@ void frmMain::BuildStartButtons()
 /// As the eye goes: the notices, down the tab in front, then the start buttons.
 void frmMain::SetTabOrder()
 {
-    QList<QWidget*> order{fraNotice->lblNotice, fraNotice->cmdErrorLog, fraNotice->cmdCloseNotice, SSTab1, optLoad[0],
-                          txtLoadsearch, cmdBrowse1, optLoad[1], grdItems};
+    QList<QWidget*> order{fraNotice->lblNotice,
+                          fraNotice->cmdErrorLog,
+                          fraNotice->cmdCloseNotice,
+                          SSTab1,
+                          optLoad[0],
+                          txtLoadsearch,
+                          cmdBrowse1,
+                          optLoad[1],
+                          grdItems};
     order += findBar_->TabOrder();
-    order += {
-        cmdAdd, cmdDelete, cmdSwap, lstLookIn,
-        chkSelectAll, chkMatchCase, chkMatchWholeWord, chkHAlfFulll, chkPromptOnReplace,
-        //
-        optFileProcess[0], txtStartFolder, cmdBrowse2, chkIncludesubfolders, cboSpreadsheetType, optFileProcess[1],
-        txtGetFileName, cmdBrowse3,
-        //
-        chkBackupMode, chkKeepOiginal, chkReadOnlyFile, chkAllowAlert, chkRequireCount, chkCPUUsage,
-        chkProccessLongestFileFirst, txtRevisonProperty, cboversion, txtPasswordOpen, lstRestartFileCount,
-        lstRestartAfterSecond,
-        //
-        cmdStartReplacing[1], cmdStartReplacing[0]};
+    order += {cmdAdd, cmdDelete, cmdSwap, lstLookIn, chkSelectAll, chkMatchCase, chkMatchWholeWord, chkHAlfFulll,
+              chkPromptOnReplace,
+              //
+              optFileProcess[0], txtStartFolder, cmdBrowse2, chkIncludesubfolders, cboSpreadsheetType,
+              optFileProcess[1], txtGetFileName, cmdBrowse3,
+              //
+              chkBackupMode, chkKeepOiginal, chkReadOnlyFile, chkAllowAlert, chkRequireCount, chkCPUUsage,
+              chkProccessLongestFileFirst, txtRevisonProperty, cboversion, txtPasswordOpen, lstRestartFileCount,
+              lstRestartAfterSecond,
+              //
+              cmdStartReplacing[1], cmdStartReplacing[0]};
     QWidget* before = nullptr;
     for (QWidget* const control : std::as_const(order)) {
         if (before != nullptr)

@@ -36,11 +36,11 @@ protected:
     std::string Result() { return The<QLabel>("lblFindResult").text().toStdString(); }
 };
 
-const std::vector<Pair> pairs{{u"Alpha", u"one"}, {u"beta", u"two"}, {u"gamma", u"ALPHABET"}, {u"delta", u"four"}};
+const std::vector<Pair> alphabet{{u"Alpha", u"one"}, {u"beta", u"two"}, {u"gamma", u"ALPHABET"}, {u"delta", u"four"}};
 
 TEST_F(FindInListTest, TheBarOpensWithItsKeyAndFindsWhileOneTypes)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
     EXPECT_FALSE(The("findBar").isVisible());
     OpenBar();
     EXPECT_TRUE(The("txtFindPair").hasFocus());
@@ -56,7 +56,7 @@ TEST_F(FindInListTest, TheBarOpensWithItsKeyAndFindsWhileOneTypes)
 
 TEST_F(FindInListTest, EnterGoesOnAndBeginsAgainAtTheTop)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
     OpenBar();
     TypeText("alpha");
     EXPECT_EQ(Grid().Row(), 1);
@@ -91,7 +91,7 @@ TEST_F(FindInListTest, TheLocationsOfTheRowThatIsFoundAreShown)
 
 TEST_F(FindInListTest, ATextThatIsNowhereIsSaidToBe)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
     OpenBar();
 
     TypeText("omega");
@@ -102,7 +102,7 @@ TEST_F(FindInListTest, ATextThatIsNowhereIsSaidToBe)
 
 TEST_F(FindInListTest, EscapeClosesTheBarAndTheKeyFindsOn)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
     OpenBar();
     TypeText("alpha");
 
@@ -117,7 +117,7 @@ TEST_F(FindInListTest, EscapeClosesTheBarAndTheKeyFindsOn)
 
 TEST_F(FindInListTest, FindingOnWithoutATextAsksForOne)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
     ClickCell(1, ItemColumn::Number);
 
     QTest::keyClick(&Grid(), Qt::Key_F3);
@@ -127,7 +127,7 @@ TEST_F(FindInListTest, FindingOnWithoutATextAsksForOne)
 
 TEST_F(FindInListTest, FindingOnAfterTheLastHitHasGoneSaysSo)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
     OpenBar();
     TypeText("delta");
     Key(Qt::Key_Escape);
@@ -142,7 +142,7 @@ TEST_F(FindInListTest, FindingOnAfterTheLastHitHasGoneSaysSo)
 
 TEST_F(FindInListTest, TheKeyOpensTheBarFromAnEditorToo)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
     ClickCell(1, ItemColumn::FindWhat);
     QTest::keyClicks(Editor(), "typed");
 
@@ -154,7 +154,7 @@ TEST_F(FindInListTest, TheKeyOpensTheBarFromAnEditorToo)
 
 TEST_F(FindInListTest, TheContextMenuHasItToo)
 {
-    EditPairs(pairs);
+    EditPairs(alphabet);
 
     The<QAction>("mnuPairFind").trigger();
 

@@ -488,16 +488,16 @@ TEST_F(ListEditingTest, TheContextMenuOffersWhatCanBeDone)
     const QPoint place = Grid().visualRect(Grid().Items().index(0, 0)).center();
 
     EXPECT_THAT(EnabledInMenu(*Grid().viewport(), place),
-                ElementsAre("Cut", "Copy", "Add", "Delete", "Swap", "Up", "Down", "SelectAll"));
+                ElementsAre("Cut", "Copy", "Add", "Delete", "Swap", "Up", "Down", "SelectAll", "Find"));
 
     TypeInCell(1, ItemColumn::FindWhat, "b");
     PutOnClipboard("x");
-    EXPECT_THAT(EnabledInMenu(*Grid().viewport(), place),
-                ElementsAre("Undo", "Cut", "Copy", "Paste", "Add", "Delete", "Swap", "Up", "Down", "SelectAll"));
+    EXPECT_THAT(EnabledInMenu(*Grid().viewport(), place), ElementsAre("Undo", "Cut", "Copy", "Paste", "Add", "Delete",
+                                                                      "Swap", "Up", "Down", "SelectAll", "Find"));
 
     The<QAction>("mnuPairUndo").trigger();
     Click("optLoad(0)");
-    EXPECT_THAT(EnabledInMenu(*Grid().viewport(), place), ElementsAre("Redo"));
+    EXPECT_THAT(EnabledInMenu(*Grid().viewport(), place), ElementsAre("Redo", "Find"));
 }
 
 TEST_F(ListEditingTest, AnEmptyGridHasItsContextMenuToo)

@@ -81,7 +81,7 @@ TEST_F(ListNoticeTest, PairsThatAreNotUsedAreSaidToBe)
     EXPECT_TRUE(IsNoticeSeen());
     EXPECT_THAT(Notice(), AllOf(HasSubstr("not used"), HasSubstr("\"Using these values\"")));
 
-    Click("optLoad(1)");
+    ClickBox("optLoad(1)");
     EXPECT_FALSE(IsNoticeSeen());
 }
 
@@ -100,7 +100,7 @@ TEST_F(ListNoticeTest, AListImportedWhileTheFileIsChosenSaysSo)
     EXPECT_TRUE(IsChecked("optLoad(0)"));
     EXPECT_TRUE(messages.Messages().empty());
 
-    Click("optLoad(1)");
+    ClickBox("optLoad(1)");
     Click("optLoad(0)");
     EXPECT_THAT(Notice(), HasSubstr("These pairs are not used"));
 }

@@ -15,14 +15,14 @@ namespace
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Location {
+struct ListedLocation {
     const char* caption;
     bool OptionSetting::*field;
     const char* inGrid;
 };
 
 /// In the order of the list.
-constexpr Location locations[] = {
+constexpr ListedLocation locations[] = {
     {"Slides", &OptionSetting::InSlides, "Slides"},
     {"Hyperlink Addresses", &OptionSetting::InHyperlinkAddresses, "Hyperlink Addresses"},
     {"Shapes and Texboxes", &OptionSetting::InShapesAndTextboxes, "Shape And Textboxes"},
@@ -38,7 +38,7 @@ constexpr Location locations[] = {
     {"Handout Master", &OptionSetting::InHandoutMaster, "Handout Master"},
     {"Notes Master", &OptionSetting::InNotesMaster, "Notes Master"},
 };
-constexpr int count = static_cast<int>(std::size(locations));
+constexpr int locationCount = static_cast<int>(std::size(locations));
 
 class LocationsTest : public MainWindowTest
 {
@@ -46,7 +46,7 @@ protected:
     std::vector<int> LocationsOf(int row)
     {
         std::vector<int> on;
-        for (int i = 0; i < count; ++i)
+        for (int i = 0; i < locationCount; ++i)
             if ((*Items().Item(row)->OptionSetting).*locations[i].field)
                 on.push_back(i);
         return on;
@@ -54,7 +54,7 @@ protected:
 
     static std::vector<int> All()
     {
-        std::vector<int> all(count);
+        std::vector<int> all(locationCount);
         std::iota(all.begin(), all.end(), 0);
         return all;
     }
@@ -63,12 +63,12 @@ protected:
 class LocationTest : public LocationsTest, public testing::WithParamInterface<int>
 {
 protected:
-    const Location& Param() { return locations[GetParam()]; }
+    const ListedLocation& Param() { return locations[GetParam()]; }
 };
 
 TEST_P(LocationTest, TheEntryHasItsOwnText)
 {
-    EXPECT_EQ(The<QListWidget>("lstLookIn").count(), count);
+    EXPECT_EQ(The<QListWidget>("lstLookIn").count(), locationCount);
     EXPECT_EQ(The<QListWidget>("lstLookIn").item(GetParam())->text().toStdString(), Param().caption);
 }
 
@@ -124,7 +124,7 @@ TEST_P(LocationTest, AnAddedRowTakesItFromTheScreen)
     EXPECT_THAT(LocationsOf(2), ElementsAre(GetParam()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Locations, LocationTest, testing::Range(0, count), [](const auto& parameter) {
+INSTANTIATE_TEST_SUITE_P(Locations, LocationTest, testing::Range(0, locationCount), [](const auto& parameter) {
     std::string name = locations[parameter.param].caption;
     std::erase_if(name, [](char letter) { return std::isalnum(static_cast<unsigned char>(letter)) == 0; });
     return name;
