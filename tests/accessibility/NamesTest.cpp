@@ -32,6 +32,14 @@ TEST_F(NamesTest, EveryControlOfTheMainWindowHasAName)
     }
 }
 
+TEST_F(NamesTest, EveryControlOfTheSearchInTheListHasAName)
+{
+    Window().OpenFind();
+    ASSERT_TRUE(The("findBar").isVisible());
+
+    EXPECT_THAT(UnnamedControls(Window()), IsEmpty());
+}
+
 TEST_F(NamesTest, EveryControlOfTheNoticesHasAName)
 {
     shell.NextFile(folder.Write(u"broken.tsq", "not a project"));

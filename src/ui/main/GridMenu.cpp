@@ -9,6 +9,7 @@
 #include "icons/Icons.h"
 #include "ui/main/frmMain.h"
 #include "ui/main/ItemsGrid.h"
+#include "ui/main/MainTab.h"
 
 // The commands of the grid that are in no menu of the window: its context menu, and their keys.
 
@@ -33,7 +34,7 @@ void frmMain::BuildGridMenu()
                 grdItems->addAction(item);
         }
         connect(item, &QAction::triggered, this, [this, handler] {
-            if (SSTab1->currentIndex() == 0)
+            if (SSTab1->currentIndex() == MainTab::Replacement)
                 (this->*handler)();
         });
     };
