@@ -136,7 +136,6 @@ void frmMain::LoadLng()
         grdItems->Items().SetEndlessTip(ToQt(GetLngString(section, u"grdItems.EndlessTip")));
         lblEndless->PutTexts(ToQt(GetLngString(section, u"Endless.Pairs")),
                              ToQt(GetLngString(section, u"Endless.Pair")));
-        grdItems->SetEmptyText(ToQt(GetLngString(section, u"grdItems.EmptyText")));
         grdItems->SetEmptyTexts(ToQt(GetLngString(section, u"grdItems.EmptyText")),
                                 TextNamingChoice(u"grdItems.FileText"));
         TellListUse();
