@@ -64,9 +64,9 @@ void AddNotices(Section& section)
     section.Captioned({"cmdErrorLog"});
     section.Captioned({"lblNotice", "lblMoreNotices", "cmdCloseNotice"}, LanguageEntry::None);
     for (const char* key :
-         {"Notice.Name", "Notice.FileMissing", "Notice.FolderMissing", "Notice.NotPermitted", "Notice.InUse", "Notice.DiskFull",
-          "Notice.OutOfMemory", "Notice.TooManyPairs", "Notice.OtherKind", "Notice.OtherVersion", "Notice.CantTake",
-          "Notice.Cut", "Notice.Damaged", "Notice.TooManyRows"})
+         {"Notice.Name", "Notice.FileMissing", "Notice.FolderMissing", "Notice.NotPermitted", "Notice.InUse",
+          "Notice.DiskFull", "Notice.OutOfMemory", "Notice.TooManyPairs", "Notice.OtherKind", "Notice.OtherVersion",
+          "Notice.CantTake", "Notice.Cut", "Notice.Damaged", "Notice.TooManyRows"})
         section.Key(key);
     for (const char* key : {"Notice.NotKept", "Notice.NotRestored", "Notice.DropNotKept"})
         section.Key(key, LanguageEntry::Words, "s");
