@@ -384,7 +384,7 @@ void frmProcessingDocuments::ForgetFailures()
 
 void frmProcessingDocuments::ShowFailures()
 {
-    const auto show = [this](QLabel* label, const String& key, std::size_t count) {
+    const auto show = [](QLabel* label, const String& key, std::size_t count) {
         label->setText(TextOf(key).replace(QLatin1String("%d"), QString::number(count)));
         label->setVisible(count > 0);
     };
