@@ -281,8 +281,8 @@ TEST_F(GivenUpFile, IsClosedUnsavedAndReportedAndTheRunGoesOn)
 {
     AddFiles(2);
     AddPair(u"cat", u"dog");
-    project_->BeforFileProcess += [this](const String& path) {
-        if (path == project_->FilesToProcess[0])
+    project_->PairBegins = [this](std::int32_t, const FindAndReplaceItem&) {
+        if (results_.empty())
             GiveUpFile();
     };
 
