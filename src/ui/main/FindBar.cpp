@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QTimer>
 
 #include "ui/main/Controls.h"
 
@@ -44,6 +46,16 @@ void FindBar::Open()
     show();
     txtFindPair->setFocus(Qt::ShortcutFocusReason);
     txtFindPair->selectAll();
+    // On a small screen the page scrolls, and the bar may lie below what is seen of it. It has its place when the
+    // layout is done.
+    QTimer::singleShot(0, this, &FindBar::ScrollIntoSight);
+}
+
+void FindBar::ScrollIntoSight()
+{
+    for (QWidget* around = parentWidget(); around != nullptr; around = around->parentWidget())
+        if (auto* const page = qobject_cast<QScrollArea*>(around))
+            page->ensureWidgetVisible(txtFindPair, 0, height() / 2);
 }
 
 QString FindBar::Text() const

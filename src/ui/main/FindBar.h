@@ -34,6 +34,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void ScrollIntoSight();
     void Close();
 
     QLineEdit* txtFindPair;

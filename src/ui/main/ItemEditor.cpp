@@ -4,8 +4,10 @@
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QToolTip>
 
 #include "ui/main/CellText.h"
@@ -37,6 +39,16 @@ bool ItemEditor::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QSt
     else
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     return true;
+}
+
+void ItemEditor::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->icon.isNull())
+        return;
+    const QPixmap sign = option->icon.pixmap(option->decorationSize, option->widget->devicePixelRatioF());
+    option->icon = QIcon(sign);
+    option->icon.addPixmap(sign, QIcon::Selected);
 }
 
 void ItemEditor::setEditorData(QWidget* editor, const QModelIndex& index) const

@@ -41,6 +41,10 @@ public:
     /// Hands key presses to KeyDown first.
     bool eventFilter(QObject* editor, QEvent* event) override;
 
+protected:
+    /// A sign keeps its colours in a selected row, whose tint would hide it.
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
 Q_SIGNALS:
     /// An edit has ended with another text than `before`; the model holds it by then. Not raised for an edit that
     /// changes nothing.

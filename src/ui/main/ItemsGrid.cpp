@@ -325,11 +325,11 @@ void ItemsGrid::paintEvent(QPaintEvent* event)
     const QString text = EmptyText();
     if (text.isEmpty())
         return;
-    constexpr int margin = 16;
+    constexpr int margin = 16;  // at the sides alone: on a small screen the grid is only a few lines high
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     int{Qt::AlignCenter} | int{Qt::TextWordWrap}, text);
+    painter.drawText(viewport()->rect().adjusted(margin, 0, -margin, 0), int{Qt::AlignCenter} | int{Qt::TextWordWrap},
+                     text);
 }
 
 }  // namespace tessarine

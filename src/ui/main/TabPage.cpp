@@ -18,9 +18,11 @@ TabPage::TabPage(QWidget* frame, QWidget* parent) : QScrollArea(parent)
 
 QSize TabPage::minimumSizeHint() const
 {
-    // Menus, tool bar, tabs, start buttons and status line stand around a page.
-    const QSize around(fontMetrics().height() * 4, fontMetrics().height() * 16);
-    return widget()->minimumSizeHint().boundedTo(screen()->availableSize() - around);
+    // Menus, tool bar, tabs, start buttons and status line stand around a page, and at times a notice of several lines:
+    // without room for that one too the window would grow over the edge of the screen when it comes.
+    const QSize around(fontMetrics().height() * 4, fontMetrics().height() * 22);
+    const QSize room = (screen()->availableSize() - around).expandedTo({0, 0});
+    return widget()->minimumSizeHint().boundedTo(room);
 }
 
 QSize TabPage::sizeHint() const

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QTabWidget>
 
 // Looking for a text in the list of pairs.
 
@@ -52,6 +54,20 @@ TEST_F(FindInListTest, TheBarOpensWithItsKeyAndFindsWhileOneTypes)
     EXPECT_TRUE(The("txtFindPair").hasFocus());
     EXPECT_EQ(Editor(), nullptr);
     EXPECT_FALSE(Window().IsModifed());
+}
+
+TEST_F(FindInListTest, TheBarScrollsIntoSightOnASmallPage)
+{
+    EditPairs(alphabet);
+    Grid().setMinimumHeight(3000);  // so that the page scrolls
+    const auto& page = *qobject_cast<QScrollArea*>(The<QTabWidget>("SSTab1").currentWidget());
+
+    OpenBar();
+
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        const QWidget& box = The("txtFindPair");
+        return page.viewport()->rect().contains(QRect(box.mapTo(page.viewport(), QPoint()), box.size()));
+    }));
 }
 
 TEST_F(FindInListTest, EnterGoesOnAndBeginsAgainAtTheTop)

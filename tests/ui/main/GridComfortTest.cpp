@@ -1,8 +1,12 @@
 #include "ui/main/MainWindowTest.h"
 
+#include <algorithm>
+#include <map>
+
 #include <QComboBox>
 #include <QHeaderView>
 #include <QHelpEvent>
+#include <QImage>
 #include <QLineEdit>
 #include <QToolTip>
 
@@ -45,6 +49,54 @@ protected:
         return QToolTip::isVisible() ? QToolTip::text().toStdString() : std::string();
     }
 };
+
+/// The colours that are in a picture, with how many points each has.
+std::map<QRgb, int> Colours(const QImage& picture)
+{
+    std::map<QRgb, int> colours;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            ++colours[picture.pixel(x, y)];
+    return colours;
+}
+
+TEST_F(GridComfortTest, TheHintIsWholeInALowGridToo)
+{
+    EditPairs({});
+    const auto ink = [this](int height) {
+        Grid().setFixedHeight(height);
+        QCoreApplication::processEvents();
+        const auto colours = Colours(Grid().viewport()->grab().toImage());
+        const auto ground = std::ranges::max_element(colours, {}, [](const auto& colour) { return colour.second; });
+        int points = 0;
+        for (const auto& [colour, count] : colours)
+            points += colour == ground->first ? 0 : count;
+        return points;
+    };
+
+    const int whole = ink(300);
+    ASSERT_GT(whole, 0);
+    EXPECT_EQ(ink(Grid().minimumSizeHint().height()), whole);
+}
+
+TEST_F(GridComfortTest, TheSignOfAPairKeepsItsColoursInASelectedRow)
+{
+    EditPairs({{u"a", u"aa"}, {u"b", u"c"}});
+    const auto orange = [this] {
+        const QRect cell = Grid().visualRect(Grid().Items().index(0, ItemColumn::ReplaceWith));
+        int most = 0;
+        for (const auto& [colour, count] : Colours(Grid().viewport()->grab(cell).toImage()))
+            most = std::max(most, qRed(colour) - qBlue(colour));
+        return most;
+    };
+    ClickCell(2, ItemColumn::Number);
+    const int plain = orange();
+    ASSERT_GT(plain, 100);
+
+    ClickCell(1, ItemColumn::Number);
+
+    EXPECT_EQ(orange(), plain);
+}
 
 TEST_F(GridComfortTest, APlainClickAfterAllWereSelectedSelectsItsRowAlone)
 {

@@ -3,11 +3,13 @@
 #include <QAction>
 #include <QMenu>
 #include <QRadioButton>
+#include <QScreen>
 
 #include "app/Main.h"
 #include "files/Files.h"
 #include "model/ListColumns.h"
 #include "platform/NativePath.h"
+#include "shell/WindowPlace.h"
 #include "support/Deck.h"
 
 // The strip of notices: what went wrong without a message.
@@ -44,6 +46,20 @@ TEST_F(NoticesTest, AProjectOfAnotherKindIsTold)
     EXPECT_EQ(More(), "");
     EXPECT_THAT(messages.Messages(), IsEmpty());
     EXPECT_EQ(Window().ProjectFile(), u"");
+}
+
+TEST_F(NoticesTest, ANoticeDoesNotPushTheWindowOverTheEdgeOfTheScreen)
+{
+    EditPairs({{u"a", u"aa"}});  // with its own line above the start buttons
+    for (const char* page : {"fraReplacement", "fraFileProcess", "frmOptions"})
+        The(page).setMinimumHeight(3000);                          // more than any screen has
+    Open(folder.Write(String(120, u'x') + u".tsq", "not a job"));  // which takes several lines
+    ASSERT_TRUE(The("fraNotice").isVisible());
+    ASSERT_TRUE(The("lblEndless").isVisible());
+    QCoreApplication::processEvents();
+
+    EXPECT_LE(Window().minimumSizeHint().height() + FrameSize(Window()).height(),
+              Window().screen()->availableSize().height());
 }
 
 TEST_F(NoticesTest, AProjectThatIsCutIsToldWhereverItIsCut)
