@@ -39,12 +39,16 @@ void KeepPlace(const QWidget& window, const String& name)
     });
 }
 
-QSize FittingSize(const QWidget& window, const QSize& wanted)
+QSize FrameSize(const QWidget& window)
 {
-    // What the window manager puts around a window is known only once it is shown.
     const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     const int border = title / 2;
-    return wanted.boundedTo(window.screen()->availableSize() - QSize(2 * border, title + border));
+    return {2 * border, title + border};
+}
+
+QSize FittingSize(const QWidget& window, const QSize& wanted)
+{
+    return wanted.boundedTo(window.screen()->availableSize() - FrameSize(window));
 }
 
 QPoint PlaceOver(const QRect& owner, const QSize& size, const QRect& screen)

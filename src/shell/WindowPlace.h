@@ -19,6 +19,10 @@ void RestorePlace(QWidget& window, const String& name);
 /// Keeps place, size and state for RestorePlace. A place that can't be kept is not worth a word.
 void KeepPlace(const QWidget& window, const String& name);
 
+/// What the frame around a window may take of the screen, at most; what the window manager really puts around it is
+/// known only once it is shown.
+QSize FrameSize(const QWidget& window);
+
 /// A size for the whole of a window that isn't shown yet, with room for its frame on the screen that it is on.
 QSize FittingSize(const QWidget& window, const QSize& wanted);
 

@@ -1,5 +1,7 @@
 #include "ui/run/FailureList.h"
 
+#include <algorithm>
+
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
@@ -75,6 +77,16 @@ void FailureList::Add(const String& path, const String& reason)
     line->setToolTip(failureReasonColumn, text);
     addTopLevelItem(line);
     line->setHidden(!NameMatches(file, filter_));
+    widestReason_ = std::max(widestReason_, sizeHintForIndex(indexFromItem(line, failureReasonColumn)).width());
+    ShareWidth();
+}
+
+int FailureList::ShownCount() const
+{
+    int count = 0;
+    for (int at = 0; at < Count(); ++at)
+        count += topLevelItem(at)->isHidden() ? 0 : 1;
+    return count;
 }
 
 void FailureList::PutFilter(const QString& name)
@@ -96,8 +108,15 @@ void FailureList::PutTexts(const RunTexts& texts)
 void FailureList::resizeEvent(QResizeEvent* event)
 {
     QTreeWidget::resizeEvent(event);
-    // The reasons say more than the paths, which are alike at their beginning.
-    setColumnWidth(failedFileColumn, viewport()->width() * 2 / 5);
+    ShareWidth();
+}
+
+/// The reasons say more than the paths, which are alike at their beginning: they are whole as far as a quarter of the
+/// width is left for the paths.
+void FailureList::ShareWidth()
+{
+    const int width = viewport()->width();
+    setColumnWidth(failedFileColumn, std::clamp(width - widestReason_, width / 4, width * 2 / 5));
 }
 
 void FailureList::Copy() const

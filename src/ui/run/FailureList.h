@@ -24,6 +24,7 @@ public:
     void Add(const String& path, const String& reason);
 
     int Count() const { return topLevelItemCount(); }
+    int ShownCount() const;  ///< As far as the filter shows them.
 
     /// Shows the files whose name holds this text: see NodeFilter::name.
     void PutFilter(const QString& name);
@@ -40,10 +41,12 @@ protected:
 
 private:
     void BuildMenu();
+    void ShareWidth();
     void Copy() const;
     String CurrentPath() const;  // empty without a line, and for the line of the run
 
     QString filter_;
+    int widestReason_ = 0;  // of all that were ever here
     QAction* mnuOpenFailed = nullptr;
     QAction* mnuOpenFolder = nullptr;
     QAction* mnuCopyFailure = nullptr;

@@ -35,6 +35,7 @@ HitsPane::HitsPane(QWidget* parent) : QWidget(parent)
     lblHitsNotice->setTextFormat(Qt::PlainText);
     lblHitsNotice->setWordWrap(true);
     lstHits = new HitsView("lstHits", this);
+    lstHits->setMinimumHeight(fontMetrics().height() * 3);  // a hit; on a small screen the tree needs the room
     setFocusProxy(lstHits);
 
     auto* const column = new QVBoxLayout(this);

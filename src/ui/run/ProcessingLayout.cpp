@@ -316,6 +316,7 @@ void frmProcessingDocuments::ConnectHandlers()
         connect(tree, &ResultTree::CurrentChanged, this, &Form::ShowHits);
         connect(tree, &ResultTree::Added, this, &Form::ShowTotals);
     }
+    connect(trvErrors, &ResultTree::Added, this, &Form::ShowErrorTree);
     for (const FilterBar* filter : filters) {
         connect(filter, &FilterBar::TextEdited, this, &Form::TakeFilterText);
         connect(filter, &FilterBar::OnlyWithHitsChanged, this, &Form::ApplyFilter);

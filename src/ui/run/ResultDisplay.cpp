@@ -125,18 +125,21 @@ void frmProcessingDocuments::ShowTotalsNow()
     std::int64_t files = 0;
     for (std::size_t i = 0; i < filters.size(); ++i) {
         const ResultModel& results = Trees()[i]->Results();
-        const std::int64_t all = results.Nodes().FileCount();
+        std::int64_t all = results.Nodes().FileCount();
         files += all;
-        QString text =
-            results.Filter().name.isEmpty()
-                ? texts_.Filled(u"Totals.Files", {.d = all})
-                : texts_.Filled(u"Totals.FilesOf", {.d = results.Totals().Files(), .i = QString::number(all)});
+        std::int64_t shown = results.Totals().Files();
+        // Failures that the tree does not show, because the run has no result for their files, count as well.
+        if (Trees()[i] == trvErrors && lstFailures->Count() > all) {
+            all = lstFailures->Count();
+            shown = lstFailures->ShownCount();
+        }
+        QString text = results.Filter().name.isEmpty()
+                           ? texts_.Filled(u"Totals.Files", {.d = all})
+                           : texts_.Filled(u"Totals.FilesOf", {.d = shown, .i = QString::number(all)});
         if (Trees()[i] == trvChangedFiles)
             text += HitTotals(results.Totals());
         filters[i]->PutTotals(text);
-        // Failures that the tree does not show, because the run has no result for their files, count as well.
-        const std::int64_t count = Trees()[i] == trvErrors ? std::max<std::int64_t>(all, lstFailures->Count()) : all;
-        lblCount[i]->setText(count > 0 ? u'(' + QString::number(count) + u')' : QString());
+        lblCount[i]->setText(all > 0 ? u'(' + QString::number(all) + u')' : QString());
         lblCount[i]->adjustSize();
         // Set once more, because the tab makes room for it only then; which hides it.
         SSTab1->tabBar()->setTabButton(static_cast<int>(i) + 1, QTabBar::RightSide, lblCount[i]);

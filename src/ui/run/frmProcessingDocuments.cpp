@@ -148,9 +148,8 @@ void frmProcessingDocuments::LoadLng()
             panel->layout()->activate();  // or rows in it would still have the size of the captions before
             width = std::max(width, panel->layout()->totalMinimumSize().width());
         }
-        setMinimumSize(QSize(width + 4 * fontMetrics().height(), fontMetrics().height() * 26)
-                           .expandedTo(layout()->totalMinimumSize())
-                           .boundedTo(screen()->availableSize()));
+        setMinimumSize(FittingSize(*this, QSize(width + 4 * fontMetrics().height(), fontMetrics().height() * 26)
+                                              .expandedTo(layout()->totalMinimumSize())));
     });
 }
 
@@ -256,8 +255,11 @@ void frmProcessingDocuments::RestoreSize()
     // Room for a tree above some hits, over the owner; unless a place is kept.
     const QSize wanted(fontMetrics().averageCharWidth() * 140, fontMetrics().height() * 46);
     resize(FittingSize(*this, wanted.expandedTo(minimumSize())));
-    if (parentWidget() != nullptr)
-        move(PlaceOver(parentWidget()->frameGeometry(), size(), parentWidget()->screen()->availableGeometry()));
+    if (parentWidget() != nullptr) {
+        QRect room = parentWidget()->screen()->availableGeometry();
+        room.setHeight(room.height() - FrameSize(*this).height());  // its buttons are at the lower edge
+        move(PlaceOver(parentWidget()->frameGeometry(), size(), room));
+    }
     RestorePlace(*this, section);
     // In percent, so that it holds for any height.
     const int ofHits = StoredShare(u"HitsShare").value_or(45);
@@ -395,9 +397,16 @@ void frmProcessingDocuments::ShowFailures()
     lblRunFailed->setVisible(hasRunFailed_);
     cmdFailures->setVisible(failures > 0);
     lstFailures->setVisible(failures > 0);
+    ShowErrorTree();
     const bool isLogged = !notOpened_.empty() || !notProcessed_.empty() || hasRunFailed_;
     cmdErrorLog->setVisible(isLogged);
     panelFailures->setVisible(failures > 0 || isLogged);
+}
+
+/// An empty tree only takes room from the list of the failures.
+void frmProcessingDocuments::ShowErrorTree()
+{
+    trvErrors->setVisible(lstFailures->Count() == 0 || trvErrors->Nodes().FileCount() > 0);
 }
 
 void frmProcessingDocuments::ShowBeginning()

@@ -199,6 +199,7 @@ private:
     void ShowElapsedTime();  // from StartTime to now
     void ShowTimeOfFile();   // and the way out, when the file takes long
     void ShowFailures();     // the lines about them, or none
+    void ShowErrorTree();
     void TakeFailure(const String& path, const Failure& failure, std::set<String>& files);
     void NameControlsWithoutCaption();
     void RestoreSize();     // and the place

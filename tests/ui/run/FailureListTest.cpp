@@ -6,6 +6,7 @@
 #include <QTabWidget>
 #include <QTreeWidget>
 
+#include "i18n/QtText.h"
 #include "platform/GivingUp.h"
 #include "platform/PathSeparator.h"
 #include "ui/run/FileProgressBar.h"
@@ -159,6 +160,48 @@ TEST_F(FailureListTest, CountsBesideTheTabWhatTheTreeDoesNotShow)
     auto& bar = *The<QTabWidget>("SSTab1").tabBar();
     const auto* const count = qobject_cast<QLabel*>(bar.tabButton(3, QTabBar::RightSide));
     EXPECT_TRUE(QTest::qWaitFor([count] { return count->text() == "(2)"; }));
+}
+
+TEST_F(FailureListTest, IsCountedAboveTheListAsFarAsTheFilterShowsIt)
+{
+    BeginRun();
+    Window().ListFailure(u"/decks/offer.pptx", u"Read Only File.");
+    Window().ListFailure(u"/decks/plan.pptx", u"Read Only File.");
+    ShowTab(3);
+    const auto& total = *The("txtFilter(2)").parentWidget()->findChild<QLabel*>();
+    EXPECT_TRUE(QTest::qWaitFor([&total] { return total.text() == "Files: 2"; }));
+
+    QTest::keyClicks(&The<QLineEdit>("txtFilter(2)"), "offer");
+
+    EXPECT_EQ(total.text(), "Files: 1 of 2");
+}
+
+TEST_F(FailureListTest, HasTheRoomOfTheTreeWhileThatIsEmpty)
+{
+    Window().ListFailure(u"/a.pptx", u"Read Only File.");
+    ShowTab(3);
+    EXPECT_FALSE(IsVisible("trvErrors"));
+
+    Add(NotProcessed(u"/b.pptx", u"Read Only File."));
+
+    EXPECT_TRUE(IsVisible("trvErrors"));
+    EXPECT_TRUE(IsVisible("lstFailures"));
+}
+
+TEST_F(FailureListTest, ShowsReasonsWholeAtTheCostOfThePaths)
+{
+    Window().resize(900, 500);
+    ShowTab(3);
+    Window().ListFailure(u"/decks/of/a/long/path/a.pptx", u"Gone.");
+    const int least = List().columnWidth(0);
+    const QString reason = QString("reason ").repeated(12).trimmed();
+    Window().ListFailure(u"/b.pptx", FromQt(reason));
+
+    EXPECT_LT(List().columnWidth(0), least);
+    EXPECT_GT(List().columnWidth(1), List().fontMetrics().horizontalAdvance(reason));
+
+    Window().ListFailure(u"/c.pptx", FromQt(reason.repeated(20)));
+    EXPECT_EQ(List().columnWidth(0), List().viewport()->width() / 4);
 }
 
 TEST_F(FailureListTest, IsEmptyForAnotherRun)

@@ -5,6 +5,7 @@
 
 #include "app/GlobalState.h"
 #include "log/ErrorLog.h"
+#include "shell/WindowPlace.h"
 #include "ui/run/ProcessingWindowTest.h"
 
 namespace tessarine
@@ -392,6 +393,30 @@ TEST_F(WindowOfARunTest, OpensOverTheMiddleOfItsOwner)
 
     const QPoint offset = window.geometry().center() - owner.frameGeometry().center();
     EXPECT_LE(offset.manhattanLength(), 2);
+}
+
+TEST_F(WindowOfARunTest, LeavesRoomForItsTitleWhereTheOwnerStandsAtTheLowerEdge)
+{
+    QWidget owner;
+    const QRect screen = owner.screen()->availableGeometry();
+    owner.setGeometry(screen.x() + 40, screen.bottom() - 50, screen.width() - 60, 400);
+
+    const frmProcessingDocuments& window = frmProcessingDocuments::Instance(&owner);
+
+    EXPECT_LE(window.pos().y() + window.height() + FrameSize(window).height(), screen.y() + screen.height());
+}
+
+TEST_F(WindowOfARunTest, CanAlwaysBeMadeSmallEnoughForTheScreen)
+{
+    QFont large = Window().font();
+    large.setPointSizeF(large.pointSizeF() * 4);
+    Window().setFont(large);
+    Window().LoadLng();
+
+    const QSize least = Window().minimumSize() + FrameSize(Window());
+
+    EXPECT_LE(least.height(), Window().screen()->availableSize().height());
+    EXPECT_LE(least.width(), Window().screen()->availableSize().width());
 }
 
 TEST_F(WindowOfARunTest, ClosesWhereItsSizeCannotBeKept)
