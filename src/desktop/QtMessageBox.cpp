@@ -1,6 +1,9 @@
 #include "desktop/QtMessageBox.h"
 
+#include <algorithm>
+
 #include <QApplication>
+#include <QLabel>
 #include <QMessageBox>
 
 #include "i18n/LanguageOfQt.h"
@@ -59,6 +62,18 @@ MessageAnswer AnswerOf(int button)
     }
 }
 
+/// So that the lines of the details stay whole, as far as that makes no very wide box: of itself Qt breaks them at the
+/// width of the buttons.
+void WidenForDetails(QMessageBox& box)
+{
+    auto* const label = box.findChild<QLabel*>("qt_msgbox_informativelabel");
+    if (label == nullptr)
+        return;  // without details
+    const QFontMetrics metrics = label->fontMetrics();
+    const int lines = metrics.size(Qt::TextExpandTabs, label->text()).width();
+    label->setMinimumWidth(std::min(lines, metrics.averageCharWidth() * 70));
+}
+
 }  // namespace
 
 MessageAnswer ShowQtMessageBox(const Message& message)
@@ -68,6 +83,7 @@ MessageAnswer ShowQtMessageBox(const Message& message)
                     ToQt(message.text), QtButtons(message), QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);  // a file name may look like markup
     box.setInformativeText(ToQt(message.details));
+    WidenForDetails(box);
     int button = box.exec();
     // Help is no answer: the question comes again after it.
     while (button == QMessageBox::Help) {

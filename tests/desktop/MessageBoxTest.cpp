@@ -4,6 +4,8 @@
 #include <vector>
 
 #include <QApplication>
+#include <QFontMetrics>
+#include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
@@ -12,6 +14,7 @@
 
 #include "app/GlobalState.h"
 #include "desktop/QtMessageBox.h"
+#include "i18n/QtText.h"
 #include "shell/HelpViewer.h"
 #include "support/qt/ShellRecorder.h"
 
@@ -100,6 +103,31 @@ TEST(MessageBox, SpeaksTheDesktopsLanguageWhereTheChosenOneIsNotKnown)
     EXPECT_THAT(ButtonsIn(u"somebody's own.lng"), ElementsAre("Ja", "Nein", "Abbrechen"));
 
     QLocale::setDefault(before);
+}
+
+/// The width of the details of a question.
+int WidthFor(const String& details)
+{
+    int width = 0;
+    QTimer::singleShot(0, qApp, [&width] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        for (const QLabel* label : box->findChildren<QLabel*>())
+            if (label->text() == box->informativeText())
+                width = label->width();
+        box->reject();
+    });
+    ShowQtMessageBox({u"Sure?", MessageIcon::Exclamation, MessageButtons::YesNo, {}, false, details});
+    return width;
+}
+
+TEST(MessageBox, ShowsLinesOfTheDetailsWholeUnlessTheyAreVeryLong)
+{
+    const QFontMetrics metrics(QApplication::font("QMessageBox"));
+    const QString line = "Search, without a change: 1000 presentations";
+
+    EXPECT_GE(WidthFor(FromQt("Folder\n" + line)), metrics.horizontalAdvance(line));
+    EXPECT_LT(WidthFor(FromQt(line.repeated(20))), metrics.horizontalAdvance(line) * 3);
 }
 
 TEST(MessageBox, HasTheApplicationsTitleByDefault)
