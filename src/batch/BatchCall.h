@@ -86,6 +86,12 @@ struct BatchCall {
     std::int64_t maxHits = 1000;  ///< Hits of a file that are told; 0 for all of them.
     bool exitCode = false;        ///< A run without a hit has an exit status of its own.
     std::vector<String> reports;  ///< Files to keep the report of a run in, with its hits (RunReportWriter.h).
+
+    std::int32_t jobs = 1;  ///< Files that are processed at a time, each by a worker; 0 = one for each core.
+    std::vector<std::string> arguments;  ///< As they came, for those workers.
+
+    /// The hits of each file are wanted in one of the reports.
+    bool TakesHits() const { return show || !reports.empty(); }
 };
 
 /// When the call lets a file be written into in place of being replaced, and which files it saves at all.

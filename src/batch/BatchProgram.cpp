@@ -1,7 +1,7 @@
 #include "batch/BatchProgram.h"
 
+#include <algorithm>
 #include <chrono>
-#include <limits>
 #include <optional>
 #include <utility>
 
@@ -14,13 +14,14 @@
 #include "batch/KeptReports.h"
 #include "batch/LineText.h"
 #include "batch/ListFiles.h"
-#include "batch/Locations.h"
 #include "batch/Output.h"
+#include "batch/OwnRun.h"
+#include "batch/PreparedRun.h"
 #include "batch/ProgressText.h"
-#include "batch/ReportedRun.h"
 #include "batch/ReportFormats.h"
-#include "batch/RunBackups.h"
 #include "batch/SavedJob.h"
+#include "batch/StandardInput.h"
+#include "batch/WorkerRun.h"
 #include "model/Project.h"
 #include "report/WithoutPath.h"
 #include "saving/RunJournal.h"
@@ -101,45 +102,68 @@ std::int64_t SecondsSince(Clock::time_point begin)
     return std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - begin).count();
 }
 
-/// Makes the backups of a run through what the run tells of its files, for as long as it lives.
-class BackupsOfRun
+void NoteAll(const std::vector<std::string>& notes, Output& output)
 {
-public:
-    BackupsOfRun(Project& project, BackupNaming naming, bool isDryRun) : project_(project), backups_(naming, isDryRun)
-    {
-        // An event has no way to take a receiver back; a project has one run here.
-        project_.BeforFileProcess += [this](const String& path) { backups_.Remember(path); };
-        project_.Opened = [this](const String& path, const auto& check) { backups_.Make(path, check); };
-    }
-    ~BackupsOfRun() { project_.Opened = {}; }
-    BackupsOfRun(const BackupsOfRun&) = delete;
-    BackupsOfRun& operator=(const BackupsOfRun&) = delete;
+    for (const std::string& note : notes)
+        output.Note("tessarine-batch: " + note);
+}
 
-private:
-    Project& project_;
-    RunBackups backups_;
+/// How many workers take the files; 1 for none but this process.
+std::size_t WorkersFor(const BatchCall& call, const std::optional<Engine>& engine, Output& output)
+{
+    const std::size_t workers = call.jobs == 0 ? CoreCount() : static_cast<std::size_t>(call.jobs);
+    if (workers == 1 || engine != Engine::PowerPoint)
+        return workers;
+    output.Note("tessarine-batch: PowerPoint has one file in hand at a time; --jobs has no effect");
+    return 1;
+}
+
+/// What a run tells of its files, and asks, while it takes them.
+struct RunWatch {
+    ReportedRun::Sink sink;
+    std::function<void(const std::vector<String>& files)> inHand;
+    std::function<bool()> isToEnd;
 };
 
-/// `pairList` is the list file that the pairs came from, or empty; `notes` is what was noted about the job so far.
-int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<FindAndReplaceItems>& list,
-              const String& pairList, CollectedFiles collected, const std::vector<std::string>& notes,
-              EngineOfRun& engine, Output& output)
+/// Takes the files through the run in this process. Gives the number of those that a cancel left out, as below.
+std::size_t RunHere(PreparedRun& run, const std::vector<JobFile>& files, const RunWatch& watch)
 {
+    OwnRun own(run, [&](const FileReport& file) {
+        watch.inHand({});
+        watch.sink(file);
+    });
+    own.Started = [&](const String& path) { watch.inHand({path}); };
+    own.CancelRequested = watch.isToEnd;
+    return own.Run(files);
+}
+
+/// Takes them through workers.
+std::size_t RunInWorkers(const PreparedRun& run, std::size_t workers, const std::vector<JobFile>& files,
+                         const RunWatch& watch, Output& output)
+{
+    WorkerRun several({.arguments = run.call.arguments,
+                       .standardInput = KeptStandardInput(),
+                       .job = run.ToJson(),
+                       .replaces = run.Replaces()},
+                      workers, watch.sink);
+    several.InHand = watch.inHand;
+    several.CancelRequested = watch.isToEnd;
+    several.Note = [&](const std::string& line) { output.Note(line); };
+    return several.Run(files);
+}
+
+/// Takes the files through the run, and reports. `notes` is what was noted about the call so far.
+int ReportRun(PreparedRun& run, CollectedFiles collected, const std::vector<std::string>& notes, EngineOfRun& engine,
+              Output& output)
+{
+    const BatchCall& call = run.call;
     const auto begin = Clock::now();
     std::vector<JobFile>& files = collected.files;
-    project.IsDryRun = call.dryRun;
-    project.KeepsDatesOfUnchanged = true;
-    const bool replaces = call.command == Command::Replace;
-    std::optional<BackupsOfRun> backups;
-    // The run would make backups of its own before it opens a file, in a find too, and over those that are there.
-    if (std::exchange(project.options->BackupMode, false) && replaces) {
-        backups.emplace(project, call.backupNaming, call.dryRun);
-        if (call.backupNaming == BackupNaming::First)
-            RefuseSharedBackups(files);
-    }
+    if (run.Replaces() && run.project->options->BackupMode && call.backupNaming == BackupNaming::First)
+        RefuseSharedBackups(files);
 
     const auto report = CreateReport(call, output.colors());
-    KeptReports kept(call, files, pairList);
+    KeptReports kept(call, files, run.pairList);
     RunSummary summary;
     summary.skippedLinks = collected.skippedLinks;
     summary.warnings = TextsOf(notes);
@@ -148,28 +172,29 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
         summary.engine = engine.Choose();
     if (summary.engine)
         output.Write(report->AtStart(*summary.engine));
-    ReportedRun run(project, replaces ? ReportedRun::Mode::Replace : ReportedRun::Mode::Find,
-                    [&](const FileReport& file) {
-                        SetFileInWork({});
-                        summary.Add(file);
-                        WriteOfFile(report->OfFile(file), file.path, StateText(file, replaces), output);
-                        kept.Add(file);
-                    });
-    run.List = list;
-    if (call.show || !call.reports.empty()) {
-        project.HitContext = call.context;
-        run.HitsToKeep =
-            call.maxHits > 0 ? static_cast<std::size_t>(call.maxHits) : std::numeric_limits<std::size_t>::max();
-    }
-    run.CancelRequested = [&] { return IsToEnd(output); };
-    run.Started = [&](const String& path) {
-        SetFileInWork(path);
-        // All files before this one have their report, so their number gives its place.
-        output.Progress(ProgressText({summary.files, std::ssize(files), summary.failed, SecondsSince(begin)}),
-                        ToUtf8(path));
+    const RunWatch watch{
+        .sink =
+            [&](const FileReport& file) {
+                summary.Add(file);
+                WriteOfFile(report->OfFile(file), file.path, StateText(file, run.Replaces()), output);
+                kept.Add(file);
+            },
+        .inHand =
+            [&](const std::vector<String>& inHand) {
+                SetFilesInWork(inHand);
+                if (inHand.empty())
+                    return;
+                // All files before those in hand have their report, so their number gives the place.
+                output.Progress(ProgressText({summary.files, std::ssize(files), summary.failed, SecondsSince(begin)}),
+                                ToUtf8(inHand.back()));
+            },
+        .isToEnd = [&] { return IsToEnd(output); },
     };
+    const std::size_t workers = std::min(WorkersFor(call, summary.engine, output), files.size());
+    const std::size_t notReached =
+        workers > 1 ? RunInWorkers(run, workers, files, watch, output) : RunHere(run, files, watch);
 
-    summary.notReached = static_cast<std::int64_t>(run.Run(files));
+    summary.notReached = static_cast<std::int64_t>(notReached);
     summary.seconds = SecondsSince(begin);
     TakeSkippedLinks(summary);
     output.Write(report->AtEnd(summary));
@@ -184,44 +209,37 @@ int ReportRun(const BatchCall& call, Project& project, const std::shared_ptr<Fin
     return call.exitCode && summary.IsWithoutHits() ? ExitStatus::NothingFound : ExitStatus::Done;
 }
 
-void NoteAll(const std::vector<std::string>& notes, Output& output)
+/// A note and no failure: a script may run over folders that are empty.
+void NoteMissingFiles(const CollectedFiles& collected, std::vector<std::string>& notes)
 {
-    for (const std::string& note : notes)
-        output.Note("tessarine-batch: " + note);
+    if (collected.files.empty())
+        notes.push_back("no file matches");
 }
 
-int PerformRun(const BatchCall& call, CollectedFiles collected, std::vector<std::string> notes,
-               const std::shared_ptr<EngineOfRun>& engine, Output& output)
+int PerformRun(const BatchCall& call, const Engines& engines, Output& output)
 {
-    const ProjectOwner project(engine);
-    FillProject(*project, call);
-    BatchCall asRun = call;
-    if (call.list || call.pairFile) {
-        const std::vector<std::string> ofList = TakeListPairs(*project, call);
-        NoteAll(ofList, output);
-        notes.insert(notes.end(), ofList.begin(), ofList.end());
-        SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
-    }
-    const String source = call.pairFile == u"-" ? String() : call.pairFile.value_or(call.list.value_or(String()));
-    return ReportRun(asRun, *project, {}, source, std::move(collected), notes, *engine, output);
+    if (call.pairFile == u"-")
+        KeepStandardInput();
+    const auto engine = std::make_shared<EngineOfRun>(call, engines);
+    CollectedFiles collected = CollectFiles(call);
+    std::vector<std::string> notes;
+    NoteMissingFiles(collected, notes);
+    NoteAll(notes, output);
+    PreparedRun run(call, engine);
+    NoteAll(run.notes, output);
+    notes.insert(notes.end(), run.notes.begin(), run.notes.end());
+    return ReportRun(run, std::move(collected), notes, *engine, output);
 }
 
 int RunSavedJob(const BatchCall& call, const Engines& engines, Output& output)
 {
     const auto engine = std::make_shared<EngineOfRun>(call, engines);
-    // Loaded into a fresh project: custom properties of a file are appended to those that are there.
-    const ProjectOwner project(engine);
-    LoadJob(*project, call.job);
-    SavedRun run = PrepareRun(*project, call);
-    NoteAll(run.notes, output);
-
-    BatchCall asRun = call;
-    asRun.command = call.replacesOfJob ? Command::Replace : Command::Find;
-    project->options->BackupMode = project->options->BackupMode || call.backup;
-    SwitchOn(asRun.setting, "all");  // each pair has its own places; a report leaves out those not searched
-    const SavedSource source = SourceOf(*project);
-    return ReportRun(asRun, *project, run.list, source.isExternal ? source.path : String(), std::move(run.collected),
-                     run.notes, *engine, output);
+    PreparedRun run(call, engine);
+    CollectedFiles collected = FilesOfSavedRun(*run.project, call);
+    std::vector<std::string> notes = run.notes;
+    NoteMissingFiles(collected, notes);
+    NoteAll(notes, output);
+    return ReportRun(run, std::move(collected), notes, *engine, output);
 }
 
 int ShowJob(const BatchCall& call, Output& output)
@@ -256,9 +274,12 @@ int ConvertListFile(const BatchCall& call, Output& output)
     return converted.loss.empty() && !output.failed() ? ExitStatus::Done : ExitStatus::FileFailed;
 }
 
-int PerformBackupCommand(const BatchCall& call, const CollectedFiles& collected, const std::vector<std::string>& notes,
-                         Output& output)
+int PerformBackupCommand(const BatchCall& call, Output& output)
 {
+    const CollectedFiles collected = CollectFiles(call);
+    std::vector<std::string> notes;
+    NoteMissingFiles(collected, notes);
+    NoteAll(notes, output);
     const std::vector<JobFile>& files = collected.files;
     const auto report = CreateReport(call, output.colors());
     BackupCommands commands(call, files);
@@ -271,14 +292,14 @@ int PerformBackupCommand(const BatchCall& call, const CollectedFiles& collected,
         // Between two files only, so that a copy in progress comes to its end.
         if (IsToEnd(output))
             break;
-        SetFileInWork(file.path);
+        SetFilesInWork({file.path});
         output.Progress(ProgressText({summary.files, std::ssize(files), summary.failed, SecondsSince(begin)}),
                         ToUtf8(file.path));
         ++reached;
         const auto done = !file.refusal.empty() ? BackupReport{0, file.path, {}, WithoutPath(file.refusal, file.path)}
                           : call.command == Command::Restore ? commands.Restore(file.path)
                                                              : commands.Clean(file.path);
-        SetFileInWork({});
+        SetFilesInWork({});
         summary.Add(done);
         WriteOfFile(report->OfFile(done), done.file, StateText(done, call.command == Command::Restore), output);
     }
@@ -287,20 +308,6 @@ int PerformBackupCommand(const BatchCall& call, const CollectedFiles& collected,
     output.Write(report->AtEnd(summary));
     NoteSkippedLinks(summary.skippedLinks, output);
     return StatusOf(summary.failed, summary.notReached, output);
-}
-
-int PerformOnFiles(const BatchCall& call, const Engines& engines, Output& output)
-{
-    const auto engine = std::make_shared<EngineOfRun>(call, engines);
-    CollectedFiles collected = CollectFiles(call);
-    // A note and no failure: a script may run over folders that are empty.
-    std::vector<std::string> notes;
-    if (collected.files.empty())
-        notes.push_back("no file matches");
-    NoteAll(notes, output);
-    if (call.command == Command::Restore || call.command == Command::Clean)
-        return PerformBackupCommand(call, collected, notes, output);
-    return PerformRun(call, std::move(collected), std::move(notes), engine, output);
 }
 
 /// What runs that were killed have left is put right before files are looked at: the mode of one decides whether it is
@@ -326,8 +333,11 @@ int Perform(const BatchCall& call, const Engines& engines, Output& output)
                 return MakeJob(call, output);
             case Command::ListConvert:
                 return ConvertListFile(call, output);
+            case Command::Restore:
+            case Command::Clean:
+                return PerformBackupCommand(call, output);
             default:
-                return PerformOnFiles(call, engines, output);
+                return PerformRun(call, engines, output);
         }
     } catch (const Failure& failure) {
         // Files are reported one by one; what arrives here was raised before the first one.

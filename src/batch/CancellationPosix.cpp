@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-#include "batch/LineText.h"
+#include "batch/LineAtTheEnd.h"
 #include "saving/Leftovers.h"
 
 namespace tessarine::batch
@@ -17,13 +17,13 @@ namespace
 {
 
 constexpr int endedBySignal = 130;
-// Of a type that a handler of signals may write.
-volatile std::sig_atomic_t requested = 0;
+// Of a type that a handler of signals may write, and that any thread may read.
+std::atomic<int> requested = 0;
+static_assert(std::atomic<int>::is_always_lock_free);
 
-// The line about the file in work, made beforehand because a handler may not put texts together. Two, so that one is
+// The line about the files in work, made beforehand because a handler may not put texts together. Two, so that one is
 // whole while the other is written.
-const std::string endedBetweenFiles = "tessarine-batch: ended at once\n";
-std::array<std::string, 2> linesAtTheEnd{endedBetweenFiles, {}};
+std::array<std::string, 2> linesAtTheEnd{LineAtTheEnd({}), {}};
 volatile std::sig_atomic_t lineInUse = 0;
 
 extern "C" void OnCancelSignal(int)
@@ -53,12 +53,10 @@ void WatchForCancel()
     sigaction(SIGTERM, &action, nullptr);
 }
 
-void SetFileInWork(const String& path)
+void SetFilesInWork(const std::vector<String>& paths)
 {
     const std::size_t other = lineInUse == 0 ? 1 : 0;
-    linesAtTheEnd[other] = path.empty() ? endedBetweenFiles
-                                        : "tessarine-batch: ended at once in the middle of " + Escaped(path) +
-                                              ", which is as it was or changed completely\n";
+    linesAtTheEnd[other] = LineAtTheEnd(paths);
     // The signal may come between any two instructions, which the compiler is free to put in another order.
     std::atomic_signal_fence(std::memory_order_release);
     lineInUse = static_cast<std::sig_atomic_t>(other);

@@ -4,7 +4,7 @@
 #include <mutex>
 #include <string>
 
-#include "batch/LineText.h"
+#include "batch/LineAtTheEnd.h"
 #include "platform/WindowsHeaders.h"
 #include "saving/Leftovers.h"
 
@@ -18,9 +18,8 @@ constexpr UINT endedBySignal = 130;
 
 std::atomic<bool> requested = false;
 
-const std::string endedBetweenFiles = "tessarine-batch: ended at once\n";
 std::mutex lineGuard;
-std::string lineAtTheEnd = endedBetweenFiles;
+std::string lineAtTheEnd = LineAtTheEnd({});
 
 void WriteToStandardError(const std::string& text)
 {
@@ -60,11 +59,9 @@ void WatchForCancel()
     SetConsoleCtrlHandler(&OnConsoleEvent, TRUE);
 }
 
-void SetFileInWork(const String& path)
+void SetFilesInWork(const std::vector<String>& paths)
 {
-    const std::string line = path.empty() ? endedBetweenFiles
-                                          : "tessarine-batch: ended at once in the middle of " + Escaped(path) +
-                                                ", which is as it was or changed completely\n";
+    const std::string line = LineAtTheEnd(paths);
     const std::scoped_lock guard(lineGuard);
     lineAtTheEnd = line;
 }

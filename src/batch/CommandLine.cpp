@@ -408,7 +408,9 @@ std::variant<BatchCall, EarlyEnd> ReadCommandLine(const std::vector<std::string>
         ArgumentReader reader(*command, arguments);
         if (const auto help = reader.Read())
             return EarlyEnd{0, *help == HelpKind::Long ? HelpFor(*command) : ShortHelpFor(*command), {}};
-        return CheckedCall(reader.values());
+        BatchCall call = CheckedCall(reader.values());
+        call.arguments = arguments;
+        return call;
     } catch (const Failure& failure) {
         return EarlyEnd{callNotValid, {}, OnOneLine("tessarine-batch: " + ToUtf8(failure.description)) + "\n"};
     }

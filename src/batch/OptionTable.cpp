@@ -160,6 +160,14 @@ void TakeRestartAfter(OptionValues& values, const std::string& argument)
         Refuse("--restart-after: \"" + argument + "\" is not a whole number from 1 up");
 }
 
+constexpr std::int32_t mostJobs = 256;
+
+void TakeJobs(OptionValues& values, const std::string& argument)
+{
+    if (!TakeWholeNumber(argument, 0, values.call.jobs) || values.call.jobs > mostJobs)
+        Refuse("--jobs: \"" + argument + "\" is not a whole number from 0 to " + std::to_string(mostJobs));
+}
+
 void TakeContext(OptionValues& values, const std::string& argument)
 {
     if (!TakeWholeNumber(argument, 0, values.call.context) || values.call.context > 1000)
@@ -233,7 +241,7 @@ const std::string placeChoices = [] {
 constexpr char none = '\0';  // the letter of an option without a short form
 
 // Below the texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 41> rows{{
+const std::array<OptionRow, 42> rows{{
     {"--replace", none, "", false, Only(Command::Run), "What to do",
      "Replace and save the files; else the run only finds.", "",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -330,6 +338,11 @@ const std::array<OptionRow, 41> rows{{
     {"--restart-after", none, "N", false, DescribesJob, "How to treat the files",
      "Start the program anew after every N files.", "Start the presentation program anew after every N files.",
      TakeRestartAfter},
+    {"--jobs", 'j', "N", false, Runs | Only(Command::Run), "How to treat the files",
+     "Process N files at a time; 0: one for each core.",
+     "Process N files at a time, each in a process of its own (default: 1; 0: one\n"
+     "for each core). The report stays the same. PowerPoint takes one at a time.",
+     TakeJobs},
     {"--engine",
      none,
      "NAME",

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -36,6 +37,7 @@ public:
     bool failed() const { return failed_; }
 
     /// A piece of the report could not be written because whoever read it has gone, as "head" does after some lines.
+    /// May be asked from any thread.
     bool readerIsGone() const { return readerIsGone_; }
 
 private:
@@ -45,7 +47,7 @@ private:
     bool showsProgress_ = false;
     bool progressShown_ = false;  // there is a line to erase
     bool failed_ = false;         // stays once a write of the report has failed
-    bool readerIsGone_ = false;
+    std::atomic<bool> readerIsGone_ = false;
 };
 
 /// The part of a UTF-8 text that fits into `columns` character cells, counting a code point as one. Of a longer text

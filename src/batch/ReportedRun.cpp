@@ -71,6 +71,8 @@ ReportedRun::~ReportedRun()
 std::size_t ReportedRun::Run(const std::vector<JobFile>& files)
 {
     files_ = &files;
+    reported_ = 0;
+    cancelled_ = false;
     if (HitsToKeep > 0) {
         project_.HitFound = [this](const Hit& hit) { OnHit(hit); };
         project_.WantsWholeHit = [this] { return KeepsMoreHits(); };

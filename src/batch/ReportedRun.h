@@ -64,7 +64,8 @@ public:
     /// Asked before each file; true stops before it. May be empty.
     std::function<bool()> CancelRequested;
 
-    /// Returns the number of files that a cancel left without a report, 0 as a rule. To be called once.
+    /// Returns the number of files that a cancel left without a report, 0 as a rule. May be called again
+    /// for further files.
     std::size_t Run(const std::vector<JobFile>& files);
 
 private:

@@ -166,23 +166,24 @@ SavedSource SourceOf(const Project& project)
     return {true, ListSourceOf(properties) == ListSource::External, ListFileOf(properties)};
 }
 
-SavedRun PrepareRun(Project& project, const BatchCall& call)
+std::shared_ptr<FindAndReplaceItems> PrepareSavedRun(Project& project, const BatchCall& call,
+                                                     std::vector<std::string>& notes)
 {
-    SavedRun run;
-    PassThroughControls(*project.options, run.notes);
+    PassThroughControls(*project.options, notes);
 
     const SavedSource source = SourceOf(project);
     if (!source.isKnown)
         Refuse(u"the job does not tell where its pairs come from: it lacks its first two custom properties");
+    std::shared_ptr<FindAndReplaceItems> list;
     if (source.isExternal)
-        run.list = ImportedList(source.path, run.notes);
-    CheckPairs(run.list ? *run.list : *project.FindAndReplaceList, call.replacesOfJob);
+        list = ImportedList(source.path, notes);
+    CheckPairs(list ? *list : *project.FindAndReplaceList, call.replacesOfJob);
+    return list;
+}
 
-    // After the pairs: what is wrong is told in the order in which the window tells it.
-    run.collected = call.paths.empty() ? FilesOfJob(project, call) : FilesOfCall(call, *project.options);
-    if (run.collected.files.empty())
-        run.notes.push_back("no file matches");
-    return run;
+CollectedFiles FilesOfSavedRun(Project& project, const BatchCall& call)
+{
+    return call.paths.empty() ? FilesOfJob(project, call) : FilesOfCall(call, *project.options);
 }
 
 void FillSavedJob(Project& project, const BatchCall& call)

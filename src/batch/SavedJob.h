@@ -31,17 +31,15 @@ struct SavedSource {
 /// The source of the project's pairs, not yet looked at.
 SavedSource SourceOf(const Project& project);
 
-/// What a run of a saved job takes.
-struct SavedRun {
-    CollectedFiles collected;                   ///< May be no file; a note says so.
-    std::shared_ptr<FindAndReplaceItems> list;  ///< Null for the project's own pairs.
-    std::vector<std::string> notes;             ///< What the user should know before it starts, a line each.
-};
-
 /// Makes a loaded project ready to run as the desktop's window does between opening a job and starting it: the options
-/// become what the window's controls make of them, the inputs are checked, the files are found. Paths of the call take
-/// the place of the job's folder or list of files.
-SavedRun PrepareRun(Project& project, const BatchCall& call);
+/// become what the window's controls make of them, and the pairs are checked. Adds to `notes` what the user should know
+/// before it starts, a line each. Gives the pairs of a list file; null for the project's own.
+std::shared_ptr<FindAndReplaceItems> PrepareSavedRun(Project& project, const BatchCall& call,
+                                                     std::vector<std::string>& notes);
+
+/// The files of a project made ready, which is after its pairs: what is wrong is told in the order in which the window
+/// tells it. Paths of the call take the place of the job's folder or list of files. May be no file.
+CollectedFiles FilesOfSavedRun(Project& project, const BatchCall& call);
 
 /// Completes a filled project to a job that the desktop opens: where the files are, and the custom properties. The
 /// call's path must not be a file.

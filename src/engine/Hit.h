@@ -30,6 +30,8 @@ struct HitPlace {
     std::int32_t hyperlink = 0;  ///< Number among the slide's hyperlinks.
     std::int32_t shape = 0;      ///< Number among the page's shapes, from back to front.
     String shapeName{};          ///< What people read in the list of a page's shapes ("Title 1").
+
+    bool operator==(const HitPlace&) const = default;
 };
 
 /// One occurrence of a pair, as it is found or replaced. Positions and lengths are UTF-16 units.

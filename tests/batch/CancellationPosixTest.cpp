@@ -44,7 +44,7 @@ TEST(Cancellation, FirstSignalIsAWish)
 {
     const ChildsEnd end = RunInAChild([] {
         WatchForCancel();
-        SetFileInWork(u"a.pptx");
+        SetFilesInWork({u"a.pptx"});
         const bool before = IsCancelRequested();
         raise(SIGINT);
         _exit(!before && IsCancelRequested() ? 7 : 1);
@@ -59,9 +59,9 @@ TEST(Cancellation, SecondSignalNamesTheFileInWorkAndEnds)
     for (const int second : {SIGINT, SIGTERM}) {
         const ChildsEnd end = RunInAChild([&] {
             WatchForCancel();
-            SetFileInWork(u"a.pptx");
-            SetFileInWork({});
-            SetFileInWork(u"Zürich/b.pptx");
+            SetFilesInWork({u"a.pptx"});
+            SetFilesInWork({});
+            SetFilesInWork({u"Zürich/b.pptx"});
             raise(SIGINT);
             raise(second);
         });
@@ -78,8 +78,8 @@ TEST(Cancellation, SecondSignalBetweenFilesNamesNone)
 {
     const ChildsEnd end = RunInAChild([] {
         WatchForCancel();
-        SetFileInWork(u"a.pptx");
-        SetFileInWork({});
+        SetFilesInWork({u"a.pptx"});
+        SetFilesInWork({});
         raise(SIGTERM);
         raise(SIGTERM);
     });

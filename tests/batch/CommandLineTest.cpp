@@ -169,7 +169,7 @@ TEST(CommandLine, NoTwoOptionsHaveOneLetter)
     }
 
     std::ranges::sort(letters);
-    EXPECT_EQ(letters, "0hinoqrsvw");
+    EXPECT_EQ(letters, "0hijnoqrsvw");
 }
 
 TEST(CommandLine, ColorsAreWantedAsTheCallSays)

@@ -39,6 +39,14 @@ protected:
         call.command = Command::Run;
     }
 
+    /// The files of the job, made ready as a run takes it.
+    CollectedFiles Collected()
+    {
+        std::vector<std::string> notes;
+        PrepareSavedRun(*project, call, notes);
+        return FilesOfSavedRun(*project, call);
+    }
+
     void LinkToTheOther() const
     {
         std::filesystem::create_directory_symlink(ToUtf8(other.Path()), ToUtf8(folder.PathOf(u"link")));
@@ -61,10 +69,10 @@ std::vector<String> PathsOf(const CollectedFiles& collected)
 
 TEST_F(FolderJobTest, TakesTheFilesOfTheFolderAndItsSubfolders)
 {
-    const SavedRun run = PrepareRun(*project, call);
+    const CollectedFiles collected = Collected();
 
-    EXPECT_THAT(PathsOf(run.collected), ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx")));
-    EXPECT_EQ(run.collected.skippedLinks, 0);
+    EXPECT_THAT(PathsOf(collected), ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx")));
+    EXPECT_EQ(collected.skippedLinks, 0);
 }
 
 }  // namespace
@@ -76,10 +84,10 @@ TEST_F(FolderJobTest, CountsTheLinksThatItLeavesOut)
 {
     LinkToTheOther();
 
-    const SavedRun run = PrepareRun(*project, call);
+    const CollectedFiles collected = Collected();
 
-    EXPECT_THAT(PathsOf(run.collected), ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx")));
-    EXPECT_EQ(run.collected.skippedLinks, 1);
+    EXPECT_THAT(PathsOf(collected), ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx")));
+    EXPECT_EQ(collected.skippedLinks, 1);
 }
 
 TEST_F(FolderJobTest, FollowsLinksWhenItIsTold)
@@ -87,24 +95,24 @@ TEST_F(FolderJobTest, FollowsLinksWhenItIsTold)
     LinkToTheOther();
     call.follow = true;
 
-    const SavedRun run = PrepareRun(*project, call);
+    const CollectedFiles collected = Collected();
 
-    EXPECT_THAT(PathsOf(run.collected),
+    EXPECT_THAT(PathsOf(collected),
                 ElementsAre(folder.PathOf(u"a.pptx"), folder.PathOf(u"sub/b.pptx"), folder.PathOf(u"link/c.pptx")));
-    EXPECT_EQ(run.collected.skippedLinks, 0);
+    EXPECT_EQ(collected.skippedLinks, 0);
 }
 
 TEST_F(FolderJobTest, ReportsAFolderThatCannotBeReadToItsEnd)
 {
     LinkToTheOther();
-    SavedRun run;
+    CollectedFiles collected;
     {
         const FailingFolders failing(1);
-        run = PrepareRun(*project, call);
+        collected = Collected();
     }
 
-    ASSERT_THAT(PathsOf(run.collected), ElementsAre(folder.Path()));
-    EXPECT_NE(run.collected.files[0].refusal, u"");
+    ASSERT_THAT(PathsOf(collected), ElementsAre(folder.Path()));
+    EXPECT_NE(collected.files[0].refusal, u"");
 }
 
 #endif

@@ -1,0 +1,92 @@
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include <gmock/gmock.h>
+
+#include "batch/ProcessGuards.h"
+#include "batch/Worker.h"
+#include "batch/WorkerMessages.h"
+#include "platform/NativePath.h"
+#include "support/Surroundings.h"
+
+/// The program of these tests starts itself as a worker, which does what the names of its files say.
+namespace tessarine::batch
+{
+namespace
+{
+
+Json ReportOf(const std::string& path)
+{
+    return {{"file", path},
+            {"status", 1},
+            {"state", "found"},
+            {"error", ""},
+            {"items", {{{"find", "cat"}, {"replace", ""}, {"counts", {{"slides", 2}}}}}},
+            {"warnings", Json::array()}};
+}
+
+/// Waits for a file to be there, which another worker or the test makes.
+void WaitFor(const std::filesystem::path& path)
+{
+    while (!std::filesystem::exists(path)) {
+    }
+}
+
+void Process(const std::string& path, RunOfWorker& run)
+{
+    const auto has = [&](std::string_view word) { return path.find(word) != std::string::npos; };
+    if (has("ends-before"))
+        std::_Exit(4);
+    run.Say("begun", true);
+    if (has("ends-within"))
+        std::_Exit(3);
+    if (has("garbage")) {
+        std::fputs("this is no message at all", stdout);
+        std::fflush(stdout);
+        std::_Exit(0);
+    }
+    if (has("nonsense"))
+        return run.Say("file", {{"file", path}});
+    if (has("note"))
+        run.Say("note", "a note of " + path);
+    // In "waits-for-NAME" the file beside it is waited for, and "makes-NAME" makes it.
+    if (const auto at = path.find("waits-for-"); at != std::string::npos)
+        WaitFor(NativePath(FromUtf8(path.substr(0, at) + path.substr(at + 10))));
+    if (const auto at = path.find("makes-"); at != std::string::npos)
+        std::ofstream(NativePath(FromUtf8(path.substr(0, at) + path.substr(at + 6)))) << "made";
+    run.Say("file", ReportOf(path));
+}
+
+int WorkAsWritten()
+{
+    RunOfWorker run;
+    const auto input = run.NextMessage();
+    // What the run hands over as standard input tells how the worker begins.
+    if (!input || *input == "ends at its start")
+        return 5;
+    if (*input == "refuses") {
+        run.Say("refused", "there is no list");
+        return 2;
+    }
+    run.Say("ready", {{"job", *input == "reads another job" ? "other" : "job"}});
+    while (const auto path = run.NextMessage())
+        Process(*path, run);
+    run.Say("note", "a note at the end");
+    return 0;
+}
+
+}  // namespace
+}  // namespace tessarine::batch
+
+int main(int argumentCount, char** arguments)
+{
+    if (argumentCount > 1 && arguments[1] == tessarine::batch::WorkerArgument) {
+        tessarine::batch::GuardProcess();
+        return tessarine::batch::WorkAsWritten();
+    }
+    tessarine::PinSurroundings();
+    testing::InitGoogleMock(&argumentCount, arguments);
+    return RUN_ALL_TESTS();
+}
