@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "batch/Shard.h"
 #include "model/OptionSetting.h"
 #include "platform/String.h"
 #include "report/Engine.h"
@@ -76,6 +77,10 @@ struct BatchCall {
     bool hidden = false;              ///< Folder scans take what has a name that begins with a dot.
     bool recurse = false;             ///< Into the subfolders of folders.
     bool follow = false;              ///< Also through links to folders.
+
+    std::optional<Shard> shard;  ///< Which share of the files is taken; nothing for all.
+    String plan;                 ///< The file of the division into shares; empty for none.
+    String record;               ///< The file of the run's record; empty for none.
 
     const ReportFormat* format = nullptr;  ///< Null for the first of ReportFormats, the one for people.
     ColorUse color = ColorUse::Auto;

@@ -9,6 +9,7 @@
 
 #include "batch/BackupCommands.h"
 #include "batch/Cancellation.h"
+#include "batch/FilesOfRun.h"
 #include "batch/JobFiles.h"
 #include "batch/JobProject.h"
 #include "batch/KeptReports.h"
@@ -18,7 +19,10 @@
 #include "batch/OwnRun.h"
 #include "batch/PreparedRun.h"
 #include "batch/ProgressText.h"
+#include "batch/RecordedReports.h"
+#include "batch/RecordKeeper.h"
 #include "batch/ReportFormats.h"
+#include "batch/RunRecord.h"
 #include "batch/SavedJob.h"
 #include "batch/StandardInput.h"
 #include "batch/WorkerRun.h"
@@ -118,21 +122,28 @@ std::size_t WorkersFor(const BatchCall& call, const std::optional<Engine>& engin
     return 1;
 }
 
-/// What a run tells of its files, and asks, while it takes them.
+/// What a run tells of its files, and asks, while it takes them. Files are named by their index.
 struct RunWatch {
     ReportedRun::Sink sink;
     std::function<void(const std::vector<String>& files)> inHand;
+    std::function<bool(std::size_t file)> begins;
+    std::function<void(std::size_t file, const FileReport& report)> done;
     std::function<bool()> isToEnd;
 };
 
 /// Takes the files through the run in this process. Gives the number of those that a cancel left out, as below.
 std::size_t RunHere(PreparedRun& run, const std::vector<JobFile>& files, const RunWatch& watch)
 {
+    std::size_t next = 0;
     OwnRun own(run, [&](const FileReport& file) {
         watch.inHand({});
+        watch.done(next++, file);
         watch.sink(file);
     });
-    own.Started = [&](const String& path) { watch.inHand({path}); };
+    own.Started = [&](std::size_t file) {
+        watch.inHand({files[file].path});
+        return watch.begins(file);
+    };
     own.CancelRequested = watch.isToEnd;
     return own.Run(files);
 }
@@ -147,38 +158,37 @@ std::size_t RunInWorkers(const PreparedRun& run, std::size_t workers, const std:
                        .replaces = run.Replaces()},
                       workers, watch.sink);
     several.InHand = watch.inHand;
+    several.Begins = watch.begins;
+    several.Done = watch.done;
     several.CancelRequested = watch.isToEnd;
     several.Note = [&](const std::string& line) { output.Note(line); };
     return several.Run(files);
 }
 
-/// Takes the files through the run, and reports. `notes` is what was noted about the call so far.
-int ReportRun(PreparedRun& run, CollectedFiles collected, const std::vector<std::string>& notes, EngineOfRun& engine,
-              Output& output)
+/// Takes the files through the run, and reports.
+int ReportRun(PreparedRun& run, const FilesOfRun& ofRun, RunRecord* record, EngineOfRun& engine, Output& output)
 {
     const BatchCall& call = run.call;
     const auto begin = Clock::now();
-    std::vector<JobFile>& files = collected.files;
-    if (run.Replaces() && run.project->options->BackupMode && call.backupNaming == BackupNaming::First)
-        RefuseSharedBackups(files);
-
-    const auto report = CreateReport(call, output.colors());
+    const std::vector<JobFile>& files = ofRun.collected.files;
+    const auto report = CreateReport(call, output.colors(), ofRun.shard);
     KeptReports kept(call, files, run.pairList);
     RunSummary summary;
-    summary.skippedLinks = collected.skippedLinks;
-    summary.warnings = TextsOf(notes);
+    summary.skippedLinks = ofRun.collected.skippedLinks;
+    summary.warnings = TextsOf(run.notes);
     // A run without files starts nothing.
     if (!files.empty())
         summary.engine = engine.Choose();
     if (summary.engine)
         output.Write(report->AtStart(*summary.engine));
+    RecordedReports reports(record, files, [&](const FileReport& file) {
+        summary.Add(file);
+        WriteOfFile(report->OfFile(file), file.path, StateText(file, run.Replaces()), output);
+        kept.Add(file);
+    });
+    RecordKeeper keeper(record, reports);
     const RunWatch watch{
-        .sink =
-            [&](const FileReport& file) {
-                summary.Add(file);
-                WriteOfFile(report->OfFile(file), file.path, StateText(file, run.Replaces()), output);
-                kept.Add(file);
-            },
+        .sink = [&](const FileReport& file) { reports.Take(file); },
         .inHand =
             [&](const std::vector<String>& inHand) {
                 SetFilesInWork(inHand);
@@ -188,31 +198,37 @@ int ReportRun(PreparedRun& run, CollectedFiles collected, const std::vector<std:
                 output.Progress(ProgressText({summary.files, std::ssize(files), summary.failed, SecondsSince(begin)}),
                                 ToUtf8(inHand.back()));
             },
-        .isToEnd = [&] { return IsToEnd(output); },
+        .begins = [&](std::size_t file) { return keeper.Begins(file); },
+        .done = [&](std::size_t file, const FileReport& done) { keeper.Done(file, done); },
+        .isToEnd = [&] { return IsToEnd(output) || keeper.failure(); },
     };
-    const std::size_t workers = std::min(WorkersFor(call, summary.engine, output), files.size());
+    const std::size_t workers = std::min(WorkersFor(call, summary.engine, output), reports.ToDo().size());
     const std::size_t notReached =
-        workers > 1 ? RunInWorkers(run, workers, files, watch, output) : RunHere(run, files, watch);
+        workers > 1 ? RunInWorkers(run, workers, reports.ToDo(), watch, output) : RunHere(run, reports.ToDo(), watch);
+    reports.End();
 
     summary.notReached = static_cast<std::int64_t>(notReached);
     summary.seconds = SecondsSince(begin);
     TakeSkippedLinks(summary);
     output.Write(report->AtEnd(summary));
     NoteSkippedLinks(summary.skippedLinks, output);
+    if (const auto failure = keeper.failure())
+        output.Note("tessarine-batch: the run ended as its record can't be kept: " +
+                    OnOneLine(ToUtf8(failure->Reason())));
     const int status = StatusOf(summary.failed, summary.notReached, output);
     const bool isKept = kept.Finish({.way = summary.notReached > 0 ? RunEnd::Way::Cancelled : RunEnd::Way::Complete,
                                      .notReached = summary.notReached,
                                      .engine = summary.engine},
                                     output);
-    if (!isKept || status != ExitStatus::Done)
+    if (!isKept || keeper.failure() || status != ExitStatus::Done)
         return ExitStatus::FileFailed;
     return call.exitCode && summary.IsWithoutHits() ? ExitStatus::NothingFound : ExitStatus::Done;
 }
 
 /// A note and no failure: a script may run over folders that are empty.
-void NoteMissingFiles(const CollectedFiles& collected, std::vector<std::string>& notes)
+void NoteMissingFiles(std::int64_t files, std::vector<std::string>& notes)
 {
-    if (collected.files.empty())
+    if (files == 0)
         notes.push_back("no file matches");
 }
 
@@ -221,25 +237,16 @@ int PerformRun(const BatchCall& call, const Engines& engines, Output& output)
     if (call.pairFile == u"-")
         KeepStandardInput();
     const auto engine = std::make_shared<EngineOfRun>(call, engines);
-    CollectedFiles collected = CollectFiles(call);
-    std::vector<std::string> notes;
-    NoteMissingFiles(collected, notes);
-    NoteAll(notes, output);
     PreparedRun run(call, engine);
+    std::optional<RunRecord> record;
+    if (!call.record.empty())
+        record.emplace(run);
+    const auto collect = [&] { return CollectFilesOfRun(run); };
+    const FilesOfRun files = record ? record->Files(collect) : collect();
+    // A share may be empty where the job is not.
+    NoteMissingFiles(files.shard ? files.shard->files : std::ssize(files.collected.files), run.notes);
     NoteAll(run.notes, output);
-    notes.insert(notes.end(), run.notes.begin(), run.notes.end());
-    return ReportRun(run, std::move(collected), notes, *engine, output);
-}
-
-int RunSavedJob(const BatchCall& call, const Engines& engines, Output& output)
-{
-    const auto engine = std::make_shared<EngineOfRun>(call, engines);
-    PreparedRun run(call, engine);
-    CollectedFiles collected = FilesOfSavedRun(*run.project, call);
-    std::vector<std::string> notes = run.notes;
-    NoteMissingFiles(collected, notes);
-    NoteAll(notes, output);
-    return ReportRun(run, std::move(collected), notes, *engine, output);
+    return ReportRun(run, files, record ? &*record : nullptr, *engine, output);
 }
 
 int ShowJob(const BatchCall& call, Output& output)
@@ -278,7 +285,7 @@ int PerformBackupCommand(const BatchCall& call, Output& output)
 {
     const CollectedFiles collected = CollectFiles(call);
     std::vector<std::string> notes;
-    NoteMissingFiles(collected, notes);
+    NoteMissingFiles(std::ssize(collected.files), notes);
     NoteAll(notes, output);
     const std::vector<JobFile>& files = collected.files;
     const auto report = CreateReport(call, output.colors());
@@ -325,8 +332,6 @@ int Perform(const BatchCall& call, const Engines& engines, Output& output)
     try {
         RecoverFiles(output);
         switch (call.command) {
-            case Command::Run:
-                return RunSavedJob(call, engines, output);
             case Command::JobShow:
                 return ShowJob(call, output);
             case Command::JobMake:

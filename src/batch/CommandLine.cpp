@@ -361,6 +361,8 @@ BatchCall CheckedCall(OptionValues& values)
     if (call.command == Command::JobMake)
         CheckJobToMake(call);
     CheckHits(values);
+    if (!call.plan.empty() && !call.shard)
+        Refuse("--plan needs --shard");
     // Ahead of the check for paths: a saved job brings its files along.
     if (call.command == Command::Run || call.command == Command::JobShow) {
         CheckJob(call);

@@ -63,7 +63,7 @@ private:
     void Add(const String& path, const String& refusal)
     {
         if (seen_.insert(identity_.Of(path)).second)
-            collected_.files.push_back({path, refusal});
+            collected_.files.push_back({.path = path, .refusal = refusal});
     }
 
     void AddFolder(const String& folder)
@@ -127,6 +127,13 @@ private:
 };
 
 }  // namespace
+
+FileReport RefusedFile(const JobFile& file)
+{
+    FileReport report = FailedFile(file.path, file.refusal);
+    report.number = file.number;
+    return report;
+}
 
 CollectedFiles CollectFiles(const BatchCall& call)
 {

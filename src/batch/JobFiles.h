@@ -5,15 +5,20 @@
 
 #include "batch/BatchCall.h"
 #include "platform/String.h"
+#include "report/FileReport.h"
 
 namespace tessarine::batch
 {
 
 /// One file of a job, in the order in which the files are reported.
 struct JobFile {
-    String path;     ///< As it was named, or found in a folder.
-    String refusal;  ///< Not empty: the file is not processed but reported as failed, for this reason.
+    String path;              ///< As it was named, or found in a folder.
+    String refusal;           ///< Not empty: the file is not processed but reported as failed, for this reason.
+    std::int64_t number = 0;  ///< Of one share of a job: its place in the whole job, from 1.
 };
+
+/// The report of a file that is refused.
+FileReport RefusedFile(const JobFile& file);
 
 /// The files of a job, as CollectFiles finds them.
 struct CollectedFiles {

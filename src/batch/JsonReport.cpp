@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "batch/BackupCommands.h"
+#include "batch/CommandTable.h"
 #include "batch/JobJson.h"
 #include "batch/ReportFormats.h"
 #include "batch/ReportJson.h"
@@ -74,6 +75,8 @@ public:
         numbers["failed"] = summary.failed;
         numbers["occurrences"] = summary.occurrences;
         PutUnless(numbers, "notProcessed", summary.notReached, std::int64_t{0});
+        if (style_.shard)
+            numbers["shard"] = ShardJson(*style_.shard);
         return SummaryLine(std::move(numbers), summary.skippedLinks, summary.warnings);
     }
 
@@ -108,6 +111,16 @@ public:
     }
 
 private:
+    /// With all that tells whether several shards make up one job.
+    Json ShardJson(const ShardFacts& facts) const
+    {
+        return {{"index", facts.shard.index},
+                {"of", facts.shard.count},
+                {"files", facts.files},
+                {"division", facts.division},
+                {"command", NameOf(style_.command)}};
+    }
+
     /// The first line tells the version of the format, so that a program knows it before it reads on.
     Json FirstKeys() { return std::exchange(isFirst_, false) ? Json{{"version", JsonReportVersion}} : Json::object(); }
 

@@ -168,6 +168,31 @@ void TakeJobs(OptionValues& values, const std::string& argument)
         Refuse("--jobs: \"" + argument + "\" is not a whole number from 0 to " + std::to_string(mostJobs));
 }
 
+/// "I/N", both whole numbers from 1 up.
+void TakeShard(OptionValues& values, const std::string& argument)
+{
+    const std::size_t slash = argument.find('/');
+    Shard shard;
+    if (slash == std::string::npos || !TakeWholeNumber(argument.substr(0, slash), 1, shard.index) ||
+        !TakeWholeNumber(argument.substr(slash + 1), 1, shard.count) || shard.index > shard.count)
+        Refuse("--shard: \"" + argument + "\" is not a share such as 2/8, the second of eight");
+    values.call.shard = shard;
+}
+
+void TakePlan(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("--plan: the name of the file is empty");
+    values.call.plan = FromUtf8(argument);
+}
+
+void TakeRecord(OptionValues& values, const std::string& argument)
+{
+    if (argument.empty())
+        Refuse("--record: the name of the file is empty");
+    values.call.record = FromUtf8(argument);
+}
+
 void TakeContext(OptionValues& values, const std::string& argument)
 {
     if (!TakeWholeNumber(argument, 0, values.call.context) || values.call.context > 1000)
@@ -241,7 +266,7 @@ const std::string placeChoices = [] {
 constexpr char none = '\0';  // the letter of an option without a short form
 
 // Below the texts that it borrows: constants of a file are made in their order.
-const std::array<OptionRow, 42> rows{{
+const std::array<OptionRow, 45> rows{{
     {"--replace", none, "", false, Only(Command::Run), "What to do",
      "Replace and save the files; else the run only finds.", "",
      [](OptionValues& values, const std::string&) { values.call.replacesOfJob = true; }},
@@ -343,6 +368,21 @@ const std::array<OptionRow, 42> rows{{
      "Process N files at a time, each in a process of its own (default: 1; 0: one\n"
      "for each core). The report stays the same. PowerPoint takes one at a time.",
      TakeJobs},
+    {"--shard", none, "I/N", false, Runs | Only(Command::Run), "How to treat the files",
+     "Take one share of the files: 2/8 is the second.",
+     "Take the share I of N of the files, for N machines with one job: 2/8 is the second\n"
+     "of eight. The shares are the same everywhere.",
+     TakeShard},
+    {"--plan", none, "FILE", false, Runs | Only(Command::Run), "How to treat the files",
+     "Divide the files as FILE tells; made when missing.",
+     "With --shard: divide the files as FILE tells, by their sizes. The first of the\n"
+     "shards makes it, the others take the files from there.",
+     TakePlan},
+    {"--record", none, "FILE", false, Runs | Only(Command::Run), "How to treat the files",
+     "Keep a record in FILE, and go on after it.",
+     "Keep a record of the run in FILE as it goes. The same call once more goes on where\n"
+     "the record ends, and reports the whole run.",
+     TakeRecord},
     {"--engine",
      none,
      "NAME",

@@ -23,7 +23,7 @@ public:
     OwnRun& operator=(const OwnRun&) = delete;
 
     /// As those of ReportedRun.
-    std::function<void(const String& path)> Started;
+    std::function<bool(std::size_t file)> Started;
     std::function<bool()> CancelRequested;
 
     /// Takes files through the run; may be called again for further ones. Returns the number of files that a cancel

@@ -12,9 +12,9 @@ namespace tessarine::batch
 {
 
 PreparedRun::PreparedRun(const BatchCall& asCalled, std::shared_ptr<EngineOfRun> engine)
-    : call(asCalled), project(std::move(engine))
+    : call(asCalled), project(std::move(engine)), isSavedJob_(asCalled.command == Command::Run)
 {
-    if (call.command == Command::Run)
+    if (isSavedJob_)
         TakeSavedJob();
     else
         TakeCall();

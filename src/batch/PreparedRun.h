@@ -26,6 +26,9 @@ public:
     std::vector<std::string> notes;             ///< What the user should know before it starts, a line each.
 
     bool Replaces() const { return call.command == Command::Replace; }
+    bool ChangesFiles() const { return Replaces() && !call.dryRun; }
+    bool MakesBackups() const { return Replaces() && project->options->BackupMode; }  ///< Until an OwnRun is made.
+    bool isSavedJob() const { return isSavedJob_; }
 
     /// All that decides what becomes of a file (RunJson).
     Json ToJson() const;
@@ -33,6 +36,8 @@ public:
 private:
     void TakeCall();
     void TakeSavedJob();
+
+    bool isSavedJob_;
 };
 
 }  // namespace tessarine::batch

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "batch/BatchCall.h"
+#include "batch/Shard.h"
 #include "model/OptionSetting.h"
 #include "platform/String.h"
 
@@ -21,12 +23,13 @@ struct BackupSummary;
 
 /// What a report needs to know of the call.
 struct ReportStyle {
-    Command command = Command::Find;  ///< What is done: Find, Replace, Restore or Clean.
-    OptionSetting setting{};          ///< The places whose counts are named.
-    bool verbose = false;             ///< Unchanged files get a line too, in a report for people.
-    bool colors = false;              ///< Standard output takes colors.
-    bool hits = false;                ///< The hits of a file are told.
-    bool dryRun = false;              ///< The replace that is reported has written nothing.
+    Command command = Command::Find;    ///< What is done: Find, Replace, Restore or Clean.
+    OptionSetting setting{};            ///< The places whose counts are named.
+    bool verbose = false;               ///< Unchanged files get a line too, in a report for people.
+    bool colors = false;                ///< Standard output takes colors.
+    bool hits = false;                  ///< The hits of a file are told.
+    bool dryRun = false;                ///< The replace that is reported has written nothing.
+    std::optional<ShardFacts> shard{};  ///< The share of a job's files that is reported.
 };
 
 /// What a command says of its files, in one format; ReportFormats.h lists the formats.

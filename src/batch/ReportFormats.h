@@ -37,7 +37,7 @@ inline constexpr auto ReportFormats = std::to_array<ReportFormat>({
 /// The format of a name, null when there is none.
 const ReportFormat* ReportFormatNamed(std::string_view name);
 
-/// A report in the format that the call asks for.
-std::unique_ptr<Report> CreateReport(const BatchCall& call, bool colors);
+/// A report in the format that the call asks for, of all files or of one share of them.
+std::unique_ptr<Report> CreateReport(const BatchCall& call, bool colors, const std::optional<ShardFacts>& shard = {});
 
 }  // namespace tessarine::batch

@@ -122,6 +122,7 @@ Json HeadOf(const FileReport& file, const ReportStyle& style)
                          {"replace", ToUtf8(pair.replace)},
                          {"counts", CountsOf(pair, style.setting)}});
     Json head{{"file", ToUtf8(file.path)}};
+    PutUnless(head, "number", file.number, std::int64_t{0});
     PutUnless(head, "dryRun", style.dryRun, false);
     head.update({{"status", file.status},
                  {"state", StateWord(file, style.command == Command::Replace)},
@@ -182,6 +183,7 @@ FileReport FileReportFrom(const Json& line, bool replaces)
         for (const Json& warning : line.at("warnings"))
             file.warnings.push_back(FromUtf8(warning.get<std::string>()));
         file.hitsLeftOut = line.value("hitsLeftOut", std::int64_t{0});
+        file.number = line.value("number", std::int64_t{0});
         if (const auto hits = line.find("hits"); hits != line.end()) {
             for (const Json& hit : *hits)
                 file.hits.push_back(HitFrom(hit));

@@ -46,9 +46,9 @@ ReportedRun::ReportedRun(Project& project, Mode mode, Sink sink)
 {
     // An event has no way to take a receiver back.
     const std::weak_ptr<void> alive = alive_;
-    project_.BeforFileProcess += [this, alive](const String& path) {
+    project_.BeforFileProcess += [this, alive](const String&) {
         if (!alive.expired())
-            OnBefore(path);
+            OnBefore();
     };
     project_.AfterFileProcess += [this, alive](const std::shared_ptr<CounterStatuses>& result) {
         if (!alive.expired())
@@ -125,7 +125,7 @@ void ReportedRun::SearchThrough()
     project_.IsProcessCancel = false;
 }
 
-void ReportedRun::OnBefore(const String& path)
+void ReportedRun::OnBefore()
 {
     const std::optional<std::size_t> file = FileInRun();
     if (!file)
@@ -136,10 +136,8 @@ void ReportedRun::OnBefore(const String& path)
     hits_.clear();
     hitBytes_ = 0;
     hitsLeftOut_ = 0;
-    if (CancelRequested && CancelRequested())
+    if ((CancelRequested && CancelRequested()) || (Started && !Started(*file)))
         project_.IsProcessCancel = true;
-    else if (Started)
-        Started(path);
 }
 
 void ReportedRun::OnAfter(const std::shared_ptr<CounterStatuses>& result)
@@ -205,7 +203,7 @@ std::optional<std::size_t> ReportedRun::FileInRun() const
 void ReportedRun::ReportNext(FileReport report)
 {
     current_.reset();
-    ++reported_;
+    report.number = (*files_)[reported_++].number;
     for (const String& warning : warnings_.Take())
         report.warnings.push_back(WithoutPath(warning, report.path));
     sink_(report);
@@ -215,8 +213,7 @@ void ReportedRun::ReportNext(FileReport report)
 void ReportedRun::ReportRefused()
 {
     while (reported_ < files_->size() && !(*files_)[reported_].refusal.empty()) {
-        const JobFile& file = (*files_)[reported_++];
-        sink_(FailedFile(file.path, file.refusal));
+        sink_(RefusedFile((*files_)[reported_++]));
     }
 }
 

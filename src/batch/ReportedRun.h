@@ -58,8 +58,8 @@ public:
     /// How many bytes the hits of a file may take. The first one that doesn't fit is left out, and so are all after it.
     std::size_t HitBytesToKeep = std::size_t{256} << 20;
 
-    /// Told of each file that is about to be processed. May be empty.
-    std::function<void(const String& path)> Started;
+    /// Told of each file that is about to be processed, by its index; false stops before it. May be empty.
+    std::function<bool(std::size_t file)> Started;
 
     /// Asked before each file; true stops before it. May be empty.
     std::function<bool()> CancelRequested;
@@ -71,7 +71,7 @@ public:
 private:
     void TakeTurn();       // one run, over at most FilesPerTurn files
     void SearchThrough();  // the run itself, and what is to be said after it
-    void OnBefore(const String& path);
+    void OnBefore();
     void OnAfter(const std::shared_ptr<CounterStatuses>& result);
     void OnCancel();  // the user's cancel, or our own when a run begins anew
     void OnPassedOver(const Failure& failure);

@@ -127,10 +127,10 @@ CollectedFiles FilesOfJob(Project& project, const BatchCall& call)
 
     CollectedFiles collected;
     for (const String& path : project.FilesToProcess)
-        collected.files.push_back({path, {}});
+        collected.files.push_back({.path = path, .refusal = {}});
     // Each stands in the report in place of its files.
     for (const Project::UnreadFolder& unread : project.UnreadFolders)
-        collected.files.push_back({unread.path, unread.reason});
+        collected.files.push_back({.path = unread.path, .refusal = unread.reason});
     collected.skippedLinks = project.LinkedFoldersLeftOut;
     return collected;
 }

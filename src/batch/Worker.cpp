@@ -6,10 +6,9 @@
 
 #include "batch/BatchProgram.h"
 #include "batch/EngineOfRun.h"
-#include "batch/Locations.h"
 #include "batch/OwnRun.h"
 #include "batch/PreparedRun.h"
-#include "batch/Report.h"
+#include "batch/ReportStyleOfAll.h"
 #include "batch/StandardInput.h"
 #include "batch/WorkerMessages.h"
 
@@ -63,13 +62,15 @@ int Work(const BatchCall& call, const Engines& engines, RunOfWorker& forRun)
         PreparedRun run(own, engine);
         const Json job = run.ToJson();
 
-        ReportStyle style{.command = run.call.command, .hits = call.TakesHits(), .dryRun = call.dryRun};
-        SwitchOn(style.setting, "all");
+        const ReportStyle style = StyleOfAll(run.Replaces());
         OwnRun processing(run, [&](const FileReport& file) { SayReport(file, style, forRun); });
-        processing.Started = [&](const String&) { forRun.Say("begun", true); };
+        processing.Started = [&](std::size_t) {
+            forRun.Say("begun", true);
+            return true;
+        };
         forRun.Say("ready", job);
         while (const auto path = forRun.NextMessage())
-            processing.Run({{FromUtf8(*path), {}}});
+            processing.Run({{.path = FromUtf8(*path), .refusal = {}}});
         return ExitStatus::Done;
     } catch (...) {
         forRun.Say("refused", ToUtf8(CurrentFailure().Reason()));

@@ -61,6 +61,7 @@ private:
     std::unique_ptr<WorkerOfRun> NewWorker();
     std::optional<std::size_t> NextFile(std::size_t number);
     bool MayBegin(std::size_t file) const;
+    Answer AnswerFor(std::unique_ptr<WorkerOfRun>& worker, std::size_t file);
     Answer AnswerOf(std::unique_ptr<WorkerOfRun>& worker, const String& path);
     String TextOfDeath(const String& path, const String& end) const;
     void Take(std::size_t number, Answer answer);
@@ -184,7 +185,7 @@ std::optional<FileReport> WorkerRun::Threads::NextReport()
         return {};
     if (const JobFile& file = files_[reported_]; !file.refusal.empty()) {
         ++reported_;
-        return FailedFile(file.path, file.refusal);
+        return RefusedFile(file);
     }
     auto answer = waiting_.extract(reported_);
     if (answer.empty())
@@ -208,7 +209,7 @@ void WorkerRun::Threads::Work(std::size_t number)
             const auto file = NextFile(number);
             if (!file)
                 break;
-            Take(number, AnswerOf(worker, files_[*file].path));
+            Take(number, AnswerFor(worker, *file));
             if (!worker)
                 worker = NewWorker();
         }
@@ -260,6 +261,21 @@ bool WorkerRun::Threads::MayBegin(std::size_t file) const
         return false;
     const auto same = sameFiles_.find(file);
     return same == sameFiles_.end() || std::ranges::find(inHand_, std::optional(same->second)) == inHand_.end();
+}
+
+WorkerRun::Threads::Answer WorkerRun::Threads::AnswerFor(std::unique_ptr<WorkerOfRun>& worker, std::size_t file)
+{
+    const String& path = files_[file].path;
+    if (run_.Begins && !run_.Begins(file)) {
+        const Lock lock(mutex_);
+        stops_ = true;
+        return {FailedFile(path, u"It could not be recorded that the file is in hand."), 0};
+    }
+    Answer answer = AnswerOf(worker, path);
+    answer.report.number = files_[file].number;
+    if (run_.Done)
+        run_.Done(file, answer.report);
+    return answer;
 }
 
 /// What becomes of a file. Leaves no worker where it died at the file.

@@ -27,6 +27,12 @@ public:
     /// Told of the files in hand whenever they change, the one begun last at the end. May be empty.
     std::function<void(const std::vector<String>& files)> InHand;
 
+    /// Told of each file before a worker gets it, by its index; false has it fail, and no other begun. May be empty, as
+    /// the next, which is told what became of a file as soon as that is known, maybe long before its turn in the
+    /// report. Both come from several threads.
+    std::function<bool(std::size_t file)> Begins;
+    std::function<void(std::size_t file, const FileReport& report)> Done;
+
     /// Told of a line for the user. May be empty.
     std::function<void(const std::string& line)> Note;
 

@@ -41,6 +41,9 @@ struct FileReport {
     std::vector<Hit> hits{};
     std::int64_t hitsLeftOut = 0;  ///< Further hits that were found and not kept.
 
+    /// Its place in the whole job, from 1, where the run takes one share of the job's files; else 0.
+    std::int64_t number = 0;
+
     /// Whether the file has other content than before; nothing in a find, and where the run can't tell.
     std::optional<bool> hasNewContent{};
 

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <optional>
 #include <span>
 
 #include "platform/Crc32.h"
@@ -54,7 +53,17 @@ std::string Unescaped(std::string_view text)
     return value;
 }
 
-std::optional<JournalFields> FieldsOf(std::string_view line)
+}  // namespace
+
+std::string JournalLine(const JournalFields& fields)
+{
+    std::string line;
+    for (const std::string& field : fields)
+        line += Escaped(field) + '\t';
+    return line + ChecksumOf(line) + '\n';
+}
+
+std::optional<JournalFields> JournalFieldsIn(std::string_view line)
 {
     if (line.size() < checksumLength)
         return std::nullopt;
@@ -69,21 +78,11 @@ std::optional<JournalFields> FieldsOf(std::string_view line)
     return fields;
 }
 
-}  // namespace
-
-std::string JournalLine(const JournalFields& fields)
-{
-    std::string line;
-    for (const std::string& field : fields)
-        line += Escaped(field) + '\t';
-    return line + ChecksumOf(line) + '\n';
-}
-
 std::vector<JournalFields> ReadJournal(std::string_view text)
 {
     std::vector<JournalFields> lines;
     for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
-        auto fields = FieldsOf(text.substr(0, end));
+        auto fields = JournalFieldsIn(text.substr(0, end));
         if (!fields || fields->empty())
             break;
         lines.push_back(*std::move(fields));

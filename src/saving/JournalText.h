@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,9 @@ using JournalFields = std::vector<std::string>;
 
 /// One line, with its checksum and its line end.
 std::string JournalLine(const JournalFields& fields);
+
+/// The fields of a line without its line end. Nothing for one that is damaged, cut or isn't one.
+std::optional<JournalFields> JournalFieldsIn(std::string_view line);
 
 /// The lines of a journal up to the first one that is damaged, cut or isn't one. Text of no journal gives none.
 std::vector<JournalFields> ReadJournal(std::string_view text);

@@ -68,7 +68,10 @@ protected:
         run.HitsToKeep = hitsToKeep;
         run.HitBytesToKeep = hitBytesToKeep;
         run.CancelRequested = cancelRequested;
-        run.Started = [this](const String& path) { started.push_back(NameOf(path)); };
+        run.Started = [this](std::size_t file) {
+            started.push_back(NameOf(files[file].path));
+            return !startsNone;
+        };
         return run.Run(files);
     }
 
@@ -105,6 +108,7 @@ protected:
     std::size_t hitsToKeep = 0;
     std::size_t hitBytesToKeep = 1'000'000;
     std::function<bool()> cancelRequested;
+    bool startsNone = false;
     std::function<void()> onReport;
     std::vector<FileReport> reports;
     std::vector<std::string> started;
@@ -432,6 +436,17 @@ TEST_F(ReportedRunTest, LeavesTheFilesAfterACancelWithoutAReport)
     EXPECT_THAT(Saves(), ElementsAre("a.ppt"));
     EXPECT_EQ(powerPoint.Running(), 0);
     EXPECT_FALSE(project->IsProcessCancel);
+}
+
+TEST_F(ReportedRunTest, StopsBeforeAFileThatMayNotBeStarted)
+{
+    AddThree();
+    onReport = [&] { startsNone = true; };
+
+    EXPECT_EQ(Run(), 2u);
+
+    EXPECT_THAT(Lines(), ElementsAre("a.ppt 1 2"));
+    EXPECT_THAT(Saves(), ElementsAre("a.ppt"));
 }
 
 TEST_F(ReportedRunTest, CanBeCancelledAfterAFailedFile)
