@@ -239,10 +239,13 @@ int PerformRun(const BatchCall& call, const Engines& engines, Output& output)
     const auto engine = std::make_shared<EngineOfRun>(call, engines);
     PreparedRun run(call, engine);
     std::optional<RunRecord> record;
+    FilesOfRun collected;
+    const auto collect = [&] { return CollectFilesOfRun(run); };
     if (!call.record.empty())
         record.emplace(run);
-    const auto collect = [&] { return CollectFilesOfRun(run); };
-    const FilesOfRun files = record ? record->Files(collect) : collect();
+    else
+        collected = collect();
+    const FilesOfRun& files = record ? record->Files(collect) : collected;
     // A share may be empty where the job is not.
     NoteMissingFiles(files.shard ? files.shard->files : std::ssize(files.collected.files), run.notes);
     NoteAll(run.notes, output);

@@ -8,19 +8,19 @@ namespace tessarine::batch
 {
 
 RecordedReports::RecordedReports(const RunRecord* record, const std::vector<JobFile>& files, Sink sink)
-    : record_(record), sink_(std::move(sink)), fileCount_(files.size())
+    : record_(record), sink_(std::move(sink)), files_(files), isPart_(record && record->HasDone())
 {
-    for (std::size_t file = 0; file < files.size(); ++file) {
-        if (record && record->IsDone(file))
+    for (std::size_t file = 0; isPart_ && file < files.size(); ++file) {
+        if (record->IsDone(file))
             continue;
-        toDo_.push_back(files[file]);
+        part_.push_back(files[file]);
         fileOf_.push_back(file);
     }
 }
 
 void RecordedReports::Take(const FileReport& report)
 {
-    const std::size_t file = fileOf_[taken_++];
+    const std::size_t file = FileOf(taken_++);
     HandOnUpTo(file);
     sink_(report);
     next_ = file + 1;
@@ -28,7 +28,7 @@ void RecordedReports::Take(const FileReport& report)
 
 void RecordedReports::End()
 {
-    HandOnUpTo(fileCount_);
+    HandOnUpTo(files_.size());
 }
 
 void RecordedReports::HandOnUpTo(std::size_t file)

@@ -22,8 +22,8 @@ public:
     /// Borrows all of them; a null record holds nothing.
     RecordedReports(const RunRecord* record, const std::vector<JobFile>& files, Sink sink);
 
-    const std::vector<JobFile>& ToDo() const { return toDo_; }
-    std::size_t FileOf(std::size_t toDo) const { return fileOf_[toDo]; }  ///< Its index among all files.
+    const std::vector<JobFile>& ToDo() const { return isPart_ ? part_ : files_; }
+    std::size_t FileOf(std::size_t toDo) const { return isPart_ ? fileOf_[toDo] : toDo; }  ///< Its index among all.
 
     /// Takes the report of the next file of ToDo.
     void Take(const FileReport& report);
@@ -36,11 +36,12 @@ private:
 
     const RunRecord* record_;
     Sink sink_;
-    std::vector<JobFile> toDo_;
-    std::vector<std::size_t> fileOf_;
-    std::size_t fileCount_;
-    std::size_t taken_ = 0;  // of ToDo
-    std::size_t next_ = 0;   // the first file that was not handed on
+    const std::vector<JobFile>& files_;
+    bool isPart_;                      // some files are done; else there is no second list of very many files
+    std::vector<JobFile> part_;        // the others
+    std::vector<std::size_t> fileOf_;  // each of them
+    std::size_t taken_ = 0;            // of ToDo
+    std::size_t next_ = 0;             // the first file that was not handed on
 };
 
 }  // namespace tessarine::batch

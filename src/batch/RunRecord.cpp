@@ -103,7 +103,7 @@ RunRecord::RunRecord(const PreparedRun& run)
 
 RunRecord::~RunRecord() = default;
 
-FilesOfRun RunRecord::Files(const std::function<FilesOfRun()>& collect)
+const FilesOfRun& RunRecord::Files(const std::function<FilesOfRun()>& collect)
 {
     if (!hasFiles_) {
         files_ = collect();
@@ -119,15 +119,14 @@ FilesOfRun RunRecord::Files(const std::function<FilesOfRun()>& collect)
         Flush();
         hasFiles_ = true;
     }
-    FilesOfRun taken = files_;
     for (const auto& [index, state] : begun_) {
-        JobFile& file = taken.collected.files[index];
+        JobFile& file = files_.collected.files[index];
         if (changesFiles_ && StateOf(file.path, needsLastChange_) != state)
             file.refusal =
                 u"A run that was killed had the file in hand, and it is not as it was before: it may have been "
                 u"changed.";
     }
-    return taken;
+    return files_;
 }
 
 FileReport RunRecord::ReportOf(std::size_t file) const

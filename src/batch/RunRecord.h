@@ -39,8 +39,9 @@ public:
 
     /// The files of the run: those that the record knows, else those that `collect` gives, which are recorded. A file
     /// that was in hand when a run was killed, and is not as it was by then, is refused.
-    FilesOfRun Files(const std::function<FilesOfRun()>& collect);
+    const FilesOfRun& Files(const std::function<FilesOfRun()>& collect);
 
+    bool HasDone() const { return !done_.empty(); }
     bool IsDone(std::size_t file) const { return done_.contains(file); }
     FileReport ReportOf(std::size_t file) const;  ///< Of one that is done.
 

@@ -93,7 +93,8 @@ std::optional<Json> WorkerOfRun::NextObject(std::size_t& bytes)
         const auto note = object.find("note");
         if (note == object.end())
             return object;
-        note_(note->get<std::string>());
+        if (note->is_string())
+            note_(note->get<std::string>());
     }
     return {};
 }
