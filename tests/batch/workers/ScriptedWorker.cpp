@@ -34,6 +34,15 @@ void WaitFor(const std::filesystem::path& path)
     }
 }
 
+/// The file beside a file whose name holds these words and then that file's own name.
+std::optional<std::filesystem::path> NameBehind(std::string_view words, const std::string& path)
+{
+    const std::size_t at = path.find(words);
+    if (at == std::string::npos)
+        return std::nullopt;
+    return std::filesystem::path(NativePath(FromUtf8(path))).parent_path() / path.substr(at + words.size());
+}
+
 void Process(const std::string& path, RunOfWorker& run)
 {
     const auto has = [&](std::string_view word) { return path.find(word) != std::string::npos; };
@@ -51,11 +60,11 @@ void Process(const std::string& path, RunOfWorker& run)
         return run.Say("file", {{"file", path}});
     if (has("note"))
         run.Say("note", "a note of " + path);
-    // In "waits-for-NAME" the file beside it is waited for, and "makes-NAME" makes it.
-    if (const auto at = path.find("waits-for-"); at != std::string::npos)
-        WaitFor(NativePath(FromUtf8(path.substr(0, at) + path.substr(at + 10))));
-    if (const auto at = path.find("makes-"); at != std::string::npos)
-        std::ofstream(NativePath(FromUtf8(path.substr(0, at) + path.substr(at + 6)))) << "made";
+    // "waits-for-NAME" waits until the file NAME beside it is there, which "makes-NAME" makes.
+    if (const auto name = NameBehind("waits-for-", path))
+        WaitFor(*name);
+    if (const auto name = NameBehind("makes-", path))
+        std::ofstream(*name) << "made";
     run.Say("file", ReportOf(path));
 }
 
