@@ -45,13 +45,14 @@ Number NumberIn(const std::string& text)
 
 /// What shows whether a file has other content; "none" for one that isn't there. A save puts another file into its
 /// place as a rule, so that the time of the last change, which a run moves for files that it leaves alone, too, matters
-/// only where a save may write into the file itself or gives it its old date back.
+/// only where a save may write into the file itself or gives it its old date back. The number of the device doesn't, as
+/// each machine has its own for a file system on the network.
 std::string StateOf(const String& path, bool withLastChange)
 {
     const auto state = FileStateOf(StringView(path));
     if (!state)
         return "none";
-    return fmt::format("{} {} {} {} {}", state->identity.device, state->identity.file, state->size, state->lastWrite,
+    return fmt::format("{} {} {} {}", state->identity.file, state->size, state->lastWrite,
                        withLastChange ? state->lastChange : 0);
 }
 

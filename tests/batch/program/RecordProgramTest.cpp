@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include "files/FileState.h"
 #include "FindAndReplaceProgramTest.h"
 #include "support/PackageReader.h"
 
@@ -99,6 +100,17 @@ TEST_F(RecordProgramTest, BeginsAFileAnewThatIsAsItWas)
 
     EXPECT_THAT(again.output, HasSubstr(R"("changed":6)"));
     EXPECT_THAT(again.output, HasSubstr(R"("failed":1)"));
+}
+
+TEST_F(RecordProgramTest, TellsAFileByWhatAllMachinesSeeOfIt)
+{
+    Run({"--dry-run"});
+
+    const auto state = FileStateOf(PathOf(u"set/3.pptx"));
+    ASSERT_TRUE(state);
+    std::ostringstream expected;
+    expected << "\nbegun\t2\t" << state->identity.file << ' ' << state->size << ' ' << state->lastWrite << " 0\t";
+    EXPECT_THAT(Record(), HasSubstr(expected.str()));
 }
 
 TEST_F(RecordProgramTest, FailsAFileInHandThatIsNotAsItWas)
