@@ -38,6 +38,7 @@ protected:
         away.setFocusPolicy(Qt::StrongFocus);
         away.show();
         for (QWidget* control : window.findChildren<QWidget*>()) {
+            BringIntoView(*control);
             // The default button of a dialog looks as if it had the focus, until another one has it.
             const auto* const button = qobject_cast<QPushButton*>(control);
             if (button != nullptr && button->isDefault())

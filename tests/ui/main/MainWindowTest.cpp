@@ -1,11 +1,15 @@
 #include "ui/main/MainWindowTest.h"
 
+#include <algorithm>
+
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTabWidget>
@@ -188,6 +192,18 @@ std::vector<int> MainWindowTest::CheckedLocations()
         if (list.item(row)->checkState() == Qt::Checked)
             rows.push_back(row);
     return rows;
+}
+
+void MainWindowTest::BringIntoView(QWidget& control)
+{
+    for (QWidget* outer = control.parentWidget(); outer != nullptr; outer = outer->parentWidget())
+        if (auto* const page = qobject_cast<QScrollArea*>(outer))
+            page->ensureWidgetVisible(&control);
+}
+
+int MainWindowTest::StartWidth(const ItemsGrid& grid, int column, int twips)
+{
+    return std::max(twips * grid.logicalDpiX() / 1440, grid.horizontalHeader()->sectionSizeHint(column));
 }
 
 std::vector<std::string> MainWindowTest::Finds()

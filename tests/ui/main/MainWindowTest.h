@@ -81,6 +81,12 @@ protected:
     void ClickLocation(int row);
     std::vector<int> CheckedLocations();
 
+    /// Scrolls to a control, where the screen has no room for its whole page.
+    static void BringIntoView(QWidget& control);
+
+    /// What a column has at the start, told in twips: more where a wide font makes its heading need it.
+    static int StartWidth(const ItemsGrid& grid, int column, int twips);
+
     // What the program knows.
 
     FindAndReplaceItems& Items() { return *CurrentProject->FindAndReplaceList; }

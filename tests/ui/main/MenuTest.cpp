@@ -195,15 +195,14 @@ TEST_F(MenuTest, TheGridStartsWithItsWidthsAndTheSearchTypeHidden)
     SetPairs({{u"a", u"b"}});
     frmMain window;  // not shown: what is shown shares the width that there is
     auto& grid = *window.findChild<ItemsGrid*>("grdItems");
-    const auto pixels = [&](int twips) { return twips * grid.logicalDpiX() / 1440; };
 
-    EXPECT_EQ(grid.columnWidth(ItemColumn::FindWhat), pixels(1500));
-    EXPECT_EQ(grid.columnWidth(ItemColumn::ReplaceWith), pixels(1500));
-    EXPECT_EQ(grid.columnWidth(ItemColumn::Locations), pixels(2500));
+    for (const auto& [column, twips] : {std::pair(ItemColumn::FindWhat, 1500), std::pair(ItemColumn::ReplaceWith, 1500),
+                                        std::pair(ItemColumn::Locations, 2500)})
+        EXPECT_EQ(grid.columnWidth(column), StartWidth(grid, column, twips)) << column;
     EXPECT_TRUE(grid.isColumnHidden(3));
     EXPECT_EQ(grid.horizontalHeader()->hiddenSectionCount(), 1);
     grid.showColumn(ItemColumn::SearchType);
-    EXPECT_EQ(grid.columnWidth(ItemColumn::SearchType), pixels(2500));
+    EXPECT_EQ(grid.columnWidth(ItemColumn::SearchType), 2500 * grid.logicalDpiX() / 1440);
 }
 
 TEST_F(MenuTest, TheColumnOfNumbersIsNarrowUnlessItsTextsNeedMore)
@@ -226,9 +225,10 @@ TEST_F(MenuTest, EveryControlOfATabStaysReachableInASmallWindow)
     for (int tab = 0; tab < 3; ++tab) {
         ShowTab(tab);
         QCoreApplication::processEvents();
-        for (const QPushButton* button : Window().findChildren<QPushButton*>()) {
+        for (QPushButton* button : Window().findChildren<QPushButton*>()) {
             if (!button->isVisible())
                 continue;
+            BringIntoView(*button);
             const QRect inWindow(button->mapTo(&Window(), QPoint()), button->size());
             EXPECT_TRUE(Window().rect().contains(inWindow)) << button->objectName().toStdString();
         }

@@ -194,7 +194,10 @@ TEST_F(FailureListTest, ShowsReasonsWholeAtTheCostOfThePaths)
     ShowTab(3);
     Window().ListFailure(u"/decks/of/a/long/path/a.pptx", u"Gone.");
     const int least = List().columnWidth(0);
-    const QString reason = QString("reason ").repeated(12).trimmed();
+    // Two thirds of the width, whatever the font: more than it has at first, less than it may get.
+    QString reason = "reason";
+    while (List().fontMetrics().horizontalAdvance(reason) < List().viewport()->width() * 2 / 3)
+        reason += " x";
     Window().ListFailure(u"/b.pptx", FromQt(reason));
 
     EXPECT_LT(List().columnWidth(0), least);

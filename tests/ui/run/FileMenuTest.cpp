@@ -6,6 +6,7 @@
 
 #include "app/GlobalState.h"
 #include "files/Files.h"
+#include "platform/PathSeparator.h"
 #include "ui/run/ProcessingWindowTest.h"
 
 // The context menus of the result trees, by the right button and the keys.
@@ -84,7 +85,7 @@ TEST_F(FileMenuTest, OpensTheFileAndItsFolder)
     Choose(MenuOn(0), "mnuOpenFile");
     Choose(MenuOn(0), "mnuOpenFolder");
 
-    EXPECT_THAT(shell_.Opened(), ElementsAre(path, folder_.Path() + u"/"));
+    EXPECT_THAT(shell_.Opened(), ElementsAre(path, folder_.Path() + PathSeparator));
 }
 
 TEST_F(FileMenuTest, CopiesTheFullPath)
