@@ -16,7 +16,7 @@ namespace tessarine::batch
 {
 
 /// What the first words of a command line ask for.
-enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake, ListConvert };
+enum class Command { Find, Replace, Restore, Clean, Run, JobShow, JobMake, ListConvert, ReportMerge };
 
 struct ReportFormat;
 

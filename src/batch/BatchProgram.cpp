@@ -15,6 +15,7 @@
 #include "batch/KeptReports.h"
 #include "batch/LineText.h"
 #include "batch/ListFiles.h"
+#include "batch/MergeReports.h"
 #include "batch/Output.h"
 #include "batch/OwnRun.h"
 #include "batch/PreparedRun.h"
@@ -341,6 +342,8 @@ int Perform(const BatchCall& call, const Engines& engines, Output& output)
                 return MakeJob(call, output);
             case Command::ListConvert:
                 return ConvertListFile(call, output);
+            case Command::ReportMerge:
+                return MergeReports(call, output);
             case Command::Restore:
             case Command::Clean:
                 return PerformBackupCommand(call, output);

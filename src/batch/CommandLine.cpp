@@ -26,8 +26,9 @@ namespace
 {
 
 constexpr int callNotValid = 2;
-constexpr std::array<Command, 8> allCommands{Command::Find, Command::Replace, Command::Restore, Command::Clean,
-                                             Command::Run,  Command::JobShow, Command::JobMake, Command::ListConvert};
+constexpr std::array<Command, 9> allCommands{Command::Find,    Command::Replace,     Command::Restore,
+                                             Command::Clean,   Command::Run,         Command::JobShow,
+                                             Command::JobMake, Command::ListConvert, Command::ReportMerge};
 
 std::size_t WordsOf(Command command)
 {
@@ -374,6 +375,8 @@ BatchCall CheckedCall(OptionValues& values)
         CheckConversion(call);
         return call;
     }
+    if (call.command == Command::ReportMerge && call.paths.empty())
+        Refuse("no report is named");
     if (call.paths.empty() && !call.filesFrom)
         Refuse("no file or folder is named");
     return call;

@@ -9,7 +9,7 @@ namespace
 {
 
 /// In the order of Command.
-constexpr std::array<CommandRow, 8> commandRows{{
+constexpr std::array<CommandRow, 9> commandRows{{
     {"find", "--find TEXT ... PATH ...", "Look for texts; no file is changed.",
      "Looks for texts in presentations and reports where they occur. No file is changed.\n",
      "  tessarine-batch find --find Fabrikam decks\n"
@@ -78,6 +78,13 @@ constexpr std::array<CommandRow, 8> commandRows{{
      "  MatchWholeWord\n",
      "  tessarine-batch list convert pairs.xls pairs.csv\n"
      "  tessarine-batch list convert pairs.csv \"For the desktop.xls\"\n"},
+    {"report merge", "REPORT.json ...", "Make one report of several.",
+     "Makes one report of those that shards (--shard) or other runs have printed in JSON: the files\n"
+     "of shards in the order of the whole job, as one run would tell them. What is missing, and what is\n"
+     "there twice, is told, and the exit status is 1 then; of a shard that was killed and ran again\n"
+     "the whole report counts.\n",
+     "  tessarine-batch report merge shard-1.json shard-2.json shard-3.json\n"
+     "  tessarine-batch report merge --show --report all.html shard-*.json\n"},
 }};
 
 }  // namespace

@@ -46,8 +46,8 @@ void CheckTargets(const BatchCall& call, const std::vector<JobFile>& files, cons
 
 }  // namespace
 
-KeptReports::KeptReports(const BatchCall& call, const std::vector<JobFile>& files, const String& pairList)
-    : started_(std::time(nullptr))
+KeptReports::KeptReports(const BatchCall& call, const std::vector<JobFile>& files, const String& pairList, Of of)
+    : started_(of == Of::ThisRun ? std::time(nullptr) : 0)
 {
     if (call.reports.empty())
         return;
@@ -66,7 +66,8 @@ void KeptReports::Add(const FileReport& file)
 
 bool KeptReports::Finish(RunEnd end, Output& output)
 {
-    end.seconds = std::time(nullptr) - started_;
+    if (started_ != 0)
+        end.seconds = std::time(nullptr) - started_;
     bool isWritten = true;
     for (const auto& writer : writers_) {
         try {

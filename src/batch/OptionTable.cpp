@@ -433,7 +433,7 @@ const std::array<OptionRow, 45> rows{{
      none,
      formatArgument,
      false,
-     TakesFiles | Only(Command::Run) | Only(Command::JobShow),
+     TakesFiles | Only(Command::Run) | Only(Command::JobShow) | Merges,
      "Report",
      "For people (text, the default) or programs (json).",
      formatHelp,
@@ -444,7 +444,7 @@ const std::array<OptionRow, 45> rows{{
      none,
      "WHEN",
      false,
-     TakesFiles | Only(Command::Run),
+     TakesFiles | Only(Command::Run) | Merges,
      "Report",
      "Use colors: auto (the default), always or never.",
      "Use colors: \"always\", \"never\", or \"auto\" (the default) on a terminal, unless the\n"
@@ -457,10 +457,10 @@ const std::array<OptionRow, 45> rows{{
      "Report only files that failed or have a warning (text format); no progress, and\n"
      "no summary.",
      [](OptionValues& values, const std::string&) { values.call.quiet = true; }},
-    {"--verbose", 'v', "", false, TakesFiles | Only(Command::Run), "Report",
+    {"--verbose", 'v', "", false, TakesFiles | Only(Command::Run) | Merges, "Report",
      "Name the files without an occurrence, too.", "Name the files without an occurrence too (text format).",
      [](OptionValues& values, const std::string&) { values.call.verbose = true; }},
-    {"--show", none, "", false, Runs | Only(Command::Run), "Report", "Show every hit with the text around it.",
+    {"--show", none, "", false, Runs | Only(Command::Run) | Merges, "Report", "Show every hit with the text around it.",
      "Show every hit: where it stands, and the text around it.",
      [](OptionValues& values, const std::string&) { values.call.show = true; }},
     {"--context", none, "N", false, Runs | Only(Command::Run), "Report",
@@ -472,12 +472,12 @@ const std::array<OptionRow, 45> rows{{
      "With --show or --report: the first N hits of each file, and how many more there\n"
      "are (default: 1000; 0 shows all).",
      TakeMaxHits},
-    {"--report", none, "FILE", true, Runs | Only(Command::Run), "Report",
+    {"--report", none, "FILE", true, Runs | Only(Command::Run) | Merges, "Report",
      "Keep the report in FILE, .html or .csv; repeatable.",
      "Keep the report with its hits in FILE, too: a web page (.html) or a table for\n"
      "spreadsheets (.csv). Repeat it for both.",
      TakeReport},
-    {"--exit-code", none, "", false, Runs | Only(Command::Run), "Report", "End with 3 when nothing was found.",
+    {"--exit-code", none, "", false, Runs | Only(Command::Run) | Merges, "Report", "End with 3 when nothing was found.",
      "End with 3 when nothing was found; without it that is 0.",
      [](OptionValues& values, const std::string&) { values.call.exitCode = true; }},
     // Answered before any row is looked for; this one is for the help, and refuses a value.

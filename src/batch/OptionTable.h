@@ -26,7 +26,8 @@ inline constexpr CommandSet ListCommands = Only(Command::ListConvert);     ///< 
 inline constexpr CommandSet DescribesJob = Runs | Only(Command::JobMake);  ///< Their options make up a job.
 /// Their files come from the command line.
 inline constexpr CommandSet TakesFiles = Runs | Only(Command::Restore) | Only(Command::Clean);
-inline constexpr CommandSet EveryCommand = TakesFiles | JobCommands | ListCommands;
+inline constexpr CommandSet Merges = Only(Command::ReportMerge);  ///< It makes reports of reports.
+inline constexpr CommandSet EveryCommand = TakesFiles | JobCommands | ListCommands | Merges;
 
 /// What the options say before they are checked together.
 struct OptionValues {

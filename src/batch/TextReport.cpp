@@ -175,7 +175,7 @@ std::string TextReport::AtEnd(const RunSummary& summary)
                        Replaces() ? Done("changed") : "with hits", countedOnly, summary.unchanged,
                        Replaces() ? "unchanged" : "without", summary.failed, Counted(summary.occurrences, "occurrence"),
                        Replaces() ? Done("replaced") : "found",
-                       TellsStory(summary) ? ", in " + ToUtf8(DurationText(summary.seconds)) : "") +
+                       TellsStory(summary) && summary.seconds ? ", in " + ToUtf8(DurationText(*summary.seconds)) : "") +
            (style_.dryRun ? "Dry run: nothing was written\n" : "");
 }
 

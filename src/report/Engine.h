@@ -1,5 +1,7 @@
 #pragma once
 
+#include <initializer_list>
+#include <optional>
 #include <string_view>
 
 namespace tessarine
@@ -15,6 +17,16 @@ enum class Engine {
 constexpr std::string_view NameOf(Engine engine)
 {
     return engine == Engine::PowerPoint ? "powerpoint" : "builtin";
+}
+
+/// The engine of that name; nothing for another text.
+constexpr std::optional<Engine> EngineNamed(std::string_view name)
+{
+    for (const Engine engine : {Engine::PowerPoint, Engine::BuiltIn}) {
+        if (NameOf(engine) == name)
+            return engine;
+    }
+    return std::nullopt;
 }
 
 }  // namespace tessarine

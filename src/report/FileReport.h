@@ -71,12 +71,12 @@ struct RunSummary {
     std::int64_t countedOnly = 0;  ///< Files with a count in which nothing could be changed.
     std::int64_t unchanged = 0;    ///< All others that did not fail.
     std::int64_t failed = 0;
-    std::int64_t occurrences = 0;    ///< Of the changed files.
-    std::int64_t skippedLinks = 0;   ///< Links to folders that the search for files did not follow.
-    std::int64_t notReached = 0;     ///< Files that a run left out because it ended early; not among `files`.
-    std::int64_t seconds = 0;        ///< How long the run took.
-    std::optional<Engine> engine{};  ///< What processed the files, where that is told.
-    std::vector<String> warnings{};  ///< What did not go quite as asked and belongs to no file, a sentence each.
+    std::int64_t occurrences = 0;           ///< Of the changed files.
+    std::int64_t skippedLinks = 0;          ///< Links to folders that the search for files did not follow.
+    std::int64_t notReached = 0;            ///< Files that a run left out because it ended early; not among `files`.
+    std::optional<std::int64_t> seconds{};  ///< How long the run took, where that is known.
+    std::optional<Engine> engine{};         ///< What processed the files, where that is told.
+    std::vector<String> warnings{};         ///< What did not go quite as asked and belongs to no file, a sentence each.
 
     /// Nothing was counted anywhere, and nothing was changed.
     bool IsWithoutHits() const { return changed == 0 && countedOnly == 0; }

@@ -314,7 +314,8 @@ std::string HtmlReport::Facts(const RunEnd& end) const
     html += Fact(words_.occurrences, Number(summary_.occurrences));
     if (const String started = DateTimeText(facts_.started); !started.empty())
         html += Fact(words_.started, HtmlText(started));
-    html += Fact(words_.duration, HtmlText(DurationText(end.seconds)));
+    if (end.seconds)
+        html += Fact(words_.duration, HtmlText(DurationText(*end.seconds)));
     if (end.engine)
         html += Fact(words_.engine, *end.engine == Engine::PowerPoint ? "PowerPoint" : HtmlText(words_.builtIn));
     if (!facts_.job.empty())

@@ -33,9 +33,9 @@ struct RunEnd {
         BrokenOff,  ///< By a failure that belongs to no file.
     };
     Way way = Way::Complete;
-    std::int64_t notReached = 0;     ///< Files that a run left out because it ended early.
-    std::int64_t seconds = 0;        ///< How long the run took.
-    std::optional<Engine> engine{};  ///< What processed the files, where that is told.
+    std::int64_t notReached = 0;            ///< Files that a run left out because it ended early.
+    std::optional<std::int64_t> seconds{};  ///< How long the run took, where that is known.
+    std::optional<Engine> engine{};         ///< What processed the files, where that is told.
 };
 
 /// What a reader must know of a run that ended early; empty for a complete one.
