@@ -50,7 +50,7 @@ std::optional<Json> ReportFile::NextLine()
     Json line = Json::parse(text, nullptr, false);
     if (line.is_object())
         return line;
-    if (isCut && lineNumber_ > 1)
+    if (isCut && (lineNumber_ > 1 || text.starts_with('{')))
         return std::nullopt;
     RefuseLine(u"it is no line of a JSON report");
 }
