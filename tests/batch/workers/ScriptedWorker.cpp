@@ -2,12 +2,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 #include <gmock/gmock.h>
 
 #include "batch/ProcessGuards.h"
 #include "batch/Worker.h"
 #include "batch/WorkerMessages.h"
+#include "batch/WorkerProcess.h"
 #include "platform/NativePath.h"
 #include "support/Surroundings.h"
 
@@ -30,8 +32,8 @@ Json ReportOf(const std::string& path)
 /// Waits for a file to be there, which another worker or the test makes.
 void WaitFor(const std::filesystem::path& path)
 {
-    while (!std::filesystem::exists(path)) {
-    }
+    while (!std::filesystem::exists(path))
+        std::this_thread::yield();
 }
 
 /// The file beside a file whose name holds these words and then that file's own name.
@@ -93,6 +95,7 @@ int main(int argumentCount, char** arguments)
 {
     if (argumentCount > 1 && arguments[1] == tessarine::batch::WorkerArgument) {
         tessarine::batch::GuardProcess();
+        tessarine::batch::EndWithStarter();
         return tessarine::batch::WorkAsWritten();
     }
     tessarine::PinSurroundings();
