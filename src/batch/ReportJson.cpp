@@ -143,17 +143,17 @@ Json TailOf(const FileReport& file, const ReportStyle& style)
 Json JsonOf(const Hit& hit, bool replaces)
 {
     const HitPlace& place = *hit.place;
-    const std::string none;
+    const std::string absent;
     Json json{{"pair", place.pair}, {"location", RowOf(place.location).name}};
     PutUnless(json, "slide", place.slide, 0);
-    PutUnless(json, "slideTitle", ToUtf8(place.slideTitle), none);
-    PutUnless(json, "design", ToUtf8(place.design), none);
-    PutUnless(json, "property", ToUtf8(place.property), none);
+    PutUnless(json, "slideTitle", ToUtf8(place.slideTitle), absent);
+    PutUnless(json, "design", ToUtf8(place.design), absent);
+    PutUnless(json, "property", ToUtf8(place.property), absent);
     if (place.headerFooter != HitPlace::HeaderFooter::None)
         json["headerFooter"] = place.headerFooter == HitPlace::HeaderFooter::Header ? "header" : "footer";
     PutUnless(json, "hyperlink", place.hyperlink, 0);
     PutUnless(json, "shape", place.shape, 0);
-    PutUnless(json, "shapeName", ToUtf8(place.shapeName), none);
+    PutUnless(json, "shapeName", ToUtf8(place.shapeName), absent);
     PutUnless(json, "paragraph", hit.paragraph, 0);
     json["position"] = hit.position;
     json["length"] = hit.length;

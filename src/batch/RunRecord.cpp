@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <span>
 #include <utility>
 
@@ -10,6 +9,7 @@
 
 #include "batch/CommandTable.h"
 #include "batch/Digest.h"
+#include "batch/NumberField.h"
 #include "batch/PreparedRun.h"
 #include "batch/Refusal.h"
 #include "batch/ReportJson.h"
@@ -34,14 +34,6 @@ constexpr const char* fileWord = "file";
 constexpr const char* allWord = "all";
 constexpr const char* begunWord = "begun";
 constexpr const char* doneWord = "done";
-
-template <class Number>
-Number NumberIn(const std::string& text)
-{
-    Number number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
 
 /// What shows whether a file has other content; "none" for one that isn't there. A save puts another file into its
 /// place as a rule, so that the time of the last change, which a run moves for files that it leaves alone, too, matters

@@ -1,11 +1,11 @@
 #include "batch/SharePlan.h"
 
 #include <cerrno>
-#include <charconv>
 #include <utility>
 
 #include "batch/BatchCall.h"
 #include "batch/Digest.h"
+#include "batch/NumberField.h"
 #include "batch/Refusal.h"
 #include "batch/Shares.h"
 #include "files/FileFailure.h"
@@ -24,7 +24,7 @@ namespace
 {
 
 constexpr const char* planWord = "tessarine plan 1";
-constexpr const char* fileWord = "file";
+constexpr const char* planFileWord = "file";
 constexpr const char* endWord = "end";
 
 std::string TextOf(const SharePlan& plan, const std::string& named)
@@ -33,7 +33,7 @@ std::string TextOf(const SharePlan& plan, const std::string& named)
     std::string text = JournalLine({planWord, named});
     for (std::size_t file = 0; file < files.size(); ++file)
         text += JournalLine(
-            {fileWord, std::to_string(plan.sizes[file]), ToUtf8(files[file].path), ToUtf8(files[file].refusal)});
+            {planFileWord, std::to_string(plan.sizes[file]), ToUtf8(files[file].path), ToUtf8(files[file].refusal)});
     return text + JournalLine({endWord, std::to_string(files.size()), std::to_string(plan.collected.skippedLinks)});
 }
 
@@ -62,14 +62,6 @@ std::string TextAt(const String& path)
     return text;
 }
 
-template <class Number>
-Number NumberIn(const std::string& text)
-{
-    Number number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
 SharePlan PlanIn(const std::string& text, const String& path, const std::string& named)
 {
     const std::vector<JournalFields> lines = ReadJournal(text);
@@ -79,7 +71,7 @@ SharePlan PlanIn(const std::string& text, const String& path, const std::string&
         Refuse(u"--plan: \"" + path + u"\" is the plan of other files; name another one, or remove it");
     SharePlan plan;
     for (const JournalFields& line : lines) {
-        if (line[0] != fileWord || line.size() != 4)
+        if (line[0] != planFileWord || line.size() != 4)
             continue;
         plan.sizes.push_back(NumberIn<std::uint64_t>(line[1]));
         plan.collected.files.push_back({.path = FromUtf8(line[2]), .refusal = FromUtf8(line[3])});
