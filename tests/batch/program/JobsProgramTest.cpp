@@ -54,7 +54,7 @@ protected:
     std::string Kept() const
     {
         std::ostringstream content;
-        content << std::ifstream(NativePath(PathOf(u"kept.csv")), std::ios::binary).rdbuf();
+        content << std::ifstream(std::filesystem::path(NativePath(PathOf(u"kept.csv"))), std::ios::binary).rdbuf();
         return content.str();
     }
 

@@ -53,7 +53,7 @@ protected:
     std::string ContentOf(const std::string& name) const
     {
         std::ostringstream content;
-        content << std::ifstream(NativePath(PathOf(FromUtf8(name))), std::ios::binary).rdbuf();
+        content << std::ifstream(std::filesystem::path(NativePath(PathOf(FromUtf8(name)))), std::ios::binary).rdbuf();
         return content.str();
     }
 

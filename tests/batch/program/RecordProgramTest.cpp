@@ -44,7 +44,7 @@ protected:
     std::string Record() const
     {
         std::ostringstream content;
-        content << std::ifstream(NativePath(PathOf(u"record")), std::ios::binary).rdbuf();
+        content << std::ifstream(std::filesystem::path(NativePath(PathOf(u"record"))), std::ios::binary).rdbuf();
         return content.str();
     }
 
