@@ -90,10 +90,10 @@ TEST_F(MergeProgramTest, WordsThemAsAnyReport)
 {
     const Outcome merged = Merge({"1.json", "2.json", "3.json"}, {"--report", "all.csv"});
 
-    EXPECT_THAT(merged.output, HasSubstr("set/1.pptx: changed, 1 replaced\n"));
-    EXPECT_THAT(merged.output, HasSubstr("set/4 damaged.pptx: failed: "));
+    EXPECT_THAT(merged.output, HasSubstr(Native("set/1.pptx: changed, 1 replaced\n")));
+    EXPECT_THAT(merged.output, HasSubstr(Native("set/4 damaged.pptx: failed: ")));
     EXPECT_THAT(merged.output, HasSubstr("9 files: 8 changed, 0 unchanged, 1 failed; 8 occurrences replaced\n"));
-    EXPECT_THAT(ContentOf("all.csv"), HasSubstr("set/8.pptx"));
+    EXPECT_THAT(ContentOf("all.csv"), HasSubstr(Native("set/8.pptx")));
 }
 
 TEST_F(MergeProgramTest, TellsWhatShardIsMissing)
@@ -142,7 +142,7 @@ TEST_F(MergeProgramTest, TakesWhatThereIsOfAShardThatWasKilled)
     EXPECT_EQ(merged.status, 1);
     EXPECT_THAT(merged.error, StartsWith("tessarine-batch: shard 2 of 3 is missing, or its report ends early\n"));
     const auto first = nlohmann::json::parse(whole2.substr(0, whole2.find('\n')));
-    EXPECT_THAT(merged.output, HasSubstr(first.at("file").get<std::string>()));
+    EXPECT_THAT(merged.output, HasSubstr(first.at("file").dump()));
     EXPECT_EQ(Merge({"2.json"}).status, 1) << "nobody knows how many files there are";
 }
 
