@@ -236,6 +236,7 @@ std::unique_ptr<WorkerOfRun> WorkerRun::Threads::NewWorker()
 std::optional<std::size_t> WorkerRun::Threads::NextFile(std::size_t number)
 {
     Lock lock(mutex_);
+    changed_.notify_all();  // once for the file, and for the answer before it: waking others takes time
     while (true) {
         while (next_ < files_.size() && !files_[next_].refusal.empty())
             ++next_;
@@ -251,7 +252,6 @@ std::optional<std::size_t> WorkerRun::Threads::NextFile(std::size_t number)
     inHand_[number] = next_;
     begun_ = next_;
     isHandNew_ = true;
-    changed_.notify_all();
     return next_++;
 }
 
@@ -323,7 +323,6 @@ void WorkerRun::Threads::Take(std::size_t number, Answer answer)
     isHandNew_ = true;
     waitingBytes_ += answer.bytes;
     waiting_.emplace(file, std::move(answer));
-    changed_.notify_all();
 }
 
 void WorkerRun::Threads::TellNote(const std::string& line)
