@@ -66,6 +66,23 @@ String FromCodePage(std::string_view bytes, const std::string& name)
     return ConvertedInPieces(bytes, codePage);
 }
 
+std::optional<std::string> ToCodePage(StringView text, const std::string& name)
+{
+    constexpr std::size_t most = std::numeric_limits<int>::max() / 4;  // no character takes more bytes
+    if (text.empty())
+        return std::string();
+    if (text.size() > most)
+        return std::nullopt;
+    const UINT codePage = NumberOf(name);
+    const std::wstring wide(text.begin(), text.end());
+    const int units = static_cast<int>(wide.size());
+    const int size = WideCharToMultiByte(codePage, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(codePage, 0, wide.data(), units, bytes.data(), size, nullptr, nullptr);
+    // For what it lacks, the system takes a character that looks alike, or a question mark.
+    return FromCodePage(bytes, name) == text ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
 std::string SystemCodePage()
 {
     return "windows-" + std::to_string(GetACP());

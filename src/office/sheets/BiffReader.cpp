@@ -32,35 +32,11 @@ double NumberOfRk(std::uint32_t rk)
 /// What a CodePage record's number names, for FromCodePage.
 std::string NameOfCodePage(std::uint16_t number)
 {
-    switch (number) {
-        case 0x8000:
-        case 10000:
-            return "macintosh";
-        // 0x8000 and 0x8001 are old numbers of Excel's own for the Latin characters of the Macintosh and of Windows.
-        case 0x8001:
-            return "windows-1252";
-        case 437:
-        case 720:
-        case 737:
-        case 775:
-        case 850:
-        case 852:
-        case 855:
-        case 857:
-        case 858:
-        case 860:
-        case 861:
-        case 862:
-        case 863:
-        case 864:
-        case 865:
-        case 866:
-        case 869:
-            return "cp" + std::to_string(number);
-        default:
-            // Excel 97 says 1200 here, UTF-16; its texts never ask for a code page.
-            return "windows-" + std::to_string(number);
-    }
+    // Old numbers of Excel's own for the Latin characters of the Macintosh and of Windows.
+    constexpr std::uint16_t latinOfMacintosh = 0x8000;
+    constexpr std::uint16_t latinOfWindows = 0x8001;
+    // Excel 97 says 1200 here, UTF-16; its texts never ask for a code page.
+    return CodePageName(number == latinOfMacintosh ? 10000 : number == latinOfWindows ? 1252 : number);
 }
 
 class BiffStreamReader
