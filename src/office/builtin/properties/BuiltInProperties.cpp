@@ -113,7 +113,7 @@ void BuiltInProperties::Put(BuiltInProperty property, const String& text)
 {
     const Row& row = RowOf(property);
     if (row.ns == None)
-        throw Failure(FailureNumber::Unspecified, u"A file of this kind has no place for this document property");
+        throw NoPlaceForProperty();
     (row.ns == ExtendedProperties ? extended_ : core_).Put(row.ns, row.element, text);
 }
 

@@ -8,6 +8,7 @@
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/properties/PropertyDate.h"
+#include "office/builtin/reader/PropertyNumbers.h"
 #include "office/builtin/reader/Refusals.h"
 #include "office/builtin/xml/EditedPart.h"
 #include "office/builtin/xml/XmlScanner.h"
@@ -24,8 +25,7 @@ using powerpoint::Value;
 /// What a number may be to be put into an element of that kind.
 struct IntegerKind {
     std::string_view name;
-    std::int64_t least;
-    std::int64_t largest;
+    IntegerRange range;
 };
 
 constexpr std::int64_t least64 = std::numeric_limits<std::int64_t>::min();
@@ -33,20 +33,17 @@ constexpr std::int64_t largest64 = std::numeric_limits<std::int64_t>::max();
 
 /// The upper half of ui8 reads as a text and can't be put as a number.
 constexpr std::array integerKinds{
-    IntegerKind{"i1", -128, 127},
-    IntegerKind{"i2", -32768, 32767},
-    IntegerKind{"i4", -2147483648, 2147483647},
-    IntegerKind{"int", -2147483648, 2147483647},
-    IntegerKind{"i8", least64, largest64},
-    IntegerKind{"ui1", 0, 255},
-    IntegerKind{"ui2", 0, 65535},
-    IntegerKind{"ui4", 0, 4294967295},
-    IntegerKind{"uint", 0, 4294967295},
-    IntegerKind{"ui8", 0, largest64},
+    IntegerKind{"i1", {-128, 127}},
+    IntegerKind{"i2", {-32768, 32767}},
+    IntegerKind{"i4", {-2147483648, 2147483647}},
+    IntegerKind{"int", {-2147483648, 2147483647}},
+    IntegerKind{"i8", {least64, largest64}},
+    IntegerKind{"ui1", {0, 255}},
+    IntegerKind{"ui2", {0, 65535}},
+    IntegerKind{"ui4", {0, 4294967295}},
+    IntegerKind{"uint", {0, 4294967295}},
+    IntegerKind{"ui8", {0, largest64}},
 };
-
-/// Up to here each whole number is a double.
-constexpr double largestExact = 9007199254740992.0;
 
 bool IsOneOf(std::string_view kind, std::initializer_list<std::string_view> kinds)
 {
@@ -76,12 +73,6 @@ bool IsOpaque(std::string_view kind)
            !IsOneOf(kind, {"bool", "filetime", "date", "empty", "null"});
 }
 
-Failure TooLarge(StringView property)
-{
-    return {FailureNumber::Overflow,
-            u"The number is too large for the document property \"" + String(property) + u"\""};
-}
-
 /// Numbers in files don't follow a locale. Sums of money have four decimals (ECMA-376 part 1, 22.4.2.7), decimals no
 /// exponent.
 std::string FileText(double number, std::string_view kind)
@@ -93,21 +84,6 @@ std::string FileText(double number, std::string_view kind)
                          : kind == "decimal" ? std::to_chars(begin, end, number, std::chars_format::fixed)
                                              : std::to_chars(begin, end, number);
     return {begin, written.ptr};
-}
-
-/// A number as a person would write it: without the digits after the fifteenth, which only tell that 0.1 is no binary
-/// fraction. Larger numbers need all that they have.
-double AsWritten(double number)
-{
-    constexpr double fifteenDigits = 1e15;
-    if (std::abs(number) >= fifteenDigits)
-        return number;
-    std::array<char, 32> buffer;
-    const auto written =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::general, 15);
-    double result = 0;
-    std::from_chars(buffer.data(), written.ptr, result);
-    return result;
 }
 
 Value ValueOf(std::string_view kind, const String& text)
@@ -133,39 +109,6 @@ Value ValueOf(std::string_view kind, const String& text)
         return String();
     }
     return text;
-}
-
-/// The number in a value that is one.
-std::optional<double> NumberOf(const Value& value)
-{
-    if (const auto* number = std::get_if<double>(&value))
-        return *number;
-    if (const auto* number = std::get_if<std::int64_t>(&value))
-        return static_cast<double>(*number);
-    return std::nullopt;
-}
-
-/// The value as one that an element of a kind can hold to the last digit; nothing for a fraction, one that doesn't fit,
-/// and a kind that is no integer. Raises `Overflow` where a large integer has lost digits on its way.
-std::optional<std::int64_t> WholeNumberFor(StringView property, std::string_view kind, const Value& value)
-{
-    const IntegerKind* const integer = IntegerKindOf(kind);
-    if (integer == nullptr)
-        return std::nullopt;
-    std::int64_t whole = 0;
-    if (const auto* const number = std::get_if<double>(&value)) {
-        if (std::trunc(*number) != *number)
-            return std::nullopt;
-        if (std::abs(*number) > largestExact) {
-            if (integer->largest == largest64)
-                throw TooLarge(property);
-            return std::nullopt;
-        }
-        whole = static_cast<std::int64_t>(*number);
-    } else {
-        whole = std::get<std::int64_t>(value);
-    }
-    return whole >= integer->least && whole <= integer->largest ? std::optional(whole) : std::nullopt;
 }
 
 }  // namespace
@@ -212,20 +155,17 @@ void CustomPropertyPart::Put(std::size_t index, const Value& value)
 
     const auto number = NumberOf(value);
     if (number && !std::isfinite(*number))
-        throw TooLarge(property.name);
+        throw TooLargeFor(property.name);
+    const IntegerKind* const integer = IntegerKindOf(property.kind);
     if (IsText(property.kind) || !number) {
-        const auto* const fraction = std::get_if<double>(&value);
-        property.value = powerpoint::TextOf(fraction == nullptr ? value : Value(AsWritten(*fraction)));
+        property.value = TextToPut(value);
         if (!IsText(property.kind))
             property.kind = "lpwstr";
-    } else if (const auto whole = WholeNumberFor(property.name, property.kind, value)) {
+    } else if (const auto whole =
+                   integer == nullptr ? std::nullopt : WholeNumberFor(property.name, integer->range, value)) {
         property.value = *whole;
     } else if (property.kind == "cy") {
-        // Beyond that the fourth decimal is not what it was.
-        constexpr double decimals = 10000;
-        if (std::abs(*number) * decimals > largestExact)
-            throw TooLarge(property.name);
-        property.value = std::round(*number * decimals) / decimals;
+        property.value = AsMoney(property.name, *number);
     } else {
         property.value = *number;
         if (!IsFloat(property.kind))

@@ -1,8 +1,6 @@
 #include "office/builtin/properties/PropertyPart.h"
 
 #include <algorithm>
-#include <set>
-#include <unordered_map>
 
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/xml/EditedPart.h"
@@ -164,48 +162,14 @@ void PropertyPart::Put(Ns ns, std::string_view localName, const String& text)
     changed_ = true;
 }
 
-namespace
-{
-
-/// A title as the list has it: in one line, without blanks at its ends.
-String InOneLine(StringView title)
-{
-    String line;
-    for (const char16_t unit : title) {
-        if (unit > u' ')
-            line += unit;
-        else if (!line.empty() && line.back() != u' ')
-            line += u' ';
-    }
-    if (line.ends_with(u' '))
-        line.pop_back();
-    return line;
-}
-
-}  // namespace
-
 void PropertyPart::FollowTitles(const std::vector<ChangedTitle>& changed, std::size_t slideCount)
 {
-    // As they were before any of these changes. Each entry follows one title at most.
-    std::unordered_map<String, std::set<std::size_t>> entries;
-    for (std::size_t entry = 0; entry < titles_.size(); ++entry)
-        entries[InOneLine(titles_[entry].text)].insert(entry);
-    for (const ChangedTitle& title : changed) {
-        const String before = InOneLine(title.before);
-        const auto equal = entries.find(before);
-        if (before.empty() || equal == entries.end() || equal->second.empty())
-            continue;
-        const std::size_t own = titles_.size() < slideCount ? 0 : titles_.size() - slideCount + title.slide;
-        const auto ownEntry = equal->second.find(own);
-        const auto entry = ownEntry == equal->second.end() ? equal->second.begin() : ownEntry;
-        // Blanks around the title are the producer's, and no part of what was replaced.
-        String& text = titles_[*entry].text;
-        const auto isInk = [](char16_t unit) { return unit > u' '; };
-        const auto begin = std::find_if(text.begin(), text.end(), isInk);
-        const auto end = std::find_if(text.rbegin(), text.rend(), isInk).base();
-        text.replace(begin, end, InOneLine(title.after));
-        titles_[*entry].changed = changed_ = true;
-        equal->second.erase(entry);
+    std::vector<String> list;
+    for (const Element& title : titles_)
+        list.push_back(title.text);
+    for (const std::size_t followed : FollowListedTitles(list, changed, slideCount)) {
+        titles_[followed].text = list[followed];
+        titles_[followed].changed = changed_ = true;
     }
 }
 

@@ -7,19 +7,13 @@
 #include <vector>
 
 #include "office/builtin/package/Package.h"
+#include "office/builtin/reader/ListedTitles.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "office/builtin/xml/XmlEdits.h"
 #include "office/builtin/xml/XmlNamespaces.h"
 
 namespace tessarine::builtin
 {
-
-/// The title of a slide that has changed.
-struct ChangedTitle {
-    std::size_t slide;  ///< From 0.
-    String before;
-    String after;
-};
 
 /// A part whose root holds one element per property: docProps/core.xml (ECMA-376 part 2, 11) or docProps/app.xml (part
 /// 1, 22.2). In a package without the part every property reads as absent, and the part is made when something is put.
@@ -41,9 +35,7 @@ public:
     /// Sets the text, making the element when it is absent. An empty text for an absent element is no change.
     void Put(Ns ns, std::string_view localName, const String& text);
 
-    /// Lets the list of titles (`TitlesOfParts`) follow the slides: an entry that is the old title of a slide becomes
-    /// the new one. The entries of slides come last in the list, one for each; where they do, each slide has its own.
-    /// In entries, line and paragraph breaks are blanks.
+    /// Lets the list of titles (`TitlesOfParts`) follow the slides, see FollowListedTitles.
     void FollowTitles(const std::vector<ChangedTitle>& changed, std::size_t slideCount);
 
     /// Hands the edits to the package, which writes them when it is saved. Raises `FileCorrupt` when they would not

@@ -23,4 +23,9 @@ Failure PropertyCannotChange(StringView name)
     return {FailureNumber::Unspecified, u"The document property \"" + String(name) + u"\" can't be changed"};
 }
 
+Failure NoPlaceForProperty()
+{
+    return {FailureNumber::Unspecified, u"A file of this kind has no place for this document property"};
+}
+
 }  // namespace tessarine::builtin

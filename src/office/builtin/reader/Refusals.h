@@ -17,4 +17,7 @@ Failure NoHyperlink();
 Failure PropertyHasNoValue(StringView name);
 Failure PropertyCannotChange(StringView name);
 
+/// `Unspecified`: the file holds no such document property, and can't.
+Failure NoPlaceForProperty();
+
 }  // namespace tessarine::builtin
