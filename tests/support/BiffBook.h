@@ -3,15 +3,16 @@
 #include <cstdint>
 #include <string>
 
+#include "support/LittleEndian.h"
+
 namespace tessarine::test::biff
 {
 
-/// Little-endian values for records that tests write down.
-std::string Byte(std::uint32_t value);
-std::string Short(std::uint32_t value);
-std::string Long(std::uint32_t value);
-std::string Double(double value);
-std::string Wide(const std::u16string& text);  ///< Two bytes for each unit.
+using little::Byte;
+using little::Double;
+using little::Long;
+using little::Short;
+using little::Wide;
 
 /// A record with its type and length in front.
 std::string Record(std::uint16_t type, const std::string& data);

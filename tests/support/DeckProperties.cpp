@@ -7,7 +7,7 @@ namespace
 
 constexpr int FirstCustomId = 2;  // 0 and 1 are reserved
 
-std::string Element(const std::string& name, const std::string& attributes, StringView value)
+std::string PropertyElement(const std::string& name, const std::string& attributes, StringView value)
 {
     return "<" + name + attributes + ">" + XmlText(value) + "</" + name + ">";
 }
@@ -17,7 +17,7 @@ std::string Element(const std::string& name, const std::string& attributes, Stri
 void DeckProperties::Custom(String name, const std::string& kind, StringView value, const String& linkTarget)
 {
     const bool isMark = kind == "empty" || kind == "null";
-    CustomXml(std::move(name), isMark ? "<vt:" + kind + "/>" : Element("vt:" + kind, "", value), linkTarget);
+    CustomXml(std::move(name), isMark ? "<vt:" + kind + "/>" : PropertyElement("vt:" + kind, "", value), linkTarget);
 }
 
 void DeckProperties::CustomXml(String name, std::string valueXml, String linkTarget)
@@ -40,7 +40,7 @@ void DeckProperties::Write(PackageParts& package, PartWriter& root) const
             "terms/\" xmlns:dcmitype=\"http://purl.org/dc/dcmitype/\" "
             "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">";
         for (const auto& [element, value] : core_)
-            xml += Element(element, element.starts_with("dcterms:") ? " xsi:type=\"dcterms:W3CDTF\"" : "", value);
+            xml += PropertyElement(element, element.starts_with("dcterms:") ? " xsi:type=\"dcterms:W3CDTF\"" : "", value);
         package.Put("docProps/core.xml", xml + "</cp:coreProperties>",
                     "application/vnd.openxmlformats-package.core-properties+xml");
         root.Relate("http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties",
@@ -50,7 +50,7 @@ void DeckProperties::Write(PackageParts& package, PartWriter& root) const
         std::string xml =
             XmlDeclaration() + "<Properties xmlns=\"" + properties + "extended-properties\"" + variantTypes + ">";
         for (const auto& [element, value] : app_)
-            xml += Element(element, "", value);
+            xml += PropertyElement(element, "", value);
         package.Put("docProps/app.xml", xml + "</Properties>", contentType + "extended-properties+xml");
         root.Relate("extended-properties", "docProps/app.xml");
     }
