@@ -1,0 +1,31 @@
+#include "office/builtin/propertysets/PropertyNames.h"
+
+#include "office/builtin/propertysets/SetBytes.h"
+#include "office/builtin/propertysets/TypedValue.h"
+
+namespace tessarine::builtin
+{
+
+std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, std::uint16_t codePage)
+{
+    constexpr std::uint16_t utf16 = 1200;
+    constexpr std::size_t headBytes = 8;  // id and length in front of a name
+
+    std::map<std::uint32_t, String> names;
+    const std::size_t count = LongAt(dictionary, 0);
+    std::size_t at = 4;
+    for (std::size_t i = 0; i < count && at < dictionary.size() && dictionary.size() - at >= headBytes; ++i) {
+        const std::uint32_t id = LongAt(dictionary, at);
+        const std::size_t length = LongAt(dictionary, at + 4);
+        at += headBytes;
+        // Lengths count units of UTF-16, and such names are padded; else they count bytes.
+        const std::size_t bytes = codePage == utf16 ? 2 * length : length;
+        if (bytes > dictionary.size() - at)
+            break;
+        names.emplace(id, TextIn(dictionary.substr(at, bytes), codePage));
+        at += codePage == utf16 ? (bytes + 3) & ~std::size_t{3} : bytes;
+    }
+    return names;
+}
+
+}  // namespace tessarine::builtin

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string_view>
+
+#include "platform/String.h"
+
+namespace tessarine::builtin
+{
+
+/// The property whose value is the dictionary.
+inline constexpr std::uint32_t dictionaryId = 0;
+
+/// Names that begin so belong to the program, and no person sees them.
+inline constexpr StringView hiddenPrefix = u"_PID_";
+
+/// The names that a section's dictionary ([MS-OLEPS] 2.17) gives to properties, by their ids. Where an id has two, the
+/// first one counts. What lies beyond the given bytes has no name.
+std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, std::uint16_t codePage);
+
+}  // namespace tessarine::builtin
