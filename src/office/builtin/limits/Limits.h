@@ -12,7 +12,7 @@ namespace tessarine::builtin
 /// What is done with a part takes time in proportion to its size, and the limits keep the memory within twelve times
 /// the largest part, as it is read or as edits leave it, 32 MiB, and the bytes of all parts that edits have changed.
 struct Limits {
-    std::uint64_t directoryBytes = 16u << 20;  ///< Central directory of the zip file.
+    std::uint64_t directoryBytes = 16u << 20;  ///< Directory of the zip file or compound file.
     std::uint32_t parts = 65535;               ///< Entries of the zip file.
     std::uint64_t partBytes = 64u << 20;       ///< One XML part, inflated.
     /// The work on one presentation: its parts, each counted once. Work goes by bytes, so that this is the limit of

@@ -2,10 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
-/// Signatures, field offsets and little-endian access for the records of a zip file (PKWARE APPNOTE 4.3). All sizes and
+#include "platform/LittleEndian.h"
+
+/// Signatures and field offsets for the records of a zip file (PKWARE APPNOTE 4.3). All sizes and
 /// offsets are in bytes from the start of a record.
 namespace tessarine::builtin::zip
 {
@@ -29,32 +30,9 @@ constexpr std::uint16_t extraZip64 = 0x0001;          ///< The id of the extra f
 constexpr std::uint32_t in64 = 0xFFFFFFFF;            ///< "The value stands in the zip64 field."
 constexpr std::uint16_t count64 = 0xFFFF;             ///< The same for a count of entries.
 
-/// An unsigned little-endian integer at an offset; the caller has checked the length.
-template <class Integer>
-Integer Get(std::string_view bytes, std::size_t offset)
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = sizeof(Integer); i-- > 0;)
-        value = value << 8 | static_cast<std::uint8_t>(bytes[offset + i]);
-    return static_cast<Integer>(value);
-}
-
-/// Overwrites an integer at an offset, which the bytes must reach.
-template <class Integer>
-void Put(std::string& bytes, std::size_t offset, Integer value)
-{
-    auto rest = static_cast<std::uint64_t>(value);
-    for (std::size_t i = 0; i < sizeof(Integer); ++i, rest >>= 8)
-        bytes[offset + i] = static_cast<char>(rest & 0xFF);
-}
-
-/// Adds an integer at the end.
-template <class Integer>
-void Append(std::string& bytes, Integer value)
-{
-    bytes.append(sizeof(Integer), '\0');
-    Put<Integer>(bytes, bytes.size() - sizeof(Integer), value);
-}
+using littleendian::Append;
+using littleendian::Get;
+using littleendian::Put;
 
 /// Field offsets in a local header. Its sizes may be 0 when a data descriptor follows the packed data.
 namespace local
