@@ -247,7 +247,7 @@ std::string Shape::Anchor(bool inGroup, BinaryPage& page) const
     if (inGroup)
         return Atom(0xF00F, Places(place));
     std::string anchor;
-    for (const std::size_t side : {1, 0, 2, 3})
+    for (const std::size_t side : {1U, 0U, 2U, 3U})
         anchor += Short(static_cast<std::uint32_t>(place[side]));
     return Atom(0xF010, anchor);
 }

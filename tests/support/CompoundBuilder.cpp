@@ -78,7 +78,7 @@ std::string BytesOf(const DirectoryEntry& entry)
 std::string UnusedEntry()
 {
     std::string bytes(EntrySize, '\0');
-    for (const std::size_t at : {0x44, 0x48, 0x4C})
+    for (const std::size_t at : {0x44U, 0x48U, 0x4CU})
         little::PutLong(bytes, at, NoEntry);
     return bytes;
 }

@@ -40,7 +40,8 @@ void DeckProperties::Write(PackageParts& package, PartWriter& root) const
             "terms/\" xmlns:dcmitype=\"http://purl.org/dc/dcmitype/\" "
             "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">";
         for (const auto& [element, value] : core_)
-            xml += PropertyElement(element, element.starts_with("dcterms:") ? " xsi:type=\"dcterms:W3CDTF\"" : "", value);
+            xml +=
+                PropertyElement(element, element.starts_with("dcterms:") ? " xsi:type=\"dcterms:W3CDTF\"" : "", value);
         package.Put("docProps/core.xml", xml + "</cp:coreProperties>",
                     "application/vnd.openxmlformats-package.core-properties+xml");
         root.Relate("http://schemas.openxmlformats.org/package/2006/relationships/metadata/core-properties",
