@@ -22,12 +22,6 @@ using littleendian::Get;
 
 constexpr std::uint64_t wholeChain = std::numeric_limits<std::uint64_t>::max();
 
-/// How many sectors so many bytes take.
-std::uint64_t SectorsOf(std::uint64_t bytes, unsigned shift)
-{
-    return (bytes >> shift) + ((bytes & ((std::uint64_t{1} << shift) - 1)) != 0);
-}
-
 std::vector<std::uint32_t> NumbersIn(std::string_view table)
 {
     std::vector<std::uint32_t> numbers(table.size() / numberSize);

@@ -24,6 +24,12 @@ constexpr std::uint32_t freeSector = 0xFFFFFFFF;
 
 constexpr std::uint32_t noRecord = 0xFFFFFFFF;  ///< In place of a record's number.
 
+/// How many sectors so many bytes take; `shift` is the binary logarithm of a sector's size.
+constexpr std::uint64_t SectorsOf(std::uint64_t bytes, unsigned shift)
+{
+    return (bytes >> shift) + ((bytes & ((std::uint64_t{1} << shift) - 1)) != 0);
+}
+
 namespace header
 {
 constexpr std::size_t majorVersion = 26;  // 16 bits, as the shift
