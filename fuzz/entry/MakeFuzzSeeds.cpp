@@ -11,6 +11,7 @@
 #include "run/BackupRecord.h"
 #include "saving/JournalEntries.h"
 #include "support/BiffBook.h"
+#include "support/CompoundBuilder.h"
 #include "support/CompoundFile.h"
 #include "support/Fixtures.h"
 #include "support/PackageReader.h"
@@ -248,6 +249,23 @@ void WritePairs(const SeedFolder& seeds)
         "\"notes\"}]");
 }
 
+void WriteCompoundFiles(const SeedFolder& seeds)
+{
+    const auto builder = [] {
+        return test::CompoundBuilder()
+            .Stream("PowerPoint Document", std::string(4200, 'd'))
+            .Stream("Current User", std::string(60, 'u'))
+            .Stream("_signatures", "s");
+    };
+    seeds.Write("compound", "streams", builder().Bytes());
+    seeds.Write("compound", "large-sectors", test::CompoundBuilder().LargeSectors().Stream("Small", "x").Bytes());
+    seeds.Write("compound", "scattered", builder().Stream("Pictures", std::string(5000, 'p')).Scattered().Bytes());
+    seeds.Write("compound", "storages", builder().Stream("Macros/VBA/dir", "code").Storage("Empty").Bytes());
+    seeds.Write("compound", "free-sectors", builder().Stream("Empty", "").FreeSectors(3, 'f').Bytes());
+    seeds.Write("compound", "of-the-system", test::CompoundFile({{"Storage/Stream", "x"}, {"Workbook", "w"}}));
+    seeds.Write("compound", "nothing", test::CompoundBuilder().Bytes());
+}
+
 void WriteLists(const SeedFolder& seeds)
 {
     using namespace std::string_view_literals;
@@ -289,6 +307,7 @@ int main(int argc, char** argv)
         tessarine::fuzz::WriteProjects(seeds);
         tessarine::fuzz::WriteRecords(seeds);
         tessarine::fuzz::WriteLists(seeds);
+        tessarine::fuzz::WriteCompoundFiles(seeds);
     } catch (const std::exception& error) {
         std::cerr << "make-fuzz-seeds: " << error.what() << '\n';
         return 1;

@@ -13,8 +13,8 @@ namespace tessarine::builtin
 
 /// What a save changes in a compound file. Entries are named by their positions in CompoundFile::Entries().
 struct CompoundChanges {
-    std::map<std::size_t, std::string> streams;  ///< The new bytes of a stream.
-    std::set<std::size_t> removed;               ///< A storage goes with all that is in it. The root can't go.
+    std::map<std::size_t, std::string> streams{};  ///< The new bytes of a stream.
+    std::set<std::size_t> removed{};               ///< A storage goes with all that is in it. The root can't go.
 
     /// True when the new file would hold what the old one does.
     bool Empty() const { return streams.empty() && removed.empty(); }
