@@ -112,6 +112,20 @@ TEST(CompoundFile, ReadsNamesOf31Units)
                 ElementsAre(name.substr(0, 31)));
 }
 
+TEST(CompoundFile, ReadsNamesWhoseLengthIsWrong)
+{
+    PatchedCompound patched(CompoundBuilder().Stream("Current User", "x").Bytes());
+    constexpr std::size_t nameLengthAndKind = 64;
+    for (const std::uint32_t length : {24u, 25u, 26u, 27u, 28u, 64u, 66u, 0xFFFFu})
+        EXPECT_THAT(
+            OpenedCompound(PatchedCompound(patched).Record("Current User", nameLengthAndKind, 0x1020000 + length).bytes)
+                .Paths(),
+            ElementsAre("Current User"))
+            << length;
+    EXPECT_THAT(OpenedCompound(patched.Record("Current User", nameLengthAndKind, 0x1020000).bytes).Paths(),
+                ElementsAre(""));
+}
+
 TEST(CompoundFile, ReadsWhatTheSystemWrites)
 {
     const OpenedCompound file(

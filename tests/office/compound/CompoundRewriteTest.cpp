@@ -129,14 +129,22 @@ TEST(CompoundRewrite, LeavesNothingOfReplacedBytes)
     }
 }
 
-TEST(CompoundRewrite, LeavesNothingOfWhatFillsUpSectors)
+TEST(CompoundRewrite, FillsUpSectorsWithZeros)
 {
     PatchedCompound patched(CompoundBuilder().Stream("Large", CountingBytes(9000)).Stream("Small", "small").Bytes());
-    const std::size_t last = patched.PositionOf(patched.Record("Large", firstSector) + 17);
-    const std::size_t mini = patched.PositionOf(patched.Record("Root Entry", firstSector));
-    patched.bytes.replace(last + 400, 8, "leftover").replace(mini + 40, 8, "leftover");
+    const auto lastOfLarge = [](const PatchedCompound& file) {
+        return file.PositionOf(file.Record("Large", firstSector) + 17);
+    };
+    const auto mini = [](const PatchedCompound& file) {
+        return file.PositionOf(file.Record("Root Entry", firstSector));
+    };
+    patched.bytes.replace(lastOfLarge(patched) + 400, 8, "leftover").replace(mini(patched) + 40, 8, "leftover");
 
-    EXPECT_THAT(OpenedCompound(patched.bytes).With({}), Not(HasSubstr("leftover")));
+    const PatchedCompound written(OpenedCompound(patched.bytes).With({}));
+
+    EXPECT_EQ(written.bytes.substr(lastOfLarge(written) + 9000 % 512, 512 - 9000 % 512),
+              std::string(512 - 9000 % 512, '\0'));
+    EXPECT_EQ(written.bytes.substr(mini(written), 512), "small" + std::string(507, '\0'));
 }
 
 TEST(CompoundRewrite, LeavesOutRecordsThatNoStorageNames)

@@ -30,16 +30,14 @@ std::vector<std::uint32_t> NumbersIn(std::string_view table)
     return numbers;
 }
 
-/// The units that the length tells, which counts the NUL as well; what is longer than a name can be ends at one.
+/// What the length tells, up to the NUL that it counts as well. Some lengths leave it out.
 String NameIn(std::string_view record)
 {
-    const std::size_t length = std::min<std::size_t>(Get<std::uint16_t>(record, record::nameLength) / 2, 32);
+    const std::size_t length = Get<std::uint16_t>(record, record::nameLength) / 2;
     String name;
-    for (std::size_t i = 0; i < length; ++i)
+    for (std::size_t i = 0; i < std::min(length, record::nameUnits); ++i)
         name += Get<char16_t>(record, 2 * i);
-    if (!name.empty() && (length < record::nameUnits || name.back() == u'\0'))
-        name.pop_back();
-    return name;
+    return name.substr(0, name.find(u'\0'));
 }
 
 /// The name for messages, without the control characters that names of property streams begin with.
