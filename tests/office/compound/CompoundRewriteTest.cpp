@@ -18,7 +18,6 @@ namespace
 {
 
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using testing::UnorderedElementsAre;
@@ -270,6 +269,26 @@ TEST(CompoundRewrite, WritesAFile)
     EXPECT_EQ(ContentOf(path), "old");
     target.Commit();
     EXPECT_EQ(ContentOf(path), old.With({{"Pictures", "new"}}));
+}
+
+TEST(CompoundRewrite, CopiesFromFileToFile)
+{
+    // Pieces of any length, such as long ones between short ones.
+    CompoundBuilder builder = Presentation();
+    builder.Stream("Long", CountingBytes(1'000'001)).Stream("Longer", CountingBytes(3 * 65536));
+    for (const std::string& bytes : {builder.Bytes(), builder.Scattered().Bytes(), builder.LargeSectors().Bytes()}) {
+        const TemporaryFolder folder;
+        const RandomAccessFile source(folder.Write(u"old.ppt", bytes));
+        const builtin::CompoundFile old(source);
+        const String path = folder.Write(u"deck.ppt", "old");
+        ReplacementFile target(path);
+
+        WriteCompoundFile(old, {}, target);
+
+        target.Commit();
+        EXPECT_EQ(ContentOf(path), OpenedCompound(bytes).With({}));
+        EXPECT_EQ(EntriesOf(ContentOf(path)), EntriesOf(bytes));
+    }
 }
 
 TEST(CompoundChanges, AreEmptyWithoutAny)

@@ -263,6 +263,17 @@ std::string CompoundFile::Bytes(std::size_t stream) const
     return bytes;
 }
 
+std::optional<CompoundFile::Piece> CompoundFile::PieceAt(std::size_t stream, std::uint64_t offset) const
+{
+    const Place& place = places_[stream];
+    if (place.isMini)
+        return std::nullopt;
+    const SectorChain::Run run = place.chain.At(static_cast<std::uint32_t>(offset >> sectorShift_));
+    const std::uint64_t inSector = offset & ((std::uint64_t{1} << sectorShift_) - 1);
+    return Piece{Position(run.sector) + inSector,
+                 std::min((std::uint64_t{run.count} << sectorShift_) - inSector, entries_[stream].size - offset)};
+}
+
 std::string_view CompoundFile::Record(std::size_t entry) const
 {
     return RecordAt(entries_[entry].number);

@@ -67,6 +67,17 @@ public:
     std::string_view Record(std::size_t entry) const;      ///< Its 128 bytes in the directory.
     unsigned SectorShift() const { return sectorShift_; }  ///< 9 or 12: the binary logarithm of a sector's size.
 
+    const RandomAccessBytes& Source() const { return bytes_; }
+
+    /// Where the bytes of a stream lie in the source, from an offset on to where it goes on elsewhere; in bytes.
+    /// Nothing for one in the mini stream, whose pieces are small. Only for offsets within a stream that has its
+    /// sectors.
+    struct Piece {
+        std::uint64_t position;
+        std::uint64_t length;
+    };
+    std::optional<Piece> PieceAt(std::size_t stream, std::uint64_t offset) const;
+
 private:
     /// Where a stream lies.
     struct Place {

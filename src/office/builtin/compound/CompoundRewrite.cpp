@@ -22,7 +22,12 @@ namespace
 
 using namespace compound;
 using Kind = CompoundEntry::Kind;
-using Sink = std::function<void(std::span<const std::byte>)>;
+
+/// Takes the new file from front to back.
+struct Sink {
+    std::function<void(std::span<const std::byte>)> write;
+    std::function<void(CompoundFile::Piece)> copy;  // a piece of the old file
+};
 
 /// The entries in each storage, by positions.
 std::vector<std::vector<std::size_t>> ChildrenOf(const std::vector<CompoundEntry>& entries)
@@ -195,13 +200,21 @@ private:
         Fill(SizeOf(i), sectorShift);
     }
 
+    /// Long pieces are copied as they lie; short ones are gathered into blocks.
     void CopyStream(std::size_t i)
     {
         std::array<std::byte, 65536> buffer;
-        for (std::uint64_t offset = 0; offset < SizeOf(i); offset += buffer.size()) {
+        for (std::uint64_t offset = 0; offset < SizeOf(i);) {
+            const auto piece = old_.PieceAt(i, offset);
+            if (piece && piece->length >= buffer.size()) {
+                sink_.copy(*piece);
+                offset += piece->length;
+                continue;
+            }
             const auto block = std::span(buffer).first(std::min<std::uint64_t>(buffer.size(), SizeOf(i) - offset));
             old_.Read(i, offset, block);
-            sink_(block);
+            sink_.write(block);
+            offset += block.size();
         }
     }
 
@@ -212,7 +225,7 @@ private:
         Put(std::string(static_cast<std::size_t>(whole - bytes), '\0'));
     }
 
-    void Put(std::string_view bytes) { sink_(std::as_bytes(std::span(bytes))); }
+    void Put(std::string_view bytes) { sink_.write(std::as_bytes(std::span(bytes))); }
 
     const CompoundFile& old_;
     const CompoundChanges& changes_;
@@ -227,16 +240,25 @@ private:
 
 void WriteCompoundFile(const CompoundFile& old, const CompoundChanges& changes, ReplacementFile& target)
 {
-    const Sink sink = [&](std::span<const std::byte> bytes) { target.Write(bytes); };
+    const Sink sink{
+        .write = [&](std::span<const std::byte> bytes) { target.Write(bytes); },
+        .copy = [&](CompoundFile::Piece piece) { target.CopyFrom(old.Source(), piece.position, piece.length); }};
     Rewrite(old, changes, sink).Write();
 }
 
 std::string RewrittenCompoundFile(const CompoundFile& old, const CompoundChanges& changes)
 {
     std::string written;
-    const Sink sink = [&](std::span<const std::byte> bytes) {
-        written.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    };
+    const Sink sink{.write =
+                        [&](std::span<const std::byte> bytes) {
+                            written.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+                        },
+                    .copy =
+                        [&](CompoundFile::Piece piece) {
+                            const std::size_t end = written.size();
+                            written.resize(end + static_cast<std::size_t>(piece.length));
+                            old.Source().Read(piece.position, std::as_writable_bytes(std::span(written).subspan(end)));
+                        }};
     Rewrite(old, changes, sink).Write();
     return written;
 }
