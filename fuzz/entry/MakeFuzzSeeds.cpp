@@ -11,9 +11,11 @@
 #include "run/BackupRecord.h"
 #include "saving/JournalEntries.h"
 #include "support/BiffBook.h"
+#include "support/BinaryProperties.h"
 #include "support/CompoundBuilder.h"
 #include "support/CompoundFile.h"
 #include "support/Fixtures.h"
+#include "support/LittleEndian.h"
 #include "support/PackageReader.h"
 #include "support/StoredBag.h"
 #include "support/TemporaryFolder.h"
@@ -290,6 +292,48 @@ void WriteLists(const SeedFolder& seeds)
     seeds.Write("delimited_text", "code-page", "caf\xE9,\x80\n");
 }
 
+/// The streams of a binary presentation's document properties, and a section with a value of every type.
+void WritePropertySets(const SeedFolder& seeds)
+{
+    using namespace test::little;
+    using namespace test::ppt;
+    const auto summary = PropertySection()
+                             .Put(2, TextValue("Fabrikam"))
+                             .Put(4, WideValue(u"Fabrikam"))
+                             .Put(10, TimeValue(600'000'000))
+                             .Put(12, TimeValue(133594528890000000))
+                             .Put(15, NumberValue(7));
+    const auto document = PropertySection()
+                              .Put(3, TextValue("On-screen Show"))
+                              .Put(12, Long(0x100C) + Long(2) + TextValue("Theme") + NumberValue(1))
+                              .Put(13, TextsValue({"Arial", "Fabrikam"}))
+                              .Put(15, TextValue("Fabrikam"));
+    const auto user = [](int codePage) {
+        return PropertySection()
+            .CodePage(codePage)
+            .Named("Client", TextValue("Fabrikam"))
+            .Named("Revision", NumberValue(3))
+            .Named("_PID_LINKBASE", BlobValue(Wide(u"https://fabrikam.example/")));
+    };
+    PropertySection everyType;
+    for (std::uint32_t type = 0; type <= 23; ++type)
+        everyType.Named("type " + std::to_string(type), Long(type) + LongLong(0x3FF8000000000001) + LongLong(25));
+    everyType.Named("type 31", WideValue(u"Fabrikam"))
+        .Named("type 64", TimeValue(1))
+        .Named("type 71", Long(71) + Long(0));
+
+    seeds.Write("property_set", "summary", PropertySetStream({{SectionKind::Summary, summary}}));
+    for (const int codePage : {1252, 932, 1255, 10000, 65001})
+        seeds.Write(
+            "property_set", "code-page-" + std::to_string(codePage),
+            PropertySetStream({{SectionKind::DocumentSummary, document}, {SectionKind::UserDefined, user(codePage)}}));
+    seeds.Write("property_set", "utf-16",
+                PropertySetStream({{SectionKind::UserDefined,
+                                    PropertySection().CodePage(1200).Named(Wide(u"Client"), WideValue(u"Fabrikam"))}}));
+    seeds.Write("property_set", "every-type",
+                PropertySetStream({{SectionKind::Summary, summary}, {SectionKind::UserDefined, everyType}}));
+}
+
 }  // namespace
 
 }  // namespace tessarine::fuzz
@@ -308,6 +352,7 @@ int main(int argc, char** argv)
         tessarine::fuzz::WriteRecords(seeds);
         tessarine::fuzz::WriteLists(seeds);
         tessarine::fuzz::WriteCompoundFiles(seeds);
+        tessarine::fuzz::WritePropertySets(seeds);
     } catch (const std::exception& error) {
         std::cerr << "make-fuzz-seeds: " << error.what() << '\n';
         return 1;

@@ -10,6 +10,8 @@ std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, s
 {
     constexpr std::uint16_t utf16 = 1200;
     constexpr std::size_t headBytes = 8;  // id and length in front of a name
+    constexpr std::uint32_t firstId = 2;
+    constexpr std::uint32_t lastId = 0x7FFFFFFF;
 
     std::map<std::uint32_t, String> names;
     const std::size_t count = LongAt(dictionary, 0);
@@ -22,7 +24,8 @@ std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, s
         const std::size_t bytes = codePage == utf16 ? 2 * length : length;
         if (bytes > dictionary.size() - at)
             break;
-        names.emplace(id, TextIn(dictionary.substr(at, bytes), codePage));
+        if (id >= firstId && id <= lastId)
+            names.emplace(id, TextIn(dictionary.substr(at, bytes), codePage));
         at += codePage == utf16 ? (bytes + 3) & ~std::size_t{3} : bytes;
     }
     return names;

@@ -16,7 +16,8 @@ inline constexpr std::uint32_t dictionaryId = 0;
 inline constexpr StringView hiddenPrefix = u"_PID_";
 
 /// The names that a section's dictionary ([MS-OLEPS] 2.17) gives to properties, by their ids. Where an id has two, the
-/// first one counts. What lies beyond the given bytes has no name.
+/// first one counts. What lies beyond the given bytes has no name, nor have the ids that the format keeps for itself,
+/// such as those of the dictionary and the code page.
 std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, std::uint16_t codePage);
 
 }  // namespace tessarine::builtin

@@ -252,9 +252,10 @@ void PropertySetStream::CheckReadAgain(const PropertySetStream& again) const
         for (const Property& property : after.properties) {
             const auto was = Value(before, property.id);
             const std::string_view is = *again.Value(after, property.id);
-            edited += edits_.count({before.begin, property.id});
-            // A new value may have padding after it, and the old end of the section.
-            check(was && is.starts_with(*was) && is.size() - was->size() < 4);
+            const bool isEdited = edits_.contains({before.begin, property.id});
+            edited += isEdited ? 1 : 0;
+            // Behind a new value there may be a gap, and padding behind the old end of the section.
+            check(was && is.starts_with(*was) && (isEdited || is.size() - was->size() < 4));
         }
         check(after.properties.size() >= before.properties.size() && after.codePage == before.codePage);
     }
