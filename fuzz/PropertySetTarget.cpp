@@ -73,6 +73,7 @@ Puts PutAll(BinaryProperties& properties)
         if (HoldsNewText(properties, i))
             puts.custom.push_back(i);
     }
+    PutOrRefuse([&] { properties.EmptyLinkList(); });
     PutOrRefuse([&] { properties.FollowTitles({{0, u"Fabrikam", newText}}, 1); });
     return puts;
 }

@@ -313,7 +313,8 @@ void WritePropertySets(const SeedFolder& seeds)
             .CodePage(codePage)
             .Named("Client", TextValue("Fabrikam"))
             .Named("Revision", NumberValue(3))
-            .Named("_PID_LINKBASE", BlobValue(Wide(u"https://fabrikam.example/")));
+            .Named("_PID_LINKBASE", BlobValue(Wide(u"https://fabrikam.example/")))
+            .Named("_PID_HLINKS", BlobValue(Long(0)));
     };
     PropertySection everyType;
     for (std::uint32_t type = 0; type <= 23; ++type)

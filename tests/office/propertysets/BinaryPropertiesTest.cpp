@@ -60,6 +60,7 @@ std::string WalkAndPut(BinaryProperties& properties)
         texts += ToUtf8(properties.Custom().NameOf(i) + u"=" + powerpoint::TextOf(properties.Custom().Read(i))) + "\n";
         NumberRaised([&] { properties.Custom().Put(i, String(u"Contoso")); });
     }
+    NumberRaised([&] { properties.EmptyLinkList(); });
     NumberRaised([&] { properties.FollowTitles({{0, u"About Fabrikam", u"About Contoso"}}, 2); });
     return texts;
 }
@@ -128,6 +129,35 @@ TEST(BinaryProperties, LeaveAListWithoutTheTitleAlone)
     BinaryProperties without(std::nullopt, std::nullopt);
     without.FollowTitles({{0, u"Fabrikam", u"Contoso"}}, 1);
     EXPECT_FALSE(without.IsEdited());
+}
+
+TEST(BinaryProperties, TakeAllLinksOffTheirList)
+{
+    const auto with = [](const std::string& links) {
+        return ppt::PropertySetStream({{SectionKind::UserDefined, PropertySection()
+                                                                      .Named("Client", TextValue("Fabrikam"))
+                                                                      .Named("_PID_HLINKS", links)
+                                                                      .Named("Revision", NumberValue(3))}});
+    };
+    const std::string links = Long(6) + NumberValue(1) + NumberValue(2) + NumberValue(3) + NumberValue(4) +
+                              ppt::WideValue(u"https://fabrikam.example/") + ppt::WideValue(u"");
+    BinaryProperties properties(std::nullopt, with(ppt::BlobValue(links)));
+
+    properties.EmptyLinkList();
+
+    EXPECT_EQ(properties.NewDocumentSummary(), with(ppt::BlobValue(Long(0))));
+}
+
+TEST(BinaryProperties, WithoutAListOfLinksHaveNoneToEmpty)
+{
+    BinaryProperties properties(std::nullopt, SomeDocumentSummary());
+    BinaryProperties withoutStreams(std::nullopt, std::nullopt);
+
+    properties.EmptyLinkList();
+    withoutStreams.EmptyLinkList();
+
+    EXPECT_FALSE(properties.IsEdited());
+    EXPECT_FALSE(withoutStreams.IsEdited());
 }
 
 TEST(BinaryProperties, OfAStreamThatCannotBeReadAreARemark)

@@ -112,22 +112,24 @@ INSTANTIATE_TEST_SUITE_P(
         KindCase{"DaysThatAreNoNumber", Long(7) + LongLong(0x7FF8000000000000), ""}),
     nameOf);
 
-std::string Described(const Value& date)
+/// Year, month, day; hour, minute, second; day of the week and of the year, both from 0.
+std::vector<int> FieldsOf(const Value& date)
 {
-    char text[32];
-    const auto size =
-        std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S %w %j", &std::get<powerpoint::Date>(date).local);
-    return {text, size};
+    const std::tm& local = std::get<powerpoint::Date>(date).local;
+    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+            local.tm_min,         local.tm_sec,     local.tm_wday, local.tm_yday};
 }
 
 TEST(TypedValue, ReadsDaysAsTheyStandInLocalTime)
 {
-    EXPECT_EQ(Described(ReadTyped(Days(0), 1252, anyLength)), "1899-12-30 00:00:00 6 364");
-    EXPECT_EQ(Described(ReadTyped(Days(1.5), 1252, anyLength)), "1899-12-31 12:00:00 0 365");
-    EXPECT_EQ(Described(ReadTyped(Days(-1.5), 1252, anyLength)), "1899-12-29 12:00:00 5 363");
-    EXPECT_EQ(Described(ReadTyped(Days(45418 + 25689.0 / 86400), 1252, anyLength)), "2024-05-06 07:08:09 1 127");
-    EXPECT_EQ(Described(ReadTyped(Days(-657434), 1252, anyLength)).substr(0, 9), "100-01-01");
-    EXPECT_EQ(Described(ReadTyped(Days(2958465), 1252, anyLength)).substr(0, 10), "9999-12-31");
+    const auto fieldsOf = [](double days) { return FieldsOf(ReadTyped(Days(days), 1252, anyLength)); };
+
+    EXPECT_THAT(fieldsOf(0), ElementsAre(1899, 12, 30, 0, 0, 0, 6, 363));
+    EXPECT_THAT(fieldsOf(1.5), ElementsAre(1899, 12, 31, 12, 0, 0, 0, 364));
+    EXPECT_THAT(fieldsOf(-1.5), ElementsAre(1899, 12, 29, 12, 0, 0, 5, 362));
+    EXPECT_THAT(fieldsOf(45418 + 25689.0 / 86400), ElementsAre(2024, 5, 6, 7, 8, 9, 1, 126));
+    EXPECT_THAT(fieldsOf(-657434), ElementsAre(100, 1, 1, 0, 0, 0, 5, 0));
+    EXPECT_THAT(fieldsOf(2958465), ElementsAre(9999, 12, 31, 0, 0, 0, 5, 364));
 }
 
 TEST(TypedValue, ReadsFileTimesInLocalTime)

@@ -1,6 +1,7 @@
 #include "office/builtin/propertysets/BinaryProperties.h"
 
 #include "office/builtin/limits/Damage.h"
+#include "office/builtin/propertysets/PropertyNames.h"
 #include "office/builtin/propertysets/TypedValue.h"
 
 namespace tessarine::builtin
@@ -51,6 +52,21 @@ void BinaryProperties::FollowTitles(const std::vector<ChangedTitle>& changed, st
     if (FollowListedTitles(titles, changed, slideCount).empty())
         return;
     documentSummary_->Put(*section, documentParts, TypedTextList(*old, titles, section->codePage), LengthOf(*old));
+}
+
+void BinaryProperties::EmptyLinkList()
+{
+    // A count of 0 ([MS-OSHARED] 2.3.3.1.20).
+    const std::string noLinks(4, '\0');
+    const auto* const section = documentSummary_ ? documentSummary_->Find(userDefinedFormat) : nullptr;
+    const auto dictionary = section == nullptr ? std::nullopt : documentSummary_->Value(*section, dictionaryId);
+    if (!dictionary)
+        return;
+    for (const auto& [id, name] : ReadPropertyNames(*dictionary, section->codePage)) {
+        const auto list = name == linkListName ? documentSummary_->Value(*section, id) : std::nullopt;
+        if (list && TypeOf(*list) == ValueType::Blob)
+            documentSummary_->Put(*section, id, TypedBlob(noLinks), LengthOf(*list));
+    }
 }
 
 bool BinaryProperties::IsEdited() const

@@ -38,6 +38,10 @@ public:
     /// without a list. Raises `FileCorrupt` for a list with a title beyond the limits.
     void FollowTitles(const std::vector<ChangedTitle>& changed, std::size_t slideCount);
 
+    /// Takes all links off the list of links that old versions kept beside the slides, for a file in which the address
+    /// of one was changed: the list would still have the old one. Nothing for a file without the list.
+    void EmptyLinkList();
+
     bool IsEdited() const;
 
     /// The new bytes of a stream; nothing for one that no edit has changed. May be asked again after further edits.

@@ -15,6 +15,10 @@ inline constexpr std::uint32_t dictionaryId = 0;
 /// Names that begin so belong to the program, and no person sees them.
 inline constexpr StringView hiddenPrefix = u"_PID_";
 
+/// The names of those that the engine knows: where relative addresses begin, and the list of all links.
+inline constexpr StringView linkBaseName = u"_PID_LINKBASE";
+inline constexpr StringView linkListName = u"_PID_HLINKS";
+
 /// The names that a section's dictionary ([MS-OLEPS] 2.17) gives to properties, by their ids. Where an id has two, the
 /// first one counts. What lies beyond the given bytes has no name, nor have the ids that the format keeps for itself,
 /// such as those of the dictionary and the code page.

@@ -107,7 +107,7 @@ void SummaryProperties::FindLinkBase()
     if (!dictionary)
         return;
     for (const auto& [id, name] : ReadPropertyNames(*dictionary, section->codePage))
-        if (name == u"_PID_LINKBASE" && documentSummary_->Value(*section, id))
+        if (name == linkBaseName && documentSummary_->Value(*section, id))
             linkBase_ = id;
 }
 

@@ -415,10 +415,14 @@ String TextOfBlob(std::string_view typed, std::size_t longestText)
 std::string TypedTextBlob(StringView text)
 {
     CheckHasNoEnd(text);
-    const std::string bytes = Utf16Bytes(text) + std::string(2, '\0');
+    return TypedBlob(Utf16Bytes(text) + std::string(2, '\0'));
+}
+
+std::string TypedBlob(std::string_view bytes)
+{
     std::string sized;
     AppendNumber(sized, bytes.size(), sizeBytes);
-    return Typed(Blob, sized + bytes);
+    return Typed(Blob, sized.append(bytes));
 }
 
 std::vector<String> ReadTextList(std::string_view typed, std::uint16_t codePage, std::size_t longestText)

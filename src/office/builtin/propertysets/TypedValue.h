@@ -74,6 +74,9 @@ String TextIn(std::string_view bytes, std::uint16_t codePage);
 String TextOfBlob(std::string_view typed, std::size_t longestText);
 std::string TypedTextBlob(StringView text);
 
+/// A Blob of some bytes.
+std::string TypedBlob(std::string_view bytes);
+
 /// The texts of a list; none for a value that isn't one, and for one that no program would write. Raises `FileCorrupt`
 /// for a text of more than `longestText` units.
 std::vector<String> ReadTextList(std::string_view typed, std::uint16_t codePage, std::size_t longestText);
