@@ -1,5 +1,7 @@
 #include "office/builtin/propertysets/PropertyNames.h"
 
+#include <algorithm>
+
 #include "office/builtin/propertysets/SetBytes.h"
 #include "office/builtin/propertysets/TypedValue.h"
 
@@ -12,9 +14,10 @@ std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, s
     constexpr std::size_t headBytes = 8;  // id and length in front of a name
     constexpr std::uint32_t firstId = 2;
     constexpr std::uint32_t lastId = 0x7FFFFFFF;
+    constexpr std::size_t mostNames = 65535;  // no section has more properties
 
     std::map<std::uint32_t, String> names;
-    const std::size_t count = LongAt(dictionary, 0);
+    const std::size_t count = std::min<std::size_t>(LongAt(dictionary, 0), mostNames);
     std::size_t at = 4;
     for (std::size_t i = 0; i < count && at < dictionary.size() && dictionary.size() - at >= headBytes; ++i) {
         const std::uint32_t id = LongAt(dictionary, at);

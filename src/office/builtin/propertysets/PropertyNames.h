@@ -20,8 +20,8 @@ inline constexpr StringView linkBaseName = u"_PID_LINKBASE";
 inline constexpr StringView linkListName = u"_PID_HLINKS";
 
 /// The names that a section's dictionary ([MS-OLEPS] 2.17) gives to properties, by their ids. Where an id has two, the
-/// first one counts. What lies beyond the given bytes has no name, nor have the ids that the format keeps for itself,
-/// such as those of the dictionary and the code page.
+/// first one counts. What lies beyond the given bytes or the first 65535 has no name, nor have the ids that the format
+/// keeps for itself, such as those of the dictionary and the code page.
 std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, std::uint16_t codePage);
 
 }  // namespace tessarine::builtin
