@@ -3,6 +3,7 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "support/BinaryEncryption.h"
 #include "support/BinaryLayout.h"
 #include "support/BinaryRecords.h"
 
@@ -40,19 +41,6 @@ std::string Directory(const std::map<std::uint32_t, std::uint32_t>& offsets)
         run = end;
     }
     return data;
-}
-
-/// The header and verifier of RC4 CryptoAPI encryption, with a salt and hashes that fit no password.
-std::string CryptSession()
-{
-    constexpr std::uint32_t CryptoApi = 4;
-    const std::string provider = Wide(u"Microsoft Enhanced Cryptographic Provider v1.0") + Short(0);
-    const std::string header =
-        Long(CryptoApi) + Long(0) + Long(0x6801) + Long(0x8004) + Long(128) + Long(1) + Long(0) + Long(0) + provider;
-    const std::string verifier =
-        Long(16) + std::string(16, 's') + std::string(16, 'v') + Long(20) + std::string(20, 'h');
-    return Container(12052, Short(2) + Short(2) + Long(CryptoApi) + Long(static_cast<std::uint32_t>(header.size())) +
-                                header + verifier);
 }
 
 }  // namespace
@@ -145,9 +133,9 @@ BinaryDeck& BinaryDeck::Junk(std::string bytes)
     return *this;
 }
 
-BinaryDeck& BinaryDeck::SaysEncrypted(bool plainToken)
+BinaryDeck& BinaryDeck::Encrypted(String password, bool plainToken)
 {
-    encrypted_ = true;
+    password_ = std::move(password);
     encryptedToken_ = !plainToken;
     return *this;
 }
@@ -274,14 +262,17 @@ BinaryDeck::Written BinaryDeck::Write() const
     Written written = earlier_ ? earlier_->Write() : Written();
     BinaryLayout layout(*this);
     auto objects = layout.Objects();
-    if (encrypted_)
-        objects.push_back(CryptSession());
+    if (password_)
+        objects.push_back(CryptSession(*password_));
     std::map<std::uint32_t, std::uint32_t> offsets;
     for (std::size_t i = 0; i < objects.size(); ++i) {
         const std::uint32_t id = IdAt(i);
         if (const auto changes = objectChanges_.find(id); changes != objectChanges_.end())
             for (const auto& change : changes->second)
                 change(objects[i]);
+        const bool isSession = password_ && i + 1 == objects.size();
+        if (password_ && !isSession)
+            objects[i] = Encrypt(*password_, id, objects[i]);
         if (written.objects[id] == objects[i])
             continue;
         written.stream += junk_;
@@ -300,7 +291,7 @@ BinaryDeck::Written BinaryDeck::Write() const
     edit.lastEdit = written.lastEdit;
     edit.directory = static_cast<std::uint32_t>(written.stream.size());
     edit.seed = IdAt(objects.size() - 1);
-    if (encrypted_)
+    if (password_)
         edit.encryptSession = edit.seed;
     written.stream += Atom(6002, directory);
     written.lastEdit = static_cast<std::uint32_t>(written.stream.size());

@@ -86,8 +86,9 @@ public:
     BinaryDeck& PersistStep(std::uint32_t step);  ///< Between two persist ids; more than 1 leaves gaps.
     BinaryDeck& Junk(std::string bytes);          ///< Bytes that are no record, in front of each persist object.
 
-    /// A session of encryption is named and there; nothing is encrypted. The token is the one of encrypted files.
-    BinaryDeck& SaysEncrypted(bool plainToken = false);
+    /// Encrypts all persist objects; pictures and properties stay as they are. The token is the one of encrypted files,
+    /// or the plain one, as some programs leave it.
+    BinaryDeck& Encrypted(String password, bool plainToken = false);
     BinaryDeck& WithoutCurrentUser();
     BinaryDeck& PaddedCurrentUser();  ///< To 4096 bytes.
     BinaryDeck& DualStorage();  ///< All streams again in PP97_DUALSTORAGE; those of the root are an older format's.
@@ -148,7 +149,7 @@ private:
     std::shared_ptr<const BinaryDeck> earlier_;
     std::uint32_t persistStep_ = 1;
     std::string junk_;
-    bool encrypted_ = false;
+    std::optional<String> password_;
     bool encryptedToken_ = false;
     bool currentUser_ = true;
     bool paddedCurrentUser_ = false;

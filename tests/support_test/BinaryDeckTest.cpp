@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "support/BinaryEncryption.h"
 #include "support/BinaryReader.h"
 #include "support/BinaryRecords.h"
 #include "support/CompoundReader.h"
@@ -276,15 +277,30 @@ TEST(BinaryDeck, HidesInTheSecondStorageOfDualFiles)
     EXPECT_NE(StreamOf(file, "PowerPoint Document"), deck.DocumentStream());
 }
 
-TEST(BinaryDeck, SaysThatItIsEncrypted)
+TEST(BinaryDeck, EncryptsPersistObjectsAndNamesTheSession)
 {
-    const std::string file = BinaryDeck().SaysEncrypted().Bytes();
+    const BinaryDeck plain = BinaryDeck().Slide(Title(u"Secret"));
+    const std::string file = BinaryDeck(plain).Encrypted(u"password").Bytes();
     const std::string stream = StreamOf(file, "PowerPoint Document");
 
     EXPECT_EQ(StreamOf(file, "Current User").substr(12, 4), Long(0xF3D1C4DF));
     EXPECT_EQ(At(stream, stream.size() - 36), 0x20U);
-    const std::uint32_t session = At(stream, stream.size() - 4);
-    EXPECT_EQ(RecordsOf(LiveObjects(file).at(session)).front().type, 12052U);
+    EXPECT_EQ(At(stream, stream.size() - 4), plain.SlideId(1) + 1);
+    EXPECT_EQ(stream.find("Secret"), std::string::npos);
+    // RC4 gives back what it is given twice.
+    const std::size_t document = FirstRecord(plain.DocumentStream(), 1000).size() + 8;
+    EXPECT_EQ(Encrypt(u"password", BinaryDeck::DocumentId, stream.substr(0, document)),
+              plain.DocumentStream().substr(0, document));
+}
+
+TEST(BinaryDeck, VerifiesAPassword)
+{
+    const std::string session = RecordsOf(CryptSession(SilentPassword)).front().data;
+    const std::size_t verifier = 12 + At(session, 8) + 4;
+
+    EXPECT_EQ(session.substr(verifier, 16), "salt of the deck");
+    EXPECT_EQ(Encrypt(SilentPassword, 0, session.substr(verifier + 16, 16)), "verifies the key");
+    EXPECT_NE(Encrypt(u"other", 0, session.substr(verifier + 16, 16)), "verifies the key");
 }
 
 TEST(BinaryDeck, WritesPropertiesIntoTwoStreams)
