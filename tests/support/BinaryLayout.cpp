@@ -42,6 +42,34 @@ std::string PersistAtom(std::uint32_t persistId, std::uint32_t texts, std::uint3
     return Atom(1011, Long(persistId) + Long(HasOtherData) + Long(texts) + Long(id) + Long(0));
 }
 
+/// What texts of a type look like where nothing else is said: here the size alone, equal on all five levels.
+std::string MasterStyle(std::uint32_t textType, std::uint32_t points)
+{
+    constexpr std::uint32_t Levels = 5;
+    constexpr std::uint32_t FirstWithNumberedLevels = 5;
+    constexpr std::uint32_t SizeOfCharacters = 1U << 17;
+    std::string levels = Short(Levels);
+    for (std::uint32_t level = 0; level < Levels; ++level)
+        levels += (textType >= FirstWithNumberedLevels ? Short(level) : "") + Long(0) + Long(SizeOfCharacters) +
+                  Short(points);
+    return Atom(4003, levels, textType);
+}
+
+std::string MasterStyles()
+{
+    return MasterStyle(TitleText, 44) + MasterStyle(BodyText, 32) + MasterStyle(NotesText, 12) +
+           MasterStyle(CenterBodyText, 32) + MasterStyle(CenterTitleText, 44) + MasterStyle(HalfBodyText, 28) +
+           MasterStyle(QuarterBodyText, 24);
+}
+
+/// Fonts, and what all texts look like.
+std::string Environment(const std::string& fonts)
+{
+    constexpr std::uint32_t Nothing = 0;
+    return Container(1010, Container(2005, fonts) + Atom(4004, Long(Nothing)) + Atom(4005, Short(0) + Long(Nothing)) +
+                               Atom(4009, Long(Nothing)) + MasterStyle(OtherText, 18));
+}
+
 std::string Font()
 {
     std::string name = Wide(u"Arial");
@@ -86,7 +114,7 @@ std::vector<std::string> BinaryLayout::Objects()
 std::string BinaryLayout::Master(const MainMaster& master)
 {
     BinaryPage page(parts_, false);
-    std::string records = SlideAtom(1, 0, 0, 0) + ColorScheme(6);
+    std::string records = SlideAtom(1, 0, 0, 0) + ColorScheme(6) + MasterStyles();
     if (master.headersFooters_)
         records += master.headersFooters_->Record(0);
     records += page.Drawing(master.shapes_) + ColorScheme(1);
@@ -145,9 +173,8 @@ std::string BinaryLayout::Notes(std::size_t index)
 
 std::string BinaryLayout::Document()
 {
-    const std::string fonts = Container(2005, Font());
     std::string records = DocumentAtom() + parts_.ExternalObjects(deck_.StorageId(1), deck_.persistStep_) +
-                          Container(1010, fonts) + parts_.DrawingGroup() + MasterList();
+                          Environment(Font()) + parts_.DrawingGroup() + MasterList() + Container(2000, "");
     if (deck_.slideFooters_)
         records += deck_.slideFooters_->Record(3);
     if (deck_.notesFooters_)

@@ -41,7 +41,16 @@ enum PlaceholderKind {
 };
 
 /// Textbox types of a text's header.
-enum TextType { TitleText = 0, BodyText = 1, NotesText = 2, OtherText = 4, CenterBodyText = 5, CenterTitleText = 6 };
+enum TextType {
+    TitleText = 0,
+    BodyText = 1,
+    NotesText = 2,
+    OtherText = 4,
+    CenterBodyText = 5,
+    CenterTitleText = 6,
+    HalfBodyText = 7,
+    QuarterBodyText = 8,
+};
 
 /// One shape of a slide, notes page or master.
 class Shape
