@@ -9,6 +9,10 @@ namespace
 {
 
 constexpr std::uint32_t ShapesOfCluster = 1024;
+constexpr std::uint32_t HyperlinkObject = 4055;
+constexpr std::uint32_t EmbeddedObject = 4044;
+constexpr std::uint32_t LinkedObject = 4046;
+constexpr std::uint32_t MovieObject = 4102;
 
 /// A PNG of one pixel.
 std::string OnePixel()
@@ -45,7 +49,7 @@ std::uint32_t BinaryParts::LinkId(const Link& link)
         records += CString(*link.address, 1);
     if (const std::string location = LocationOf(link); !location.empty())
         records += Atom(4026, location, 3);
-    objects_.push_back({.link = true, .id = id, .records = records});
+    objects_.push_back({.type = HyperlinkObject, .id = id, .records = records});
     linkIds_.emplace_back(link, id);
     return id;
 }
@@ -62,8 +66,17 @@ std::string BinaryParts::LocationOf(const Link& link) const
 std::uint32_t BinaryParts::ObjectId(bool linked, const std::string& names, std::string storage)
 {
     const auto id = static_cast<std::uint32_t>(objects_.size() + 1);
-    objects_.push_back({.linked = linked, .id = id, .records = names, .storage = storages_.size()});
+    objects_.push_back(
+        {.type = linked ? LinkedObject : EmbeddedObject, .id = id, .records = names, .storage = storages_.size()});
     storages_.push_back(std::move(storage));
+    return id;
+}
+
+std::uint32_t BinaryParts::MovieId(const String& path)
+{
+    const auto id = static_cast<std::uint32_t>(objects_.size() + 1);
+    const std::string video = Atom(4100, Long(id) + Long(0)) + CString(path);
+    objects_.push_back({.type = MovieObject, .id = id, .records = Container(4101, video)});
     return id;
 }
 
@@ -96,17 +109,16 @@ std::string BinaryParts::ExternalObjects(std::uint32_t firstStorage, std::uint32
         return {};
     std::string list = Atom(1034, Long(static_cast<std::uint32_t>(objects_.size())));
     for (const auto& object : objects_) {
-        if (object.link) {
-            list += Container(4055, object.records);
+        if (object.type == HyperlinkObject || object.type == MovieObject) {
+            list += Container(object.type, object.records);
             continue;
         }
+        const bool linked = object.type == LinkedObject;
         const std::uint32_t persist = firstStorage + static_cast<std::uint32_t>(object.storage) * step;
-        const std::string atom = Record(
-            1, 0, 4035, Long(1) + Long(object.linked ? 1 : 0) + Long(object.id) + Long(3) + Long(persist) + Long(0));
-        if (object.linked)
-            list += Container(4046, Atom(4049, Long(0) + Long(1) + Long(0)) + atom + object.records);
-        else
-            list += Container(4044, Atom(4045, Long(0) + Long(0)) + atom + object.records);
+        const std::string atom =
+            Record(1, 0, 4035, Long(1) + Long(linked ? 1 : 0) + Long(object.id) + Long(3) + Long(persist) + Long(0));
+        const std::string kind = linked ? Atom(4049, Long(0) + Long(1) + Long(0)) : Atom(4045, Long(0) + Long(0));
+        list += Container(object.type, kind + atom + object.records);
     }
     return Container(1033, list);
 }

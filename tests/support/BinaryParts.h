@@ -23,6 +23,9 @@ public:
     /// An OLE object: its records behind ExOleObjAtom, its storage as bytes of the persist object (ExOleObjStg).
     std::uint32_t ObjectId(bool linked, const std::string& names, std::string storage);
 
+    /// A movie beside the file.
+    std::uint32_t MovieId(const String& path);
+
     /// The number of the one picture of the deck, which `Pictures` holds then.
     std::uint32_t PictureNumber();
 
@@ -40,11 +43,10 @@ public:
 
 private:
     struct Object {
-        bool link = false;    ///< A hyperlink; else an OLE object.
-        bool linked = false;  ///< An OLE link.
+        std::uint32_t type = 0;  ///< Of the record.
         std::uint32_t id = 0;
         std::string records;
-        std::size_t storage = 0;
+        std::size_t storage = 0;  ///< Of an OLE object.
     };
     struct Cluster {
         std::uint32_t drawing;

@@ -259,6 +259,8 @@ std::string Shape::ClientDataOf(BinaryPage& page) const
         const std::string names = CString(u"Object", 1) + CString(object_->programId, 2) + CString(u"Object", 3);
         records += Atom(3009, Long(page.Parts().ObjectId(object_->linked, names, object_->storage)));
     }
+    if (movie_)
+        records += Atom(3009, Long(page.Parts().MovieId(*movie_)));
     if (click_)
         records += InteractiveInfo(page.Parts(), *click_, false);
     if (hover_)
@@ -309,6 +311,23 @@ Shape Picture()
 {
     Shape shape(PictureFrame);
     shape.picture_ = true;
+    return shape;
+}
+
+Shape LinkedPicture(const String& path)
+{
+    constexpr std::uint32_t FileName = 0x105;
+    constexpr std::uint32_t FileFlags = 0x106;
+    constexpr std::uint32_t LinkedToFileAndNotSaved = 0xE;
+    return Shape(PictureFrame)
+        .ComplexProperty(FileName, ppt::Wide(path) + Short(0))
+        .Property(FileFlags, LinkedToFileAndNotSaved);
+}
+
+Shape Movie(String path)
+{
+    Shape shape = Picture();
+    shape.movie_ = std::move(path);
     return shape;
 }
 

@@ -90,6 +90,7 @@ private:
     friend Shape Table(std::vector<std::vector<Text>> rows);
     friend Shape OleObject(bool linked, String programId, std::string storage);
     friend Shape Picture();
+    friend Shape Movie(String path);
     friend Shape RawShape(std::string record);
 
     struct Object {
@@ -123,6 +124,7 @@ private:
     std::map<std::uint32_t, std::uint32_t> tertiary_;
     std::optional<Text> text_;
     std::optional<Object> object_;
+    std::optional<String> movie_;
     std::vector<std::vector<Shape>> rows_;  ///< Of a group, whose members are its one row, or a table.
     bool group_ = false;
     std::string clientData_;
@@ -188,7 +190,9 @@ Shape Freeform(Parts... parts)
 
 Shape WordArt(const String& text);  ///< No text of its own: the characters are a property of the drawing.
 Shape Line();
-Shape Picture();  ///< A PNG of one pixel, in the stream of pictures.
+Shape Picture();                          ///< A PNG of one pixel, in the stream of pictures.
+Shape LinkedPicture(const String& path);  ///< With nothing in the stream of pictures.
+Shape Movie(String path);
 Shape NotesImage();
 
 Shape GroupOf(std::vector<Shape> members);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -61,6 +62,9 @@ struct UnlistedSlide {
 struct SlideRecords {
     std::string records;
 };
+/// The tag of an effect that plays characters of a shape, which stand there by their positions.
+SlideRecords TextAnimation(int begin, int end, std::uint32_t shapeId = 0);
+
 /// Further records behind the slide's texts in the list of slides.
 struct OutlineRecords {
     std::string records;
@@ -111,7 +115,10 @@ public:
     {
     }
 
-    MainMaster& Nameless();  ///< No record of a name.
+    MainMaster& Nameless();                  ///< No record of a name.
+    MainMaster& Theme(const String& name);   ///< The package of a theme of that name, as PowerPoint 2007 and later add.
+    MainMaster& Original(std::uint32_t id);  ///< The id that copies for layouts name.
+    MainMaster& CopyOf(std::uint32_t id);    ///< A copy for a layout, and so no design.
     template <class... Shapes>
     MainMaster& TitleMaster(Shapes... shapes)
     {

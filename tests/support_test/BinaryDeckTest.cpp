@@ -9,6 +9,7 @@
 #include "support/BinaryReader.h"
 #include "support/BinaryRecords.h"
 #include "support/CompoundReader.h"
+#include "support/PackageReader.h"
 
 namespace tessarine::test::ppt
 {
@@ -163,6 +164,38 @@ TEST(BinaryDeck, GivesMastersTheirNamesAndSlidesTheirMasters)
     EXPECT_EQ(FirstRecord(objects.at(deck.TitleMasterId(1)), 1007).substr(12, 4), Long(0x80000000));
     EXPECT_EQ(FirstRecord(objects.at(deck.SlideId(1)), 1007).substr(12, 4), Long(0x80000001));
     EXPECT_EQ(FirstRecord(objects.at(deck.SlideId(2)), 1007).substr(12, 4), Long(0x80000002));
+}
+
+TEST(BinaryDeck, MarksMastersThatAreCopiesForLayoutsAndAddsThemes)
+{
+    const BinaryDeck deck = BinaryDeck()
+                                .Master(MainMaster(u"First").Original(7).Theme(u"Office Theme"))
+                                .Master(MainMaster(u"1_First").CopyOf(7));
+    const auto objects = LiveObjects(deck.Bytes());
+    const std::string theme = FirstRecord(objects.at(deck.MasterId(1)), 1038);
+
+    EXPECT_EQ(FirstRecord(objects.at(deck.MasterId(1)), 1052), Long(7));
+    EXPECT_EQ(FirstRecord(objects.at(deck.MasterId(2)), 1053), Long(7));
+    EXPECT_NE(PackageReader(theme).Entry("theme/theme/theme1.xml").bytes.find("name=\"Office Theme\""),
+              std::string::npos);
+}
+
+TEST(BinaryDeck, NamesMoviesAndPicturesBesideTheFile)
+{
+    const BinaryDeck deck = BinaryDeck().Slide(Movie(u"a.avi"), LinkedPicture(u"b.png"));
+    const auto frames = FindRecords(Slide(deck, 1), 0xF004);
+
+    EXPECT_EQ(FindRecords(FirstRecord(Document(deck), 4102), 4026).at(0).data, Wide(u"a.avi"));
+    EXPECT_EQ(FirstRecord(frames.at(1).data, 3009), FirstRecord(Document(deck), 4100).substr(0, 4));
+    EXPECT_NE(FirstRecord(frames.at(2).data, 0xF00B).find(Wide(u"b.png")), std::string::npos);
+}
+
+TEST(BinaryDeck, TellsWhichCharactersAnEffectPlays)
+{
+    const BinaryDeck deck = BinaryDeck().Slide(TextBox(u"one\rtwo"), TextAnimation(4, 7));
+    const std::string blob = FirstRecord(FirstRecord(Slide(deck, 1), 5002), 5003);
+
+    EXPECT_EQ(FirstRecord(blob, 0x2AFB), Long(2) + Long(1) + Long(0) + Long(4) + Long(7));
 }
 
 TEST(BinaryDeck, WritesHeadersAndFootersWhereTheyAreAskedFor)
