@@ -80,6 +80,16 @@ std::string TextsValue(const std::vector<std::string>& texts)
     return Padded(value);
 }
 
+std::string LinksValue(const std::vector<std::pair<std::u16string, std::u16string>>& links)
+{
+    // Of six values the first four say what uses a link; real files have 7, 6, 0, 7 for those of texts.
+    std::string blob = Long(static_cast<std::uint32_t>(6 * links.size()));
+    for (const auto& [address, location] : links)
+        blob += NumberValue(7) + NumberValue(6) + NumberValue(0) + NumberValue(7) + WideValue(address) +
+                WideValue(location);
+    return BlobValue(blob);
+}
+
 PropertySection& PropertySection::CodePage(int codePage)
 {
     codePage_ = codePage;

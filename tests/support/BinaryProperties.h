@@ -21,6 +21,10 @@ std::string TimeValue(std::uint64_t steps);       ///< VT_FILETIME, 100-nanoseco
 std::string BlobValue(const std::string& bytes);  ///< VT_BLOB
 std::string TextsValue(const std::vector<std::string>& texts);  ///< VT_VECTOR of VT_LPSTR
 
+/// What the custom property "_PID_HLINKS" holds: address and location of each link of the document, in the order of
+/// their records.
+std::string LinksValue(const std::vector<std::pair<std::u16string, std::u16string>>& links);
+
 /// One section of a stream.
 class PropertySection
 {

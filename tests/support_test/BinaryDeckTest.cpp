@@ -359,5 +359,14 @@ TEST(BinaryDeck, WritesPropertiesIntoTwoStreams)
     EXPECT_EQ(document.substr(custom + 32, 20), Long(1) + Long(2) + Long(7) + std::string("Client\0\0", 8));
 }
 
+TEST(BinaryDeck, ListsLinksAsOldVersionsReadThem)
+{
+    const std::string value = LinksValue({{u"mailto:a@b", u""}});
+
+    EXPECT_EQ(value.substr(0, 12), Long(0x41) + Long(80) + Long(6));
+    EXPECT_EQ(value.substr(12, 32), Long(3) + Long(7) + Long(3) + Long(6) + Long(3) + Long(0) + Long(3) + Long(7));
+    EXPECT_EQ(value.substr(44), WideValue(u"mailto:a@b") + WideValue(u""));
+}
+
 }  // namespace
 }  // namespace tessarine::test::ppt

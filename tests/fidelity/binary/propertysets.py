@@ -11,7 +11,7 @@ DOCUMENT = {2: "Category", 3: "Format", 4: "Number of bytes", 5: "Number of line
             7: "Number of slides", 8: "Number of notes", 9: "Number of hidden Slides",
             10: "Number of multimedia clips", 14: "Manager", 15: "Company", 17: "Number of characters (with spaces)",
             26: "Content type", 27: "Content status", 28: "Language", 29: "Document version"}
-LINK_BASE = "_PID_LINKBASE"
+LINK_BASE, LINK_LIST = "_PID_LINKBASE", "_PID_HLINKS"
 CODECS = {1200: "utf-16-le", 65001: "utf-8", 10000: "mac_roman", 10029: "mac_latin2"}
 NUMBERS = {2: "<h", 3: "<i", 4: "<f", 5: "<d", 16: "<b", 17: "<B", 18: "<H", 19: "<I", 20: "<q", 21: "<Q", 22: "<i",
            23: "<I"}
@@ -93,9 +93,27 @@ def shown(name, value):
         return None
 
 
+def listed_links(blob):
+    """The list of all links that old versions read: six values for each, of which the last two are texts."""
+    values, at = [], 4
+    try:
+        for _ in range(struct.unpack_from("<I", blob, 0)[0]):
+            kind, value = struct.unpack_from("<II", blob, at)
+            at += 8
+            if kind == 31:
+                text = blob[at:at + 2 * value].decode("utf-16-le", "replace")
+                at += (2 * value + 3) // 4 * 4
+                value = text.rstrip("\0")
+            values.append(value)
+    except struct.error:
+        pass
+    return [{"address": values[i + 4], "subAddress": values[i + 5]} for i in range(0, len(values) - 5, 6)]
+
+
 def read(streams):
-    """{"builtIn": {name: value}, "custom": [{"name", "value"}]}; a date is a text, what can't be shown is null."""
-    result = {"builtIn": {}, "custom": []}
+    """{"builtIn": {name: value}, "custom": [{"name", "value"}], "links": [{"address", "subAddress"}]}; a date is a text,
+    what can't be shown is null."""
+    result = {"builtIn": {}, "custom": [], "links": []}
     for stream, table in (("\x05SummaryInformation", SUMMARY), ("\x05DocumentSummaryInformation", DOCUMENT)):
         try:
             found = sections(streams.get(stream, b""))
@@ -109,6 +127,9 @@ def read(streams):
                 base = found[1].value(number)
                 if isinstance(base, bytes):
                     result["builtIn"]["Hyperlink base"] = base.decode("utf-16-le", "replace").split("\0")[0]
+            elif name == LINK_LIST:
+                blob = found[1].value(number)
+                result["links"] = listed_links(blob) if isinstance(blob, bytes) else []
             elif not name.startswith("_PID_") and number in found[1].places:
                 property_ = {}
                 put(property_, name, found[1], number)

@@ -54,7 +54,9 @@ class Presentation:
 
     def __init__(self, streams):
         prefix = "PP97_DUALSTORAGE/" if "PP97_DUALSTORAGE/PowerPoint Document" in streams else ""
-        self.stream = streams[prefix + "PowerPoint Document"]
+        self.stream = streams.get(prefix + "PowerPoint Document")
+        if self.stream is None:
+            raise ValueError("no presentation")
         self.user = streams.get(prefix + "Current User", b"")
         self.edits = list(self.read_edits())
         if not self.edits:

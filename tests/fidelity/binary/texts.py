@@ -43,17 +43,23 @@ def text_groups(records):
 
 
 class Links:
-    """The external hyperlinks of the document, and what a use of one leads to."""
+    """The external hyperlinks of the document, and what a use of one leads to. `listed` are those of the properties:
+    PowerPoint 97 had the addresses there alone, in the order of the records."""
 
-    def __init__(self, document):
+    def __init__(self, document, listed):
         self.known = {}
+        position = 0
         objects = document.child(1033)
         for record in objects.children() if objects else ():
             atom = record.child(4051)
             if record.type == 4055 and atom is not None:
                 texts = {c.instance: c.data.decode("utf-16-le", "surrogatepass")
                          for c in record.children() if c.type == 4026}
-                self.known[atom.number(0)] = {"address": texts.get(1, ""), "subAddress": texts.get(3, "")}
+                link = {"address": texts.get(1, ""), "subAddress": texts.get(3, "")}
+                if 1 not in texts and position < len(listed):
+                    link["listed"] = listed[position]
+                self.known[atom.number(0)] = link
+                position += 1
 
     def of(self, info):
         """None for what is no member of the collection."""
