@@ -111,8 +111,8 @@ def listed_links(blob):
 
 
 def read(streams):
-    """{"builtIn": {name: value}, "custom": [{"name", "value"}], "links": [{"address", "subAddress"}]}; a date is a text,
-    what can't be shown is null."""
+    """{"builtIn": {name: value}, "custom": [{"name", "value"}], "links": [{"address", "subAddress"}]}; a date is a
+    text, what can't be shown is null."""
     result = {"builtIn": {}, "custom": [], "links": []}
     for stream, table in (("\x05SummaryInformation", SUMMARY), ("\x05DocumentSummaryInformation", DOCUMENT)):
         try:

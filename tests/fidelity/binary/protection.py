@@ -1,5 +1,5 @@
-"""RC4 CryptoAPI encryption [MS-OFFCRYPTO] with the password that PowerPoint tries by itself: that of presentations which
-only changing is protected of."""
+"""RC4 CryptoAPI encryption [MS-OFFCRYPTO] with the password that PowerPoint tries by itself: that of presentations
+which only changing is protected of."""
 
 import hashlib
 import struct

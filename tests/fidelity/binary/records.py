@@ -78,7 +78,7 @@ class Presentation:
         return record if record.type in kinds else None
 
     def read_edits(self):
-        """From the newest to the oldest. Where an edit names none that can be, the one before it in the stream is next."""
+        """From the newest to the oldest. Where one names none that can be, the one before it in the stream follows."""
         start = None
         if len(self.user) >= 20 and struct.unpack_from("<H", self.user, 2)[0] == CURRENT_USER:
             start = struct.unpack_from("<I", self.user, 16)[0]
