@@ -113,12 +113,12 @@ SectorTable CompoundFile::ReadFat() const
     };
 
     readFatSectors(std::string_view(header_).substr(header::difat));
-    auto difatSector = HeaderNumber(header::firstDifatSector);
-    while (done < needed && difatSector < sectors_) {
-        const std::string difat = ReadPadded(difatSector, 1);
-        own.push_back(difatSector);
+    auto difatAt = HeaderNumber(header::firstDifatSector);
+    while (done < needed && difatAt < sectors_) {
+        const std::string difat = ReadPadded(difatAt, 1);
+        own.push_back(difatAt);
         readFatSectors(std::string_view(difat).substr(0, difat.size() - numberSize));
-        difatSector = Get<std::uint32_t>(difat, difat.size() - numberSize);
+        difatAt = Get<std::uint32_t>(difat, difat.size() - numberSize);
     }
 
     SectorTable fat(std::move(next));
