@@ -25,14 +25,20 @@ std::string SystemName(const std::string& name)
     return name.starts_with(windows) ? "CP" + name.substr(windows.size()) : name;
 }
 
-/// UTF-16 as the text of this program.
-constexpr const char* native = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
+/// What stands in for a name that the system doesn't know.
+constexpr const char* usualName = "CP1252";
 
-/// A converter to UTF-16.
+/// UTF-16 as the text of this program.
+constexpr const char* nativeUtf16 = std::endian::native == std::endian::little ? "UTF-16LE" : "UTF-16BE";
+
+/// A converter of the system between two encodings, of which one is UTF-16.
 class Converter
 {
 public:
-    explicit Converter(const std::string& name) : handle_(iconv_open(native, name.c_str())) {}
+    Converter(const std::string& target, const std::string& source)
+        : handle_(iconv_open(target.c_str(), source.c_str()))
+    {
+    }
     ~Converter()
     {
         if (IsOpen())
@@ -43,33 +49,47 @@ public:
 
     bool IsOpen() const { return handle_ != iconv_t(-1); }
 
-    /// Appends what can be read of the bytes and takes it off them. What is left begins with bytes without a meaning.
-    void Convert(std::string_view& bytes, String& text)
+    /// Appends what can be converted of the source and takes it off it. What is left begins with units that have no
+    /// meaning in the source or no counterpart in the target.
+    template <class Source, class Target>
+    void Convert(std::basic_string_view<Source>& source, std::basic_string<Target>& target)
     {
-        std::size_t left = bytes.size();
-        char* source = const_cast<char*>(bytes.data());  // by the function's old signature; it only reads
-        while (left > 0 && Append(&source, &left, text)) {
+        std::size_t left = source.size() * sizeof(Source);
+        // By the function's old signature; it only reads.
+        char* from = const_cast<char*>(reinterpret_cast<const char*>(source.data()));
+        while (left > 0 && Append(&from, &left, target)) {
         }
-        bytes.remove_prefix(bytes.size() - left);
+        source.remove_prefix(source.size() - left / sizeof(Source));
     }
 
     /// Appends what a character at the end of the bytes was kept back for: it may have been joined with the next one.
     void Finish(String& text) { Append(nullptr, nullptr, text); }
 
 private:
-    /// One buffer full. False when the bytes that are left have no meaning.
-    bool Append(char** source, std::size_t* left, String& text)
+    /// One buffer full. False when nothing more can be converted.
+    template <class Target>
+    bool Append(char** source, std::size_t* left, std::basic_string<Target>& target)
     {
-        std::array<char16_t, 4096> buffer;
-        char* target = reinterpret_cast<char*>(buffer.data());
+        std::array<Target, 4096> buffer;
+        char* to = reinterpret_cast<char*>(buffer.data());
         std::size_t room = sizeof buffer;
-        const std::size_t result = iconv(handle_, source, left, &target, &room);
-        text.append(buffer.data(), buffer.size() - room / sizeof(char16_t));
+        const std::size_t result = iconv(handle_, source, left, &to, &room);
+        target.append(buffer.data(), buffer.size() - room / sizeof(Target));
         return result != static_cast<std::size_t>(-1) || room < sizeof buffer;
     }
 
     iconv_t handle_;
 };
+
+Converter FromEncoding(const std::string& systemName)
+{
+    return {nativeUtf16, systemName};
+}
+
+Converter ToEncoding(const std::string& systemName)
+{
+    return {systemName, nativeUtf16};
+}
 
 /// Whether the code page is one of Windows with a byte for each character. These give the control characters U+0080 to
 /// U+009F to bytes that they use for nothing else; the system's tables lack them.
@@ -99,62 +119,18 @@ String Convert(std::string_view bytes, Converter& converter, bool keepsControls)
 String FromCodePage(std::string_view bytes, const std::string& name)
 {
     const std::string systemName = SystemName(name);
-    if (Converter converter(systemName); converter.IsOpen())
+    if (Converter converter = FromEncoding(systemName); converter.IsOpen())
         return Convert(bytes, converter, KeepsControls(systemName));
-    const std::string usual = "CP1252";
-    Converter converter(usual);
-    return Convert(bytes, converter, KeepsControls(usual));
+    Converter converter = FromEncoding(usualName);
+    return Convert(bytes, converter, KeepsControls(usualName));
 }
-
-namespace
-{
-
-/// A converter from UTF-16.
-class BackConverter
-{
-public:
-    explicit BackConverter(const std::string& name) : handle_(iconv_open(name.c_str(), native)) {}
-    ~BackConverter()
-    {
-        if (IsOpen())
-            iconv_close(handle_);
-    }
-    BackConverter(const BackConverter&) = delete;
-    BackConverter& operator=(const BackConverter&) = delete;
-
-    bool IsOpen() const { return handle_ != iconv_t(-1); }
-
-    /// Appends the bytes of what can be written of the text and takes it off it. What is left begins with a character
-    /// that the code page doesn't have.
-    void Convert(StringView& text, std::string& bytes)
-    {
-        std::size_t left = text.size() * sizeof(char16_t);
-        // By the function's old signature; it only reads.
-        char* source = const_cast<char*>(reinterpret_cast<const char*>(text.data()));
-        while (left > 0) {
-            std::array<char, 4096> buffer;
-            char* target = buffer.data();
-            std::size_t room = buffer.size();
-            const std::size_t result = iconv(handle_, &source, &left, &target, &room);
-            bytes.append(buffer.data(), buffer.size() - room);
-            if (result == static_cast<std::size_t>(-1) && room == buffer.size())
-                break;
-        }
-        text.remove_prefix(text.size() - left / sizeof(char16_t));
-    }
-
-private:
-    iconv_t handle_;
-};
-
-}  // namespace
 
 std::optional<std::string> ToCodePage(StringView text, const std::string& name)
 {
     std::string systemName = SystemName(name);
-    if (!BackConverter(systemName).IsOpen())
-        systemName = "CP1252";  // as FromCodePage takes an unknown name
-    BackConverter converter(systemName);
+    if (!ToEncoding(systemName).IsOpen())
+        systemName = usualName;
+    Converter converter = ToEncoding(systemName);
     std::string bytes;
     for (StringView rest = text; !rest.empty(); rest.remove_prefix(1)) {
         converter.Convert(rest, bytes);
