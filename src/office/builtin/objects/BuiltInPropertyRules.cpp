@@ -51,14 +51,7 @@ constexpr std::array<BuiltInPropertyRule, builtInPropertyCount> rules{{
 }};
 
 // RuleOf uses the property as the index.
-consteval bool AreInOrder()
-{
-    for (std::size_t i = 0; i < rules.size(); ++i)
-        if (rules[i].property != static_cast<BuiltInProperty>(i))
-            return false;
-    return true;
-}
-static_assert(AreInOrder());
+static_assert(IsTableOfBuiltInProperties(rules));
 
 }  // namespace
 

@@ -61,14 +61,7 @@ constexpr std::array<Row, builtInPropertyCount> rows{{
     {BuiltInProperty::DocumentVersion, Kind::Text, CoreProperties, "version"},
 }};
 
-consteval bool AreInOrder()
-{
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        if (rows[i].property != static_cast<BuiltInProperty>(i))
-            return false;
-    return true;
-}
-static_assert(AreInOrder());
+static_assert(IsTableOfBuiltInProperties(rows));
 
 const Row& RowOf(BuiltInProperty property)
 {

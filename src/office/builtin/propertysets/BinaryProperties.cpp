@@ -59,10 +59,9 @@ void BinaryProperties::EmptyLinkList()
     // A count of 0 ([MS-OSHARED] 2.3.3.1.20).
     const std::string noLinks(4, '\0');
     const auto* const section = documentSummary_ ? documentSummary_->Find(userDefinedFormat) : nullptr;
-    const auto dictionary = section == nullptr ? std::nullopt : documentSummary_->Value(*section, dictionaryId);
-    if (!dictionary)
+    if (section == nullptr)
         return;
-    for (const auto& [id, name] : ReadPropertyNames(*dictionary, section->codePage)) {
+    for (const auto& [id, name] : NamesIn(*documentSummary_, *section)) {
         const auto list = name == linkListName ? documentSummary_->Value(*section, id) : std::nullopt;
         if (list && TypeOf(*list) == ValueType::Blob)
             documentSummary_->Put(*section, id, TypedBlob(noLinks), LengthOf(*list));

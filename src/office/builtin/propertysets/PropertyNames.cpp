@@ -34,4 +34,10 @@ std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, s
     return names;
 }
 
+std::map<std::uint32_t, String> NamesIn(const PropertySetStream& stream, const PropertySetStream::Section& section)
+{
+    const auto dictionary = stream.Value(section, dictionaryId);
+    return dictionary ? ReadPropertyNames(*dictionary, section.codePage) : std::map<std::uint32_t, String>();
+}
+
 }  // namespace tessarine::builtin

@@ -4,6 +4,7 @@
 #include <map>
 #include <string_view>
 
+#include "office/builtin/propertysets/PropertySetStream.h"
 #include "platform/String.h"
 
 namespace tessarine::builtin
@@ -23,5 +24,8 @@ inline constexpr StringView linkListName = u"_PID_HLINKS";
 /// first one counts. What lies beyond the given bytes or the first 65535 has no name, nor have the ids that the format
 /// keeps for itself, such as those of the dictionary and the code page.
 std::map<std::uint32_t, String> ReadPropertyNames(std::string_view dictionary, std::uint16_t codePage);
+
+/// The names that the section's own dictionary gives; none where it has no dictionary.
+std::map<std::uint32_t, String> NamesIn(const PropertySetStream& stream, const PropertySetStream::Section& section);
 
 }  // namespace tessarine::builtin

@@ -5,7 +5,10 @@
 #include <string>
 #include <string_view>
 
-/// Numbers of property sets, the lowest byte first.
+#include "platform/LittleEndian.h"
+
+/// Numbers of property sets, the lowest byte first, whose sizes the sets tell: they may lie, so that reading here never
+/// goes beyond the end (platform/LittleEndian.h is for sizes and places that are known).
 namespace tessarine::builtin
 {
 
@@ -49,8 +52,7 @@ inline void AppendNumber(std::string& bytes, std::uint64_t number, std::size_t s
 /// Puts the number in place of the four bytes at `at`, which are there.
 inline void PutLong(std::string& bytes, std::size_t at, std::size_t number)
 {
-    for (std::size_t i = 0; i < 4; ++i, number >>= 8)
-        bytes[at + i] = static_cast<char>(number & 0xFF);
+    littleendian::Put(bytes, at, static_cast<std::uint32_t>(number));
 }
 
 }  // namespace tessarine::builtin

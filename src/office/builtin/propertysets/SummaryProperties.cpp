@@ -61,14 +61,7 @@ constexpr std::array<Row, builtInPropertyCount> rows{{
     {BuiltInProperty::DocumentVersion, Kind::Text, Set::DocumentSummary, 29},
 }};
 
-consteval bool AreInOrder()
-{
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        if (rows[i].property != static_cast<BuiltInProperty>(i))
-            return false;
-    return true;
-}
-static_assert(AreInOrder());
+static_assert(IsTableOfBuiltInProperties(rows));
 
 const FormatId& FormatOf(Set set)
 {
@@ -103,10 +96,9 @@ SummaryProperties::SummaryProperties(std::optional<PropertySetStream>& summary,
 void SummaryProperties::FindLinkBase()
 {
     const auto* const section = documentSummary_ ? documentSummary_->Find(userDefinedFormat) : nullptr;
-    const auto dictionary = section == nullptr ? std::nullopt : documentSummary_->Value(*section, dictionaryId);
-    if (!dictionary)
+    if (section == nullptr)
         return;
-    for (const auto& [id, name] : ReadPropertyNames(*dictionary, section->codePage))
+    for (const auto& [id, name] : NamesIn(*documentSummary_, *section))
         if (name == linkBaseName && documentSummary_->Value(*section, id))
             linkBase_ = id;
 }

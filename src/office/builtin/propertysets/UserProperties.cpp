@@ -10,10 +10,9 @@ UserProperties::UserProperties(std::optional<PropertySetStream>& documentSummary
     : stream_(documentSummary), limits_(limits)
 {
     section_ = stream_ ? stream_->Find(userDefinedFormat) : nullptr;
-    const auto dictionary = section_ == nullptr ? std::nullopt : stream_->Value(*section_, dictionaryId);
-    if (!dictionary)
+    if (section_ == nullptr)
         return;
-    auto names = ReadPropertyNames(*dictionary, section_->codePage);
+    auto names = NamesIn(*stream_, *section_);
     for (const PropertySetStream::Property& property : section_->properties)
         if (const auto name = names.find(property.id); name != names.end() && !name->second.starts_with(hiddenPrefix))
             properties_.push_back({property.id, std::move(name->second)});

@@ -48,4 +48,14 @@ enum class BuiltInProperty : std::uint8_t {
 inline constexpr std::size_t builtInPropertyCount = 34;
 static_assert(static_cast<std::size_t>(BuiltInProperty::DocumentVersion) + 1 == builtInPropertyCount);
 
+/// Whether a table has one row for each property, in their order. A row names its own in the member `property`.
+template <class Table>
+consteval bool IsTableOfBuiltInProperties(const Table& rows)
+{
+    for (std::size_t i = 0; i < builtInPropertyCount; ++i)
+        if (rows[i].property != static_cast<BuiltInProperty>(i))
+            return false;
+    return rows.size() == builtInPropertyCount;
+}
+
 }  // namespace tessarine::builtin
