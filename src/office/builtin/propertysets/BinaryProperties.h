@@ -17,8 +17,8 @@ namespace tessarine::builtin
 {
 
 /// The streams of a binary presentation that hold its document properties; each may be missing.
-inline constexpr StringView summaryStream = u"\x0005SummaryInformation";
-inline constexpr StringView documentSummaryStream = u"\x0005DocumentSummaryInformation";
+inline constexpr StringView summaryStream = u"\5SummaryInformation";
+inline constexpr StringView documentSummaryStream = u"\5DocumentSummaryInformation";
 
 /// The document properties of a binary presentation: its two streams, the properties in them, and what edits make of
 /// them. A stream that can't be read is a remark; it counts as missing and keeps its bytes.
