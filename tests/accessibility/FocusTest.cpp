@@ -1,4 +1,5 @@
 #include <QImage>
+#include <QPushButton>
 #include <QTabWidget>
 
 #include "desktop/DarkColours.h"

@@ -140,7 +140,7 @@ TEST_F(RehearsedSave, WarnsOfOtherNamesAsTheSaveDoes)
     OpenAndChange();
     const WarningRecorder rehearsed;
     presentation_->RehearseSave();
-    const auto warnings = rehearsed.Warnings();
+    const auto& warnings = rehearsed.Warnings();
     ASSERT_EQ(warnings.size(), 1U);
 
     const WarningRecorder saved;

@@ -91,8 +91,9 @@ TEST(DamagedCompound, IsReadOrRefusedWithAnyByteChanged)
         const std::size_t directory = sound.PositionOf(sound.Header(firstDirectorySector));
         const std::size_t table = sound.PositionOf(sound.Header(firstFatSector));
         const std::size_t miniTable = sound.PositionOf(sound.Header(firstMiniFatSector));
+        using Range = std::pair<std::size_t, std::size_t>;  // begin and length
         for (const auto& [begin, length] :
-             {std::pair{std::size_t{0}, 96}, {directory, 512}, {table, 64}, {miniTable, 16}}) {
+             {Range{0, 96}, Range{directory, 512}, Range{table, 64}, Range{miniTable, 16}}) {
             for (std::size_t at = begin; at < begin + length; ++at) {
                 for (const int change : {0x01, 0x80, 0xFF}) {
                     std::string changed = whole;

@@ -152,7 +152,7 @@ TEST(CompoundFile, ReadsAStorageWhoseTreeIsAList)
     for (int i = 0; i < 3000; ++i)
         builder.Stream("Stream " + std::to_string(100000 + i), "x");
     PatchedCompound patched(builder.Bytes());
-    for (int i = 0; i < 3000; ++i) {
+    for (std::uint32_t i = 0; i < 3000; ++i) {
         const std::string name = "Stream " + std::to_string(100000 + i);
         patched.Record(name, leftSibling, 0xFFFFFFFF).Record(name, rightSibling, i < 2999 ? i + 2 : 0xFFFFFFFF);
     }

@@ -85,7 +85,7 @@ TEST(CompoundRewrite, PutsNewBytesIntoStreams)
     for (const CompoundBuilder& builder : Presentations()) {
         const std::string old = builder.Bytes();
         for (const std::string path : {"PowerPoint Document", "Current User", "Macros/VBA/dir", "Empty stream"}) {
-            for (const std::size_t size : {0, 1, 64, 65, 4095, 4096, 4097, 8192, 100000}) {
+            for (const std::size_t size : {0u, 1u, 64u, 65u, 4095u, 4096u, 4097u, 8192u, 100000u}) {
                 const std::string bytes(size, 'n');
 
                 const std::string written = OpenedCompound(old).With({{path, bytes}});
@@ -112,7 +112,7 @@ TEST(CompoundRewrite, IsReadByTheSystem)
 
 TEST(CompoundRewrite, LeavesNothingOfReplacedBytes)
 {
-    for (const std::size_t size : {1000, 9000}) {
+    for (const std::size_t size : {1000u, 9000u}) {
         std::string secret;
         while (secret.size() < size)
             secret += "Fabrikam ";

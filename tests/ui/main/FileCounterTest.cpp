@@ -130,7 +130,7 @@ TEST_F(FileCounterTest, ThatStillCountsDoesNotKeepTheWindow)
         folder.Write(u"many/" + FromUtf8(std::to_string(i)) + u".pptx");
     UseFolder(folder.PathOf(u"many"));
 
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Shown() != ""; }, patience)) << "it has begun";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Shown().empty(); }, patience)) << "it has begun";
     // The window goes with the test, whether the count is through or not.
 }
 
