@@ -1,7 +1,9 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -13,6 +15,11 @@ namespace tessarine::littleendian
 template <class Integer>
 Integer Get(std::string_view bytes, std::size_t offset)
 {
+    if constexpr (std::endian::native == std::endian::little) {
+        Integer value;  // one instruction, where the loop below takes many
+        std::memcpy(&value, bytes.data() + offset, sizeof value);
+        return value;
+    }
     std::uint64_t value = 0;
     for (std::size_t i = sizeof(Integer); i-- > 0;)
         value = value << 8 | static_cast<std::uint8_t>(bytes[offset + i]);

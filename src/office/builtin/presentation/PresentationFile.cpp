@@ -10,6 +10,7 @@
 #include "log/Warnings.h"
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/presentation/UsualPlaces.h"
+#include "office/builtin/reader/Refusals.h"
 #include "office/builtin/xml/XmlDocument.h"
 #include "platform/Failure.h"
 
@@ -302,14 +303,13 @@ PresentationFile::Prepared PresentationFile::PrepareSave(StringView path)
     // Only now: removing signatures is a change itself.
     const bool isChanged = package_.IsChanged();
     if (isChanged && keepsSigned_ && SignatureOrigin() != nullptr)
-        throw Failure(FailureNumber::PermissionDenied,
-                      u"The file has a digital signature, which a change would remove; it was left as it is.");
+        throw SignatureKept();
     // Before the save: after one into the file itself nothing can be read any more.
     const bool isFinal = isChanged && (wasFinal || IsMarkedAsFinal());
     if (isChanged && DropSignatures())
-        warnings.emplace_back(u"its digital signatures were removed, as its content was changed");
+        warnings.emplace_back(signaturesRemoved);
     if (isFinal)
-        warnings.emplace_back(u"is marked as final by its author, and was changed all the same");
+        warnings.emplace_back(finalChanged);
     prepared.isChanged = isChanged;
     return prepared;
 }

@@ -20,4 +20,15 @@ Failure PropertyCannotChange(StringView name);
 /// `Unspecified`: the file holds no such document property, and can't.
 Failure NoPlaceForProperty();
 
+/// `PermissionDenied`: an edited file with a digital signature that is to be kept.
+Failure SignatureKept();
+
+/// Warnings of a save.
+inline constexpr StringView signaturesRemoved = u"its digital signatures were removed, as its content was changed";
+inline constexpr StringView finalChanged = u"is marked as final by its author, and was changed all the same";
+
+/// Raises `BadArgument` for an address of a hyperlink, or the source of an object, of more than 2,083 units: PowerPoint
+/// would want to repair the file.
+void CheckAddressLength(StringView address, bool isHyperlink);
+
 }  // namespace tessarine::builtin

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "office/builtin/package/PercentEscape.h"
+#include "office/builtin/reader/Refusals.h"
 #include "platform/CommonEnds.h"
 #include "platform/Failure.h"
 #include "platform/Utf16.h"
@@ -13,9 +14,6 @@ namespace tessarine::builtin
 
 namespace
 {
-
-// In UTF-16 units.
-constexpr std::size_t longestAddress = 2083;
 
 enum class Kind { Web, File, Relative };
 
@@ -157,16 +155,6 @@ TargetText ReadTarget(std::string_view target, bool withFragment)
 bool IsFileAddress(StringView address)
 {
     return !HasScheme(address);
-}
-
-void CheckAddressLength(StringView address, bool withFragment)
-{
-    const auto numeral = [](std::size_t number) { return FromUtf8(std::to_string(number)); };
-    if (address.size() > longestAddress)
-        throw Failure(FailureNumber::BadArgument, String(withFragment ? u"The new address" : u"The new source") +
-                                                      u" is too long: it has " + numeral(address.size()) +
-                                                      u" characters, and PowerPoint takes at most " +
-                                                      numeral(longestAddress));
 }
 
 std::string WriteTarget(std::string_view oldTarget, StringView address, bool withFragment)

@@ -21,10 +21,6 @@ TargetText ReadTarget(std::string_view target, bool withFragment);
 /// True for an address that names a file (drive, UNC or relative path), false for one with a scheme (web, mail).
 bool IsFileAddress(StringView address);
 
-/// Raises `BadArgument` for an address of more than 2,083 units, which PowerPoint would want to repair. `withFragment`
-/// as below: the text tells addresses of links from sources of objects.
-void CheckAddressLength(StringView address, bool withFragment);
-
 /// The target for a new address. What the address has in common with the old one at both ends keeps the bytes that
 /// stand for it in the old target; the rest is written as PowerPoint writes it (file:/// before a drive or UNC path,
 /// blanks as %20). Raises as CheckAddressLength.

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "office/builtin/text/GapBuffer.h"
+#include "office/builtin/matching/GapBuffer.h"
 #include "platform/String.h"
 
 namespace tessarine::builtin

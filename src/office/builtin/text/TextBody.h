@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-#include "office/builtin/matching/TextMatch.h"
+#include "office/builtin/matching/SearchedText.h"
 #include "office/builtin/text/TextTree.h"
 #include "platform/String.h"
 
@@ -24,20 +24,20 @@ public:
     /// The text of a `p:txBody`, as it reads.
     static TextBody Read(const XmlDocument& document, Node body);
 
-    String Text() const;
-    String Text(std::size_t begin, std::size_t length) const;  ///< As much of these units as there is.
-    std::size_t Size() const { return text_.Size(); }          ///< Of the text, in UTF-16 units.
+    String Text() const { return text_.Text(); }
+    /// As much of these units as there is.
+    String Text(std::size_t begin, std::size_t length) const { return text_.Text(begin, length); }
+    std::size_t Size() const { return text_.Size(); }  ///< Of the text, in UTF-16 units.
     std::size_t Offset() const { return offset_; }
 
     /// As FindText, in the text as it is now.
-    std::optional<std::size_t> Find(const TextPattern& pattern, std::size_t from);
+    std::optional<std::size_t> Find(const TextPattern& pattern, std::size_t from) { return text_.Find(pattern, from); }
 
     /// Gives the part's document, the one that the body was read from; asked for when it is needed.
     using DocumentSource = std::function<const XmlDocument&()>;
 
-    /// Replaces units of the text; line ends (CR, LF, CR LF) in `with` are paragraph breaks, characters that XML can't
-    /// hold become U+FFFD. Returns the number of units that were put in. Replacing text by itself is no edit. Raises as
-    /// Open and TextTree::Replace do.
+    /// Replaces units of the text by what HeldText makes of `with`. Returns the number of units that were put in.
+    /// Replacing text by itself is no edit. Raises as Open and TextTree::Replace do.
     std::size_t Replace(std::size_t begin, std::size_t length, StringView with, const DocumentSource& document);
 
     /// Replaces the whole text, which takes the format of its first run and paragraph. Putting what is there is no
@@ -60,9 +60,7 @@ public:
 
 private:
     std::size_t offset_;
-    GapBuffer<String> text_;
-    std::optional<GapBuffer<String>> folded_;  // made when first needed
-    ProtectedRanges protectedRanges_;
+    SearchedText text_;
     std::size_t edits_ = 0;
     std::unique_ptr<TextTree> tree_;
 };

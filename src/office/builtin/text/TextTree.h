@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "office/builtin/text/GapBuffer.h"
+#include "office/builtin/matching/GapBuffer.h"
 #include "office/builtin/text/TextPiece.h"
 #include "platform/String.h"
 
