@@ -2,7 +2,7 @@
 #include <cstdint>
 
 #include "NoLeakCheck.h"
-#include "office/builtin/package/FileKind.h"
+#include "office/builtin/FileKind.h"
 #include "platform/Failure.h"
 #include "Require.h"
 

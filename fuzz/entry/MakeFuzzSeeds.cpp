@@ -12,6 +12,7 @@
 #include "saving/JournalEntries.h"
 #include "support/BiffBook.h"
 #include "support/BinaryProperties.h"
+#include "support/BinarySamples.h"
 #include "support/CompoundBuilder.h"
 #include "support/CompoundFile.h"
 #include "support/Fixtures.h"
@@ -95,6 +96,22 @@ void WriteDecks(const SeedFolder& seeds)
         seeds.Write("file_kind", name, bytes);
     }
     seeds.Write("zip", "Empty", {});
+}
+
+void WriteBinaryDecks(const SeedFolder& seeds)
+{
+    using namespace test::ppt;
+    const BinaryDeck everything = DeckWithEverything();
+    const BinaryDeck small = BinaryDeck().Slide(Title(u"Fabrikam"), TextBox(TextRun(u"Fab").Bold(), u"rikam"));
+    const auto write = [&](const std::string& name, const BinaryDeck& deck) {
+        seeds.Write("binary_document", name, deck.DocumentStream());
+    };
+    write("everything", everything);
+    write("small", small);
+    write("two-edits", BinaryDeck().Slide(Title(u"Fabrikam"), TextBox(u"new")).After(small));
+    write("gaps", BinaryDeck(small).PersistStep(2).Junk("junk"));
+    write("empty", BinaryDeck());
+    seeds.Write("compound", "deck", everything.Bytes());
 }
 
 void WriteTexts(const SeedFolder& seeds)
@@ -348,6 +365,7 @@ int main(int argc, char** argv)
     try {
         const tessarine::fuzz::SeedFolder seeds(argv[1]);
         tessarine::fuzz::WriteDecks(seeds);
+        tessarine::fuzz::WriteBinaryDecks(seeds);
         tessarine::fuzz::WriteTexts(seeds);
         tessarine::fuzz::WriteProjects(seeds);
         tessarine::fuzz::WriteRecords(seeds);

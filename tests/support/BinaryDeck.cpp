@@ -140,6 +140,12 @@ BinaryDeck& BinaryDeck::Encrypted(String password, bool plainToken)
     return *this;
 }
 
+BinaryDeck& BinaryDeck::KeyBits(std::size_t bits)
+{
+    keyBits_ = bits;
+    return *this;
+}
+
 BinaryDeck& BinaryDeck::WithoutCurrentUser()
 {
     currentUser_ = false;
@@ -257,13 +263,18 @@ std::uint32_t BinaryDeck::StorageId(int number) const
     return NotesId(static_cast<int>(slides_.size()) + 1) + static_cast<std::uint32_t>(number - 1) * persistStep_;
 }
 
+std::uint32_t BinaryDeck::SessionId() const
+{
+    return IdAt(BinaryLayout(*this).Objects().size());
+}
+
 BinaryDeck::Written BinaryDeck::Write() const
 {
     Written written = earlier_ ? earlier_->Write() : Written();
     BinaryLayout layout(*this);
     auto objects = layout.Objects();
     if (password_)
-        objects.push_back(CryptSession(*password_));
+        objects.push_back(CryptSession(*password_, keyBits_));
     std::map<std::uint32_t, std::uint32_t> offsets;
     for (std::size_t i = 0; i < objects.size(); ++i) {
         const std::uint32_t id = IdAt(i);
@@ -272,7 +283,7 @@ BinaryDeck::Written BinaryDeck::Write() const
                 change(objects[i]);
         const bool isSession = password_ && i + 1 == objects.size();
         if (password_ && !isSession)
-            objects[i] = Encrypt(*password_, id, objects[i]);
+            objects[i] = Encrypt(*password_, id, objects[i], keyBits_);
         if (written.objects[id] == objects[i])
             continue;
         written.stream += junk_;

@@ -89,6 +89,7 @@ public:
     /// Encrypts all persist objects; pictures and properties stay as they are. The token is the one of encrypted files,
     /// or the plain one, as some programs leave it.
     BinaryDeck& Encrypted(String password, bool plainToken = false);
+    BinaryDeck& KeyBits(std::size_t bits);  ///< Of the encryption; 128 by default.
     BinaryDeck& WithoutCurrentUser();
     BinaryDeck& PaddedCurrentUser();  ///< To 4096 bytes.
     BinaryDeck& DualStorage();  ///< All streams again in PP97_DUALSTORAGE; those of the root are an older format's.
@@ -111,6 +112,7 @@ public:
     std::uint32_t SlideId(int number) const;
     std::uint32_t NotesId(int number) const;  ///< Of the slide of that number.
     std::uint32_t StorageId(int number) const;
+    std::uint32_t SessionId() const;  ///< Of the encryption, behind all others.
 
     std::string DocumentStream() const;  ///< "PowerPoint Document"
     std::string Bytes() const;           ///< The finished file.
@@ -151,6 +153,7 @@ private:
     std::string junk_;
     std::optional<String> password_;
     bool encryptedToken_ = false;
+    std::size_t keyBits_ = 128;
     bool currentUser_ = true;
     bool paddedCurrentUser_ = false;
     bool dualStorage_ = false;

@@ -13,7 +13,6 @@ namespace tessarine::test::ppt
 namespace
 {
 
-constexpr std::size_t KeySize = 16;
 const std::string Salt = "salt of the deck";
 
 std::string BigEndian(std::uint64_t value, int count)
@@ -86,26 +85,31 @@ std::string Rc4(const std::string& key, std::string bytes)
 
 }  // namespace
 
-std::string CryptSession(StringView password)
+std::string CryptSession(StringView password, std::size_t keyBits)
 {
     // CryptoAPI encryption, and property streams that are not encrypted.
     constexpr std::uint32_t Flags = 0x4 | 0x8;
     constexpr std::uint32_t Rc4Algorithm = 0x6801;
     constexpr std::uint32_t Sha1Algorithm = 0x8004;
     const std::string provider = Wide(u"Microsoft Enhanced Cryptographic Provider v1.0") + Short(0);
-    const std::string header = Long(Flags) + Long(0) + Long(Rc4Algorithm) + Long(Sha1Algorithm) + Long(8 * KeySize) +
-                               Long(1) + Long(0) + Long(0) + provider;
+    const std::string header = Long(Flags) + Long(0) + Long(Rc4Algorithm) + Long(Sha1Algorithm) +
+                               Long(static_cast<std::uint32_t>(keyBits)) + Long(1) + Long(0) + Long(0) + provider;
     const std::string verifier = "verifies the key";
-    const std::string encrypted = Encrypt(password, 0, verifier + Sha1(verifier));
+    const std::string encrypted = Encrypt(password, 0, verifier + Sha1(verifier), keyBits);
     return Container(12052, Short(2) + Short(2) + Long(Flags) + Long(static_cast<std::uint32_t>(header.size())) +
                                 header + Long(static_cast<std::uint32_t>(Salt.size())) + Salt +
                                 encrypted.substr(0, 16) + Long(20) + encrypted.substr(16));
 }
 
-std::string Encrypt(StringView password, std::uint32_t persistId, const std::string& bytes)
+std::string Encrypt(StringView password, std::uint32_t persistId, const std::string& bytes, std::size_t keyBits)
 {
-    const std::string key = Sha1(Sha1(Salt + Wide(password)) + Long(persistId));
-    return Rc4(key.substr(0, KeySize), bytes);
+    constexpr std::size_t ShortestKey = 40;
+    constexpr std::size_t FullSize = 16;
+    std::string key = Sha1(Sha1(Salt + Wide(password)) + Long(persistId)).substr(0, keyBits / 8);
+    // The shortest key is filled up with zeros; those between are taken as they are.
+    if (keyBits == ShortestKey)
+        key.resize(FullSize);
+    return Rc4(key, bytes);
 }
 
 }  // namespace tessarine::test::ppt

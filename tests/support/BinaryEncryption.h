@@ -1,11 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
 #include "platform/String.h"
 
-/// RC4 CryptoAPI encryption of binary decks [MS-OFFCRYPTO], with keys of 128 bits.
+/// RC4 CryptoAPI encryption of binary decks [MS-OFFCRYPTO], with keys of 40 to 128 bits.
 namespace tessarine::test::ppt
 {
 
@@ -13,9 +14,9 @@ namespace tessarine::test::ppt
 inline constexpr StringView SilentPassword = u"/01Hannes Ruescher/01";
 
 /// Container of the header and the verifier; its salt is always the same.
-std::string CryptSession(StringView password);
+std::string CryptSession(StringView password, std::size_t keyBits = 128);
 
 /// The bytes of a persist object, encrypted with its own key.
-std::string Encrypt(StringView password, std::uint32_t persistId, const std::string& bytes);
+std::string Encrypt(StringView password, std::uint32_t persistId, const std::string& bytes, std::size_t keyBits = 128);
 
 }  // namespace tessarine::test::ppt

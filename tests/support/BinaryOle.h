@@ -8,6 +8,9 @@
 namespace tessarine::test::ppt
 {
 
+/// What an object of the document is.
+enum class OleKind { Embedded, Linked, Control };
+
 /// A file moniker, or with an item a composite one of file and item; with the class ids in front.
 std::string MonikerOf(const String& path, const String& item = {});
 

@@ -12,7 +12,15 @@ constexpr std::uint32_t ShapesOfCluster = 1024;
 constexpr std::uint32_t HyperlinkObject = 4055;
 constexpr std::uint32_t EmbeddedObject = 4044;
 constexpr std::uint32_t LinkedObject = 4046;
+constexpr std::uint32_t ControlObject = 4078;
 constexpr std::uint32_t MovieObject = 4102;
+
+std::uint32_t TypeOf(OleKind kind)
+{
+    if (kind == OleKind::Control)
+        return ControlObject;
+    return kind == OleKind::Linked ? LinkedObject : EmbeddedObject;
+}
 
 /// A PNG of one pixel.
 std::string OnePixel()
@@ -63,11 +71,10 @@ std::string BinaryParts::LocationOf(const Link& link) const
     return ppt::Wide(FromUtf8(number) + (index < slideTitles_.size() ? slideTitles_[index] : String()));
 }
 
-std::uint32_t BinaryParts::ObjectId(bool linked, const std::string& names, std::string storage)
+std::uint32_t BinaryParts::ObjectId(OleKind kind, const std::string& names, std::string storage)
 {
     const auto id = static_cast<std::uint32_t>(objects_.size() + 1);
-    objects_.push_back(
-        {.type = linked ? LinkedObject : EmbeddedObject, .id = id, .records = names, .storage = storages_.size()});
+    objects_.push_back({.type = TypeOf(kind), .id = id, .records = names, .storage = storages_.size()});
     storages_.push_back(std::move(storage));
     return id;
 }
@@ -113,11 +120,19 @@ std::string BinaryParts::ExternalObjects(std::uint32_t firstStorage, std::uint32
             list += Container(object.type, object.records);
             continue;
         }
-        const bool linked = object.type == LinkedObject;
+        std::uint32_t number = 0;
+        std::string kind = Atom(4045, Long(0) + Long(0));
+        if (object.type == LinkedObject) {
+            number = 1;
+            kind = Atom(4049, Long(0) + Long(1) + Long(0));
+        } else if (object.type == ControlObject) {
+            constexpr std::uint32_t FirstSlide = 256;
+            number = 2;
+            kind = Atom(4091, Long(FirstSlide));
+        }
         const std::uint32_t persist = firstStorage + static_cast<std::uint32_t>(object.storage) * step;
         const std::string atom =
-            Record(1, 0, 4035, Long(1) + Long(linked ? 1 : 0) + Long(object.id) + Long(3) + Long(persist) + Long(0));
-        const std::string kind = linked ? Atom(4049, Long(0) + Long(1) + Long(0)) : Atom(4045, Long(0) + Long(0));
+            Record(1, 0, 4035, Long(1) + Long(number) + Long(object.id) + Long(3) + Long(persist) + Long(0));
         list += Container(object.type, kind + atom + object.records);
     }
     return Container(1033, list);

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/BinaryOle.h"
 #include "support/BinaryText.h"
 
 namespace tessarine::test::ppt
@@ -21,7 +22,7 @@ public:
     std::uint32_t LinkId(const Link& link);
 
     /// An OLE object: its records behind ExOleObjAtom, its storage as bytes of the persist object (ExOleObjStg).
-    std::uint32_t ObjectId(bool linked, const std::string& names, std::string storage);
+    std::uint32_t ObjectId(OleKind kind, const std::string& names, std::string storage);
 
     /// A movie beside the file.
     std::uint32_t MovieId(const String& path);

@@ -30,6 +30,21 @@ void Collect(const std::string& bytes, std::uint32_t type, std::vector<BinaryRec
     }
 }
 
+/// Of the record in a stretch of the bytes; npos when there is none.
+std::size_t PlaceIn(const std::string& bytes, std::size_t begin, std::size_t end, std::uint32_t type)
+{
+    for (std::size_t at = begin; at < end;) {
+        if (At(bytes, at + 2, 2) == type)
+            return at;
+        const std::size_t next = at + 8 + At(bytes, at + 4);
+        if ((At(bytes, at, 2) & 0xF) == 0xF)
+            if (const std::size_t inner = PlaceIn(bytes, at + 8, next, type); inner != std::string::npos)
+                return inner;
+        at = next;
+    }
+    return std::string::npos;
+}
+
 std::vector<std::uint32_t> EditsOf(const std::string& file)
 {
     const std::string stream = StreamOf(file, "PowerPoint Document");
@@ -216,12 +231,17 @@ std::vector<BinaryRecord> FindRecords(const std::string& bytes, std::uint32_t ty
     return found;
 }
 
+std::size_t PlaceOfRecord(const std::string& bytes, std::uint32_t type)
+{
+    const std::size_t place = PlaceIn(bytes, 0, bytes.size(), type);
+    if (place == std::string::npos)
+        throw std::runtime_error("Records: none of type " + std::to_string(type) + ".");
+    return place;
+}
+
 std::string FirstRecord(const std::string& bytes, std::uint32_t type)
 {
-    auto found = FindRecords(bytes, type);
-    if (found.empty())
-        throw std::runtime_error("Records: none of type " + std::to_string(type) + ".");
-    return found.front().data;
+    return RecordAt(bytes, PlaceOfRecord(bytes, type)).data;
 }
 
 std::map<std::uint32_t, std::string> LiveObjects(const std::string& file)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -29,6 +30,9 @@ std::vector<BinaryRecord> RecordsOf(const std::string& bytes);
 
 /// All records of a type, at any depth, in order.
 std::vector<BinaryRecord> FindRecords(const std::string& bytes, std::uint32_t type);
+
+/// Where the header of the first record of a type stands, at any depth; std::runtime_error when there is none.
+std::size_t PlaceOfRecord(const std::string& bytes, std::uint32_t type);
 
 /// The data of the first record of a type; std::runtime_error when there is none.
 std::string FirstRecord(const std::string& bytes, std::uint32_t type);

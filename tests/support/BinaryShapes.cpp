@@ -1,6 +1,5 @@
 #include "support/BinaryShapes.h"
 
-#include "support/BinaryOle.h"
 #include "support/BinaryPage.h"
 #include "support/BinaryRecords.h"
 
@@ -257,7 +256,7 @@ std::string Shape::ClientDataOf(BinaryPage& page) const
     std::string records;
     if (object_) {
         const std::string names = CString(u"Object", 1) + CString(object_->programId, 2) + CString(u"Object", 3);
-        records += Atom(3009, Long(page.Parts().ObjectId(object_->linked, names, object_->storage)));
+        records += Atom(3009, Long(page.Parts().ObjectId(object_->kind, names, object_->storage)));
     }
     if (movie_)
         records += Atom(3009, Long(page.Parts().MovieId(*movie_)));
@@ -357,21 +356,26 @@ Shape Table(std::vector<std::vector<Text>> rows)
     return shape.TertiaryProperty(TableProperty, 1);
 }
 
-Shape OleObject(bool linked, String programId, std::string storage)
+Shape OleObject(OleKind kind, String programId, std::string storage)
 {
     Shape shape = Picture();
-    shape.object_ = {linked, std::move(programId), std::move(storage)};
+    shape.object_ = {kind, std::move(programId), std::move(storage)};
     return shape;
 }
 
 Shape EmbeddedOle(String programId)
 {
-    return OleObject(false, std::move(programId), OleStorage(""));
+    return OleObject(OleKind::Embedded, std::move(programId), OleStorage(""));
 }
 
 Shape LinkedOle(const String& path, const String& item)
 {
-    return OleObject(true, u"Excel.Sheet.8", OleStorage(MonikerOf(path, item)));
+    return OleObject(OleKind::Linked, u"Excel.Sheet.8", OleStorage(MonikerOf(path, item)));
+}
+
+Shape OleControl(String programId)
+{
+    return OleObject(OleKind::Control, std::move(programId), OleStorage(""));
 }
 
 Shape RawShape(std::string record)

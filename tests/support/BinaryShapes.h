@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/BinaryOle.h"
 #include "support/BinaryText.h"
 
 /// Shapes of a binary deck under construction. Functions make them, members dress them:
@@ -88,13 +89,13 @@ private:
     friend Shape WithText(Shape shape, Text text);
     friend Shape GroupOf(std::vector<Shape> members);
     friend Shape Table(std::vector<std::vector<Text>> rows);
-    friend Shape OleObject(bool linked, String programId, std::string storage);
+    friend Shape OleObject(OleKind kind, String programId, std::string storage);
     friend Shape Picture();
     friend Shape Movie(String path);
     friend Shape RawShape(std::string record);
 
     struct Object {
-        bool linked;
+        OleKind kind;
         String programId;
         std::string storage;
     };
@@ -204,9 +205,10 @@ Shape Group(Members... members)
 Shape Table(std::vector<std::vector<Text>> rows);
 
 /// An OLE object; its storage is what ExOleObjStg holds, a compound file.
-Shape OleObject(bool linked, String programId, std::string storage);
+Shape OleObject(OleKind kind, String programId, std::string storage);
 Shape EmbeddedOle(String programId = u"Excel.Sheet.8");
 Shape LinkedOle(const String& path, const String& item = {});  ///< A moniker of "path" or of "path!item".
+Shape OleControl(String programId = u"Forms.TextBox.1");       ///< On the first slide.
 
 /// A shape whose whole record is given.
 Shape RawShape(std::string record);

@@ -89,6 +89,7 @@ public:
     void Add(UnlistedSlide) { listed = false; }
     void Add(SlideRecords further) { records += further.records; }
     void Add(OutlineRecords further) { outlineRecords += further.records; }
+    void Add(const SlideContent& other) { *this = other; }
 
     String Title() const;
 

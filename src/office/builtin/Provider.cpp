@@ -6,9 +6,10 @@
 
 #include "files/RandomAccessFile.h"
 #include "log/Warnings.h"
+#include "office/builtin/binary/BinaryPresentation.h"
+#include "office/builtin/FileKind.h"
 #include "office/builtin/limits/Damage.h"
 #include "office/builtin/objects/PresentationObject.h"
-#include "office/builtin/package/FileKind.h"
 #include "office/builtin/presentation/PresentationFile.h"
 #include "platform/Failure.h"
 
@@ -30,8 +31,7 @@ std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes
                 u"The presentation is encrypted and needs a password to be opened; save it without the password "
                 u"first");
         case FileKind::BinaryPresentation:
-            throw NotAPresentation(
-                "The file is a binary presentation (.ppt), which is not supported yet; save it as .pptx first");
+            return std::make_shared<BinaryPresentation>(std::move(bytes), Limits::Default(), terms);
         case FileKind::OldPresentation:
             throw NotAPresentation(
                 "The file is a presentation of PowerPoint 95 or earlier; save it as .pptx with a newer version first");
@@ -39,8 +39,6 @@ std::shared_ptr<PresentationReader> OpenReader(std::unique_ptr<RandomAccessBytes
             throw NotAPresentation("The file is some other Office document, not a presentation");
         case FileKind::FlatPackage:
             throw NotAPresentation("The file is a flat XML presentation; save it as .pptx first");
-        case FileKind::DamagedCompound:
-            throw Damage({}, "its compound file can't be read");
         case FileKind::Empty:
             throw Damage({}, "it is empty");
         case FileKind::Other:

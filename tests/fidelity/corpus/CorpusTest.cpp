@@ -167,6 +167,9 @@ TEST_F(CorpusTest, ReplacingWhatOccursChangesNothingButTheText)
             continue;
         }
         ++changed;
+        // Binary presentations are compared by a reader of their own (counts-agree).
+        if (!before[report.path].starts_with("PK"))
+            continue;
         EXPECT_TRUE(test::OnlyTheTextDiffers(test::PackageReader(before[report.path]), test::PackageReader(after),
                                              {{u"the", u"Z\u03A9<&\u00E9"}}))
             << ToUtf8(report.path);

@@ -5,7 +5,7 @@
 #include "files/FileLock.h"
 #include "files/RandomAccessFile.h"
 #include "log/ErrorLog.h"
-#include "office/builtin/package/FileKind.h"
+#include "office/builtin/FileKind.h"
 #include "office/builtin/Provider.h"
 #include "support/CompoundFile.h"
 #include "support/WarningRecorder.h"

@@ -117,9 +117,9 @@ INSTANTIATE_TEST_SUITE_P(
              "<?xml version=\"1.0\"?><?mso-application progid=\"PowerPoint.Show\"?><pkg:package "
              "xmlns:pkg=\"http://schemas.microsoft.com/office/2006/xmlPackage\"/>",
              otherFormat, "save it as .pptx first"},
-        Case{"Legacy", fixtures::LegacyPresentation(), otherFormat, "binary presentation"},
-        Case{"LegacyInADoubleFile", CompoundFile({{"PP97_DUALSTORAGE/PowerPoint Document", "x"}, {"PP40", "y"}}),
-             otherFormat, "binary presentation"},
+        Case{"BinaryWithoutContent", fixtures::LegacyPresentation(), corrupt, "PowerPoint Document"},
+        Case{"BinaryInADoubleFile", CompoundFile({{"PP97_DUALSTORAGE/PowerPoint Document", "x"}, {"PP40", "y"}}),
+             corrupt, "it holds no user edit"},
         Case{"PowerPoint95", CompoundFile({{"PP40", "y"}}), otherFormat, "PowerPoint 95"},
         Case{"OtherCompoundFile", fixtures::OtherCompoundFile(), otherFormat, "some other Office document"},
         Case{"DamagedCompoundFile", fixtures::LegacyPresentation().substr(0, 100), corrupt, "compound file"},

@@ -1,12 +1,12 @@
-#include "office/builtin/package/FileKind.h"
+#include "office/builtin/FileKind.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
 #include <string_view>
 
-#include "files/CompoundFile.h"
-#include "office/builtin/package/WholeFile.h"
+#include "files/CompoundFile.h"  // IsCompoundFile
+#include "office/builtin/compound/CompoundFile.h"
 #include "office/builtin/zip/ZipDirectory.h"
 
 namespace tessarine::builtin
@@ -17,23 +17,16 @@ namespace
 
 FileKind CompoundKind(const RandomAccessBytes& bytes)
 {
-    // A file beyond this is too large to be a presentation that the engine would take.
-    constexpr std::uint64_t largest = 1u << 30;
-    if (bytes.Size() > largest)
-        return FileKind::DamagedCompound;
-    const WholeFile content(bytes);
-    const std::span<const std::byte> memory = content.Bytes();
-    const CompoundFile file({reinterpret_cast<const char*>(memory.data()), memory.size()});
-    if (file.IsEmpty())
-        return FileKind::DamagedCompound;
+    const CompoundFile directory(bytes);
+    const auto has = [&](StringView name) { return directory.Find(CompoundFile::root, name).has_value(); };
     // [MS-OFFCRYPTO]. The text is in two pieces, as "\x06D" would be one character.
-    if (file.Has("EncryptedPackage") || file.Has("\x06"
-                                                 "DataSpaces"))
+    if (has(u"EncryptedPackage") || has(u"\x06"
+                                        u"DataSpaces"))
         return FileKind::EncryptedPackage;
     // Before the older kinds: "97-2003 & 95" files hold both, and the newer presentation counts.
-    if (file.Has("PowerPoint Document") || file.Has("PP97_DUALSTORAGE"))
+    if (has(u"PowerPoint Document") || has(u"PP97_DUALSTORAGE"))
         return FileKind::BinaryPresentation;
-    if (file.Has("PP40") || file.Has("Text_Content"))
+    if (has(u"PP40") || has(u"Text_Content"))
         return FileKind::OldPresentation;
     return FileKind::OtherCompound;
 }

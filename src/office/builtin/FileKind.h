@@ -13,14 +13,13 @@ enum class FileKind {
     BinaryPresentation,  ///< PowerPoint 97 to 2003.
     OldPresentation,     ///< PowerPoint 95 and earlier.
     OtherCompound,       ///< Some other document in a compound file.
-    DamagedCompound,     ///< Begins as a compound file and can't be read as one.
     FlatPackage,         ///< A package as one XML file.
     Empty,
     Other
 };
 
 /// Looks at the file's first bytes and, where these don't decide, at its end or its directory. Raises what reading the
-/// file raises.
+/// file raises, and `FileCorrupt` for what begins as a compound file and can't be read as one.
 FileKind FileKindOf(const RandomAccessBytes& bytes);
 
 }  // namespace tessarine::builtin
