@@ -178,6 +178,34 @@ Deck WithoutMention()
                Body(u"Leave by the nearest stairs\nMeet at the flag pole\nWait to be counted"));
 }
 
+/// A shape without a line around it.
+ppt::Shape Plain(ppt::Shape shape)
+{
+    constexpr std::uint32_t lineFlags = 0x1FF;
+    constexpr std::uint32_t noLine = 0x80000;
+    return shape.Property(lineFlags, noLine);
+}
+
+ppt::BinaryDeck OldOffer()
+{
+    using namespace ppt;
+    const ppt::Text what(ppt::TextRun(u"Fab").Bold(), u"rikam machines and training\rSee ",
+                         ppt::TextRun(u"our pages").Click(ppt::LinkTo(u"https://www.fabrikam.com/offer")));
+    return BinaryDeck()
+        .Master(MainMaster(u"Fabrikam 2003",
+                           ppt::Placeholder(MasterTitle, TitleText, u"Click to edit Master title style"),
+                           ppt::Placeholder(MasterBody, BodyText, u"Click to edit Master text styles")))
+        .Slide(Plain(ppt::CenterTitle(u"Fabrikam offer, 2003").Place(430, 1300, 5330, 2100)),
+               Plain(ppt::Subtitle(u"As our customers still keep it").Place(860, 2300, 4900, 3100)),
+               ppt::NotesPage(u"Fabrikam still answers calls about it."))
+        .Slide(Plain(ppt::Title(u"What Fabrikam delivers").Place(430, 200, 5330, 900)),
+               Plain(ppt::Body(what).Place(430, 1100, 5330, 3900)), HeadersFooters().Footer(u"Fabrikam, 2003"))
+        .Summary(2, TextValue("Fabrikam offer"))
+        .Summary(4, TextValue("Kim Abercrombie"))
+        .DocumentSummary(15, TextValue("Fabrikam Ltd"))
+        .Custom("Client", TextValue("Fabrikam"));
+}
+
 }  // namespace
 
 std::vector<SampleDeck> SampleDecks()
@@ -192,13 +220,22 @@ std::vector<SampleDeck> SampleDecks()
             {path(u"Fire drill.pptx"), WithoutMention()}};
 }
 
+std::vector<BinarySampleDeck> BinarySampleDecks()
+{
+    return {{"Archive/Offer 2003.ppt", OldOffer()}};
+}
+
 void WriteSampleDecks(const std::filesystem::path& folder)
 {
-    for (const SampleDeck& sample : SampleDecks()) {
-        const std::filesystem::path path = folder / sample.path;
-        std::filesystem::create_directories(path.parent_path());
-        sample.deck.WriteTo(path);
-    }
+    const auto write = [&](const auto& samples) {
+        for (const auto& sample : samples) {
+            const std::filesystem::path path = folder / sample.path;
+            std::filesystem::create_directories(path.parent_path());
+            sample.deck.WriteTo(path);
+        }
+    };
+    write(SampleDecks());
+    write(BinarySampleDecks());
 }
 
 }  // namespace tessarine::test

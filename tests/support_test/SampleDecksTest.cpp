@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/BinaryReader.h"
 #include "support/PackageReader.h"
 #include "support/TemporaryFolder.h"
 
@@ -25,6 +26,17 @@ TEST(SampleDecks, AreValidAndAllButOneMentionFabrikam)
     EXPECT_EQ(mentions, 6);
 }
 
+TEST(SampleDecks, HaveABinaryOneThatMentionsFabrikam)
+{
+    const auto decks = BinarySampleDecks();
+
+    ASSERT_EQ(decks.size(), 1U);
+    const std::string file = decks.front().deck.Bytes();
+    EXPECT_THAT(ppt::TextsOf(file, 1), testing::Contains(u"Fabrikam offer, 2003"));
+    for (const std::string& slide : ppt::SlidesOf(file))
+        EXPECT_THAT(ppt::TextFaults(slide), testing::IsEmpty());
+}
+
 TEST(SampleDecks, LieInFoldersWithBlanksAndUmlauts)
 {
     const TemporaryFolder temporary;
@@ -32,6 +44,7 @@ TEST(SampleDecks, LieInFoldersWithBlanksAndUmlauts)
 
     WriteSampleDecks(folder);
 
+    EXPECT_TRUE(std::filesystem::exists(folder / "Archive" / "Offer 2003.ppt"));
     EXPECT_TRUE(std::filesystem::exists(folder / u"Kunden und Märkte" / u"Angebot für Müller & Söhne.pptx"));
     EXPECT_EQ(TextOf(PackageReader::FromFile(folder / "Fire drill.pptx"), 1, 1), u"Fire drill");
 }
