@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "BinaryFloors.h"
 #include "Floors.h"
 
 namespace tessarine::bench
@@ -25,16 +26,40 @@ const Floor ReplaceFloor =
 const Floor ReplaceFloorUnflushed =
     ForEachDeck("the same without the flush", [](const auto& deck) { DeflateHitsAgain(deck, false); });
 
+const Floor BinaryFindFloor =
+    ForEachDeck("read the document, step over its records", [](const auto& deck) { WalkRecords(deck); });
+const Floor BinaryReplaceFloor =
+    ForEachDeck("the same, write the file, flush", [](const auto& deck) { WriteRecordsAgain(deck, true); });
+const Floor BinaryReplaceFloorUnflushed =
+    ForEachDeck("the same without the flush", [](const auto& deck) { WriteRecordsAgain(deck, false); });
+
+bool IsBinary(const DeckSet& set)
+{
+    return set.form == DeckSet::Form::Binary;
+}
+
+std::vector<Floor> FindFloors(const DeckSet& set)
+{
+    return {IsBinary(set) ? BinaryFindFloor : FindFloor};
+}
+
+std::vector<Floor> ReplaceFloors(const DeckSet& set)
+{
+    if (IsBinary(set))
+        return {BinaryReplaceFloor, BinaryReplaceFloorUnflushed};
+    return {ReplaceFloor, ReplaceFloorUnflushed};
+}
+
 Case FindWithHits(const std::string& name, const DeckSet& set)
 {
     const auto work = [](const Paths& decks) { return Find(decks, {SoughtPair()}); };
-    return {name, set, work, Case::Hits::Some, false, {FindFloor}};
+    return {name, set, work, Case::Hits::Some, false, FindFloors(set)};
 }
 
 Case FindWithoutHits(const std::string& name, const DeckSet& set, int pairs)
 {
     const auto work = [pairs](const Paths& decks) { return Find(decks, PairsThatDoNotOccur(pairs)); };
-    return {name, set, work, Case::Hits::None, false, {FindFloor}};
+    return {name, set, work, Case::Hits::None, false, FindFloors(set)};
 }
 
 Case ReplaceAndSave(const std::string& name, const DeckSet& set)
@@ -47,7 +72,7 @@ Case ReplaceAndSave(const std::string& name, const DeckSet& set)
             std::swap(pair.find, pair.replace);
         return Replace(decks, {pair});
     };
-    return {name, set, work, Case::Hits::Some, true, {ReplaceFloor, ReplaceFloorUnflushed}};
+    return {name, set, work, Case::Hits::Some, true, ReplaceFloors(set)};
 }
 
 Case ReplaceWithoutHits(const DeckSet& set)
@@ -74,11 +99,11 @@ std::vector<Case> AllCases()
     std::vector<Case> cases;
     for (const DeckSet& set : {Small, Middle, Large})
         cases.push_back({"OpenOnly", set, OpenAndClose, Case::Hits::None, false, {OpenFloor}});
-    for (const DeckSet& set : {Small, Middle, Large})
+    for (const DeckSet& set : {Small, Middle, Large, BinarySmall, BinaryMiddle, BinaryLarge})
         cases.push_back(FindWithoutHits("FindWithoutHits", set, 1));
-    for (const DeckSet& set : {Small, Middle, Large})
+    for (const DeckSet& set : {Small, Middle, Large, BinarySmall, BinaryMiddle, BinaryLarge})
         cases.push_back(FindWithHits("FindWithHits", set));
-    for (const DeckSet& set : {Small, Middle, Large})
+    for (const DeckSet& set : {Small, Middle, Large, BinarySmall, BinaryMiddle, BinaryLarge})
         cases.push_back(ReplaceAndSave("ReplaceAndSave", set));
     cases.push_back(ReplaceWithoutHits(Small));
     cases.push_back(FindWithoutHits("PairsThatDoNotOccur/1", Middle, 1));

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "BinaryDecks.h"
 #include "SlideXml.h"
 #include "ZipWriter.h"
 
@@ -255,13 +256,14 @@ std::vector<std::filesystem::path> MakeDecks(const DeckSet& set, const std::file
     const std::filesystem::path home = folder / Shape / set.name;
     std::filesystem::create_directories(home);
 
+    const bool isBinary = set.form == DeckSet::Form::Binary;
     std::vector<std::filesystem::path> files;
     for (int i = 1; i <= set.decks; ++i) {
-        files.push_back(home / ("deck" + std::to_string(i) + ".pptx"));
+        files.push_back(home / ("deck" + std::to_string(i) + (isBinary ? ".ppt" : ".pptx")));
         if (std::filesystem::exists(files.back()))
             continue;
         const std::filesystem::path unfinished = files.back().string() + ".part";
-        WriteDeck(set, static_cast<std::uint64_t>(i), unfinished);
+        (isBinary ? WriteBinaryDeck : WriteDeck)(set, static_cast<std::uint64_t>(i), unfinished);
         std::filesystem::rename(unfinished, files.back());
     }
     return files;

@@ -1,8 +1,6 @@
 #include "Floors.h"
 
-#include <fcntl.h>
 #include <libdeflate.h>
-#include <unistd.h>
 
 #include <cstdint>
 #include <cstring>
@@ -13,6 +11,7 @@
 #include <vector>
 
 #include "Decks.h"
+#include "FloorFile.h"
 #include "ZipWriter.h"
 
 namespace tessarine::bench
@@ -25,55 +24,6 @@ namespace
 constexpr std::size_t EndSize = 22;
 constexpr std::size_t DirectoryHeaderSize = 46;
 constexpr std::size_t LocalHeaderSize = 30;
-
-class File
-{
-public:
-    File(const std::filesystem::path& path, int flags, mode_t mode = 0644)
-        : descriptor_(open(path.c_str(), flags | O_CLOEXEC, mode))
-    {
-        if (descriptor_ < 0)
-            throw std::runtime_error("can't open " + path.string());
-    }
-    ~File() { close(descriptor_); }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    std::size_t Size() const { return static_cast<std::size_t>(lseek(descriptor_, 0, SEEK_END)); }
-
-    void Read(std::size_t offset, std::string& bytes, std::size_t size) const
-    {
-        bytes.resize(size);
-        if (pread(descriptor_, bytes.data(), size, static_cast<off_t>(offset)) != static_cast<ssize_t>(size))
-            throw std::runtime_error("short read");
-    }
-
-    void Write(std::string_view bytes) const
-    {
-        if (write(descriptor_, bytes.data(), bytes.size()) != static_cast<ssize_t>(bytes.size()))
-            throw std::runtime_error("short write");
-    }
-
-    void CopyFrom(const File& source, std::size_t offset, std::size_t size) const
-    {
-        auto at = static_cast<off64_t>(offset);
-        while (size > 0) {
-            const ssize_t copied = copy_file_range(source.descriptor_, &at, descriptor_, nullptr, size, 0);
-            if (copied <= 0)
-                throw std::runtime_error("copy failed");
-            size -= static_cast<std::size_t>(copied);
-        }
-    }
-
-    void Flush() const
-    {
-        if (fsync(descriptor_) != 0)
-            throw std::runtime_error("flush failed");
-    }
-
-private:
-    int descriptor_;
-};
 
 // Gathers what is written into few calls. Long stretches of another file are copied inside the kernel.
 class Output
@@ -267,9 +217,7 @@ void DeflateHitsAgain(const std::filesystem::path& deck, bool flush)
         if (flush)
             targetFile.Flush();
     }
-    std::filesystem::rename(fresh, deck);
-    if (flush)
-        File(deck.parent_path(), O_RDONLY | O_DIRECTORY).Flush();
+    PutInPlace(fresh, deck, flush);
 }
 
 }  // namespace tessarine::bench

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "BinaryFloors.h"
 #include "Cases.h"
 #include "Floors.h"
 #include "Table.h"
@@ -146,8 +147,9 @@ std::optional<Result> ResultOf(const Case& item, const Timings& timings)
         return {};
 
     Result result{item.name, item.set, *work, {}, {}, 0, PeakKibibytesOfChild(FullName(item))};
+    const auto size = item.set.form == DeckSet::Form::Binary ? WalkRecords : InflateSlidesAndNotes;
     for (const std::filesystem::path& deck : MakeDecks(item.set, DeckFolder))
-        result.slideBytes += InflateSlidesAndNotes(deck);
+        result.slideBytes += size(deck);
     for (const Floor& floor : item.floors) {
         if (const std::optional<Timing> timing = timings.Lowest(FullName(item) + "/" + floor.name)) {
             result.floorNames.push_back(floor.name);
