@@ -190,7 +190,8 @@ std::string PersistObjects::Rewritten(const Append& append) const
     std::string edit(oldEdit.Content(stream_));
     PutU32(edit, editLastEdit, 0);
     PutU32(edit, editDirectory, directoryOffset);
-    return target + RecordLike(oldEdit, edit);
+    target += RecordLike(oldEdit, edit);
+    return target;
 }
 
 std::string PersistObjects::WithoutEncryption(std::string decrypted) const
