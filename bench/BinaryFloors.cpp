@@ -45,7 +45,7 @@ public:
 
     std::string Document() const
     {
-        static const std::string name("P\0o\0w\0e\0r\0P\0o\0i\0n\0t\0 \0D\0o\0c\0u\0m\0e\0n\0t\0\0", 40);
+        static const std::string name("P\0o\0w\0e\0r\0P\0o\0i\0n\0t\0 \0D\0o\0c\0u\0m\0e\0n\0t\0", 38);
         const std::size_t entry = directory_.find(name);
         if (entry == std::string::npos)
             throw std::runtime_error("no document");
