@@ -46,22 +46,41 @@ private:
 std::int32_t BinaryOnDisk::Run(const std::vector<Location>& locations, const String& find, const String& with,
                                bool isFindOnly) const
 {
+    const BinaryOutcome outcome = Process({{find, with, locations}}, {.isFindOnly = isFindOnly});
+    EXPECT_EQ(outcome.failure.number, 0) << outcome.failure.text;
+    // Warnings may be; what was wrong is a failure of the engine.
+    EXPECT_THAT(outcome.log, testing::Not(testing::Contains(testing::HasSubstr("Error "))));
+    return outcome.results ? outcome.Count(locations.front()) : -1;
+}
+
+BinaryOutcome BinaryOnDisk::Process(const std::vector<BinaryPair>& pairs, const BinaryJob& job) const
+{
     const ErrorLogRecorder log;
     const ProjectOwner project;
-    project->options->IsFindOnly = isFindOnly;
-    const auto options = std::make_shared<OptionSetting>();
-    for (const Location location : locations)
-        (*options).*SearchLocations[static_cast<std::size_t>(location)].isOn = true;
-    project->FindAndReplaceList->Add(find, with, options, project.get());
+    project->options->IsFindOnly = job.isFindOnly;
+    for (const BinaryPair& pair : pairs) {
+        const auto options = std::make_shared<OptionSetting>();
+        for (const Location location : pair.locations)
+            (*options).*RowOf(location).isOn = true;
+        options->MatchCase = pair.matchesCase;
+        options->MatchWholeWord = pair.matchesWholeWords;
+        const auto item = project->FindAndReplaceList->Add(pair.find, pair.with, options, project.get());
+        if (!pair.belongsToProject)
+            item->Project.reset();
+    }
     SearchFunctions engine;
     engine.mItems = project->FindAndReplaceList;
-    engine.mIsFindOnly = isFindOnly;
-    engine.IsRequiredCount = true;
-    engine.xPresentation = Open();
-    const auto results = engine.ProcessFile(Path(), u"", nullptr);
-    // Warnings may be; what was wrong is a failure of the engine.
-    EXPECT_THAT(log.Lines(), testing::Not(testing::Contains(testing::HasSubstr("Error "))));
-    return results->Item(1)->Count(locations.front());
+    engine.mIsFindOnly = job.isFindOnly;
+    engine.IsRequiredCount = job.countsAll;
+    BinaryOutcome outcome;
+    outcome.failure = RaisedBy([&] {
+        engine.xPresentation = Open();
+        if (job.revision)
+            engine.UpdateISO9001Version(*job.revision, job.increment);
+        outcome.results = engine.ProcessFile(Path(), u"", nullptr);
+    });
+    outcome.log = log.Lines();
+    return outcome;
 }
 
 std::vector<std::string> BinaryOnDisk::Texts() const
@@ -89,6 +108,16 @@ std::vector<std::string> BinaryOnDisk::Texts() const
     lister.Text("notes master footer", *presentation->NotesMaster()->HeadersFooters()->Footer());
     lister.Shapes("handout master", *presentation->HandoutMaster()->Shapes());
     return lister.Take();
+}
+
+String BinaryOnDisk::BuiltInText(StringView name) const
+{
+    return powerpoint::TextOf(PropertyOf(*Open()->BuiltInDocumentProperties(), name)->Value());
+}
+
+powerpoint::Value BinaryOnDisk::CustomValue(StringView name) const
+{
+    return PropertyOf(*Open()->CustomDocumentProperties(), name)->Value();
 }
 
 std::string BinaryOnDisk::Stream(const std::string& name) const

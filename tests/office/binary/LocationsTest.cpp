@@ -192,6 +192,30 @@ TEST(BinaryFooters, EndAtTheFirstThatIsShown)
                                     Contains("slide 3 footer: a cat")));
 }
 
+TEST(BinaryFooters, EndAtTheFirstThatIsShownWithoutAnOccurrenceToo)
+{
+    const BinaryOnDisk deck(BinaryDeck()
+                                .Slide(HeadersFooters().Footer(u"a cat that is hidden").FooterNotShown())
+                                .Slide(HeadersFooters().Footer(u"a dog"))
+                                .Slide(HeadersFooters().Footer(u"a cat")));
+    const std::string before = deck.Bytes();
+
+    EXPECT_EQ(deck.Replace(Location::Footer, u"cat", u"lion"), 0);
+
+    EXPECT_EQ(deck.Bytes(), before);
+}
+
+TEST(BinaryFooters, HaveNoHeaderBesideThem)
+{
+    const BinaryOnDisk deck(BinaryDeck().Slide(HeadersFooters().Header(u"a cat").Footer(u"a cat")));
+    const auto presentation = deck.Open();
+    const auto header = SlideOf(*presentation, 1)->HeadersFooters()->Header();
+    constexpr std::int32_t isNotShown = -2147188160;
+
+    EXPECT_EQ(RaisedBy([&] { header->Text(); }).number, isNotShown);
+    EXPECT_EQ(RaisedBy([&] { header->PutText(u"a dog"); }).number, isNotShown);
+}
+
 TEST(BinaryFooters, ThatNoSlideShowsChangeNothing)
 {
     const BinaryOnDisk deck(BinaryDeck().Slide(Title(cat)).Slide(Title(cat)));
