@@ -156,6 +156,16 @@ TEST(BinaryHeaderAndFooter, CountUnderTheHandoutMasterWhereThatIsChosenAlone)
     EXPECT_THAT(deck.Texts(), IsSupersetOf({"notes master header: a dog above", "notes master footer: a dog below"}));
 }
 
+TEST(BinaryHeaderAndFooter, AreReachedWithoutAHandoutMaster)
+{
+    const BinaryOnDisk deck(BinaryDeck().NotesMaster(TextBox(u"a cat")).NotesFooters(HeaderAndFooter()));
+
+    EXPECT_EQ(deck.Replace(Location::HandoutMaster, u"cat", u"dog"), 2);
+
+    EXPECT_THAT(deck.Texts(), IsSupersetOf({"notes master shape 1 (17): a cat", "notes master header: a dog above",
+                                            "notes master footer: a dog below"}));
+}
+
 TEST(BinaryHeaderAndFooter, AreReplacedOnceWhereNotesAndHandoutMasterAreChosen)
 {
     const BinaryOnDisk deck(WithNotesTexts(HeaderAndFooter()));

@@ -97,6 +97,25 @@ TEST(BinaryRevisions, WithoutANameAreNone)
     EXPECT_EQ(deck.Bytes(), before);
 }
 
+TEST(BinaryRevisions, OfOneNameRiseAll)
+{
+    // In the code page of the section, as the capital letter that is asked for.
+    const BinaryOnDisk deck(BinaryDeck()
+                                .Custom("\xDC"
+                                        "berarbeitung",
+                                        NumberValue(1))
+                                .Custom("Other", NumberValue(1))
+                                .Custom("\xFC"
+                                        "BERARBEITUNG",
+                                        NumberValue(5)));
+
+    deck.Process(nothingToFind, {.revision = u"\u00DCberarbeitung", .increment = u"2"});
+
+    EXPECT_EQ(std::get<std::int64_t>(deck.CustomValue(u"\u00DCberarbeitung")), std::int64_t{3});
+    EXPECT_EQ(std::get<std::int64_t>(deck.CustomValue(u"Other")), std::int64_t{1});
+    EXPECT_EQ(std::get<std::int64_t>(deck.CustomValue(u"\u00FCBERARBEITUNG")), std::int64_t{7});
+}
+
 TEST(BinaryRevisions, AreLostInAFindRun)
 {
     const BinaryOnDisk deck(WithRevision(NumberValue(3)));
