@@ -122,6 +122,8 @@ private:
         met_[number] = true;
         const std::string& raw = directory_[number];
         String name;
+        if (NumberAt(raw, 64, 2) > 64)
+            Fault("a name reaches beyond its place");
         for (std::size_t at = 0; at + 2 < NumberAt(raw, 64, 2); at += 2)
             name += static_cast<char16_t>(NumberAt(raw, at, 2));
         auto& entry = entries_[number];
